@@ -1,0 +1,95 @@
+#pragma once
+
+#include "z7cashflow/ports/Z7Login.h"
+#include "z7cashflow/support/Error.h"
+
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace z7::cashflow::test {
+
+/// A catalogue that answers every key with "<key>", or with the text set for it.
+class FakeTextLookup final : public TextLookup {
+public:
+    [[nodiscard]] std::string Text(const std::string& key) override {
+        asked.push_back(key);
+        if (failure) {
+            throw Error(*failure);
+        }
+        const auto found = texts.find(key);
+        return found == texts.end() ? "<" + key + ">" : found->second;
+    }
+
+    std::map<std::string, std::string> texts; ///< texts that differ from "<key>"
+    std::optional<Error> failure;             ///< raised for every key
+    std::vector<std::string> asked;           ///< every key asked for, in order
+};
+
+/// The catalogue with arguments: answers "<key:n>" with the number of arguments.
+class FakeFormattedTextLookup final : public FormattedTextLookup {
+public:
+    [[nodiscard]] std::string Text(const std::string& key, const std::vector<Variant>& arguments) override {
+        asked.emplace_back(key, arguments);
+        if (failure) {
+            throw Error(*failure);
+        }
+        return "<" + key + ":" + std::to_string(arguments.size()) + ">";
+    }
+
+    std::optional<Error> failure;
+    std::vector<std::pair<std::string, std::vector<Variant>>> asked;
+};
+
+/// A login whose answers are its members. It notes which of them were read.
+class FakeLogin final : public Z7Login {
+public:
+    std::int32_t LocaleId() override { return read("LocaleId"), localeId; }
+    std::string AccountId() override { return read("AccountId"), accountId; }
+    std::string AccountingYear() override { return read("AccountingYear"), accountingYear; }
+    std::string UserId() override { return read("UserId"), userId; }
+    std::string Operator() override { return read("Operator"), operatorName; }
+    std::string ConnectionString() override { return read("ConnectionString"), connectionString; }
+    Variant Information(std::int32_t code) override {
+        read("Information " + std::to_string(code));
+        const auto found = information.find(code);
+        return found == information.end() ? Variant("") : found->second;
+    }
+    std::string LanguageTag() override { return read("LanguageTag"), languageTag; }
+    std::shared_ptr<cashflow::TextLookup> TextLookup() override {
+        read("TextLookup");
+        if (textLookupFailure) {
+            throw Error(*textLookupFailure);
+        }
+        return texts;
+    }
+    std::shared_ptr<cashflow::FormattedTextLookup> FormattedTextLookup() override {
+        read("FormattedTextLookup");
+        if (formattedTextLookupFailure) {
+            throw Error(*formattedTextLookupFailure);
+        }
+        return formattedTexts;
+    }
+
+    std::int32_t localeId = 2052;
+    std::string accountId = "001";
+    std::string accountingYear = "2013";
+    std::string userId = "u1";
+    std::string operatorName = "demo";
+    std::string connectionString = "db=login";
+    std::map<std::int32_t, Variant> information;
+    std::string languageTag = "zh-CN";
+    std::shared_ptr<FakeTextLookup> texts = std::make_shared<FakeTextLookup>();
+    std::shared_ptr<FakeFormattedTextLookup> formattedTexts = std::make_shared<FakeFormattedTextLookup>();
+    std::optional<Error> textLookupFailure;
+    std::optional<Error> formattedTextLookupFailure;
+    std::vector<std::string> calls; ///< members read, in order
+
+private:
+    void read(const std::string& member) { calls.push_back(member); }
+};
+
+} // namespace z7::cashflow::test
