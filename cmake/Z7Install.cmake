@@ -1,0 +1,23 @@
+# The install: the library with its headers and a package config, and the program where it is built.
+#   find_package(Z7CashFlow) then gives the target z7::cashflow.
+
+include(GNUInstallDirs)
+include(CMakePackageConfigHelpers)
+
+set(packageDir ${CMAKE_INSTALL_LIBDIR}/cmake/Z7CashFlow)
+
+install(TARGETS z7_cashflow EXPORT Z7CashFlowTargets ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/src/z7cashflow DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
+        FILES_MATCHING PATTERN "*.h")
+install(EXPORT Z7CashFlowTargets NAMESPACE z7:: DESTINATION ${packageDir})
+
+configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/Z7CashFlowConfig.cmake.in
+                              ${PROJECT_BINARY_DIR}/Z7CashFlowConfig.cmake INSTALL_DESTINATION ${packageDir})
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/Z7CashFlowConfigVersion.cmake COMPATIBILITY SameMinorVersion)
+install(FILES ${PROJECT_BINARY_DIR}/Z7CashFlowConfig.cmake ${PROJECT_BINARY_DIR}/Z7CashFlowConfigVersion.cmake
+        DESTINATION ${packageDir})
+install(FILES ${PROJECT_SOURCE_DIR}/LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR})
+
+if(TARGET z7cf)
+  install(TARGETS z7cf RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+endif()

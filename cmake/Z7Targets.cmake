@@ -1,0 +1,48 @@
+# What every target of this project has in common: the language level, the warnings, the sanitizers.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+if(NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
+  set(CMAKE_BUILD_TYPE RelWithDebInfo CACHE STRING "Build type" FORCE)
+endif()
+
+if(PROJECT_IS_TOP_LEVEL)
+  set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
+endif()
+
+find_program(Z7_CCACHE ccache)
+if(Z7_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${Z7_CCACHE})
+endif()
+
+add_library(z7_options INTERFACE)
+target_compile_features(z7_options INTERFACE cxx_std_20)
+target_compile_options(z7_options INTERFACE -Wall -Wextra -Wpedantic $<$<BOOL:${Z7_WARNINGS_AS_ERRORS}>:-Werror>)
+if(Z7_SANITIZE)
+  target_compile_options(z7_options INTERFACE -fsanitize=${Z7_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(z7_options INTERFACE -fsanitize=${Z7_SANITIZE})
+endif()
+
+# z7_library(NAME sources... [LINK public libraries...] [PRIVATE_LINK private libraries...])
+# A static library NAME with the alias z7::NAME, whose headers are included as <path below src>.
+function(z7_library name)
+  cmake_parse_arguments(ARG "" "" "LINK;PRIVATE_LINK" ${ARGN})
+  add_library(z7_${name} STATIC ${ARG_UNPARSED_ARGUMENTS})
+  add_library(z7::${name} ALIAS z7_${name})
+  set_target_properties(z7_${name} PROPERTIES EXPORT_NAME ${name})
+  target_include_directories(z7_${name} PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/src>
+                                               $<INSTALL_INTERFACE:include>)
+  target_link_libraries(z7_${name} PUBLIC ${ARG_LINK} PRIVATE $<BUILD_INTERFACE:z7_options> ${ARG_PRIVATE_LINK})
+endfunction()
+
+# z7_test(NAME sources... [LINK libraries...])
+# A GoogleTest program whose cases are registered with ctest one by one as NAME.Suite.Case.
+function(z7_test name)
+  cmake_parse_arguments(ARG "" "" "LINK" ${ARGN})
+  add_executable(test_${name} ${ARG_UNPARSED_ARGUMENTS})
+  target_include_directories(test_${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
+  target_link_libraries(test_${name} PRIVATE z7_options ${ARG_LINK} GTest::gmock GTest::gtest_main)
+  gtest_discover_tests(test_${name} TEST_PREFIX ${name}. DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 300)
+endfunction()

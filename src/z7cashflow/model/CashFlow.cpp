@@ -1,0 +1,199 @@
+#include "z7cashflow/model/CashFlow.h"
+
+#include "z7cashflow/model/CashFlowCollection.h"
+#include "z7cashflow/model/modPublic.h"
+#include "z7cashflow/support/Error.h"
+#include "z7cashflow/support/conversions.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace z7::cashflow {
+
+std::shared_ptr<CashFlowCollection> CashFlow::objParent() const noexcept { return objParent_.lock(); }
+
+void CashFlow::objParent(const std::shared_ptr<CashFlowCollection>& value) noexcept { objParent_ = value; }
+
+void CashFlow::key(const std::string& value) {
+    key_ = value;
+    SetValue("key", value);
+}
+
+const Variant* CashFlow::find(const std::string& Field) const noexcept {
+    const auto position = shape_->position(Field);
+    return position ? &values_[*position] : nullptr;
+}
+
+const Variant& CashFlow::Item(const std::string& Field) const {
+    const Variant* value = find(Field);
+    if (value == nullptr) {
+        modPublic::RaiseCashFlowError(errors::unknownRowField, modPublic::GetText("Z7.CW.GL.CashFlow.00018"));
+    }
+    return *value;
+}
+
+void CashFlow::SetValue(const std::string& Field, const Variant& vdata) {
+    const auto position = shape_->position(Field);
+    if (!position) {
+        modPublic::RaiseCashFlowError(errors::unknownRowField, modPublic::GetText("Z7.CW.GL.CashFlow.00018"));
+    }
+    markParent();
+    values_[*position] = vdata;
+}
+
+void CashFlow::markParent() const noexcept {
+    if (const auto parent = objParent_.lock()) {
+        parent->Changed_ = true;
+    }
+}
+
+std::int32_t CashFlow::Count() const noexcept { return static_cast<std::int32_t>(values_.size()); }
+
+const std::vector<std::string>& CashFlow::Fields() const noexcept { return shape_->names(); }
+
+bool CashFlow::CheckCashFlow(std::string& strInfo) const {
+    const auto fail = [&](const char* textKey, int column) {
+        strInfo = modPublic::GetText(textKey) + "\t" + toTextOrEmpty(Item("inid")) + "\t" + std::to_string(column);
+        return false;
+    };
+    if (isNullOrEmpty(Item("cCashItem"))) {
+        return fail("Z7.CW.GL.CashFlow.00020", 4);
+    }
+    if (isNullOrEmpty(Item("ccode"))) {
+        return fail("Z7.CW.GL.CashFlow.00021", 1);
+    }
+    if (Item("md").isNull() && Item("mc").isNull()) {
+        return fail("Z7.CW.GL.CashFlow.00022", 3);
+    }
+    return true;
+}
+
+void CashFlow::takeShape(std::shared_ptr<const FieldShape> shape) {
+    values_.assign(shape->size(), Variant());
+    shape_ = std::move(shape);
+}
+
+namespace {
+
+bool isFirstOfJanuary1900(Date date) { return isValidDate(date) && dayText(date) == "1900-01-01"; }
+
+// Whether a value stands for no date. Only dates and texts can: the number 2 stays a number.
+bool isNoDate(const Variant& value) {
+    if (const auto* date = value.get<Date>()) {
+        return isFirstOfJanuary1900(*date);
+    }
+    const auto* text = value.get<std::string>();
+    if (text == nullptr || text->find("1900") == std::string::npos) {
+        return false;
+    }
+    const auto date = readDate(*text);
+    return date && isFirstOfJanuary1900(*date);
+}
+
+std::string quoted(const Variant& value) { return "N'" + toText(value) + "'"; }
+
+// What a field's value looks like in a statement; empty where nothing is known, which becomes Null.
+std::string valueText(const CashFlowStructItem& field, const std::string& lowerName, const Variant& value) {
+    if (lowerName == "iyear") {
+        const std::string year = toTextOrEmpty(value);
+        return year.empty() || year == "0" ? toText(modPublic::GetIYear()) : year;
+    }
+    if (field.DataType != "num") {
+        if (value.isNull()) {
+            return field.DataCanNull ? std::string() : quoted(field.DefaultValue);
+        }
+        return quoted(value);
+    }
+    if (value.isNull()) {
+        return field.DataCanNull ? std::string() : toText(field.DefaultValue);
+    }
+    std::string number = toText(value);
+    if (!field.DataCanNull) {
+        number.erase(std::remove(number.begin(), number.end(), ','), number.end());
+    }
+    return number;
+}
+
+void closeList(std::string& list) {
+    if (!list.empty() && list.back() == ',') {
+        list.back() = ')';
+    }
+}
+
+} // namespace
+
+void CashFlow::appendInsertSql(std::string& out, const std::string& tableName, const CashFlowStruct& structure) const {
+    out += "insert into " + tableName + " (";
+    std::string values = " values(";
+    for (const std::string& name : structure.Fields()) {
+        const auto field = structure.Item(name);
+        const std::string lowerName = asciiLower(name);
+        // The item on the voucher's line is read by generation and stays the voucher's.
+        if (!field->isSave || lowerName == "ccashitem_id") {
+            continue;
+        }
+        const Variant& value = Item(name);
+        out += name;
+        out += ',';
+        const std::string text = valueText(*field, lowerName, value);
+        values += isNoDate(value) || text.empty() ? "Null" : text;
+        values += ',';
+    }
+    closeList(out);
+    closeList(values);
+    out += values;
+}
+
+std::string CashFlow::InsertSql(const std::string& tableName, const CashFlowStruct& structure) const {
+    std::string text;
+    appendInsertSql(text, tableName, structure);
+    return text;
+}
+
+void CashFlow::appendXml(std::string& out) const {
+    out += "<row ";
+    const auto& names = shape_->names();
+    for (std::size_t at = 0; at < names.size(); ++at) {
+        out += names[at];
+        out += "='";
+        out += modPublic::XmlEscape(values_[at]);
+        out += "' ";
+    }
+    out += "/>\r\n";
+}
+
+std::string CashFlow::Save() const {
+    std::string text;
+    appendXml(text);
+    return text;
+}
+
+void CashFlow::Load(const XmlSource& xml) {
+    const auto* element = std::get_if<XmlNode>(&xml);
+    if (element == nullptr) {
+        raisePlatformError(errors::typeMismatch, "a row is read from its element");
+    }
+    loadElement(*element, nullptr);
+}
+
+void CashFlow::loadElement(const XmlNode& element, const std::shared_ptr<const FieldShape>& likely) {
+    auto attributes = element.attributes();
+    takeShape(FieldShape::empty());
+    const bool asLikely = likely && likely->size() == attributes.size() &&
+                          std::equal(attributes.begin(), attributes.end(), likely->names().begin(),
+                                     [](const XmlAttribute& attribute, const std::string& name) {
+                                         return attribute.baseName == name;
+                                     });
+    auto own = std::make_shared<FieldShape>();
+    shape_ = asLikely ? likely : own;
+    values_.reserve(attributes.size());
+    for (XmlAttribute& attribute : attributes) {
+        if (!asLikely && !own->add(attribute.baseName)) {
+            raisePlatformError(errors::keyExists, attribute.baseName);
+        }
+        markParent();
+        values_.push_back(attribute.text.empty() ? Variant() : Variant(std::move(attribute.text)));
+    }
+}
+
+} // namespace z7::cashflow

@@ -1,0 +1,204 @@
+#include "z7cashflow/model/CashFlowCollection.h"
+
+#include "z7cashflow/model/modPublic.h"
+#include "z7cashflow/model/schemaDocument.h"
+#include "z7cashflow/support/Error.h"
+#include "z7cashflow/support/Guid.h"
+#include "z7cashflow/support/XmlDom.h"
+#include "z7cashflow/support/conversions.h"
+
+#include <limits>
+#include <utility>
+
+namespace z7::cashflow {
+
+namespace {
+
+std::int16_t narrowed(std::int32_t value) {
+    if (value < std::numeric_limits<std::int16_t>::min() || value > std::numeric_limits<std::int16_t>::max()) {
+        raisePlatformError(errors::overflow, std::to_string(value));
+    }
+    return static_cast<std::int16_t>(value);
+}
+
+// A line number moved by one, as a number also where it was a text.
+Variant moved(const Variant& inid, int by) {
+    const double number = toDouble(inid) + by;
+    if (inid.is<std::string>() || inid.is<double>()) {
+        return number;
+    }
+    const bool fits = number >= std::numeric_limits<std::int16_t>::min() &&
+                      number <= std::numeric_limits<std::int16_t>::max();
+    return fits ? Variant(static_cast<std::int16_t>(number)) : Variant(static_cast<std::int32_t>(number));
+}
+
+} // namespace
+
+std::shared_ptr<CashFlowCollection> CashFlowCollection::Create() {
+    return std::make_shared<CashFlowCollection>(Private());
+}
+
+CashFlowCollection::CashFlowCollection(Private)
+    : schemaText_(schemaDocument()), CFStruct_(std::make_unique<CashFlowStruct>()) {
+    parseSchema();
+}
+
+void CashFlowCollection::parseSchema() {
+    const auto document = XmlDocument::load("<?xml version='1.0' encoding='gb2312' ?>" + schemaText_);
+    if (!document) {
+        modPublic::RaiseCashFlowError(errors::badSchemaDocument, modPublic::GetText("Z7.CW.GL.CashFlow.00016"));
+    }
+    auto shape = std::make_shared<FieldShape>();
+    for (const XmlNode& node : document->documentElement().childNodes()) {
+        auto item = std::make_shared<CashFlowStructItem>();
+        item->FieldName = node.attribute("name").value_or("");
+        item->DataType = node.attribute("type").value_or("");
+        item->DataCanNull = node.attribute("isnull") == "true";
+        item->DefaultValue = node.attribute("default").value_or("");
+        item->isSave = node.attribute("save") == "true";
+        shape->add(item->FieldName);
+        CFStruct_->Add(std::move(item));
+    }
+    schemaShape_ = std::move(shape);
+}
+
+std::shared_ptr<CashFlow> CashFlowCollection::CreateCFObject() {
+    auto row = std::make_shared<CashFlow>();
+    row->takeShape(schemaShape_);
+    row->SetValue("RowGuid", guidText(modPublic::context().guidSource));
+    row->key(guidText(modPublic::context().guidSource));
+    applyHeader(*row);
+    return row;
+}
+
+void CashFlowCollection::applyHeader(CashFlow& row) const {
+    row.SetValue("iPeriod", iPeriod_);
+    row.SetValue("iSignSeq", isignseq_);
+    row.SetValue("iNo_id", iNo_id_);
+    row.SetValue("dbill_date", dbill_date_);
+}
+
+void CashFlowCollection::UpdateCol(std::uint8_t iPeriod, std::int16_t isignseq, std::int32_t iNo_id, Date dbill_date) {
+    iPeriod_ = iPeriod;
+    isignseq_ = isignseq;
+    iNo_id_ = iNo_id;
+    dbill_date_ = dbill_date;
+    for (const auto& row : rows_) {
+        applyHeader(*row);
+    }
+}
+
+std::int16_t CashFlowCollection::iNo_id() const { return narrowed(iNo_id_); }
+
+std::int16_t CashFlowCollection::ibackno_id() const { return narrowed(ibackno_id_); }
+
+void CashFlowCollection::Add(const std::shared_ptr<CashFlow>& objItem) {
+    if (!objItem) {
+        return;
+    }
+    objItem->objParent(shared_from_this());
+    rows_.append(objItem->key(), objItem);
+    Changed_ = true;
+}
+
+void CashFlowCollection::Insert(const std::shared_ptr<CashFlow>& objItem, const std::string& BeforeItem) {
+    if (!objItem) {
+        return;
+    }
+    objItem->objParent(shared_from_this());
+    ignoringErrors([&] { rows_.insertBefore(BeforeItem, objItem->key(), objItem); });
+    Changed_ = true;
+}
+
+std::shared_ptr<CashFlow> CashFlowCollection::Item(std::int32_t vntIndexKey) const {
+    return rows_.at(static_cast<std::int64_t>(vntIndexKey));
+}
+
+std::shared_ptr<CashFlow> CashFlowCollection::Item(const std::string& vntIndexKey) const {
+    return rows_.at(vntIndexKey);
+}
+
+std::int32_t CashFlowCollection::Count() const noexcept { return static_cast<std::int32_t>(rows_.size()); }
+
+template <class IndexOrKey> void CashFlowCollection::removeRow(const IndexOrKey& vntIndexKey) {
+    const std::shared_ptr<CashFlow> row = rows_.at(vntIndexKey);
+    row->objParent(nullptr);
+    rows_.remove(vntIndexKey);
+    Changed_ = true;
+}
+
+void CashFlowCollection::Remove(std::int32_t vntIndexKey) { removeRow(static_cast<std::int64_t>(vntIndexKey)); }
+
+void CashFlowCollection::Remove(const std::string& vntIndexKey) { removeRow(vntIndexKey); }
+
+void CashFlowCollection::UpdateInid(std::uint8_t iPeriod, std::int16_t isignseq, std::int32_t iNo_id,
+                                    std::int16_t CurInid, bool bInsert) {
+    for (std::int64_t index = 1; index <= static_cast<std::int64_t>(rows_.size());) {
+        const std::shared_ptr<CashFlow> row = rows_.at(index);
+        ++index;
+        const Variant& number = row->Item("iNo_id");
+        // A row without a number belongs to a voucher that has none yet.
+        const bool concerned = equalByValue(row->Item("iPeriod"), iPeriod) &&
+                               equalByValue(row->Item("iSignSeq"), isignseq) &&
+                               (equalByValue(number, iNo_id) || equalByValue(number, std::int32_t{0}));
+        const Variant inid = concerned ? row->Item("inid") : Variant();
+        if (inid.isNull()) {
+            continue;
+        }
+        const double line = toDouble(inid);
+        if (bInsert && line >= CurInid) {
+            row->SetValue("inid", moved(inid, 1));
+        } else if (!bInsert && line > CurInid) {
+            row->SetValue("inid", moved(inid, -1));
+        } else if (!bInsert && line == CurInid) {
+            // The line is gone from the voucher, not taken out by a user: the row keeps its way back.
+            rows_.remove(row->key());
+            --index;
+        }
+    }
+}
+
+std::string CashFlowCollection::InsertSql(const std::string& tableName, const CashFlowStruct& structure) const {
+    std::string text = "delete from " + tableName + " where Iperiod = " + std::to_string(iPeriod()) +
+                       " and ISignSeq=" + std::to_string(isignseq()) + " and INo_id=" + std::to_string(iNo_id()) + ";";
+    for (const auto& row : rows_) {
+        row->appendInsertSql(text, tableName, structure);
+        text += ';';
+    }
+    text.pop_back();
+    return text;
+}
+
+std::string CashFlowCollection::Save() const {
+    std::string text = "<root iperiod='" + std::to_string(iPeriod_) + "' isignseq='" + std::to_string(isignseq_) +
+                       "' ino_id='" + std::to_string(iNo_id_) + "'>";
+    text += schemaText_;
+    text += "<rows>\r\n";
+    for (const auto& row : rows_) {
+        row->appendXml(text);
+    }
+    text += "</rows></root>";
+    return text;
+}
+
+void CashFlowCollection::Load(const XmlSource& xml) {
+    const auto* text = std::get_if<std::string>(&xml);
+    if (text == nullptr) {
+        raisePlatformError(errors::typeMismatch, "a collection is read from the text of a document");
+    }
+    const auto document = XmlDocument::load(*text);
+    if (!document) {
+        modPublic::RaiseCashFlowError(errors::badCollectionXml, modPublic::GetText("Z7.CW.GL.CashFlow.00017"));
+    }
+    const auto elements = document->documentElement().selectNodes("rows/row");
+    rows_.clear();
+    auto shape = schemaShape_;
+    for (const XmlNode& element : elements) {
+        const auto row = CreateCFObject();
+        row->loadElement(element, shape);
+        shape = row->shape_;
+        Add(row);
+    }
+}
+
+} // namespace z7::cashflow

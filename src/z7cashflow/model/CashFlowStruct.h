@@ -1,0 +1,30 @@
+#pragma once
+
+#include "z7cashflow/model/CashFlowStructItem.h"
+#include "z7cashflow/support/OrderedMap.h"
+#include "z7cashflow/support/Variant.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace z7::cashflow {
+
+/// The field schema of cash-flow rows: an ordered map from field name to CashFlowStructItem. Names are
+/// compared exactly, case included.
+class CashFlowStruct {
+public:
+    /// Takes a field under its FieldName. Error 457 if that name is there already, 91 without an item.
+    void Add(std::shared_ptr<const CashFlowStructItem> Item);
+    /// The field of that name, or nothing if there is none.
+    [[nodiscard]] std::shared_ptr<const CashFlowStructItem> Item(const std::string& vntIndexKey) const;
+    /// All field names in the order in which they were added.
+    [[nodiscard]] const std::vector<std::string>& Fields() const noexcept;
+    /// The number of fields, a 32-bit integer.
+    [[nodiscard]] Variant Count() const;
+
+private:
+    OrderedMap<std::shared_ptr<const CashFlowStructItem>> items_;
+};
+
+} // namespace z7::cashflow

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "z7cashflow/support/XmlDom.h"
+
+#include <string>
+#include <variant>
+
+namespace z7::cashflow {
+
+/// What a Load takes: the text of a whole document for a collection, the element of a row for a row.
+using XmlSource = std::variant<std::string, XmlNode>;
+
+/// What can leave the library as XML and come back.
+class IXmlSerializable {
+public:
+    virtual ~IXmlSerializable() = default;
+
+    [[nodiscard]] virtual std::string Save() const = 0;
+    /// Replaces the content with what the XML holds. Error 13 if the source is of the wrong kind.
+    virtual void Load(const XmlSource& xml) = 0;
+};
+
+} // namespace z7::cashflow

@@ -1,0 +1,87 @@
+#pragma once
+
+#include "z7cashflow/ports/MessageBox.h"
+#include "z7cashflow/ports/Z7Login.h"
+#include "z7cashflow/support/Guid.h"
+#include "z7cashflow/support/Variant.h"
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+/// The login context of the thread and the small text routines that everything leans on.
+///
+/// Every thread has its own copy of the context, empty at first. The login must be set before anything else, since no
+/// message has a text without it.
+namespace z7::cashflow::modPublic {
+
+/// What the thread knows of its user and of the voucher on the screen. Some of it steers later calls by being left
+/// behind: the year override, bCashCode and bAutoDisplay keep their value until the next writer.
+struct Context {
+    std::shared_ptr<Z7Login> login;
+    std::shared_ptr<TextLookup> textLookup;                   ///< taken from the login when it was set
+    std::shared_ptr<FormattedTextLookup> formattedTextLookup; ///< taken from the login when it was set
+    std::shared_ptr<MessageBox> messageBoxObject;             ///< made by the first message, kept to the end
+    std::int16_t yearOverride = 0; ///< accounting year in place of the login's, such as 2013; 0 for none
+
+    std::int16_t VouchState = 0;  ///< state of the voucher on the screen; 2 asks for an empty set of stored rows
+    std::int16_t VouchIn = 0;     ///< kept for the host
+    std::string CurUserName;      ///< the user at the screen
+    std::string VouchBillName;    ///< the user who made the voucher
+    bool VouchEdit = false;       ///< whether another user's voucher may be edited
+    bool VouchLockSucc = false;   ///< kept for the host
+    bool bCashCode = false;       ///< rows stand on the lines of cash accounts; else on the lines of all others
+    bool bAutoDisplay = false;    ///< a generated row that found no item is kept
+    bool bXJLL = false;           ///< last answer to the account option of that name; nothing reads it
+    bool iUpdateCashFlow = false; ///< the operator's voucher option of that name
+
+    /// Services of the process around the library, replaceable by hosts and tests. They are no part of the login.
+    std::function<std::shared_ptr<MessageBox>()> createMessageBox; ///< makes messageBoxObject; none by default
+    GuidSource guidSource = systemGuidBytes;                       ///< random bytes of GetGUID
+    std::function<void(const std::string&)> debugSink;             ///< takes debug texts; nowhere by default
+};
+
+/// The calling thread's context, which lives as long as the thread.
+[[nodiscard]] Context& context() noexcept;
+
+/// The user's login, or nothing if none was set on this thread.
+[[nodiscard]] std::shared_ptr<Z7Login> GetLogin();
+
+/// Takes over a login and its two text services. Without a login the text services stay what they were. A failure of the
+/// login to give its services reaches the caller.
+void SetLogin(std::shared_ptr<Z7Login> login);
+
+/// The accounting year that year-bound statements use: the override if there is one, else the login's.
+/// Error 91 without a login, 13 or 6 if the login's year is no 16-bit number and no override stands.
+[[nodiscard]] std::int16_t GetIYear();
+
+/// Sets the year override; 0 takes it away.
+void SetIYear(std::int16_t value);
+
+/// The text of a resource key in the user's language. Never raises for a bad key: the failure is shown in a message box, and
+/// the text is empty. With arguments the formatted catalogue is asked. Error 91 if not even the box can be shown
+/// for want of a login.
+[[nodiscard]] std::string GetText(const std::string& key, const std::vector<Variant>& arguments = {});
+
+/// A word of direction ("借" debit, "贷" credit, "平" even) in the user's language; any other text unchanged.
+/// Error 91 without a login.
+[[nodiscard]] std::string DirectionText(const std::string& text);
+
+/// Shows a message box and returns the answer (6 yes, 7 no). buttons holds the style bits of MessageBox::Show.
+/// Error 91 without a login, or where nothing can make a message box.
+std::int32_t ShowMessage(const std::string& prompt, std::int32_t buttons, const std::string& title,
+                         const std::string& helpFile, std::int32_t context);
+
+/// A value as text that can stand in XML, with &, >, <, ' and " escaped; null gives the empty text. Escapes that the text
+/// already holds are not recognised.
+[[nodiscard]] std::string XmlEscape(const Variant& value);
+
+/// Hands a text to the debug sink. It has no other effect.
+void DebugText(const std::string& text);
+
+/// Error with the source "CashFlow".
+[[noreturn]] void RaiseCashFlowError(int number, const std::string& description);
+
+} // namespace z7::cashflow::modPublic

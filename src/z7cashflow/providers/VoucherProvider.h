@@ -1,0 +1,44 @@
+#pragma once
+
+#include "z7cashflow/data/DataProvider.h"
+#include "z7cashflow/providers/IGlVoucherProvider.h"
+#include "z7cashflow/providers/IOutVoucherProvider.h"
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+namespace z7::cashflow {
+
+/// The class through which a host reaches the cash-flow rows of one voucher at a time, by either contract.
+///
+/// Its three settings (VoucherTempTable, SetOldVouchNoID, bFromDraft) stay from voucher to voucher until they are set again.
+/// It keeps no connection, no voucher and no login: year and options live in the thread's context.
+class VoucherProvider final {
+public:
+    VoucherProvider();
+    ~VoucherProvider();
+    VoucherProvider(const VoucherProvider&) = delete;
+    VoucherProvider& operator=(const VoucherProvider&) = delete;
+
+    /// The contract for vouchers of the ledger. Owned by this object; lives as long as it does.
+    [[nodiscard]] IGlVoucherProvider& Gl() noexcept;
+    /// The contract for vouchers of other subsystems, over the same settings. Owned by this object.
+    [[nodiscard]] IOutVoucherProvider& Out() noexcept;
+
+    /// A new, empty collection for rows that a host builds itself.
+    [[nodiscard]] std::shared_ptr<CashFlowCollection> CreateCashFlowCollection();
+    /// The setting bFromDraft of the ledger contract under its long name.
+    void IGlVoucherProvider_bFromDraft(bool value);
+
+private:
+    class GlContract;
+    class OutContract;
+    struct Settings;
+
+    std::unique_ptr<Settings> settings_;
+    std::unique_ptr<GlContract> gl_;
+    std::unique_ptr<OutContract> out_;
+};
+
+} // namespace z7::cashflow

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <compare>
+#include <string>
+
+namespace z7::cashflow {
+
+/// A point in time of the accounting calendar, without a time zone: the number of days since
+/// 1899-12-30, the time of day as the fraction. 2013-01-05 is 41279.0, noon of that day 41279.5.
+///
+/// The value 2.0, which is 1900-01-01, stands for "no date" wherever a voucher's date is told.
+class Date {
+public:
+    /// 1899-12-30, the date of day number 0.
+    constexpr Date() noexcept = default;
+    constexpr explicit Date(double dayNumber) noexcept : days_(dayNumber) {}
+
+    /// The day number, whose fraction is the time of day.
+    [[nodiscard]] constexpr double dayNumber() const noexcept { return days_; }
+
+    /// The date value that means that no date is known: 1900-01-01.
+    static constexpr Date none() noexcept { return Date(2.0); }
+
+    /// The first moment of a day of the Gregorian calendar. Throws Error 13 if there is no such day
+    /// or the year is outside 100 to 9999.
+    static Date fromCivil(int year, int month, int day, int hour = 0, int minute = 0, int second = 0);
+
+    friend constexpr bool operator==(Date a, Date b) noexcept { return a.days_ == b.days_; }
+    friend constexpr std::partial_ordering operator<=>(Date a, Date b) noexcept { return a.days_ <=> b.days_; }
+
+private:
+    double days_ = 0.0;
+};
+
+/// The calendar fields of a date, its time rounded to the second.
+struct CivilTime {
+    int year = 1899;
+    int month = 12;
+    int day = 30;
+    int hour = 0;
+    int minute = 0;
+    int second = 0;
+};
+
+/// True for a date whose year is 100 to 9999, which is what texts and databases can hold.
+[[nodiscard]] bool isValidDate(Date date) noexcept;
+
+/// Splits a date into its calendar fields. Throws Error 6 if the year is outside 100 to 9999.
+[[nodiscard]] CivilTime toCivil(Date date);
+
+/// "yyyy-mm-dd", followed by " hh:mm:ss" only if the date has a time of day.
+/// Throws Error 6 if the year is outside 100 to 9999.
+[[nodiscard]] std::string dateText(Date date);
+
+/// "yyyy-mm-dd" whatever the time of day. Throws Error 6 if the year is outside 100 to 9999.
+[[nodiscard]] std::string dayText(Date date);
+
+} // namespace z7::cashflow

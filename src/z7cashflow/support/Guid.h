@@ -1,0 +1,22 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+
+namespace z7::cashflow {
+
+/// Gives 16 new random bytes, or nothing if there are none to be had. Replaceable, so that a test or a host can
+/// make texts that repeat.
+using GuidSource = std::function<std::optional<std::array<std::uint8_t, 16>>()>;
+
+/// Random bytes of the operating system.
+[[nodiscard]] std::optional<std::array<std::uint8_t, 16>> systemGuidBytes();
+
+/// A text of upper-case hexadecimal digits, new each time, that is safe as a part of a table's name. It has at most 40
+/// characters and always ends in eight zeros. Empty if the source fails or raises an Error.
+[[nodiscard]] std::string guidText(const GuidSource& source = systemGuidBytes);
+
+} // namespace z7::cashflow

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "z7cashflow/support/Date.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <variant>
+
+namespace z7::cashflow {
+
+/// The null value: nothing is known. It is not the empty string, and not 0.
+struct Null {
+    friend constexpr bool operator==(Null, Null) noexcept { return true; }
+};
+
+/// A value of a row's field, of a database column or of an argument: null, a text in UTF-8, an 8-bit,
+/// 16-bit or 32-bit integer, a double, a boolean or a date. It keeps what it was given, without conversion;
+/// conversions are in conversions.h.
+class Variant {
+public:
+    Variant() noexcept = default;
+    Variant(Null) noexcept {}
+    Variant(std::string text) noexcept : value_(std::move(text)) {}
+    Variant(std::string_view text) : value_(std::string(text)) {}
+    Variant(const char* text) : value_(std::string(text)) {}
+    Variant(std::uint8_t number) noexcept : value_(number) {}
+    Variant(std::int16_t number) noexcept : value_(number) {}
+    Variant(std::int32_t number) noexcept : value_(number) {}
+    Variant(double number) noexcept : value_(number) {}
+    Variant(bool truth) noexcept : value_(truth) {}
+    Variant(Date date) noexcept : value_(date) {}
+    /// Any other pointer would silently become a boolean.
+    template <class T> Variant(T*) = delete;
+
+    [[nodiscard]] bool isNull() const noexcept { return is<Null>(); }
+    /// True if the value is held as exactly the type T.
+    template <class T> [[nodiscard]] bool is() const noexcept { return std::holds_alternative<T>(value_); }
+    /// The value if it is held as exactly the type T, else a null pointer. Owned by the variant.
+    template <class T> [[nodiscard]] const T* get() const noexcept { return std::get_if<T>(&value_); }
+
+    /// Same type and same value: the text "1" and the integer 1 differ. See equalByValue in conversions.h
+    /// for the comparison by meaning.
+    friend bool operator==(const Variant&, const Variant&) noexcept = default;
+
+    /// Calls the visitor with the held value, in its own type.
+    template <class Visitor> decltype(auto) visit(Visitor&& visitor) const {
+        return std::visit(std::forward<Visitor>(visitor), value_);
+    }
+
+private:
+    std::variant<Null, std::string, std::uint8_t, std::int16_t, std::int32_t, double, bool, Date> value_;
+};
+
+} // namespace z7::cashflow
