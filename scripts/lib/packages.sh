@@ -1,0 +1,74 @@
+# Installs the Debian packages that are missing. To be sourced; needs bash.
+#
+# install_packages LIST GROUP...
+#   LIST   file with a group and a package on each line; of alternatives "a|b" the first that the system knows is taken
+#   GROUP  the groups to install
+# Where nothing is missing, nothing is run and no right to install is needed.
+
+package_is_installed() {
+    [ "$(dpkg-query -W -f='${db:Status-Status}' "$1" 2>/dev/null)" = installed ]
+}
+
+# The packages of the groups, one a line, alternatives as written.
+packages_of_groups() {
+    local list=$1 group package wanted
+    shift
+    while read -r group package; do
+        for wanted in "$@"; do
+            [ "$group" = "$wanted" ] && printf '%s\n' "$package"
+        done
+    done < <(sed -e 's/#.*//' "$list")
+}
+
+# Those of them of which no alternative is installed.
+packages_missing() {
+    local line alternative found
+    local -a alternatives
+    while read -r line; do
+        found=no
+        IFS='|' read -ra alternatives <<<"$line"
+        for alternative in "${alternatives[@]}"; do
+            package_is_installed "$alternative" && found=yes
+        done
+        [ $found = yes ] || printf '%s\n' "$line"
+    done < <(packages_of_groups "$@")
+}
+
+# The first alternative that the system's package lists know.
+package_to_install() {
+    local alternative
+    local -a alternatives
+    IFS='|' read -ra alternatives <<<"$1"
+    for alternative in "${alternatives[@]}"; do
+        if [ -n "$(apt-cache madison "$alternative" 2>/dev/null)" ]; then
+            printf '%s\n' "$alternative"
+            return
+        fi
+    done
+    printf '%s\n' "${alternatives[0]}" # apt-get then says what is wrong with it
+}
+
+install_packages() {
+    local line
+    local -a missing names=() privilege=()
+    if ! command -v dpkg-query >/dev/null || ! command -v apt-get >/dev/null; then
+        echo "This is no Debian system: install the counterparts of $1 by hand, then build with CMake." >&2
+        return 1
+    fi
+    mapfile -t missing < <(packages_missing "$@")
+    [ ${#missing[@]} -gt 0 ] || return 0
+    echo "Missing packages: ${missing[*]}"
+    if [ "$(id -u)" -ne 0 ]; then
+        if ! command -v sudo >/dev/null; then
+            echo "Installing them needs root or sudo. As root: apt-get install ${missing[*]%%|*}" >&2
+            return 1
+        fi
+        privilege=(sudo)
+    fi
+    "${privilege[@]}" apt-get update -q || return 1
+    for line in "${missing[@]}"; do
+        names+=("$(package_to_install "$line")")
+    done
+    "${privilege[@]}" env DEBIAN_FRONTEND=noninteractive \
+        apt-get install -q -y --no-install-recommends "${names[@]}" </dev/null
+}
