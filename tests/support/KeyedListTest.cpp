@@ -104,7 +104,12 @@ TEST(KeyedList, TakesManyInsertionsAtOnePlace) {
     for (int i = 1; i <= 4000; ++i) {
         ASSERT_EQ(list.at("K" + std::to_string(i)), i);
     }
-    EXPECT_EQ(list.at(1), 4000);
+    EXPECT_EQ(list.at(1), 3001);
+    for (int i = 4001; i <= 5000; ++i) {
+        list.insertBefore("k" + std::to_string(i == 4001 ? 3001 : i - 1), "k" + std::to_string(i), i);
+        ASSERT_EQ(list.at(1), i);
+    }
+    EXPECT_EQ(list.at("k4001"), 4001);
     EXPECT_EQ(list.at(static_cast<std::int64_t>(list.size())), -1);
 }
 
