@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -7,8 +8,9 @@
 
 namespace z7::cashflow::cursor {
 
-/// What a column holds, and as which type of value it is handed out.
-enum class ColumnType { boolean, byte, int16, int32, real, money, date, text };
+/// What a column holds, and as which type of value it is handed out. Money is a double with four decimals. "any" is an
+/// expression without a type of its own, whose values are handed out as they come.
+enum class ColumnType { any, boolean, byte, int16, int32, real, money, date, text };
 
 /// A column of a result.
 struct Column {
