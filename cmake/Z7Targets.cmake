@@ -38,6 +38,7 @@ function(z7_library name)
   set_target_properties(z7_${name} PROPERTIES EXPORT_NAME ${name})
   target_include_directories(z7_${name} PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/src>
                                                $<INSTALL_INTERFACE:include>)
+  target_compile_features(z7_${name} PUBLIC cxx_std_20)
   target_link_libraries(z7_${name} PUBLIC ${ARG_LINK} PRIVATE $<BUILD_INTERFACE:z7_options> ${ARG_PRIVATE_LINK})
 endfunction()
 
