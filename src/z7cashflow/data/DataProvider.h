@@ -20,8 +20,8 @@ class DataProvider {
 public:
     /// The stored rows of a ledger voucher in the context's year, with ccode_name, bCashItem and citemname. Rows whose item or
     /// account is unknown do not show. Empty where the context's VouchState is 2.
-    [[nodiscard]] std::shared_ptr<Recordset> GetCashTable(Connection& objCon, std::uint8_t iPeriod, std::int16_t iSignSeq,
-                                                          std::int32_t iNo_id);
+    [[nodiscard]] std::shared_ptr<Recordset> GetCashTable(Connection& objCon, std::uint8_t iPeriod,
+                                                          std::int16_t iSignSeq, std::int32_t iNo_id);
     /// The same for the ledger voucher that was made from an outside voucher; empty where there is none.
     [[nodiscard]] std::shared_ptr<Recordset> GetCashTable2(Connection& objCon, const std::string& coutNo_id);
     /// The lines of a voucher on end-level, open accounts of the context's year, in the shape of a row, with bCashItem. A keyless
@@ -35,8 +35,8 @@ public:
     /// Whether an account is a cash-flow account in the context's year, be it closed or not.
     [[nodiscard]] bool CodeIsCashFlowKm(Connection& objCon, const std::string& ccode);
     /// Debit less credit of a voucher's lines on cash-flow accounts, rounded to cents; 0 where there is none.
-    [[nodiscard]] double GetCashSumInVoucher(Connection& objCon, const std::string& strVoucherTable, std::uint8_t iPeriod,
-                                             std::int16_t iSignSeq, std::int32_t iNo_id);
+    [[nodiscard]] double GetCashSumInVoucher(Connection& objCon, const std::string& strVoucherTable,
+                                             std::uint8_t iPeriod, std::int16_t iSignSeq, std::int32_t iNo_id);
     /// Whether the name is that of a keyed table. Asks no database.
     [[nodiscard]] bool HaveVoucherKey(Connection& objCon, const std::string& strVoucherTable);
     /// As GetCashSumInVoucher for an outside key, over the accounts of the session's year and not rounded. Error 94 where all
@@ -50,15 +50,15 @@ public:
     /// Puts a voucher given as XML where the readers find it and returns the name of the table: "gl_v_accvouch" if the XML has a
     /// whole voucher key and blnReCreate is false, else a new table in tempdb, which the caller drops. Fills the
     /// key, the date and the outside key from the XML where it has them.
-    [[nodiscard]] std::string VoucherXmlToDB(Connection& objCon, const std::string& strVoucherXml, std::uint8_t& iPeriod,
-                                             std::int16_t& iSignSeq, std::int32_t& iNo_id, Date& dbill_date,
-                                             std::string& coutNo_id, bool blnReCreate);
+    [[nodiscard]] std::string VoucherXmlToDB(Connection& objCon, const std::string& strVoucherXml,
+                                             std::uint8_t& iPeriod, std::int16_t& iSignSeq, std::int32_t& iNo_id,
+                                             Date& dbill_date, std::string& coutNo_id, bool blnReCreate);
     /// A text that is new each time and safe as a part of a table's name; empty if none can be made.
     [[nodiscard]] std::string GetGUID();
     /// Item code and name of a template that is valid on a date, whatever its year and style. Always false; the code tells
     /// whether one was found. cItemName stays where none was.
-    bool GetCashFlowItem(Connection& objCon, const std::string& cDataSource, bool bDir, Date dDate, std::string& cItemCode,
-                         std::string& cItemName);
+    bool GetCashFlowItem(Connection& objCon, const std::string& cDataSource, bool bDir, Date dDate,
+                         std::string& cItemCode, std::string& cItemName);
     /// Name of a cash-flow item; empty where the item is unknown. Reads on a session of its own.
     [[nodiscard]] std::string GetCFItemName(Connection& objCon, const std::string& cItemCode);
     /// The item that lines of an account (cDataSource) on the debit (bDir) or credit side normally belong to, in the context's
@@ -69,8 +69,8 @@ public:
     bool GetCashFlowFromDraft(Connection& objCon, std::int16_t inid, std::string& cCashItem);
     /// Stores a template, or gives the newest one of that account and side another item after asking through
     /// CashFlowTemplateSave. Nothing happens without an account or an item. Always false. Own session.
-    bool SaveCashFlowTemplate(Connection& objCon, const std::string& cDataSource, bool bDir, const std::string& cItemCode,
-                              Date dStartDate);
+    bool SaveCashFlowTemplate(Connection& objCon, const std::string& cDataSource, bool bDir,
+                              const std::string& cItemCode, Date dStartDate);
     /// Whether a voucher has a line on an open cash-flow account of the context's year.
     [[nodiscard]] bool HaveCashFlowCodeInVoucher(Connection& objCon, const std::string& strVoucherTable,
                                                  std::uint8_t iPeriod, std::int16_t iSignSeq, std::int32_t iNo_id);
@@ -90,9 +90,6 @@ public:
 
     /// Raised while a template is saved. Style 32 is a question, on which bCancel stops the save; 64 is a notice.
     std::function<void(const std::string& message, std::int32_t style, bool& bCancel)> CashFlowTemplateSave;
-
-private:
-    [[nodiscard]] std::string voucherFieldList(const std::string& strVoucherTable, bool byOutsideKey, bool keyed) const;
 };
 
 } // namespace z7::cashflow

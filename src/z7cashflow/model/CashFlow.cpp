@@ -179,11 +179,10 @@ void CashFlow::Load(const XmlSource& xml) {
 void CashFlow::loadElement(const XmlNode& element, const std::shared_ptr<const FieldShape>& likely) {
     auto attributes = element.attributes();
     takeShape(FieldShape::empty());
-    const bool asLikely = likely && likely->size() == attributes.size() &&
-                          std::equal(attributes.begin(), attributes.end(), likely->names().begin(),
-                                     [](const XmlAttribute& attribute, const std::string& name) {
-                                         return attribute.baseName == name;
-                                     });
+    const bool asLikely =
+        likely && likely->size() == attributes.size() &&
+        std::equal(attributes.begin(), attributes.end(), likely->names().begin(),
+                   [](const XmlAttribute& attribute, const std::string& name) { return attribute.baseName == name; });
     auto own = std::make_shared<FieldShape>();
     shape_ = asLikely ? likely : own;
     values_.reserve(attributes.size());

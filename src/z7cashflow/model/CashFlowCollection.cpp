@@ -27,8 +27,8 @@ Variant moved(const Variant& inid, int by) {
     if (inid.is<std::string>() || inid.is<double>()) {
         return number;
     }
-    const bool fits = number >= std::numeric_limits<std::int16_t>::min() &&
-                      number <= std::numeric_limits<std::int16_t>::max();
+    const bool fits =
+        number >= std::numeric_limits<std::int16_t>::min() && number <= std::numeric_limits<std::int16_t>::max();
     return fits ? Variant(static_cast<std::int16_t>(number)) : Variant(static_cast<std::int32_t>(number));
 }
 

@@ -92,7 +92,8 @@ public:
     /// Follows a change of the voucher's lines: line CurInid was inserted (bInsert) or deleted, so the rows of the lines behind it
     /// move by one, and the rows of a deleted line go. Touches only rows of the voucher of that key, or of that period and
     /// kind without a number.
-    void UpdateInid(std::uint8_t iPeriod, std::int16_t isignseq, std::int32_t iNo_id, std::int16_t CurInid, bool bInsert);
+    void UpdateInid(std::uint8_t iPeriod, std::int16_t isignseq, std::int32_t iNo_id, std::int16_t CurInid,
+                    bool bInsert);
 
     /// A delete of the voucher's stored rows, whatever their year, and an insert for each row, joined by ";".
     /// Error 6 where iNo_id is beyond 16 bits.

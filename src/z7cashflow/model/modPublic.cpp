@@ -12,14 +12,6 @@ namespace {
 
 constexpr const char* chinese = "zh-CN";
 
-Z7Login& requiredLogin() {
-    Z7Login* login = context().login.get();
-    if (login == nullptr) {
-        raisePlatformError(errors::objectNotSet, "no login has been set");
-    }
-    return *login;
-}
-
 std::string lookUp(const std::string& key, const std::vector<Variant>& arguments) {
     const Context& state = context();
     if (!state.textLookup) {
@@ -51,6 +43,14 @@ Context& context() noexcept {
 
 std::shared_ptr<Z7Login> GetLogin() { return context().login; }
 
+Z7Login& RequiredLogin() {
+    Z7Login* login = context().login.get();
+    if (login == nullptr) {
+        raisePlatformError(errors::objectNotSet, "no login has been set");
+    }
+    return *login;
+}
+
 void SetLogin(std::shared_ptr<Z7Login> login) {
     Context& state = context();
     state.login = std::move(login);
@@ -62,7 +62,7 @@ void SetLogin(std::shared_ptr<Z7Login> login) {
 
 std::int16_t GetIYear() {
     // The login's year is read even where an override stands, so that a missing login never goes unnoticed.
-    const std::string year = requiredLogin().AccountingYear();
+    const std::string year = RequiredLogin().AccountingYear();
     const std::int16_t override = context().yearOverride;
     return override == 0 ? toInt16(year) : override;
 }
@@ -79,7 +79,7 @@ std::string GetText(const std::string& key, const std::vector<Variant>& argument
 }
 
 std::string DirectionText(const std::string& text) {
-    if (requiredLogin().LanguageTag() == chinese) {
+    if (RequiredLogin().LanguageTag() == chinese) {
         return text;
     }
     if (text == "借") {
@@ -100,7 +100,7 @@ std::int32_t ShowMessage(const std::string& prompt, std::int32_t buttons, const 
     if (!state.messageBoxObject && state.createMessageBox) {
         state.messageBoxObject = state.createMessageBox();
     }
-    const std::string locale = toText(requiredLogin().LocaleId());
+    const std::string locale = toText(RequiredLogin().LocaleId());
     if (!state.messageBoxObject) {
         raisePlatformError(errors::objectNotSet, "there is no message box to show: " + prompt);
     }

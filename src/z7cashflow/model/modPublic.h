@@ -49,6 +49,9 @@ struct Context {
 /// The user's login, or nothing if none was set on this thread.
 [[nodiscard]] std::shared_ptr<Z7Login> GetLogin();
 
+/// The user's login. Error 91 if none was set on this thread.
+[[nodiscard]] Z7Login& RequiredLogin();
+
 /// Takes over a login and its two text services. Without a login the text services stay what they were. A failure of the
 /// login to give its services reaches the caller.
 void SetLogin(std::shared_ptr<Z7Login> login);

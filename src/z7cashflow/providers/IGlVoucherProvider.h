@@ -77,8 +77,8 @@ public:
     /// found in the database. blnCheckCF is not read: it becomes what the account option bXJLL says.
     /// Errors also: 1002 the XML cannot be parsed, 10011 there is no such voucher.
     virtual bool SaveCashFlowColFromXml(Connection& objCon, const std::string& strVoucherTable, std::uint8_t iPeriod,
-                                        std::int16_t isignseq, std::int32_t iNo_id,
-                                        std::string* strCFColxml = nullptr, bool* blnCheckCF = nullptr) = 0;
+                                        std::int16_t isignseq, std::int32_t iNo_id, std::string* strCFColxml = nullptr,
+                                        bool* blnCheckCF = nullptr) = 0;
 
     /// The voucher at hand was made from a draft of the user, which may hold its items.
     virtual void bFromDraft(bool value) = 0;

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "z7cashflow/data/DataProvider.h"
 #include "z7cashflow/providers/IGlVoucherProvider.h"
 #include "z7cashflow/providers/IOutVoucherProvider.h"
 
@@ -9,6 +8,8 @@
 #include <string>
 
 namespace z7::cashflow {
+
+struct ProviderSettings;
 
 /// The class through which a host reaches the cash-flow rows of one voucher at a time, by either contract.
 ///
@@ -32,13 +33,9 @@ public:
     void IGlVoucherProvider_bFromDraft(bool value);
 
 private:
-    class GlContract;
-    class OutContract;
-    struct Settings;
-
-    std::unique_ptr<Settings> settings_;
-    std::unique_ptr<GlContract> gl_;
-    std::unique_ptr<OutContract> out_;
+    std::unique_ptr<ProviderSettings> settings_;
+    std::unique_ptr<IGlVoucherProvider> gl_;
+    std::unique_ptr<IOutVoucherProvider> out_;
 };
 
 } // namespace z7::cashflow

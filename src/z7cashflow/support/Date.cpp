@@ -73,8 +73,9 @@ Date Date::fromCivil(int year, int month, int day, int hour, int minute, int sec
 }
 
 bool isValidDate(Date date) noexcept {
-    return date.dayNumber() > static_cast<double>(firstDay - 1) && date.dayNumber() < static_cast<double>(lastDay + 1) &&
-           split(date).day >= firstDay && split(date).day <= lastDay;
+    return date.dayNumber() > static_cast<double>(firstDay - 1) &&
+           date.dayNumber() < static_cast<double>(lastDay + 1) && split(date).day >= firstDay &&
+           split(date).day <= lastDay;
 }
 
 CivilTime toCivil(Date date) {

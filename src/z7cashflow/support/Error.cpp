@@ -18,21 +18,36 @@ namespace {
 
 const char* platformText(int number) {
     switch (number) {
-    case errors::badArgument: return "Invalid procedure call or argument";
-    case errors::overflow: return "Overflow";
-    case errors::badIndex: return "Subscript out of range";
-    case errors::typeMismatch: return "Type mismatch";
-    case errors::objectNotSet: return "Object variable not set";
-    case errors::invalidNull: return "Invalid use of Null";
-    case errors::keyExists: return "This key is already associated with an element of this collection";
-    case errors::badFilter: return "Arguments are of the wrong type, are out of acceptable range, or conflict";
-    case errors::noCurrentRecord: return "There is no current record";
-    case errors::notUpdatable: return "The recordset does not support updating";
-    case errors::unknownField: return "Item cannot be found in the recordset's fields";
-    case errors::objectClosed: return "Operation is not allowed when the object is closed";
-    case errors::objectOpen: return "Operation is not allowed when the object is open";
-    case errors::noConnection: return "There is no connection to work on";
-    default: return "Application-defined error";
+    case errors::badArgument:
+        return "Invalid procedure call or argument";
+    case errors::overflow:
+        return "Overflow";
+    case errors::badIndex:
+        return "Subscript out of range";
+    case errors::typeMismatch:
+        return "Type mismatch";
+    case errors::objectNotSet:
+        return "Object variable not set";
+    case errors::invalidNull:
+        return "Invalid use of Null";
+    case errors::keyExists:
+        return "This key is already associated with an element of this collection";
+    case errors::badFilter:
+        return "Arguments are of the wrong type, are out of acceptable range, or conflict";
+    case errors::noCurrentRecord:
+        return "There is no current record";
+    case errors::notUpdatable:
+        return "The recordset does not support updating";
+    case errors::unknownField:
+        return "Item cannot be found in the recordset's fields";
+    case errors::objectClosed:
+        return "Operation is not allowed when the object is closed";
+    case errors::objectOpen:
+        return "Operation is not allowed when the object is open";
+    case errors::noConnection:
+        return "There is no connection to work on";
+    default:
+        return "Application-defined error";
     }
 }
 

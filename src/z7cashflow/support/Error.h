@@ -7,28 +7,28 @@ namespace z7::cashflow {
 
 /// Numbers of the errors that come from conversions, lists and recordsets.
 namespace errors {
-inline constexpr int badArgument = 5;       ///< a key that a list does not hold, an argument out of its range
-inline constexpr int overflow = 6;          ///< a number outside the range of its target
-inline constexpr int badIndex = 9;          ///< an index outside 1 to the number of elements
-inline constexpr int typeMismatch = 13;     ///< a value that cannot be read as the wanted type
-inline constexpr int objectNotSet = 91;     ///< an object that is needed and missing
-inline constexpr int invalidNull = 94;      ///< a null where a value is needed
-inline constexpr int keyExists = 457;       ///< a key that a list or a map already holds
-inline constexpr int badFilter = 3001;      ///< a filter or an argument that a recordset does not understand
-inline constexpr int noCurrentRecord = 3021; ///< a record is needed and the recordset stands on none
-inline constexpr int notUpdatable = 3251;   ///< a change of a recordset that is read-only
-inline constexpr int unknownField = 3265;   ///< a field that the recordset does not have
-inline constexpr int objectClosed = 3704;   ///< an operation that needs an open recordset or connection
-inline constexpr int objectOpen = 3705;     ///< an operation that needs a closed recordset or connection
-inline constexpr int noConnection = 3709;   ///< a recordset that has no connection to be opened on
-inline constexpr int unknownRowField = 1000;      ///< a field that a cash-flow row does not have
-inline constexpr int badSchemaDocument = 1001;    ///< the schema document cannot be parsed
-inline constexpr int badCollectionXml = 1002;     ///< collection XML cannot be parsed
-inline constexpr int badVoucherXml = 1005;        ///< voucher XML cannot be parsed
-inline constexpr int rowsDoNotFit = 10008;        ///< a row is incomplete or does not stand on its line
-inline constexpr int sumsDiffer = 10009;          ///< the rows' sum differs from the voucher's, or there is nothing to check
-inline constexpr int noVoucherDateForSave = 10010;///< no line of the voucher to give its date to a save
-inline constexpr int noVoucherDateForXml = 10011; ///< no line of the voucher to give its date to rows from XML
+inline constexpr int badArgument = 5;          ///< a key that a list does not hold, an argument out of its range
+inline constexpr int overflow = 6;             ///< a number outside the range of its target
+inline constexpr int badIndex = 9;             ///< an index outside 1 to the number of elements
+inline constexpr int typeMismatch = 13;        ///< a value that cannot be read as the wanted type
+inline constexpr int objectNotSet = 91;        ///< an object that is needed and missing
+inline constexpr int invalidNull = 94;         ///< a null where a value is needed
+inline constexpr int keyExists = 457;          ///< a key that a list or a map already holds
+inline constexpr int badFilter = 3001;         ///< a filter or an argument that a recordset does not understand
+inline constexpr int noCurrentRecord = 3021;   ///< a record is needed and the recordset stands on none
+inline constexpr int notUpdatable = 3251;      ///< a change of a recordset that is read-only
+inline constexpr int unknownField = 3265;      ///< a field that the recordset does not have
+inline constexpr int objectClosed = 3704;      ///< an operation that needs an open recordset or connection
+inline constexpr int objectOpen = 3705;        ///< an operation that needs a closed recordset or connection
+inline constexpr int noConnection = 3709;      ///< a recordset that has no connection to be opened on
+inline constexpr int unknownRowField = 1000;   ///< a field that a cash-flow row does not have
+inline constexpr int badSchemaDocument = 1001; ///< the schema document cannot be parsed
+inline constexpr int badCollectionXml = 1002;  ///< collection XML cannot be parsed
+inline constexpr int badVoucherXml = 1005;     ///< voucher XML cannot be parsed
+inline constexpr int rowsDoNotFit = 10008;     ///< a row is incomplete or does not stand on its line
+inline constexpr int sumsDiffer = 10009; ///< the rows' sum differs from the voucher's, or there is nothing to check
+inline constexpr int noVoucherDateForSave = 10010; ///< no line of the voucher to give its date to a save
+inline constexpr int noVoucherDateForXml = 10011;  ///< no line of the voucher to give its date to rows from XML
 } // namespace errors
 
 /// The one exception of the library: a number that callers can test, where it came from, and a text for people.

@@ -63,8 +63,8 @@ std::vector<XmlAttribute> XmlNode::attributes() const {
     const xmlNode* node = asNode(node_);
     for (const xmlNs* ns = node->nsDef; ns != nullptr; ns = ns->next) {
         const bool named = ns->prefix != nullptr;
-        list.push_back({named ? chars(ns->prefix) : "xmlns", named ? std::string("xmlns:") + chars(ns->prefix) : "xmlns",
-                        chars(ns->href)});
+        list.push_back({named ? chars(ns->prefix) : "xmlns",
+                        named ? std::string("xmlns:") + chars(ns->prefix) : "xmlns", chars(ns->href)});
     }
     for (const xmlAttr* attribute = node->properties; attribute != nullptr; attribute = attribute->next) {
         list.push_back({chars(attribute->name), prefixed(attribute->ns, attribute->name),

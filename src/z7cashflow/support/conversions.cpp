@@ -16,9 +16,7 @@ namespace z7::cashflow {
 
 namespace {
 
-template <class... Cases> struct Overloaded : Cases... {
-    using Cases::operator()...;
-};
+template <class... Cases> struct Overloaded : Cases... { using Cases::operator()...; };
 template <class... Cases> Overloaded(Cases...) -> Overloaded<Cases...>;
 
 bool isDigit(char c) noexcept { return c >= '0' && c <= '9'; }
@@ -188,7 +186,8 @@ double toDouble(const Variant& value) {
         [](const std::string& text) {
             const auto number = readNumber(text);
             if (!number) {
-                raisePlatformError(errors::typeMismatch, "\"" + std::string(leftCharacters(text, 60)) + "\" is no number");
+                raisePlatformError(errors::typeMismatch,
+                                   "\"" + std::string(leftCharacters(text, 60)) + "\" is no number");
             }
             if (!std::isfinite(*number)) {
                 raisePlatformError(errors::overflow);
@@ -352,7 +351,8 @@ bool isNullOrEmpty(const Variant& value) noexcept {
 }
 
 std::string foldCase(std::string_view text) {
-    const bool ascii = std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+    const bool ascii =
+        std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
     if (ascii) {
         return asciiLower(text);
     }
@@ -390,8 +390,8 @@ std::string asciiUpper(std::string_view text) {
 }
 
 std::size_t characterCount(std::string_view text) noexcept {
-    return static_cast<std::size_t>(
-        std::count_if(text.begin(), text.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U; }));
+    return static_cast<std::size_t>(std::count_if(
+        text.begin(), text.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U; }));
 }
 
 std::string_view leftCharacters(std::string_view text, std::size_t count) noexcept {

@@ -1,0 +1,115 @@
+#include "z7cashflow/data/DataProvider.h"
+
+#include "z7cashflow/model/modPublic.h"
+#include "z7cashflow/support/Error.h"
+#include "z7cashflow/support/conversions.h"
+
+// Cash-flow items, drafts and templates. These reads run on a session of their own, opened with the connection string of
+// the host's connection: what the host has not committed is not seen.
+
+namespace z7::cashflow {
+
+namespace {
+
+constexpr std::int32_t questionStyle = 32;
+constexpr std::int32_t noticeStyle = 64;
+
+std::shared_ptr<Recordset> openOnOwnSession(Connection& objCon, const std::string& statement, CursorType cursorType,
+                                            LockType lockType) {
+    auto result = objCon.CreateRecordset();
+    result->CursorLocation(CursorLocation::Client);
+    result->Open(statement, objCon.ConnectionString(), cursorType, lockType);
+    return result;
+}
+
+std::shared_ptr<Recordset> readOnOwnSession(Connection& objCon, const std::string& statement) {
+    return openOnOwnSession(objCon, statement, CursorType::ForwardOnly, LockType::ReadOnly);
+}
+
+const char* directionDigit(bool bDir) { return bDir ? "1" : "0"; }
+
+} // namespace
+
+std::string DataProvider::GetCFItemName(Connection& objCon, const std::string& cItemCode) {
+    const auto result =
+        readOnOwnSession(objCon, "select citemname from fitemss98 where citemcode=N'" + cItemCode + "'");
+    std::string name = result->EndOfFile() ? std::string() : toText(result->Fields().Item("citemname"));
+    result->Close();
+    return name;
+}
+
+bool DataProvider::GetCashFlowTemplate(Connection& objCon, const std::string& cDataSource, bool bDir, Date /*dDate*/,
+                                       std::string& cItemCode) {
+    const auto result = readOnOwnSession(
+        objCon, "select * from GL_CashItemDataSource where iyear=" + std::to_string(modPublic::GetIYear()) +
+                    " and bDataStyle=0 and cDataSource=N'" + cDataSource + "' and bdir =" + directionDigit(bDir));
+    const bool found = !result->EndOfFile();
+    cItemCode = found ? toText(result->Fields().Item("cItemCode")) : std::string();
+    result->Close();
+    return found;
+}
+
+bool DataProvider::GetCashFlowFromDraft(Connection& objCon, std::int16_t inid, std::string& cCashItem) {
+    Z7Login& login = modPublic::RequiredLogin();
+    const auto result = readOnOwnSession(objCon, "select cCashItem from GL_VouchDraft where cUserId=N'" +
+                                                     login.UserId() + "' and inid=" + std::to_string(inid));
+    const bool found = !result->EndOfFile();
+    cCashItem = found ? toTextOrEmpty(result->Fields().Item("cCashItem")) : std::string();
+    result->Close();
+    return found;
+}
+
+bool DataProvider::SaveCashFlowTemplate(Connection& objCon, const std::string& cDataSource, bool bDir,
+                                        const std::string& cItemCode, Date dStartDate) {
+    if (cItemCode.empty() || cDataSource.empty()) {
+        return false;
+    }
+    const auto rows = openOnOwnSession(objCon,
+                                       "select * from GL_V_CashItemDataSource where bDataStyle=0 and cDataSource=N'" +
+                                           cDataSource + "' and bdir =" + directionDigit(bDir) + " order by iID desc",
+                                       CursorType::Dynamic, LockType::Pessimistic);
+    const auto tell = [this](const char* textKey, std::int32_t style) {
+        bool bCancel = false;
+        if (CashFlowTemplateSave) {
+            CashFlowTemplateSave(modPublic::GetText(textKey), style, bCancel);
+        }
+        return bCancel;
+    };
+    const bool isNew = rows->EndOfFile();
+    if (!isNew && tell("Z7.CW.GL.CashFlow.00065", questionStyle)) {
+        rows->Close();
+        return false;
+    }
+    if (isNew) {
+        rows->AddNew();
+    }
+    FieldList& fields = rows->Fields();
+    fields.Item("bDataStyle", std::int16_t{0});
+    fields.Item("cDataSource", cDataSource);
+    fields.Item("bDir", std::int16_t{bDir});
+    fields.Item("cItemCode", cItemCode);
+    if (isNew) {
+        fields.Item("dStartDate", dStartDate);
+    }
+    rows->Update();
+    tell("Z7.CW.GL.CashFlow.00064", noticeStyle);
+    rows->Close();
+    return false;
+}
+
+bool DataProvider::GetCashFlowItem(Connection& objCon, const std::string& cDataSource, bool bDir, Date dDate,
+                                   std::string& cItemCode, std::string& cItemName) {
+    const std::string day = dateText(dDate);
+    const auto result =
+        readOnOwnSession(objCon, "select cItemcode from GL_V_CashItemDataSource where cDataSource=N'" + cDataSource +
+                                     "' and bDir=" + directionDigit(bDir) + "  and  dStartDate<='" + day +
+                                     "' and  (dEndDate is null or dEndDate>='" + day + "')");
+    cItemCode = result->EndOfFile() ? std::string() : toText(result->Fields().Item("cItemcode"));
+    result->Close();
+    if (!cItemCode.empty()) {
+        cItemName = GetCFItemName(objCon, cItemCode);
+    }
+    return false;
+}
+
+} // namespace z7::cashflow

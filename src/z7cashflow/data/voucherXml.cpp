@@ -1,0 +1,94 @@
+#include "z7cashflow/data/DataProvider.h"
+
+#include "z7cashflow/model/modPublic.h"
+#include "z7cashflow/support/Error.h"
+#include "z7cashflow/support/XmlDom.h"
+#include "z7cashflow/support/conversions.h"
+
+namespace z7::cashflow {
+
+namespace {
+
+// The columns of a voucher line, with the types that the ledger gives them; the false condition copies no line.
+std::string createTableStatement(const std::string& table, const std::string& year) {
+    return "select inid,idoc,cbill,cdigest,ccode,cexch_name,md,mc,md_f,mc_f, nd_s,nc_s, csettle ,cn_id,dt_date "
+           ",cdept_id,cperson_id,ccus_id ,csup_id,citem_id,citem_class, "
+           "cname,ccode_equal,coutaccset,ioutyear,coutsysname,coutsysver,doutbilldate,ioutperiod,coutsign "
+           ",coutno_id,doutdate,coutbillsign, coutid,cDefine1 "
+           ",cDefine2,cDefine3,cDefine4,cDefine5,cDefine6,cDefine7,cDefine8,cDefine9 "
+           ",cDefine10,cDefine11,cDefine12,cDefine13,cDefine14,cDefine15,cDefine16 into " +
+           table + "  from gl_accvouch where 1=0 and iyear=" + year;
+}
+
+std::string requiredAttribute(const XmlNode& node, const char* name) {
+    auto text = node.attribute(name);
+    if (!text) {
+        raisePlatformError(errors::objectNotSet, std::string("a voucher line without the attribute ") + name);
+    }
+    return *std::move(text);
+}
+
+// Gives the current record what the line's attributes say. An attribute that is no column, or whose text does not fit its
+// column, leaves the record as it was. The outside key goes on to all later lines that have the attribute.
+void fillLine(FieldList& fields, const XmlNode& line, std::string& coutNo_id) {
+    for (const XmlAttribute& attribute : line.attributes()) {
+        if (asciiLower(attribute.baseName) == "coutno_id") {
+            if (!attribute.text.empty()) {
+                coutNo_id = attribute.text;
+            }
+            ignoringErrors([&] { fields.Item("coutno_id", coutNo_id); });
+        } else {
+            ignoringErrors(
+                [&] { fields.Item(attribute.baseName, attribute.text.empty() ? Variant() : Variant(attribute.text)); });
+        }
+    }
+    for (const char* number : {"nc_s", "nd_s", "md", "mc", "md_f", "mc_f", "idoc"}) {
+        if (isNullOrEmpty(fields.Item(number))) {
+            fields.Item(number, std::int16_t{0});
+        }
+    }
+}
+
+} // namespace
+
+std::string DataProvider::VoucherXmlToDB(Connection& objCon, const std::string& strVoucherXml, std::uint8_t& iPeriod,
+                                         std::int16_t& iSignSeq, std::int32_t& iNo_id, Date& dbill_date,
+                                         std::string& coutNo_id, bool blnReCreate) {
+    const auto document = XmlDocument::load(strVoucherXml);
+    if (!document) {
+        modPublic::RaiseCashFlowError(errors::badVoucherXml, modPublic::GetText("Z7.CW.GL.CashFlow.00063"));
+    }
+    const XmlNode root = document->documentElement();
+    // A key that is missing or unreadable leaves what the caller gave: the voucher has no number yet.
+    ignoringErrors([&] { iPeriod = toByte(requiredAttribute(root, "iperiod")); });
+    ignoringErrors([&] { iSignSeq = toInt16(requiredAttribute(root, "isignseq")); });
+    ignoringErrors([&] { iNo_id = toInt32(requiredAttribute(root, "ino_id")); });
+    ignoringErrors([&] { dbill_date = toDate(requiredAttribute(root, "dbill_date")); });
+    if (!blnReCreate && iPeriod != 0 && iSignSeq >= 1 && iNo_id >= 1) {
+        return "gl_v_accvouch";
+    }
+
+    Z7Login& login = modPublic::RequiredLogin();
+    const std::string table = "tempdb..TempVoucher" + GetGUID();
+    ignoringErrors([&] { objCon.Execute("drop table " + table); });
+    objCon.Execute(createTableStatement(table, login.AccountingYear()));
+
+    const auto lines = objCon.CreateRecordset();
+    lines->CursorLocation(CursorLocation::Client);
+    lines->Open("select * from " + table, objCon.ConnectionString(), CursorType::Keyset, LockType::Optimistic);
+    if (coutNo_id.empty()) {
+        coutNo_id = GetGUID();
+    }
+    for (const XmlNode& line : root.childNodes()) {
+        if (requiredAttribute(line, "ccode").empty()) {
+            continue;
+        }
+        lines->AddNew();
+        fillLine(lines->Fields(), line, coutNo_id);
+        lines->Update();
+    }
+    lines->Close();
+    return table;
+}
+
+} // namespace z7::cashflow

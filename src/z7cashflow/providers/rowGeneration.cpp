@@ -1,0 +1,225 @@
+#include "z7cashflow/providers/rowGeneration.h"
+
+#include "z7cashflow/data/DataProvider.h"
+#include "z7cashflow/model/modPublic.h"
+#include "z7cashflow/support/Error.h"
+#include "z7cashflow/support/conversions.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+namespace z7::cashflow {
+
+namespace {
+
+constexpr const char* cashItemClass = "98";
+
+bool isTrue(const Variant& flag) { return !flag.isNull() && toBool(flag); }
+
+/// Where records came from, told by the text of their statement.
+struct Origin {
+    bool storedRows = false;       ///< cash-flow rows, not voucher lines
+    bool storedRowsOfView = false; ///< read through the year-free view, whose rows keep their identity
+
+    explicit Origin(const std::string& source) {
+        const std::string text = asciiLower(source);
+        storedRowsOfView = text.find("gl_v_cashtable") != std::string::npos;
+        storedRows = storedRowsOfView || text.find("gl_cashtable") != std::string::npos;
+    }
+};
+
+// Gives a row's field the value of the column of that name. A column that is not there, or a failure, leaves the field.
+void copyField(CashFlow& row, const std::string& name, FieldList& record) {
+    if (record.Has(name)) {
+        ignoringErrors([&] { row.SetValue(name, record.Item(name)); });
+    }
+}
+
+bool lacksItem(const CashFlow& row) { return isNullOrEmpty(row.Item("cCashItem")); }
+
+// Makes one row of one record and finds its item.
+class RowMaker {
+public:
+    RowMaker(Connection& objCon, Recordset& records, CashFlowCollection& collection, bool bFromDraft)
+        : objCon_(objCon), record_(records.Fields()), collection_(collection), origin_(records.Source()),
+          bFromDraft_(bFromDraft) {}
+
+    // Stored rows always pass; of voucher lines those on the side where the account records its cash flow.
+    [[nodiscard]] bool givesRow() const {
+        if (origin_.storedRows) {
+            return true;
+        }
+        const Variant cashAccount = record_.Item("bCashItem");
+        return !cashAccount.isNull() && toBool(cashAccount) == modPublic::context().bCashCode;
+    }
+
+    void makeRow(Date dbill_date) {
+        const auto row = collection_.CreateCFObject();
+        for (const std::string& name : row->Fields()) {
+            if (name != "RowGuid" || origin_.storedRowsOfView) {
+                copyField(*row, name, record_);
+            }
+        }
+        findItem(*row);
+        row->SetValue("dbill_date", dbill_date);
+        if (!lacksItem(*row) || modPublic::context().bAutoDisplay) {
+            collection_.Add(row);
+        }
+    }
+
+private:
+    // The row's own item, else the user's draft, else the voucher line, else the template of account and side.
+    void findItem(CashFlow& row) {
+        const Variant debit = row.Item("md");
+        const bool bDir = !debit.isNull() && toDouble(debit) != 0.0;
+        std::string itemCode;
+        if (bFromDraft_ && lacksItem(row)) {
+            data_.GetCashFlowFromDraft(objCon_, toInt16(row.Item("inid")), itemCode);
+            allot(row, itemCode);
+        }
+        if (lacksItem(row)) {
+            takeItemOfLine(row);
+        }
+        if (lacksItem(row)) {
+            data_.GetCashFlowTemplate(objCon_, toText(row.Item("ccode")), bDir, toDate(row.Item("dbill_date")),
+                                      itemCode);
+            allot(row, itemCode);
+        } else {
+            // Names of items change; the row shows the present one.
+            row.SetValue("cCashItemName", data_.GetCFItemName(objCon_, toText(row.Item("cCashItem"))));
+        }
+    }
+
+    void allot(CashFlow& row, const std::string& itemCode) {
+        row.SetValue("cCashItem", itemCode);
+        row.SetValue("cCashItemName", data_.GetCFItemName(objCon_, itemCode));
+    }
+
+    // An auxiliary item of the cash-flow class is the item; an item written on the line itself goes before it. A column
+    // that the lines do not have passes its tests but gives no code.
+    void takeItemOfLine(CashFlow& row) {
+        std::string itemCode;
+        const auto take = [&](const char* column) {
+            ignoringErrors([&] { itemCode = toTextOrEmpty(record_.Item(column)); });
+        };
+        const bool hasClass = record_.Has("citem_class");
+        const Variant itemClass = hasClass ? record_.Item("citem_class") : Variant();
+        if (!hasClass || !itemClass.isNull()) {
+            modPublic::DebugText("111");
+            if (!hasClass || toText(itemClass) == cashItemClass) {
+                take("citem_id");
+            }
+        }
+        if (!record_.Has("ccashitem_id") || !record_.Item("ccashitem_id").isNull()) {
+            modPublic::DebugText("222");
+            take("ccashitem_id");
+        }
+        modPublic::DebugText("itemCode:" + itemCode);
+        ignoringErrors([&] { row.SetValue("cCashItem", itemCode); });
+        ignoringErrors([&] { row.SetValue("cCashItemName", data_.GetCFItemName(objCon_, itemCode)); });
+    }
+
+    Connection& objCon_;
+    FieldList& record_;
+    CashFlowCollection& collection_;
+    Origin origin_;
+    bool bFromDraft_;
+    DataProvider data_;
+};
+
+// The text of the voucher's kind, read on a session of its own; empty where the kind is unknown.
+std::string kindText(Connection& objCon, std::int16_t isignseq) {
+    const auto kinds = objCon.CreateRecordset();
+    kinds->CursorLocation(CursorLocation::Client);
+    kinds->Open("select * from dsign where isignseq=" + std::to_string(isignseq), objCon.ConnectionString(),
+                CursorType::ForwardOnly, LockType::ReadOnly);
+    std::string text = kinds->EndOfFile() ? std::string() : toTextOrEmpty(kinds->Fields().Item("csign"));
+    kinds->Close();
+    return text;
+}
+
+// What the user or the generator decided, and a refresh leaves alone.
+bool isDecided(std::string_view field) {
+    constexpr std::array<std::string_view, 5> decided{"RowGuid", "cCashItem", "ccode", "md", "mc"};
+    return std::find(decided.begin(), decided.end(), field) != decided.end();
+}
+
+} // namespace
+
+double cashSum(Recordset& lines) {
+    FieldList& line = lines.Fields();
+    double sum = 0.0;
+    for (; !lines.EndOfFile(); lines.MoveNext()) {
+        if (isTrue(line.Item("bCashItem"))) {
+            const double debit = toDouble(line.Item("md"));
+            const double credit = toDouble(line.Item("mc"));
+            sum += debit != 0.0 ? debit : -credit;
+        }
+    }
+    return sum;
+}
+
+std::shared_ptr<CashFlowCollection> GetCashFlowColFromRs(Connection& objCon, Recordset& records, Date dbill_date,
+                                                         const std::string& coutNo_id, bool bFromDraft) {
+    modPublic::context().bXJLL = asciiUpper(DataProvider().GetAccInfo(objCon, "GL", "bXJLL")) == "TRUE";
+    std::shared_ptr<CashFlowCollection> collection;
+    if (!records.EndOfFile()) {
+        collection = CashFlowCollection::Create();
+        if (!coutNo_id.empty()) {
+            collection->coutNo_id(coutNo_id);
+        }
+        FieldList& first = records.Fields();
+        ignoringErrors([&] { // records without a whole key leave the collection's as it is
+            collection->UpdateCol(toByte(first.Item("iPeriod")), toInt16(first.Item("isignseq")),
+                                  toInt32(first.Item("iNo_id")), toDate(first.Item("dbill_date")));
+        });
+        RowMaker maker(objCon, records, *collection, bFromDraft);
+        for (; !records.EndOfFile(); records.MoveNext()) {
+            if (maker.givesRow()) {
+                maker.makeRow(dbill_date);
+            }
+        }
+    }
+    records.Close();
+    return collection;
+}
+
+void filterToLineOf(const CashFlow& row, Recordset& lines, const CashFlowCollection& collection, bool keyed) {
+    const std::string line = "inid=" + toTextOrEmpty(row.Item("inid"));
+    lines.Filter(keyed ? "iperiod=" + std::to_string(collection.iPeriod()) +
+                             " and isignseq=" + std::to_string(collection.isignseq()) +
+                             " and iNo_id=" + std::to_string(collection.iNo_id()) + " and " + line
+                       : line);
+}
+
+bool sameAccount(const Variant& a, const Variant& b) { return !a.isNull() && !b.isNull() && toText(a) == toText(b); }
+
+void RefreshColFromVoucher(Connection& objCon, CashFlowCollection& collection) {
+    DataProvider data;
+    const std::string kind = kindText(objCon, collection.isignseq());
+    const bool keyed = data.HaveVoucherKey(objCon, collection.VoucherTable());
+    const auto lines = data.GetVoucherTable(objCon, collection.VoucherTable(), collection.iPeriod(),
+                                            collection.isignseq(), collection.iNo_id());
+    for (const auto& row : collection) {
+        filterToLineOf(*row, *lines, collection, keyed);
+        if (lines->EndOfFile()) {
+            continue;
+        }
+        if (isNullOrEmpty(row->Item("csign"))) {
+            row->SetValue("csign", kind);
+        }
+        FieldList& line = lines->Fields();
+        if (!sameAccount(line.Item("ccode"), row->Item("ccode"))) {
+            continue;
+        }
+        for (const std::string& name : row->Fields()) {
+            if (!isDecided(name)) {
+                copyField(*row, name, line);
+            }
+        }
+    }
+    lines->Close();
+}
+
+} // namespace z7::cashflow
