@@ -106,6 +106,8 @@ public:
 
 private:
     friend class CashFlow;
+    /// The dialog's way to Changed: true after it has filled the rows anew, false after they were put back.
+    friend class DialogAccess;
 
     void parseSchema();
     void applyHeader(CashFlow& row) const;
