@@ -68,7 +68,6 @@ private:
     std::unique_ptr<RowSet> rows_; ///< nothing while the recordset is closed
     std::shared_ptr<Runner> runner_;
     std::shared_ptr<RowWriter> writer_;
-    bool updatable_ = false;
 
     RowFilter filter_;
     std::string criteria_;

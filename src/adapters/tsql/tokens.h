@@ -1,0 +1,69 @@
+#pragma once
+
+#include "adapters/tsql/shape.h"
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// The pieces of a Transact-SQL text, and the scanning that the lexer and the shape share.
+namespace z7::cashflow::tsql {
+
+/// Numbers of the errors that the server's users know.
+namespace errors {
+inline constexpr int badSyntax = 102;       ///< incorrect syntax near a token
+inline constexpr int unclosedQuote = 105;   ///< a text that is not closed
+inline constexpr int unclosedComment = 113; ///< a comment that is not closed
+inline constexpr int tooDeep = 191;         ///< nested too deeply
+inline constexpr int unknownFunction = 195; ///< a function that is not known
+inline constexpr int unknownObject = 208;   ///< a table or a view that is not there
+inline constexpr int badDate = 241;         ///< a text that is no date
+inline constexpr int unknownType = 243;     ///< a data type that is not known
+inline constexpr int unknownDatabase = 911; ///< a database that is not there
+inline constexpr int badNumber = 8114;      ///< a text that is no number
+inline constexpr int numberTooLarge = 8115; ///< a number out of the range of its column
+} // namespace errors
+
+struct Token {
+    enum class Kind { identifier, quotedIdentifier, literal, symbol, end };
+    Kind kind = Kind::end;
+    std::string_view text;  ///< as written; of a quoted identifier with its brackets
+    std::string_view lower; ///< of an identifier in lower case; points into Tokens::lowered
+    int literal = -1;       ///< which of the literals it is
+};
+
+/// The tokens of a text. They point into the text and into this object, which therefore stays where it is.
+struct Tokens {
+    explicit Tokens(std::string_view text);
+    Tokens(const Tokens&) = delete;
+    Tokens& operator=(const Tokens&) = delete;
+
+    std::vector<Token> tokens; ///< the last one is the end
+    std::vector<Literal> literals;
+
+private:
+    std::string lowered_;
+};
+
+/// The classes of bytes that decide how scanning goes on.
+enum class ByteClass : unsigned char { blank, name, digit, quote, bracket, dash, slash, dot, symbol, invalid };
+[[nodiscard]] ByteClass byteClass(char c) noexcept;
+
+/// Each of these takes a text and the position where a piece begins, and gives the position behind it.
+[[nodiscard]] std::size_t skipBlanks(std::string_view text, std::size_t at) noexcept;
+[[nodiscard]] std::size_t skipName(std::string_view text, std::size_t at) noexcept;
+/// A comment, if one begins here; else the same position.
+[[nodiscard]] std::size_t skipComment(std::string_view text, std::size_t at);
+/// A name in brackets or double quotes.
+[[nodiscard]] std::size_t skipQuotedName(std::string_view text, std::size_t at);
+/// A number begins with a digit, or with a point before a digit.
+[[nodiscard]] std::size_t scanNumber(std::string_view text, std::size_t at, Literal& literal) noexcept;
+/// A text begins at its quote; the prefix N that may stand before it begins at "from".
+[[nodiscard]] std::size_t scanText(std::string_view text, std::size_t from, std::size_t quote, Literal& literal);
+
+/// "Incorrect syntax near 'x'."
+[[noreturn]] void raiseSyntaxError(std::string_view near);
+[[noreturn]] void raiseError(int number, const std::string& description, const char* sqlState = "42000");
+
+} // namespace z7::cashflow::tsql
