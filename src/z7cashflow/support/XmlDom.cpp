@@ -1,6 +1,8 @@
 #include "z7cashflow/support/XmlDom.h"
 
+#include <libxml/SAX2.h>
 #include <libxml/parser.h>
+#include <libxml/parserInternals.h>
 #include <libxml/tree.h>
 
 #include <algorithm>
@@ -29,10 +31,48 @@ std::string prefixed(const xmlNs* ns, const xmlChar* name) {
 
 bool isBlankText(const xmlNode* node) { return node->type == XML_TEXT_NODE && xmlIsBlankNode(node) != 0; }
 
-// The parser's own guards against expansion stay on (no XML_PARSE_HUGE); entities are replaced, but none is ever
-// fetched: neither a DTD nor an external entity is loaded, and the network is off.
+// The parser's own guards against expansion and depth stay on (no XML_PARSE_HUGE), and the network is off.
 constexpr int parseOptions = XML_PARSE_NONET | XML_PARSE_NOENT | XML_PARSE_NOERROR | XML_PARSE_NOWARNING |
                              XML_PARSE_NOCDATA | XML_PARSE_IGNORE_ENC;
+
+// Ends the parse with the verdict that the text is no document.
+void refuse(void* context) {
+    auto* parser = static_cast<xmlParserCtxt*>(context);
+    parser->wellFormed = 0;
+    xmlStopParser(parser);
+}
+
+void refuseExternalEntities(void* context, const xmlChar* name, int type, const xmlChar* publicId,
+                            const xmlChar* systemId, xmlChar* content) {
+    if (type == XML_INTERNAL_GENERAL_ENTITY || type == XML_INTERNAL_PARAMETER_ENTITY) {
+        xmlSAX2EntityDecl(context, name, type, publicId, systemId, content);
+    } else {
+        refuse(context);
+    }
+}
+
+void refuseExternalSubset(void* context, const xmlChar* name, const xmlChar* publicId, const xmlChar* systemId) {
+    if (publicId == nullptr && systemId == nullptr) {
+        xmlSAX2InternalSubset(context, name, publicId, systemId);
+    } else {
+        refuse(context);
+    }
+}
+
+xmlEntity* refuseUnknownEntities(void* context, const xmlChar* name) {
+    xmlEntity* entity = xmlSAX2GetEntity(context, name);
+    if (entity == nullptr) {
+        refuse(context);
+    }
+    return entity;
+}
+
+// A document is what its text says: what it would fetch from elsewhere makes it no document.
+void closeToOutside(xmlParserCtxt& parser) {
+    parser.sax->entityDecl = refuseExternalEntities;
+    parser.sax->internalSubset = refuseExternalSubset;
+    parser.sax->getEntity = refuseUnknownEntities;
+}
 
 } // namespace
 
@@ -105,13 +145,15 @@ std::vector<XmlNode> XmlNode::selectNodes(std::string_view path) const {
 XmlDocument::XmlDocument(std::shared_ptr<const void> document) noexcept : document_(std::move(document)) {}
 
 std::optional<XmlDocument> XmlDocument::load(std::string_view text) {
-    if (text.empty() || text.size() > static_cast<std::size_t>(std::numeric_limits<int>::max())) {
+    if (text.empty() || text.find('\0') != std::string_view::npos ||
+        text.size() > static_cast<std::size_t>(std::numeric_limits<int>::max())) {
         return std::nullopt;
     }
     const std::shared_ptr<xmlParserCtxt> parser(xmlNewParserCtxt(), xmlFreeParserCtxt);
     if (!parser) {
         return std::nullopt;
     }
+    closeToOutside(*parser);
     const std::shared_ptr<xmlDoc> document(
         xmlCtxtReadMemory(parser.get(), text.data(), static_cast<int>(text.size()), nullptr, "UTF-8", parseOptions),
         [](xmlDoc* doc) { xmlFreeDoc(doc); });
