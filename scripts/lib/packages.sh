@@ -60,7 +60,10 @@ install_packages() {
     echo "Missing packages: ${missing[*]}"
     if [ "$(id -u)" -ne 0 ]; then
         if ! command -v sudo >/dev/null; then
-            echo "Installing them needs root or sudo. As root: apt-get install ${missing[*]%%|*}" >&2
+            for line in "${missing[@]}"; do
+                names+=("$(package_to_install "$line")")
+            done
+            echo "Installing them needs root or sudo. As root: apt-get install ${names[*]}" >&2
             return 1
         fi
         privilege=(sudo)
