@@ -1,3 +1,4 @@
+# shellcheck shell=bash
 # Installs the Debian packages that are missing. To be sourced; needs bash.
 #
 # install_packages LIST GROUP...
