@@ -1,0 +1,228 @@
+#include "host/HostText.h"
+
+#include "host/TextCatalogue.h"
+
+#include <array>
+
+namespace z7::cashflow::host {
+
+namespace {
+
+using T = HostText;
+
+constexpr std::array texts{
+    HostTextEntry{T::voucher, "凭证", "Voucher"},
+    HostTextEntry{T::date, "日期", "Date"},
+    HostTextEntry{T::summary, "摘要", "Summary"},
+    HostTextEntry{T::cashSum, "现金净额", "Cash sum"},
+    HostTextEntry{T::needed, "需要", "Needed"},
+    HostTextEntry{T::stored, "已存行", "Stored"},
+    HostTextEntry{T::meets, "相符", "Meets"},
+    HostTextEntry{T::line, "分录", "Line"},
+    HostTextEntry{T::account, "科目", "Account"},
+    HostTextEntry{T::accountName, "科目名称", "Account name"},
+    HostTextEntry{T::debit, "借方", "Debit"},
+    HostTextEntry{T::credit, "贷方", "Credit"},
+    HostTextEntry{T::item, "项目", "Item"},
+    HostTextEntry{T::itemName, "现金流量项目", "Cash-flow item"},
+    HostTextEntry{T::error, "错误号", "Error"},
+    HostTextEntry{T::message, "原因", "Reason"},
+    HostTextEntry{T::outcome, "结果", "Outcome"},
+    HostTextEntry{T::vouchers, "凭证数", "Vouchers"},
+    HostTextEntry{T::rowsOf, "行数", "Rows"},
+    HostTextEntry{T::yes, "是", "yes"},
+    HostTextEntry{T::no, "否", "no"},
+    HostTextEntry{T::total, "合计", "Total"},
+
+    HostTextEntry{T::outcomeStored, "已保存", "stored"},
+    HostTextEntry{T::outcomeNoCash, "无现金科目", "no cash account"},
+    HostTextEntry{T::outcomeNothing, "无需分配", "nothing to allot"},
+    HostTextEntry{T::outcomeRefused, "被拒绝", "refused"},
+
+    HostTextEntry{T::verdictMeets, "检查通过：现金流量行与凭证相符。", "The rows meet the voucher."},
+    HostTextEntry{T::verdictNoCash, "凭证中没有现金流量科目，不需要现金流量行。",
+                  "The voucher has no cash-flow account and needs no rows."},
+    HostTextEntry{T::verdictNothing, "现金科目相互抵消，不需要现金流量行。",
+                  "The voucher's cash lines cancel out, so it needs no rows."},
+    HostTextEntry{T::verdictRefused, "检查不通过：{0}", "The rows do not meet the voucher: {0}"},
+    HostTextEntry{T::savedRows, "凭证 {0}：已保存 {1} 行。", "Voucher {0}: rows stored: {1}."},
+    HostTextEntry{T::savedNoCash, "凭证 {0}：没有现金流量科目，未作改动。",
+                  "Voucher {0}: no cash-flow account, nothing changed."},
+    HostTextEntry{T::savedNothing, "凭证 {0}：无需分配，没有保存任何行。",
+                  "Voucher {0}: nothing to allot, no rows stored."},
+    HostTextEntry{T::noRows, "没有现金流量行。", "There are no rows."},
+    HostTextEntry{T::noVouchers, "该期间没有凭证。", "There are no vouchers."},
+    HostTextEntry{T::reasonAtLine, "{0}（第 {1} 条分录）", "{0} (line {1})"},
+    HostTextEntry{T::refusalsFollow, "被拒绝的凭证：", "Refused vouchers:"},
+    HostTextEntry{T::moreRefusals, "……另有 {0} 张被拒绝的凭证，用 --all 全部列出。",
+                  "... and {0} more refused vouchers; --all lists them all."},
+    HostTextEntry{T::dryRun, "试运行：全部已回滚，数据库没有改动。",
+                  "Dry run: everything was rolled back, the database is unchanged."},
+    HostTextEntry{T::interrupted, "已中断：{1} 张凭证中已处理 {0} 张，其余凭证没有改动。",
+                  "Interrupted: {0} of {1} vouchers are done, the others are untouched."},
+    HostTextEntry{T::initInterrupted, "已中断，没有建立数据库。", "Interrupted; no database was made."},
+    HostTextEntry{T::stopped, "因数据库错误而停止于凭证 {0}：{1} 张凭证中已处理 {2} 张，其余凭证没有改动。",
+                  "Stopped at voucher {0} by an error of the database: {2} of {1} vouchers are done, the others are "
+                  "untouched."},
+    HostTextEntry{T::databaseMade, "已建立 {0}：{1} 张表，{2} 行。", "Made {0}: tables filled: {1}, records: {2}."},
+    HostTextEntry{T::progress, "正在分配", "Allotting"},
+
+    HostTextEntry{T::errorLine, "z7cf: {0}", "z7cf: {0}"},
+    HostTextEntry{T::badKey, "“{0}”不是凭证号；请写成 年/期间/类别/号，例如 2024/1/2/15",
+                  "\"{0}\" is no voucher; write year/period/kind/number, such as 2024/1/2/15"},
+    HostTextEntry{T::badYear, "会计年度应为 1 至 9999：{0}", "The accounting year must be 1 to 9999, not {0}"},
+    HostTextEntry{T::badLanguage, "--lang 应为 zh-CN 或 en，而不是“{0}”",
+                  "--lang takes zh-CN or en, not \"{0}\""},
+    HostTextEntry{T::noVoucher, "没有凭证 {0}", "There is no voucher {0}"},
+    HostTextEntry{T::fileMissing, "找不到数据库文件 {0}；可用 z7cf init 建立",
+                  "There is no database file {0}; z7cf init makes one"},
+    HostTextEntry{T::fileExists, "{0} 已存在，不会覆盖；请另选文件名或先移走该文件",
+                  "{0} exists and is not overwritten; choose another name or move the file away first"},
+    HostTextEntry{T::notADatabase, "无法打开数据库 {0}：{1}", "Database {0} cannot be opened: {1}"},
+    HostTextEntry{T::databaseFailed, "数据库错误 {0}：{1}", "Database error {0}: {1}"},
+    HostTextEntry{T::voucherFailed, "错误 {0}：{1}", "Error {0}: {1}"},
+    HostTextEntry{T::outputFailed, "无法写出结果：{0}", "The output cannot be written: {0}"},
+    HostTextEntry{T::settingsUnreadable, "设置文件 {0} 第 {1} 行：{2}", "Settings file {0}, line {1}: {2}"},
+    HostTextEntry{T::settingsBadKey, "不认识的设置“{0}”；可用的有 account、user、operator、accounting_system、language",
+                  "unknown setting \"{0}\"; known are account, user, operator, accounting_system and language"},
+    HostTextEntry{T::settingsBadType, "设置“{0}”应为文本", "setting \"{0}\" must be a text"},
+    HostTextEntry{T::settingsBadValue, "设置“{0}”的值“{1}”无效", "setting \"{0}\" cannot be \"{1}\""},
+    HostTextEntry{T::settingsMissing, "无法读取设置文件 {0}", "Settings file {0} is not there or cannot be read"},
+    HostTextEntry{T::setNeedsValue, "--set 应写成 名称=值，而不是“{0}”", "--set takes NAME=VALUE, not \"{0}\""},
+    HostTextEntry{T::setUnknown, "不认识的账套选项“{0}”；可用的有 {1}", "Unknown account option \"{0}\"; known are {1}"},
+    HostTextEntry{T::setTwice, "账套选项“{0}”给出了两次", "Account option \"{0}\" is given twice"},
+    HostTextEntry{T::setBadValue, "账套选项“{0}”应为 true 或 false，而不是“{1}”",
+                  "Account option \"{0}\" takes true or false, not \"{1}\""},
+    HostTextEntry{T::folderMissing, "{0} 不是可读的文件夹", "{0} is no folder that can be read"},
+    HostTextEntry{T::folderEmpty, "文件夹 {0} 中没有 .csv 文件", "Folder {0} holds no .csv file"},
+    HostTextEntry{T::moveFailed, "无法写入 {0}：{1}", "{0} cannot be written: {1}"},
+    HostTextEntry{T::outOfMemory, "内存不足", "Out of memory"},
+    HostTextEntry{T::internal, "内部错误：{0}", "Internal error: {0}"},
+
+    HostTextEntry{T::csvAt, "{0} 第 {1} 行：{2}", "{0}, line {1}: {2}"},
+    HostTextEntry{T::csvAtColumn, "{0} 第 {1} 行 {2} 列：{3}", "{0}, line {1}, column {2}: {3}"},
+    HostTextEntry{T::csvInvalidUtf8, "不是有效的 UTF-8 文本", "the text is no valid UTF-8"},
+    HostTextEntry{T::csvZeroByte, "含有零字节", "there is a zero byte"},
+    HostTextEntry{T::csvStrayQuote, "引号位置不对；含引号的字段要整个加引号，其中的引号要成双",
+                  "a quote stands where none may be; quote the whole field and double the quotes in it"},
+    HostTextEntry{T::csvUnclosedQuote, "引号没有闭合", "a quoted field is not closed"},
+    HostTextEntry{T::csvTooLong, "记录超过 16 MiB", "the record is longer than 16 MiB"},
+    HostTextEntry{T::csvUnreadable, "读取失败", "reading fails"},
+    HostTextEntry{T::csvNoMemory, "内存不足", "out of memory"},
+    HostTextEntry{T::csvCannotOpen, "无法打开文件", "the file cannot be opened"},
+    HostTextEntry{T::csvNoHeading, "第一行应为列名，但文件是空的", "the first line must name the columns, but the file is empty"},
+    HostTextEntry{T::csvUnknownTable, "数据库中没有表“{0}”；可用的表有 {1}",
+                  "the database has no table \"{0}\"; tables are {1}"},
+    HostTextEntry{T::csvTableTwice, "表“{0}”有两个文件", "there are two files for table \"{0}\""},
+    HostTextEntry{T::csvUnknownColumn, "表“{0}”没有此列", "table \"{0}\" has no such column"},
+    HostTextEntry{T::csvColumnTwice, "列名出现了两次", "the column is named twice"},
+    HostTextEntry{T::csvColumnMissing, "缺少必需的列“{0}”", "the required column \"{0}\" is missing"},
+    HostTextEntry{T::csvTooManyFields, "有 {0} 个字段，而列名只有 {1} 个", "there are {0} fields but only {1} column names"},
+    HostTextEntry{T::csvTooFewFields, "只有 {0} 个字段，而列名有 {1} 个", "there are only {0} fields for {1} column names"},
+    HostTextEntry{T::csvNoName, "第 {0} 个列名是空的", "column name {0} is empty"},
+
+    HostTextEntry{T::helpProgram, "把总账凭证的现金收支分配到现金流量项目。",
+                  "Allots the cash movements of ledger vouchers to cash-flow items."},
+    HostTextEntry{T::helpInit, "建立账套数据库：空的、示例公司的或来自 CSV 文件的",
+                  "Make an account's database: empty, with the sample company, or from CSV files"},
+    HostTextEntry{T::helpVouchers, "列出某年度或期间的凭证及其现金流量状况",
+                  "List the vouchers of a year or period and how their rows stand"},
+    HostTextEntry{T::helpRows, "显示一张凭证已存的或新生成的现金流量行及检查结果",
+                  "Show the stored or freshly generated rows of a voucher and the verdict on them"},
+    HostTextEntry{T::helpCheck, "检查一张凭证已存的现金流量行是否与凭证相符",
+                  "Check whether the stored rows of a voucher meet it"},
+    HostTextEntry{T::helpSave, "保存一张凭证的现金流量行；没有已存的行就先生成",
+                  "Save the rows of a voucher, generating them where none are stored"},
+    HostTextEntry{T::helpAllot, "为某年度或期间的每张凭证生成、检查并保存现金流量行",
+                  "Generate, check and save the rows of every voucher of a year or period"},
+    HostTextEntry{T::helpLang, "输出的语言：zh-CN 或 en", "Language of the output: zh-CN or en"},
+    HostTextEntry{T::helpQuiet, "不显示提示消息和进度", "No notices and no progress"},
+    HostTextEntry{T::helpJson, "输出 JSON，供程序读取", "Write JSON for machines"},
+    HostTextEntry{T::helpSettings, "设置文件（TOML）；默认为 ~/.config/z7cf/settings.toml",
+                  "Settings file (TOML); by default ~/.config/z7cf/settings.toml"},
+    HostTextEntry{T::helpVersion, "显示版本", "Show the version"},
+    HostTextEntry{T::helpHelp, "显示帮助", "Show this help"},
+    HostTextEntry{T::helpFile, "账套数据库文件", "Database file of the account"},
+    HostTextEntry{T::helpKey, "凭证：年/期间/类别/号", "Voucher: year/period/kind/number"},
+    HostTextEntry{T::helpYear, "会计年度", "Accounting year"},
+    HostTextEntry{T::helpPeriod, "只限此会计期间", "This accounting period only"},
+    HostTextEntry{T::helpGenerate, "显示由凭证新生成的行，而不是已存的行",
+                  "Show rows generated from the voucher instead of the stored ones"},
+    HostTextEntry{T::helpDryRun, "只试运行：每张凭证都回滚", "Try only: roll every voucher back"},
+    HostTextEntry{T::helpAll, "列出全部被拒绝的凭证，而不只是前 20 张", "List all refused vouchers, not only the first 20"},
+    HostTextEntry{T::helpSample, "装入随程序提供的示例公司", "Fill it with the sample company that comes with the program"},
+    HostTextEntry{T::helpFrom, "装入此文件夹中以表名命名的 CSV 文件",
+                  "Fill it from the CSV files of this folder, which are named after the tables"},
+    HostTextEntry{T::helpSet, "账套选项，可重复：bCashCode=true", "Account option, may be repeated: bCashCode=true"},
+    HostTextEntry{T::examplesProgram,
+                  "例：\n"
+                  "  z7cf init company.db --sample\n"
+                  "  z7cf allot company.db --year 2024\n"
+                  "退出码：0 完成，1 有凭证被拒绝或不存在，2 用法错误，3 数据库或输出错误，130/143 被中断",
+                  "Examples:\n"
+                  "  z7cf init company.db --sample\n"
+                  "  z7cf allot company.db --year 2024\n"
+                  "Exit codes: 0 done, 1 some voucher refused or not there, 2 usage, 3 database or output, 130/143 "
+                  "interrupted"},
+    HostTextEntry{T::examplesInit,
+                  "例：\n"
+                  "  z7cf init company.db --sample --set bCashCode=true\n"
+                  "  z7cf init journal.db --from ./tables",
+                  "Examples:\n"
+                  "  z7cf init company.db --sample --set bCashCode=true\n"
+                  "  z7cf init journal.db --from ./tables"},
+    HostTextEntry{T::examplesVouchers,
+                  "例：\n"
+                  "  z7cf vouchers company.db --year 2024 --period 3\n"
+                  "  z7cf vouchers company.db --year 2024 --json",
+                  "Examples:\n"
+                  "  z7cf vouchers company.db --year 2024 --period 3\n"
+                  "  z7cf vouchers company.db --year 2024 --json"},
+    HostTextEntry{T::examplesRows,
+                  "例：\n"
+                  "  z7cf rows company.db 2024/1/2/15\n"
+                  "  z7cf rows company.db 2024/1/2/15 --generate --json",
+                  "Examples:\n"
+                  "  z7cf rows company.db 2024/1/2/15\n"
+                  "  z7cf rows company.db 2024/1/2/15 --generate --json"},
+    HostTextEntry{T::examplesCheck,
+                  "例：\n"
+                  "  z7cf check company.db 2024/1/2/15",
+                  "Examples:\n"
+                  "  z7cf check company.db 2024/1/2/15"},
+    HostTextEntry{T::examplesSave,
+                  "例：\n"
+                  "  z7cf save company.db 2024/1/2/15",
+                  "Examples:\n"
+                  "  z7cf save company.db 2024/1/2/15"},
+    HostTextEntry{T::examplesAllot,
+                  "例：\n"
+                  "  z7cf allot company.db --year 2024 --dry-run\n"
+                  "  z7cf allot company.db --year 2024 --period 3 --json",
+                  "Examples:\n"
+                  "  z7cf allot company.db --year 2024 --dry-run\n"
+                  "  z7cf allot company.db --year 2024 --period 3 --json"},
+    HostTextEntry{T::usageHint, "用 --help 查看用法。", "See --help."},
+};
+
+static_assert(texts.size() == static_cast<std::size_t>(HostText::count));
+static_assert([] {
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        if (static_cast<std::size_t>(texts[i].id) != i) {
+            return false;
+        }
+    }
+    return true;
+}());
+
+} // namespace
+
+std::span<const HostTextEntry> hostTexts() noexcept { return texts; }
+
+std::string hostText(Language language, HostText text, const std::vector<std::string>& arguments) {
+    const HostTextEntry& entry = texts.at(static_cast<std::size_t>(text));
+    return fillPlaces(language == Language::chinese ? entry.chinese : entry.english,
+                      std::vector<Variant>(arguments.begin(), arguments.end()));
+}
+
+} // namespace z7::cashflow::host

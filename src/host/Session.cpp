@@ -1,0 +1,42 @@
+#include "host/Session.h"
+
+#include "adapters/sqlite/database.h"
+#include "host/ExitCode.h"
+#include "host/Failure.h"
+#include "z7cashflow/model/modPublic.h"
+#include "z7cashflow/support/conversions.h"
+
+namespace z7::cashflow::host {
+
+Session::Session(const std::filesystem::path& database, std::int16_t year, const GlobalOptions& options,
+                 const Console& console)
+    : year_(year), messageBox_(std::make_shared<terminal::TerminalMessageBox>(
+                       console.in, console.err, terminal::MessageBoxOptions{console.interactive, options.quiet})) {
+    std::error_code ignored;
+    if (!std::filesystem::exists(database, ignored)) {
+        throw Failure(exitCode::database, HostText::fileMissing, {database.string()});
+    }
+    const std::string connectionString = sqlite::connectionString(database, year);
+    try {
+        connection_.Open(connectionString);
+    } catch (const Error& error) {
+        throw Failure(exitCode::database, HostText::notADatabase, {database.string(), error.description()});
+    }
+    modPublic::Context& context = modPublic::context();
+    context = modPublic::Context{};
+    context.createMessageBox = [box = messageBox_] { return box; };
+    provider_.Gl().objLogin(std::make_shared<HostLogin>(options, year, connectionString));
+    context.bCashCode = accountOption("bCashCode");
+    context.bAutoDisplay = accountOption("bAutoDisplay");
+}
+
+Session::~Session() {
+    messageBox_->reportRepeats();
+    modPublic::context() = modPublic::Context{};
+}
+
+bool Session::accountOption(const char* name) {
+    return asciiUpper(data_.GetAccInfo(connection_, "GL", name)) == "TRUE";
+}
+
+} // namespace z7::cashflow::host

@@ -1,0 +1,204 @@
+#include "host/TableFiles.h"
+
+#include "adapters/sqlite/TableLoader.h"
+#include "host/CsvReader.h"
+#include "host/ExitCode.h"
+#include "host/Failure.h"
+#include "host/sampleData.h"
+#include "z7cashflow/support/conversions.h"
+
+#include <algorithm>
+#include <fstream>
+#include <optional>
+#include <set>
+#include <sstream>
+#include <string_view>
+
+namespace z7::cashflow::host {
+
+namespace {
+
+HostText reasonText(CsvError::Kind kind) noexcept {
+    switch (kind) {
+    case CsvError::Kind::invalidUtf8:
+        return HostText::csvInvalidUtf8;
+    case CsvError::Kind::zeroByte:
+        return HostText::csvZeroByte;
+    case CsvError::Kind::strayQuote:
+        return HostText::csvStrayQuote;
+    case CsvError::Kind::unclosedQuote:
+        return HostText::csvUnclosedQuote;
+    case CsvError::Kind::recordTooLong:
+        return HostText::csvTooLong;
+    case CsvError::Kind::outOfMemory:
+        return HostText::csvNoMemory;
+    case CsvError::Kind::unreadable:
+        break;
+    }
+    return HostText::csvUnreadable;
+}
+
+std::string joined(const std::vector<std::string>& names) {
+    std::string list;
+    for (const std::string& name : names) {
+        list += (list.empty() ? "" : ", ") + name;
+    }
+    return list;
+}
+
+/// Loads one file. The first record becomes the column names, all others rows.
+class FileLoading {
+public:
+    FileLoading(sqlite::Connection& connection, const TableFile& file, Language language,
+                const std::function<bool()>& stopRequested)
+        : connection_(connection), file_(file), language_(language), stopRequested_(stopRequested) {}
+
+    std::int64_t run() {
+        const std::unique_ptr<std::istream> stream = file_.open();
+        if (!stream) {
+            refuse(1, hostText(language_, HostText::csvCannotOpen));
+        }
+        try {
+            readCsv(*stream, [this](const CsvRecord& record) {
+                if (loader_) {
+                    addRecord(record);
+                } else {
+                    readHeading(record);
+                }
+            });
+        } catch (const CsvError& error) {
+            refuse(error.line(), hostText(language_, reasonText(error.kind())));
+        }
+        if (!loader_) {
+            refuse(1, hostText(language_, HostText::csvNoHeading));
+        }
+        return loader_->count();
+    }
+
+private:
+    [[noreturn]] void refuse(std::size_t line, const std::string& reason) const {
+        throw Failure(exitCode::usage, HostText::csvAt, {file_.shownName, std::to_string(line), reason});
+    }
+
+    [[noreturn]] void refuse(std::size_t line, const std::string& column, const std::string& reason) const {
+        throw Failure(exitCode::usage, HostText::csvAtColumn, {file_.shownName, std::to_string(line), column, reason});
+    }
+
+    void readHeading(const CsvRecord& record) {
+        const std::vector<sqlite::TableColumn> known = sqlite::tableColumns(connection_, file_.table);
+        std::set<std::string> named;
+        for (std::size_t i = 0; i < record.fields.size(); ++i) {
+            if (!record.fields[i] || record.fields[i]->empty()) {
+                refuse(record.line, hostText(language_, HostText::csvNoName, {std::to_string(i + 1)}));
+            }
+            const std::string& name = *record.fields[i];
+            const bool isKnown = std::any_of(known.begin(), known.end(), [&name](const sqlite::TableColumn& column) {
+                return asciiLower(column.name) == asciiLower(name);
+            });
+            if (!isKnown) {
+                refuse(record.line, name, hostText(language_, HostText::csvUnknownColumn, {file_.table}));
+            }
+            if (!named.insert(asciiLower(name)).second) {
+                refuse(record.line, name, hostText(language_, HostText::csvColumnTwice));
+            }
+            columns_.push_back(name);
+        }
+        for (const sqlite::TableColumn& column : known) {
+            if (!column.nullable && !column.hasDefault && !named.contains(asciiLower(column.name))) {
+                refuse(record.line, hostText(language_, HostText::csvColumnMissing, {column.name}));
+            }
+        }
+        loader_.emplace(connection_, file_.table, columns_);
+    }
+
+    void addRecord(const CsvRecord& record) {
+        if (stopRequested_()) {
+            throw Interrupted();
+        }
+        const std::size_t given = record.fields.size();
+        if (given != columns_.size()) {
+            refuse(record.line, hostText(language_,
+                                         given > columns_.size() ? HostText::csvTooManyFields : HostText::csvTooFewFields,
+                                         {std::to_string(given), std::to_string(columns_.size())}));
+        }
+        values_.assign(record.fields.begin(), record.fields.end());
+        try {
+            loader_->add(values_);
+        } catch (const sqlite::LoadError& error) {
+            if (error.column().empty()) {
+                refuse(record.line, error.reason());
+            }
+            refuse(record.line, error.column(), error.reason());
+        }
+    }
+
+    sqlite::Connection& connection_;
+    const TableFile& file_;
+    Language language_;
+    const std::function<bool()>& stopRequested_;
+    std::vector<std::string> columns_;
+    std::vector<std::optional<std::string_view>> values_;
+    std::optional<sqlite::TableLoader> loader_;
+};
+
+} // namespace
+
+std::vector<TableFile> tableFilesOfFolder(const std::filesystem::path& folder) {
+    std::error_code failure;
+    std::vector<std::filesystem::path> paths;
+    for (auto entry = std::filesystem::directory_iterator(folder, failure);
+         !failure && entry != std::filesystem::directory_iterator(); entry.increment(failure)) {
+        std::error_code ignored;
+        if (asciiLower(entry->path().extension().string()) == ".csv" && entry->is_regular_file(ignored)) {
+            paths.push_back(entry->path());
+        }
+    }
+    if (failure) {
+        throw Failure(exitCode::usage, HostText::folderMissing, {folder.string()});
+    }
+    if (paths.empty()) {
+        throw Failure(exitCode::usage, HostText::folderEmpty, {folder.string()});
+    }
+    std::sort(paths.begin(), paths.end());
+    std::vector<TableFile> files;
+    for (const std::filesystem::path& path : paths) {
+        files.push_back({path.stem().string(), path.string(), [path]() -> std::unique_ptr<std::istream> {
+                             auto stream = std::make_unique<std::ifstream>(path, std::ios::binary);
+                             return stream->is_open() ? std::move(stream) : nullptr;
+                         }});
+    }
+    return files;
+}
+
+std::vector<TableFile> tableFilesOfSample() {
+    std::vector<TableFile> files;
+    for (const SampleFile& sample : sampleFiles()) {
+        files.push_back({std::string(sample.table), std::string(sample.table) + ".csv", [text = sample.text] {
+                             return std::make_unique<std::istringstream>(std::string(text), std::ios::binary);
+                         }});
+    }
+    return files;
+}
+
+LoadedTables loadTableFiles(sqlite::Connection& connection, const std::vector<TableFile>& files, Language language,
+                            const std::function<bool()>& stopRequested) {
+    const std::vector<std::string> tables = sqlite::tableNames(connection);
+    LoadedTables loaded;
+    std::set<std::string> seen;
+    for (const TableFile& file : files) {
+        const auto isThis = [&file](const std::string& table) { return asciiLower(table) == asciiLower(file.table); };
+        if (std::none_of(tables.begin(), tables.end(), isThis)) {
+            throw Failure(exitCode::usage, HostText::csvAt,
+                          {file.shownName, "1", hostText(language, HostText::csvUnknownTable, {file.table, joined(tables)})});
+        }
+        if (!seen.insert(asciiLower(file.table)).second) {
+            throw Failure(exitCode::usage, HostText::csvAt,
+                          {file.shownName, "1", hostText(language, HostText::csvTableTwice, {file.table})});
+        }
+        loaded.records += FileLoading(connection, file, language, stopRequested).run();
+        ++loaded.tables;
+    }
+    return loaded;
+}
+
+} // namespace z7::cashflow::host

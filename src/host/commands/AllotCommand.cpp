@@ -1,0 +1,146 @@
+#include "host/Allotment.h"
+#include "host/Command.h"
+#include "host/ExitCode.h"
+#include "host/Output.h"
+#include "host/ProgressBar.h"
+#include "host/StopSignals.h"
+#include "host/Verdict.h"
+#include "host/commands/arguments.h"
+#include "host/jsonText.h"
+#include "z7cashflow/support/Error.h"
+
+#include <CLI/CLI.hpp>
+#include <nlohmann/json.hpp>
+
+#include <array>
+#include <optional>
+
+namespace z7::cashflow::host {
+
+namespace {
+
+constexpr std::size_t refusalsShown = 20;
+
+/// How many vouchers came to each outcome, and which were refused.
+struct Totals {
+    struct Count {
+        std::size_t vouchers = 0;
+        std::int64_t rows = 0;
+    };
+    std::array<Count, 4> counts; ///< by Outcome
+    std::vector<VoucherResult> refusals; ///< as many as are to be shown
+    std::size_t refusalsKept = refusalsShown;
+
+    void add(const VoucherResult& result) {
+        Count& count = counts.at(static_cast<std::size_t>(result.outcome));
+        ++count.vouchers;
+        count.rows += result.rows;
+        if (result.refusal && refusals.size() < refusalsKept) {
+            refusals.push_back(result);
+        }
+    }
+
+    [[nodiscard]] std::size_t refused() const {
+        return counts.at(static_cast<std::size_t>(Outcome::refused)).vouchers;
+    }
+};
+
+/// z7cf allot: allots every voucher of a year or period.
+class AllotCommand final : public Command {
+public:
+    CLI::App& declare(CLI::App& program, Language language) override {
+        CLI::App* command = program.add_subcommand("allot", hostText(language, HostText::helpAllot));
+        period_.declare(*command, language);
+        command->add_flag("--dry-run", dryRun_, hostText(language, HostText::helpDryRun));
+        command->add_flag("--all", all_, hostText(language, HostText::helpAll));
+        command->footer(hostText(language, HostText::examplesAllot));
+        return *command;
+    }
+
+    int run(const GlobalOptions& options, const Console& console) override {
+        Output output(console, options);
+        Session session(period_.database.file, period_.year(), options, console);
+        const auto vouchers = listVouchers(session.connection(), period_.year(), period_.period());
+        Totals totals;
+        totals.refusalsKept = all_ ? vouchers.size() : refusalsShown;
+        StopSignals signals;
+        std::size_t done = 0;
+        std::optional<Error> failure;
+        try {
+            ProgressBar bar(console.err, output.text(HostText::progress), vouchers.size(),
+                            console.errorsOnTerminal && !options.quiet && !options.json);
+            Allotment allotment(session.connection(), session.provider().Gl(), !dryRun_);
+            bar.update(0);
+            allotment.allotAll(vouchers, [&signals] { return signals.requested(); }, [&](const VoucherResult& result) {
+                totals.add(result);
+                bar.update(++done);
+                if (output.json()) {
+                    output.line(jsonText(resultJson(result)));
+                }
+            });
+        } catch (const Error& error) { // the database fails; what was done before stays done and is told
+            failure = error;
+        }
+        if (!output.json()) {
+            printTotals(output, totals);
+        }
+        output.flush();
+        if (failure) {
+            output.remark(output.text(HostText::stopped, {voucherKeyText(vouchers.at(done).key),
+                                                          std::to_string(vouchers.size()), std::to_string(done)}));
+            throw Error(*failure);
+        }
+        if (signals.received() != 0 && done < vouchers.size()) {
+            output.remark(output.text(HostText::interrupted, {std::to_string(done), std::to_string(vouchers.size())}));
+            return exitCode::signalBase + signals.received();
+        }
+        return totals.refused() > 0 ? exitCode::refused : exitCode::done;
+    }
+
+private:
+    void printTotals(Output& output, const Totals& totals) const {
+        if (totals.refused() > 0) {
+            output.line(output.text(HostText::refusalsFollow));
+            TextTable refusals({{output.text(HostText::voucher)},
+                                {output.text(HostText::error), TextTable::Align::right},
+                                {output.text(HostText::message)}});
+            for (const VoucherResult& result : totals.refusals) {
+                refusals.add({voucherKeyText(result.key), std::to_string(result.refusal->number),
+                              reasonText(output.language(), result.refusal->description)});
+            }
+            output.table(refusals);
+            if (totals.refused() > totals.refusals.size()) {
+                output.line(output.text(HostText::moreRefusals,
+                                        {std::to_string(totals.refused() - totals.refusals.size())}));
+            }
+            output.line("");
+        }
+        TextTable table({{output.text(HostText::outcome)},
+                         {output.text(HostText::vouchers), TextTable::Align::right},
+                         {output.text(HostText::rowsOf), TextTable::Align::right}});
+        Totals::Count sum;
+        constexpr std::array names{HostText::outcomeStored, HostText::outcomeNoCash, HostText::outcomeNothing,
+                                   HostText::outcomeRefused};
+        for (std::size_t i = 0; i < names.size(); ++i) {
+            const Totals::Count& count = totals.counts.at(i);
+            table.add({output.text(names.at(i)), std::to_string(count.vouchers), std::to_string(count.rows)});
+            sum.vouchers += count.vouchers;
+            sum.rows += count.rows;
+        }
+        table.add({output.text(HostText::total), std::to_string(sum.vouchers), std::to_string(sum.rows)});
+        output.table(table);
+        if (dryRun_) {
+            output.line(output.text(HostText::dryRun));
+        }
+    }
+
+    PeriodArgument period_;
+    bool dryRun_ = false;
+    bool all_ = false;
+};
+
+} // namespace
+
+std::unique_ptr<Command> makeAllotCommand() { return std::make_unique<AllotCommand>(); }
+
+} // namespace z7::cashflow::host
