@@ -39,7 +39,7 @@ struct Context {
 
     /// Services of the process around the library, replaceable by hosts and tests. They are no part of the login.
     std::function<std::shared_ptr<MessageBox>()> createMessageBox; ///< makes messageBoxObject; none by default
-    GuidSource guidSource = systemGuidBytes;                       ///< random bytes of GetGUID
+    GuidSource guidSource = systemGuidSource();                    ///< random bytes of GetGUID
     std::function<void(const std::string&)> debugSink;             ///< takes debug texts; nowhere by default
 };
 

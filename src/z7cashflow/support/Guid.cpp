@@ -4,6 +4,7 @@
 #include "z7cashflow/support/Format.h"
 
 #include <algorithm>
+#include <memory>
 #include <random>
 #include <string_view>
 
@@ -44,23 +45,28 @@ std::string assemble(const std::array<std::uint8_t, 16>& bytes) {
 
 } // namespace
 
-std::optional<std::array<std::uint8_t, 16>> systemGuidBytes() {
-    std::array<std::uint8_t, 16> bytes{};
-    try {
-        std::random_device device;
-        for (std::size_t at = 0; at < bytes.size(); at += 4) {
-            const std::uint32_t word = device();
-            for (std::size_t byte = 0; byte < 4; ++byte) {
-                bytes[at + byte] = static_cast<std::uint8_t>(word >> (8 * byte));
+GuidSource systemGuidSource() {
+    auto opened = std::make_shared<std::unique_ptr<std::random_device>>();
+    return [opened]() -> std::optional<std::array<std::uint8_t, 16>> {
+        std::array<std::uint8_t, 16> bytes{};
+        try {
+            if (!*opened) {
+                *opened = std::make_unique<std::random_device>();
             }
+            for (std::size_t at = 0; at < bytes.size(); at += 4) {
+                const std::uint32_t word = (**opened)();
+                for (std::size_t byte = 0; byte < 4; ++byte) {
+                    bytes[at + byte] = static_cast<std::uint8_t>(word >> (8 * byte));
+                }
+            }
+        } catch (const std::exception&) { // no source of randomness is told as such, not as a failure
+            return std::nullopt;
         }
-    } catch (const std::exception&) { // no source of randomness is told as such, not as a failure
-        return std::nullopt;
-    }
-    // Version 4, variant 1, as the operating system marks its random identifiers.
-    bytes[7] = static_cast<std::uint8_t>((bytes[7] & 0x0FU) | 0x40U);
-    bytes[8] = static_cast<std::uint8_t>((bytes[8] & 0x3FU) | 0x80U);
-    return bytes;
+        // Version 4, variant 1, as the operating system marks its random identifiers.
+        bytes[7] = static_cast<std::uint8_t>((bytes[7] & 0x0FU) | 0x40U);
+        bytes[8] = static_cast<std::uint8_t>((bytes[8] & 0x3FU) | 0x80U);
+        return bytes;
+    };
 }
 
 std::string guidText(const GuidSource& source) {

@@ -12,11 +12,12 @@ namespace z7::cashflow {
 /// make texts that repeat.
 using GuidSource = std::function<std::optional<std::array<std::uint8_t, 16>>()>;
 
-/// Random bytes of the operating system.
-[[nodiscard]] std::optional<std::array<std::uint8_t, 16>> systemGuidBytes();
+/// Random bytes of the operating system. A source keeps its way to them open, since opening it anew costs many times what a
+/// text costs.
+[[nodiscard]] GuidSource systemGuidSource();
 
 /// A text of upper-case hexadecimal digits, new each time, that is safe as a part of a table's name. It has at most 40
 /// characters and always ends in eight zeros. Empty if the source fails or raises an Error.
-[[nodiscard]] std::string guidText(const GuidSource& source = systemGuidBytes);
+[[nodiscard]] std::string guidText(const GuidSource& source);
 
 } // namespace z7::cashflow
