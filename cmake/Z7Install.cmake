@@ -7,8 +7,10 @@ include(CMakePackageConfigHelpers)
 set(packageDir ${CMAKE_INSTALL_LIBDIR}/cmake/Z7CashFlow)
 
 install(TARGETS z7_cashflow EXPORT Z7CashFlowTargets ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
+file(STRINGS ${CMAKE_CURRENT_LIST_DIR}/internalHeaders.txt internalHeaders REGEX "^[^#]")
+list(TRANSFORM internalHeaders REPLACE "^(.+)$" "PATTERN;\\1;EXCLUDE")
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/src/z7cashflow DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
-        FILES_MATCHING PATTERN "*.h")
+        FILES_MATCHING PATTERN "*.h" ${internalHeaders})
 install(EXPORT Z7CashFlowTargets NAMESPACE z7:: DESTINATION ${packageDir})
 
 configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/Z7CashFlowConfig.cmake.in

@@ -6,8 +6,9 @@ check_coverage.py [--program Z7CF] [ROOT]
     Z7CF    the built program; without it its options are not looked at
 check_coverage.py --self-test
 
-An operation counts as tested when its name occurs as a word in a source below tests/. An option counts as tested when one
-test case (a TEST of a source, or a golden case's file) holds both the name of the command and the option.
+An operation counts as tested when its name occurs as a word in a source below tests/; the headers in
+cmake/internalHeaders.txt are not looked at. An option counts as tested when one test case (a TEST of a source, or a
+golden case's file) holds both the name of the command and the option.
 """
 
 import pathlib
@@ -132,17 +133,29 @@ def cases(root):
             yield path.read_text(encoding="utf-8")
 
 
+def internal_headers(root):
+    """The headers whose routines are tested through others, as paths below src/."""
+    lines = (root / "cmake" / "internalHeaders.txt").read_text(encoding="utf-8").splitlines()
+    return {line for line in lines if line and not line.startswith("#")}
+
+
 def gaps(root, program):
     tests = "\n".join(
         path.read_text(encoding="utf-8") for path in (root / "tests").rglob("*") if path.suffix in (".cpp", ".h")
     )
     words = set(re.findall(r"\w+", without_comments(tests)))
     count = 0
+    internal = internal_headers(root)
     for header in sorted((root / "src" / "z7cashflow").rglob("*.h")):
+        if header.relative_to(root / "src").as_posix() in internal:
+            internal.remove(header.relative_to(root / "src").as_posix())
+            continue
         for name in sorted(operations(header.read_text(encoding="utf-8"))):
             count += 1
             if name not in words and name not in EXCEPTED_OPERATIONS:
                 yield f"{header.relative_to(root)}: {name} occurs in no test"
+    for header in sorted(internal):
+        yield f"cmake/internalHeaders.txt: {header} is no header of the library"
     if count == 0:
         yield "no operations found: the headers are not where this script looks"
     if program:
@@ -201,6 +214,9 @@ def self_test():
         root = pathlib.Path(folder)
         (root / "src/z7cashflow").mkdir(parents=True)
         (root / "tests").mkdir()
+        (root / "cmake").mkdir()
+        (root / "cmake/internalHeaders.txt").write_text("# internal\nz7cashflow/inner.h\nz7cashflow/gone.h\n")
+        (root / "src/z7cashflow/inner.h").write_text("int inner();")
         (root / "src/z7cashflow/Thing.h").write_text("struct T { void tested(); void commented(); void untested(); };")
         (root / "tests/a.cpp").write_text(
             '// commented()\nTEST(A, b) { t.tested(); run("list", "--year"); }\nTEST(A, c) { run("show", "--json"); }\n'
@@ -213,6 +229,7 @@ def self_test():
         program.chmod(0o755)
         found = sorted(line.split(": ")[1] if ".h: " in line else line for line in gaps(root, str(program)))
         expected = [
+            "cmake/internalHeaders.txt: z7cashflow/gone.h is no header of the library",
             "commented occurs in no test",
             "untested occurs in no test",
             "z7cf list --json: no test case holds both",
