@@ -1,0 +1,29 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <string>
+
+namespace z7::cashflow::sqlite {
+
+/// What a connection string of the embedded database says; see Connection for its keywords.
+struct ConnectionOptions {
+    std::filesystem::path database;
+    std::optional<std::int16_t> year;
+    int timeout = 5000;              ///< milliseconds
+    std::optional<int> maxPages;
+};
+
+/// Error 5 that names the keyword which is unknown, missing, given twice or has a bad value. No value is quoted, since any of
+/// them could be a secret that was meant for another driver.
+[[nodiscard]] ConnectionOptions parseConnectionString(const std::string& text);
+
+/// A value as it stands in a connection string: in braces if it needs them.
+[[nodiscard]] std::string connectionValue(const std::string& value);
+
+/// A path from and to UTF-8.
+[[nodiscard]] std::filesystem::path pathOf(const std::string& utf8);
+[[nodiscard]] std::string utf8Of(const std::filesystem::path& path);
+
+} // namespace z7::cashflow::sqlite
