@@ -1,4 +1,4 @@
-# The install: the library with its headers and a package config, and the program where it is built.
+# The install of the library: its headers and a package config. The program brings its own install.
 #   find_package(Z7CashFlow) then gives the target z7::cashflow.
 
 include(GNUInstallDirs)
@@ -19,7 +19,3 @@ write_basic_package_version_file(${PROJECT_BINARY_DIR}/Z7CashFlowConfigVersion.c
 install(FILES ${PROJECT_BINARY_DIR}/Z7CashFlowConfig.cmake ${PROJECT_BINARY_DIR}/Z7CashFlowConfigVersion.cmake
         DESTINATION ${packageDir})
 install(FILES ${PROJECT_SOURCE_DIR}/LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR})
-
-if(TARGET z7cf)
-  install(TARGETS z7cf RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
-endif()

@@ -46,7 +46,7 @@ shown z7cf vouchers "$sample/company.db" --year "$year" --period 1
 
 # The first voucher of January that got rows.
 voucher=$(z7cf vouchers "$sample/company.db" --year "$year" --period 1 --json |
-    tr -d '\n ' | tr '{' '\n' | grep '"stored":true' | sed -n '1s/.*"voucher":"\([^"]*\)".*/\1/p')
+    sed -n '/"stored":[1-9]/s/.*"voucher":"\([^"]*\)".*/\1/p' | sed -n 1p)
 if [ -z "$voucher" ]; then
     echo "No voucher of January has rows: the allotment did not do its work." >&2
     exit 1
