@@ -30,6 +30,7 @@ code=0
 # The build may be g++'s, whose own warning options clang does not know.
 $runner -quiet -clang-tidy-binary "$(command -v $tidy)" -p "$build" -j "$jobs" \
     -extra-arg=-Wno-unknown-warning-option "$pattern" >"$output" 2>&1 || code=$?
+sed -i 's/\x1b\[[0-9;]*m//g' "$output"
 # Each source is announced by its command and closed by a count of what was left out; neither is a finding.
 grep -Ev '^[^ ]*clang-tidy[^ ]* |^[0-9]+ warnings? generated|^Suppressed |^Use -header-filter|^$' "$output" || true
 checked=$(grep -Ec '^[^ ]*clang-tidy[^ ]* ' "$output" || true)
