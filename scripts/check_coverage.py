@@ -116,13 +116,15 @@ def options(program):
         ).stdout
 
     def options_in(text):
-        return set(re.findall(r"(?<![\w-])--[a-z][a-z-]*", text))
+        # Lines that declare an option, not examples that use one.
+        return set(re.findall(r"^\s+(?:-\w,\s*)?(--[a-z][a-z-]*)", text, flags=re.M))
 
     text = help_text()
     commands = []
     listed = re.split(r"^\s*subcommands:\s*$", text, flags=re.M | re.I)
     if len(listed) == 2:
-        commands = re.findall(r"^  ([a-z][a-z-]*)\b", listed[1], flags=re.M)
+        block = listed[1].lstrip("\n").split("\n\n")[0]  # behind it come examples
+        commands = re.findall(r"^  ([a-z][a-z-]*)\b", block, flags=re.M)
     if not commands:
         raise SystemExit(f"the help of {program} lists no commands")
     common = options_in(listed[0])
@@ -235,8 +237,9 @@ def self_test():
         )
         program = root / "z7cf"
         program.write_text(
-            "#!/bin/sh\ncase $1 in --help) printf 'Options:\\n  --lang  --json\\nSubcommands:\\n  list   lists\\n  show   shows\\n';;\n"
-            "list) echo '  --year INT  --lang  --json';; show) echo '  --json';; esac\n"
+            "#!/bin/sh\ncase $1 in --help) printf 'Options:\\n  -l,--lang\\n  --json\\nSubcommands:\\n  list   lists\\n"
+            "  show   shows\\n\\nExamples:\\n  prog list --deep\\n';;\n"
+            "list) printf '  --year INT\\n  --lang\\n  --json\\n';; show) echo '  --json';; esac\n"
         )
         program.chmod(0o755)
         found = sorted(line.split(": ")[1] if ".h: " in line else line for line in gaps(root, str(program)))
