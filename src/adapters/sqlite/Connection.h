@@ -5,11 +5,19 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace z7::cashflow::sqlite {
 
+class Connection;
 class Session;
 class SessionPool;
+class TableLoader;
+struct TableColumn;
+
+// Friends of the connection; see TableLoader.h.
+std::vector<std::string> tableNames(Connection& connection);
+std::vector<TableColumn> tableColumns(Connection& connection, const std::string& table);
 
 /// A session on the embedded database: an account's file with its system database and its tempdb beside it.
 ///
@@ -64,6 +72,9 @@ public:
 
 private:
     friend class RecordsetBackend;
+    friend class TableLoader;
+    friend std::vector<std::string> tableNames(Connection& connection);
+    friend std::vector<TableColumn> tableColumns(Connection& connection, const std::string& table);
 
     Session& session() const;
 

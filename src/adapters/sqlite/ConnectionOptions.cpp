@@ -78,7 +78,8 @@ void take(ConnectionOptions& options, const std::string& keyword, const std::str
     } else if (keyword == "maxpages") {
         options.maxPages = numberValue(keyword, value, 1, 2147483646);
     } else {
-        refuse("the keyword \"" + keyword + "\" is unknown; the known ones are driver, database, year, timeout and maxpages");
+        refuse("the keyword \"" + keyword +
+               "\" is unknown; the known ones are driver, database, year, timeout and maxpages");
     }
 }
 

@@ -11,7 +11,7 @@ namespace z7::cashflow::sqlite {
 struct ConnectionOptions {
     std::filesystem::path database;
     std::optional<std::int16_t> year;
-    int timeout = 5000;              ///< milliseconds
+    int timeout = 5000; ///< milliseconds
     std::optional<int> maxPages;
 };
 

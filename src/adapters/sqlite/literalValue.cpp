@@ -28,11 +28,21 @@ std::optional<Date> readServerDate(std::string text) {
     return readDate(text);
 }
 
+/// The number of a literal that is one. Error 8115 if no double holds it.
+double numberOf(const LiteralBinding& binding, const tsql::Literal& literal) {
+    double number = 0.0;
+    const auto [end, error] = std::from_chars(literal.body.data(), literal.body.data() + literal.body.size(), number);
+    if (error == std::errc::result_out_of_range) {
+        tsql::raiseError(tsql::errors::numberTooLarge,
+                         "The number " + std::string(literal.body.substr(0, 40)) + " is out of range.", "22003");
+    }
+    return binding.negative ? -number : number;
+}
+
 std::string dateFor(const LiteralBinding& binding, const tsql::Literal& literal) {
     constexpr double dayZero = 2.0; // the server counts its days from 1900-01-01
     if (literal.kind == tsql::Literal::Kind::number) {
-        const double number = readNumber(literal.body).value_or(0.0);
-        const Date date(dayZero + (binding.negative ? -number : number));
+        const Date date(dayZero + numberOf(binding, literal));
         if (!isValidDate(date)) {
             tsql::raiseError(tsql::errors::numberTooLarge,
                              "Arithmetic overflow error converting expression to data type datetime.", "22003");
@@ -53,8 +63,7 @@ std::string dateFor(const LiteralBinding& binding, const tsql::Literal& literal)
 
 double numberFor(const LiteralBinding& binding, const tsql::Literal& literal) {
     if (literal.kind == tsql::Literal::Kind::number) {
-        const double number = readNumber(literal.body).value_or(0.0);
-        return binding.negative ? -number : number;
+        return numberOf(binding, literal);
     }
     const std::string text = literal.value();
     if (text.find_first_not_of(' ') == std::string::npos) {
@@ -91,8 +100,12 @@ void bindWhole(Statement& statement, int position, const LiteralBinding& binding
         statement.bind(position, std::int64_t{number != 0.0 ? 1 : 0});
         return;
     }
-    const double least = binding.type == ColumnType::byte ? 0.0 : binding.type == ColumnType::int16 ? -32768.0 : -2147483648.0;
-    const double most = binding.type == ColumnType::byte ? 255.0 : binding.type == ColumnType::int16 ? 32767.0 : 2147483647.0;
+    const double least = binding.type == ColumnType::byte    ? 0.0
+                         : binding.type == ColumnType::int16 ? -32768.0
+                                                             : -2147483648.0;
+    const double most = binding.type == ColumnType::byte    ? 255.0
+                        : binding.type == ColumnType::int16 ? 32767.0
+                                                            : 2147483647.0;
     const double whole = std::trunc(number);
     if (binding.assigned && !(whole >= least && whole <= most)) {
         raiseOverflow(binding);

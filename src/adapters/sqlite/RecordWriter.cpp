@@ -1,0 +1,83 @@
+#include "adapters/sqlite/RecordWriter.h"
+
+#include "adapters/sqlite/databaseError.h"
+#include "z7cashflow/support/Error.h"
+#include "z7cashflow/support/conversions.h"
+
+#include <utility>
+
+namespace z7::cashflow::sqlite {
+
+RecordWriter::RecordWriter(std::shared_ptr<Session> session, tsql::TableName target, std::vector<ColumnOrigin> origins)
+    : session_(std::move(session)), target_(std::move(target)), origins_(std::move(origins)) {}
+
+void RecordWriter::insert(const std::vector<cursor::Change>& changes) {
+    std::string columns;
+    std::string places;
+    std::vector<Variant> values;
+    for (const cursor::Change& change : changes) {
+        columns += (columns.empty() ? "" : ", ") + tsql::quotedName(columnName(change.column));
+        places += places.empty() ? "?" : ", ?";
+        values.push_back(change.value);
+    }
+    const std::string sql = "INSERT INTO " + tsql::qualifiedName(target_);
+    session_->runOwn(changes.empty() ? sql + " DEFAULT VALUES" : sql + " (" + columns + ") VALUES (" + places + ")",
+                     values);
+}
+
+void RecordWriter::update(const cursor::RowSet& rows, std::size_t row, const std::vector<cursor::Change>& changes) {
+    std::string sql = "UPDATE " + tsql::qualifiedName(target_) + " SET ";
+    std::vector<Variant> values;
+    for (const cursor::Change& change : changes) {
+        sql += (values.empty() ? "" : ", ") + tsql::quotedName(columnName(change.column)) + " = ?";
+        values.push_back(change.value);
+    }
+    const std::vector<int> key = keyColumns();
+    if (key.empty()) {
+        throw Error(errors::notUpdatable, errorSource,
+                    "A record of " + target_.name +
+                        " cannot be changed: the table has no primary key by which to find "
+                        "it, or the statement does not select it.");
+    }
+    std::string_view before = " WHERE ";
+    for (const int column : key) {
+        sql.append(before).append(tsql::quotedName(columnName(column))).append(" = ?");
+        values.push_back(rows.value(row, column));
+        before = " AND ";
+    }
+    for (const cursor::Change& change : changes) {
+        sql.append(before).append(tsql::quotedName(columnName(change.column))).append(" IS ?");
+        values.push_back(rows.value(row, change.column));
+    }
+    if (session_->runOwn(sql, values) == 0) {
+        throw Error(recordChanged, errorSource,
+                    "The record of " + target_.name +
+                        " has been changed or removed by somebody else since it was read.");
+    }
+}
+
+std::string RecordWriter::columnName(int column) const {
+    const ColumnOrigin& origin = origins_[static_cast<std::size_t>(column)];
+    if (origin.column.empty()) {
+        raisePlatformError(errors::notUpdatable, "an expression of the view " + target_.name);
+    }
+    return origin.column;
+}
+
+std::vector<int> RecordWriter::keyColumns() const {
+    tsql::TableName base = target_;
+    base.name = origins_.front().table; // the table behind a view
+    const auto shape = session_->catalogue().table(base);
+    std::vector<int> columns;
+    for (const std::string& name : shape->key) {
+        for (std::size_t i = 0; i < origins_.size(); ++i) {
+            if (origins_[i].table == origins_.front().table && asciiLower(origins_[i].column) == asciiLower(name)) {
+                columns.push_back(static_cast<int>(i));
+                break;
+            }
+        }
+    }
+    return columns.size() == shape->key.size() ? columns : std::vector<int>();
+}
+
+} // namespace z7::cashflow::sqlite

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "adapters/cursor/Backend.h"
+#include "adapters/sqlite/Session.h"
+#include "adapters/tsql/Rewriting.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace z7::cashflow::sqlite {
+
+/// The number of the error for a record that is no longer what was read.
+inline constexpr int recordChanged = 3197;
+
+/// Writes records of a query over one table or view. New records go through the name that the query used, so that a view
+/// fills in what it fills in. A record is found again by the table's primary key, and only if the columns that change still hold
+/// what was read.
+class RecordWriter final : public cursor::RowWriter {
+public:
+    RecordWriter(std::shared_ptr<Session> session, tsql::TableName target, std::vector<ColumnOrigin> origins);
+
+    void insert(const std::vector<cursor::Change>& changes) override;
+    void update(const cursor::RowSet& rows, std::size_t row, const std::vector<cursor::Change>& changes) override;
+
+private:
+    [[nodiscard]] std::string columnName(int column) const;
+    /// The result's columns that make up the primary key of the table behind it; empty if they are not all there.
+    [[nodiscard]] std::vector<int> keyColumns() const;
+
+    std::shared_ptr<Session> session_;
+    tsql::TableName target_;
+    std::vector<ColumnOrigin> origins_;
+};
+
+} // namespace z7::cashflow::sqlite

@@ -1,0 +1,402 @@
+#include "adapters/sqlite/Session.h"
+
+#include "adapters/sqlite/RecordWriter.h"
+#include "adapters/sqlite/database.h"
+#include "adapters/sqlite/databaseError.h"
+#include "adapters/sqlite/declaredType.h"
+#include "adapters/sqlite/openFile.h"
+#include "adapters/tsql/tokens.h"
+#include "z7cashflow/support/Error.h"
+
+#include <sqlite3.h>
+
+#include <algorithm>
+#include <utility>
+
+namespace z7::cashflow::sqlite {
+namespace {
+
+constexpr std::size_t longestCachedText = 64 * 1024;
+
+bool touchesTemporaryTable(const tsql::Step& step) {
+    return std::any_of(step.tables.begin(), step.tables.end(),
+                       [](const tsql::TableName& table) { return table.place == tsql::TableName::Place::temp; });
+}
+
+/// Whether a rewriting may be kept for the next statement of its shape. Tables of tempdb live for one voucher.
+bool isWorthKeeping(const tsql::Rewriting& rewriting) {
+    return std::none_of(rewriting.steps.begin(), rewriting.steps.end(), [](const tsql::Step& step) {
+        return step.kind == tsql::Step::Kind::drop || step.kind == tsql::Step::Kind::queryInto ||
+               touchesTemporaryTable(step);
+    });
+}
+
+std::string orEmpty(const char* text) { return text == nullptr ? std::string() : std::string(text); }
+
+/// What the text of a statement tells about a column of its result, or a null pointer if its items cannot be counted.
+const tsql::ResultItem* itemOf(const std::vector<tsql::ResultItem>& items, int column, int columns) {
+    const auto star = std::find_if(items.begin(), items.end(), [](const auto& item) { return item.star; });
+    if (star == items.end() || column < star - items.begin()) {
+        return column < static_cast<int>(items.size()) ? &items[static_cast<std::size_t>(column)] : nullptr;
+    }
+    const int fromEnd = columns - column;
+    const auto behind = items.end() - std::min<std::ptrdiff_t>(fromEnd, items.end() - items.begin());
+    const bool lastStarBefore = std::none_of(behind, items.end(), [](const auto& item) { return item.star; });
+    return lastStarBefore ? &*behind : nullptr;
+}
+
+} // namespace
+
+Session::Session(const ConnectionOptions& options, int number, std::shared_ptr<const Observers> observers)
+    : number_(number), observers_(std::move(observers)),
+      lockedRemark_("another session is writing to " + utf8Of(options.database) + "; waited " +
+                    std::to_string(options.timeout) + " ms") {
+    handle_.reset(openAccount(options));
+    catalogue_.emplace(handle_.get());
+}
+
+Session::~Session() { close(); }
+
+void Session::close() noexcept {
+    batches_.clear();
+    own_.clear();
+    catalogue_.reset();
+    inTransaction_ = false;
+    handle_.reset(); // rolls an open transaction back
+}
+
+void Session::Closer::operator()(sqlite3* handle) const noexcept { sqlite3_close_v2(handle); }
+
+sqlite3* Session::handle() const {
+    if (handle_ == nullptr) {
+        raisePlatformError(errors::objectClosed);
+    }
+    return handle_.get();
+}
+
+Catalogue& Session::catalogue() {
+    static_cast<void>(handle());
+    return *catalogue_;
+}
+
+cursor::Result Session::run(const std::string& text, bool updatable) {
+    static_cast<void>(handle());
+    if (observers_->statement) {
+        observers_->statement(number_, text);
+    }
+    requireTransactionAlive();
+    const std::shared_ptr<Batch> batch = batchFor(text);
+    const std::vector<tsql::Literal> literals = shape_.literals;
+    cursor::Result result;
+    bool guardHolds = true;
+    for (PreparedStep& step : batch->steps) {
+        if (!guardHolds) {
+            guardHolds = true;
+            continue;
+        }
+        if (step.step.kind == tsql::Step::Kind::guard) {
+            prepare(step);
+            bind(step, literals);
+            const StatementReset reset(*step.statement);
+            const bool found = step.statement->step(lockedRemark_) && sqlite3_column_int(step.statement->get(), 0) != 0;
+            guardHolds = found == step.step.runNextIfFound;
+        } else {
+            runStep(step, literals, updatable, result);
+        }
+    }
+    return result;
+}
+
+std::shared_ptr<Session::Batch> Session::batchFor(const std::string& text) {
+    tsql::shapeOf(text, shape_);
+    const auto inlinedText = [this](int index) { return shape_.literals[static_cast<std::size_t>(index)].source; };
+    if (const auto* known = batches_.find(shape_.key)) {
+        const Batch& batch = **known;
+        bool same = true;
+        for (std::size_t i = 0; i < batch.inlined.size(); ++i) {
+            same = same && inlinedText(batch.inlined[i]) == batch.inlinedText[i];
+        }
+        if (same) {
+            return *known;
+        }
+    }
+    tsql::Rewriting rewriting = tsql::rewrite(text);
+    auto batch = std::make_shared<Batch>();
+    batch->inlined = rewriting.inlined;
+    for (const int index : rewriting.inlined) {
+        batch->inlinedText.emplace_back(inlinedText(index));
+    }
+    const bool keep = text.size() <= longestCachedText && isWorthKeeping(rewriting);
+    for (tsql::Step& step : rewriting.steps) {
+        batch->steps.emplace_back().step = std::move(step);
+    }
+    if (keep) {
+        batches_.insert(shape_.key, batch);
+    }
+    return batch;
+}
+
+void Session::prepare(PreparedStep& step) {
+    if (step.statement != nullptr) {
+        return;
+    }
+    step.bindings.clear();
+    for (const tsql::Parameter& parameter : step.step.parameters) {
+        LiteralBinding binding;
+        binding.literal = parameter.literal;
+        binding.negative = parameter.negative;
+        binding.assigned = parameter.use == tsql::Parameter::Use::assign;
+        std::shared_ptr<const TableShape> holder;
+        const TableColumn* column =
+            parameter.use == tsql::Parameter::Use::plain ? nullptr : catalogue().column(parameter.column, holder);
+        if (column != nullptr) {
+            binding.type = column->type;
+            binding.length = column->length;
+            binding.column = column->name;
+        }
+        step.bindings.push_back(std::move(binding));
+    }
+    auto statement = std::make_unique<Statement>(handle(), step.step.sql);
+    step.statement = std::move(statement);
+    readColumns(step);
+}
+
+void Session::readColumns(PreparedStep& step) {
+    sqlite3_stmt* statement = step.statement->get();
+    const int count = sqlite3_column_count(statement);
+    std::vector<cursor::Column> columns;
+    step.origins.clear();
+    for (int i = 0; i < count; ++i) {
+        cursor::Column column;
+        column.name = orEmpty(sqlite3_column_name(statement, i));
+        DeclaredType declared = declaredType(orEmpty(sqlite3_column_decltype(statement, i)));
+        if (const tsql::ResultItem* item = itemOf(step.step.items, i, count)) {
+            column.name = item->unnamed ? std::string() : column.name;
+            declared = item->castType.empty() ? declared : declaredType(item->castType);
+        }
+        column.type = declared.type;
+        column.length = declared.length;
+        columns.push_back(std::move(column));
+        if (step.step.writable) {
+            step.origins.push_back({orEmpty(sqlite3_column_database_name(statement, i)),
+                                    orEmpty(sqlite3_column_table_name(statement, i)),
+                                    orEmpty(sqlite3_column_origin_name(statement, i))});
+        }
+    }
+    step.columns = std::make_shared<const cursor::ColumnList>(std::move(columns));
+}
+
+void Session::bind(PreparedStep& step, const std::vector<tsql::Literal>& literals) {
+    int position = 0;
+    for (const LiteralBinding& binding : step.bindings) {
+        bindLiteral(*step.statement, ++position, binding, literals[static_cast<std::size_t>(binding.literal)]);
+    }
+    observe(*step.statement);
+}
+
+void Session::observe(const Statement& statement) const {
+    if (observers_->rewritten) {
+        observers_->rewritten(number_, statement.expanded());
+    }
+}
+
+void Session::observe(const std::string& sql) const {
+    if (observers_->rewritten) {
+        observers_->rewritten(number_, sql);
+    }
+}
+
+void Session::runText(const std::string& sql) {
+    observe(sql);
+    executeScript(handle(), sql, lockedRemark_);
+}
+
+void Session::runStep(PreparedStep& step, const std::vector<tsql::Literal>& literals, bool updatable,
+                      cursor::Result& result) {
+    prepare(step);
+    if (step.step.kind == tsql::Step::Kind::queryInto) {
+        runInto(step, literals);
+        return;
+    }
+    bind(step, literals);
+    if (step.step.kind == tsql::Step::Kind::query) {
+        std::unique_ptr<cursor::RowSet> rows = fetch(step);
+        if (result.rows == nullptr) {
+            result.rows = std::move(rows);
+            if (updatable && step.step.writable) {
+                result.writer = std::make_shared<RecordWriter>(shared_from_this(), step.step.target, step.origins);
+            }
+        }
+        return;
+    }
+    {
+        const StatementReset reset(*step.statement);
+        while (step.statement->step(lockedRemark_)) {
+        }
+    }
+    if (step.step.kind == tsql::Step::Kind::drop) {
+        catalogue().forget();
+    }
+}
+
+std::unique_ptr<cursor::RowSet> Session::fetch(PreparedStep& step) {
+    const StatementReset reset(*step.statement);
+    sqlite3_stmt* statement = step.statement->get();
+    bool row = step.statement->step(lockedRemark_);
+    const int preparations = sqlite3_stmt_status(statement, SQLITE_STMTSTATUS_REPREPARE, 0);
+    if (preparations != step.preparations) { // another session has changed the tables since
+        step.preparations = preparations;
+        readColumns(step);
+    }
+    auto rows = std::make_unique<cursor::RowSet>(step.columns);
+    const int columns = step.columns->count();
+    while (row) {
+        for (int i = 0; i < columns; ++i) {
+            switch (sqlite3_column_type(statement, i)) {
+            case SQLITE_NULL:
+                rows->addNull();
+                break;
+            case SQLITE_INTEGER:
+                rows->addInteger(sqlite3_column_int64(statement, i));
+                break;
+            case SQLITE_FLOAT:
+                rows->addReal(sqlite3_column_double(statement, i));
+                break;
+            default: {
+                const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement, i));
+                rows->addText({text, static_cast<std::size_t>(sqlite3_column_bytes(statement, i))});
+                break;
+            }
+            }
+        }
+        row = step.statement->step(lockedRemark_);
+    }
+    return rows;
+}
+
+void Session::runInto(PreparedStep& step, const std::vector<tsql::Literal>& literals) {
+    const std::string create = createTableText(step);
+    runText("SAVEPOINT z7_into");
+    try {
+        runText(create);
+        PreparedStep copy;
+        copy.step = step.step;
+        copy.step.kind = tsql::Step::Kind::change;
+        copy.step.sql = "INSERT INTO " + tsql::qualifiedName(step.step.target) + ' ' + step.step.sql;
+        cursor::Result none;
+        runStep(copy, literals, false, none);
+    } catch (const Error&) {
+        executeScript(handle(), "ROLLBACK TO z7_into");
+        executeScript(handle(), "RELEASE z7_into");
+        throw;
+    }
+    runText("RELEASE z7_into");
+}
+
+std::string Session::createTableText(const PreparedStep& step) const {
+    std::string text = "CREATE TABLE " + tsql::qualifiedName(step.step.target) + " (";
+    for (int i = 0; i < step.columns->count(); ++i) {
+        text += (i > 0 ? ", " : "") + columnText(step, i);
+    }
+    return text + ")";
+}
+
+std::string Session::columnText(const PreparedStep& step, int column) const {
+    const std::string& name = (*step.columns)[column].name;
+    if (name.empty()) {
+        constexpr int nameMissing = 1038;
+        tsql::raiseError(nameMissing, "A column of the new table has no name; give the expression an alias.");
+    }
+    std::string text = tsql::quotedName(name);
+    sqlite3_stmt* statement = step.statement->get();
+    const char* table = sqlite3_column_table_name(statement, column);
+    if (table == nullptr) {
+        const tsql::ResultItem* item = itemOf(step.step.items, column, step.columns->count());
+        return item == nullptr || item->castType.empty() ? text : text + ' ' + item->castType;
+    }
+    const char* type = nullptr;
+    const char* collation = nullptr;
+    int notNull = 0;
+    int inKey = 0;
+    int automatic = 0;
+    const int code = sqlite3_table_column_metadata(handle(), sqlite3_column_database_name(statement, column), table,
+                                                   sqlite3_column_origin_name(statement, column), &type, &collation,
+                                                   &notNull, &inKey, &automatic);
+    if (code != SQLITE_OK) {
+        raiseDatabaseError(handle());
+    }
+    text += ' ' + orEmpty(type);
+    if (collation != nullptr && orEmpty(collation) != "BINARY") {
+        text += " COLLATE " + orEmpty(collation);
+    }
+    return notNull != 0 || inKey != 0 ? text + " NOT NULL" : text;
+}
+
+std::int64_t Session::runOwn(const std::string& sql, const std::vector<Variant>& values) {
+    sqlite3* const database = handle();
+    requireTransactionAlive();
+    std::unique_ptr<Statement>* known = own_.find(sql);
+    if (known == nullptr) {
+        known = &own_.insert(sql, std::make_unique<Statement>(database, sql));
+    }
+    Statement& statement = **known;
+    int position = 0;
+    for (const Variant& value : values) {
+        statement.bind(++position, value);
+    }
+    observe(statement);
+    const auto before = sqlite3_total_changes64(database);
+    const StatementReset reset(statement);
+    while (statement.step(lockedRemark_)) {
+    }
+    return sqlite3_total_changes64(database) - before;
+}
+
+void Session::begin() {
+    if (inTransaction_) {
+        raiseDatabaseError(SQLITE_ERROR, "cannot start a transaction within a transaction");
+    }
+    runText("BEGIN");
+    // A statement that changes nothing takes the account's write lock now. "BEGIN IMMEDIATE" would take those of zqsystem
+    // and tempdb as well, and a session of its own could then not fill its temporary table.
+    try {
+        runText("DELETE FROM main.accinformation WHERE 0");
+    } catch (const Error&) {
+        executeScript(handle(), "ROLLBACK");
+        throw;
+    }
+    inTransaction_ = true;
+}
+
+void Session::commit() {
+    requireTransactionAlive();
+    if (!inTransaction_) {
+        raiseDatabaseError(SQLITE_ERROR, "cannot commit - no transaction is active");
+    }
+    runText("COMMIT");
+    inTransaction_ = false;
+}
+
+void Session::rollback() {
+    if (!inTransaction_) {
+        raiseDatabaseError(SQLITE_ERROR, "cannot rollback - no transaction is active");
+    }
+    inTransaction_ = false;
+    if (sqlite3_get_autocommit(handle()) == 0) { // else the database has rolled back already
+        runText("ROLLBACK");
+    }
+}
+
+bool Session::isIdle() const noexcept {
+    return handle_ != nullptr && !inTransaction_ && sqlite3_get_autocommit(handle_.get()) != 0;
+}
+
+void Session::requireTransactionAlive() const {
+    if (inTransaction_ && sqlite3_get_autocommit(handle()) != 0) {
+        raiseDatabaseError(
+            SQLITE_ABORT_ROLLBACK,
+            "The database has rolled the transaction back after an earlier error; roll back and begin anew.");
+    }
+}
+
+} // namespace z7::cashflow::sqlite

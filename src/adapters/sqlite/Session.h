@@ -1,0 +1,116 @@
+#pragma once
+
+#include "adapters/cursor/Backend.h"
+#include "adapters/sqlite/Catalogue.h"
+#include "adapters/sqlite/Connection.h"
+#include "adapters/sqlite/ConnectionOptions.h"
+#include "adapters/sqlite/LruCache.h"
+#include "adapters/sqlite/Statement.h"
+#include "adapters/sqlite/literalValue.h"
+#include "adapters/tsql/Rewriting.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+struct sqlite3;
+
+namespace z7::cashflow::sqlite {
+
+/// Who looks on when statements run; shared by a connection and its pool.
+struct Observers {
+    Connection::StatementObserver statement;
+    Connection::StatementObserver rewritten;
+};
+
+/// Where the columns of a query come from, as far as they are columns of tables. What a writer of its records needs.
+struct ColumnOrigin {
+    std::string database;
+    std::string table;
+    std::string column;
+};
+
+/// One open session: a handle of the database library with the account's companions attached, the statements that it has
+/// prepared, and its transaction. It is used on one thread.
+class Session : public std::enable_shared_from_this<Session> {
+public:
+    /// The most shapes of statements, and the most texts of its own, that a session keeps prepared.
+    static constexpr std::size_t mostPrepared = 128;
+
+    Session(const ConnectionOptions& options, int number, std::shared_ptr<const Observers> observers);
+    Session(const Session&) = delete;
+    Session& operator=(const Session&) = delete;
+    ~Session();
+
+    /// Rolls back what is not committed and lets the files go. What still refers to the session gets error 3704 from then on.
+    void close() noexcept;
+    [[nodiscard]] int number() const noexcept { return number_; }
+
+    /// Runs a Transact-SQL batch and fetches its first result whole.
+    cursor::Result run(const std::string& text, bool updatable);
+    /// Runs one statement of the embedded database's own dialect with values, and gives the number of rows that it changed,
+    /// through triggers too.
+    std::int64_t runOwn(const std::string& sql, const std::vector<Variant>& values);
+
+    void begin();
+    void commit();
+    void rollback();
+    [[nodiscard]] bool inTransaction() const noexcept { return inTransaction_; }
+    /// Whether the session can be handed to somebody else.
+    [[nodiscard]] bool isIdle() const noexcept;
+
+    [[nodiscard]] Catalogue& catalogue();
+    [[nodiscard]] sqlite3* nativeHandle() const { return handle(); }
+    /// The number of shapes that are kept prepared.
+    [[nodiscard]] std::size_t preparedCount() const noexcept { return batches_.size(); }
+
+private:
+    struct Closer {
+        void operator()(sqlite3* handle) const noexcept;
+    };
+    /// A step of a batch with what it needs to run again.
+    struct PreparedStep {
+        tsql::Step step;
+        std::unique_ptr<Statement> statement;
+        std::vector<LiteralBinding> bindings;
+        std::shared_ptr<const cursor::ColumnList> columns;
+        std::vector<ColumnOrigin> origins; ///< of a query whose records can be written
+        int preparations = 0;              ///< how often the library had to prepare it anew
+    };
+    struct Batch {
+        std::vector<PreparedStep> steps;
+        std::vector<int> inlined;             ///< literals that are part of the text,
+        std::vector<std::string> inlinedText; ///< and what they were
+    };
+
+    void open(const ConnectionOptions& options);
+    [[nodiscard]] sqlite3* handle() const;
+    [[nodiscard]] std::shared_ptr<Batch> batchFor(const std::string& text);
+    void prepare(PreparedStep& step);
+    void readColumns(PreparedStep& step);
+    void bind(PreparedStep& step, const std::vector<tsql::Literal>& literals);
+    void observe(const Statement& statement) const;
+    void observe(const std::string& sql) const;
+    void runText(const std::string& sql);
+
+    std::unique_ptr<cursor::RowSet> fetch(PreparedStep& step);
+    void runInto(PreparedStep& step, const std::vector<tsql::Literal>& literals);
+    [[nodiscard]] std::string createTableText(const PreparedStep& step) const;
+    [[nodiscard]] std::string columnText(const PreparedStep& step, int column) const;
+    void runStep(PreparedStep& step, const std::vector<tsql::Literal>& literals, bool updatable,
+                 cursor::Result& result);
+    void requireTransactionAlive() const;
+
+    std::unique_ptr<sqlite3, Closer> handle_;
+    int number_;
+    std::shared_ptr<const Observers> observers_;
+    std::string lockedRemark_;
+    std::optional<Catalogue> catalogue_;
+    LruCache<std::shared_ptr<Batch>> batches_{mostPrepared};
+    LruCache<std::unique_ptr<Statement>> own_{mostPrepared};
+    tsql::Shape shape_;
+    bool inTransaction_ = false;
+};
+
+} // namespace z7::cashflow::sqlite
