@@ -1,0 +1,252 @@
+#include "providers/ProviderTest.h"
+
+namespace z7::cashflow::test {
+namespace {
+
+using namespace ledger;
+
+class Generation : public ProviderTest {};
+
+TEST_F(Generation, GivesEachOtherLineARow) {
+    const Collection rows = create(world);
+    EXPECT_EQ(rowsOf(rows), Lines{"2:0:100:01"});
+    EXPECT_EQ(world.statements(), (Lines{run(lines()), open(option("bXJLL")), own(itemName("01")), own(itemName("01")),
+                                         own(kind()), run(lines())}));
+    EXPECT_EQ(debugTexts, (Lines{"111", "222", "itemCode:01"}));
+    const auto row = rows->Item(1);
+    EXPECT_EQ(row->Item("ccode"), Variant("6001"));
+    EXPECT_EQ(row->Item("cCashItemName"), Variant("item 01"));
+    EXPECT_EQ(row->Item("cdept_id"), Variant("D2"));
+    EXPECT_EQ(row->Item("csign"), Variant("V"));
+    EXPECT_EQ(row->Item("iYear"), Variant(i16(2013)));
+    EXPECT_EQ(row->Item("dbill_date"), Variant(Date(41279.0)));
+    EXPECT_EQ(row->Item("RowGuid"), Variant(GuidSequence::text(1)));
+    EXPECT_EQ(row->Item("md_f"), Variant(7.5));
+    EXPECT_TRUE(row->Item("cDefine1").isNull());
+    EXPECT_EQ(rows->iPeriod(), 1);
+    EXPECT_EQ(rows->isignseq(), 2);
+    EXPECT_EQ(rows->iNo_id(), 5);
+    EXPECT_EQ(rows->dbill_date(), Date(41279.0));
+    EXPECT_EQ(rows->VoucherTable(), "gl_accvouch");
+    EXPECT_EQ(rows->coutNo_id(), "");
+    EXPECT_TRUE(rows->Changed());
+}
+
+TEST_F(Generation, GivesEachCashLineARowWhereTheOptionSaysSo) {
+    modPublic::context().bCashCode = true;
+    world.setLines({{1, "1001", 100.0, 0.0, "98", "07", {}}, {2, "6001", 0.0, 100.0, "98", "01", {}}});
+    EXPECT_EQ(rowsOf(create(world)), Lines{"1:100:0:07"});
+}
+
+TEST_F(Generation, KeepsTheOrderOfTheLines) {
+    world.setLines({{9, "6001", 0.0, 30.0, "98", "01", {}},
+                    {1, "1001", 100.0, 0.0, {}, {}, {}},
+                    {4, "6002", 0.0, 50.0, "98", "02", {}},
+                    {2, "6001", 0.0, 20.0, "98", "01", {}}});
+    EXPECT_EQ(rowsOf(create(world)), (Lines{"9:0:30:01", "4:0:50:02", "2:0:20:01"}));
+}
+
+TEST_F(Generation, GivesAVoucherWhoseCashLinesCancelNoRows) {
+    world.setLines({{1, "1001", 100.0, 0.0, {}, {}, {}},
+                    {2, "1002", 0.0, 100.0, {}, {}, {}},
+                    {3, "6001", 0.0, 100.0, "98", "01", {}}});
+    const Collection rows = create(world);
+    EXPECT_EQ(rows->Count(), 0);
+    EXPECT_EQ(rows->iNo_id(), 5);
+    EXPECT_EQ(rows->dbill_date(), Date(41279.0));
+    EXPECT_EQ(rows->VoucherTable(), "gl_accvouch");
+    EXPECT_EQ(world.statements(), (Lines{run(lines()), own(kind()), run(lines())}));
+    EXPECT_FALSE(rows->Changed());
+}
+
+TEST_F(Generation, ComparesTheCashSumWithZeroExactly) {
+    world.setLines({{1, "1001", 0.1, 0.0, {}, {}, {}},
+                    {2, "1001", 0.2, 0.0, {}, {}, {}},
+                    {3, "1001", 0.0, 0.3, {}, {}, {}},
+                    {4, "6001", 0.0, 0.0, "98", "01", {}}});
+    EXPECT_EQ(create(world)->Count(), 1);
+}
+
+TEST_F(Generation, CountsTheDebitOfALineThatHasBoth) {
+    world.setLines({{1, "1001", 100.0, 100.0, {}, {}, {}}, {2, "6001", 0.0, 100.0, "98", "01", {}}});
+    EXPECT_EQ(create(world)->Count(), 1);
+}
+
+TEST_F(Generation, TakesANullCashFlagAsFalseInTheSumAndPassesTheLineOver) {
+    Table table{{"inid", "md", "mc", "ccode", "bCashItem"}, {}, {}};
+    table.rows = {{i16(1), 100.0, 0.0, "1001", true}, {i16(2), 0.0, 100.0, "6001", Null{}}};
+    world.database.answerPrefix("select  code.iYear,iPeriod,", table);
+    modPublic::context().bAutoDisplay = true;
+    EXPECT_EQ(create(world)->Count(), 0);
+    table.rows = {{i16(1), 100.0, 0.0, "1001", Null{}}};
+    world.database.answerPrefix("select  code.iYear,iPeriod,", table);
+    world.database.clearJournal();
+    EXPECT_EQ(create(world)->Count(), 0);
+    EXPECT_EQ(world.database.countOf(option("bXJLL")), 0U) << "the cash sum is 0";
+}
+
+TEST_F(Generation, FailsOnACashLineWithoutAnAmount) {
+    for (const Line& cash : {Line{1, "1001", Null{}, 100.0, {}, {}, {}}, Line{1, "1001", 100.0, Null{}, {}, {}, {}},
+                             Line{1, "1001", 0.0, Null{}, {}, {}, {}}}) {
+        world.setLines({cash, {2, "6001", 0.0, 100.0, "98", "01", {}}});
+        EXPECT_ERROR(create(world), errors::invalidNull);
+    }
+    world.setLines({{1, "1001", 100.0, 0.0, {}, {}, {}}, {2, "6001", Null{}, 100.0, "98", "01", {}}});
+    EXPECT_EQ(rowsOf(create(world)), Lines{"2::100:01"}) << "other lines may lack one";
+}
+
+TEST_F(Generation, WithoutLinesGivesNoRows) {
+    world.setLines({});
+    EXPECT_EQ(create(world)->Count(), 0);
+}
+
+TEST_F(Generation, LeavesTheYearAlone) {
+    modPublic::SetIYear(2011);
+    (void)create(world);
+    EXPECT_EQ(modPublic::GetIYear(), 2011);
+    EXPECT_EQ(world.statements().front(), run(lines("gl_accvouch", "2011")));
+    EXPECT_EQ(world.database.countOf("select iyear,iid"), 0U);
+}
+
+TEST_F(Generation, DropsALineWithoutAnItem) {
+    world.setLines({{1, "1001", 100.0, 0.0, {}, {}, {}}, {2, "6001", 0.0, 100.0, {}, "01", {}}});
+    EXPECT_EQ(create(world)->Count(), 0);
+    EXPECT_EQ(world.statements(),
+              (Lines{run(lines()), open(option("bXJLL")), own(itemName("")), own(itemTemplate("6001", false)),
+                     own(itemName("")), own(kind()), run(lines())}));
+    EXPECT_EQ(debugTexts, (Lines{"222", "itemCode:"}));
+}
+
+TEST_F(Generation, KeepsALineWithoutAnItemWhereTheOptionSaysSo) {
+    world.setLines({{1, "1001", 100.0, 0.0, {}, {}, {}}, {2, "6001", 0.0, 100.0, {}, {}, {}}});
+    modPublic::context().bAutoDisplay = true;
+    EXPECT_EQ(rowsOf(create(world)), Lines{"2:0:100:"});
+}
+
+TEST_F(Generation, TakesTheItemOfTheTemplateOfTheLinesSide) {
+    world.setLines({{1, "1001", 100.0, 200.0, {}, {}, {}},
+                    {2, "6001", 0.0, 100.0, {}, {}, {}},
+                    {3, "6002", 5.0, 0.0, "97", "x", {}},
+                    {4, "6003", Null{}, 5.0, {}, {}, {}}});
+    world.database.answer(itemTemplate("6001", false), {{"cItemCode"}, {{"21"}, {"22"}}, {}});
+    world.database.answer(itemTemplate("6002", true), {{"cItemCode"}, {{"23"}}, {}});
+    world.database.answer(itemTemplate("6003", false), {{"cItemCode"}, {{"24"}}, {}});
+    const Collection rows = create(world);
+    EXPECT_EQ(rowsOf(rows), (Lines{"2:0:100:21", "3:5:0:23", "4::5:24"}));
+    EXPECT_EQ(rows->Item(1)->Item("cCashItemName"), Variant("item 21"));
+    EXPECT_EQ(
+        world.statements(),
+        (Lines{run(lines()), open(option("bXJLL")), own(itemName("")), own(itemTemplate("6001", false)),
+               own(itemName("21")), own(itemName("")), own(itemTemplate("6002", true)), own(itemName("23")),
+               own(itemName("")), own(itemTemplate("6003", false)), own(itemName("24")), own(kind()), run(lines())}));
+    EXPECT_EQ(debugTexts, (Lines{"222", "itemCode:", "111", "222", "itemCode:", "222", "itemCode:"}));
+}
+
+TEST_F(Generation, TakesTheDraftsItemBeforeTheLinesOwn) {
+    world.gl.bFromDraft(true);
+    const std::string draft = "select cCashItem from GL_VouchDraft where cUserId=N'u1' and inid=2";
+    world.database.answer(draft, {{"cCashItem"}, {{"33"}}, {}});
+    EXPECT_EQ(rowsOf(create(world)), Lines{"2:0:100:33"});
+    EXPECT_EQ(world.statements(), (Lines{run(lines()), open(option("bXJLL")), own(draft), own(itemName("33")),
+                                         own(itemName("33")), own(kind()), run(lines())}));
+    EXPECT_EQ(debugTexts, Lines{});
+}
+
+TEST_F(Generation, GoesOnToTheLineWhereTheDraftHoldsNoItem) {
+    world.provider.IGlVoucherProvider_bFromDraft(true);
+    const std::string draft = "select cCashItem from GL_VouchDraft where cUserId=N'u1' and inid=2";
+    world.database.answerInTurn(draft, {{{"cCashItem"}, {{Null{}}}, {}}, {{"cCashItem"}, {}, {}}});
+    EXPECT_EQ(rowsOf(create(world)), Lines{"2:0:100:01"});
+    EXPECT_EQ(world.statements(), (Lines{run(lines()), open(option("bXJLL")), own(draft), own(itemName("")),
+                                         own(itemName("01")), own(itemName("01")), own(kind()), run(lines())}));
+    EXPECT_EQ(rowsOf(create(world)), Lines{"2:0:100:01"});
+}
+
+TEST_F(Generation, DoesNotAskTheDraftOfAVoucherThatIsNotFromOne) {
+    (void)create(world);
+    world.gl.bFromDraft(true);
+    world.gl.bFromDraft(false);
+    (void)create(world);
+    EXPECT_EQ(world.database.countOf("select cCashItem from GL_VouchDraft"), 0U);
+}
+
+TEST_F(Generation, ADraftNeedsTheNumberOfTheLine) {
+    world.gl.bFromDraft(true);
+    Table table{{"inid", "md", "mc", "ccode", "bCashItem"}, {}, {}};
+    table.rows = {{i16(1), 100.0, 0.0, "1001", true}, {Null{}, 0.0, 100.0, "6001", false}};
+    world.database.answerPrefix("select  code.iYear,iPeriod,", table);
+    EXPECT_ERROR(create(world), errors::invalidNull);
+    table.rows = {{i16(1), 100.0, 0.0, "1001", true}, {std::int32_t{40000}, 0.0, 100.0, "6001", false}};
+    world.database.answerPrefix("select  code.iYear,iPeriod,", table);
+    EXPECT_ERROR(create(world), errors::overflow);
+}
+
+TEST_F(Generation, AFailingNameIsIgnoredOnlyWhereTheLineGivesTheItem) {
+    world.database.failStatement(3, Error(1205, "server", "deadlock"));
+    const Collection rows = create(world);
+    EXPECT_EQ(rowsOf(rows), Lines{"2:0:100:01"});
+    EXPECT_EQ(rows->Item(1)->Item("cCashItemName"), Variant("item 01"));
+    world.database.failStatement(4, Error(1205, "server", "deadlock"));
+    const Error error = errorOf([&] { (void)create(world); });
+    EXPECT_EQ(error.number(), 1205);
+    EXPECT_EQ(error.source(), "server");
+}
+
+TEST_F(Generation, EveryOtherFailureIsTheCallers) {
+    for (const std::size_t n : {1U, 2U, 4U, 5U, 6U}) {
+        Ledger fresh;
+        fresh.database.failStatement(n, Error(1205, "server", "deadlock"));
+        EXPECT_ERROR(create(fresh), 1205) << n;
+        EXPECT_EQ(fresh.statements().size(), n);
+        EXPECT_EQ(fresh.database.openRecordsets(), Lines{});
+    }
+}
+
+TEST_F(Generation, NotesTheOptionThatNobodyReads) {
+    world.setOption("bXJLL", "tRuE");
+    (void)create(world);
+    EXPECT_TRUE(modPublic::context().bXJLL);
+    world.setOption("bXJLL", Null{});
+    (void)create(world);
+    EXPECT_FALSE(modPublic::context().bXJLL);
+    EXPECT_FALSE(modPublic::context().bCashCode);
+}
+
+TEST_F(Generation, FollowsTheFlagsThatAreLeftBehind) {
+    modPublic::context().bCashCode = true;
+    world.setLines({{1, "1001", 100.0, 0.0, {}, {}, {}}, {2, "6001", 0.0, 100.0, "98", "01", {}}});
+    EXPECT_EQ(create(world)->Count(), 0);
+    modPublic::context().bAutoDisplay = true;
+    EXPECT_EQ(rowsOf(create(world)), Lines{"1:100:0:"});
+    EXPECT_EQ(world.database.countOf(option("bCashCode")), 0U);
+    EXPECT_EQ(world.database.countOf(option("bAutoDisplay")), 0U);
+}
+
+TEST_F(Generation, ReadsAKeylessTableWhole) {
+    const Collection rows = world.gl.CreateCashFlowColFromDB(world.connection, "mine", 1, 2, 5, Date(41279.0));
+    EXPECT_EQ(rowsOf(rows), Lines{"2:0:100:01"});
+    EXPECT_EQ(rows->Item(1)->Item("csign"), Variant("kind")) << "such a table has no kind of its own";
+    EXPECT_EQ(rows->Item(1)->Item("iNo_id"), Variant(std::int32_t{5}));
+    EXPECT_EQ(world.statements(), (Lines{run(keylessLines("mine")), open(option("bXJLL")), own(itemName("01")),
+                                         own(itemName("01")), own(kind()), run(keylessLines("mine"))}));
+    EXPECT_EQ(std::count(world.database.trace().begin(), world.database.trace().end(), "Filter inid=2"), 1);
+}
+
+TEST_F(Generation, TakesATableNamedLikeStoredRowsAsStoredRows) {
+    modPublic::context().bAutoDisplay = true;
+    const Collection rows = world.gl.CreateCashFlowColFromDB(world.connection, "old_GL_CashTable", 1, 2, 5, Date(2.0));
+    EXPECT_EQ(rows->Count(), 2);
+}
+
+TEST_F(Generation, OverflowsOnANumberBeyondSixteenBits) {
+    const auto createBeyond = [&] {
+        return world.gl.CreateCashFlowColFromDB(world.connection, "gl_accvouch", 1, 2, 40000, Date(41279.0));
+    };
+    EXPECT_ERROR(createBeyond(), errors::overflow);
+    EXPECT_EQ(world.statements().front(), run(lines("gl_accvouch", "2013", "40000")));
+    world.setLines({});
+    EXPECT_ERROR(createBeyond(), errors::overflow);
+}
+
+} // namespace
+} // namespace z7::cashflow::test
