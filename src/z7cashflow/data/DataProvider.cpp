@@ -22,7 +22,7 @@ constexpr std::int32_t stopSign = 16;
 std::string yearText() { return std::to_string(modPublic::GetIYear()); }
 
 // The year that the user logged in to, whatever year the voucher at hand has set.
-std::string loginYearText() { return modPublic::RequiredLogin().AccountingYear(); }
+std::string loginYearText() { return modPublic::requiredLogin().AccountingYear(); }
 
 bool givesRecord(Connection& objCon, const std::string& statement) {
     const auto result = objCon.Execute(statement);
@@ -33,7 +33,7 @@ bool givesRecord(Connection& objCon, const std::string& statement) {
 
 // Budget accounts run beside the financial ones under government accounting and move no cash.
 std::string budgetAccountTest() {
-    const std::string system = toTextOrEmpty(modPublic::RequiredLogin().Information(accountingSystemInformation));
+    const std::string system = toTextOrEmpty(modPublic::requiredLogin().Information(accountingSystemInformation));
     return system.starts_with(governmentAccounting) ? " and code.cUserDefineType<>N'预算类会计科目'" : "";
 }
 
@@ -253,7 +253,7 @@ std::string DataProvider::GetVoucherOption(Connection& objCon, const std::string
 }
 
 std::string DataProvider::DateToYearPeriod(Connection& objCon, Date date) {
-    Z7Login& login = modPublic::RequiredLogin();
+    Z7Login& login = modPublic::requiredLogin();
     const std::string day = dateText(date);
     const auto result = objCon.CreateRecordset();
     result->Open("select iyear,iid from zqsystem..ua_period where cacc_id =N'" + login.AccountId() + "' and dbegin<='" +

@@ -50,7 +50,7 @@ bool DataProvider::GetCashFlowTemplate(Connection& objCon, const std::string& cD
 }
 
 bool DataProvider::GetCashFlowFromDraft(Connection& objCon, std::int16_t inid, std::string& cCashItem) {
-    Z7Login& login = modPublic::RequiredLogin();
+    Z7Login& login = modPublic::requiredLogin();
     const auto result = readOnOwnSession(objCon, "select cCashItem from GL_VouchDraft where cUserId=N'" +
                                                      login.UserId() + "' and inid=" + std::to_string(inid));
     const bool found = !result->EndOfFile();

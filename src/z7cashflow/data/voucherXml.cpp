@@ -68,8 +68,8 @@ std::string DataProvider::VoucherXmlToDB(Connection& objCon, const std::string& 
         return "gl_v_accvouch";
     }
 
-    Z7Login& login = modPublic::RequiredLogin();
-    const std::string table = "tempdb..TempVoucher" + GetGUID();
+    Z7Login& login = modPublic::requiredLogin();
+    std::string table = "tempdb..TempVoucher" + GetGUID();
     ignoringErrors([&] { objCon.Execute("drop table " + table); });
     objCon.Execute(createTableStatement(table, login.AccountingYear()));
 

@@ -156,7 +156,7 @@ void CashFlow::appendXml(std::string& out) const {
     for (std::size_t at = 0; at < names.size(); ++at) {
         out += names[at];
         out += "='";
-        out += modPublic::XmlEscape(values_[at]);
+        modPublic::AppendXmlEscaped(out, values_[at]);
         out += "' ";
     }
     out += "/>\r\n";
@@ -173,25 +173,36 @@ void CashFlow::Load(const XmlSource& xml) {
     if (element == nullptr) {
         raisePlatformError(errors::typeMismatch, "a row is read from its element");
     }
-    loadElement(*element, nullptr);
+    loadElement(*element, FieldShape::empty());
 }
 
 void CashFlow::loadElement(const XmlNode& element, const std::shared_ptr<const FieldShape>& likely) {
-    auto attributes = element.attributes();
     takeShape(FieldShape::empty());
-    const bool asLikely =
-        likely && likely->size() == attributes.size() &&
-        std::equal(attributes.begin(), attributes.end(), likely->names().begin(),
-                   [](const XmlAttribute& attribute, const std::string& name) { return attribute.baseName == name; });
-    auto own = std::make_shared<FieldShape>();
-    shape_ = asLikely ? likely : own;
-    values_.reserve(attributes.size());
-    for (XmlAttribute& attribute : attributes) {
-        if (!asLikely && !own->add(attribute.baseName)) {
-            raisePlatformError(errors::keyExists, attribute.baseName);
+    values_.reserve(likely->size());
+    // The names are those of the likely shape until one departs from it; only then the row makes a shape of its own.
+    std::shared_ptr<FieldShape> own;
+    const auto depart = [&] {
+        own = std::make_shared<FieldShape>();
+        for (std::size_t at = 0; at < values_.size(); ++at) {
+            own->add(likely->names()[at]);
         }
+        shape_ = own;
+    };
+    element.eachAttribute([&](std::string_view baseName, std::string_view /*nodeName*/, std::string text) {
         markParent();
-        values_.push_back(attribute.text.empty() ? Variant() : Variant(std::move(attribute.text)));
+        const std::size_t at = values_.size();
+        if (!own && (at >= likely->size() || likely->names()[at] != baseName)) {
+            depart();
+        }
+        if (own && !own->add(std::string(baseName))) {
+            raisePlatformError(errors::keyExists, std::string(baseName));
+        }
+        values_.push_back(text.empty() ? Variant() : Variant(std::move(text)));
+    });
+    if (!own && values_.size() == likely->size()) {
+        shape_ = likely;
+    } else if (!own) {
+        depart();
     }
 }
 

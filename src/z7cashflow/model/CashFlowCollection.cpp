@@ -174,8 +174,12 @@ std::string CashFlowCollection::Save() const {
                        "' ino_id='" + std::to_string(iNo_id_) + "'>";
     text += schemaText_;
     text += "<rows>\r\n";
+    const std::size_t start = text.size();
     for (const auto& row : rows_) {
         row->appendXml(text);
+        if (row == *rows_.begin()) { // the others are most likely about as long
+            text.reserve(start + (text.size() - start) * (rows_.size() + rows_.size() / 8 + 1));
+        }
     }
     text += "</rows></root>";
     return text;

@@ -3,6 +3,7 @@
 #include "z7cashflow/support/Error.h"
 #include "z7cashflow/support/conversions.h"
 
+#include <algorithm>
 #include <string_view>
 #include <utility>
 
@@ -27,10 +28,31 @@ std::string lookUp(const std::string& key, const std::vector<Variant>& arguments
     return state.formattedTextLookup->Text(key, arguments);
 }
 
-void replaceAll(std::string& text, char character, std::string_view replacement) {
-    for (std::size_t at = text.find(character); at != std::string::npos;
-         at = text.find(character, at + replacement.size())) {
-        text.replace(at, 1, replacement);
+void appendEscaped(std::string& out, std::string_view text) {
+    for (;;) {
+        const std::size_t plain = std::min(text.find_first_of("&><'\""), text.size());
+        out += text.substr(0, plain);
+        if (plain == text.size()) {
+            return;
+        }
+        switch (text[plain]) {
+        case '&':
+            out += "&amp;";
+            break;
+        case '>':
+            out += "&gt;";
+            break;
+        case '<':
+            out += "&lt;";
+            break;
+        case '\'':
+            out += "&apos;";
+            break;
+        default:
+            out += "&quot;";
+            break;
+        }
+        text.remove_prefix(plain + 1);
     }
 }
 
@@ -43,7 +65,7 @@ Context& context() noexcept {
 
 std::shared_ptr<Z7Login> GetLogin() { return context().login; }
 
-Z7Login& RequiredLogin() {
+Z7Login& requiredLogin() {
     Z7Login* login = context().login.get();
     if (login == nullptr) {
         raisePlatformError(errors::objectNotSet, "no login has been set");
@@ -62,7 +84,7 @@ void SetLogin(std::shared_ptr<Z7Login> login) {
 
 std::int16_t GetIYear() {
     // The login's year is read even where an override stands, so that a missing login never goes unnoticed.
-    const std::string year = RequiredLogin().AccountingYear();
+    const std::string year = requiredLogin().AccountingYear();
     const std::int16_t override = context().yearOverride;
     return override == 0 ? toInt16(year) : override;
 }
@@ -79,7 +101,7 @@ std::string GetText(const std::string& key, const std::vector<Variant>& argument
 }
 
 std::string DirectionText(const std::string& text) {
-    if (RequiredLogin().LanguageTag() == chinese) {
+    if (requiredLogin().LanguageTag() == chinese) {
         return text;
     }
     if (text == "借") {
@@ -100,7 +122,7 @@ std::int32_t ShowMessage(const std::string& prompt, std::int32_t buttons, const 
     if (!state.messageBoxObject && state.createMessageBox) {
         state.messageBoxObject = state.createMessageBox();
     }
-    const std::string locale = toText(RequiredLogin().LocaleId());
+    const std::string locale = toText(requiredLogin().LocaleId());
     if (!state.messageBoxObject) {
         raisePlatformError(errors::objectNotSet, "there is no message box to show: " + prompt);
     }
@@ -109,17 +131,17 @@ std::int32_t ShowMessage(const std::string& prompt, std::int32_t buttons, const 
 }
 
 std::string XmlEscape(const Variant& value) {
-    std::string text = toTextOrEmpty(value);
-    if (text.find_first_of("&><'\"") == std::string::npos) {
-        return text;
-    }
-    // The ampersand comes first, so that the escapes made after it are not escaped again.
-    replaceAll(text, '&', "&amp;");
-    replaceAll(text, '>', "&gt;");
-    replaceAll(text, '<', "&lt;");
-    replaceAll(text, '\'', "&apos;");
-    replaceAll(text, '"', "&quot;");
+    std::string text;
+    AppendXmlEscaped(text, value);
     return text;
+}
+
+void AppendXmlEscaped(std::string& out, const Variant& value) {
+    if (const auto* text = value.get<std::string>()) {
+        appendEscaped(out, *text);
+    } else if (!value.isNull()) {
+        appendEscaped(out, toText(value));
+    }
 }
 
 void DebugText(const std::string& text) {

@@ -50,7 +50,7 @@ struct Context {
 [[nodiscard]] std::shared_ptr<Z7Login> GetLogin();
 
 /// The user's login. Error 91 if none was set on this thread.
-[[nodiscard]] Z7Login& RequiredLogin();
+[[nodiscard]] Z7Login& requiredLogin();
 
 /// Takes over a login and its two text services. Without a login the text services stay what they were. A failure of the
 /// login to give its services reaches the caller.
@@ -80,6 +80,8 @@ std::int32_t ShowMessage(const std::string& prompt, std::int32_t buttons, const 
 /// A value as text that can stand in XML, with &, >, <, ' and " escaped; null gives the empty text. Escapes that the text
 /// already holds are not recognised.
 [[nodiscard]] std::string XmlEscape(const Variant& value);
+/// The same, put at the end of a text.
+void AppendXmlEscaped(std::string& out, const Variant& value);
 
 /// Hands a text to the debug sink. It has no other effect.
 void DebugText(const std::string& text);

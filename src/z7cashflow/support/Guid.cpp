@@ -1,7 +1,6 @@
 #include "z7cashflow/support/Guid.h"
 
 #include "z7cashflow/support/Error.h"
-#include "z7cashflow/support/Format.h"
 
 #include <algorithm>
 #include <memory>
@@ -12,14 +11,20 @@ namespace z7::cashflow {
 
 namespace {
 
-std::string hexadecimal(std::uint32_t value) {
-    constexpr std::string_view digits = "0123456789ABCDEF";
-    std::string text;
-    do {
-        text.insert(text.begin(), digits[value % 16]);
-        value /= 16;
-    } while (value != 0);
-    return text;
+constexpr std::string_view hexadecimal = "0123456789ABCDEF";
+
+void appendWord(std::string& text, std::uint32_t value) {
+    for (int shift = 28; shift >= 0; shift -= 4) {
+        text += hexadecimal[value >> static_cast<unsigned>(shift) & 0xFU];
+    }
+}
+
+// A lone digit is a number and gets its leading zero; a lone letter is none and stays one character.
+void appendByte(std::string& text, std::uint8_t value) {
+    if (value < 10 || value > 15) {
+        text += hexadecimal[value >> 4U];
+    }
+    text += hexadecimal[value & 0xFU];
 }
 
 std::string assemble(const std::array<std::uint8_t, 16>& bytes) {
@@ -28,39 +33,46 @@ std::string assemble(const std::array<std::uint8_t, 16>& bytes) {
     std::copy(bytes.begin(), bytes.end(), area.begin());
 
     std::string text;
+    text.reserve(40);
     for (std::size_t word = 0; word < 3; ++word) {
         std::uint32_t value = 0;
         for (std::size_t byte = 4; byte-- > 0;) {
             value = value << 8U | area[word * 4 + byte];
         }
-        const std::string digits = hexadecimal(value);
-        text += std::string(8 - digits.size(), '0') + digits;
+        appendWord(text, value);
     }
     for (std::size_t byte = 12; byte < area.size(); ++byte) {
-        // A lone digit gets its zero; a lone letter is no number and stays one character.
-        text += format(hexadecimal(area[byte]), "00");
+        appendByte(text, area[byte]);
     }
     return text;
+}
+
+std::mt19937_64 seededGenerator() {
+    std::random_device device;
+    std::array<std::uint32_t, 8> entropy{};
+    std::generate(entropy.begin(), entropy.end(), [&] { return device(); });
+    std::seed_seq seed(entropy.begin(), entropy.end());
+    return std::mt19937_64(seed);
 }
 
 } // namespace
 
 GuidSource systemGuidSource() {
-    auto opened = std::make_shared<std::unique_ptr<std::random_device>>();
-    return [opened]() -> std::optional<std::array<std::uint8_t, 16>> {
-        std::array<std::uint8_t, 16> bytes{};
+    auto generator = std::make_shared<std::optional<std::mt19937_64>>();
+    return [generator]() -> std::optional<std::array<std::uint8_t, 16>> {
         try {
-            if (!*opened) {
-                *opened = std::make_unique<std::random_device>();
-            }
-            for (std::size_t at = 0; at < bytes.size(); at += 4) {
-                const std::uint32_t word = (**opened)();
-                for (std::size_t byte = 0; byte < 4; ++byte) {
-                    bytes[at + byte] = static_cast<std::uint8_t>(word >> (8 * byte));
-                }
+            if (!*generator) {
+                *generator = seededGenerator();
             }
         } catch (const std::exception&) { // no source of randomness is told as such, not as a failure
             return std::nullopt;
+        }
+        std::array<std::uint8_t, 16> bytes{};
+        for (std::size_t at = 0; at < bytes.size(); at += 8) {
+            const std::uint64_t word = (**generator)();
+            for (std::size_t byte = 0; byte < 8; ++byte) {
+                bytes[at + byte] = static_cast<std::uint8_t>(word >> (8 * byte));
+            }
         }
         // Version 4, variant 1, as the operating system marks its random identifiers.
         bytes[7] = static_cast<std::uint8_t>((bytes[7] & 0x0FU) | 0x40U);

@@ -12,8 +12,8 @@ namespace z7::cashflow {
 /// make texts that repeat.
 using GuidSource = std::function<std::optional<std::array<std::uint8_t, 16>>()>;
 
-/// Random bytes of the operating system. A source keeps its way to them open, since opening it anew costs many times what a
-/// text costs.
+/// A generator that is seeded with 256 random bits of the operating system at its first use. It makes names that do not
+/// meet, not secrets.
 [[nodiscard]] GuidSource systemGuidSource();
 
 /// A text of upper-case hexadecimal digits, new each time, that is safe as a part of a table's name. It has at most 40

@@ -6,7 +6,6 @@
 #include <libxml/tree.h>
 
 #include <algorithm>
-#include <limits>
 #include <string>
 #include <utility>
 
@@ -24,9 +23,10 @@ std::string owned(xmlChar* text) {
     return copy;
 }
 
-std::string prefixed(const xmlNs* ns, const xmlChar* name) {
-    const bool hasPrefix = ns != nullptr && ns->prefix != nullptr;
-    return hasPrefix ? std::string(chars(ns->prefix)) + ":" + chars(name) : std::string(chars(name));
+std::string textOf(const xmlAttr* attribute) {
+    const xmlNode* first = attribute->children;
+    const bool plain = first != nullptr && first->next == nullptr && first->type == XML_TEXT_NODE;
+    return plain ? std::string(chars(first->content)) : owned(xmlNodeListGetString(attribute->doc, first, 1));
 }
 
 bool isBlankText(const xmlNode* node) { return node->type == XML_TEXT_NODE && xmlIsBlankNode(node) != 0; }
@@ -34,6 +34,18 @@ bool isBlankText(const xmlNode* node) { return node->type == XML_TEXT_NODE && xm
 // The parser's own guards against expansion and depth stay on (no XML_PARSE_HUGE), and the network is off.
 constexpr int parseOptions = XML_PARSE_NONET | XML_PARSE_NOENT | XML_PARSE_NOERROR | XML_PARSE_NOWARNING |
                              XML_PARSE_NOCDATA | XML_PARSE_IGNORE_ENC;
+
+// A voucher of 32,767 lines, the most that line numbers can count, stays well below this.
+constexpr std::size_t maxDocumentSize = std::size_t{64} << 20U;
+
+// Feeds the parser piece by piece: handed over whole, a text would count as one long look-ahead, which its guards end at
+// ten million bytes.
+int readFromText(void* source, char* buffer, int size) {
+    auto* rest = static_cast<std::string_view*>(source);
+    const std::size_t taken = rest->copy(buffer, static_cast<std::size_t>(size));
+    rest->remove_prefix(taken);
+    return static_cast<int>(taken);
+}
 
 // Ends the parse with the verdict that the text is no document.
 void refuse(void* context) {
@@ -95,31 +107,44 @@ std::vector<XmlNode> XmlNode::childNodes() const {
     return nodes;
 }
 
-std::vector<XmlAttribute> XmlNode::attributes() const {
-    std::vector<XmlAttribute> list;
+void XmlNode::eachAttribute(const std::function<void(std::string_view, std::string_view, std::string)>& take) const {
     if (!isElement()) {
-        return list;
+        return;
     }
     const xmlNode* node = asNode(node_);
+    std::string name;
     for (const xmlNs* ns = node->nsDef; ns != nullptr; ns = ns->next) {
         const bool named = ns->prefix != nullptr;
-        list.push_back({named ? chars(ns->prefix) : "xmlns",
-                        named ? std::string("xmlns:") + chars(ns->prefix) : "xmlns", chars(ns->href)});
+        name = named ? std::string("xmlns:") + chars(ns->prefix) : "xmlns";
+        take(named ? chars(ns->prefix) : "xmlns", name, chars(ns->href));
     }
     for (const xmlAttr* attribute = node->properties; attribute != nullptr; attribute = attribute->next) {
-        list.push_back({chars(attribute->name), prefixed(attribute->ns, attribute->name),
-                        owned(xmlNodeListGetString(node->doc, attribute->children, 1))});
+        const char* baseName = chars(attribute->name);
+        if (attribute->ns == nullptr || attribute->ns->prefix == nullptr) {
+            take(baseName, baseName, textOf(attribute));
+        } else {
+            name = std::string(chars(attribute->ns->prefix)) + ":" + baseName;
+            take(baseName, name, textOf(attribute));
+        }
     }
+}
+
+std::vector<XmlAttribute> XmlNode::attributes() const {
+    std::vector<XmlAttribute> list;
+    eachAttribute([&](std::string_view baseName, std::string_view nodeName, std::string text) {
+        list.push_back({std::string(baseName), std::string(nodeName), std::move(text)});
+    });
     return list;
 }
 
 std::optional<std::string> XmlNode::attribute(std::string_view nodeName) const {
-    for (XmlAttribute& candidate : attributes()) {
-        if (candidate.nodeName == nodeName) {
-            return std::move(candidate.text);
+    std::optional<std::string> found;
+    eachAttribute([&](std::string_view /*baseName*/, std::string_view name, std::string text) {
+        if (name == nodeName) {
+            found = std::move(text);
         }
-    }
-    return std::nullopt;
+    });
+    return found;
 }
 
 std::vector<XmlNode> XmlNode::selectNodes(std::string_view path) const {
@@ -145,8 +170,7 @@ std::vector<XmlNode> XmlNode::selectNodes(std::string_view path) const {
 XmlDocument::XmlDocument(std::shared_ptr<const void> document) noexcept : document_(std::move(document)) {}
 
 std::optional<XmlDocument> XmlDocument::load(std::string_view text) {
-    if (text.empty() || text.find('\0') != std::string_view::npos ||
-        text.size() > static_cast<std::size_t>(std::numeric_limits<int>::max())) {
+    if (text.empty() || text.size() > maxDocumentSize || text.find('\0') != std::string_view::npos) {
         return std::nullopt;
     }
     const std::shared_ptr<xmlParserCtxt> parser(xmlNewParserCtxt(), xmlFreeParserCtxt);
@@ -154,8 +178,9 @@ std::optional<XmlDocument> XmlDocument::load(std::string_view text) {
         return std::nullopt;
     }
     closeToOutside(*parser);
+    std::string_view rest = text;
     const std::shared_ptr<xmlDoc> document(
-        xmlCtxtReadMemory(parser.get(), text.data(), static_cast<int>(text.size()), nullptr, "UTF-8", parseOptions),
+        xmlCtxtReadIO(parser.get(), readFromText, nullptr, &rest, nullptr, "UTF-8", parseOptions),
         [](xmlDoc* doc) { xmlFreeDoc(doc); });
     // Errors of namespaces leave a document behind; it is refused all the same.
     if (!document || parser->wellFormed == 0 || parser->nsWellFormed == 0 ||

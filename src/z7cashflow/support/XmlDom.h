@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -31,6 +32,9 @@ public:
     [[nodiscard]] std::vector<XmlNode> childNodes() const;
     /// The attributes in document order; none for a node that is no element. Declarations of namespaces count as attributes.
     [[nodiscard]] std::vector<XmlAttribute> attributes() const;
+    /// Hands the attributes over one by one, as attributes() has them, without making the list: local name, name as written, text.
+    void eachAttribute(
+        const std::function<void(std::string_view baseName, std::string_view nodeName, std::string text)>& take) const;
     /// The text of the attribute of exactly this name, prefix included; nothing if there is none.
     [[nodiscard]] std::optional<std::string> attribute(std::string_view nodeName) const;
     /// The elements below this one that a path of names without prefixes leads to, such as "rows/row", in document order.
@@ -47,8 +51,8 @@ private:
 /// A parsed XML document.
 ///
 /// The text is UTF-8 whatever its declaration says. Refused are: anything not well-formed, two attributes of one name, an
-/// undeclared prefix, an unknown entity, entities that expand beyond bounds, nesting beyond 256 levels. Nothing is read from
-/// files or the network.
+/// undeclared prefix, an unknown entity, entities that expand beyond bounds, nesting beyond 256 levels,
+/// more than 64 MiB. Nothing is read from files or the network: a text that refers to something outside is refused too.
 class XmlDocument {
 public:
     /// The document, or nothing if the text is refused.
