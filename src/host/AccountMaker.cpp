@@ -24,7 +24,8 @@ constexpr const char* ledgerSystem = "GL";
 class WorkFolder {
 public:
     explicit WorkFolder(const fs::path& target) {
-        path_ = target.parent_path() / ("." + target.filename().string() + ".new-" + guidText().substr(0, 12));
+        path_ = target.parent_path() /
+                ("." + target.filename().string() + ".new-" + guidText(systemGuidSource()).substr(0, 12));
         std::error_code failure;
         if (!fs::create_directory(path_, failure)) {
             throw Failure(exitCode::database, HostText::moveFailed, {target.string(), failure.message()});
@@ -58,8 +59,7 @@ void requireFree(const fs::path& account) {
 }
 
 void setOption(sqlite::Connection& connection, const AccountOption& option) {
-    const std::string where =
-        std::string(" where csysid=N'") + ledgerSystem + "' and cname=N'" + option.name + "'";
+    const std::string where = std::string(" where csysid=N'") + ledgerSystem + "' and cname=N'" + option.name + "'";
     std::optional<std::string> defaultValue;
     const auto present = connection.Execute("select cdefault from accinformation" + where);
     if (!present->EndOfFile()) {
@@ -72,8 +72,9 @@ void setOption(sqlite::Connection& connection, const AccountOption& option) {
     loader.add({ledgerSystem, option.name, option.value, defaultValue});
 }
 
-LoadedTables fill(const fs::path& account, const std::vector<TableFile>& files, const std::vector<AccountOption>& options,
-                  Language language, const std::function<bool()>& stopRequested) {
+LoadedTables fill(const fs::path& account, const std::vector<TableFile>& files,
+                  const std::vector<AccountOption>& options, Language language,
+                  const std::function<bool()>& stopRequested) {
     sqlite::Connection connection;
     connection.Open(sqlite::connectionString(account));
     connection.BeginTrans();
@@ -120,9 +121,8 @@ std::vector<AccountOption> readAccountOptions(const std::vector<std::string>& te
         }
         const std::string name = text.substr(0, equals);
         const std::string value = text.substr(equals + 1);
-        const auto known = std::find_if(accountOptionNames.begin(), accountOptionNames.end(), [&name](auto candidate) {
-            return asciiLower(candidate) == asciiLower(name);
-        });
+        const auto known = std::find_if(accountOptionNames.begin(), accountOptionNames.end(),
+                                        [&name](auto candidate) { return asciiLower(candidate) == asciiLower(name); });
         if (known == accountOptionNames.end()) {
             std::string names;
             for (const std::string_view candidate : accountOptionNames) {
@@ -130,7 +130,8 @@ std::vector<AccountOption> readAccountOptions(const std::vector<std::string>& te
             }
             throw Failure(exitCode::usage, HostText::setUnknown, {name, names});
         }
-        if (std::any_of(options.begin(), options.end(), [&known](const auto& option) { return option.name == *known; })) {
+        if (std::any_of(options.begin(), options.end(),
+                        [&known](const auto& option) { return option.name == *known; })) {
             throw Failure(exitCode::usage, HostText::setTwice, {std::string(*known)});
         }
         const std::string truth = asciiLower(value);

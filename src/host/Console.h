@@ -9,8 +9,8 @@ struct Console {
     std::istream& in;
     std::ostream& out;
     std::ostream& err;
-    bool interactive = false;     ///< questions can be answered: in and err are a terminal
-    bool errorsOnTerminal = false;///< a progress bar may be drawn on err
+    bool interactive = false;      ///< questions can be answered: in and err are a terminal
+    bool errorsOnTerminal = false; ///< a progress bar may be drawn on err
 };
 
 } // namespace z7::cashflow::host

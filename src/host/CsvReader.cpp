@@ -78,7 +78,8 @@ private:
 
     [[noreturn]] void failed() {
         rethrow();
-        throw CsvError(csv_error(&parser_) == CSV_EPARSE ? CsvError::Kind::strayQuote : CsvError::Kind::outOfMemory, line_);
+        throw CsvError(csv_error(&parser_) == CSV_EPARSE ? CsvError::Kind::strayQuote : CsvError::Kind::outOfMemory,
+                       line_);
     }
 
     void rethrow() {

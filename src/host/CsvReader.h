@@ -14,13 +14,13 @@ namespace z7::cashflow::host {
 class CsvError : public std::runtime_error {
 public:
     enum class Kind {
-        invalidUtf8,    ///< a byte that is no UTF-8
-        zeroByte,       ///< a NUL byte
-        strayQuote,     ///< a quote inside an unquoted field, or text behind a closing quote
-        unclosedQuote,  ///< the file ends inside a quoted field
-        recordTooLong,  ///< one record of more than 16 MiB
-        unreadable,     ///< the stream fails while it is read
-        outOfMemory     ///< the record does not fit into memory
+        invalidUtf8,   ///< a byte that is no UTF-8
+        zeroByte,      ///< a NUL byte
+        strayQuote,    ///< a quote inside an unquoted field, or text behind a closing quote
+        unclosedQuote, ///< the file ends inside a quoted field
+        recordTooLong, ///< one record of more than 16 MiB
+        unreadable,    ///< the stream fails while it is read
+        outOfMemory    ///< the record does not fit into memory
     };
     CsvError(Kind kind, std::size_t line);
     [[nodiscard]] Kind kind() const noexcept { return kind_; }

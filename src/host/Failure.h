@@ -13,7 +13,8 @@ namespace z7::cashflow::host {
 class Failure : public std::runtime_error {
 public:
     Failure(int exitCode, HostText text, std::vector<std::string> arguments = {})
-        : std::runtime_error("the command failed"), exitCode_(exitCode), text_(text), arguments_(std::move(arguments)) {}
+        : std::runtime_error("the command failed"), exitCode_(exitCode), text_(text), arguments_(std::move(arguments)) {
+    }
 
     [[nodiscard]] int exitCode() const noexcept { return exitCode_; }
     [[nodiscard]] std::string message(Language language) const { return hostText(language, text_, arguments_); }

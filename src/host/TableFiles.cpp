@@ -117,9 +117,9 @@ private:
         }
         const std::size_t given = record.fields.size();
         if (given != columns_.size()) {
-            refuse(record.line, hostText(language_,
-                                         given > columns_.size() ? HostText::csvTooManyFields : HostText::csvTooFewFields,
-                                         {std::to_string(given), std::to_string(columns_.size())}));
+            refuse(record.line,
+                   hostText(language_, given > columns_.size() ? HostText::csvTooManyFields : HostText::csvTooFewFields,
+                            {std::to_string(given), std::to_string(columns_.size())}));
         }
         values_.assign(record.fields.begin(), record.fields.end());
         try {
@@ -188,8 +188,9 @@ LoadedTables loadTableFiles(sqlite::Connection& connection, const std::vector<Ta
     for (const TableFile& file : files) {
         const auto isThis = [&file](const std::string& table) { return asciiLower(table) == asciiLower(file.table); };
         if (std::none_of(tables.begin(), tables.end(), isThis)) {
-            throw Failure(exitCode::usage, HostText::csvAt,
-                          {file.shownName, "1", hostText(language, HostText::csvUnknownTable, {file.table, joined(tables)})});
+            throw Failure(
+                exitCode::usage, HostText::csvAt,
+                {file.shownName, "1", hostText(language, HostText::csvUnknownTable, {file.table, joined(tables)})});
         }
         if (!seen.insert(asciiLower(file.table)).second) {
             throw Failure(exitCode::usage, HostText::csvAt,

@@ -82,7 +82,8 @@ constexpr std::array catalogue{
     ResourceText{"Z7.GL.ZZPZ.00192", "确定", "OK"},
     ResourceText{"Z7.GL.ZZPZ.00234", "请使用非现金流量科目！", "Use an account that is not a cash-flow account."},
     ResourceText{"Z7.GL.ZZPZ.00352", "取消", "Cancel"},
-    ResourceText{"Z7.GL.ZZPZ.01154", "您没有修改他人凭证的权限！", "You may not change a voucher that another user made."},
+    ResourceText{"Z7.GL.ZZPZ.01154", "您没有修改他人凭证的权限！",
+                 "You may not change a voucher that another user made."},
     ResourceText{"Z7.GL.ZZPZ.02010", "请使用现金流量科目！", "Use a cash-flow account."},
 };
 
@@ -117,11 +118,12 @@ std::string fillPlaces(std::string_view text, const std::vector<Variant>& argume
 }
 
 std::string CatalogueText::Text(const std::string& key) {
-    const auto* const found = std::find_if(catalogue.begin(), catalogue.end(),
-                                           [&key](const ResourceText& text) { return text.key == key; });
+    const auto* const found =
+        std::find_if(catalogue.begin(), catalogue.end(), [&key](const ResourceText& text) { return text.key == key; });
     if (found == catalogue.end()) {
         throw Error(errors::badArgument, "z7cf",
-                    language_ == Language::chinese ? "文本目录中没有键 " + key : "The text catalogue has no key " + key);
+                    language_ == Language::chinese ? "文本目录中没有键 " + key
+                                                   : "The text catalogue has no key " + key);
     }
     return std::string(language_ == Language::chinese ? found->chinese : found->english);
 }

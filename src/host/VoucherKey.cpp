@@ -9,7 +9,8 @@ namespace z7::cashflow::host {
 namespace {
 
 /// Takes digits and the separator behind them, if one is to follow, off the front of the text.
-template <class T> bool takeNumber(std::string_view& text, bool last, std::int64_t least, std::int64_t most, T& number) {
+template <class T>
+bool takeNumber(std::string_view& text, bool last, std::int64_t least, std::int64_t most, T& number) {
     const std::size_t length = last ? text.size() : text.find('/');
     if (length == std::string_view::npos || length == 0) {
         return false;

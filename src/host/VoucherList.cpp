@@ -7,9 +7,9 @@ namespace z7::cashflow::host {
 namespace {
 
 std::vector<VoucherHead> readHeads(Connection& connection, const std::string& condition, std::int16_t year) {
-    const auto lines = connection.Execute("select iperiod,isignseq,ino_id,inid,dbill_date,cdigest from " +
-                                          std::string(voucherTable) + " where " + condition +
-                                          " order by iperiod,isignseq,ino_id,inid");
+    const auto lines =
+        connection.Execute("select iperiod,isignseq,ino_id,inid,dbill_date,cdigest from " + std::string(voucherTable) +
+                           " where " + condition + " order by iperiod,isignseq,ino_id,inid");
     std::vector<VoucherHead> heads;
     for (; !lines->EndOfFile(); lines->MoveNext()) {
         const FieldList& fields = lines->Fields();
@@ -38,11 +38,11 @@ std::vector<VoucherHead> listVouchers(Connection& connection, std::int16_t year,
 }
 
 std::optional<VoucherHead> findVoucher(Connection& connection, const VoucherKey& key) {
-    const auto heads = readHeads(connection,
-                                 "iyear=" + std::to_string(key.year) + " and iperiod=" + std::to_string(key.period) +
-                                     " and isignseq=" + std::to_string(key.kind) +
-                                     " and ino_id=" + std::to_string(key.number),
-                                 key.year);
+    const auto heads =
+        readHeads(connection,
+                  "iyear=" + std::to_string(key.year) + " and iperiod=" + std::to_string(key.period) +
+                      " and isignseq=" + std::to_string(key.kind) + " and ino_id=" + std::to_string(key.number),
+                  key.year);
     return heads.empty() ? std::nullopt : std::optional(heads.front());
 }
 

@@ -43,7 +43,8 @@ std::string jsonText(const Json& value) {
 }
 
 Json resultJson(const VoucherResult& result) {
-    Json json = {{"voucher", voucherKeyText(result.key)}, {"outcome", outcomeWord(result.outcome)}, {"rows", result.rows}};
+    Json json = {
+        {"voucher", voucherKeyText(result.key)}, {"outcome", outcomeWord(result.outcome)}, {"rows", result.rows}};
     if (result.refusal) {
         json["error"] = {{"number", result.refusal->number}, {"description", result.refusal->description}};
     }

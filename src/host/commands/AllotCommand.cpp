@@ -27,7 +27,7 @@ struct Totals {
         std::size_t vouchers = 0;
         std::int64_t rows = 0;
     };
-    std::array<Count, 4> counts; ///< by Outcome
+    std::array<Count, 4> counts;         ///< by Outcome
     std::vector<VoucherResult> refusals; ///< as many as are to be shown
     std::size_t refusalsKept = refusalsShown;
 
@@ -40,9 +40,7 @@ struct Totals {
         }
     }
 
-    [[nodiscard]] std::size_t refused() const {
-        return counts.at(static_cast<std::size_t>(Outcome::refused)).vouchers;
-    }
+    [[nodiscard]] std::size_t refused() const { return counts.at(static_cast<std::size_t>(Outcome::refused)).vouchers; }
 };
 
 /// z7cf allot: allots every voucher of a year or period.
@@ -71,13 +69,15 @@ public:
                             console.errorsOnTerminal && !options.quiet && !options.json);
             Allotment allotment(session.connection(), session.provider().Gl(), !dryRun_);
             bar.update(0);
-            allotment.allotAll(vouchers, [&signals] { return signals.requested(); }, [&](const VoucherResult& result) {
-                totals.add(result);
-                bar.update(++done);
-                if (output.json()) {
-                    output.line(jsonText(resultJson(result)));
-                }
-            });
+            allotment.allotAll(
+                vouchers, [&signals] { return signals.requested(); },
+                [&](const VoucherResult& result) {
+                    totals.add(result);
+                    bar.update(++done);
+                    if (output.json()) {
+                        output.line(jsonText(resultJson(result)));
+                    }
+                });
         } catch (const Error& error) { // the database fails; what was done before stays done and is told
             failure = error;
         }
@@ -110,8 +110,8 @@ private:
             }
             output.table(refusals);
             if (totals.refused() > totals.refusals.size()) {
-                output.line(output.text(HostText::moreRefusals,
-                                        {std::to_string(totals.refused() - totals.refusals.size())}));
+                output.line(
+                    output.text(HostText::moreRefusals, {std::to_string(totals.refused() - totals.refusals.size())}));
             }
             output.line("");
         }

@@ -52,8 +52,9 @@ public:
         if (output.json()) {
             output.line(jsonText({{"file", database_.file}, {"tables", loaded.tables}, {"records", loaded.records}}));
         } else {
-            output.line(output.text(HostText::databaseMade, {terminal::printable(database_.file), std::to_string(loaded.tables),
-                                                             std::to_string(loaded.records)}));
+            output.line(
+                output.text(HostText::databaseMade, {terminal::printable(database_.file), std::to_string(loaded.tables),
+                                                     std::to_string(loaded.records)}));
         }
         output.flush();
         return exitCode::done;

@@ -34,9 +34,9 @@ public:
         if (output.json()) {
             output.line(jsonText(resultJson(result)));
         } else if (result.refusal) {
-            throw Failure(exitCode::refused, HostText::voucherFailed,
-                          {std::to_string(result.refusal->number),
-                           reasonText(options.language, result.refusal->description)});
+            throw Failure(
+                exitCode::refused, HostText::voucherFailed,
+                {std::to_string(result.refusal->number), reasonText(options.language, result.refusal->description)});
         } else {
             const HostText text = result.outcome == Outcome::stored   ? HostText::savedRows
                                   : result.outcome == Outcome::noCash ? HostText::savedNoCash

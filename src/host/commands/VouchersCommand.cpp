@@ -17,17 +17,17 @@ namespace {
 /// How the rows of one voucher stand.
 struct VoucherState {
     double cashSum = 0.0;
-    bool needed = false;        ///< the voucher moves cash, so that it must have rows
-    std::int32_t stored = 0;    ///< the rows that are stored
-    std::optional<bool> meets;  ///< whether the stored rows meet the voucher; nothing without stored rows
+    bool needed = false;       ///< the voucher moves cash, so that it must have rows
+    std::int32_t stored = 0;   ///< the rows that are stored
+    std::optional<bool> meets; ///< whether the stored rows meet the voucher; nothing without stored rows
 };
 
 VoucherState stateOf(Session& session, const VoucherHead& voucher) {
     const VoucherKey& key = voucher.key;
     VoucherState state;
     const auto rows = storedRows(session, voucher);
-    state.cashSum = session.data().GetCashSumInVoucher(session.connection(), voucherTable, key.period, key.kind,
-                                                       key.number);
+    state.cashSum =
+        session.data().GetCashSumInVoucher(session.connection(), voucherTable, key.period, key.kind, key.number);
     state.needed = state.cashSum != 0.0;
     if (rows) {
         state.stored = rows->Count();

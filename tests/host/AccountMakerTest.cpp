@@ -1,0 +1,138 @@
+#include "host/AccountMaker.h"
+
+#include "ScratchFolder.h"
+#include "adapters/sqlite/database.h"
+#include "host/ExitCode.h"
+#include "host/Failure.h"
+#include "z7cashflow/support/Error.h"
+#include "z7cashflow/support/conversions.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <set>
+#include <sstream>
+
+namespace z7::cashflow::host {
+namespace {
+
+const std::function<bool()> neverStop = [] { return false; };
+
+TableFile fileWith(const std::string& table, const std::string& text) {
+    return {table, table + ".csv", [text] { return std::make_unique<std::istringstream>(text); }};
+}
+
+std::set<std::string> namesIn(const std::filesystem::path& folder) {
+    std::set<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+        names.insert(entry.path().filename().string());
+    }
+    return names;
+}
+
+std::string optionOf(const std::filesystem::path& database, const std::string& name) {
+    sqlite::Connection connection;
+    connection.Open(sqlite::connectionString(database));
+    const auto option = connection.Execute("select cvalue,cdefault from accinformation where cname=N'" + name + "'");
+    return option->EndOfFile() ? "(none)"
+                               : toTextOrEmpty(option->Fields().Item("cvalue")) + "/" +
+                                     toTextOrEmpty(option->Fields().Item("cdefault"));
+}
+
+class AccountMakerTest : public testing::Test {
+protected:
+    ScratchFolder scratch;
+    std::filesystem::path file = scratch.path() / "company.db";
+    std::set<std::string> threeFiles{"company.db", "company.tempdb.db", "company.zqsystem.db"};
+};
+
+TEST_F(AccountMakerTest, MakesAnEmptyAccountAndNothingElse) {
+    const LoadedTables loaded = makeAccount(file, {}, {}, Language::english, neverStop);
+    EXPECT_EQ(loaded.tables, 0);
+    EXPECT_EQ(namesIn(scratch.path()), threeFiles);
+    EXPECT_EQ(optionOf(file, "bCashCode"), "(none)");
+}
+
+TEST_F(AccountMakerTest, OptionsTakeThePlaceOfThoseOfTheFiles) {
+    const std::string options = "csysid,cname,cvalue,cdefault\nGL,bCashCode,False,False\nGL,bXJLL,True,False\n";
+    makeAccount(file, {fileWith("accinformation", options)},
+                readAccountOptions({"bcashcode=TRUE", "bAutoDisplay=false"}), Language::english, neverStop);
+    EXPECT_EQ(optionOf(file, "bCashCode"), "True/False");
+    EXPECT_EQ(optionOf(file, "bAutoDisplay"), "False/");
+    EXPECT_EQ(optionOf(file, "bXJLL"), "True/False");
+}
+
+TEST_F(AccountMakerTest, ABadFileLeavesNothingBehind) {
+    EXPECT_THROW(makeAccount(file, {fileWith("dsign", "isignseq\n1\n"), fileWith("fitemss98", "citemcode\n1\n1\n")}, {},
+                             Language::english, neverStop),
+                 Failure);
+    EXPECT_EQ(namesIn(scratch.path()), std::set<std::string>{});
+}
+
+TEST_F(AccountMakerTest, AnInterruptionLeavesNothingBehind) {
+    int asked = 0;
+    EXPECT_THROW(makeAccount(file, {fileWith("dsign", "isignseq\n1\n2\n3\n")}, {}, Language::english,
+                             [&asked] { return ++asked > 2; }),
+                 Interrupted);
+    EXPECT_EQ(asked, 3);
+    EXPECT_EQ(namesIn(scratch.path()), std::set<std::string>{});
+}
+
+TEST_F(AccountMakerTest, OverwritesNothing) {
+    for (const char* name : {"company.db", "company.zqsystem.db", "company.tempdb.db"}) {
+        const ScratchFolder folder;
+        folder.write(name, "precious");
+        try {
+            makeAccount(folder.path() / "company.db", {}, {}, Language::english, neverStop);
+            ADD_FAILURE() << "no failure for " << name;
+        } catch (const Failure& failure) {
+            EXPECT_EQ(failure.exitCode(), exitCode::usage);
+            EXPECT_THAT(failure.message(Language::english), testing::HasSubstr(name));
+        }
+        EXPECT_EQ(namesIn(folder.path()), std::set<std::string>{name});
+        EXPECT_EQ(std::filesystem::file_size(folder.path() / name), 8U);
+    }
+}
+
+TEST_F(AccountMakerTest, DoesNotFollowALinkThatLeadsNowhere) {
+    std::filesystem::create_symlink(scratch.path() / "elsewhere.db", file);
+    EXPECT_THROW(makeAccount(file, {}, {}, Language::english, neverStop), Failure);
+    EXPECT_EQ(namesIn(scratch.path()), std::set<std::string>{"company.db"});
+}
+
+TEST_F(AccountMakerTest, AMissingFolderIsAFailureOfTheDisk) {
+    try {
+        makeAccount(scratch.path() / "missing" / "a.db", {}, {}, Language::english, neverStop);
+        ADD_FAILURE() << "no failure";
+    } catch (const Failure& failure) {
+        EXPECT_EQ(failure.exitCode(), exitCode::database);
+    }
+}
+
+TEST(AccountOptions, AreReadAndChecked) {
+    EXPECT_TRUE(readAccountOptions({}).empty());
+    const auto options = readAccountOptions({"BCASHCODE=True", "bXJLL=false"});
+    ASSERT_EQ(options.size(), 2U);
+    EXPECT_EQ(options[0].name, "bCashCode");
+    EXPECT_EQ(options[0].value, "True");
+    EXPECT_EQ(options[1].name, "bXJLL");
+    EXPECT_EQ(options[1].value, "False");
+    const auto messageOf = [](const std::vector<std::string>& texts) {
+        try {
+            static_cast<void>(readAccountOptions(texts));
+        } catch (const Failure& failure) {
+            return failure.message(Language::english);
+        }
+        return std::string("(no failure)");
+    };
+    EXPECT_EQ(messageOf({"bCashcodes=true"}),
+              "Unknown account option \"bCashcodes\"; known are bCashCode, bAutoDisplay, bXJLL");
+    EXPECT_EQ(messageOf({"bCashCode"}), "--set takes NAME=VALUE, not \"bCashCode\"");
+    EXPECT_EQ(messageOf({"=true"}), "--set takes NAME=VALUE, not \"=true\"");
+    EXPECT_EQ(messageOf({"bCashCode=1"}), "Account option \"bCashCode\" takes true or false, not \"1\"");
+    EXPECT_EQ(messageOf({"bCashCode="}), "Account option \"bCashCode\" takes true or false, not \"\"");
+    EXPECT_EQ(messageOf({"bCashCode=true", "bcashcode=false"}), "Account option \"bCashCode\" is given twice");
+}
+
+} // namespace
+} // namespace z7::cashflow::host

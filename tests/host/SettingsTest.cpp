@@ -1,0 +1,135 @@
+#include "host/Settings.h"
+
+#include "EnvironmentGuard.h"
+#include "host/ExitCode.h"
+#include "host/Failure.h"
+#include "host/HostLogin.h"
+#include "z7cashflow/support/Error.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace z7::cashflow::host {
+namespace {
+
+using testing::HasSubstr;
+
+std::string failureOf(const std::string& text) {
+    try {
+        static_cast<void>(readSettings(text, "my.toml", Language::english));
+    } catch (const Failure& failure) {
+        EXPECT_EQ(failure.exitCode(), exitCode::usage);
+        return failure.message(Language::english);
+    }
+    ADD_FAILURE() << "no failure: " << text;
+    return {};
+}
+
+TEST(Settings, ReadsEveryKey) {
+    const Settings settings = readSettings("# mine\naccount = \"002\"\nuser = 'wang'\noperator = \"王芳\"\n"
+                                           "accounting_system = \"政府会计制度（2019）\"\nlanguage = \"zh_cn\"\n",
+                                           "my.toml", Language::english);
+    EXPECT_EQ(settings.account, "002");
+    EXPECT_EQ(settings.user, "wang");
+    EXPECT_EQ(settings.operatorName, "王芳");
+    EXPECT_EQ(settings.accountingSystem, "政府会计制度（2019）");
+    EXPECT_EQ(settings.language, Language::chinese);
+}
+
+TEST(Settings, LeavesOutWhatTheFileLeavesOut) {
+    const Settings settings = readSettings("", "my.toml", Language::english);
+    EXPECT_FALSE(settings.account || settings.user || settings.operatorName || settings.accountingSystem ||
+                 settings.language);
+}
+
+TEST(Settings, NamesWhatIsWrongAndWhere) {
+    EXPECT_EQ(failureOf("account = \"1\"\npassword = \"x\"\n"),
+              "Settings file my.toml, line 2: unknown setting \"password\"; known are account, user, operator, "
+              "accounting_system and language");
+    EXPECT_EQ(failureOf("account = 1\n"), "Settings file my.toml, line 1: setting \"account\" must be a text");
+    EXPECT_EQ(failureOf("\n\nlanguage = \"fr\"\n"),
+              "Settings file my.toml, line 3: setting \"language\" cannot be \"fr\"");
+    EXPECT_THAT(failureOf("user = \"a\"\nuser = \"b\"\n"), HasSubstr("my.toml, line 2: "));
+    EXPECT_THAT(failureOf("user = \n"), HasSubstr("my.toml, line 1: "));
+    EXPECT_THAT(failureOf("user = \"\xFF\"\n"), HasSubstr("my.toml, line 1: "));
+}
+
+TEST(Settings, AFileThatIsNotThereIsAFailure) {
+    EXPECT_THROW(static_cast<void>(readSettingsFile("/nonexistent/settings.toml", Language::english)), Failure);
+    EXPECT_THROW(static_cast<void>(readSettingsFile("/", Language::english)), Failure) << "a folder";
+}
+
+TEST(Settings, TheDefaultPlaceFollowsTheEnvironment) {
+    const EnvironmentGuard home("HOME", "/home/demo");
+    {
+        const EnvironmentGuard config("XDG_CONFIG_HOME", "/etc/mine");
+        EXPECT_EQ(defaultSettingsPath(), "/etc/mine/z7cf/settings.toml");
+    }
+    {
+        const EnvironmentGuard config("XDG_CONFIG_HOME", "relative");
+        EXPECT_EQ(defaultSettingsPath(), "/home/demo/.config/z7cf/settings.toml");
+    }
+    const EnvironmentGuard config("XDG_CONFIG_HOME", nullptr);
+    EXPECT_EQ(defaultSettingsPath(), "/home/demo/.config/z7cf/settings.toml");
+    const EnvironmentGuard noHome("HOME", nullptr);
+    EXPECT_EQ(defaultSettingsPath(), std::nullopt);
+}
+
+TEST(Language, ComesFromTheFirstSettingOfTheEnvironment) {
+    const EnvironmentGuard all("LC_ALL", nullptr);
+    const EnvironmentGuard messages("LC_MESSAGES", nullptr);
+    const EnvironmentGuard lang("LANG", nullptr);
+    EXPECT_EQ(languageOfEnvironment(), Language::english);
+    const EnvironmentGuard chineseLang("LANG", "zh_CN.UTF-8");
+    EXPECT_EQ(languageOfEnvironment(), Language::chinese);
+    const EnvironmentGuard englishMessages("LC_MESSAGES", "en_GB.UTF-8");
+    EXPECT_EQ(languageOfEnvironment(), Language::english);
+    const EnvironmentGuard chineseAll("LC_ALL", "zh_TW");
+    EXPECT_EQ(languageOfEnvironment(), Language::chinese);
+    const EnvironmentGuard emptyAll("LC_ALL", "");
+    EXPECT_EQ(languageOfEnvironment(), Language::english) << "an empty variable is passed over";
+}
+
+TEST(Language, IsReadInAnyLetterCase) {
+    EXPECT_EQ(readLanguage("zh"), Language::chinese);
+    EXPECT_EQ(readLanguage("ZH_cn"), Language::chinese);
+    EXPECT_EQ(readLanguage("en"), Language::english);
+    EXPECT_EQ(readLanguage("EN-us"), Language::english);
+    for (const char* text : {"", "fr", "zh-TW", "en-GB", "english"}) {
+        EXPECT_EQ(readLanguage(text), std::nullopt) << text;
+    }
+}
+
+TEST(HostLogin, TellsWhatTheLibraryAsks) {
+    GlobalOptions options;
+    options.language = Language::chinese;
+    options.account = "002";
+    options.user = "u";
+    options.operatorName = "op";
+    options.accountingSystem = "政府会计制度";
+    HostLogin login(options, 2024, "driver=sqlite;database=x");
+    EXPECT_EQ(login.LocaleId(), 2052);
+    EXPECT_EQ(login.AccountId(), "002");
+    EXPECT_EQ(login.AccountingYear(), "2024");
+    EXPECT_EQ(login.UserId(), "u");
+    EXPECT_EQ(login.Operator(), "op");
+    EXPECT_EQ(login.ConnectionString(), "driver=sqlite;database=x");
+    EXPECT_EQ(login.Information(117), Variant("政府会计制度"));
+    EXPECT_TRUE(login.Information(118).isNull());
+    EXPECT_EQ(login.LanguageTag(), "zh-CN");
+    EXPECT_EQ(login.TextLookup()->Text("Z7.CW.GL.CashFlow.00013"), "现金流量");
+    EXPECT_EQ(login.FormattedTextLookup()->Text("Z7.GL.USZZPUB.00571", {Variant("")}), "列宽已改变，是否保存？");
+}
+
+TEST(HostLogin, IsTheDemoUserWithoutSettings) {
+    HostLogin login(GlobalOptions{}, 2013, "");
+    EXPECT_EQ(login.LocaleId(), 1033);
+    EXPECT_EQ(login.LanguageTag(), "en-US");
+    EXPECT_EQ(login.AccountId(), "001");
+    EXPECT_EQ(login.UserId(), "demo");
+    EXPECT_EQ(login.Operator(), "demo");
+    EXPECT_EQ(login.Information(117), Variant(""));
+}
+
+} // namespace
+} // namespace z7::cashflow::host

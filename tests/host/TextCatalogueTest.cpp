@@ -1,0 +1,156 @@
+#include "host/TextCatalogue.h"
+
+#include "host/HostText.h"
+#include "z7cashflow/support/Error.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <regex>
+#include <set>
+
+namespace z7::cashflow::host {
+namespace {
+
+/// Every key that the library asks for, or will: the list that the catalogue must hold, no more and no less.
+const std::set<std::string>& expectedKeys() {
+    static const std::set<std::string> keys = [] {
+        std::set<std::string> names;
+        for (const char* number :
+             {"00001", "00002", "00003", "00004", "00005", "00006", "00009", "00010",      "00011",
+              "00012", "00013", "00016", "00017", "00018", "00020", "00021", "00022",      "00023",
+              "00025", "00032", "00033", "00034", "00035", "00036", "00037", "00038",      "00043",
+              "00045", "00049", "00052", "00054", "00056", "00058", "00059", "00060",      "00061",
+              "00062", "00063", "00064", "00065", "00207", "00208", "00209", "Z711.00001", "Z790.00001"}) {
+            names.insert(std::string("Z7.CW.GL.CashFlow.") + number);
+        }
+        names.insert({"Z7.CW.APAR.ARAPMain.Add_Line", "Z7.CW.APAR.ARAPMain.Delete_Row",
+                      "Z7.CW.GL.ZWSQL.EndItem.frmXmDlmx.Picture1.Toolbar1.Button7_7.Caption", "Z7.GL.USZZPUB.00001",
+                      "Z7.GL.USZZPUB.00004", "Z7.GL.USZZPUB.00011", "Z7.GL.USZZPUB.00012", "Z7.GL.USZZPUB.00571",
+                      "Z7.GL.ZZPZ.00003", "Z7.GL.ZZPZ.00192", "Z7.GL.ZZPZ.00234", "Z7.GL.ZZPZ.00352",
+                      "Z7.GL.ZZPZ.01154", "Z7.GL.ZZPZ.02010"});
+        return names;
+    }();
+    return keys;
+}
+
+std::multiset<std::string> placesOf(std::string_view text) {
+    static const std::regex place(R"(\{[0-9]+\})");
+    const std::string copy(text);
+    return {std::sregex_token_iterator(copy.begin(), copy.end(), place), std::sregex_token_iterator()};
+}
+
+bool hasChinese(std::string_view text) {
+    return std::any_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) >= 0xE4; });
+}
+
+TEST(TextCatalogue, HoldsExactlyTheKeysOfTheLibrary) {
+    std::set<std::string> keys;
+    for (const ResourceText& text : resourceTexts()) {
+        EXPECT_TRUE(keys.emplace(text.key).second) << text.key << " stands twice";
+    }
+    EXPECT_EQ(keys, expectedKeys());
+}
+
+TEST(TextCatalogue, GivesEveryKeyInBothLanguages) {
+    CatalogueText chinese(Language::chinese);
+    CatalogueText english(Language::english);
+    for (const std::string& key : expectedKeys()) {
+        const std::string inChinese = chinese.Text(key);
+        const std::string inEnglish = english.Text(key);
+        EXPECT_TRUE(hasChinese(inChinese)) << key << ": " << inChinese;
+        EXPECT_FALSE(inEnglish.empty()) << key;
+        EXPECT_FALSE(hasChinese(inEnglish)) << key << ": " << inEnglish;
+        EXPECT_EQ(placesOf(inChinese), placesOf(inEnglish)) << key;
+    }
+}
+
+TEST(TextCatalogue, AnUnknownKeyIsAnErrorThatNamesIt) {
+    for (const Language language : {Language::chinese, Language::english}) {
+        CatalogueText text(language);
+        try {
+            static_cast<void>(text.Text("Z7.CW.GL.CashFlow.99999"));
+            ADD_FAILURE() << "no error was raised";
+        } catch (const Error& error) {
+            EXPECT_EQ(error.number(), errors::badArgument);
+            EXPECT_THAT(error.description(), testing::HasSubstr("Z7.CW.GL.CashFlow.99999"));
+        }
+        CatalogueFormattedText formatted(language);
+        EXPECT_THROW(static_cast<void>(formatted.Text("", {})), Error);
+    }
+}
+
+TEST(TextCatalogue, ComparesKeysExactly) {
+    CatalogueText text(Language::english);
+    EXPECT_THROW(static_cast<void>(text.Text("z7.cw.gl.cashflow.00001")), Error);
+}
+
+TEST(TextCatalogue, TheTwoFiguresOfADifferenceReadWell) {
+    CatalogueText english(Language::english);
+    CatalogueText chinese(Language::chinese);
+    const auto sentence = [](CatalogueText& text, const char* label, const char* side) {
+        return text.Text(std::string("Z7.CW.GL.CashFlow.") + label) +
+               text.Text(std::string("Z7.CW.GL.CashFlow.") + side) + "50.00";
+    };
+    EXPECT_EQ(sentence(english, "00003", "00004"), "Cash moved by the voucher: debit 50.00");
+    EXPECT_EQ(sentence(english, "00006", "00005"), "Sum of the cash-flow rows: credit 50.00");
+    EXPECT_EQ(sentence(chinese, "00003", "00004"), "凭证现金科目净额：借方 50.00");
+    EXPECT_EQ(sentence(chinese, "00006", "00005"), "现金流量行净额：贷方 50.00");
+}
+
+TEST(TextCatalogue, TheQuestionBehindATemplateReadsWell) {
+    CatalogueText english(Language::english);
+    EXPECT_EQ(english.Text("Z7.CW.GL.CashFlow.00065") + english.Text("Z7.CW.GL.CashFlow.00038"),
+              "There is a template for this account and side already. Replace it?");
+    CatalogueText chinese(Language::chinese);
+    EXPECT_EQ(chinese.Text("Z7.CW.GL.CashFlow.00065") + chinese.Text("Z7.CW.GL.CashFlow.00038"),
+              "该科目在此方向上已有取数关系，是否覆盖？");
+}
+
+TEST(TextCatalogue, DirectionWordsInChineseAreTheWordsOfTheLedger) {
+    CatalogueText chinese(Language::chinese);
+    EXPECT_EQ(chinese.Text("Z7.GL.USZZPUB.00011"), "借");
+    EXPECT_EQ(chinese.Text("Z7.GL.USZZPUB.00012"), "贷");
+    EXPECT_EQ(chinese.Text("Z7.GL.USZZPUB.00001"), "平");
+}
+
+TEST(TextCatalogue, CaptionsThatGoIntoXmlNeedNoEscape) {
+    for (const ResourceText& text : resourceTexts()) {
+        if (text.key >= "Z7.CW.GL.CashFlow.00058" && text.key <= "Z7.CW.GL.CashFlow.00062") {
+            EXPECT_EQ(text.chinese.find_first_of("&<>'\""), std::string_view::npos) << text.key;
+            EXPECT_EQ(text.english.find_first_of("&<>'\""), std::string_view::npos) << text.key;
+        }
+    }
+}
+
+TEST(TextCatalogue, FillsPlaces) {
+    EXPECT_EQ(fillPlaces("a {0} b {1} c {0}", {Variant("x"), Variant(std::int32_t{7})}), "a x b 7 c x");
+    EXPECT_EQ(fillPlaces("{0}{1}", {Variant("{1}"), Variant("z")}), "{1}z")
+        << "what was filled in is not looked at again";
+    EXPECT_EQ(fillPlaces("{2} {x} {} { {-1} {0", {Variant("x")}), "{2} {x} {} { {-1} {0");
+    EXPECT_EQ(fillPlaces("a{0}b", {Variant()}), "ab");
+    EXPECT_EQ(fillPlaces("", {}), "");
+    CatalogueFormattedText formatted(Language::english);
+    EXPECT_EQ(formatted.Text("Z7.GL.USZZPUB.00571", {Variant("")}), "The column widths have changed. Save them?");
+}
+
+TEST(HostTexts, StandInBothLanguagesWithTheSamePlaces) {
+    for (const HostTextEntry& entry : hostTexts()) {
+        const int number = static_cast<int>(entry.id);
+        EXPECT_FALSE(entry.chinese.empty()) << number;
+        EXPECT_FALSE(entry.english.empty()) << number;
+        EXPECT_FALSE(hasChinese(entry.english)) << entry.english;
+        const auto chinese = placesOf(entry.chinese);
+        const auto english = placesOf(entry.english);
+        EXPECT_EQ(chinese, english) << entry.english;
+    }
+}
+
+TEST(HostTexts, FillTheirPlaces) {
+    EXPECT_EQ(hostText(Language::english, HostText::noVoucher, {"2024/1/1/1"}), "There is no voucher 2024/1/1/1");
+    EXPECT_EQ(hostText(Language::chinese, HostText::noVoucher, {"2024/1/1/1"}), "没有凭证 2024/1/1/1");
+}
+
+} // namespace
+} // namespace z7::cashflow::host

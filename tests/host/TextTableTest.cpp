@@ -1,0 +1,86 @@
+#include "host/TextTable.h"
+
+#include "adapters/terminal/printable.h"
+#include "host/Output.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace z7::cashflow::host {
+namespace {
+
+using testing::ElementsAre;
+
+TEST(TextTable, AlignsWideCharactersOnTwoColumns) {
+    TextTable table({{"凭证"}, {"Sum", TextTable::Align::right}, {"End"}});
+    table.add({"2024/1/1/1", "1.00", "x"});
+    table.add({"收", "12,345.00", "是"});
+    EXPECT_THAT(table.lines(), ElementsAre("凭证              Sum  End", "----------  ---------  ---",
+                                           "2024/1/1/1       1.00  x", "收          12,345.00  是"));
+}
+
+TEST(TextTable, CutsLongCellsBetweenCharacters) {
+    TextTable table({{"S", TextTable::Align::left, 5}, {"E"}});
+    table.add({"借方金额", "e"});
+    table.add({"abcde", "e"});
+    table.add({"abcdef", "e"});
+    EXPECT_THAT(table.lines(), ElementsAre("S      E", "-----  -", "借方…  e", "abcde  e", "abcd…  e"));
+}
+
+TEST(TextTable, FillsMissingCellsAndLeavesOutTooMany) {
+    TextTable table({{"A"}, {"B"}});
+    EXPECT_TRUE(table.empty());
+    table.add({"1"});
+    table.add({"1", "2", "3"});
+    EXPECT_FALSE(table.empty());
+    EXPECT_THAT(table.lines(), ElementsAre("A  B", "-  -", "1", "1  2"));
+}
+
+TEST(TextTable, MakesCellsSafeForATerminal) {
+    TextTable table({{"A"}});
+    table.add({"\x1b[31mred\nline"});
+    EXPECT_EQ(table.lines().back(), "\xEF\xBF\xBD[31mred line");
+}
+
+TEST(Printable, LeavesTextAndReplacesWhatMovesTheCursor) {
+    EXPECT_EQ(terminal::printable("摘要 Summary é 𠮷"), "摘要 Summary é 𠮷");
+    EXPECT_EQ(terminal::printable("a\r\nb\tc\nd\re"), "a b c d e");
+    const std::string replaced = "\xEF\xBF\xBD";
+    EXPECT_EQ(terminal::printable("\x1b]0;t\x07"), replaced + "]0;t" + replaced);
+    EXPECT_EQ(terminal::printable("\xC2\x9B"
+                                  "31m"),
+              replaced + "31m")
+        << "the one-character form of escape and bracket";
+    EXPECT_EQ(terminal::printable("a\xE2\x80\xAE"
+                                  "b"),
+              "a" + replaced + "b")
+        << "right-to-left override";
+    EXPECT_EQ(terminal::printable("a\xE2\x80\xA8"
+                                  "b"),
+              "a" + replaced + "b")
+        << "line separator";
+    EXPECT_EQ(terminal::printable("\xFF"
+                                  "a\xE5\x80"),
+              replaced + "a" + replaced + replaced);
+    EXPECT_EQ(terminal::printable(std::string("a\0b", 3)), "a" + replaced + "b");
+    EXPECT_EQ(terminal::printable("\x7F"), replaced);
+}
+
+TEST(Printable, CountsColumns) {
+    EXPECT_EQ(terminal::displayWidth(""), 0U);
+    EXPECT_EQ(terminal::displayWidth("abc"), 3U);
+    EXPECT_EQ(terminal::displayWidth("借方"), 4U);
+    EXPECT_EQ(terminal::displayWidth("e\xCC\x81"), 1U) << "a combining accent takes no column";
+    EXPECT_EQ(terminal::fitToWidth("借方", 3), "借");
+    EXPECT_EQ(terminal::fitToWidth("借方", 4), "借方");
+    EXPECT_EQ(terminal::fitToWidth("abc", 0), "");
+}
+
+TEST(AmountText, ShowsTwoDecimalsAndThousands) {
+    EXPECT_EQ(amountText(1234.5), "1,234.50");
+    EXPECT_EQ(amountText(0.0), "0.00");
+    EXPECT_EQ(amountText(-1234567.891), "-1,234,567.89");
+}
+
+} // namespace
+} // namespace z7::cashflow::host

@@ -1,0 +1,59 @@
+#include "host/VoucherKey.h"
+
+#include <gtest/gtest.h>
+
+namespace z7::cashflow::host {
+namespace {
+
+TEST(VoucherKey, ReadsFourNumbers) {
+    EXPECT_EQ(readVoucherKey("2024/1/2/15"), (VoucherKey{2024, 1, 2, 15}));
+    EXPECT_EQ(readVoucherKey("0001/012/0003/0"), (VoucherKey{1, 12, 3, 0}));
+    EXPECT_EQ(readVoucherKey("9999/255/32767/2147483647"), (VoucherKey{9999, 255, 32767, 2147483647}));
+}
+
+TEST(VoucherKey, RefusesEveryOtherText) {
+    for (const char* text : {"",
+                             "/",
+                             "///",
+                             "2024",
+                             "2024/1/2",
+                             "2024/1/2/",
+                             "/1/2/3",
+                             "2024//2/3",
+                             "2024/1/2/3/4",
+                             "2024/1/2/3/",
+                             " 2024/1/2/3",
+                             "2024/1/2/3 ",
+                             "2024/1/2/+3",
+                             "2024/1/-2/3",
+                             "2024/1/2/3.0",
+                             "2024/1/2/x",
+                             "2024-1-2-3",
+                             "2024/1/2/0x3",
+                             "0/1/2/3",
+                             "10000/1/2/3",
+                             "2024/256/2/3",
+                             "2024/1/32768/3",
+                             "2024/1/2/2147483648",
+                             "2024/1/2/99999999999999999999999",
+                             "2024/1/2/3'; drop table code --",
+                             "２０２４/1/2/3"}) {
+        EXPECT_EQ(readVoucherKey(text), std::nullopt) << text;
+    }
+}
+
+TEST(VoucherKey, WritesWhatItReads) {
+    const VoucherKey key{2024, 12, 3, 40000};
+    EXPECT_EQ(voucherKeyText(key), "2024/12/3/40000");
+    EXPECT_EQ(readVoucherKey(voucherKeyText(key)), key);
+}
+
+TEST(VoucherKey, OrdersByYearThenPeriodThenKindThenNumber) {
+    EXPECT_LT((VoucherKey{2023, 12, 3, 9}), (VoucherKey{2024, 1, 1, 1}));
+    EXPECT_LT((VoucherKey{2024, 1, 3, 9}), (VoucherKey{2024, 2, 1, 1}));
+    EXPECT_LT((VoucherKey{2024, 1, 1, 9}), (VoucherKey{2024, 1, 2, 1}));
+    EXPECT_LT((VoucherKey{2024, 1, 1, 9}), (VoucherKey{2024, 1, 1, 10}));
+}
+
+} // namespace
+} // namespace z7::cashflow::host
