@@ -1,0 +1,36 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace z7::cashflow::odbc {
+
+/// The language in which the database behind the driver takes statements.
+enum class DialectKind {
+    tsql,  ///< Transact-SQL: statements go down as they stand
+    sqlite ///< the embedded database's own: statements are rewritten first
+};
+
+/// What a connection string says; see Connection for its forms and keywords.
+struct ConnectionOptions {
+    std::string driverText;           ///< what the ODBC driver manager gets; holds the password
+    std::string driver;               ///< the value of its keyword "driver"; empty if it names a data source
+    std::vector<std::string> secrets; ///< the values that no message may show
+    std::optional<std::int16_t> year;
+    int timeout = 5000; ///< milliseconds
+    DialectKind dialect = DialectKind::tsql;
+};
+
+/// Error 5 that names the keyword which is missing, given twice or has a bad value. No value is quoted: any of them could
+/// be a secret.
+[[nodiscard]] ConnectionOptions parseConnectionString(const std::string& text);
+
+/// The text with every secret in it replaced by "***".
+[[nodiscard]] std::string withoutSecrets(std::string text, const std::vector<std::string>& secrets);
+
+/// A value as it stands in a connection string: in braces if it needs them.
+[[nodiscard]] std::string connectionValue(const std::string& value);
+
+} // namespace z7::cashflow::odbc

@@ -1,0 +1,75 @@
+#pragma once
+
+#include "adapters/odbc/ConnectionOptions.h"
+#include "adapters/odbc/ResultReader.h"
+#include "adapters/tsql/Rewriting.h"
+#include "z7cashflow/support/Variant.h"
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace z7::cashflow::odbc {
+
+/// What running a text gave: its first result with rows, as the driver describes and fetches it.
+struct Fetched {
+    std::unique_ptr<cursor::RowSet> rows; ///< nothing without a result
+    std::vector<DriverColumn> columns;
+    std::optional<tsql::TableName> target; ///< the one table whose records these are; nothing if they cannot be written
+};
+
+/// A session as a dialect sees it: a driver that runs a text, whatever its language.
+class Driver {
+public:
+    /// Corrects what the driver says of a result's columns.
+    using ColumnCorrection = std::function<void(std::vector<DriverColumn>&)>;
+
+    virtual ~Driver() = default;
+    /// Runs a text with values for its "?", and fetches its first result whole. An error of any of its statements is raised.
+    virtual Fetched execute(const std::string& text, const std::vector<Variant>& values = {},
+                            const ColumnCorrection& correct = {}) = 0;
+    /// The primary key of a table in the current database or in another one, as the driver's catalogue tells it.
+    [[nodiscard]] virtual std::vector<std::string> primaryKey(const std::string& database,
+                                                              const std::string& table) = 0;
+};
+
+/// What differs between the databases behind the drivers. One object belongs to one session.
+class Dialect {
+public:
+    virtual ~Dialect() = default;
+
+    /// Makes a new session what every session has to be: texts unambiguous, waits bounded, the year set.
+    virtual void start(Driver& driver, const ConnectionOptions& options) = 0;
+    /// Runs a Transact-SQL batch. "updatable" tells that its records are to be written.
+    virtual Fetched run(Driver& driver, const std::string& batch, bool updatable) = 0;
+
+    virtual void begin(Driver& driver) = 0;
+    virtual void commit(Driver& driver) = 0;
+    virtual void rollback(Driver& driver) = 0;
+    /// Whether the transaction that was begun is still there after an error.
+    [[nodiscard]] virtual bool inTransaction(Driver& driver) = 0;
+
+    /// How a column is handed out and fetched.
+    [[nodiscard]] virtual ResultColumn resultColumn(const DriverColumn& column) const = 0;
+    /// Whether resultColumn needs the names of type and table.
+    [[nodiscard]] virtual bool needsOrigins() const noexcept = 0;
+
+    /// A table's and a column's name as they stand in a statement.
+    [[nodiscard]] virtual std::string tableText(const tsql::TableName& table) const = 0;
+    [[nodiscard]] virtual std::string columnText(const std::string& name) const = 0;
+    /// A value as this database keeps it in a column of that type.
+    [[nodiscard]] virtual Variant stored(const Variant& value) const = 0;
+    /// The columns by which a record of the result can be found again; empty if there are none.
+    [[nodiscard]] virtual std::vector<std::string> key(Driver& driver, const tsql::TableName& table,
+                                                       const std::vector<DriverColumn>& columns) = 0;
+    /// Runs an insert, an update or a delete and gives the number of rows that it changed.
+    virtual std::int64_t change(Driver& driver, const std::string& text, const std::vector<Variant>& values) = 0;
+};
+
+/// The dialect that a connection string asks for.
+[[nodiscard]] std::unique_ptr<Dialect> makeDialect(DialectKind kind);
+
+} // namespace z7::cashflow::odbc

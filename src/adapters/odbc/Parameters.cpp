@@ -1,0 +1,100 @@
+#include "adapters/odbc/Parameters.h"
+
+#include "z7cashflow/support/conversions.h"
+
+#include <sql.h>
+#include <sqlext.h>
+
+#include <algorithm>
+#include <optional>
+
+namespace z7::cashflow::odbc {
+
+/// One value in the form in which ODBC takes it.
+struct Parameters::Cell {
+    SQLSMALLINT cType = SQL_C_CHAR;
+    SQLSMALLINT sqlType = SQL_VARCHAR;
+    SQLULEN size = 1;
+    SQLSMALLINT digits = 0;
+    SQLPOINTER data = nullptr;
+    SQLLEN length = 0;
+
+    std::optional<ParameterText> text;
+    SQLINTEGER whole = 0;
+    double real = 0.0;
+    unsigned char truth = 0;
+    SQL_TIMESTAMP_STRUCT time{};
+
+    void take(Null) { length = SQL_NULL_DATA; }
+    void take(const std::string& value) {
+        constexpr std::size_t longestShortText = 4000; // beyond it the server wants its type for long texts
+        text.emplace(value);
+        cType = ParameterText::cType();
+        sqlType = text->length() > longestShortText ? SQL_WLONGVARCHAR : SQL_WVARCHAR;
+        size = std::max<SQLULEN>(text->length(), 1);
+        data = text->data();
+        length = static_cast<SQLLEN>(text->byteCount());
+    }
+    void takeWhole(SQLINTEGER value) {
+        whole = value;
+        cType = SQL_C_SLONG;
+        sqlType = SQL_INTEGER;
+        size = 10;
+        data = &whole;
+    }
+    void take(std::uint8_t value) { takeWhole(value); }
+    void take(std::int16_t value) { takeWhole(value); }
+    void take(std::int32_t value) { takeWhole(value); }
+    void take(double value) {
+        real = value;
+        cType = SQL_C_DOUBLE;
+        sqlType = SQL_DOUBLE;
+        size = 53;
+        data = &real;
+    }
+    void take(bool value) {
+        truth = value ? 1 : 0;
+        cType = SQL_C_BIT;
+        sqlType = SQL_BIT;
+        data = &truth;
+    }
+    void take(Date value) {
+        const CivilTime civil = toCivil(value);
+        time.year = static_cast<SQLSMALLINT>(civil.year);
+        time.month = static_cast<SQLUSMALLINT>(civil.month);
+        time.day = static_cast<SQLUSMALLINT>(civil.day);
+        time.hour = static_cast<SQLUSMALLINT>(civil.hour);
+        time.minute = static_cast<SQLUSMALLINT>(civil.minute);
+        time.second = static_cast<SQLUSMALLINT>(civil.second);
+        cType = SQL_C_TYPE_TIMESTAMP;
+        sqlType = SQL_TYPE_TIMESTAMP;
+        size = 23;
+        digits = 3;
+        data = &time;
+    }
+};
+
+Parameters::Parameters(const std::vector<Variant>& values) {
+    cells_.reserve(values.size());
+    for (const Variant& value : values) {
+        Cell& cell = *cells_.emplace_back(std::make_unique<Cell>());
+        value.visit([&cell](const auto& held) { cell.take(held); });
+    }
+}
+
+Parameters::~Parameters() = default;
+
+bool Parameters::bind(Handle statement) {
+    SQLUSMALLINT position = 0;
+    for (const auto& cell : cells_) {
+        ++position;
+        const SQLRETURN answer = SQLBindParameter(statement, position, SQL_PARAM_INPUT, cell->cType, cell->sqlType,
+                                                  cell->size, cell->digits, cell->data, cell->length, &cell->length);
+        if (!SQL_SUCCEEDED(answer)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+} // namespace z7::cashflow::odbc

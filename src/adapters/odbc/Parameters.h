@@ -1,0 +1,28 @@
+#pragma once
+
+#include "adapters/odbc/nativeCalls.h"
+#include "z7cashflow/support/Variant.h"
+
+#include <memory>
+#include <vector>
+
+namespace z7::cashflow::odbc {
+
+/// The values of one execution, bound to a statement's parameters. It has to live until the statement has run.
+class Parameters {
+public:
+    explicit Parameters(const std::vector<Variant>& values);
+    Parameters(const Parameters&) = delete;
+    Parameters& operator=(const Parameters&) = delete;
+    ~Parameters();
+
+    /// False if the driver refuses one.
+    [[nodiscard]] bool bind(Handle statement);
+
+private:
+    struct Cell;
+
+    std::vector<std::unique_ptr<Cell>> cells_;
+};
+
+} // namespace z7::cashflow::odbc

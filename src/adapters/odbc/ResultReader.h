@@ -1,0 +1,42 @@
+#pragma once
+
+#include "adapters/cursor/RowSet.h"
+#include "adapters/odbc/nativeCalls.h"
+
+#include <memory>
+#include <vector>
+
+namespace z7::cashflow::odbc {
+
+/// How a column's values are asked from the driver.
+enum class FetchAs {
+    whole,        ///< as a whole number
+    real,         ///< as a double
+    date,         ///< as the parts of a date
+    text,         ///< as a text
+    numberOrText, ///< as a text, which is a number if it reads as one
+};
+
+/// A column as it is handed out, and how it is fetched.
+struct ResultColumn {
+    cursor::Column column;
+    FetchAs fetchAs = FetchAs::text;
+};
+
+/// Reads the result on which a statement stands.
+class ResultReader {
+public:
+    /// The number of columns; 0 for a statement without a result.
+    [[nodiscard]] static int columnCount(Handle statement);
+    /// All rows. A null pointer if the driver fails, whose reason the statement then holds.
+    [[nodiscard]] std::unique_ptr<cursor::RowSet> read(Handle statement, const std::vector<ResultColumn>& columns);
+
+private:
+    [[nodiscard]] bool readValue(Handle statement, int position, FetchAs fetchAs, cursor::RowSet& rows);
+    [[nodiscard]] bool readDate(Handle statement, int position, cursor::RowSet& rows) const;
+    [[nodiscard]] bool readText(Handle statement, int position, bool maybeNumber, cursor::RowSet& rows);
+
+    TextReader text_;
+};
+
+} // namespace z7::cashflow::odbc

@@ -1,0 +1,262 @@
+#include "adapters/odbc/Session.h"
+
+#include "adapters/odbc/Parameters.h"
+#include "adapters/odbc/RecordWriter.h"
+#include "adapters/odbc/diagnostics.h"
+#include "adapters/odbc/utf8.h"
+#include "adapters/tsql/tokens.h"
+
+#include <sql.h>
+#include <sqlext.h>
+
+#include <algorithm>
+#include <array>
+#include <optional>
+#include <utility>
+
+namespace z7::cashflow::odbc {
+namespace {
+
+/// Refuses a text that a driver would cut off or garble on its way.
+void requireWholeText(std::string_view text, const char* what) {
+    if (text.find('\0') != std::string_view::npos) {
+        raisePlatformError(cashflow::errors::badArgument, std::string(what) + " holds a zero byte");
+    }
+    if (const std::size_t bad = findBadUtf8(text); bad != std::string_view::npos) {
+        raisePlatformError(cashflow::errors::badArgument,
+                           std::string(what) + " is no UTF-8 at byte " + std::to_string(bad + 1));
+    }
+}
+
+/// Whether a text may leave its session otherwise than it was: in a transaction, in another database, with other settings.
+bool mayAlterSession(const std::string& text) {
+    static constexpr std::array<std::string_view, 10> words = {"begin",       "commit", "rollback", "save", "tran",
+                                                               "transaction", "exec",   "execute",  "use",  "declare"};
+    bool alters = false;
+    bool updates = false;
+    bool sets = false;
+    try {
+        const tsql::Tokens tokens(text);
+        for (const tsql::Token& token : tokens.tokens) {
+            updates = updates || token.lower == "update";
+            sets = sets || token.lower == "set";
+            alters = alters || std::find(words.begin(), words.end(), token.lower) != words.end();
+        }
+    } catch (const Error&) { // what cannot be read may be anything
+        return true;
+    }
+    return alters || (sets && !updates);
+}
+
+} // namespace
+
+Session::Session(ConnectionOptions options, int number, std::shared_ptr<Environment> environment,
+                 std::shared_ptr<const Observers> observers)
+    : options_(std::move(options)), number_(number), observers_(std::move(observers)),
+      dialect_(makeDialect(options_.dialect)), line_(std::make_unique<Line>(std::move(environment), options_)) {
+    dialect_->start(*this, options_);
+}
+
+Session::~Session() { close(); }
+
+void Session::close() noexcept {
+    transaction_ = Transaction::none;
+    line_.reset();
+}
+
+Line& Session::line() {
+    if (line_ == nullptr) {
+        if (lost_) {
+            throw Error(errors::serverNotReached, errorSource, "The line to the server was cut.", "08003");
+        }
+        raisePlatformError(cashflow::errors::objectClosed);
+    }
+    return *line_;
+}
+
+cursor::Result Session::run(const std::string& text, bool updatable) {
+    if (line_ == nullptr && !lost_) {
+        raisePlatformError(cashflow::errors::objectClosed);
+    }
+    if (observers_->statement) {
+        observers_->statement(number_, text);
+    }
+    requireWholeText(text, "the statement");
+    altered_ = altered_ || mayAlterSession(text);
+    needsOrigins_ = updatable || dialect_->needsOrigins();
+    Fetched fetched;
+    guarded([&] { fetched = dialect_->run(*this, text, updatable); });
+    cursor::Result result;
+    result.rows = std::move(fetched.rows);
+    if (result.rows != nullptr && fetched.target) {
+        result.writer = std::make_shared<RecordWriter>(shared_from_this(), *fetched.target, std::move(fetched.columns));
+    }
+    return result;
+}
+
+void Session::guarded(const std::function<void()>& action) {
+    requireTransactionAlive();
+    try {
+        action();
+    } catch (const Error&) {
+        noteFailureInTransaction();
+        throw;
+    }
+}
+
+Fetched Session::execute(const std::string& text, const std::vector<Variant>& values, const ColumnCorrection& correct) {
+    for (const Variant& value : values) {
+        if (const auto* given = value.get<std::string>()) {
+            requireWholeText(*given, "a value");
+        }
+    }
+    Handle const statement = line().freshStatement();
+    Parameters parameters(values);
+    if (!parameters.bind(statement)) {
+        fail(SQL_HANDLE_STMT, statement);
+    }
+    return readResults(statement, executeDirect(statement, text), correct);
+}
+
+Fetched Session::readResults(Handle statement, short answer, const ColumnCorrection& correct) {
+    Fetched fetched;
+    while (true) {
+        if (answer != SQL_NO_DATA && !SQL_SUCCEEDED(answer)) {
+            fail(SQL_HANDLE_STMT, statement);
+        }
+        const int count = answer == SQL_NO_DATA || fetched.rows != nullptr ? 0 : ResultReader::columnCount(statement);
+        if (count > 0) {
+            fetched.columns = describe(statement, count);
+            if (correct) {
+                correct(fetched.columns);
+            }
+            std::vector<ResultColumn> columns;
+            for (const DriverColumn& column : fetched.columns) {
+                columns.push_back(dialect_->resultColumn(column));
+            }
+            fetched.rows = reader_.read(statement, columns);
+            if (fetched.rows == nullptr) {
+                fail(SQL_HANDLE_STMT, statement);
+            }
+        }
+        // An error of a later statement shows only when its result is asked for.
+        answer = SQLMoreResults(statement);
+        if (answer == SQL_NO_DATA) {
+            return fetched;
+        }
+    }
+}
+
+std::vector<DriverColumn> Session::describe(Handle statement, int count) {
+    std::vector<DriverColumn> columns(static_cast<std::size_t>(count));
+    int position = 0;
+    for (DriverColumn& column : columns) {
+        if (!SQL_SUCCEEDED(describeColumn(statement, ++position, column))) {
+            fail(SQL_HANDLE_STMT, statement);
+        }
+        if (needsOrigins_) {
+            describeOrigin(statement, position, column);
+        }
+    }
+    return columns;
+}
+
+std::vector<std::string> Session::primaryKey(const std::string& database, const std::string& table) {
+    constexpr int nameColumn = 4;
+    constexpr int sequenceColumn = 5;
+    Handle const statement = line().freshStatement();
+    std::vector<std::pair<std::int64_t, std::string>> parts;
+    if (SQL_SUCCEEDED(primaryKeys(statement, database, table))) {
+        TextReader name;
+        while (SQL_SUCCEEDED(SQLFetch(statement)) && name.read(statement, nameColumn) == TextReader::Outcome::value) {
+            SQLSMALLINT sequence = 0;
+            SQLLEN length = 0;
+            SQLGetData(statement, sequenceColumn, SQL_C_SSHORT, &sequence, 0, &length);
+            parts.emplace_back(sequence, name.text());
+        }
+    }
+    line().dropStatement(); // a driver that has no such catalogue may leave anything behind
+    std::sort(parts.begin(), parts.end());
+    std::vector<std::string> names;
+    for (auto& [sequence, part] : parts) {
+        names.push_back(std::move(part));
+    }
+    return names;
+}
+
+void Session::fail(short handleType, Handle handle) {
+    const Failure failure(handleType, handle, options_.secrets);
+    if (failure.connectionLost() || line().isDead()) {
+        loseLine();
+    } else {
+        line().dropStatement();
+    }
+    throw failure.error();
+}
+
+void Session::loseLine() {
+    lost_ = true;
+    line_.reset();
+    if (transaction_ == Transaction::open) {
+        transaction_ = Transaction::gone;
+    }
+    if (observers_->sessionLost) {
+        observers_->sessionLost();
+    }
+}
+
+void Session::noteFailureInTransaction() {
+    if (transaction_ != Transaction::open) {
+        return;
+    }
+    bool standing = true;
+    ignoringErrors([&] { standing = dialect_->inTransaction(*this); }); // the first error is the one that counts
+    if (!standing) {
+        transaction_ = Transaction::gone;
+    }
+}
+
+void Session::requireTransactionAlive() const {
+    if (transaction_ == Transaction::gone) {
+        throw Error(
+            errors::transactionLost, errorSource,
+            lost_ ? "The line to the server was cut within the transaction, and the server rolls it back; roll it "
+                    "back here before going on."
+                  : "The server has rolled the transaction back; roll it back here before going on.",
+            "25000");
+    }
+}
+
+void Session::begin() {
+    if (inTransaction()) {
+        throw Error(errors::transactionExists, errorSource,
+                    "A transaction is open already; transactions cannot be nested.", "25000");
+    }
+    dialect_->begin(*this);
+    transaction_ = Transaction::open;
+}
+
+void Session::commit() {
+    if (!inTransaction()) {
+        throw Error(errors::noTransactionToCommit, errorSource, "There is no transaction to commit.", "25000");
+    }
+    guarded([this] { dialect_->commit(*this); });
+    transaction_ = Transaction::none;
+}
+
+void Session::rollback() {
+    if (!inTransaction()) {
+        throw Error(errors::noTransactionToRollBack, errorSource, "There is no transaction to roll back.", "25000");
+    }
+    const bool standing = transaction_ == Transaction::open;
+    transaction_ = Transaction::none; // if it fails the line is cut, and then the server rolls back
+    if (standing) {
+        dialect_->rollback(*this);
+    }
+}
+
+bool Session::isIdle() const noexcept {
+    return line_ != nullptr && !lost_ && !altered_ && !inTransaction() && !line_->isDead();
+}
+
+} // namespace z7::cashflow::odbc

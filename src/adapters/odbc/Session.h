@@ -1,0 +1,82 @@
+#pragma once
+
+#include "adapters/cursor/Backend.h"
+#include "adapters/odbc/Connection.h"
+#include "adapters/odbc/ConnectionOptions.h"
+#include "adapters/odbc/Dialect.h"
+#include "adapters/odbc/handles.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace z7::cashflow::odbc {
+
+class Failure;
+
+/// Who looks on; shared by a connection and its pool.
+struct Observers {
+    Connection::StatementObserver statement;
+    std::function<void()> sessionLost; ///< called when the line of a session turns out to be cut
+};
+
+/// One open session: a line to the database, its dialect and its transaction. It is used on one thread.
+class Session final : public Driver, public std::enable_shared_from_this<Session> {
+public:
+    Session(ConnectionOptions options, int number, std::shared_ptr<Environment> environment,
+            std::shared_ptr<const Observers> observers);
+    Session(const Session&) = delete;
+    Session& operator=(const Session&) = delete;
+    ~Session() override;
+
+    /// Rolls back what is not committed and lets the line go. What still refers to the session gets error 3704 from then on.
+    void close() noexcept;
+    [[nodiscard]] int number() const noexcept { return number_; }
+
+    /// Runs a Transact-SQL batch and fetches its first result whole.
+    cursor::Result run(const std::string& text, bool updatable);
+
+    Fetched execute(const std::string& text, const std::vector<Variant>& values = {},
+                    const ColumnCorrection& correct = {}) override;
+    [[nodiscard]] std::vector<std::string> primaryKey(const std::string& database, const std::string& table) override;
+    [[nodiscard]] Dialect& dialect() noexcept { return *dialect_; }
+
+    /// Runs an action under the rule that nothing runs in a transaction that is gone, and notes when an error ends it.
+    void guarded(const std::function<void()>& action);
+
+    void begin();
+    void commit();
+    void rollback();
+    /// True between begin and commit or rollback, whatever has become of the transaction on the server.
+    [[nodiscard]] bool inTransaction() const noexcept { return transaction_ != Transaction::none; }
+    /// Whether the line is cut.
+    [[nodiscard]] bool isLost() const noexcept { return lost_; }
+    /// Whether the session can be handed to somebody else: its line stands, it is in no transaction, and no text that
+    /// ran on it could have left it otherwise than it was.
+    [[nodiscard]] bool isIdle() const noexcept;
+
+private:
+    enum class Transaction { none, open, gone };
+
+    [[nodiscard]] Line& line();
+    void requireTransactionAlive() const;
+    void noteFailureInTransaction();
+    [[noreturn]] void fail(short handleType, Handle handle);
+    void loseLine();
+    [[nodiscard]] Fetched readResults(Handle statement, short answer, const ColumnCorrection& correct);
+    [[nodiscard]] std::vector<DriverColumn> describe(Handle statement, int count);
+
+    ConnectionOptions options_;
+    int number_;
+    std::shared_ptr<const Observers> observers_;
+    std::unique_ptr<Dialect> dialect_;
+    std::unique_ptr<Line> line_;
+    ResultReader reader_;
+    Transaction transaction_ = Transaction::none;
+    bool lost_ = false;
+    bool altered_ = false;      ///< a text ran that may have changed the session itself
+    bool needsOrigins_ = false; ///< the records of the running text are to be written
+};
+
+} // namespace z7::cashflow::odbc

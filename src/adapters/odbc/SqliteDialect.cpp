@@ -1,0 +1,311 @@
+#include "adapters/odbc/SqliteDialect.h"
+
+#include "adapters/odbc/TsqlDialect.h"
+#include "adapters/odbc/literalValue.h"
+#include "adapters/tsql/shape.h"
+#include "z7cashflow/support/Error.h"
+#include "z7cashflow/support/conversions.h"
+
+#include <algorithm>
+
+namespace z7::cashflow::odbc {
+namespace {
+
+using Place = tsql::TableName::Place;
+
+constexpr std::size_t mostTables = 256;
+
+/// What the text of a statement tells about a column of its result, or a null pointer if its items cannot be counted.
+const tsql::ResultItem* itemOf(const std::vector<tsql::ResultItem>& items, std::size_t column, std::size_t columns) {
+    const auto isStar = [](const tsql::ResultItem& item) { return item.star; };
+    const auto star = static_cast<std::size_t>(std::find_if(items.begin(), items.end(), isStar) - items.begin());
+    if (column < star || star == items.size()) {
+        return column < items.size() ? &items[column] : nullptr;
+    }
+    const std::size_t fromEnd = columns - column;
+    if (fromEnd >= items.size() - star) {
+        return nullptr;
+    }
+    const std::size_t item = items.size() - fromEnd;
+    const bool starBehind = std::any_of(items.begin() + static_cast<std::ptrdiff_t>(item), items.end(), isStar);
+    return starBehind ? nullptr : &items[item];
+}
+
+void correctByItems(const tsql::Step& step, std::vector<DriverColumn>& columns) {
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        const tsql::ResultItem* item = itemOf(step.items, i, columns.size());
+        if (item == nullptr) {
+            continue;
+        }
+        if (item->unnamed) {
+            columns[i].name.clear();
+        }
+        if (!item->castType.empty()) {
+            columns[i].typeName = item->castType;
+            columns[i].table = "cast"; // it has a type of its own, as a table's column has
+        }
+    }
+}
+
+std::int64_t numberOf(const Fetched& fetched) {
+    if (fetched.rows == nullptr || fetched.rows->rowCount() == 0) {
+        return 0;
+    }
+    return static_cast<std::int64_t>(fetched.rows->number(0, 0).value_or(0.0));
+}
+
+} // namespace
+
+void SqliteDialect::start(Driver& driver, const ConnectionOptions& options) {
+    if (options.year) {
+        driver.execute("select z7_use_year(" + std::to_string(*options.year) + ")");
+    }
+}
+
+Fetched SqliteDialect::run(Driver& driver, const std::string& batch, bool updatable) {
+    const tsql::Shape shape = tsql::shapeOf(batch);
+    const tsql::Rewriting rewriting = tsql::rewrite(batch);
+    Fetched result;
+    bool guardHolds = true;
+    for (const tsql::Step& step : rewriting.steps) {
+        if (!guardHolds) {
+            guardHolds = true;
+            continue;
+        }
+        const std::vector<Variant> values = literals(driver, step, shape.literals);
+        if (step.kind == tsql::Step::Kind::queryInto) {
+            runInto(driver, step, values);
+            continue;
+        }
+        Fetched fetched = driver.execute(
+            step.sql, values, [&step](std::vector<DriverColumn>& columns) { correctByItems(step, columns); });
+        if (step.kind == tsql::Step::Kind::guard) {
+            guardHolds = (numberOf(fetched) != 0) == step.runNextIfFound;
+        } else if (step.kind == tsql::Step::Kind::query && result.rows == nullptr) {
+            result = std::move(fetched);
+            if (updatable && step.writable) {
+                result.target = step.target;
+            }
+        }
+    }
+    return result;
+}
+
+std::vector<Variant> SqliteDialect::literals(Driver& driver, const tsql::Step& step,
+                                             const std::vector<tsql::Literal>& given) {
+    std::vector<Variant> values;
+    for (const tsql::Parameter& parameter : step.parameters) {
+        cursor::Column meant{{}, cursor::ColumnType::any, 0};
+        if (parameter.use != tsql::Parameter::Use::plain) {
+            Table holder;
+            if (const TableColumn* known = column(driver, parameter.column, holder)) {
+                meant = declaredColumn(known->name, known->type);
+            }
+        }
+        values.push_back(literalValue(given[static_cast<std::size_t>(parameter.literal)], parameter.negative, meant,
+                                      parameter.use == tsql::Parameter::Use::assign));
+    }
+    return values;
+}
+
+void SqliteDialect::runInto(Driver& driver, const tsql::Step& step, const std::vector<Variant>& values) {
+    const auto correct = [&step](std::vector<DriverColumn>& columns) { correctByItems(step, columns); };
+    const Fetched shape = driver.execute("SELECT * FROM (" + step.sql + ") LIMIT 0", values, correct);
+    std::string create = "CREATE TABLE " + tsql::qualifiedName(step.target) + " (";
+    std::string_view before;
+    for (const DriverColumn& column : shape.columns) {
+        create.append(before).append(columnDeclaration(driver, step, column));
+        before = ", ";
+    }
+    driver.execute("SAVEPOINT z7_into");
+    try {
+        driver.execute(create + ")");
+        driver.execute("INSERT INTO " + tsql::qualifiedName(step.target) + ' ' + step.sql, values);
+    } catch (const Error&) {
+        ignoringErrors([&driver] { // the first error is the one that counts
+            driver.execute("ROLLBACK TO z7_into");
+            driver.execute("RELEASE z7_into");
+        });
+        throw;
+    }
+    driver.execute("RELEASE z7_into");
+}
+
+std::string SqliteDialect::columnDeclaration(Driver& driver, const tsql::Step& step, const DriverColumn& column) {
+    if (column.name.empty()) {
+        constexpr int nameMissing = 1038;
+        throw Error(nameMissing, "ODBC", "A column of the new table has no name; give the expression an alias.",
+                    "42000");
+    }
+    std::string text = tsql::quotedName(column.name);
+    if (column.table == "cast") {
+        return text + ' ' + column.typeName;
+    }
+    for (const tsql::TableName& source : step.tables) {
+        const Table columns = table(driver, source);
+        const std::string lower = asciiLower(column.name);
+        const auto known = std::find_if(columns.begin(), columns.end(), [&lower](const TableColumn& candidate) {
+            return asciiLower(candidate.name) == lower;
+        });
+        if (known == columns.end() || column.table.empty()) {
+            continue;
+        }
+        text += ' ' + known->type;
+        if (declaredColumn({}, known->type).type == cursor::ColumnType::text) {
+            text += " COLLATE z7_text";
+        }
+        return known->required ? text + " NOT NULL" : text;
+    }
+    return text;
+}
+
+void SqliteDialect::begin(Driver& driver) {
+    driver.execute("BEGIN");
+    // A statement that changes nothing takes the account's write lock now. "BEGIN IMMEDIATE" would take those of zqsystem
+    // and tempdb as well, and a session of its own could then not fill its temporary table.
+    try {
+        driver.execute("DELETE FROM main.accinformation WHERE 0");
+    } catch (const Error&) {
+        ignoringErrors([&driver] { driver.execute("ROLLBACK"); }); // the first error is the one that counts
+        throw;
+    }
+}
+
+void SqliteDialect::commit(Driver& driver) { driver.execute("COMMIT"); }
+
+void SqliteDialect::rollback(Driver& driver) {
+    if (inTransaction(driver)) {
+        driver.execute("ROLLBACK");
+    }
+}
+
+bool SqliteDialect::inTransaction(Driver& driver) {
+    bool begun = false;
+    ignoringErrors([&] { // refused within a transaction, and there is no other way to ask
+        driver.execute("BEGIN");
+        begun = true;
+    });
+    if (begun) {
+        driver.execute("ROLLBACK");
+    }
+    return !begun;
+}
+
+ResultColumn SqliteDialect::resultColumn(const DriverColumn& column) const {
+    ResultColumn result;
+    result.column = declaredColumn(column.name, column.typeName);
+    if (column.table.empty()) { // an expression, whose type the driver guesses by the first row
+        using cursor::ColumnType;
+        const bool number = result.column.type == ColumnType::int32 || result.column.type == ColumnType::real;
+        result.column.type = ColumnType::any;
+        result.fetchAs = number ? FetchAs::numberOrText : FetchAs::text;
+        return result;
+    }
+    switch (result.column.type) {
+    case cursor::ColumnType::boolean:
+    case cursor::ColumnType::byte:
+    case cursor::ColumnType::int16:
+    case cursor::ColumnType::int32:
+        result.fetchAs = FetchAs::whole;
+        break;
+    case cursor::ColumnType::real:
+    case cursor::ColumnType::money:
+        result.fetchAs = FetchAs::real;
+        break;
+    case cursor::ColumnType::text:
+        result.column.length = column.typeName.find("char") == std::string::npos ? 0 : static_cast<int>(column.size);
+        break;
+    case cursor::ColumnType::date: // kept as texts, which the shared recordset reads as dates
+    case cursor::ColumnType::any:
+        break;
+    }
+    return result;
+}
+
+std::string SqliteDialect::tableText(const tsql::TableName& table) const { return tsql::qualifiedName(table); }
+std::string SqliteDialect::columnText(const std::string& name) const { return tsql::quotedName(name); }
+
+Variant SqliteDialect::stored(const Variant& value) const {
+    const Date* date = value.get<Date>();
+    return date == nullptr ? value : Variant(storedDate(*date));
+}
+
+std::vector<std::string> SqliteDialect::key(Driver& driver, const tsql::TableName& name,
+                                            const std::vector<DriverColumn>& columns) {
+    tsql::TableName base = name;
+    if (!columns.empty() && !columns.front().table.empty()) {
+        base.name = columns.front().table; // the table behind a view
+    }
+    Table parts = table(driver, base);
+    std::erase_if(parts, [](const TableColumn& column) { return column.keyPosition == 0; });
+    std::sort(parts.begin(), parts.end(), [](const auto& a, const auto& b) { return a.keyPosition < b.keyPosition; });
+    std::vector<std::string> names;
+    for (const TableColumn& part : parts) {
+        names.push_back(part.name);
+    }
+    return names;
+}
+
+std::int64_t SqliteDialect::change(Driver& driver, const std::string& text, const std::vector<Variant>& values) {
+    // Counts what triggers change too: a view's records are changed by nothing else.
+    const std::int64_t before = numberOf(driver.execute("SELECT total_changes()"));
+    driver.execute(text, values);
+    return numberOf(driver.execute("SELECT total_changes()")) - before;
+}
+
+SqliteDialect::Table SqliteDialect::table(Driver& driver, const tsql::TableName& name) {
+    if (name.place == Place::temp) {
+        return readTable(driver, name);
+    }
+    const std::pair key(name.place, asciiLower(name.name));
+    if (const auto known = tables_.find(key); known != tables_.end()) {
+        return known->second;
+    }
+    Table columns = readTable(driver, name);
+    if (!columns.empty() && tables_.size() < mostTables) {
+        tables_.emplace(key, columns);
+    }
+    return columns;
+}
+
+SqliteDialect::Table SqliteDialect::readTable(Driver& driver, const tsql::TableName& name) const {
+    const Fetched fetched = driver.execute("SELECT name, type, \"notnull\", pk FROM pragma_table_info(?, ?)",
+                                           {Variant(name.name), Variant(tsql::placeName(name.place))});
+    Table columns;
+    const cursor::RowSet& rows = *fetched.rows;
+    for (std::size_t row = 0; row < rows.rowCount(); ++row) {
+        TableColumn column;
+        column.name = toTextOrEmpty(rows.value(row, 0));
+        column.type = toTextOrEmpty(rows.value(row, 1));
+        column.keyPosition = static_cast<int>(rows.number(row, 3).value_or(0.0));
+        column.required = rows.number(row, 2).value_or(0.0) != 0.0 || column.keyPosition > 0;
+        columns.push_back(std::move(column));
+    }
+    return columns;
+}
+
+const SqliteDialect::TableColumn* SqliteDialect::column(Driver& driver, const tsql::ColumnUse& use, Table& holder) {
+    const std::string lower = asciiLower(use.column);
+    for (const tsql::TableName& name : use.tables) {
+        holder = table(driver, name);
+        const auto found = std::find_if(holder.begin(), holder.end(), [&lower](const TableColumn& candidate) {
+            return asciiLower(candidate.name) == lower;
+        });
+        if (!use.column.empty() && found != holder.end()) {
+            return &*found;
+        }
+        if (use.column.empty() && use.position >= 0 && use.position < static_cast<int>(holder.size())) {
+            return &holder[static_cast<std::size_t>(use.position)];
+        }
+    }
+    return nullptr;
+}
+
+std::unique_ptr<Dialect> makeDialect(DialectKind kind) {
+    if (kind == DialectKind::sqlite) {
+        return std::make_unique<SqliteDialect>();
+    }
+    return std::make_unique<TsqlDialect>();
+}
+
+} // namespace z7::cashflow::odbc

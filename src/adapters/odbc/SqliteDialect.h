@@ -1,0 +1,51 @@
+#pragma once
+
+#include "adapters/odbc/Dialect.h"
+
+#include <map>
+#include <utility>
+
+namespace z7::cashflow::odbc {
+
+/// The embedded database behind its ODBC driver: statements are rewritten to its own dialect, and their literals are bound as
+/// values of the columns that they belong to. The driver must load an extension that gives a session the schema's functions
+/// and attaches the companions of the account's file; it tells the year to the function z7_use_year of that extension.
+class SqliteDialect final : public Dialect {
+public:
+    void start(Driver& driver, const ConnectionOptions& options) override;
+    Fetched run(Driver& driver, const std::string& batch, bool updatable) override;
+    void begin(Driver& driver) override;
+    void commit(Driver& driver) override;
+    void rollback(Driver& driver) override;
+    [[nodiscard]] bool inTransaction(Driver& driver) override;
+    [[nodiscard]] ResultColumn resultColumn(const DriverColumn& column) const override;
+    [[nodiscard]] bool needsOrigins() const noexcept override { return true; }
+    [[nodiscard]] std::string tableText(const tsql::TableName& table) const override;
+    [[nodiscard]] std::string columnText(const std::string& name) const override;
+    [[nodiscard]] Variant stored(const Variant& value) const override;
+    [[nodiscard]] std::vector<std::string> key(Driver& driver, const tsql::TableName& table,
+                                               const std::vector<DriverColumn>& columns) override;
+    std::int64_t change(Driver& driver, const std::string& text, const std::vector<Variant>& values) override;
+
+private:
+    /// A column of a table as it is declared.
+    struct TableColumn {
+        std::string name;
+        std::string type;
+        bool required = false;
+        int keyPosition = 0; ///< from 1; 0 if it is no part of the key
+    };
+    using Table = std::vector<TableColumn>;
+
+    [[nodiscard]] Table table(Driver& driver, const tsql::TableName& name);
+    [[nodiscard]] Table readTable(Driver& driver, const tsql::TableName& name) const;
+    [[nodiscard]] const TableColumn* column(Driver& driver, const tsql::ColumnUse& use, Table& holder);
+    [[nodiscard]] std::vector<Variant> literals(Driver& driver, const tsql::Step& step,
+                                                const std::vector<tsql::Literal>& given);
+    void runInto(Driver& driver, const tsql::Step& step, const std::vector<Variant>& values);
+    [[nodiscard]] std::string columnDeclaration(Driver& driver, const tsql::Step& step, const DriverColumn& column);
+
+    std::map<std::pair<tsql::TableName::Place, std::string>, Table> tables_; ///< not those of tempdb, which come and go
+};
+
+} // namespace z7::cashflow::odbc

@@ -1,0 +1,187 @@
+#include "adapters/odbc/TsqlDialect.h"
+
+#include "adapters/odbc/diagnostics.h"
+#include "z7cashflow/support/conversions.h"
+
+#include <sql.h>
+#include <sqlext.h>
+
+#include <algorithm>
+
+namespace z7::cashflow::odbc {
+namespace {
+
+/// A name as a text of the server: N'it''s'.
+std::string quotedText(const std::string& text) {
+    std::string quoted = "N'";
+    for (const char c : text) {
+        quoted += c;
+        if (c == '\'') {
+            quoted += c;
+        }
+    }
+    return quoted + "'";
+}
+
+std::string databaseOf(const tsql::TableName& table) {
+    switch (table.place) {
+    case tsql::TableName::Place::system:
+        return "zqsystem";
+    case tsql::TableName::Place::temp:
+        return "tempdb";
+    case tsql::TableName::Place::account:
+        break;
+    }
+    return {};
+}
+
+/// The one whole number that a query gives; -1 if it gives none.
+std::int64_t numberOf(const Fetched& fetched) {
+    if (fetched.rows == nullptr || fetched.rows->rowCount() == 0) {
+        return -1;
+    }
+    return static_cast<std::int64_t>(fetched.rows->number(0, 0).value_or(-1.0));
+}
+
+/// Dates are read year first in every language of the login; a comparison with null, a division by zero and a text that is too
+/// long behave as the standard says; an error ends its statement and not the host's transaction; long texts come whole;
+/// nobody waits for a lock without end. The row proves that texts arrive as they are.
+constexpr const char* sessionSettings = "set dateformat ymd "
+                                        "set ansi_nulls on set ansi_padding on set ansi_warnings on "
+                                        "set quoted_identifier on set concat_null_yields_null on "
+                                        "set arithabort on set numeric_roundabort off "
+                                        "set xact_abort off set implicit_transactions off set nocount off "
+                                        "set textsize 2147483647 ";
+
+struct Mapped {
+    cursor::ColumnType type;
+    FetchAs fetchAs;
+};
+
+Mapped mappedType(const DriverColumn& column) {
+    using cursor::ColumnType;
+    constexpr short dateTimeOffset = -155; // the server's own type number
+    switch (column.sqlType) {
+    case SQL_BIT:
+        return {ColumnType::boolean, FetchAs::whole};
+    case SQL_TINYINT:
+        return {ColumnType::byte, FetchAs::whole};
+    case SQL_SMALLINT:
+        return {ColumnType::int16, FetchAs::whole};
+    case SQL_INTEGER:
+        return {ColumnType::int32, FetchAs::whole};
+    case SQL_BIGINT:
+        return {ColumnType::any, FetchAs::whole};
+    case SQL_DECIMAL:
+    case SQL_NUMERIC: {
+        const bool money = column.digits == 4 && (column.size == 19 || column.size == 10);
+        return {money ? ColumnType::money : ColumnType::real, FetchAs::real};
+    }
+    case SQL_REAL:
+    case SQL_FLOAT:
+    case SQL_DOUBLE:
+        return {ColumnType::real, FetchAs::real};
+    case SQL_DATETIME:
+    case SQL_TYPE_DATE:
+    case SQL_TYPE_TIMESTAMP:
+    case dateTimeOffset:
+        return {ColumnType::date, FetchAs::date};
+    default:
+        return {ColumnType::text, FetchAs::text};
+    }
+}
+
+} // namespace
+
+void TsqlDialect::start(Driver& driver, const ConnectionOptions& options) {
+    driver.execute(sessionSettings + ("set lock_timeout " + std::to_string(options.timeout)));
+    const Fetched probe = driver.execute("select unicode(N'现') as code, N'现金' as text");
+    const bool asTheyAre = probe.rows != nullptr && probe.rows->rowCount() == 1 && probe.rows->number(0, 0) == 0x73B0 &&
+                           probe.rows->value(0, 1) == Variant("现金");
+    if (!asTheyAre) {
+        throw Error(
+            errors::unspecified, errorSource,
+            "The ODBC driver does not pass texts as UTF-8. For FreeTDS set ClientCharset=UTF-8 in the connection "
+            "string or the data source; for other drivers run under a UTF-8 locale.",
+            "22021");
+    }
+    if (options.year) {
+        driver.execute("exec sp_set_session_context N'iyear', " + std::to_string(*options.year));
+    }
+}
+
+Fetched TsqlDialect::run(Driver& driver, const std::string& batch, bool updatable) {
+    Fetched fetched = driver.execute(batch);
+    if (updatable && fetched.rows != nullptr) {
+        ignoringErrors([&] { // a text that only the server understands is one whose records cannot be written
+            const tsql::Rewriting rewriting = tsql::rewrite(batch);
+            if (rewriting.steps.size() == 1 && rewriting.steps.front().writable) {
+                fetched.target = rewriting.steps.front().target;
+            }
+        });
+    }
+    return fetched;
+}
+
+void TsqlDialect::begin(Driver& driver) { driver.execute("begin transaction"); }
+void TsqlDialect::commit(Driver& driver) { driver.execute("commit transaction"); }
+void TsqlDialect::rollback(Driver& driver) { driver.execute("if @@trancount > 0 rollback transaction"); }
+bool TsqlDialect::inTransaction(Driver& driver) { return numberOf(driver.execute("select @@trancount")) > 0; }
+
+ResultColumn TsqlDialect::resultColumn(const DriverColumn& column) const {
+    const Mapped mapped = mappedType(column);
+    ResultColumn result;
+    result.column.name = column.name;
+    result.column.type = mapped.type;
+    result.fetchAs = mapped.fetchAs;
+    constexpr std::size_t longestBounded = 8000;
+    if (mapped.type == cursor::ColumnType::text && column.size <= longestBounded) {
+        result.column.length = static_cast<int>(column.size);
+    }
+    return result;
+}
+
+std::string TsqlDialect::tableText(const tsql::TableName& table) const {
+    const std::string database = databaseOf(table);
+    return (database.empty() ? "" : database + "..") + columnText(table.name);
+}
+
+std::string TsqlDialect::columnText(const std::string& name) const {
+    std::string text = "[";
+    for (const char c : name) {
+        text += c;
+        if (c == ']') {
+            text += c;
+        }
+    }
+    return text + "]";
+}
+
+std::vector<std::string> TsqlDialect::key(Driver& driver, const tsql::TableName& table,
+                                          const std::vector<DriverColumn>& columns) {
+    const std::string database = databaseOf(table);
+    std::vector<std::string> names = driver.primaryKey(database, table.name);
+    if (!names.empty()) {
+        return names;
+    }
+    for (const DriverColumn& column : columns) {
+        if (column.identity) {
+            return {column.name};
+        }
+    }
+    // A view has no key of its own, but its columns know that they number themselves.
+    const std::string place = database.empty() ? std::string() : database + ".";
+    const Fetched found =
+        driver.execute("select name from " + place + "sys.columns where is_identity = 1 and object_id = object_id(" +
+                       quotedText(tableText(table)) + ")");
+    if (found.rows != nullptr && found.rows->rowCount() > 0) {
+        names.push_back(toText(found.rows->value(0, 0)));
+    }
+    return names;
+}
+
+std::int64_t TsqlDialect::change(Driver& driver, const std::string& text, const std::vector<Variant>& values) {
+    return numberOf(driver.execute(text + "; select @@rowcount as changed", values));
+}
+
+} // namespace z7::cashflow::odbc

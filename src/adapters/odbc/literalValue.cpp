@@ -1,0 +1,180 @@
+#include "adapters/odbc/literalValue.h"
+
+#include "adapters/tsql/tokens.h"
+#include "z7cashflow/support/conversions.h"
+
+#include <charconv>
+#include <cmath>
+#include <limits>
+#include <optional>
+#include <system_error>
+
+namespace z7::cashflow::odbc {
+namespace {
+
+using cursor::ColumnType;
+
+[[noreturn]] void raiseOverflow(const cursor::Column& column) {
+    tsql::raiseError(tsql::errors::numberTooLarge,
+                     "Arithmetic overflow error converting a value to the type of column " + column.name + ".",
+                     "22003");
+}
+
+double numberOf(const tsql::Literal& literal, bool negative, const cursor::Column& column) {
+    if (literal.kind == tsql::Literal::Kind::number) {
+        double number = 0.0;
+        const auto [end, error] =
+            std::from_chars(literal.body.data(), literal.body.data() + literal.body.size(), number);
+        if (error != std::errc()) {
+            raiseOverflow(column);
+        }
+        return negative ? -number : number;
+    }
+    const std::string text = literal.value();
+    if (text.find_first_not_of(' ') == std::string::npos) {
+        return 0.0;
+    }
+    const std::string lower = asciiLower(text);
+    if (column.type == ColumnType::boolean && (lower == "true" || lower == "false")) {
+        return lower == "true" ? 1.0 : 0.0;
+    }
+    const bool commas = column.type != ColumnType::money && text.find(',') != std::string::npos;
+    const auto number = commas ? std::nullopt : readNumber(text);
+    if (!number) {
+        tsql::raiseError(tsql::errors::badNumber,
+                         "Error converting data type nvarchar to the number type of column " + column.name + ".",
+                         "22018");
+    }
+    return *number;
+}
+
+Variant dateOf(const tsql::Literal& literal, bool negative, const cursor::Column& column) {
+    constexpr double dayZero = 2.0; // the server counts its days from 1900-01-01
+    if (literal.kind == tsql::Literal::Kind::number) {
+        const Date date(dayZero + numberOf(literal, negative, column));
+        if (!isValidDate(date)) {
+            raiseOverflow(column);
+        }
+        return Variant(storedDate(date));
+    }
+    std::string text = literal.value();
+    if (text.find_first_not_of(' ') == std::string::npos) {
+        return Variant(storedDate(Date(dayZero)));
+    }
+    if (text.size() == 8 && text.find_first_not_of("0123456789") == std::string::npos) {
+        text.insert(6, "-").insert(4, "-"); // 20130105 needs no signs between its parts
+    } else if (text.size() > 10 && text[10] == 'T') {
+        text[10] = ' ';
+    }
+    const auto date = readDate(text);
+    if (!date) {
+        tsql::raiseError(tsql::errors::badDate,
+                         "Conversion failed when converting date and/or time from character string.", "22007");
+    }
+    return Variant(storedDate(*date));
+}
+
+Variant wholeOf(double number, const cursor::Column& column, bool assigned) {
+    if (!assigned && number != std::trunc(number)) {
+        return Variant(number); // compared, not stored: 1.5 equals no whole number
+    }
+    if (column.type == ColumnType::boolean) {
+        return Variant(std::int32_t{number != 0.0 ? 1 : 0});
+    }
+    const double least = column.type == ColumnType::byte    ? 0.0
+                         : column.type == ColumnType::int16 ? -32768.0
+                                                            : -2147483648.0;
+    const double most = column.type == ColumnType::byte    ? 255.0
+                        : column.type == ColumnType::int16 ? 32767.0
+                                                           : 2147483647.0;
+    const double whole = std::trunc(number);
+    if (assigned && !(whole >= least && whole <= most)) {
+        raiseOverflow(column);
+    }
+    const bool fits = std::fabs(whole) <= std::numeric_limits<std::int32_t>::max();
+    return fits ? Variant(static_cast<std::int32_t>(whole)) : Variant(number);
+}
+
+Variant moneyOf(double number, const cursor::Column& column, bool assigned) {
+    constexpr double limit = 922337203685477.5807;
+    if (std::fabs(number) <= limit) {
+        return Variant(std::round(number * 10000.0) / 10000.0);
+    }
+    if (assigned) {
+        raiseOverflow(column);
+    }
+    return Variant(number);
+}
+
+Variant textOf(const tsql::Literal& literal, bool negative, const cursor::Column& column, bool assigned) {
+    constexpr int textTooLong = 8152;
+    std::string text = (negative ? "-" : "") + literal.value();
+    if (assigned && column.length > 0 && characterCount(text) > static_cast<std::size_t>(column.length)) {
+        tsql::raiseError(textTooLong, "String or binary data would be truncated in column " + column.name + ".",
+                         "22001");
+    }
+    return Variant(std::move(text));
+}
+
+Variant plainValue(const tsql::Literal& literal, bool negative) {
+    if (literal.kind == tsql::Literal::Kind::text) {
+        return Variant(literal.value());
+    }
+    std::int32_t whole = 0;
+    const char* end = literal.body.data() + literal.body.size();
+    const auto [stop, error] = std::from_chars(literal.body.data(), end, whole);
+    if (error == std::errc() && stop == end) {
+        return Variant(negative ? -whole : whole);
+    }
+    return Variant(numberOf(literal, negative, {"of the expression", ColumnType::any, 0}));
+}
+
+} // namespace
+
+cursor::Column declaredColumn(const std::string& name, std::string_view declaration) {
+    static constexpr std::pair<std::string_view, ColumnType> known[] = {
+        {"bit", ColumnType::boolean},   {"tinyint", ColumnType::byte},      {"smallint", ColumnType::int16},
+        {"int", ColumnType::int32},     {"integer", ColumnType::int32},     {"money", ColumnType::money},
+        {"decimal", ColumnType::real},  {"numeric", ColumnType::real},      {"float", ColumnType::real},
+        {"real", ColumnType::real},     {"double", ColumnType::real},       {"date", ColumnType::date},
+        {"datetime", ColumnType::date}, {"char", ColumnType::text},         {"nchar", ColumnType::text},
+        {"varchar", ColumnType::text},  {"nvarchar", ColumnType::text},     {"text", ColumnType::text},
+        {"ntext", ColumnType::text},    {"smalldatetime", ColumnType::date}};
+    const std::size_t end = declaration.find_first_of(" (");
+    const std::string word = asciiLower(declaration.substr(0, end));
+    cursor::Column column{name, ColumnType::any, 0};
+    for (const auto& [type, meaning] : known) {
+        if (type == word) {
+            column.type = meaning;
+        }
+    }
+    if (column.type == ColumnType::text && end != std::string_view::npos && declaration[end] == '(') {
+        std::from_chars(declaration.data() + end + 1, declaration.data() + declaration.size(), column.length);
+    }
+    return column;
+}
+
+std::string storedDate(Date date) { return dateText(date); }
+
+Variant literalValue(const tsql::Literal& literal, bool negative, const cursor::Column& column, bool assigned) {
+    switch (column.type) {
+    case ColumnType::any:
+        return plainValue(literal, negative);
+    case ColumnType::text:
+        return textOf(literal, negative, column, assigned);
+    case ColumnType::date:
+        return dateOf(literal, negative, column);
+    case ColumnType::real:
+        return Variant(numberOf(literal, negative, column));
+    case ColumnType::money:
+        return moneyOf(numberOf(literal, negative, column), column, assigned);
+    case ColumnType::boolean:
+    case ColumnType::byte:
+    case ColumnType::int16:
+    case ColumnType::int32:
+        break;
+    }
+    return wholeOf(numberOf(literal, negative, column), column, assigned);
+}
+
+} // namespace z7::cashflow::odbc

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "adapters/cursor/Column.h"
+#include "adapters/tsql/shape.h"
+#include "z7cashflow/support/Variant.h"
+
+#include <string>
+#include <string_view>
+
+namespace z7::cashflow::odbc {
+
+/// What a declared type such as "nvarchar(40)" or "money real" means. A type that is not known, and the empty text, mean "any".
+[[nodiscard]] cursor::Column declaredColumn(const std::string& name, std::string_view declaration);
+
+/// A date as the embedded database keeps it: 2013-01-05, or 2013-01-05 10:30:00 if it has a time.
+[[nodiscard]] std::string storedDate(Date date);
+
+/// A literal as a value of the column that it is compared with or, if it is assigned, goes into: a text for a date column
+/// in any year-first form, a text for a number column as its number, a number for a text column as it is written. The empty text
+/// is 0, or 1900-01-01. Error 241 for a text that is no date, 8114 for one that is no number, 8115 for a number out of the
+/// column's range, 8152 for a text that is too long to go into its column.
+[[nodiscard]] Variant literalValue(const tsql::Literal& literal, bool negative, const cursor::Column& column,
+                                   bool assigned);
+
+} // namespace z7::cashflow::odbc

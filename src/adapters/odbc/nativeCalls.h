@@ -1,0 +1,77 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+/// The ODBC calls that take or give texts, in one kind for the whole program, since drivers break when narrow and wide calls
+/// mix: on Windows the wide kind, because the narrow one would go through the system's code page; elsewhere the narrow kind,
+/// whose texts are UTF-8 and go through driver managers and drivers unchanged.
+namespace z7::cashflow::odbc {
+
+/// A handle of the driver manager, as ODBC declares it.
+using Handle = void*;
+/// What an ODBC call answers.
+using Return = short;
+
+/// A column of a result as the driver describes it.
+struct DriverColumn {
+    std::string name;
+    short sqlType = 0;
+    std::size_t size = 0; ///< characters of a text, digits of a number; 0 if the driver knows none
+    short digits = 0;     ///< behind the decimal point
+    std::string typeName; ///< as the database names it, without its length
+    std::string
+        table; ///< the table that the column comes from; empty if the driver does not tell, or for an expression
+    bool identity = false; ///< the database numbers it by itself
+};
+
+/// One record of what a driver tells about a call.
+struct DiagnosticRecord {
+    std::string state;
+    int native = 0;
+    std::string text;
+};
+
+/// Each gives the return value of its ODBC call. describeColumn fills in name, type, size and digits.
+[[nodiscard]] Return driverConnect(Handle connection, const std::string& text);
+[[nodiscard]] Return executeDirect(Handle statement, const std::string& text);
+[[nodiscard]] Return describeColumn(Handle statement, int position, DriverColumn& column);
+/// Adds what takes more calls: the names of the type and the table, and whether the column is an identity.
+void describeOrigin(Handle statement, int position, DriverColumn& column);
+/// False if there is no record of that number; they count from 1.
+[[nodiscard]] bool diagnosticRecord(short handleType, Handle handle, int number, DiagnosticRecord& record);
+/// The columns of a table's primary key in the order of the key, as SQLPrimaryKeys gives them.
+[[nodiscard]] Return primaryKeys(Handle statement, const std::string& database, const std::string& table);
+
+/// A text as it is bound to a parameter.
+class ParameterText {
+public:
+    explicit ParameterText(std::string_view utf8);
+
+    [[nodiscard]] void* data() noexcept { return bytes_.data(); }
+    [[nodiscard]] std::size_t byteCount() const noexcept { return bytes_.size(); }
+    /// In the units in which a driver counts.
+    [[nodiscard]] std::size_t length() const noexcept { return length_; }
+    /// The C type by which it is bound.
+    [[nodiscard]] static short cType() noexcept;
+
+private:
+    std::string bytes_;
+    std::size_t length_;
+};
+
+/// Reads texts of a result, in pieces where they are long.
+class TextReader {
+public:
+    enum class Outcome { value, null, failed };
+    /// Reads the current row's column, counted from 1. The text is valid until the next call.
+    [[nodiscard]] Outcome read(Handle statement, int column);
+    [[nodiscard]] std::string_view text() const noexcept { return text_; }
+
+private:
+    std::string buffer_ = std::string(4096, '\0');
+    std::string text_;
+};
+
+} // namespace z7::cashflow::odbc
