@@ -69,7 +69,7 @@ TEST_F(SaveFailure, OfAHostsCollection) {
 
 TEST_F(SaveFailure, OfGeneratedRows) {
     failEverywhere(
-        25, 2,
+        23, 2,
         [](Ledger& on) {
             on.setLines({{1, "1001", 100.0, 0.0, {}, {}, {}},
                          {2, "6001", 0.0, 60.0, "98", "01", {}},
