@@ -1,0 +1,100 @@
+#pragma once
+
+#include "z7cashflow/ports/Connection.h"
+#include "z7cashflow/support/Error.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace z7::cashflow::conformance {
+
+/// What an adapter can do. What it cannot do carries the reason, which the skipped case reports.
+struct Capability {
+    bool present = true;
+    std::string reason;
+};
+
+/// A fresh, empty account database behind one adapter; it goes away with this object.
+class DatabaseUnderTest {
+public:
+    virtual ~DatabaseUnderTest() = default;
+    /// A closed connection of the adapter.
+    [[nodiscard]] virtual std::unique_ptr<Connection> makeConnection() const = 0;
+    /// A connection string whose sessions wait at most so many milliseconds for a lock.
+    [[nodiscard]] virtual std::string connectionString(std::optional<std::int16_t> year, int timeout) const = 0;
+
+    [[nodiscard]] virtual Capability selectInto() const { return {}; }
+    [[nodiscard]] virtual Capability writesToView() const { return {}; }
+    [[nodiscard]] virtual Capability comparesWithoutCase() const { return {}; }
+    [[nodiscard]] virtual Capability waitsForLock() const { return {}; }
+};
+
+struct Adapter {
+    std::string name;
+    std::function<std::unique_ptr<DatabaseUnderTest>()> make;
+};
+
+/// The adapters of the test program that these cases are linked to.
+[[nodiscard]] std::vector<Adapter> databasesUnderTest();
+
+/// A case with a fresh database and one open session of the year 2013 on it.
+class DatabaseCase : public ::testing::TestWithParam<Adapter> {
+protected:
+    void SetUp() override {
+        database_ = GetParam().make();
+        connection_ = open(std::int16_t{2013});
+    }
+    [[nodiscard]] std::unique_ptr<Connection> open(std::optional<std::int16_t> year, int timeout = 0) const {
+        auto connection = database_->makeConnection();
+        connection->Open(database_->connectionString(year, timeout));
+        return connection;
+    }
+    std::shared_ptr<Recordset> run(const std::string& statement) const { return connection_->Execute(statement); }
+    [[nodiscard]] std::int32_t count(const std::string& statement) const { return run(statement)->RecordCount(); }
+    [[nodiscard]] Variant first(const std::string& statement) const { return run(statement)->Fields().Item(0); }
+    std::shared_ptr<Recordset> openRecords(const std::string& statement, LockType lock = LockType::Optimistic) const {
+        auto records = connection_->CreateRecordset();
+        records->Open(statement, connection_.get(), CursorType::Keyset, lock);
+        return records;
+    }
+    /// The accounts 1001 (cash), 6001 and 6002 of 2013, items 0101 and 0102, and voucher 2013/1/2/5 of three lines.
+    void addVoucher() const {
+        run("insert into code (iyear,ccode,ccode_name,bCashItem,bend,bclose) values(2013,N'1001',N'现金',1,1,0);"
+            "insert into code (iyear,ccode,ccode_name,bCashItem,bend,bclose) values(2013,N'6001',N'收入',0,1,0);"
+            "insert into code (iyear,ccode,ccode_name,bCashItem,bend,bclose) values(2013,N'6002',N'Costs',0,1,0)");
+        run("insert into fitemss98 (citemcode,citemname) values(N'0101',N'销售商品');"
+            "insert into fitemss98 (citemcode,citemname) values(N'0102',N'Other')");
+        for (const char* line : {"1,N'1001',100.25,0", "2,N'6001',0,60.1", "3,N'6002',0,40.15"}) {
+            run(std::string("insert into gl_accvouch (iyear,iperiod,isignseq,ino_id,csign,dbill_date,cexch_name,inid,ccode,md,mc) "
+                            "values(2013,1,2,5,N'付',N'2013-01-05',N'USD',") + line + ")");
+        }
+    }
+
+    std::unique_ptr<DatabaseUnderTest> database_;
+    std::unique_ptr<Connection> connection_;
+};
+
+#define Z7_NEEDS(capability)                                                                                           \
+    if (const auto needed = (capability); !needed.present)                                                            \
+    GTEST_SKIP() << needed.reason
+
+/// Runs an action that must end in an Error, and gives it.
+template <class Action> Error errorOf(Action&& action) {
+    try {
+        action();
+    } catch (const Error& error) {
+        return error;
+    }
+    ADD_FAILURE() << "no error came out";
+    return Error(0, "", "");
+}
+
+inline std::string adapterName(const ::testing::TestParamInfo<Adapter>& info) { return info.param.name; }
+
+} // namespace z7::cashflow::conformance

@@ -1,0 +1,115 @@
+#include "adapters/conformance/DatabaseUnderTest.h"
+
+namespace z7::cashflow::conformance {
+namespace {
+
+class SessionCases : public DatabaseCase {
+protected:
+    const std::string insert_ = "insert into fitemss98 (citemcode) values(N'0101')";
+    const std::string select_ = "select * from fitemss98";
+};
+
+TEST_P(SessionCases, states_of_a_connection) {
+    auto connection = database_->makeConnection();
+    EXPECT_EQ(connection->State(), ObjectState::Closed);
+    EXPECT_EQ(errorOf([&] { connection->Execute(select_); }).number(), 3704);
+    EXPECT_EQ(errorOf([&] { connection->Close(); }).number(), 3704);
+    EXPECT_EQ(errorOf([&] { connection->BeginTrans(); }).number(), 3704);
+    const std::string text = database_->connectionString(std::int16_t{2013}, 0);
+    connection->Open(text);
+    EXPECT_EQ(connection->State(), ObjectState::Open);
+    EXPECT_EQ(connection->ConnectionString(), text);
+    EXPECT_EQ(errorOf([&] { connection->Open(text); }).number(), 3705);
+    connection->Close();
+    EXPECT_EQ(connection->State(), ObjectState::Closed);
+    connection->Open(text);
+    EXPECT_EQ(connection->Execute(select_)->RecordCount(), 0);
+}
+
+TEST_P(SessionCases, what_is_not_committed_is_seen_by_its_session_alone) {
+    const auto other = open(std::int16_t{2013});
+    connection_->BeginTrans();
+    run(insert_);
+    EXPECT_EQ(count(select_), 1);
+    EXPECT_EQ(other->Execute(select_)->RecordCount(), 0);
+    auto own = connection_->CreateRecordset();
+    own->Open(select_, connection_->ConnectionString(), CursorType::ForwardOnly, LockType::ReadOnly);
+    EXPECT_EQ(own->RecordCount(), 0) << "a connection string stands for a session of its own";
+    own->Close();
+    own->Open(select_, connection_.get(), CursorType::ForwardOnly, LockType::ReadOnly);
+    EXPECT_EQ(own->RecordCount(), 1);
+    connection_->CommitTrans();
+    EXPECT_EQ(other->Execute(select_)->RecordCount(), 1);
+}
+
+TEST_P(SessionCases, rollback_and_close_take_everything_back) {
+    connection_->BeginTrans();
+    run(insert_);
+    connection_->RollbackTrans();
+    EXPECT_EQ(count(select_), 0);
+    connection_->BeginTrans();
+    run(insert_);
+    connection_->Close();
+    const auto other = open(std::int16_t{2013});
+    EXPECT_EQ(other->Execute(select_)->RecordCount(), 0);
+    {
+        const auto gone = open(std::int16_t{2013});
+        gone->BeginTrans();
+        gone->Execute(insert_);
+    }
+    EXPECT_EQ(other->Execute(select_)->RecordCount(), 0);
+    other->Execute(insert_); // and nobody holds a lock any more
+    EXPECT_EQ(other->Execute(select_)->RecordCount(), 1);
+}
+
+TEST_P(SessionCases, transactions_do_not_nest) {
+    EXPECT_GT(errorOf([&] { connection_->CommitTrans(); }).number(), 0);
+    EXPECT_GT(errorOf([&] { connection_->RollbackTrans(); }).number(), 0);
+    connection_->BeginTrans();
+    EXPECT_GT(errorOf([&] { connection_->BeginTrans(); }).number(), 0);
+    run(insert_);
+    connection_->CommitTrans();
+    EXPECT_EQ(count(select_), 1);
+}
+
+TEST_P(SessionCases, a_refused_statement_leaves_the_transaction_open) {
+    connection_->BeginTrans();
+    run(insert_);
+    EXPECT_EQ(errorOf([&] { run(insert_); }).sqlState(), "23000");
+    EXPECT_EQ(errorOf([&] { run("delete"); }).number(), 102);
+    EXPECT_EQ(count(select_), 1);
+    connection_->CommitTrans();
+    EXPECT_EQ(count(select_), 1);
+}
+
+TEST_P(SessionCases, of_two_desks_that_save_one_gets_a_clear_error) {
+    Z7_NEEDS(database_->waitsForLock());
+    const auto other = open(std::int16_t{2014}, 1);
+    connection_->BeginTrans();
+    run(insert_);
+    const Error locked = errorOf([&] {
+        other->BeginTrans();
+        other->Execute("update fitemss98 set citemname=N'x'");
+    });
+    EXPECT_EQ(locked.sqlState(), "HYT00");
+    EXPECT_NE(locked.description().find("locked"), std::string::npos);
+    connection_->CommitTrans();
+    other->BeginTrans();
+    other->Execute("update fitemss98 set citemname=N'x'");
+    other->CommitTrans();
+    EXPECT_EQ(first("select citemname from fitemss98"), Variant("x"));
+}
+
+TEST_P(SessionCases, a_reader_does_not_keep_a_writer_waiting) {
+    run(insert_);
+    const auto other = open(std::int16_t{2013});
+    const auto reading = other->Execute(select_);
+    run("delete from fitemss98");
+    EXPECT_EQ(reading->RecordCount(), 1);
+    EXPECT_EQ(reading->Fields().Item("citemcode"), Variant("0101"));
+}
+
+INSTANTIATE_TEST_SUITE_P(Adapters, SessionCases, ::testing::ValuesIn(databasesUnderTest()), adapterName);
+
+} // namespace
+} // namespace z7::cashflow::conformance

@@ -1,0 +1,132 @@
+#include "adapters/conformance/DatabaseUnderTest.h"
+
+namespace z7::cashflow::conformance {
+namespace {
+
+class ViewCases : public DatabaseCase {
+protected:
+    void SetUp() override {
+        DatabaseCase::SetUp();
+        Z7_NEEDS(database_->writesToView());
+    }
+    void addRow(int year, int number, int inid, const std::string& item) const {
+        run("insert into gl_cashtable (iYear,iPeriod,iSignSeq,csign,iNo_id,inid,cCashItem,ccode) values(" +
+            std::to_string(year) + ",1,2,N''," + std::to_string(number) + "," + std::to_string(inid) + ",N'" + item +
+            "',N'1001')");
+    }
+};
+
+TEST_P(ViewCases, shows_the_year_of_its_session) {
+    addRow(2013, 5, 1, "A");
+    addRow(2014, 5, 1, "B");
+    run("insert into code (iyear,ccode,bend) values(2013,N'1001',1); insert into code (iyear,ccode,bend) values(2014,N'1001',0)");
+    const auto other = open(std::int16_t{2014});
+    const auto none = open(std::nullopt);
+    EXPECT_EQ(first("select cCashItem from gl_v_cashtable"), Variant("A"));
+    EXPECT_EQ(other->Execute("select cCashItem from gl_v_cashtable")->Fields().Item(0), Variant("B"));
+    EXPECT_EQ(none->Execute("select cCashItem from gl_v_cashtable")->RecordCount(), 0);
+    EXPECT_EQ(first("select bend from gl_v_code"), Variant(true));
+    EXPECT_EQ(other->Execute("select bend from gl_v_code")->Fields().Item(0), Variant(false));
+    EXPECT_FALSE(run("select * from gl_v_code")->Fields().Has("iyear"));
+    EXPECT_TRUE(run("select * from gl_v_accvouch")->Fields().Has("iyear"));
+}
+
+TEST_P(ViewCases, deletes_in_its_year_only) {
+    addRow(2013, 5, 1, "A");
+    addRow(2013, 6, 1, "A");
+    addRow(2014, 5, 1, "B");
+    run("delete from gl_v_cashtable where iperiod=1 and isignseq=2 and ino_id=5");
+    EXPECT_EQ(count("select * from gl_cashtable where iyear=2013 and ino_id=5"), 0);
+    EXPECT_EQ(count("select * from gl_cashtable"), 2);
+}
+
+TEST_P(ViewCases, updates_the_very_rows_that_match) {
+    addRow(2013, 5, 1, "A");
+    addRow(2013, 5, 1, "B");
+    addRow(2014, 5, 1, "A");
+    run("update gl_v_cashtable set cCashItem=N'C', md=5 where cCashItem=N'a'");
+    EXPECT_EQ(count("select * from gl_cashtable where cCashItem=N'C' and md=5 and iyear=2013"), 1);
+    EXPECT_EQ(count("select * from gl_cashtable where cCashItem=N'B' and md=0"), 1);
+    EXPECT_EQ(count("select * from gl_cashtable where cCashItem=N'A' and iyear=2014"), 1);
+    run("delete from gl_v_cashtable where cCashItem=N'C'");
+    EXPECT_EQ(count("select * from gl_cashtable"), 2);
+}
+
+TEST_P(ViewCases, inserted_rows_land_in_the_table_with_its_defaults) {
+    run("insert into gl_v_cashtable (iPeriod,iSignSeq,csign,iNo_id,cCashItem,ccode) values(1,2,N'',5,N'A',N'1001')");
+    const auto row = run("select * from gl_cashtable");
+    EXPECT_EQ(row->Fields().Item("iyear"), Variant(std::int16_t{2013}));
+    EXPECT_EQ(row->Fields().Item("md"), Variant(0.0));
+    EXPECT_EQ(row->Fields().Item("nc_s"), Variant(0.0));
+    EXPECT_EQ(row->Fields().Item("inid"), Variant());
+    run("insert into gl_v_cashtable (iYear,iPeriod,iSignSeq,csign,iNo_id,cCashItem,ccode) values(2014,1,2,N'',5,N'A',N'1001')");
+    EXPECT_EQ(count("select * from gl_v_cashtable"), 1);
+    EXPECT_EQ(count("select * from gl_cashtable where iyear=2014"), 1) << "a row may name its year";
+}
+
+TEST_P(ViewCases, without_a_year_an_insert_that_names_none_fails) {
+    const auto none = open(std::nullopt);
+    const Error error = errorOf([&] {
+        none->Execute("insert into gl_v_cashtable (iPeriod,iSignSeq,csign,iNo_id,cCashItem,ccode) values(1,2,N'',5,N'A',N'1')");
+    });
+    EXPECT_NE(error.description().find("year"), std::string::npos) << error.description();
+    EXPECT_EQ(count("select * from gl_cashtable"), 0);
+}
+
+TEST_P(ViewCases, templates_number_themselves) {
+    const std::string insert = "insert into GL_V_CashItemDataSource (cDataSource,bdir,cItemCode) values(N'1001',1,N'";
+    run(insert + "A')");
+    run(insert + "B')");
+    const auto rows = run("select * from GL_V_CashItemDataSource order by iID desc");
+    EXPECT_EQ(rows->Fields().Item("cItemCode"), Variant("B"));
+    const Variant highest = rows->Fields().Item("iID");
+    ASSERT_TRUE(highest.is<std::int32_t>());
+    EXPECT_EQ(rows->Fields().Item("iyear"), Variant(std::int16_t{2013}));
+    EXPECT_EQ(rows->Fields().Item("bDataStyle"), Variant(std::uint8_t{0}));
+    run("delete from GL_V_CashItemDataSource where cItemCode=N'B'");
+    run(insert + "C')");
+    const Variant next = first("select iID from GL_V_CashItemDataSource where cItemCode=N'C'");
+    EXPECT_GT(*next.get<std::int32_t>(), *highest.get<std::int32_t>()) << "numbers rise and are not used again";
+}
+
+TEST_P(ViewCases, templates_are_saved_through_a_recordset) {
+    const std::string statement =
+        "select * from GL_V_CashItemDataSource where bDataStyle=0 and cDataSource=N'1001' and bdir =1 order by iID desc";
+    auto records = connection_->CreateRecordset();
+    records->Open(statement, connection_->ConnectionString(), CursorType::Dynamic, LockType::Pessimistic);
+    ASSERT_TRUE(records->EndOfFile());
+    records->AddNew();
+    records->Fields().Item("bDataStyle", Variant(std::int32_t{0}));
+    records->Fields().Item("cDataSource", Variant("1001"));
+    records->Fields().Item("bDir", Variant(std::int32_t{1}));
+    records->Fields().Item("cItemCode", Variant("0101"));
+    records->Fields().Item("dStartDate", Variant(Date::fromCivil(2013, 1, 5)));
+    records->Update();
+    records->Close();
+
+    records->Open(statement, connection_->ConnectionString(), CursorType::Dynamic, LockType::Pessimistic);
+    ASSERT_EQ(records->RecordCount(), 1);
+    EXPECT_EQ(records->Fields().Item("dStartDate"), Variant(Date::fromCivil(2013, 1, 5)));
+    EXPECT_EQ(records->Fields().Item("bdir"), Variant(true));
+    records->Fields().Item("bDataStyle", Variant(std::int32_t{0}));
+    records->Fields().Item("cItemCode", Variant("0102"));
+    records->Update();
+    records->Close();
+    EXPECT_EQ(first("select cItemCode from GL_CashItemDataSource"), Variant("0102"));
+    EXPECT_EQ(count("select * from GL_CashItemDataSource where dStartDate='2013-01-05' and dEndDate is null"), 1);
+}
+
+TEST_P(ViewCases, a_template_that_changed_meanwhile_is_not_overwritten) {
+    run("insert into GL_V_CashItemDataSource (cDataSource,bdir,cItemCode) values(N'1001',1,N'A')");
+    const auto records = openRecords("select * from GL_V_CashItemDataSource");
+    run("update GL_CashItemDataSource set cItemCode=N'B'");
+    records->Fields().Item("cItemCode", Variant("C"));
+    EXPECT_EQ(errorOf([&] { records->Update(); }).number(), 3197);
+    EXPECT_EQ(first("select cItemCode from GL_CashItemDataSource"), Variant("B"));
+    EXPECT_EQ(records->Fields().Item("cItemCode"), Variant("C")) << "the change stays pending";
+}
+
+INSTANTIATE_TEST_SUITE_P(Adapters, ViewCases, ::testing::ValuesIn(databasesUnderTest()), adapterName);
+
+} // namespace
+} // namespace z7::cashflow::conformance
