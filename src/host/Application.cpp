@@ -37,6 +37,7 @@ void addCommonOptions(CLI::App& app, GivenOptions& given, Language language) {
 }
 
 void labelInChinese(CLI::App& app) {
+    app.option_defaults()->group("选项");
     const auto formatter = app.get_formatter();
     formatter->label("Usage", "用法");
     formatter->label("OPTIONS", "选项");
@@ -134,12 +135,13 @@ int runApplication(const std::vector<std::string>& arguments, const Console& con
         program.set_version_flag("--version", std::string("z7cf ") + programVersion,
                                  hostText(language, HostText::helpVersion));
         program.footer(hostText(language, HostText::examplesProgram));
-        program.require_subcommand(1);
-
         const auto commands = allCommands();
         std::vector<CLI::App*> parsed;
         for (const auto& command : commands) {
             CLI::App& declared = command->declare(program, language);
+            if (language == Language::chinese) {
+                declared.group("命令");
+            }
             addCommonOptions(declared, given, language);
             parsed.push_back(&declared);
         }
@@ -161,7 +163,7 @@ int runApplication(const std::vector<std::string>& arguments, const Console& con
                 return commands[i]->run(options, console);
             }
         }
-        return exitCode::usage;
+        throw Failure(exitCode::usage, HostText::commandMissing);
     });
 }
 

@@ -71,6 +71,8 @@ constexpr std::array texts{
     HostTextEntry{T::badKey, "“{0}”不是凭证号；请写成 年/期间/类别/号，例如 2024/1/2/15",
                   "\"{0}\" is no voucher; write year/period/kind/number, such as 2024/1/2/15"},
     HostTextEntry{T::badYear, "会计年度应为 1 至 9999：{0}", "The accounting year must be 1 to 9999, not {0}"},
+    HostTextEntry{T::badPeriod, "会计期间应为 0 至 255：{0}", "The accounting period must be 0 to 255, not {0}"},
+    HostTextEntry{T::commandMissing, "缺少命令；用 --help 查看有哪些命令", "A command is missing; --help lists them"},
     HostTextEntry{T::badLanguage, "--lang 应为 zh-CN 或 en，而不是“{0}”", "--lang takes zh-CN or en, not \"{0}\""},
     HostTextEntry{T::noVoucher, "没有凭证 {0}", "There is no voucher {0}"},
     HostTextEntry{T::fileMissing, "找不到数据库文件 {0}；可用 z7cf init 建立",

@@ -62,6 +62,8 @@ enum class HostText {
     errorLine,
     badKey,
     badYear,
+    badPeriod,
+    commandMissing,
     badLanguage,
     noVoucher,
     fileMissing,

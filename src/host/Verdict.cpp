@@ -52,6 +52,11 @@ std::string verdictText(Language language, const Verdict& verdict) {
 }
 
 std::string reasonText(Language language, const std::string& reason) {
+    const std::size_t lineBreak = reason.find("\r\n");
+    if (lineBreak != std::string::npos) {
+        return reason.substr(0, lineBreak) + (language == Language::chinese ? "；" : "; ") +
+               reason.substr(lineBreak + 2);
+    }
     const std::size_t firstTab = reason.find('\t');
     if (firstTab == std::string::npos) {
         return reason;

@@ -33,7 +33,7 @@ struct Verdict {
 /// A verdict in words.
 [[nodiscard]] std::string verdictText(Language language, const Verdict& verdict);
 
-/// A reason of the library in words for people: where it names a line of the voucher, the line is told in words and the
+/// A reason of the library on one line for people: where it names a line of the voucher, the line is told in words and the
 /// column of the dialog is left out.
 [[nodiscard]] std::string reasonText(Language language, const std::string& reason);
 

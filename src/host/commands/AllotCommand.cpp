@@ -57,8 +57,13 @@ public:
 
     int run(const GlobalOptions& options, const Console& console) override {
         Output output(console, options);
-        Session session(period_.database.file, period_.year(), options, console);
-        const auto vouchers = listVouchers(session.connection(), period_.year(), period_.period());
+        const std::int16_t year = period_.year();
+        const auto period = period_.period();
+        Session session(period_.database.file, year, options, console);
+        const auto vouchers = listVouchers(session.connection(), year, period);
+        if (vouchers.empty()) {
+            output.remark(output.text(HostText::noVouchers));
+        }
         Totals totals;
         totals.refusalsKept = all_ ? vouchers.size() : refusalsShown;
         StopSignals signals;

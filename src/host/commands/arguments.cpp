@@ -35,7 +35,7 @@ VoucherHead VoucherArgument::find(Session& session) const {
 void PeriodArgument::declare(CLI::App& command, Language language) {
     database.declare(command, language);
     command.add_option("--year", yearNumber, hostText(language, HostText::helpYear))->required();
-    command.add_option("--period", periodNumber, hostText(language, HostText::helpPeriod))->check(CLI::Range(0, 255));
+    command.add_option("--period", periodNumber, hostText(language, HostText::helpPeriod));
 }
 
 std::int16_t PeriodArgument::year() const {
@@ -46,7 +46,13 @@ std::int16_t PeriodArgument::year() const {
 }
 
 std::optional<std::uint8_t> PeriodArgument::period() const {
-    return periodNumber ? std::optional(static_cast<std::uint8_t>(*periodNumber)) : std::nullopt;
+    if (!periodNumber) {
+        return std::nullopt;
+    }
+    if (*periodNumber < 0 || *periodNumber > 255) {
+        throw Failure(exitCode::usage, HostText::badPeriod, {std::to_string(*periodNumber)});
+    }
+    return static_cast<std::uint8_t>(*periodNumber);
 }
 
 } // namespace z7::cashflow::host

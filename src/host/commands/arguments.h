@@ -37,10 +37,11 @@ struct VoucherArgument {
 struct PeriodArgument {
     DatabaseArgument database;
     std::int64_t yearNumber = 0;
-    std::optional<int> periodNumber;
+    std::optional<std::int64_t> periodNumber;
     void declare(CLI::App& command, Language language);
     /// Failure (usage) if it is no year from 1 to 9999.
     [[nodiscard]] std::int16_t year() const;
+    /// Failure (usage) if it is no period from 0 to 255.
     [[nodiscard]] std::optional<std::uint8_t> period() const;
 };
 
