@@ -3,6 +3,7 @@
 #include "adapters/odbc/ConnectionOptions.h"
 #include "adapters/odbc/ResultReader.h"
 #include "adapters/tsql/Rewriting.h"
+#include "z7cashflow/support/Error.h"
 #include "z7cashflow/support/Variant.h"
 
 #include <cstdint>
@@ -51,6 +52,9 @@ public:
     virtual void rollback(Driver& driver) = 0;
     /// Whether the transaction that was begun is still there after an error.
     [[nodiscard]] virtual bool inTransaction(Driver& driver) = 0;
+
+    /// An error of the driver with the SQL state and the text that fit it, where the driver gives others.
+    [[nodiscard]] virtual Error explained(const Error& error) const { return error; }
 
     /// How a column is handed out and fetched.
     [[nodiscard]] virtual ResultColumn resultColumn(const DriverColumn& column) const = 0;

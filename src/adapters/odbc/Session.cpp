@@ -191,7 +191,7 @@ void Session::fail(short handleType, Handle handle) {
     } else {
         line().dropStatement();
     }
-    throw failure.error();
+    throw dialect_->explained(failure.error());
 }
 
 void Session::loseLine() {

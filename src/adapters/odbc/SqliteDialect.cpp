@@ -54,6 +54,26 @@ std::int64_t numberOf(const Fetched& fetched) {
     return static_cast<std::int64_t>(fetched.rows->number(0, 0).value_or(0.0));
 }
 
+/// The state that other databases have for a failure; the driver has one for all.
+std::string sqlState(int number, std::string_view text, const std::string& given) {
+    constexpr int busy = 5;
+    constexpr int locked = 6;
+    constexpr int constraint = 19;
+    if (number == busy || number == locked) {
+        return "HYT00";
+    }
+    if (number == constraint) {
+        return "23000";
+    }
+    if (text.starts_with("no such table") || text.starts_with("no such view")) {
+        return "42S02";
+    }
+    if (text.starts_with("no such column") || text.find("has no column named") != std::string_view::npos) {
+        return "42S22";
+    }
+    return text.ends_with("already exists") ? "42S01" : given;
+}
+
 } // namespace
 
 void SqliteDialect::start(Driver& driver, const ConnectionOptions& options) {
@@ -189,6 +209,15 @@ bool SqliteDialect::inTransaction(Driver& driver) {
         driver.execute("ROLLBACK");
     }
     return !begun;
+}
+
+Error SqliteDialect::explained(const Error& error) const {
+    std::string text = error.description();
+    const std::string code = " (" + std::to_string(error.number()) + ")"; // the driver writes it behind each text
+    if (text.ends_with(code)) {
+        text.erase(text.size() - code.size());
+    }
+    return {error.number(), error.source(), text, sqlState(error.number(), text, error.sqlState())};
 }
 
 ResultColumn SqliteDialect::resultColumn(const DriverColumn& column) const {

@@ -20,9 +20,9 @@ inline constexpr int noTransactionToRollBack = 3903;
 inline constexpr int transactionLost = 3930; ///< the server has ended the transaction; only a rollback is left
 inline constexpr int driverNotFound = 3706;  ///< the connection string names no driver of this machine
 inline constexpr int loginFailed = 18456;
-inline constexpr int unspecified = -2147467259;       ///< the driver gave no number of its own
-inline constexpr int recordChanged = 3197;            ///< the stored record is gone or no longer holds what was read
-inline constexpr int transactionExists = -2147168237; ///< a transaction is open already
+inline constexpr int unspecified = -2147467259; ///< the driver gave no number of its own
+inline constexpr int recordChanged = 3197;      ///< the stored record is gone or no longer holds what was read
+inline constexpr int transactionExists = 3988;  ///< a transaction is open already
 } // namespace errors
 
 /// What a driver tells about a failed call, made one error: the number, state and text of the record that says most, the

@@ -1,0 +1,120 @@
+#include "adapters/odbc/OdbcDatabase.h"
+
+#include "adapters/sqlite/database.h"
+
+#include <cstdlib>
+#include <fstream>
+#include <random>
+#include <sstream>
+
+namespace z7::cashflow::odbc {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+std::string randomName() {
+    std::random_device random;
+    return "z7cf_" + std::to_string(random()) + std::to_string(random());
+}
+
+/// Runs a script whose batches end in lines that say "go".
+void runScript(Connection& connection, const fs::path& file) {
+    std::ifstream script(file);
+    if (!script) {
+        throw Error(0, "test", file.string() + " cannot be read");
+    }
+    std::string batch;
+    for (std::string line; std::getline(script, line);) {
+        if (line == "go") {
+            connection.Execute(batch);
+            batch.clear();
+        } else {
+            batch += line + '\n';
+        }
+    }
+}
+
+} // namespace
+
+DriverDatabase::DriverDatabase() : folder_(fs::path(::testing::TempDir()) / randomName()) {
+    fs::create_directories(folder_);
+    file_ = folder_ / fs::path(u8"公司 x.db");
+    sqlite::createDatabase(file_);
+}
+
+DriverDatabase::~DriverDatabase() {
+    std::error_code ignored;
+    fs::remove_all(folder_, ignored);
+}
+
+std::unique_ptr<cashflow::Connection> DriverDatabase::makeConnection() const { return std::make_unique<Connection>(); }
+
+std::string DriverDatabase::connectionString(std::optional<std::int16_t> year, int timeout) const {
+    return "Driver={SQLite3};Database=" + file_.string() + ";LoadExt=" + Z7_SESSION_FUNCTIONS +
+           ";dialect=sqlite;timeout=" + std::to_string(timeout) + (year ? ";year=" + std::to_string(*year) : "");
+}
+
+std::unique_ptr<Connection> DriverDatabase::open() const {
+    auto connection = std::make_unique<Connection>();
+    connection->Open(connectionString(std::int16_t{2013}, 0));
+    return connection;
+}
+
+std::optional<std::string> ServerDatabase::server() {
+    const char* text = std::getenv("Z7CF_TEST_SQLSERVER");
+    return text == nullptr || *text == '\0' ? std::nullopt : std::optional<std::string>(text);
+}
+
+ServerDatabase::ServerDatabase() : name_(randomName()) {
+    const fs::path scripts(Z7_SERVER_SCHEMA);
+    Connection connection;
+    connection.Open(*server() + ";timeout=60000");
+    if (connection.Execute("select name from sys.databases where name='zqsystem'")->EndOfFile()) {
+        connection.Execute("create database zqsystem");
+        Connection system;
+        system.Open(*server() + ";Database=zqsystem");
+        runScript(system, scripts / "system_tables.sql");
+    }
+    connection.Execute("create database " + name_);
+    const auto account = open();
+    runScript(*account, scripts / "account_tables.sql");
+    runScript(*account, scripts / "account_views.sql");
+}
+
+ServerDatabase::~ServerDatabase() {
+    try {
+        Connection connection;
+        connection.Open(*server());
+        connection.Execute("drop database " + name_);
+    } catch (const Error& error) {
+        ADD_FAILURE() << name_ << " could not be dropped: " << error.description();
+    }
+}
+
+std::unique_ptr<cashflow::Connection> ServerDatabase::makeConnection() const { return std::make_unique<Connection>(); }
+
+std::string ServerDatabase::connectionString(std::optional<std::int16_t> year, int timeout) const {
+    return *server() + ";Database=" + name_ + ";timeout=" + std::to_string(timeout) +
+           (year ? ";year=" + std::to_string(*year) : "");
+}
+
+std::unique_ptr<Connection> ServerDatabase::open() const {
+    auto connection = std::make_unique<Connection>();
+    connection->Open(connectionString(std::int16_t{2013}, 5000));
+    return connection;
+}
+
+} // namespace z7::cashflow::odbc
+
+namespace z7::cashflow::conformance {
+
+std::vector<Adapter> databasesUnderTest() {
+    std::vector<Adapter> adapters{{"odbc_sqlite", [] { return std::make_unique<odbc::DriverDatabase>(); }}};
+    if (odbc::ServerDatabase::server()) {
+        adapters.push_back({"odbc_server", [] { return std::make_unique<odbc::ServerDatabase>(); }});
+    }
+    return adapters;
+}
+
+} // namespace z7::cashflow::conformance

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "adapters/conformance/DatabaseUnderTest.h"
+#include "adapters/odbc/Connection.h"
+
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace z7::cashflow::odbc {
+
+/// An account of the embedded database behind SQLite's ODBC driver, with the rewriter in front.
+class DriverDatabase final : public conformance::DatabaseUnderTest {
+public:
+    DriverDatabase();
+    DriverDatabase(const DriverDatabase&) = delete;
+    DriverDatabase& operator=(const DriverDatabase&) = delete;
+    ~DriverDatabase() override;
+
+    [[nodiscard]] std::unique_ptr<cashflow::Connection> makeConnection() const override;
+    [[nodiscard]] std::string connectionString(std::optional<std::int16_t> year, int timeout) const override;
+    [[nodiscard]] std::unique_ptr<Connection> open() const;
+
+private:
+    std::filesystem::path folder_;
+    std::filesystem::path file_;
+};
+
+/// A database of its own on a server that speaks Transact-SQL, made with the schema's scripts and dropped at the end. The server
+/// is the one that the environment variable Z7CF_TEST_SQLSERVER names: a connection string without a database, whose login may
+/// create databases.
+class ServerDatabase final : public conformance::DatabaseUnderTest {
+public:
+    ServerDatabase();
+    ServerDatabase(const ServerDatabase&) = delete;
+    ServerDatabase& operator=(const ServerDatabase&) = delete;
+    ~ServerDatabase() override;
+
+    /// The connection string of the environment; nothing if it is not set.
+    [[nodiscard]] static std::optional<std::string> server();
+
+    [[nodiscard]] std::unique_ptr<cashflow::Connection> makeConnection() const override;
+    [[nodiscard]] std::string connectionString(std::optional<std::int16_t> year, int timeout) const override;
+    [[nodiscard]] std::unique_ptr<Connection> open() const;
+
+private:
+    std::string name_;
+};
+
+} // namespace z7::cashflow::odbc
