@@ -1,0 +1,169 @@
+#include "adapters/guard/StatementGuard.h"
+
+#include "adapters/guard/libraryStatements.h"
+#include "adapters/tsql/shape.h"
+#include "z7cashflow/support/Error.h"
+#include "z7cashflow/support/conversions.h"
+
+#include <algorithm>
+
+namespace z7::cashflow::guard {
+
+namespace {
+
+// A shape writes a number as 1 and a text as 2; patterns add names of tables and the values of an insert.
+constexpr char numberMark = '\x01';
+constexpr char textMark = '\x02';
+constexpr char tableMark = '\x03';
+constexpr char valueMark = '\x04';
+constexpr char temporaryMark = '\x05';
+
+// Tables that callers name are many over time, so what is remembered is bounded.
+constexpr std::size_t rememberedShapes = 1024;
+
+void replaceAll(std::string& text, std::string_view what, char mark) {
+    for (std::size_t at = text.find(what); at != std::string::npos; at = text.find(what, at + 1)) {
+        text.replace(at, what.size(), 1, mark);
+    }
+}
+
+bool isNameStart(char c) {
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' || (static_cast<unsigned char>(c) & 0x80U) != 0;
+}
+
+bool isNamePart(char c) { return isNameStart(c) || (c >= '0' && c <= '9') || c == '$' || c == '#' || c == '@'; }
+
+// The length of a plain or bracketed name at the front of a text, 0 if there is none.
+std::size_t nameLength(std::string_view text) {
+    if (text.starts_with('[')) {
+        const std::size_t end = text.find_first_of("[]", 1);
+        return end == std::string_view::npos || text[end] == '[' || end == 1 ? 0 : end + 1;
+    }
+    if (text.empty() || !isNameStart(text.front())) {
+        return 0;
+    }
+    return static_cast<std::size_t>(std::find_if_not(text.begin(), text.end(), isNamePart) - text.begin());
+}
+
+// The length of a table's name: "t", "owner.t", "base.owner.t" or "base..t".
+std::size_t tableLength(std::string_view text) {
+    constexpr int mostParts = 3;
+    std::size_t length = nameLength(text);
+    for (int part = 1; length != 0 && part < mostParts && text.substr(length).starts_with('.'); ++part) {
+        std::size_t dots = 1;
+        if (part == 1 && text.substr(length).starts_with("..")) {
+            dots = 2;
+            ++part;
+        }
+        const std::size_t next = nameLength(text.substr(length + dots));
+        if (next == 0) {
+            return 0;
+        }
+        length += dots + next;
+    }
+    return length;
+}
+
+// The length of the name of a temporary table as the library makes it.
+std::size_t temporaryTableLength(std::string_view text) {
+    constexpr std::string_view stem = "tempdb..TempVoucher";
+    if (!text.starts_with(stem)) {
+        return 0;
+    }
+    return std::min(text.find_first_not_of("0123456789ABCDEF", stem.size()), text.size());
+}
+
+std::size_t numberLength(std::string_view text) {
+    const std::size_t sign = text.starts_with('-') ? 1 : 0;
+    return text.substr(sign).starts_with(numberMark) ? sign + 1 : 0;
+}
+
+std::size_t valueLength(std::string_view text) {
+    constexpr std::string_view null = "Null";
+    if (text.starts_with(null)) {
+        return null.size();
+    }
+    return text.starts_with(textMark) ? 1 : numberLength(text);
+}
+
+// How much of a shape one element of a pattern takes; 0 if it does not fit.
+std::size_t elementLength(char element, std::string_view shape) {
+    switch (element) {
+    case numberMark:
+        return numberLength(shape);
+    case tableMark:
+        return tableLength(shape);
+    case valueMark:
+        return valueLength(shape);
+    case temporaryMark:
+        return temporaryTableLength(shape);
+    default:
+        return shape.starts_with(element) ? 1 : 0;
+    }
+}
+
+// The place in a statement of a place in its shape.
+std::size_t placeInStatement(std::string_view statement, const tsql::Shape& shape, std::size_t agreed) {
+    std::size_t place = agreed;
+    std::size_t literal = 0;
+    for (std::size_t at = 0; at < agreed && at < shape.key.size(); ++at) {
+        if (shape.key[at] == numberMark || shape.key[at] == textMark) {
+            place += shape.literals[literal++].source.size() - 1;
+        }
+    }
+    return std::min(place, statement.size());
+}
+
+} // namespace
+
+StatementGuard::StatementGuard() {
+    for (const std::string& sample : libraryStatements()) {
+        std::string pattern = tsql::shapeOf(sample).key;
+        replaceAll(pattern, tablePlaceholder, tableMark);
+        replaceAll(pattern, valuePlaceholder, valueMark);
+        replaceAll(pattern, temporaryPlaceholder, temporaryMark);
+        patterns_.push_back(std::move(pattern));
+    }
+}
+
+StatementGuard::Match StatementGuard::match(std::string_view pattern, std::string_view shape) {
+    std::size_t at = 0;
+    for (const char element : pattern) {
+        const std::size_t length = elementLength(element, shape.substr(at));
+        if (length == 0) {
+            return {false, at};
+        }
+        at += length;
+    }
+    return {at == shape.size(), at};
+}
+
+void StatementGuard::check(std::string_view statement) {
+    const tsql::Shape shape = tsql::shapeOf(statement);
+    if (passed_.count(shape.key) != 0) {
+        return;
+    }
+    std::size_t agreed = 0;
+    for (const std::string& pattern : patterns_) {
+        const Match result = match(pattern, shape.key);
+        if (result.whole) {
+            if (passed_.size() >= rememberedShapes) {
+                passed_.clear();
+            }
+            passed_.insert(shape.key);
+            return;
+        }
+        agreed = std::max(agreed, result.agreed);
+    }
+    constexpr std::size_t shownCharacters = 60;
+    const std::size_t place = placeInStatement(statement, shape, agreed);
+    const std::string_view before = statement.substr(0, place);
+    const std::string_view lead = before.substr(before.size() - std::min<std::size_t>(before.size(), 40));
+    throw Error(statementRefused, "Z7CashFlow",
+                "A value would change the statement that it goes into, so the statement was not run. It departs at \"" +
+                    std::string(leftCharacters(statement.substr(place), shownCharacters)) + "\" behind \"" +
+                    std::string(lead) +
+                    "\". Look for a quote or other signs in the codes, keys and table names at hand.");
+}
+
+} // namespace z7::cashflow::guard
