@@ -32,6 +32,7 @@ public:
         }
     }
     [[nodiscard]] bool atEnd() const { return rest_.empty(); }
+    [[nodiscard]] bool atBlank() const { return !rest_.empty() && isBlank(rest_.front()); }
 
     std::string_view name() {
         if (!rest_.empty() && rest_.front() == '[') {
@@ -126,7 +127,7 @@ std::vector<FilterCondition> parseFilter(std::string_view criteria, const Column
     std::string unknownColumn;
     while (true) {
         conditions.push_back(readCondition(text, criteria, columns, unknownColumn));
-        const bool blankFollows = !text.atEnd();
+        const bool blankFollows = text.atBlank();
         text.skipBlanks();
         if (text.atEnd()) {
             break;

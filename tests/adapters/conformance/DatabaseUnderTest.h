@@ -71,8 +71,10 @@ protected:
         run("insert into fitemss98 (citemcode,citemname) values(N'0101',N'销售商品');"
             "insert into fitemss98 (citemcode,citemname) values(N'0102',N'Other')");
         for (const char* line : {"1,N'1001',100.25,0", "2,N'6001',0,60.1", "3,N'6002',0,40.15"}) {
-            run(std::string("insert into gl_accvouch (iyear,iperiod,isignseq,ino_id,csign,dbill_date,cexch_name,inid,ccode,md,mc) "
-                            "values(2013,1,2,5,N'付',N'2013-01-05',N'USD',") + line + ")");
+            run(std::string("insert into gl_accvouch "
+                            "(iyear,iperiod,isignseq,ino_id,csign,dbill_date,cexch_name,inid,ccode,md,mc) "
+                            "values(2013,1,2,5,N'付',N'2013-01-05',N'USD',") +
+                line + ")");
         }
     }
 
@@ -81,7 +83,7 @@ protected:
 };
 
 #define Z7_NEEDS(capability)                                                                                           \
-    if (const auto needed = (capability); !needed.present)                                                            \
+    if (const auto needed = (capability); !needed.present)                                                             \
     GTEST_SKIP() << needed.reason
 
 /// Runs an action that must end in an Error, and gives it.

@@ -15,10 +15,13 @@ protected:
     }
     void addCashRow(const std::string& table = "gl_v_cashtable") const {
         run("insert into " + table +
-            " (RowGuid,iYear,iPeriod,iSignSeq,csign,iNo_id,inid,cCashItem,md,mc,ccode,md_f,mc_f,nd_s,nc_s,cdept_id,cperson_id,"
-            "ccus_id,csup_id,citem_class,citem_id,cDefine1,cDefine2,cDefine3,cDefine4,cDefine5,cDefine6,cDefine7,cDefine8,"
+            " (RowGuid,iYear,iPeriod,iSignSeq,csign,iNo_id,inid,cCashItem,md,mc,ccode,md_f,mc_f,nd_s,nc_s,cdept_id,"
+            "cperson_id,"
+            "ccus_id,csup_id,citem_class,citem_id,cDefine1,cDefine2,cDefine3,cDefine4,cDefine5,cDefine6,cDefine7,"
+            "cDefine8,"
             "cDefine9,cDefine10,cDefine11,cDefine12,cDefine13,cDefine14,cDefine15,dbill_date,cDefine16) "
-            "values(N'1E500000000',2013,1,2,N'付',5,1,N'0101',100.25,0,N'1001',0,0,0,0,Null,Null,Null,Null,Null,Null,N'it is',"
+            "values(N'1E500000000',2013,1,2,N'付',5,1,N'0101',100.25,0,N'1001',0,0,0,0,Null,Null,Null,Null,Null,Null,N'"
+            "it is',"
             "Null,Null,Null,Null,Null,Null,Null,Null,Null,Null,Null,Null,Null,Null,N'2013-01-05',Null)");
     }
     void expectCounts(const std::vector<std::pair<std::string, int>>& statements) const {
@@ -40,12 +43,13 @@ protected:
 
 TEST_P(StatementCases, readers_of_the_cash_table) {
     addCashRow();
-    const std::string head =
-        "select table1.*,fitemss98.citemname from (select gl_cashtable.*, code.ccode_name,code.bCashItem from gl_cashtable "
-        "inner join code on code.iyear=gl_cashtable.iyear and gl_cashtable.ccode=code.ccode ";
+    const std::string head = "select table1.*,fitemss98.citemname from (select gl_cashtable.*, "
+                             "code.ccode_name,code.bCashItem from gl_cashtable "
+                             "inner join code on code.iyear=gl_cashtable.iyear and gl_cashtable.ccode=code.ccode ";
     const std::string tail = ") table1 inner join fitemss98 on table1.cCashItem =fitemss98.citemcode";
-    expectCounts({{head + "where  code.iyear=2013 and iperiod=1 and isignseq=2 and ino_id=5" + tail, 1},
-                  {head + "where code.iyear=2013 and  iperiod=1 and isignseq=2 and ino_id=5" + tail + " Where 1=-1", 0}});
+    expectCounts(
+        {{head + "where  code.iyear=2013 and iperiod=1 and isignseq=2 and ino_id=5" + tail, 1},
+         {head + "where code.iyear=2013 and  iperiod=1 and isignseq=2 and ino_id=5" + tail + " Where 1=-1", 0}});
     const auto records = run(head + "where  code.iyear=2013 and iperiod=1 and isignseq=2 and ino_id=5" + tail);
     EXPECT_EQ(records->Fields().Item("CCODE_NAME"), Variant("现金"));
     EXPECT_EQ(records->Fields().Item("bcashitem"), Variant(true));
@@ -55,15 +59,17 @@ TEST_P(StatementCases, readers_of_the_cash_table) {
 }
 
 TEST_P(StatementCases, readers_of_vouchers) {
-    const std::string list =
-        "cDefine1,cDefine2,cDefine3,cDefine4,cDefine5,cDefine6,cDefine7,cDefine8,cDefine9,cDefine10,cDefine11,cDefine12,"
-        "cDefine13,cDefine14,cDefine15,cDefine16";
-    const std::string money = "md,mc, code.ccode,md_f,mc_f,nd_s,nc_s,cdept_id,cperson_id,ccus_id,csup_id,citem_class,citem_id,";
-    const std::string whole =
-        "select  code.iYear,iPeriod,iSignSeq,csign,iNo_id,inid," + money + list +
-        ",bCashItem from gl_accvouch as TempVoucher  inner join code on  TempVoucher.iyear=code.iyear and  code.iyear=2013 and  "
-        "TempVoucher.ccode=code.ccode where TempVoucher.iperiod=1 and TempVoucher.isignseq=2 and TempVoucher.ino_id=5 and  "
-        "code.bend=1 and code.bclose=0";
+    const std::string list = "cDefine1,cDefine2,cDefine3,cDefine4,cDefine5,cDefine6,cDefine7,cDefine8,cDefine9,"
+                             "cDefine10,cDefine11,cDefine12,"
+                             "cDefine13,cDefine14,cDefine15,cDefine16";
+    const std::string money =
+        "md,mc, code.ccode,md_f,mc_f,nd_s,nc_s,cdept_id,cperson_id,ccus_id,csup_id,citem_class,citem_id,";
+    const std::string whole = "select  code.iYear,iPeriod,iSignSeq,csign,iNo_id,inid," + money + list +
+                              ",bCashItem from gl_accvouch as TempVoucher  inner join code on  "
+                              "TempVoucher.iyear=code.iyear and  code.iyear=2013 and  "
+                              "TempVoucher.ccode=code.ccode where TempVoucher.iperiod=1 and TempVoucher.isignseq=2 and "
+                              "TempVoucher.ino_id=5 and  "
+                              "code.bend=1 and code.bclose=0";
     expectCounts({
         {whole, 3},
         {whole + " and code.cUserDefineType=N'预算类会计科目'", 0},
@@ -71,23 +77,36 @@ TEST_P(StatementCases, readers_of_vouchers) {
         {whole + " and (code.cUserDefineType<>N'预算类会计科目' or code.cUserDefineType is null)", 3},
         {"select ccode from code where iyear=2013 and  ccode=N'1001' and code.bcashitem=1", 1},
         {"select code.ccode from gl_v_accvouch as TempVoucher inner join code on TempVoucher.ccode=code.ccode and "
-         "tempvoucher.iyear=code.iyear where TempVoucher.iPeriod =1 and TempVoucher.iSignSeq =2 and TempVoucher.iNo_id =5 and "
-         "code.bCashItem=1 and code.bclose=0 and code.iyear=2013", 1},
+         "tempvoucher.iyear=code.iyear where TempVoucher.iPeriod =1 and TempVoucher.iSignSeq =2 and TempVoucher.iNo_id "
+         "=5 and "
+         "code.bCashItem=1 and code.bclose=0 and code.iyear=2013",
+         1},
         {"select code.ccode from gl_accvouch as TempVoucher inner join code on  TempVoucher.ccode=code.ccode  where "
-         "code.bCashItem=1 and code.bclose=0 and code.iyear=2013", 1},
+         "code.bCashItem=1 and code.bclose=0 and code.iyear=2013",
+         1},
         {"select code.ccode from  GL_accvouch as TempVoucher inner join code on TempVoucher.ccode=code.ccode and "
          "tempvoucher.iyear=code.iyear where TempVoucher.coutNo_id=N'X' and code.bcashitem=1 and code.bclose=0 and "
-         "code.iyear=2013", 0},
-        {"select (sum(md) -sum(mc)) as mysum  from gl_v_accvouch as voucherTemp  inner join CODE on  code.iyear=2013 and   "
+         "code.iyear=2013",
+         0},
+        {"select (sum(md) -sum(mc)) as mysum  from gl_v_accvouch as voucherTemp  inner join CODE on  code.iyear=2013 "
+         "and   "
          "voucherTemp.iYear=CODE.iYear and   voucherTemp.ccode=CODE.ccode where voucherTemp.iperiod=1 and "
-         "voucherTemp.isignseq =2 and voucherTemp.ino_id=5  and CODE.bend=1 and CODE.bclose=0 and CODE.bcashitem=1 group by "
-         "voucherTemp.iperiod,isignseq,ino_id", 1},
-        {"select (sum(md) -sum(mc)) as mysum  from gl_accvouch as voucherTemp  inner join CODE on   code.iyear=2013 and   "
-         "voucherTemp.ccode=CODE.ccode where CODE.bend=1 and CODE.bclose=0 and CODE.bcashitem=1  ", 1},
+         "voucherTemp.isignseq =2 and voucherTemp.ino_id=5  and CODE.bend=1 and CODE.bclose=0 and CODE.bcashitem=1 "
+         "group by "
+         "voucherTemp.iperiod,isignseq,ino_id",
+         1},
+        {"select (sum(md) -sum(mc)) as mysum  from gl_accvouch as voucherTemp  inner join CODE on   code.iyear=2013 "
+         "and   "
+         "voucherTemp.ccode=CODE.ccode where CODE.bend=1 and CODE.bclose=0 and CODE.bcashitem=1  ",
+         1},
         {"select (sum(md) -sum(mc)) as mysum  from gl_accvouch as voucherTemp  inner join gl_v_code on  "
-         "voucherTemp.ccode=gl_v_code.ccode where voucherTemp.coutno_id=N'X' and gl_v_code.bend=1 and gl_v_code.bclose=0 and "
-         "gl_v_code.bcashitem=1 group by voucherTemp.coutno_id", 0},
-        {"select iperiod,isignseq,ino_id,dbill_date from gl_accvouch where iYear= 2013 and iflag is null and coutNo_id=N'X'", 0},
+         "voucherTemp.ccode=gl_v_code.ccode where voucherTemp.coutno_id=N'X' and gl_v_code.bend=1 and "
+         "gl_v_code.bclose=0 and "
+         "gl_v_code.bcashitem=1 group by voucherTemp.coutno_id",
+         0},
+        {"select iperiod,isignseq,ino_id,dbill_date from gl_accvouch where iYear= 2013 and iflag is null and "
+         "coutNo_id=N'X'",
+         0},
         {"select  dBill_date from gl_accvouch where iPeriod =1 and iSignSeq =2 and iNo_id =5", 3},
         {"select dbill_date from gl_accvouch where iyear=2013 and iPeriod=1 and iSignSeq=2 and iNo_id=5", 3},
         {"select * from gl_v_accvouch where  iPeriod=1 and iSignSeq=2 and iNo_id=5 and inid=2", 1},
@@ -104,13 +123,16 @@ TEST_P(StatementCases, readers_of_vouchers) {
 TEST_P(StatementCases, writers_of_the_cash_table) {
     addCashRow();
     addCashRow("gl_cashtable");
-    run("UPDATE GL_CashTable SET cexch_name =  g.cexch_name FROM dbo.GL_CashTable c INNER JOIN dbo.GL_accvouch g ON  c.ccode = "
-        "g.ccode AND  c.csign = g.csign  AND c.iyear = g.iyear AND c.iNo_id = g.ino_id AND  c.inid = g.inid  Where c.iPeriod = 1 "
+    run("UPDATE GL_CashTable SET cexch_name =  g.cexch_name FROM dbo.GL_CashTable c INNER JOIN dbo.GL_accvouch g ON  "
+        "c.ccode = "
+        "g.ccode AND  c.csign = g.csign  AND c.iyear = g.iyear AND c.iNo_id = g.ino_id AND  c.inid = g.inid  Where "
+        "c.iPeriod = 1 "
         "And c.isignseq = 2 And c.iNo_id = 5 and c.iyear = 2013");
     EXPECT_EQ(count("select * from gl_cashtable where cexch_name=N'USD'"), 2);
     expectCounts({
         {"if not exists(Select top 1 ccode From gl_v_accvouch where iperiod=1 and isignseq=2 and ino_id=5) delete from "
-         "gl_v_cashtable where iperiod=1 and isignseq=2 and ino_id=5", -1},
+         "gl_v_cashtable where iperiod=1 and isignseq=2 and ino_id=5",
+         -1},
     });
     EXPECT_EQ(count("select * from gl_cashtable"), 2) << "the voucher is still there";
     expectCounts({
@@ -119,7 +141,8 @@ TEST_P(StatementCases, writers_of_the_cash_table) {
     });
     EXPECT_EQ(count("select * from gl_cashtable"), 2);
     run("delete from gl_v_cashtable where Iperiod = 1 and ISignSeq=2 and INo_id=5;"
-        "insert into gl_v_cashtable (iYear,iPeriod,iSignSeq,csign,iNo_id,inid,cCashItem,ccode) values(2013,1,2,N'',7,Null,N'',N'')");
+        "insert into gl_v_cashtable (iYear,iPeriod,iSignSeq,csign,iNo_id,inid,cCashItem,ccode) "
+        "values(2013,1,2,N'',7,Null,N'',N'')");
     EXPECT_EQ(count("select * from gl_cashtable"), 1);
     run("if not exists(Select top 1 ccode From gl_v_accvouch where iperiod=1 and isignseq=2 and ino_id=7) delete from "
         "gl_v_cashtable where iperiod=1 and isignseq=2 and ino_id=7");
@@ -130,25 +153,38 @@ TEST_P(StatementCases, items_templates_options_and_periods) {
     run("insert into accinformation (csysid,cname,cvalue) values(N'GL',N'bCashCode',N'True')");
     run("insert into GL_VouchDraft (cUserId,inid,cCashItem) values(N'demo',1,Null)");
     run("insert into GL_VoucherOption (operator,iUpdateCashFlow) values(N'demo',1)");
-    run("insert into zqsystem..ua_period (cacc_id,iyear,iid,dbegin,dend) values(N'001',2013,1,'2013-01-01','2013-01-31')");
-    run("insert into GL_V_CashItemDataSource (cDataSource,bdir,cItemCode,dStartDate) values(N'1001',1,N'0101','2013-01-01')");
+    run("insert into zqsystem..ua_period (cacc_id,iyear,iid,dbegin,dend) "
+        "values(N'001',2013,1,'2013-01-01','2013-01-31')");
+    run("insert into GL_V_CashItemDataSource (cDataSource,bdir,cItemCode,dStartDate) "
+        "values(N'1001',1,N'0101','2013-01-01')");
     expectCounts({
         {"select citemname from fitemss98 where citemcode=N'0101'", 1},
         {"select * from fitemss98 where citemcode=N'0101'", 1},
         {"select * from fitemss98 where citemcode like N'%01%' or citemname like N'%oth%'", 2},
-        {"select * from GL_CashItemDataSource where iyear=2013 and bDataStyle=0 and cDataSource=N'1001' and bdir =1", 1},
+        {"select * from GL_CashItemDataSource where iyear=2013 and bDataStyle=0 and cDataSource=N'1001' and bdir =1",
+         1},
         {"select cCashItem from GL_VouchDraft where cUserId=N'demo' and inid=1", 1},
-        {"select * from GL_V_CashItemDataSource where bDataStyle=0 and cDataSource=N'1001' and bdir =1 order by iID desc", 1},
-        {"select cItemcode from GL_V_CashItemDataSource where cDataSource=N'1001' and bDir=1  and  dStartDate<='2013-01-05' and  "
-         "(dEndDate is null or dEndDate>='2013-01-05')", 1},
-        {"select cItemcode from GL_V_CashItemDataSource where cDataSource=N'1001' and bDir=1  and  dStartDate<='2012-12-31' and  "
-         "(dEndDate is null or dEndDate>='2012-12-31')", 0},
+        {"select * from GL_V_CashItemDataSource where bDataStyle=0 and cDataSource=N'1001' and bdir =1 order by iID "
+         "desc",
+         1},
+        {"select cItemcode from GL_V_CashItemDataSource where cDataSource=N'1001' and bDir=1  and  "
+         "dStartDate<='2013-01-05' and  "
+         "(dEndDate is null or dEndDate>='2013-01-05')",
+         1},
+        {"select cItemcode from GL_V_CashItemDataSource where cDataSource=N'1001' and bDir=1  and  "
+         "dStartDate<='2012-12-31' and  "
+         "(dEndDate is null or dEndDate>='2012-12-31')",
+         0},
         {"select cvalue,cdefault from accinformation WITH(NOLOCK) where csysid =N'GL' and cname = N'bCashCode'", 1},
         {"select cvalue from accinformation where csysid=N'GL'  and cname='bCashCode' ", 1},
         {"select * from accinformation where csysid=N'gl' and cname=N'bXJLL' and cvalue='true'", 0},
         {"select * from GL_VoucherOption WITH(NOLOCK) where operator =N'demo'", 1},
-        {"select iyear,iid from zqsystem..ua_period where cacc_id =N'001' and dbegin<='2013-01-31' and dend>='2013-01-31' ", 1},
-        {"select iyear,iid from zqsystem..ua_period where cacc_id =N'001' and dbegin<='2013-02-01' and dend>='2013-02-01' ", 0},
+        {"select iyear,iid from zqsystem..ua_period where cacc_id =N'001' and dbegin<='2013-01-31' and "
+         "dend>='2013-01-31' ",
+         1},
+        {"select iyear,iid from zqsystem..ua_period where cacc_id =N'001' and dbegin<='2013-02-01' and "
+         "dend>='2013-02-01' ",
+         0},
     });
     EXPECT_EQ(first("select iid from zqsystem..ua_period"), Variant(std::uint8_t{1}));
 }
@@ -170,8 +206,9 @@ TEST_P(StatementCases, dialog) {
     const auto records = run(references + "1  where iperiod=1 and isignseq=2 and ino_id=5");
     EXPECT_EQ(records->Fields().Name(0), "bRefSelectColumn");
     EXPECT_EQ(records->Fields().Item(0), Variant(false));
-    EXPECT_EQ(first("select * from GL_myoutput where cauth=N'grid' and csqrmode=10 and LocaleId=N'2052' order by cfieldnum"),
-              Variant("grid"));
+    EXPECT_EQ(
+        first("select * from GL_myoutput where cauth=N'grid' and csqrmode=10 and LocaleId=N'2052' order by cfieldnum"),
+        Variant("grid"));
     EXPECT_EQ(run("select ilength from GL_myoutput order by cfieldnum")->Fields().Item("ILENGTH"),
               Variant(std::int32_t{900}));
     run("Delete from GL_myoutput where cauth=N'grid' and csqrmode=10 and LocaleId=N'2052'");
@@ -218,8 +255,10 @@ TEST_P(StatementCases, temporary_table_takes_the_shape_of_the_ledger) {
     EXPECT_EQ(line->Fields().Item("cdigest"), Variant("quote ' and 汉字"));
     EXPECT_EQ(line->Fields().Item("idoc"), Variant());
     EXPECT_EQ(count("select cdigest from " + table + " where inid =1"), 1);
-    EXPECT_EQ(count("select code.ccode from " + table + " as TempVoucher inner join code on  TempVoucher.ccode=code.ccode  where "
-                    "code.bCashItem=1 and code.bclose=0 and code.iyear=2013"), 1);
+    EXPECT_EQ(count("select code.ccode from " + table +
+                    " as TempVoucher inner join code on  TempVoucher.ccode=code.ccode  where "
+                    "code.bCashItem=1 and code.bclose=0 and code.iyear=2013"),
+              1);
     EXPECT_EQ(errorOf([&] { run("select ccashitem_id from " + table); }).sqlState(), "42S22");
     run("Drop table " + table);
     EXPECT_EQ(errorOf([&] { run("select * from " + table); }).sqlState(), "42S02");

@@ -93,7 +93,8 @@ TEST_P(TypeCases, texts_that_are_too_long_are_refused_by_characters) {
     };
     run("update gl_accvouch set cdigest=N'" + of("汉", 300) + "' where inid=1");
     EXPECT_EQ(first("select cdigest from gl_accvouch where inid=1"), Variant(of("汉", 300)));
-    EXPECT_EQ(errorOf([&] { run("update gl_accvouch set cdigest=N'" + of("汉", 301) + "' where inid=1"); }).number(), 8152);
+    EXPECT_EQ(errorOf([&] { run("update gl_accvouch set cdigest=N'" + of("汉", 301) + "' where inid=1"); }).number(),
+              8152);
 }
 
 TEST_P(TypeCases, texts_compare_without_case_and_end_blanks) {

@@ -19,7 +19,8 @@ protected:
 TEST_P(ViewCases, shows_the_year_of_its_session) {
     addRow(2013, 5, 1, "A");
     addRow(2014, 5, 1, "B");
-    run("insert into code (iyear,ccode,bend) values(2013,N'1001',1); insert into code (iyear,ccode,bend) values(2014,N'1001',0)");
+    run("insert into code (iyear,ccode,bend) values(2013,N'1001',1); insert into code (iyear,ccode,bend) "
+        "values(2014,N'1001',0)");
     const auto other = open(std::int16_t{2014});
     const auto none = open(std::nullopt);
     EXPECT_EQ(first("select cCashItem from gl_v_cashtable"), Variant("A"));
@@ -59,7 +60,8 @@ TEST_P(ViewCases, inserted_rows_land_in_the_table_with_its_defaults) {
     EXPECT_EQ(row->Fields().Item("md"), Variant(0.0));
     EXPECT_EQ(row->Fields().Item("nc_s"), Variant(0.0));
     EXPECT_EQ(row->Fields().Item("inid"), Variant());
-    run("insert into gl_v_cashtable (iYear,iPeriod,iSignSeq,csign,iNo_id,cCashItem,ccode) values(2014,1,2,N'',5,N'A',N'1001')");
+    run("insert into gl_v_cashtable (iYear,iPeriod,iSignSeq,csign,iNo_id,cCashItem,ccode) "
+        "values(2014,1,2,N'',5,N'A',N'1001')");
     EXPECT_EQ(count("select * from gl_v_cashtable"), 1);
     EXPECT_EQ(count("select * from gl_cashtable where iyear=2014"), 1) << "a row may name its year";
 }
@@ -67,7 +69,8 @@ TEST_P(ViewCases, inserted_rows_land_in_the_table_with_its_defaults) {
 TEST_P(ViewCases, without_a_year_an_insert_that_names_none_fails) {
     const auto none = open(std::nullopt);
     const Error error = errorOf([&] {
-        none->Execute("insert into gl_v_cashtable (iPeriod,iSignSeq,csign,iNo_id,cCashItem,ccode) values(1,2,N'',5,N'A',N'1')");
+        none->Execute(
+            "insert into gl_v_cashtable (iPeriod,iSignSeq,csign,iNo_id,cCashItem,ccode) values(1,2,N'',5,N'A',N'1')");
     });
     EXPECT_NE(error.description().find("year"), std::string::npos) << error.description();
     EXPECT_EQ(count("select * from gl_cashtable"), 0);
@@ -90,8 +93,8 @@ TEST_P(ViewCases, templates_number_themselves) {
 }
 
 TEST_P(ViewCases, templates_are_saved_through_a_recordset) {
-    const std::string statement =
-        "select * from GL_V_CashItemDataSource where bDataStyle=0 and cDataSource=N'1001' and bdir =1 order by iID desc";
+    const std::string statement = "select * from GL_V_CashItemDataSource where bDataStyle=0 and cDataSource=N'1001' "
+                                  "and bdir =1 order by iID desc";
     auto records = connection_->CreateRecordset();
     records->Open(statement, connection_->ConnectionString(), CursorType::Dynamic, LockType::Pessimistic);
     ASSERT_TRUE(records->EndOfFile());

@@ -156,11 +156,18 @@ TEST(FieldValue, converts_by_the_columns_type) {
 }
 
 TEST(FieldValue, refuses_with_one_number) {
-    for (const auto& [type, value] : std::vector<std::pair<ColumnType, Variant>>{
-             {ColumnType::boolean, "maybe"}, {ColumnType::byte, "256"}, {ColumnType::byte, "-1"}, {ColumnType::int16, 32768.0},
-             {ColumnType::int32, "2147483648"}, {ColumnType::money, "1e30"}, {ColumnType::real, ""}, {ColumnType::real, "1e999"},
-             {ColumnType::date, "05.01.2013"}, {ColumnType::date, "2013-02-30"}, {ColumnType::date, 1e9},
-             {ColumnType::real, Variant("12a")}}) {
+    for (const auto& [type, value] : std::vector<std::pair<ColumnType, Variant>>{{ColumnType::boolean, "maybe"},
+                                                                                 {ColumnType::byte, "256"},
+                                                                                 {ColumnType::byte, "-1"},
+                                                                                 {ColumnType::int16, 32768.0},
+                                                                                 {ColumnType::int32, "2147483648"},
+                                                                                 {ColumnType::money, "1e30"},
+                                                                                 {ColumnType::real, ""},
+                                                                                 {ColumnType::real, "1e999"},
+                                                                                 {ColumnType::date, "05.01.2013"},
+                                                                                 {ColumnType::date, "2013-02-30"},
+                                                                                 {ColumnType::date, 1e9},
+                                                                                 {ColumnType::real, Variant("12a")}}) {
         try {
             static_cast<void>(fieldValue({"cname", type, 0}, value));
             ADD_FAILURE() << static_cast<int>(type);
@@ -172,7 +179,8 @@ TEST(FieldValue, refuses_with_one_number) {
 }
 
 TEST(RowSet, widens_what_does_not_fit) {
-    RowSet rows(std::make_shared<const ColumnList>(std::vector<Column>{{"a", ColumnType::byte, 0}, {"b", ColumnType::any, 0}}));
+    RowSet rows(
+        std::make_shared<const ColumnList>(std::vector<Column>{{"a", ColumnType::byte, 0}, {"b", ColumnType::any, 0}}));
     rows.addInteger(300);
     rows.addInteger(std::numeric_limits<std::int64_t>::max());
     EXPECT_EQ(rows.value(0, 0), Variant(std::int32_t{300}));

@@ -14,10 +14,10 @@ class FilterTest : public ::testing::Test {
 protected:
     FilterTest()
         : columns_(std::make_shared<const ColumnList>(std::vector<Column>{{"iPeriod", ColumnType::byte, 0},
-                                                                         {"inid", ColumnType::int16, 0},
-                                                                         {"md", ColumnType::money, 0},
-                                                                         {"ccode", ColumnType::text, 40},
-                                                                         {"bend", ColumnType::boolean, 0}})),
+                                                                          {"inid", ColumnType::int16, 0},
+                                                                          {"md", ColumnType::money, 0},
+                                                                          {"ccode", ColumnType::text, 40},
+                                                                          {"bend", ColumnType::boolean, 0}})),
           rows_(columns_) {
         add(1, 1, 10.5, "1001", true);
         add(1, 2, 0.0, "x", false);
@@ -34,7 +34,9 @@ protected:
         rows_.addText(code);
         rows_.addInteger(end ? 1 : 0);
     }
-    std::vector<std::uint32_t> match(const std::string& text) { return filter_.match(rows_, parseFilter(text, *columns_)); }
+    std::vector<std::uint32_t> match(const std::string& text) {
+        return filter_.match(rows_, parseFilter(text, *columns_));
+    }
     int errorOf(const std::string& text) {
         try {
             match(text);
@@ -66,7 +68,10 @@ TEST_F(FilterTest, finds_rows_by_numbers) {
     EXPECT_EQ(match("bend=-1"), (Rows{0, 2}));
 }
 
-TEST_F(FilterTest, null_meets_nothing) { EXPECT_EQ(match("iperiod=2"), (Rows{2, 3})); EXPECT_EQ(match("iperiod=2 and inid=0"), Rows{}); }
+TEST_F(FilterTest, null_meets_nothing) {
+    EXPECT_EQ(match("iperiod=2"), (Rows{2, 3}));
+    EXPECT_EQ(match("iperiod=2 and inid=0"), Rows{});
+}
 
 TEST_F(FilterTest, one_column_twice) {
     EXPECT_EQ(match("inid=1 and inid=1"), (Rows{0, 2}));
@@ -74,9 +79,32 @@ TEST_F(FilterTest, one_column_twice) {
 }
 
 TEST_F(FilterTest, refuses_every_other_text) {
-    for (const char* text : {"inid=", "inid", "=1", "inid=1 and", "inid=1 and ", "and inid=1", "inid=1 or inid=2", "inid=1and inid=2", "inid=1 andinid=2",
-                             "inid>1", "inid=='1'", "inid='1'", "inid=1e3", "inid=0x1", "inid=--1", "inid=+-1", "inid=1,000", "inid=1.2.3", "inid=-", "inid=.",
-                             "inid=null", "1=1", "inid=1;", "[inid=1", "nosuch=", " "}) {
+    for (const char* text : {"inid=",
+                             "inid",
+                             "=1",
+                             "inid=1 and",
+                             "inid=1 and ",
+                             "and inid=1",
+                             "inid=1 or inid=2",
+                             "inid=1and inid=2",
+                             "inid=1 andinid=2",
+                             "inid>1",
+                             "inid=='1'",
+                             "inid='1'",
+                             "inid=1e3",
+                             "inid=0x1",
+                             "inid=--1",
+                             "inid=+-1",
+                             "inid=1,000",
+                             "inid=1.2.3",
+                             "inid=-",
+                             "inid=.",
+                             "inid=null",
+                             "1=1",
+                             "inid=1;",
+                             "[inid=1",
+                             "nosuch=",
+                             " "}) {
         EXPECT_EQ(errorOf(text), 3001) << text;
     }
     EXPECT_EQ(errorOf("nosuch=1"), 3265);

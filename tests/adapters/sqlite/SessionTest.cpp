@@ -1,1 +1,208 @@
+#include "adapters/sqlite/Session.h"
+#include "adapters/sqlite/EmbeddedDatabase.h"
+#include "adapters/sqlite/LruCache.h"
+#include "adapters/sqlite/SessionPool.h"
+
 #include <gtest/gtest.h>
+#include <sqlite3.h>
+
+#include <string>
+#include <vector>
+
+namespace z7::cashflow::sqlite {
+namespace {
+
+using conformance::errorOf;
+
+class SessionTest : public ::testing::Test {
+protected:
+    [[nodiscard]] std::string text() const { return database_.connectionString(std::int16_t{2013}, 0); }
+    EmbeddedDatabase database_;
+};
+
+TEST_F(SessionTest, shapes_are_bounded_and_survive_hostile_ones) {
+    const auto pool = std::make_shared<SessionPool>();
+    const auto session = pool->open(text());
+    for (int i = 0; i < 1000; ++i) {
+        session->run("select ccode as a" + std::to_string(i) + " from code", false);
+    }
+    EXPECT_EQ(session->preparedCount(), Session::mostPrepared);
+    for (int i = 0; i < 1000; ++i) {
+        session->run("select ccode from code where iyear=" + std::to_string(i) + " and ccode=N'" + std::to_string(i) +
+                         "'",
+                     false);
+    }
+    EXPECT_EQ(session->preparedCount(), Session::mostPrepared);
+    EXPECT_EQ(errorOf([&] { session->run("select nosuch from code", false); }).sqlState(), "42S22");
+    EXPECT_EQ(errorOf([&] { session->run("select nosuch from code", false); }).sqlState(), "42S22")
+        << "a failed one is tried anew";
+}
+
+TEST_F(SessionTest, literals_of_the_text_are_not_mixed_up) {
+    const auto connection = database_.open();
+    connection->Execute("insert into fitemss98 (citemcode,citemname) values(N'1',N'abcdef')");
+    EXPECT_EQ(connection->Execute("select cast(citemname as nvarchar(2)) as a from fitemss98")->Fields().Item(0),
+              Variant("ab"));
+    EXPECT_EQ(connection->Execute("select cast(citemname as nvarchar(3)) as a from fitemss98")->Fields().Item(0),
+              Variant("abc"));
+    EXPECT_EQ(connection->Execute("select cast(citemname as nvarchar(2)) as a from fitemss98")->Fields().Item(0),
+              Variant("ab"));
+}
+
+TEST_F(SessionTest, pooled_sessions_are_used_again_and_bounded) {
+    const auto pool = std::make_shared<SessionPool>();
+    pool->reopen();
+    int first = 0;
+    {
+        const auto session = pool->take(text());
+        first = session->number();
+        const auto second = pool->take(text());
+        EXPECT_NE(second->number(), first) << "nobody shares a session";
+    }
+    EXPECT_EQ(pool->idleCount(), 2U);
+    EXPECT_EQ(pool->take(text())->number(), first);
+    {
+        std::vector<std::shared_ptr<Session>> many;
+        for (int i = 0; i < 10; ++i) {
+            many.push_back(pool->take(text()));
+        }
+    }
+    EXPECT_EQ(pool->idleCount(), SessionPool::mostIdle);
+    pool->close();
+    EXPECT_EQ(pool->idleCount(), 0U);
+    pool->take(text()).reset();
+    EXPECT_EQ(pool->idleCount(), 0U) << "a closed pool keeps nothing";
+}
+
+TEST_F(SessionTest, a_session_in_a_transaction_does_not_come_back) {
+    const auto pool = std::make_shared<SessionPool>();
+    pool->reopen();
+    pool->take(text())->begin();
+    EXPECT_EQ(pool->idleCount(), 0U);
+    pool->take(text())->begin(); // and it left no lock behind
+}
+
+TEST_F(SessionTest, recordsets_on_a_text_reuse_one_session) {
+    const auto connection = database_.open();
+    std::vector<int> sessions;
+    connection->OnStatement([&](int session, const std::string&) { sessions.push_back(session); });
+    for (int i = 0; i < 3; ++i) {
+        const auto records = connection->CreateRecordset();
+        records->Open("select * from code", connection->ConnectionString(), CursorType::ForwardOnly,
+                      LockType::ReadOnly);
+    }
+    EXPECT_EQ(sessions, (std::vector<int>{2, 2, 2}));
+    EXPECT_EQ(connection->SessionNumber(), 1);
+}
+
+TEST_F(SessionTest, observers_see_both_texts) {
+    const auto connection = database_.open();
+    std::vector<std::string> texts;
+    std::vector<std::string> rewritten;
+    connection->OnStatement([&](int, const std::string& statement) { texts.push_back(statement); });
+    connection->OnRewrittenStatement([&](int, const std::string& statement) { rewritten.push_back(statement); });
+    connection->BeginTrans();
+    connection->Execute("select * from code where  ccode=N'it''s' and iyear=2013");
+    connection->CommitTrans();
+    EXPECT_EQ(texts, std::vector<std::string>{"select * from code where  ccode=N'it''s' and iyear=2013"});
+    EXPECT_EQ(rewritten, (std::vector<std::string>{
+                             "BEGIN", "DELETE FROM main.accinformation WHERE 0",
+                             "SELECT * FROM main.\"code\" WHERE \"ccode\" = 'it''s' AND \"iyear\" = 2013", "COMMIT"}));
+    connection->OnStatement([](int, const std::string&) { throw Error(1, "Test", "stop"); });
+    EXPECT_EQ(errorOf([&] { connection->Execute("delete from code"); }).description(), "stop");
+    connection->OnStatement({});
+    connection->Execute("delete from code");
+    EXPECT_EQ(texts.size(), 1U);
+}
+
+TEST_F(SessionTest, what_the_rewriting_gives_runs_on_a_bare_session) {
+    const auto connection = database_.open();
+    std::vector<std::string> rewritten;
+    connection->OnRewrittenStatement([&](int, const std::string& statement) { rewritten.push_back(statement); });
+    connection->Execute("insert into gl_v_cashtable (iPeriod,iSignSeq,csign,iNo_id,cCashItem,ccode,md) "
+                        "values(1,2,N'',5,N'A',N'1',12.5)");
+    connection->Execute(
+        "insert into zqsystem..ua_period (cacc_id,iyear,iid,dbegin,dend) values('1',2013,1,'2013-1-1','2013-1-31')");
+    connection->Execute("select sum(md) from gl_v_cashtable where csign like N'%'");
+    sqlite3* handle = nullptr;
+    ASSERT_EQ(sqlite3_open(database_.file().string().c_str(), &handle), SQLITE_OK);
+    prepareSession(handle, std::int16_t{2013});
+    attachCompanions(handle, database_.file());
+    sqlite3_exec(handle, "delete from zqsystem.ua_period", nullptr, nullptr, nullptr);
+    for (const std::string& statement : rewritten) {
+        EXPECT_EQ(sqlite3_exec(handle, statement.c_str(), nullptr, nullptr, nullptr), SQLITE_OK)
+            << statement << sqlite3_errmsg(handle);
+    }
+    sqlite3_close(handle);
+    EXPECT_EQ(connection->Execute("select * from gl_cashtable where md=12.5")->RecordCount(), 2);
+}
+
+TEST_F(SessionTest, a_transaction_leaves_tempdb_to_others) {
+    const auto connection = database_.open();
+    connection->Execute("select inid,ccode into tempdb..X from gl_accvouch where 1=0");
+    connection->BeginTrans();
+    connection->Execute("insert into code (iyear,ccode) values(2013,N'1')");
+    const auto lines = connection->CreateRecordset();
+    lines->Open("select * from tempdb..X", connection->ConnectionString(), CursorType::Keyset, LockType::Optimistic);
+    lines->AddNew();
+    lines->Fields().Item("inid", Variant(std::int16_t{1}));
+    lines->Fields().Item("ccode", Variant("1"));
+    lines->Update();
+    lines->Close();
+    EXPECT_EQ(connection->Execute("select * from tempdb..x where ccode=N'1'")->RecordCount(), 1);
+    connection->CommitTrans();
+}
+
+TEST_F(SessionTest, temporary_tables_take_types_nullability_and_collation) {
+    const auto connection = database_.open();
+    connection->Execute(
+        "select inid,ccode,md as amount,cast(0 as bit) as flag into tempdb..X from gl_v_accvouch where 1=0");
+    EXPECT_EQ(errorOf([&] { connection->Execute("insert into tempdb..X (ccode) values(N'a')"); }).sqlState(), "23000");
+    connection->Execute("insert into tempdb..X (inid,ccode,amount,flag) values('1',N'a',2,'true')");
+    const auto row = connection->Execute("select * from tempdb..X where ccode=N'A '");
+    ASSERT_EQ(row->RecordCount(), 1);
+    EXPECT_EQ(row->Fields().Item("inid"), Variant(std::int16_t{1}));
+    EXPECT_EQ(row->Fields().Item("amount"), Variant(2.0));
+    EXPECT_EQ(row->Fields().Item("flag"), Variant(true));
+    EXPECT_EQ(errorOf([&] { connection->Execute("select inid into tempdb..x from gl_accvouch"); }).sqlState(), "42S01");
+    EXPECT_EQ(errorOf([&] { connection->Execute("select count(*) into tempdb..Y from gl_accvouch"); }).number(), 1038);
+    EXPECT_EQ(errorOf([&] { connection->Execute("select * from tempdb..Y"); }).sqlState(), "42S02");
+    // The same name with other types: nothing of the old table is remembered.
+    connection->Execute("drop table tempdb..X");
+    connection->Execute("select dbill_date as inid into tempdb..X from gl_accvouch where 1=0");
+    connection->Execute("insert into tempdb..X (inid) values('2013-1-5')");
+    EXPECT_EQ(connection->Execute("select * from tempdb..X")->Fields().Item("inid"),
+              Variant(Date::fromCivil(2013, 1, 5)));
+}
+
+TEST_F(SessionTest, a_dropped_connection_closes_what_it_lent) {
+    std::shared_ptr<Recordset> records;
+    {
+        const auto connection = database_.open();
+        records = connection->CreateRecordset();
+        records->Open("select * from fitemss98", connection->ConnectionString(), CursorType::Keyset,
+                      LockType::Optimistic);
+    }
+    records->AddNew(); // a session of its own does not end with the connection
+    records->Fields().Item("citemcode", Variant("1"));
+    records->Update();
+    records->Close();
+    EXPECT_EQ(database_.open()->Execute("select * from fitemss98")->RecordCount(), 1);
+}
+
+TEST(LruCache, forgets_the_one_not_used_longest) {
+    LruCache<int> cache(2);
+    cache.insert("a", 1);
+    cache.insert("b", 2);
+    ASSERT_NE(cache.find("a"), nullptr);
+    cache.insert("c", 3);
+    EXPECT_EQ(cache.find("b"), nullptr);
+    cache.insert("a", 4);
+    EXPECT_EQ(*cache.find("a"), 4);
+    EXPECT_EQ(cache.size(), 2U);
+    cache.clear();
+    EXPECT_EQ(cache.find("a"), nullptr);
+}
+
+} // namespace
+} // namespace z7::cashflow::sqlite

@@ -11,9 +11,12 @@ namespace z7::cashflow::tsql {
 namespace {
 
 TEST(Shape, masks_literals_and_nothing_else) {
-    const std::string statement = "select top 1 a1,[2],\"3\" from tempdb..X5 where b=N'x''y' and c=-1.5e3 and d='' -- 7 '\n/* 8 */ and e>.5";
+    const std::string statement =
+        "select top 1 a1,[2],\"3\" from tempdb..X5 where b=N'x''y' and c=-1.5e3 and d='' -- 7 '\n/* 8 */ and e>.5";
     const Shape shape = shapeOf(statement);
-    EXPECT_EQ(shape.key, "select top \x01 a1,[2],\"3\" from tempdb..X5 where b=\x02 and c=-\x01 and d=\x02 -- 7 '\n/* 8 */ and e>\x01");
+    EXPECT_EQ(
+        shape.key,
+        "select top \x01 a1,[2],\"3\" from tempdb..X5 where b=\x02 and c=-\x01 and d=\x02 -- 7 '\n/* 8 */ and e>\x01");
     ASSERT_EQ(shape.literals.size(), 5U);
     EXPECT_EQ(shape.literals[1].value(), "x'y");
     EXPECT_EQ(shape.literals[1].source, "N'x''y'");
@@ -24,8 +27,8 @@ TEST(Shape, masks_literals_and_nothing_else) {
 
 TEST(Shape, finds_the_same_literals_as_the_lexer) {
     for (const std::string statement :
-         {"select 1 from n where n='x' and N'y'=n1'z'", "a.5b 5a 5.a 5..6 .e5 1e 1e+ 1e+5", "N'' '''' ''''''", "- -1--2\n/3/*4*/5/6",
-          "汉'字'汉1 2汉", "[a]]1]2\"b\"\"3\"4"}) {
+         {"select 1 from n where n='x' and N'y'=n1'z'", "a.5b 5a 5.a 5..6 .e5 1e 1e+ 1e+5", "N'' '''' ''''''",
+          "- -1--2\n/3/*4*/5/6", "汉'字'汉1 2汉", "[a]]1]2\"b\"\"3\"4"}) {
         const Shape shape = shapeOf(statement);
         const Tokens tokens(statement);
         ASSERT_EQ(shape.literals.size(), tokens.literals.size()) << statement;
@@ -45,7 +48,7 @@ TEST(Shape, of_a_hostile_value_is_another_shape) {
 TEST(Shape, refuses_what_cannot_be_told_apart) {
     const auto numberOf = [](const std::string& text) {
         try {
-            shapeOf(text);
+            static_cast<void>(shapeOf(text));
         } catch (const Error& error) {
             return error.number();
         }
