@@ -1,12 +1,15 @@
 #include "adapters/odbc/TsqlDialect.h"
 
 #include "adapters/odbc/diagnostics.h"
+#include "adapters/tsql/tokens.h"
 #include "z7cashflow/support/conversions.h"
 
 #include <sql.h>
 #include <sqlext.h>
 
-#include <algorithm>
+#include <cstddef>
+#include <optional>
+#include <string_view>
 
 namespace z7::cashflow::odbc {
 namespace {
@@ -52,6 +55,57 @@ constexpr const char* sessionSettings = "set dateformat ymd "
                                         "set arithabort on set numeric_roundabort off "
                                         "set xact_abort off set implicit_transactions off set nocount off "
                                         "set textsize 2147483647 ";
+
+/// The table behind a view over one table, by the text that defined the view; nothing for any other view.
+std::optional<tsql::TableName> tableBehind(const std::string& definition, const tsql::TableName& view) {
+    std::optional<tsql::TableName> table;
+    ignoringErrors([&] { // a definition that cannot be read tells nothing
+        const tsql::Tokens source(definition);
+        const auto& tokens = source.tokens;
+        for (std::size_t i = 0; i + 1 < tokens.size(); ++i) {
+            const std::string_view word = tokens[i].lower;
+            if (word == "join" || word == "union" || (word == "from" && table)) {
+                table.reset();
+                return;
+            }
+            if (word != "from") {
+                continue;
+            }
+            std::size_t name = i + 1;
+            while (name + 2 < tokens.size() && tokens[name + 1].text == ".") {
+                name += 2; // the owner before the table's own name
+            }
+            if (tokens[name].kind != tsql::Token::Kind::identifier || tokens[name + 1].text == ",") {
+                return;
+            }
+            table = tsql::TableName{view.place, std::string(tokens[name].text)};
+        }
+    });
+    return table;
+}
+
+/// The states of the server's errors, for drivers that give one for all.
+const char* sqlState(int number) {
+    switch (number) {
+    case 207:
+        return "42S22";
+    case 208:
+        return "42S02";
+    case 515:
+    case 547:
+    case 2601:
+    case 2627:
+        return "23000";
+    case 1205:
+        return "40001";
+    case 1222:
+        return "HYT00";
+    case 2714:
+        return "42S01";
+    default:
+        return nullptr;
+    }
+}
 
 struct Mapped {
     cursor::ColumnType type;
@@ -128,6 +182,11 @@ void TsqlDialect::commit(Driver& driver) { driver.execute("commit transaction");
 void TsqlDialect::rollback(Driver& driver) { driver.execute("if @@trancount > 0 rollback transaction"); }
 bool TsqlDialect::inTransaction(Driver& driver) { return numberOf(driver.execute("select @@trancount")) > 0; }
 
+Error TsqlDialect::explained(const Error& error) const {
+    const char* state = sqlState(error.number());
+    return state == nullptr ? error : Error(error.number(), error.source(), error.description(), state);
+}
+
 ResultColumn TsqlDialect::resultColumn(const DriverColumn& column) const {
     const Mapped mapped = mappedType(column);
     ResultColumn result;
@@ -160,7 +219,7 @@ std::string TsqlDialect::columnText(const std::string& name) const {
 std::vector<std::string> TsqlDialect::key(Driver& driver, const tsql::TableName& table,
                                           const std::vector<DriverColumn>& columns) {
     const std::string database = databaseOf(table);
-    std::vector<std::string> names = driver.primaryKey(database, table.name);
+    const std::vector<std::string> names = driver.primaryKey(database, table.name);
     if (!names.empty()) {
         return names;
     }
@@ -169,15 +228,14 @@ std::vector<std::string> TsqlDialect::key(Driver& driver, const tsql::TableName&
             return {column.name};
         }
     }
-    // A view has no key of its own, but its columns know that they number themselves.
-    const std::string place = database.empty() ? std::string() : database + ".";
-    const Fetched found =
-        driver.execute("select name from " + place + "sys.columns where is_identity = 1 and object_id = object_id(" +
-                       quotedText(tableText(table)) + ")");
+    // A view has no key of its own: its records are those of the table behind it.
+    const Fetched found = driver.execute("select object_definition(object_id(" + quotedText(tableText(table)) + "))");
     if (found.rows != nullptr && found.rows->rowCount() > 0) {
-        names.push_back(toText(found.rows->value(0, 0)));
+        if (const auto base = tableBehind(toTextOrEmpty(found.rows->value(0, 0)), table)) {
+            return driver.primaryKey(database, base->name);
+        }
     }
-    return names;
+    return {};
 }
 
 std::int64_t TsqlDialect::change(Driver& driver, const std::string& text, const std::vector<Variant>& values) {

@@ -14,6 +14,7 @@ public:
     void commit(Driver& driver) override;
     void rollback(Driver& driver) override;
     [[nodiscard]] bool inTransaction(Driver& driver) override;
+    [[nodiscard]] Error explained(const Error& error) const override;
     [[nodiscard]] ResultColumn resultColumn(const DriverColumn& column) const override;
     [[nodiscard]] bool needsOrigins() const noexcept override { return false; }
     [[nodiscard]] std::string tableText(const tsql::TableName& table) const override;

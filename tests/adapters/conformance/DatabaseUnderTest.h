@@ -3,6 +3,7 @@
 #include "z7cashflow/ports/Connection.h"
 #include "z7cashflow/support/Error.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <cstdint>
@@ -33,6 +34,12 @@ public:
     [[nodiscard]] virtual Capability writesToView() const { return {}; }
     [[nodiscard]] virtual Capability comparesWithoutCase() const { return {}; }
     [[nodiscard]] virtual Capability waitsForLock() const { return {}; }
+    /// Errors carry the numbers and states that the suite's server gives them.
+    [[nodiscard]] virtual Capability tellsErrorNumbers() const { return {}; }
+    /// A column of a result that is an expression without an alias has the empty name.
+    [[nodiscard]] virtual Capability leavesExpressionsUnnamed() const { return {}; }
+    /// A batch that cannot be parsed does not end the transaction.
+    [[nodiscard]] virtual Capability keepsTransactionAfterBadSyntax() const { return {}; }
 };
 
 struct Adapter {

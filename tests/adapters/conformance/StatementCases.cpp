@@ -259,26 +259,33 @@ TEST_P(StatementCases, temporary_table_takes_the_shape_of_the_ledger) {
                     " as TempVoucher inner join code on  TempVoucher.ccode=code.ccode  where "
                     "code.bCashItem=1 and code.bclose=0 and code.iyear=2013"),
               1);
-    EXPECT_EQ(errorOf([&] { run("select ccashitem_id from " + table); }).sqlState(), "42S22");
+    const Error column = errorOf([&] { run("select ccashitem_id from " + table); });
     run("Drop table " + table);
-    EXPECT_EQ(errorOf([&] { run("select * from " + table); }).sqlState(), "42S02");
+    const Error dropped = errorOf([&] { run("select * from " + table); });
+    Z7_NEEDS(database_->tellsErrorNumbers());
+    EXPECT_EQ(column.sqlState(), "42S22");
+    EXPECT_EQ(dropped.sqlState(), "42S02");
 }
 
 TEST_P(StatementCases, refused_statements_leave_nothing) {
-    EXPECT_EQ(errorOf([&] { run("select * from gl_accvouch where inid="); }).number(), 102);
-    EXPECT_EQ(errorOf([&] { run("select * from code where ccode=N'O'Neil'"); }).number(), 105);
-    const Error table = errorOf([&] { run("select * from nosuch"); });
-    EXPECT_EQ(table.sqlState(), "42S02");
-    EXPECT_NE(table.description().find("nosuch"), std::string::npos);
-    const Error column = errorOf([&] { run("select nosuch from code"); });
-    EXPECT_EQ(column.sqlState(), "42S22");
     const Error key = errorOf([&] { run("insert into fitemss98 (citemcode) values(N'0101')"); });
     EXPECT_EQ(key.sqlState(), "23000");
     EXPECT_GT(key.number(), 0);
     const Error null = errorOf([&] { run("insert into code (iyear) values(2013)"); });
     EXPECT_EQ(null.sqlState(), "23000");
+    const Error table = errorOf([&] { run("select * from nosuch"); });
+    EXPECT_NE(table.description().find("nosuch"), std::string::npos);
+    const Error column = errorOf([&] { run("select nosuch from code"); });
+    EXPECT_NE(column.description().find("nosuch"), std::string::npos);
+    const Error unfinished = errorOf([&] { run("select * from gl_accvouch where inid="); });
+    const Error unclosed = errorOf([&] { run("select * from code where ccode=N'O'Neil'"); });
     EXPECT_EQ(count("select * from fitemss98"), 2);
     EXPECT_EQ(count("select * from code"), 3);
+    Z7_NEEDS(database_->tellsErrorNumbers());
+    EXPECT_EQ(table.sqlState(), "42S02");
+    EXPECT_EQ(column.sqlState(), "42S22");
+    EXPECT_EQ(unfinished.number(), 102);
+    EXPECT_EQ(unclosed.number(), 105);
 }
 
 INSTANTIATE_TEST_SUITE_P(Adapters, StatementCases, ::testing::ValuesIn(databasesUnderTest()), adapterName);

@@ -34,8 +34,9 @@ TEST_P(TypeCases, expressions_come_in_the_type_of_their_value) {
     EXPECT_EQ(first("select count(*) from code"), Variant(std::int32_t{3}));
     EXPECT_EQ(first("select sum(md) from gl_accvouch"), Variant(100.25));
     EXPECT_EQ(first("select sum(md) from gl_accvouch where 1=0"), Variant());
-    EXPECT_EQ(run("select count(*) from code")->Fields().Name(0), "");
     EXPECT_EQ(run("select count(*) as n from code")->Fields().Name(0), "n");
+    Z7_NEEDS(database_->leavesExpressionsUnnamed());
+    EXPECT_EQ(run("select count(*) from code")->Fields().Name(0), "");
 }
 
 TEST_P(TypeCases, sums_of_money_are_exact) {
@@ -54,19 +55,32 @@ TEST_P(TypeCases, literals_take_the_type_of_their_column) {
     run(date + "N'2013-01-06 10:30:00'");
     EXPECT_EQ(first("select dbill_date from gl_accvouch"), Variant(Date::fromCivil(2013, 1, 6, 10, 30)));
     EXPECT_EQ(count("select * from gl_accvouch where dbill_date>='2013-1-6' and dbill_date<'2013-1-7'"), 3);
-    EXPECT_EQ(errorOf([&] { run(date + "N'2013-02-30'"); }).number(), 241);
-    EXPECT_EQ(errorOf([&] { run("select * from gl_accvouch where dbill_date<='soon'"); }).number(), 241);
 
     run("update gl_accvouch set md=N' 12.5 ', cdigest=1.50, iflag='7'");
     EXPECT_EQ(first("select md from gl_accvouch"), Variant(12.5));
     EXPECT_EQ(first("select cdigest from gl_accvouch"), Variant("1.50"));
     EXPECT_EQ(first("select iflag from gl_accvouch"), Variant(std::uint8_t{7}));
     EXPECT_EQ(count("select * from gl_accvouch where inid='2'"), 1);
-    EXPECT_EQ(errorOf([&] { run("update gl_accvouch set md=N'12a'"); }).number(), 8114);
-    EXPECT_EQ(errorOf([&] { run("select * from gl_accvouch where inid='x'"); }).number(), 8114);
+}
+
+TEST_P(TypeCases, literals_that_are_none_of_their_column_are_refused) {
+    // The server has a number for each pair of types; the embedded database has one for dates and one for numbers.
+    const auto numberOf = [this](const std::string& statement) { return errorOf([&] { run(statement); }).number(); };
+    const int day = numberOf("update gl_accvouch set dbill_date=N'2013-02-30'");
+    const int word = numberOf("select * from gl_accvouch where dbill_date<='soon'");
+    const int amount = numberOf("update gl_accvouch set md=N'12a'");
+    const int line = numberOf("select * from gl_accvouch where inid='x'");
+    EXPECT_EQ(count("select * from gl_accvouch where md=100.25 and dbill_date='2013-01-05'"), 1)
+        << "nothing is changed";
+    Z7_NEEDS(database_->tellsErrorNumbers());
+    EXPECT_THAT(day, ::testing::AnyOf(241, 242));
+    EXPECT_EQ(word, 241);
+    EXPECT_THAT(amount, ::testing::AnyOf(8114, 235));
+    EXPECT_THAT(line, ::testing::AnyOf(8114, 245));
 }
 
 TEST_P(TypeCases, numbers_out_of_range_are_refused) {
+    std::vector<int> numbers;
     for (const auto& [column, number] : {std::tuple<const char*, const char*>{"iflag", "256"},
                                          {"iflag", "-1"},
                                          {"idoc", "32768"},
@@ -74,13 +88,14 @@ TEST_P(TypeCases, numbers_out_of_range_are_refused) {
                                          {"ino_id", "2147483648"},
                                          {"md", "922337203685478"}}) {
         SCOPED_TRACE(column);
-        EXPECT_EQ(errorOf([&, c = column, n = number] {
-                      run("update gl_accvouch set " + std::string(c) + "=" + n);
-                  }).number(),
-                  8115);
+        numbers.push_back(errorOf([&, c = column, n = number] {
+                              run("update gl_accvouch set " + std::string(c) + "=" + n);
+                          }).number());
     }
     run("update gl_accvouch set idoc=-32768 where inid=1");
     EXPECT_EQ(first("select idoc from gl_accvouch where inid=1"), Variant(std::int16_t{-32768}));
+    Z7_NEEDS(database_->tellsErrorNumbers());
+    EXPECT_THAT(numbers, ::testing::Each(::testing::AnyOf(8115, 220))); // the server has 220 for its smallest types
 }
 
 TEST_P(TypeCases, texts_that_are_too_long_are_refused_by_characters) {

@@ -1,5 +1,7 @@
 #include "adapters/conformance/DatabaseUnderTest.h"
 
+#include "z7cashflow/support/conversions.h"
+
 namespace z7::cashflow::conformance {
 namespace {
 
@@ -72,7 +74,7 @@ TEST_P(ViewCases, without_a_year_an_insert_that_names_none_fails) {
         none->Execute(
             "insert into gl_v_cashtable (iPeriod,iSignSeq,csign,iNo_id,cCashItem,ccode) values(1,2,N'',5,N'A',N'1')");
     });
-    EXPECT_NE(error.description().find("year"), std::string::npos) << error.description();
+    EXPECT_NE(asciiLower(error.description()).find("year"), std::string::npos) << error.description();
     EXPECT_EQ(count("select * from gl_cashtable"), 0);
 }
 

@@ -105,6 +105,44 @@ std::unique_ptr<Connection> ServerDatabase::open() const {
     return connection;
 }
 
+conformance::Capability ServerDatabase::waitsForLock() const {
+    const auto one = open();
+    Connection other;
+    other.Open(connectionString(std::nullopt, 1));
+    one->BeginTrans();
+    one->Execute("insert into dsign (isignseq) values(99)");
+    try {
+        other.Execute("update dsign set csign=N'x'");
+    } catch (const Error&) {
+        return {};
+    }
+    return {false, "this server keeps versions of rows: a change neither sees nor waits for what is not committed"};
+}
+
+conformance::Capability ServerDatabase::tellsErrorNumbers() const {
+    constexpr int unknownObject = 208;
+    const int number = conformance::errorOf([this] { open()->Execute("select * from z7_nosuch"); }).number();
+    return {number == unknownObject,
+            "this server has the number " + std::to_string(number) + " for an unknown table, not 208"};
+}
+
+conformance::Capability ServerDatabase::leavesExpressionsUnnamed() const {
+    const std::string name = open()->Execute("select count(*) from dsign")->Fields().Name(0);
+    return {name.empty(), "this server names an expression by its function: " + name};
+}
+
+conformance::Capability ServerDatabase::keepsTransactionAfterBadSyntax() const {
+    const auto connection = open();
+    connection->BeginTrans();
+    static_cast<void>(conformance::errorOf([&] { connection->Execute("delete"); }));
+    try {
+        connection->CommitTrans();
+    } catch (const Error&) {
+        return {false, "this server rolls a transaction back when a batch cannot be parsed"};
+    }
+    return {};
+}
+
 } // namespace z7::cashflow::odbc
 
 namespace z7::cashflow::conformance {

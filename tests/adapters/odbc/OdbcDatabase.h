@@ -44,6 +44,12 @@ public:
     [[nodiscard]] std::string connectionString(std::optional<std::int16_t> year, int timeout) const override;
     [[nodiscard]] std::unique_ptr<Connection> open() const;
 
+    // What servers that speak the language differ in is found out by trying.
+    [[nodiscard]] conformance::Capability waitsForLock() const override;
+    [[nodiscard]] conformance::Capability tellsErrorNumbers() const override;
+    [[nodiscard]] conformance::Capability leavesExpressionsUnnamed() const override;
+    [[nodiscard]] conformance::Capability keepsTransactionAfterBadSyntax() const override;
+
 private:
     std::string name_;
 };
