@@ -62,6 +62,7 @@ create table gl_accvouch (
     cDefine16       float         null      check (typeof(cDefine16) in ('real', 'null')),
     primary key (iyear, iperiod, isignseq, ino_id, inid)
 ) without rowid;
+create index gl_accvouch_iyear_ino_id_inid on gl_accvouch (iyear, ino_id, inid);
 create index gl_accvouch_coutno_id_iyear on gl_accvouch (coutno_id, iyear);
 
 -- Cash-flow rows: this much of a line belongs to a cash-flow item. A line may be split over several rows, so there is no key.
@@ -180,3 +181,16 @@ create table dsign (
     csign           nvarchar(28)  null      collate z7_text check (length(csign) <= 28)
 );
 create index dsign_isignseq on dsign (isignseq);
+
+-- What a well-filled account looks like, for the choice of indexes: rows, and rows for one value of each further column of the index. The
+-- server gathers this by itself.
+analyze;
+insert into sqlite_stat1 (tbl, idx, stat) values
+    ('gl_accvouch', 'gl_accvouch', '100000 50000 4000 1500 5 1'),
+    ('gl_accvouch', 'gl_accvouch_iyear_ino_id_inid', '100000 50000 60 12'),
+    ('gl_accvouch', 'gl_accvouch_coutno_id_iyear', '100000 10 5'),
+    ('gl_cashtable', 'gl_cashtable_iYear_iPeriod_iSignSeq_iNo_id_inid', '50000 25000 2000 700 3 1'),
+    ('code', 'code', '2000 1000 1'),
+    ('fitemss98', 'fitemss98', '200 1'),
+    ('GL_CashItemDataSource', 'GL_CashItemDataSource_iyear_cDataSource_bdir', '1000 500 2 1'),
+    ('GL_myoutput', 'GL_myoutput', '1000 50 20 10 1');

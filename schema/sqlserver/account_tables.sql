@@ -63,6 +63,8 @@ create table gl_accvouch (
     primary key (iyear, iperiod, isignseq, ino_id, inid)
 );
 go
+create index gl_accvouch_iyear_ino_id_inid on gl_accvouch (iyear, ino_id, inid);
+go
 create index gl_accvouch_coutno_id_iyear on gl_accvouch (coutno_id, iyear);
 go
 

@@ -3,38 +3,10 @@
 #include "z7cashflow/support/Error.h"
 #include "z7cashflow/support/conversions.h"
 
-#include <array>
-
 namespace z7::cashflow::tsql {
 namespace {
 
 constexpr std::size_t quotedLength = 60;
-
-constexpr std::array<ByteClass, 256> makeClasses() {
-    std::array<ByteClass, 256> classes{};
-    for (std::size_t i = 0; i < classes.size(); ++i) {
-        const bool letter = (i >= 'a' && i <= 'z') || (i >= 'A' && i <= 'Z') || i >= 0x80;
-        classes[i] = letter                 ? ByteClass::name
-                     : i >= '0' && i <= '9' ? ByteClass::digit
-                     : i < 0x20 || i == 127 ? ByteClass::invalid
-                                            : ByteClass::symbol;
-    }
-    for (const char c : {'_', '@', '#', '$'}) {
-        classes[static_cast<unsigned char>(c)] = ByteClass::name;
-    }
-    for (const char c : {' ', '\t', '\r', '\n', '\f', '\v'}) {
-        classes[static_cast<unsigned char>(c)] = ByteClass::blank;
-    }
-    classes['\''] = ByteClass::quote;
-    classes['['] = ByteClass::bracket;
-    classes['"'] = ByteClass::bracket;
-    classes['-'] = ByteClass::dash;
-    classes['/'] = ByteClass::slash;
-    classes['.'] = ByteClass::dot;
-    return classes;
-}
-
-constexpr std::array<ByteClass, 256> classes = makeClasses();
 
 std::string shortened(std::string_view text) {
     const std::string_view left = leftCharacters(text, quotedLength);
@@ -63,22 +35,6 @@ std::size_t symbolLength(std::string_view rest) noexcept {
 }
 
 } // namespace
-
-ByteClass byteClass(char c) noexcept { return classes[static_cast<unsigned char>(c)]; }
-
-std::size_t skipBlanks(std::string_view text, std::size_t at) noexcept {
-    while (at < text.size() && byteClass(text[at]) == ByteClass::blank) {
-        ++at;
-    }
-    return at;
-}
-
-std::size_t skipName(std::string_view text, std::size_t at) noexcept {
-    while (at < text.size() && (byteClass(text[at]) == ByteClass::name || byteClass(text[at]) == ByteClass::digit)) {
-        ++at;
-    }
-    return at;
-}
 
 std::size_t skipComment(std::string_view text, std::size_t at) {
     const std::string_view rest = text.substr(at);

@@ -2,6 +2,7 @@
 
 #include "adapters/tsql/shape.h"
 
+#include <array>
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -48,11 +49,45 @@ private:
 
 /// The classes of bytes that decide how scanning goes on.
 enum class ByteClass : unsigned char { blank, name, digit, quote, bracket, dash, slash, dot, symbol, invalid };
-[[nodiscard]] ByteClass byteClass(char c) noexcept;
+constexpr std::array<ByteClass, 256> makeByteClasses() {
+    std::array<ByteClass, 256> classes{};
+    for (std::size_t i = 0; i < classes.size(); ++i) {
+        const bool letter = (i >= 'a' && i <= 'z') || (i >= 'A' && i <= 'Z') || i >= 0x80;
+        classes[i] = letter                 ? ByteClass::name
+                     : i >= '0' && i <= '9' ? ByteClass::digit
+                     : i < 0x20 || i == 127 ? ByteClass::invalid
+                                            : ByteClass::symbol;
+    }
+    for (const char c : {'_', '@', '#', '$'}) {
+        classes[static_cast<unsigned char>(c)] = ByteClass::name;
+    }
+    for (const char c : {' ', '\t', '\r', '\n', '\f', '\v'}) {
+        classes[static_cast<unsigned char>(c)] = ByteClass::blank;
+    }
+    classes['\''] = ByteClass::quote;
+    classes['['] = ByteClass::bracket;
+    classes['"'] = ByteClass::bracket;
+    classes['-'] = ByteClass::dash;
+    classes['/'] = ByteClass::slash;
+    classes['.'] = ByteClass::dot;
+    return classes;
+}
+inline constexpr std::array<ByteClass, 256> byteClasses = makeByteClasses();
+[[nodiscard]] inline ByteClass byteClass(char c) noexcept { return byteClasses[static_cast<unsigned char>(c)]; }
 
 /// Each of these takes a text and the position where a piece begins, and gives the position behind it.
-[[nodiscard]] std::size_t skipBlanks(std::string_view text, std::size_t at) noexcept;
-[[nodiscard]] std::size_t skipName(std::string_view text, std::size_t at) noexcept;
+[[nodiscard]] inline std::size_t skipBlanks(std::string_view text, std::size_t at) noexcept {
+    while (at < text.size() && byteClass(text[at]) == ByteClass::blank) {
+        ++at;
+    }
+    return at;
+}
+[[nodiscard]] inline std::size_t skipName(std::string_view text, std::size_t at) noexcept {
+    while (at < text.size() && (byteClass(text[at]) == ByteClass::name || byteClass(text[at]) == ByteClass::digit)) {
+        ++at;
+    }
+    return at;
+}
 /// A comment, if one begins here; else the same position.
 [[nodiscard]] std::size_t skipComment(std::string_view text, std::size_t at);
 /// A name in brackets or double quotes.
