@@ -105,6 +105,20 @@ std::unique_ptr<Connection> ServerDatabase::open() const {
     return connection;
 }
 
+conformance::Capability ServerDatabase::selectInto() const {
+    const std::string table = "tempdb.." + name_;
+    try {
+        const auto connection = open();
+        connection->Execute("select isignseq into " + table + " from dsign");
+        connection->Execute("drop table " + table);
+    } catch (const Error& error) {
+        return {false,
+                "this server does not let the login make and drop a table of tempdb from a database of its own: " +
+                    error.description()};
+    }
+    return {};
+}
+
 conformance::Capability ServerDatabase::waitsForLock() const {
     const auto one = open();
     Connection other;

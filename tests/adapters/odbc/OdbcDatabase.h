@@ -45,6 +45,7 @@ public:
     [[nodiscard]] std::unique_ptr<Connection> open() const;
 
     // What servers that speak the language differ in is found out by trying.
+    [[nodiscard]] conformance::Capability selectInto() const override;
     [[nodiscard]] conformance::Capability waitsForLock() const override;
     [[nodiscard]] conformance::Capability tellsErrorNumbers() const override;
     [[nodiscard]] conformance::Capability leavesExpressionsUnnamed() const override;
