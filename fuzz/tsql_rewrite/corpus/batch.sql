@@ -1,0 +1,1 @@
+delete from gl_cashtable where Iperiod = 1;insert into gl_cashtable (md) values(0);insert into gl_cashtable (md) values(1)

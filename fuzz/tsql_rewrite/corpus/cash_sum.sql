@@ -1,0 +1,1 @@
+select (sum(md) -sum(mc)) as mysum  from gl_accvouch as voucherTemp  inner join CODE on  code.iyear=2013 and   voucherTemp.iYear=CODE.iYear and   voucherTemp.ccode=CODE.ccode where voucherTemp.iperiod=1 and voucherTemp.isignseq =2 and voucherTemp.ino_id=5  and CODE.bend=1 and CODE.bclose=0 and CODE.bcashitem=1 group by voucherTemp.iperiod,isignseq,ino_id

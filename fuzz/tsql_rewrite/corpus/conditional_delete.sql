@@ -1,0 +1,1 @@
+if not exists(Select top 1 ccode From gl_v_accvouch where iperiod=1 and isignseq=2 and ino_id=5) delete from gl_v_cashtable where iperiod=1 and isignseq=2 and ino_id=5

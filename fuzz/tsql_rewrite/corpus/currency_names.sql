@@ -1,0 +1,1 @@
+UPDATE GL_CashTable SET cexch_name =  g.cexch_name FROM dbo.GL_CashTable c INNER JOIN dbo.GL_accvouch g ON  c.ccode = g.ccode AND  c.csign = g.csign  AND c.iyear = g.iyear AND c.iNo_id = g.ino_id AND  c.inid = g.inid  Where c.iPeriod = 1 And c.isignseq = 2 And c.iNo_id = 5 and c.iyear = 2013

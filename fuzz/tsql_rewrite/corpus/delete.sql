@@ -1,0 +1,1 @@
+delete from gl_v_cashtable where iperiod=1 and isignseq=2 and ino_id=5

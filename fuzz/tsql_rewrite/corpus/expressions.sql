@@ -1,0 +1,1 @@
+select case when a=1 then 'x' else N'y' end as z, isnull(b,0), cast(c as nvarchar(20)), convert(varchar(10),d,120) from t where a like N'1%' and b between 1 and 2 or c in (1,2,3) and not d is null order by a desc

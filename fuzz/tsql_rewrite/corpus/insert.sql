@@ -1,0 +1,1 @@
+insert into gl_v_cashtable (RowGuid,iYear,md,dbill_date) values(N'g',2013,-0.5,Null)

@@ -1,0 +1,1 @@
+select inid,idoc,md,mc, csettle into tempdb..TempVoucher0A  from gl_accvouch where 1=0 and iyear=2013

@@ -1,0 +1,1 @@
+select cvalue,cdefault from accinformation WITH(NOLOCK) where csysid =N'GL' and cname = N'bXJLL'

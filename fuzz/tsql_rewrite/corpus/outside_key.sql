@@ -1,0 +1,1 @@
+select iperiod,isignseq,ino_id,dbill_date from gl_accvouch where iYear= 2013 and iflag is null and coutNo_id=N'O''Brien'

@@ -1,0 +1,1 @@
+select iyear,iid from zqsystem..ua_period where cacc_id =N'001' and dbegin<='2013-01-05' and dend>='2013-01-05' 

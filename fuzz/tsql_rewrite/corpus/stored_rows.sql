@@ -1,0 +1,1 @@
+select table1.*,fitemss98.citemname from (select gl_cashtable.*, code.ccode_name,code.bCashItem from gl_cashtable inner join code on code.iyear=gl_cashtable.iyear and gl_cashtable.ccode=code.ccode where  code.iyear=2013 and iperiod=1 and isignseq=2 and ino_id=5) table1 inner join fitemss98 on table1.cCashItem =fitemss98.citemcode
