@@ -33,6 +33,8 @@ protected:
 
     /// The message of the failure that loading one file raises, without the folder.
     std::string refusalOf(const std::string& name, const std::string& text) {
+        connection.RollbackTrans(); // what the case before has loaded
+        connection.BeginTrans();
         std::filesystem::remove_all(scratch.path() / "csv");
         scratch.write("csv/" + name, text);
         try {

@@ -40,8 +40,8 @@ std::int32_t TerminalMessageBox::ask(const std::string& question, std::int32_t d
         return defaultAnswer;
     }
     const bool yesIsDefault = defaultAnswer == yesButton;
-    const char* choices = yesIsDefault ? (chinese_ ? " [是/否，默认是] " : " [Y/n] ")
-                                       : (chinese_ ? " [是/否，默认否] " : " [y/N] ");
+    const char* choices =
+        yesIsDefault ? (chinese_ ? " [是/否，默认是] " : " [Y/n] ") : (chinese_ ? " [是/否，默认否] " : " [y/N] ");
     errors_ << question << choices << std::flush;
     if (!options_.interactive) {
         errors_ << (yesIsDefault ? (chinese_ ? "是" : "yes") : (chinese_ ? "否" : "no")) << std::endl;
