@@ -30,6 +30,9 @@ public:
     /// A connection string whose sessions wait at most so many milliseconds for a lock.
     [[nodiscard]] virtual std::string connectionString(std::optional<std::int16_t> year, int timeout) const = 0;
 
+    /// An account identifier that nobody else uses in the system database, which adapters may share.
+    [[nodiscard]] virtual std::string accountId() const { return "001"; }
+
     [[nodiscard]] virtual Capability selectInto() const { return {}; }
     [[nodiscard]] virtual Capability writesToView() const { return {}; }
     [[nodiscard]] virtual Capability comparesWithoutCase() const { return {}; }

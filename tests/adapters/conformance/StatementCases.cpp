@@ -153,8 +153,9 @@ TEST_P(StatementCases, items_templates_options_and_periods) {
     run("insert into accinformation (csysid,cname,cvalue) values(N'GL',N'bCashCode',N'True')");
     run("insert into GL_VouchDraft (cUserId,inid,cCashItem) values(N'demo',1,Null)");
     run("insert into GL_VoucherOption (operator,iUpdateCashFlow) values(N'demo',1)");
-    run("insert into zqsystem..ua_period (cacc_id,iyear,iid,dbegin,dend) "
-        "values(N'001',2013,1,'2013-01-01','2013-01-31')");
+    const std::string account = database_->accountId();
+    run("insert into zqsystem..ua_period (cacc_id,iyear,iid,dbegin,dend) values(N'" + account +
+        "',2013,1,'2013-01-01','2013-01-31')");
     run("insert into GL_V_CashItemDataSource (cDataSource,bdir,cItemCode,dStartDate) "
         "values(N'1001',1,N'0101','2013-01-01')");
     expectCounts({
@@ -179,14 +180,14 @@ TEST_P(StatementCases, items_templates_options_and_periods) {
         {"select cvalue from accinformation where csysid=N'GL'  and cname='bCashCode' ", 1},
         {"select * from accinformation where csysid=N'gl' and cname=N'bXJLL' and cvalue='true'", 0},
         {"select * from GL_VoucherOption WITH(NOLOCK) where operator =N'demo'", 1},
-        {"select iyear,iid from zqsystem..ua_period where cacc_id =N'001' and dbegin<='2013-01-31' and "
-         "dend>='2013-01-31' ",
+        {"select iyear,iid from zqsystem..ua_period where cacc_id =N'" + account +
+             "' and dbegin<='2013-01-31' and dend>='2013-01-31' ",
          1},
-        {"select iyear,iid from zqsystem..ua_period where cacc_id =N'001' and dbegin<='2013-02-01' and "
-         "dend>='2013-02-01' ",
+        {"select iyear,iid from zqsystem..ua_period where cacc_id =N'" + account +
+             "' and dbegin<='2013-02-01' and dend>='2013-02-01' ",
          0},
     });
-    EXPECT_EQ(first("select iid from zqsystem..ua_period"), Variant(std::uint8_t{1}));
+    EXPECT_EQ(first("select iid from zqsystem..ua_period where cacc_id=N'" + account + "'"), Variant(std::uint8_t{1}));
 }
 
 TEST_P(StatementCases, dialog) {

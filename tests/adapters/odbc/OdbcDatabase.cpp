@@ -5,7 +5,7 @@
 #include <cstdlib>
 #include <fstream>
 #include <random>
-#include <sstream>
+#include <utility>
 
 namespace z7::cashflow::odbc {
 
@@ -86,6 +86,7 @@ ServerDatabase::~ServerDatabase() {
     try {
         Connection connection;
         connection.Open(*server());
+        connection.Execute("delete from zqsystem..ua_period where cacc_id=N'" + accountId() + "'");
         connection.Execute("drop database " + name_);
     } catch (const Error& error) {
         ADD_FAILURE() << name_ << " could not be dropped: " << error.description();
@@ -134,10 +135,16 @@ conformance::Capability ServerDatabase::waitsForLock() const {
 }
 
 conformance::Capability ServerDatabase::tellsErrorNumbers() const {
-    constexpr int unknownObject = 208;
-    const int number = conformance::errorOf([this] { open()->Execute("select * from z7_nosuch"); }).number();
-    return {number == unknownObject,
-            "this server has the number " + std::to_string(number) + " for an unknown table, not 208"};
+    for (const auto& [statement, expected] : {std::pair<const char*, int>{"select * from z7_nosuch", 208},
+                                              {"delete", 102},
+                                              {"update gl_accvouch set md=N'12a'", 235}}) {
+        const int number = conformance::errorOf([this, text = statement] { open()->Execute(text); }).number();
+        if (number != expected) {
+            return {false, "this server has the number " + std::to_string(number) + " for \"" + statement + "\", not " +
+                               std::to_string(expected)};
+        }
+    }
+    return {};
 }
 
 conformance::Capability ServerDatabase::leavesExpressionsUnnamed() const {

@@ -44,6 +44,8 @@ public:
     [[nodiscard]] std::string connectionString(std::optional<std::int16_t> year, int timeout) const override;
     [[nodiscard]] std::unique_ptr<Connection> open() const;
 
+    [[nodiscard]] std::string accountId() const override { return name_.substr(0, 20); }
+
     // What servers that speak the language differ in is found out by trying.
     [[nodiscard]] conformance::Capability selectInto() const override;
     [[nodiscard]] conformance::Capability waitsForLock() const override;
