@@ -33,9 +33,9 @@ inline void require(bool right, const std::string& what) {
 
 /// Two ways to the same result, taken in turns so that a machine that slows down slows both.
 struct Compared {
-    double own = 0.0;    ///< median seconds of the library
-    double floor = 0.0;  ///< median seconds of the floor
-    double ratio = 0.0;  ///< median of the ratios turn by turn
+    double own = 0.0;   ///< median seconds of the library
+    double floor = 0.0; ///< median seconds of the floor
+    double ratio = 0.0; ///< median of the ratios turn by turn
 };
 
 inline Compared compare(int turns, const std::function<double()>& own, const std::function<double()>& floor) {

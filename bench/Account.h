@@ -1,0 +1,73 @@
+#pragma once
+
+#include "adapters/sqlite/Connection.h"
+#include "z7cashflow/providers/VoucherProvider.h"
+
+#include <cstdint>
+#include <filesystem>
+#include <map>
+#include <string>
+#include <vector>
+
+struct sqlite3;
+
+namespace z7::cashflow::bench {
+
+/// A folder of its own for the files of a benchmark, removed at the end.
+class ScratchFolder {
+public:
+    ScratchFolder();
+    ~ScratchFolder();
+    ScratchFolder(const ScratchFolder&) = delete;
+    ScratchFolder& operator=(const ScratchFolder&) = delete;
+    [[nodiscard]] std::filesystem::path file(const std::string& name) const { return folder_ / name; }
+
+private:
+    std::filesystem::path folder_;
+};
+
+/// Copies an account that no one has open, with the files beside it.
+void copyAccount(const std::filesystem::path& from, const std::filesystem::path& to);
+
+/// An opened account in one year, with a user logged in, as a host has it.
+class Account {
+public:
+    Account(const std::filesystem::path& file, std::int16_t year);
+    ~Account();
+    Account(const Account&) = delete;
+    Account& operator=(const Account&) = delete;
+    [[nodiscard]] sqlite::Connection& connection() noexcept { return connection_; }
+    [[nodiscard]] IGlVoucherProvider& gl() noexcept { return provider_.Gl(); }
+
+private:
+    sqlite::Connection connection_;
+    VoucherProvider provider_;
+};
+
+/// A statement as the database library got it, and the number of the session that ran it.
+struct RecordedStatement {
+    int session = 0;
+    std::string text;
+};
+
+/// The floor: statements on bare sessions of the database library, prepared and stepped one by one.
+class BareReplay {
+public:
+    BareReplay(const std::filesystem::path& file, std::int16_t year, const std::vector<RecordedStatement>& statements);
+    ~BareReplay();
+    BareReplay(const BareReplay&) = delete;
+    BareReplay& operator=(const BareReplay&) = delete;
+    /// Runs them all; ends the program if one fails.
+    void run();
+
+private:
+    const std::vector<RecordedStatement>& statements_;
+    std::map<int, sqlite3*> sessions_;
+};
+
+/// The number that a query of one number gives, on a session of its own.
+[[nodiscard]] double number(const std::filesystem::path& file, const std::string& query);
+/// Runs statements of the database library's own dialect.
+void runBare(const std::filesystem::path& file, const std::string& statements);
+
+} // namespace z7::cashflow::bench
