@@ -68,10 +68,9 @@ std::string DataProvider::VoucherXmlToDB(Connection& objCon, const std::string& 
         return "gl_v_accvouch";
     }
 
-    Z7Login& login = modPublic::requiredLogin();
     std::string table = "tempdb..TempVoucher" + GetGUID();
     ignoringErrors([&] { objCon.Execute("drop table " + table); });
-    objCon.Execute(createTableStatement(table, login.AccountingYear()));
+    objCon.Execute(createTableStatement(table, modPublic::requiredLogin().AccountingYear()));
 
     const auto lines = objCon.CreateRecordset();
     lines->CursorLocation(CursorLocation::Client);

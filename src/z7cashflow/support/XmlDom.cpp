@@ -6,6 +6,8 @@
 #include <libxml/tree.h>
 
 #include <algorithm>
+#include <array>
+#include <cstddef>
 #include <string>
 #include <utility>
 
@@ -47,6 +49,75 @@ int readFromText(void* source, char* buffer, int size) {
     return static_cast<int>(taken);
 }
 
+// Counts the tags of a text and the quoted values in them, before the parser sees it: the parser compares each attribute of
+// an element with all others, so that some ten thousand of them would keep it for minutes.
+class MarkupCount {
+public:
+    /// Whether the text has no more markup than its largest honest reader or writer could need.
+    static bool isBounded(std::string_view text) {
+        MarkupCount count;
+        for (std::size_t at = text.find('<'); at != std::string_view::npos; at = text.find('<', at)) {
+            at = count.markup(text, at);
+            if (++count.tags_ > mostTags || count.values_ > mostValues || count.declared_ > mostValuesOfTag ||
+                count.valuesOfTag_ > mostValuesOfTag) {
+                return false;
+            }
+        }
+        return true;
+    }
+
+private:
+    // 32,767 lines of 64 attributes each.
+    static constexpr std::size_t mostValues = std::size_t{1} << 21U;
+    static constexpr std::size_t mostTags = std::size_t{1} << 20U;
+    static constexpr std::size_t mostValuesOfTag = 512;
+
+    static std::size_t behind(std::string_view text, std::size_t from, std::string_view end) {
+        const std::size_t found = text.find(end, from);
+        return found == std::string_view::npos ? text.size() : found + end.size();
+    }
+
+    // Gives the place behind the markup that begins at a place, or where other markup begins inside it.
+    std::size_t markup(std::string_view text, std::size_t at) {
+        valuesOfTag_ = 0;
+        const std::string_view rest = text.substr(at);
+        if (rest.starts_with("<!--")) {
+            return behind(text, at + 4, "-->");
+        }
+        if (rest.starts_with("<![CDATA[")) {
+            return behind(text, at, "]]>");
+        }
+        if (rest.starts_with("<?")) {
+            return behind(text, at, "?>");
+        }
+        const std::size_t end = tag(text, at + 1);
+        values_ += valuesOfTag_;
+        if (rest.starts_with("<!")) { // declarations of one document add up
+            declared_ += valuesOfTag_;
+        }
+        return end;
+    }
+
+    std::size_t tag(std::string_view text, std::size_t at) {
+        while (at < text.size() && text[at] != '<') {
+            const char c = text[at++];
+            if (c == '>') {
+                break;
+            }
+            if (c == '\'' || c == '"') {
+                ++valuesOfTag_;
+                at = behind(text, at, std::string_view(&c, 1));
+            }
+        }
+        return at;
+    }
+
+    std::size_t tags_ = 0;
+    std::size_t values_ = 0;
+    std::size_t valuesOfTag_ = 0;
+    std::size_t declared_ = 0;
+};
+
 // Ends the parse with the verdict that the text is no document.
 void refuse(void* context) {
     auto* parser = static_cast<xmlParserCtxt*>(context);
@@ -54,9 +125,38 @@ void refuse(void* context) {
     xmlStopParser(parser);
 }
 
-void refuseExternalEntities(void* context, const xmlChar* name, int type, const xmlChar* publicId,
+// What a document may say more than once by declaring it: bytes out of entities and of attributes that come by themselves.
+constexpr std::size_t expansionBudget = std::size_t{16} << 20U;
+constexpr std::size_t expansionCost = 64; // of one use, whatever its length
+constexpr int mostNamespacesInScope = 64;
+
+void spend(void* context, std::size_t bytes) {
+    auto* left = static_cast<std::size_t*>(static_cast<xmlParserCtxt*>(context)->_private);
+    const std::size_t cost = bytes + expansionCost;
+    if (cost > *left) {
+        refuse(context);
+    } else {
+        *left -= cost;
+    }
+}
+
+// Entities are for pieces of text. One that holds markup or other entities could grow with every level.
+bool isPlainText(std::string_view content) {
+    constexpr std::array<std::string_view, 5> escapes{"&amp;", "&lt;", "&gt;", "&apos;", "&quot;"};
+    for (std::size_t at = content.find_first_of("<&"); at != std::string_view::npos;
+         at = content.find_first_of("<&", at + 1)) {
+        const std::string_view rest = content.substr(at);
+        if (std::none_of(escapes.begin(), escapes.end(),
+                         [&](std::string_view escape) { return rest.starts_with(escape); })) {
+            return false;
+        }
+    }
+    return true;
+}
+
+void refuseEntitiesButTexts(void* context, const xmlChar* name, int type, const xmlChar* publicId,
                             const xmlChar* systemId, xmlChar* content) {
-    if (type == XML_INTERNAL_GENERAL_ENTITY || type == XML_INTERNAL_PARAMETER_ENTITY) {
+    if (type == XML_INTERNAL_GENERAL_ENTITY && isPlainText(chars(content))) {
         xmlSAX2EntityDecl(context, name, type, publicId, systemId, content);
     } else {
         refuse(context);
@@ -75,15 +175,33 @@ xmlEntity* refuseUnknownEntities(void* context, const xmlChar* name) {
     xmlEntity* entity = xmlSAX2GetEntity(context, name);
     if (entity == nullptr) {
         refuse(context);
+    } else {
+        spend(context, static_cast<std::size_t>(std::max(entity->length, 0)));
     }
     return entity;
 }
 
-// A document is what its text says: what it would fetch from elsewhere makes it no document.
-void closeToOutside(xmlParserCtxt& parser) {
-    parser.sax->entityDecl = refuseExternalEntities;
+void startElement(void* context, const xmlChar* name, const xmlChar* prefix, const xmlChar* uri, int namespaceCount,
+                  const xmlChar** namespaces, int attributeCount, int defaultedCount, const xmlChar** attributes) {
+    // Each attribute is five pointers, of which the fourth and the fifth are the value's begin and end; defaults come last.
+    constexpr int pointers = 5;
+    for (int i = attributeCount - defaultedCount; i < attributeCount; ++i) {
+        spend(context, static_cast<std::size_t>(attributes[i * pointers + 4] - attributes[i * pointers + 3]));
+    }
+    if (static_cast<xmlParserCtxt*>(context)->nsNr > 2 * mostNamespacesInScope) {
+        refuse(context);
+    }
+    xmlSAX2StartElementNs(context, name, prefix, uri, namespaceCount, namespaces, attributeCount, defaultedCount,
+                          attributes);
+}
+
+// A document is what its text says, not much more than its text, and nothing that it would fetch from elsewhere.
+void restrain(xmlParserCtxt& parser, std::size_t& budget) {
+    parser._private = &budget;
+    parser.sax->entityDecl = refuseEntitiesButTexts;
     parser.sax->internalSubset = refuseExternalSubset;
     parser.sax->getEntity = refuseUnknownEntities;
+    parser.sax->startElementNs = startElement;
 }
 
 } // namespace
@@ -170,14 +288,16 @@ std::vector<XmlNode> XmlNode::selectNodes(std::string_view path) const {
 XmlDocument::XmlDocument(std::shared_ptr<const void> document) noexcept : document_(std::move(document)) {}
 
 std::optional<XmlDocument> XmlDocument::load(std::string_view text) {
-    if (text.empty() || text.size() > maxDocumentSize || text.find('\0') != std::string_view::npos) {
+    if (text.empty() || text.size() > maxDocumentSize || text.find('\0') != std::string_view::npos ||
+        !MarkupCount::isBounded(text)) {
         return std::nullopt;
     }
     const std::shared_ptr<xmlParserCtxt> parser(xmlNewParserCtxt(), xmlFreeParserCtxt);
     if (!parser) {
         return std::nullopt;
     }
-    closeToOutside(*parser);
+    std::size_t budget = expansionBudget;
+    restrain(*parser, budget);
     std::string_view rest = text;
     const std::shared_ptr<xmlDoc> document(
         xmlCtxtReadIO(parser.get(), readFromText, nullptr, &rest, nullptr, "UTF-8", parseOptions),

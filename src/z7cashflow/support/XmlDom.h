@@ -51,8 +51,9 @@ private:
 /// A parsed XML document.
 ///
 /// The text is UTF-8 whatever its declaration says. Refused are: anything not well-formed, two attributes of one name, an
-/// undeclared prefix, an unknown entity, entities that expand beyond bounds, nesting beyond 256 levels,
-/// more than 64 MiB. Nothing is read from files or the network: a text that refers to something outside is refused too.
+/// undeclared prefix, an unknown entity, entities that hold more than text or add more than 16 MiB to the document, nesting
+/// beyond 256 levels, more than 64 MiB of text, 512 attributes on an element, 2,097,152 in all, 1,048,576 tags or 64 prefixes
+/// that are known at one place. Nothing is read from files or the network: a text that refers to something outside is refused too.
 class XmlDocument {
 public:
     /// The document, or nothing if the text is refused.
