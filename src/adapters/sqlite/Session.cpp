@@ -286,8 +286,8 @@ void Session::runInto(PreparedStep& step, const std::vector<tsql::Literal>& lite
         cursor::Result none;
         runStep(copy, literals, false, none);
     } catch (const Error&) {
-        executeScript(handle(), "ROLLBACK TO z7_into");
-        executeScript(handle(), "RELEASE z7_into");
+        // After a full disk the database may have rolled everything back by itself; the first error is the one to tell.
+        ignoringErrors([this] { executeScript(handle(), "ROLLBACK TO z7_into; RELEASE z7_into"); });
         throw;
     }
     runText("RELEASE z7_into");
@@ -362,7 +362,7 @@ void Session::begin() {
     try {
         runText("DELETE FROM main.accinformation WHERE 0");
     } catch (const Error&) {
-        executeScript(handle(), "ROLLBACK");
+        ignoringErrors([this] { executeScript(handle(), "ROLLBACK"); });
         throw;
     }
     inTransaction_ = true;
