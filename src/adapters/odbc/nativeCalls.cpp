@@ -41,7 +41,8 @@ std::string utf8Of(std::string_view text) { return std::string(text); }
 
 using NativeView = std::basic_string_view<NativeText::value_type>;
 
-/// ODBC takes texts by pointers to what it does not change.
+/// ODBC takes texts by pointers to what it does not change. They go down ended by a zero, since drivers disagree on whether the
+/// length of a wide text counts characters or bytes.
 Char* pointer(NativeText& text) { return reinterpret_cast<Char*>(text.data()); }
 
 template <std::size_t size>
@@ -76,13 +77,13 @@ std::string attributeText(Handle statement, int position, SQLUSMALLINT attribute
 
 Return driverConnect(Handle connection, const std::string& text) {
     NativeText given = native(text);
-    return Z7_ODBC_CALL(SQLDriverConnect)(connection, nullptr, pointer(given), static_cast<SQLSMALLINT>(given.size()),
-                                          nullptr, 0, nullptr, SQL_DRIVER_NOPROMPT);
+    return Z7_ODBC_CALL(SQLDriverConnect)(connection, nullptr, pointer(given), SQL_NTS, nullptr, 0, nullptr,
+                                          SQL_DRIVER_NOPROMPT);
 }
 
 Return executeDirect(Handle statement, const std::string& text) {
     NativeText given = native(text);
-    return Z7_ODBC_CALL(SQLExecDirect)(statement, pointer(given), static_cast<SQLINTEGER>(given.size()));
+    return Z7_ODBC_CALL(SQLExecDirect)(statement, pointer(given), SQL_NTS);
 }
 
 Return describeColumn(Handle statement, int position, DriverColumn& column) {
@@ -136,9 +137,9 @@ bool diagnosticRecord(short handleType, Handle handle, int number, DiagnosticRec
 Return primaryKeys(Handle statement, const std::string& database, const std::string& table) {
     NativeText catalogue = native(database);
     NativeText name = native(table);
-    return Z7_ODBC_CALL(SQLPrimaryKeys)(statement, database.empty() ? nullptr : pointer(catalogue),
-                                        static_cast<SQLSMALLINT>(catalogue.size()), nullptr, 0, pointer(name),
-                                        static_cast<SQLSMALLINT>(name.size()));
+    const SQLSMALLINT length = database.empty() ? 0 : SQL_NTS;
+    return Z7_ODBC_CALL(SQLPrimaryKeys)(statement, database.empty() ? nullptr : pointer(catalogue), length, nullptr, 0,
+                                        pointer(name), SQL_NTS);
 }
 
 ParameterText::ParameterText(std::string_view utf8) {
