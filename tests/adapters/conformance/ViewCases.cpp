@@ -55,6 +55,29 @@ TEST_P(ViewCases, updates_the_very_rows_that_match) {
     EXPECT_EQ(count("select * from gl_cashtable"), 2);
 }
 
+TEST_P(ViewCases, rows_that_differ_in_one_column_are_kept_apart) {
+    const std::string columns =
+        "RowGuid,csign,cCashItem,md,mc,ccode,md_f,mc_f,nd_s,nc_s,cdept_id,cperson_id,ccus_id,csup_id,citem_class,citem_"
+        "id,"
+        "cDefine1,cDefine2,cDefine3,cDefine4,cDefine5,cDefine6,cDefine7,cDefine8,cDefine9,cDefine10,cDefine11,"
+        "cDefine12,cDefine13,cDefine14,cDefine15,dbill_date,cDefine16,cexch_name,inid,";
+    for (std::size_t begin = 0; begin < columns.size();) {
+        const std::size_t end = columns.find(',', begin);
+        const std::string column = columns.substr(begin, end - begin);
+        begin = end + 1;
+        SCOPED_TRACE(column);
+        const bool isDate = column == "cDefine4" || column == "cDefine6" || column == "dbill_date";
+        const std::string other = isDate ? "'2013-01-06'" : "'7'";
+        addRow(2013, 5, 1, "A");
+        addRow(2013, 5, 1, "A");
+        run("update gl_cashtable set iNo_id=6, " + column + "=" + other + " where iNo_id=5");
+        addRow(2013, 6, 1, "A");
+        run("delete from gl_v_cashtable where " + column + "=" + other);
+        EXPECT_EQ(count("select * from gl_cashtable"), 1);
+        run("delete from gl_cashtable");
+    }
+}
+
 TEST_P(ViewCases, inserted_rows_land_in_the_table_with_its_defaults) {
     run("insert into gl_v_cashtable (iPeriod,iSignSeq,csign,iNo_id,cCashItem,ccode) values(1,2,N'',5,N'A',N'1001')");
     const auto row = run("select * from gl_cashtable");

@@ -175,6 +175,31 @@ TEST_F(SessionTest, temporary_tables_take_types_nullability_and_collation) {
               Variant(Date::fromCivil(2013, 1, 5)));
 }
 
+TEST_F(SessionTest, a_table_that_another_session_made_anew_is_read_anew) {
+    const auto connection = database_.open();
+    const auto other = database_.open();
+    connection->Execute("select inid into tempdb..X from gl_accvouch where 1=0");
+    connection->Execute("insert into tempdb..X (inid) values('1')");
+    other->Execute("drop table tempdb..X");
+    other->Execute("select dbill_date as inid into tempdb..X from gl_accvouch where 1=0");
+    connection->Execute("insert into tempdb..X (inid) values('2013-1-5')");
+    EXPECT_EQ(connection->Execute("select * from tempdb..X")->Fields().Item(0), Variant(Date::fromCivil(2013, 1, 5)));
+}
+
+TEST_F(SessionTest, the_second_desk_is_told_when_it_begins) {
+    const auto connection = database_.open();
+    const auto other = database_.open(std::int16_t{2014});
+    connection->BeginTrans();
+    const Error error = errorOf([&] { other->BeginTrans(); });
+    EXPECT_EQ(error.number() & 0xFF, SQLITE_BUSY);
+    EXPECT_EQ(error.sqlState(), "HYT00");
+    EXPECT_NE(error.description().find("waited 0 ms"), std::string::npos);
+    EXPECT_FALSE(other->InTransaction());
+    EXPECT_EQ(other->Execute("select * from code")->RecordCount(), 0) << "reading goes on";
+    connection->RollbackTrans();
+    other->BeginTrans();
+}
+
 TEST_F(SessionTest, a_dropped_connection_closes_what_it_lent) {
     std::shared_ptr<Recordset> records;
     {
