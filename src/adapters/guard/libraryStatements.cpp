@@ -74,7 +74,7 @@ void addVoucherQuestions(std::vector<std::string>& list) {
             "select code.ccode from  VOUCHERTABLE as TempVoucher inner join code on TempVoucher.ccode=code.ccode and "
             "tempvoucher.iyear=code.iyear where TempVoucher.coutNo_id=N'' and code.bcashitem=1 and code.bclose=0 and "
             "code.iyear=1",
-            "select code.ccode from VOUCHERTABLE as TempVoucher inner join code on TempVoucher.ccode=code.ccode where "
+            "select code.ccode from  VOUCHERTABLE as TempVoucher inner join code on TempVoucher.ccode=code.ccode where "
             "TempVoucher.coutNo_id=N'' and code.bcashitem=1 and code.bclose=0 and code.iyear=1",
         });
 }

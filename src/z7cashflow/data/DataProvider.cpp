@@ -213,7 +213,7 @@ bool DataProvider::HaveCashFlowCodeInVoucher2(Connection& objCon, const std::str
                                               const std::string& coutNo_id) {
     // Only these spellings are tied to the year of their lines; hosts rely on the difference.
     const bool keyed = strVoucherTable == "GL_accvouch" || asciiLower(strVoucherTable) == "gl_v_accvouch";
-    return givesRecord(objCon, std::string("select code.ccode from ") + (keyed ? " " : "") + strVoucherTable +
+    return givesRecord(objCon, "select code.ccode from  " + strVoucherTable +
                                    " as TempVoucher inner join code on TempVoucher.ccode=code.ccode" +
                                    (keyed ? " and tempvoucher.iyear=code.iyear" : "") +
                                    " where TempVoucher.coutNo_id=N'" + coutNo_id +
