@@ -6,6 +6,7 @@
 #include <sql.h>
 #include <sqlext.h>
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cstdio>
@@ -40,10 +41,9 @@ int ResultReader::columnCount(Handle statement) {
 }
 
 std::unique_ptr<cursor::RowSet> ResultReader::read(Handle statement, const std::vector<ResultColumn>& columns) {
-    std::vector<cursor::Column> described;
-    for (const ResultColumn& column : columns) {
-        described.push_back(column.column);
-    }
+    std::vector<cursor::Column> described(columns.size());
+    std::transform(columns.begin(), columns.end(), described.begin(),
+                   [](const ResultColumn& column) { return column.column; });
     auto rows = std::make_unique<cursor::RowSet>(std::make_shared<const cursor::ColumnList>(std::move(described)));
     while (true) {
         const SQLRETURN answer = SQLFetch(statement);
@@ -122,20 +122,20 @@ bool ResultReader::readText(Handle statement, int position, bool maybeNumber, cu
         break;
     }
     const std::string_view text = text_.text();
-    std::int64_t whole = 0;
-    double real = 0.0;
     const char* end = text.data() + text.size();
-    if (!maybeNumber || text.empty()) {
-        rows.addText(text);
-    } else if (const auto [stop, error] = std::from_chars(text.data(), end, whole);
-               error == std::errc() && stop == end) {
-        rows.addInteger(whole);
-    } else if (const auto [stopped, failure] = std::from_chars(text.data(), end, real);
-               failure == std::errc() && stopped == end) {
-        rows.addReal(real);
-    } else {
-        rows.addText(text);
+    if (maybeNumber) {
+        std::int64_t whole = 0;
+        if (const auto [stop, error] = std::from_chars(text.data(), end, whole); error == std::errc() && stop == end) {
+            rows.addInteger(whole);
+            return true;
+        }
+        double real = 0.0;
+        if (const auto [stop, error] = std::from_chars(text.data(), end, real); error == std::errc() && stop == end) {
+            rows.addReal(real);
+            return true;
+        }
     }
+    rows.addText(text);
     return true;
 }
 

@@ -130,10 +130,9 @@ Fetched Session::readResults(Handle statement, short answer, const ColumnCorrect
             if (correct) {
                 correct(fetched.columns);
             }
-            std::vector<ResultColumn> columns;
-            for (const DriverColumn& column : fetched.columns) {
-                columns.push_back(dialect_->resultColumn(column));
-            }
+            std::vector<ResultColumn> columns(fetched.columns.size());
+            std::transform(fetched.columns.begin(), fetched.columns.end(), columns.begin(),
+                           [this](const DriverColumn& column) { return dialect_->resultColumn(column); });
             fetched.rows = reader_.read(statement, columns);
             if (fetched.rows == nullptr) {
                 fail(SQL_HANDLE_STMT, statement);

@@ -219,7 +219,7 @@ std::string TsqlDialect::columnText(const std::string& name) const {
 std::vector<std::string> TsqlDialect::key(Driver& driver, const tsql::TableName& table,
                                           const std::vector<DriverColumn>& columns) {
     const std::string database = databaseOf(table);
-    const std::vector<std::string> names = driver.primaryKey(database, table.name);
+    std::vector<std::string> names = driver.primaryKey(database, table.name);
     if (!names.empty()) {
         return names;
     }

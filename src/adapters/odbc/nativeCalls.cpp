@@ -45,9 +45,9 @@ using NativeView = std::basic_string_view<NativeText::value_type>;
 /// length of a wide text counts characters or bytes.
 Char* pointer(NativeText& text) { return reinterpret_cast<Char*>(text.data()); }
 
-template <std::size_t size>
-std::string utf8Of(const std::array<NativeText::value_type, size>& buffer, std::size_t length) {
-    return utf8Of(NativeView(buffer.data(), std::min(length, size - 1)));
+template <std::size_t Size>
+std::string utf8Of(const std::array<NativeText::value_type, Size>& buffer, std::size_t length) {
+    return utf8Of(NativeView(buffer.data(), std::min(length, Size - 1)));
 }
 
 /// Where a text ends whose length the driver does not tell.
