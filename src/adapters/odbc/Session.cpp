@@ -177,6 +177,7 @@ std::vector<std::string> Session::primaryKey(const std::string& database, const 
     line().dropStatement(); // a driver that has no such catalogue may leave anything behind
     std::sort(parts.begin(), parts.end());
     std::vector<std::string> names;
+    names.reserve(parts.size());
     for (auto& [sequence, part] : parts) {
         names.push_back(std::move(part));
     }
