@@ -12,8 +12,6 @@
 
 namespace z7::cashflow::bench {
 
-namespace {
-
 sqlite3* openBare(const std::filesystem::path& file, std::int16_t year) {
     sqlite3* handle = nullptr;
     require(sqlite3_open_v2(file.c_str(), &handle, SQLITE_OPEN_READWRITE, nullptr) == SQLITE_OK,
@@ -23,8 +21,6 @@ sqlite3* openBare(const std::filesystem::path& file, std::int16_t year) {
     sqlite::attachCompanions(handle, file);
     return handle;
 }
-
-} // namespace
 
 ScratchFolder::ScratchFolder()
     : folder_(std::filesystem::temp_directory_path() / ("z7bench" + guidText(systemGuidSource()))) {

@@ -65,6 +65,8 @@ private:
     std::map<int, sqlite3*> sessions_;
 };
 
+/// A bare session of the database library on an account, with what the schema needs. The caller closes it.
+[[nodiscard]] sqlite3* openBare(const std::filesystem::path& file, std::int16_t year);
 /// The number that a query of one number gives, on a session of its own.
 [[nodiscard]] double number(const std::filesystem::path& file, const std::string& query);
 /// Runs statements of the database library's own dialect.

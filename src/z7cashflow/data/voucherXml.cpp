@@ -5,6 +5,9 @@
 #include "z7cashflow/support/XmlDom.h"
 #include "z7cashflow/support/conversions.h"
 
+#include <string_view>
+#include <utility>
+
 namespace z7::cashflow {
 
 namespace {
@@ -31,17 +34,16 @@ std::string requiredAttribute(const XmlNode& node, const char* name) {
 // Gives the current record what the line's attributes say. An attribute that is no column, or whose text does not fit its
 // column, leaves the record as it was. The outside key goes on to all later lines that have the attribute.
 void fillLine(FieldList& fields, const XmlNode& line, std::string& coutNo_id) {
-    for (const XmlAttribute& attribute : line.attributes()) {
-        if (asciiLower(attribute.baseName) == "coutno_id") {
-            if (!attribute.text.empty()) {
-                coutNo_id = attribute.text;
+    line.eachAttribute([&](std::string_view baseName, std::string_view /*nodeName*/, std::string text) {
+        if (asciiLower(baseName) == "coutno_id") {
+            if (!text.empty()) {
+                coutNo_id = std::move(text);
             }
             ignoringErrors([&] { fields.Item("coutno_id", coutNo_id); });
         } else {
-            ignoringErrors(
-                [&] { fields.Item(attribute.baseName, attribute.text.empty() ? Variant() : Variant(attribute.text)); });
+            ignoringErrors([&] { fields.Item(baseName, text.empty() ? Variant() : Variant(std::move(text))); });
         }
-    }
+    });
     for (const char* number : {"nc_s", "nd_s", "md", "mc", "md_f", "mc_f", "idoc"}) {
         if (isNullOrEmpty(fields.Item(number))) {
             fields.Item(number, std::int16_t{0});

@@ -256,6 +256,15 @@ std::vector<XmlAttribute> XmlNode::attributes() const {
 }
 
 std::optional<std::string> XmlNode::attribute(std::string_view nodeName) const {
+    if (!isElement()) {
+        return std::nullopt;
+    }
+    // Most names have no prefix; those are found without making a text of every other attribute.
+    for (const xmlAttr* attribute = asNode(node_)->properties; attribute != nullptr; attribute = attribute->next) {
+        if ((attribute->ns == nullptr || attribute->ns->prefix == nullptr) && nodeName == chars(attribute->name)) {
+            return textOf(attribute);
+        }
+    }
     std::optional<std::string> found;
     eachAttribute([&](std::string_view /*baseName*/, std::string_view name, std::string text) {
         if (name == nodeName) {
