@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Transaction.h"
 #include "host/VoucherList.h"
 #include "z7cashflow/providers/IGlVoucherProvider.h"
 
@@ -17,12 +18,6 @@ enum class Outcome {
     noCash,  ///< it has no line on a cash-flow account, and was left alone
     nothing, ///< its cash lines cancel out, so that it has no rows
     refused  ///< its rows do not fit it, and nothing was changed
-};
-
-/// Why a voucher was refused.
-struct Refusal {
-    int number = 0;          ///< 10008 to 10011, or the number of a conversion or a statement that failed
-    std::string description; ///< the reason in the user's language, as the library gives it
 };
 
 /// One voucher's result.

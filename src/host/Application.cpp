@@ -5,13 +5,16 @@
 #include "host/ExitCode.h"
 #include "host/Failure.h"
 #include "host/Settings.h"
+#include "host/connectOption.h"
 #include "host/databaseFailure.h"
+#include "host/reasonText.h"
 #include "host/version.h"
 #include "z7cashflow/support/Error.h"
 
 #include <CLI/CLI.hpp>
 
 #include <csignal>
+#include <cstdlib>
 #include <new>
 #include <optional>
 #include <ostream>
@@ -24,6 +27,7 @@ namespace {
 struct GivenOptions {
     std::string language;
     std::string settings;
+    std::string connect;
     bool quiet = false;
     bool json = false;
 };
@@ -33,6 +37,7 @@ void addCommonOptions(CLI::App& app, GivenOptions& given, Language language) {
     app.add_flag("--json", given.json, hostText(language, HostText::helpJson));
     app.add_option("--lang", given.language, hostText(language, HostText::helpLang));
     app.add_flag("--quiet", given.quiet, hostText(language, HostText::helpQuiet));
+    app.add_option("--connect", given.connect, hostText(language, HostText::helpConnect));
     app.add_option("--settings", given.settings, hostText(language, HostText::helpSettings));
 }
 
@@ -86,9 +91,17 @@ GlobalOptions globalOptions(const GivenOptions& given, Language languageSoFar) {
     if (given.language.empty()) {
         options.language = settings.language.value_or(languageSoFar);
     }
+    const char* connect = std::getenv("Z7CF_CONNECT"); // NOLINT(concurrency-mt-unsafe): the host starts no thread
+    options.connectGiven = !given.connect.empty();
+    if (options.connectGiven) {
+        options.connect = connectionStringOf(given.connect, true);
+    } else if (connect != nullptr && *connect != '\0') {
+        options.connect = connectionStringOf(connect, false);
+    }
     options.account = settings.account.value_or(options.account);
     options.user = settings.user.value_or(options.user);
     options.operatorName = settings.operatorName.value_or(options.operatorName);
+    options.guard = settings.guard.value_or(options.guard);
     options.accountingSystem = settings.accountingSystem.value_or(options.accountingSystem);
     return options;
 }
@@ -110,7 +123,7 @@ int guarded(const Console& console, const Language& language, const std::functio
         const bool database = isDatabaseFailure(error);
         say(console, language,
             hostText(language, database ? HostText::databaseFailed : HostText::voucherFailed,
-                     {std::to_string(error.number()), error.description()}));
+                     {std::to_string(error.number()), reasonText(language, error.description())}));
         return database ? exitCode::database : exitCode::refused;
     } catch (const std::bad_alloc&) {
         say(console, language, hostText(language, HostText::outOfMemory));

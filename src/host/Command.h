@@ -32,6 +32,11 @@ public:
 [[nodiscard]] std::unique_ptr<Command> makeCheckCommand();
 [[nodiscard]] std::unique_ptr<Command> makeSaveCommand();
 [[nodiscard]] std::unique_ptr<Command> makeAllotCommand();
+[[nodiscard]] std::unique_ptr<Command> makeExportCommand();
+[[nodiscard]] std::unique_ptr<Command> makeImportCommand();
+[[nodiscard]] std::unique_ptr<Command> makeOutsideCommand();
+[[nodiscard]] std::unique_ptr<Command> makeVoucherXmlCommand();
+[[nodiscard]] std::unique_ptr<Command> makeSampleXmlCommand();
 
 /// All commands in the order in which help lists them.
 [[nodiscard]] std::vector<std::unique_ptr<Command>> allCommands();

@@ -17,6 +17,12 @@ void Output::line(std::string_view text) {
     requireGood();
 }
 
+void Output::raw(std::string_view text) {
+    errno = 0;
+    console_.out.write(text.data(), static_cast<std::streamsize>(text.size()));
+    requireGood();
+}
+
 void Output::table(const TextTable& table) {
     for (const std::string& text : table.lines()) {
         line(text);

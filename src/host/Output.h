@@ -27,6 +27,8 @@ public:
     /// Writes one line as it is; for texts of the program itself and for JSON, which has no control characters.
     void line(std::string_view text);
     void table(const TextTable& table);
+    /// Writes a document as it is, without a line break of its own.
+    void raw(std::string_view text);
     /// Hands everything written so far to the reader. A command calls it before it counts its output as done.
     void flush();
     /// Writes a line for people on the error stream, made safe for a terminal, unless they want none.

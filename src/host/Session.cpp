@@ -1,26 +1,31 @@
 #include "host/Session.h"
 
-#include "adapters/sqlite/database.h"
+#include "adapters/guard/GuardedConnection.h"
 #include "host/ExitCode.h"
 #include "host/Failure.h"
 #include "z7cashflow/model/modPublic.h"
 #include "z7cashflow/support/conversions.h"
 
+#include <filesystem>
+
 namespace z7::cashflow::host {
 
-Session::Session(const std::filesystem::path& database, std::int16_t year, const GlobalOptions& options,
-                 const Console& console)
+Session::Session(const AccountPlace& place, std::int16_t year, const GlobalOptions& options, const Console& console)
     : year_(year), messageBox_(std::make_shared<terminal::TerminalMessageBox>(
                        console.in, console.err, terminal::MessageBoxOptions{console.interactive, options.quiet})) {
     std::error_code ignored;
-    if (!std::filesystem::exists(database, ignored)) {
-        throw Failure(exitCode::database, HostText::fileMissing, {database.string()});
+    const auto file = place.file();
+    if (file && !std::filesystem::exists(*file, ignored)) {
+        throw Failure(exitCode::database, HostText::fileMissing, {file->string()});
     }
-    const std::string connectionString = sqlite::connectionString(database, year);
+    connection_ = place.makeConnection();
+    guarded_ = options.guard ? std::make_shared<guard::GuardedConnection>(connection_) : connection_;
+    const std::string connectionString = place.connectionString(year);
     try {
-        connection_.Open(connectionString);
+        connection_->Open(connectionString);
     } catch (const Error& error) {
-        throw Failure(exitCode::database, HostText::notADatabase, {database.string(), error.description()});
+        throw Failure(exitCode::database, HostText::notADatabase,
+                      {place.shownName(options.language), error.description()});
     }
     modPublic::Context& context = modPublic::context();
     context = modPublic::Context{};
@@ -35,8 +40,6 @@ Session::~Session() {
     modPublic::context() = modPublic::Context{};
 }
 
-bool Session::accountOption(const char* name) {
-    return asciiUpper(data_.GetAccInfo(connection_, "GL", name)) == "TRUE";
-}
+bool Session::accountOption(const char* name) { return asciiUpper(data_.GetAccInfo(*guarded_, "GL", name)) == "TRUE"; }
 
 } // namespace z7::cashflow::host

@@ -39,6 +39,13 @@ Settings readSettings(std::string_view text, const std::string& shownPath, Langu
                                              : name == "operator"          ? &settings.operatorName
                                              : name == "accounting_system" ? &settings.accountingSystem
                                                                            : nullptr;
+        if (name == "guard") {
+            settings.guard = node.value_exact<bool>();
+            if (!settings.guard) {
+                fail(shownPath, line, language, HostText::settingsNoTruth, {name});
+            }
+            continue;
+        }
         if (target == nullptr && name != "language") {
             fail(shownPath, line, language, HostText::settingsBadKey, {name});
         }

@@ -16,9 +16,11 @@ struct Settings {
     std::optional<std::string> operatorName;
     std::optional<std::string> accountingSystem;
     std::optional<Language> language;
+    std::optional<bool> guard;
 };
 
-/// Reads TOML text with the keys account, user, operator, accounting_system and language, all texts. Failure (usage) for
+/// Reads TOML text with the keys account, user, operator, accounting_system and language, all texts, and guard, which is true or
+/// false. Failure (usage) for
 /// text that is no TOML, an unknown key or an unfit value; shownPath names the file in it,
 /// in the language given.
 [[nodiscard]] Settings readSettings(std::string_view text, const std::string& shownPath, Language language);

@@ -172,16 +172,30 @@ std::vector<TableFile> tableFilesOfFolder(const std::filesystem::path& folder) {
 
 std::vector<TableFile> tableFilesOfSample() {
     std::vector<TableFile> files;
+    const auto definitionOf = [](std::string_view name) {
+        for (const SampleFile& definition : sampleDefinitions()) {
+            if (definition.name == name) {
+                return std::string(definition.text);
+            }
+        }
+        return std::string();
+    };
     for (const SampleFile& sample : sampleFiles()) {
-        files.push_back({std::string(sample.table), std::string(sample.table) + ".csv", [text = sample.text] {
-                             return std::make_unique<std::istringstream>(std::string(text), std::ios::binary);
-                         }});
+        files.push_back(
+            {std::string(sample.name), std::string(sample.name) + ".csv",
+             [text = sample.text] { return std::make_unique<std::istringstream>(std::string(text), std::ios::binary); },
+             definitionOf(sample.name)});
     }
     return files;
 }
 
 LoadedTables loadTableFiles(sqlite::Connection& connection, const std::vector<TableFile>& files, Language language,
                             const std::function<bool()>& stopRequested) {
+    for (const TableFile& file : files) {
+        if (!file.definition.empty()) {
+            connection.Execute(file.definition);
+        }
+    }
     const std::vector<std::string> tables = sqlite::tableNames(connection);
     LoadedTables loaded;
     std::set<std::string> seen;

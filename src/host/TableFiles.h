@@ -19,6 +19,7 @@ struct TableFile {
     std::string shownName; ///< how messages name the file
     /// Opens the file for reading; a null pointer if that fails.
     std::function<std::unique_ptr<std::istream>()> open;
+    std::string definition{}; ///< the statement that makes the table; empty for a table that every account has
 };
 
 /// What a loading has put into the database.

@@ -7,14 +7,14 @@ namespace z7::cashflow::host {
 std::shared_ptr<CashFlowCollection> storedRows(Session& session, const VoucherHead& voucher) {
     const VoucherKey& key = voucher.key;
     modPublic::SetIYear(key.year);
-    return session.provider().Gl().GetCashFlowColFromDB(session.connection(), voucherTable, key.period, key.kind,
+    return session.provider().Gl().GetCashFlowColFromDB(session.guarded(), voucherTable, key.period, key.kind,
                                                         key.number, voucher.date);
 }
 
 std::shared_ptr<CashFlowCollection> generatedRows(Session& session, const VoucherHead& voucher) {
     const VoucherKey& key = voucher.key;
     modPublic::SetIYear(key.year);
-    return session.provider().Gl().CreateCashFlowColFromDB(session.connection(), voucherTable, key.period, key.kind,
+    return session.provider().Gl().CreateCashFlowColFromDB(session.guarded(), voucherTable, key.period, key.kind,
                                                            key.number, voucher.date);
 }
 
@@ -25,16 +25,22 @@ Verdict judge(Session& session, const VoucherHead& voucher, std::shared_ptr<Cash
     }
     rows->UpdateCol(key.period, key.kind, key.number, voucher.date);
     const bool none = rows->Count() == 0;
-    if (none && !session.data().HaveCashFlowCodeInVoucher(session.connection(), voucherTable, key.period, key.kind,
-                                                          key.number)) {
+    if (none &&
+        !session.data().HaveCashFlowCodeInVoucher(session.guarded(), voucherTable, key.period, key.kind, key.number)) {
         return {Verdict::Kind::noCash, {}};
     }
     std::string reason;
-    if (!session.provider().Gl().CheckCFColFromDB(session.connection(), voucherTable, key.period, key.kind, key.number,
+    if (!session.provider().Gl().CheckCFColFromDB(session.guarded(), voucherTable, key.period, key.kind, key.number,
                                                   rows, &reason)) {
         return {Verdict::Kind::refused, reason};
     }
     return {none ? Verdict::Kind::nothing : Verdict::Kind::meets, {}};
+}
+
+HostText savedText(Outcome outcome) noexcept {
+    return outcome == Outcome::stored   ? HostText::savedRows
+           : outcome == Outcome::noCash ? HostText::savedNoCash
+                                        : HostText::savedNothing;
 }
 
 std::string verdictText(Language language, const Verdict& verdict) {
@@ -49,22 +55,6 @@ std::string verdictText(Language language, const Verdict& verdict) {
         break;
     }
     return hostText(language, HostText::verdictRefused, {reasonText(language, verdict.reason)});
-}
-
-std::string reasonText(Language language, const std::string& reason) {
-    const std::size_t lineBreak = reason.find("\r\n");
-    if (lineBreak != std::string::npos) {
-        return reason.substr(0, lineBreak) + (language == Language::chinese ? "；" : "; ") +
-               reason.substr(lineBreak + 2);
-    }
-    const std::size_t firstTab = reason.find('\t');
-    if (firstTab == std::string::npos) {
-        return reason;
-    }
-    const std::size_t secondTab = reason.find('\t', firstTab + 1);
-    const std::string line = reason.substr(firstTab + 1, secondTab - firstTab - 1);
-    const std::string text = reason.substr(0, firstTab);
-    return line.empty() ? text : hostText(language, HostText::reasonAtLine, {text, line});
 }
 
 } // namespace z7::cashflow::host

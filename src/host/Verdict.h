@@ -1,8 +1,10 @@
 #pragma once
 
+#include "host/Allotment.h"
 #include "host/HostText.h"
 #include "host/Session.h"
 #include "host/VoucherList.h"
+#include "host/reasonText.h"
 
 #include <memory>
 #include <string>
@@ -30,11 +32,10 @@ struct Verdict {
 /// Compares rows with their voucher. No rows, or a null pointer, are checked as an empty collection.
 [[nodiscard]] Verdict judge(Session& session, const VoucherHead& voucher, std::shared_ptr<CashFlowCollection> rows);
 
+/// What is told of a save that came to an outcome, with places for the voucher and the number of rows.
+[[nodiscard]] HostText savedText(Outcome outcome) noexcept;
+
 /// A verdict in words.
 [[nodiscard]] std::string verdictText(Language language, const Verdict& verdict);
-
-/// A reason of the library on one line for people: where it names a line of the voucher, the line is told in words and the
-/// column of the dialog is left out.
-[[nodiscard]] std::string reasonText(Language language, const std::string& reason);
 
 } // namespace z7::cashflow::host

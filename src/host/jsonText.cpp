@@ -1,6 +1,10 @@
 #include "host/jsonText.h"
 
+#include "z7cashflow/support/conversions.h"
+
 #include <nlohmann/json.hpp>
+
+#include <set>
 
 namespace z7::cashflow::host {
 
@@ -46,17 +50,38 @@ Json resultJson(const VoucherResult& result) {
     Json json = {
         {"voucher", voucherKeyText(result.key)}, {"outcome", outcomeWord(result.outcome)}, {"rows", result.rows}};
     if (result.refusal) {
-        json["error"] = {{"number", result.refusal->number}, {"description", result.refusal->description}};
+        json["error"] = errorJson(*result.refusal);
     }
     return json;
 }
 
+Json errorJson(const Refusal& refusal) { return {{"number", refusal.number}, {"description", refusal.description}}; }
+
+namespace {
+
+/// A number that a document holds as text. A text that is none stays one.
+Json numberOf(const std::string& text) {
+    const auto number = readNumber(text);
+    const bool whole = number && text.find_first_not_of("-0123456789") == std::string::npos && text.size() <= 15;
+    return !number ? Json(text) : whole ? Json(static_cast<std::int64_t>(*number)) : Json(*number);
+}
+
+} // namespace
+
 Json rowsJson(const CashFlowCollection& rows) {
     Json array = Json::array();
+    std::set<std::string> numbers;
+    for (const std::string& field : rows.CFStruct().Fields()) {
+        if (rows.CFStruct().Item(field)->DataType == "num") {
+            numbers.insert(field);
+        }
+    }
     for (const auto& row : rows) {
         Json object = Json::object();
         for (const std::string& field : row->Fields()) {
-            object[field] = row->Item(field).visit(JsonOfValue{});
+            const Variant& value = row->Item(field);
+            const bool isNumberText = value.is<std::string>() && numbers.contains(field);
+            object[field] = isNumberText ? numberOf(toText(value)) : value.visit(JsonOfValue{});
         }
         array.push_back(std::move(object));
     }

@@ -16,7 +16,11 @@ namespace z7::cashflow::host {
 /// "description" as well.
 [[nodiscard]] nlohmann::ordered_json resultJson(const VoucherResult& result);
 
-/// Rows as an array of objects with all their fields by name: null as null, numbers as numbers, dates as "yyyy-mm-dd".
+/// A refusal: {"number":10009,"description":"..."}, as it was raised.
+[[nodiscard]] nlohmann::ordered_json errorJson(const Refusal& refusal);
+
+/// Rows as an array of objects with all their fields by name: null as null, numbers as numbers, dates as
+/// "yyyy-mm-dd"; rows that come from a document are told alike.
 [[nodiscard]] nlohmann::ordered_json rowsJson(const CashFlowCollection& rows);
 
 /// The word for an outcome in JSON: "stored", "no-cash", "nothing" or "refused".

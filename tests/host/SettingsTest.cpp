@@ -39,16 +39,23 @@ TEST(Settings, ReadsEveryKey) {
 TEST(Settings, LeavesOutWhatTheFileLeavesOut) {
     const Settings settings = readSettings("", "my.toml", Language::english);
     EXPECT_FALSE(settings.account || settings.user || settings.operatorName || settings.accountingSystem ||
-                 settings.language);
+                 settings.language || settings.guard);
+}
+
+TEST(Settings, SwitchTheGuard) {
+    EXPECT_EQ(readSettings("guard = false\n", "my.toml", Language::english).guard, std::optional(false));
+    EXPECT_EQ(readSettings("guard = true\n", "my.toml", Language::english).guard, std::optional(true));
 }
 
 TEST(Settings, NamesWhatIsWrongAndWhere) {
     EXPECT_EQ(failureOf("account = \"1\"\npassword = \"x\"\n"),
               "Settings file my.toml, line 2: unknown setting \"password\"; known are account, user, operator, "
-              "accounting_system and language");
+              "accounting_system, language and guard");
     EXPECT_EQ(failureOf("account = 1\n"), "Settings file my.toml, line 1: setting \"account\" must be a text");
     EXPECT_EQ(failureOf("\n\nlanguage = \"fr\"\n"),
               "Settings file my.toml, line 3: setting \"language\" cannot be \"fr\"");
+    EXPECT_EQ(failureOf("guard = \"false\"\n"),
+              "Settings file my.toml, line 1: setting \"guard\" must be true or false");
     EXPECT_THAT(failureOf("user = \"a\"\nuser = \"b\"\n"), HasSubstr("my.toml, line 2: "));
     EXPECT_THAT(failureOf("user = \n"), HasSubstr("my.toml, line 1: "));
     EXPECT_THAT(failureOf("user = \"\xFF\"\n"), HasSubstr("my.toml, line 1: "));

@@ -57,9 +57,10 @@ public:
 
     int run(const GlobalOptions& options, const Console& console) override {
         Output output(console, options);
+        const AccountPlace place = period_.database.take(options);
         const std::int16_t year = period_.year();
         const auto period = period_.period();
-        Session session(period_.database.file, year, options, console);
+        Session session(place, year, options, console);
         const auto vouchers = listVouchers(session.connection(), year, period);
         if (vouchers.empty()) {
             output.remark(output.text(HostText::noVouchers));
@@ -72,7 +73,7 @@ public:
         try {
             ProgressBar bar(console.err, output.text(HostText::progress), vouchers.size(),
                             console.errorsOnTerminal && !options.quiet && !options.json);
-            Allotment allotment(session.connection(), session.provider().Gl(), !dryRun_);
+            Allotment allotment(session.guarded(), session.provider().Gl(), !dryRun_);
             bar.update(0);
             allotment.allotAll(
                 vouchers, [&signals] { return signals.requested(); },

@@ -39,8 +39,9 @@ public:
 
     int run(const GlobalOptions& options, const Console& console) override {
         Output output(console, options);
+        const AccountPlace place = voucher_.take(options);
         const VoucherKey key = voucher_.key();
-        Session session(voucher_.database.file, key.year, options, console);
+        Session session(place, key.year, options, console);
         const VoucherHead head = voucher_.find(session);
         const auto rows = storedRows(session, head);
         const std::int32_t count = rows ? rows->Count() : 0;

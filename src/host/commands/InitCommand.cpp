@@ -33,6 +33,11 @@ public:
 
     int run(const GlobalOptions& options, const Console& console) override {
         Output output(console, options);
+        const AccountPlace place = database_.take(options);
+        const auto file = place.file();
+        if (!file) {
+            throw Failure(exitCode::usage, HostText::connectNoInit);
+        }
         const auto accountOptions = readAccountOptions(settings_);
         std::vector<TableFile> files;
         if (sample_) {
@@ -43,17 +48,17 @@ public:
         StopSignals signals;
         LoadedTables loaded;
         try {
-            loaded = makeAccount(database_.file, files, accountOptions, options.language,
-                                 [&signals] { return signals.requested(); });
+            loaded =
+                makeAccount(*file, files, accountOptions, options.language, [&signals] { return signals.requested(); });
         } catch (const Interrupted&) {
             output.remark(output.text(HostText::initInterrupted));
             return exitCode::signalBase + signals.received();
         }
         if (output.json()) {
-            output.line(jsonText({{"file", database_.file}, {"tables", loaded.tables}, {"records", loaded.records}}));
+            output.line(jsonText({{"file", file->string()}, {"tables", loaded.tables}, {"records", loaded.records}}));
         } else {
             output.line(
-                output.text(HostText::databaseMade, {terminal::printable(database_.file), std::to_string(loaded.tables),
+                output.text(HostText::databaseMade, {terminal::printable(file->string()), std::to_string(loaded.tables),
                                                      std::to_string(loaded.records)}));
         }
         output.flush();

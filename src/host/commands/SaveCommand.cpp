@@ -26,10 +26,11 @@ public:
 
     int run(const GlobalOptions& options, const Console& console) override {
         Output output(console, options);
+        const AccountPlace place = voucher_.take(options);
         const VoucherKey key = voucher_.key();
-        Session session(voucher_.database.file, key.year, options, console);
+        Session session(place, key.year, options, console);
         const VoucherHead head = voucher_.find(session);
-        Allotment allotment(session.connection(), session.provider().Gl(), true);
+        Allotment allotment(session.guarded(), session.provider().Gl(), true);
         const VoucherResult result = allotment.allot(head);
         if (output.json()) {
             output.line(jsonText(resultJson(result)));
@@ -38,10 +39,7 @@ public:
                 exitCode::refused, HostText::voucherFailed,
                 {std::to_string(result.refusal->number), reasonText(options.language, result.refusal->description)});
         } else {
-            const HostText text = result.outcome == Outcome::stored   ? HostText::savedRows
-                                  : result.outcome == Outcome::noCash ? HostText::savedNoCash
-                                                                      : HostText::savedNothing;
-            output.line(output.text(text, {voucherKeyText(key), std::to_string(result.rows)}));
+            output.line(output.text(savedText(result.outcome), {voucherKeyText(key), std::to_string(result.rows)}));
         }
         output.flush();
         return result.refusal ? exitCode::refused : exitCode::done;

@@ -3,6 +3,7 @@
 #include "host/Output.h"
 #include "host/Verdict.h"
 #include "host/commands/arguments.h"
+#include "host/databaseFailure.h"
 #include "host/jsonText.h"
 
 #include <CLI/CLI.hpp>
@@ -17,21 +18,34 @@ namespace {
 /// How the rows of one voucher stand.
 struct VoucherState {
     double cashSum = 0.0;
-    bool needed = false;       ///< the voucher moves cash, so that it must have rows
-    std::int32_t stored = 0;   ///< the rows that are stored
-    std::optional<bool> meets; ///< whether the stored rows meet the voucher; nothing without stored rows
+    bool needed = false;            ///< the voucher moves cash, so that it must have rows
+    std::int32_t stored = 0;        ///< the rows that are stored
+    std::optional<bool> meets;      ///< whether the stored rows meet the voucher; nothing without stored rows
+    std::optional<Refusal> refusal; ///< why it could not be found out; what was found before is told
 };
 
-VoucherState stateOf(Session& session, const VoucherHead& voucher) {
+void readState(Session& session, const VoucherHead& voucher, VoucherState& state) {
     const VoucherKey& key = voucher.key;
-    VoucherState state;
     const auto rows = storedRows(session, voucher);
     state.cashSum =
-        session.data().GetCashSumInVoucher(session.connection(), voucherTable, key.period, key.kind, key.number);
+        session.data().GetCashSumInVoucher(session.guarded(), voucherTable, key.period, key.kind, key.number);
     state.needed = state.cashSum != 0.0;
     if (rows) {
         state.stored = rows->Count();
         state.meets = judge(session, voucher, rows).kind == Verdict::Kind::meets;
+    }
+}
+
+/// One voucher whose data cannot be worked with does not end the list.
+VoucherState stateOf(Session& session, const VoucherHead& voucher) {
+    VoucherState state;
+    try {
+        readState(session, voucher, state);
+    } catch (const Error& error) {
+        if (isDatabaseFailure(error)) {
+            throw;
+        }
+        state.refusal = Refusal{error.number(), error.description()};
     }
     return state;
 }
@@ -48,9 +62,10 @@ public:
 
     int run(const GlobalOptions& options, const Console& console) override {
         Output output(console, options);
+        const AccountPlace place = period_.database.take(options);
         const std::int16_t year = period_.year();
         const auto period = period_.period();
-        Session session(period_.database.file, year, options, console);
+        Session session(place, year, options, console);
         const auto vouchers = listVouchers(session.connection(), year, period);
         TextTable table({{output.text(HostText::voucher)},
                          {output.text(HostText::date)},
@@ -61,6 +76,11 @@ public:
                          {output.text(HostText::meets)}});
         for (const VoucherHead& voucher : vouchers) {
             const VoucherState state = stateOf(session, voucher);
+            if (state.refusal) {
+                output.remark(output.text(HostText::stateUnknown,
+                                          {voucherKeyText(voucher.key), std::to_string(state.refusal->number),
+                                           reasonText(options.language, state.refusal->description)}));
+            }
             if (output.json()) {
                 output.line(jsonText(json(voucher, state)));
             } else {
@@ -85,13 +105,17 @@ private:
         const auto orNull = [](bool there, const nlohmann::ordered_json& value) {
             return there ? value : nlohmann::ordered_json();
         };
-        return {{"voucher", voucherKeyText(voucher.key)},
-                {"date", orNull(voucher.date != Date::none(), dayText(voucher.date))},
-                {"summary", voucher.summary},
-                {"cashSum", state.cashSum},
-                {"needed", state.needed},
-                {"stored", state.stored},
-                {"meets", orNull(state.meets.has_value(), state.meets.value_or(false))}};
+        nlohmann::ordered_json object = {{"voucher", voucherKeyText(voucher.key)},
+                                         {"date", orNull(voucher.date != Date::none(), dayText(voucher.date))},
+                                         {"summary", voucher.summary},
+                                         {"cashSum", state.cashSum},
+                                         {"needed", state.needed},
+                                         {"stored", state.stored},
+                                         {"meets", orNull(state.meets.has_value(), state.meets.value_or(false))}};
+        if (state.refusal) {
+            object["error"] = errorJson(*state.refusal);
+        }
+        return object;
     }
 
     static std::vector<std::string> cells(const Output& output, const VoucherHead& voucher, const VoucherState& state) {
@@ -102,7 +126,9 @@ private:
                 amountText(state.cashSum),
                 word(state.needed),
                 std::to_string(state.stored),
-                state.meets ? word(*state.meets) : "-"};
+                state.refusal ? "?"
+                : state.meets ? word(*state.meets)
+                              : "-"};
     }
 
     PeriodArgument period_;

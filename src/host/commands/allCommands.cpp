@@ -10,6 +10,11 @@ std::vector<std::unique_ptr<Command>> allCommands() {
     commands.push_back(makeCheckCommand());
     commands.push_back(makeSaveCommand());
     commands.push_back(makeAllotCommand());
+    commands.push_back(makeExportCommand());
+    commands.push_back(makeImportCommand());
+    commands.push_back(makeOutsideCommand());
+    commands.push_back(makeVoucherXmlCommand());
+    commands.push_back(makeSampleXmlCommand());
     return commands;
 }
 

@@ -8,12 +8,41 @@
 namespace z7::cashflow::host {
 
 void DatabaseArgument::declare(CLI::App& command, Language language) {
-    command.add_option("FILE", file, hostText(language, HostText::helpFile))->required();
+    command.add_option("FILE", file, hostText(language, HostText::helpFile));
+}
+
+AccountPlace DatabaseArgument::take(const GlobalOptions& options, const std::vector<Word>& behind) {
+    const bool oneLess = behind.empty() ? file.empty() : behind.back().text->empty();
+    const bool connected = !options.connect.empty() && (options.connectGiven || oneLess);
+    if (connected) {
+        std::string word = std::move(file);
+        file.clear();
+        for (const Word& place : behind) {
+            std::swap(word, *place.text);
+        }
+        if (!word.empty()) {
+            throw Failure(exitCode::usage, HostText::argumentTooMany, {word});
+        }
+    } else if (file.empty()) {
+        throw Failure(exitCode::usage, HostText::argumentMissing, {"FILE"});
+    }
+    for (const Word& word : behind) {
+        if (word.text->empty()) {
+            throw Failure(exitCode::usage, HostText::argumentMissing, {word.name});
+        }
+    }
+    return connected ? AccountPlace::behind(options.connect) : AccountPlace::ofFile(file);
 }
 
 void VoucherArgument::declare(CLI::App& command, Language language) {
     database.declare(command, language);
-    command.add_option("VOUCHER", text, hostText(language, HostText::helpKey))->required();
+    command.add_option("VOUCHER", text, hostText(language, HostText::helpKey));
+}
+
+AccountPlace VoucherArgument::take(const GlobalOptions& options, const std::vector<Word>& behind) {
+    std::vector<Word> words{{"VOUCHER", &text}};
+    words.insert(words.end(), behind.begin(), behind.end());
+    return database.take(options, words);
 }
 
 VoucherKey VoucherArgument::key() const {
@@ -34,15 +63,19 @@ VoucherHead VoucherArgument::find(Session& session) const {
 
 void PeriodArgument::declare(CLI::App& command, Language language) {
     database.declare(command, language);
-    command.add_option("--year", yearNumber, hostText(language, HostText::helpYear))->required();
+    yearArgument.declare(command, language);
     command.add_option("--period", periodNumber, hostText(language, HostText::helpPeriod));
 }
 
-std::int16_t PeriodArgument::year() const {
-    if (yearNumber < 1 || yearNumber > 9999) {
-        throw Failure(exitCode::usage, HostText::badYear, {std::to_string(yearNumber)});
+void YearArgument::declare(CLI::App& command, Language language) {
+    command.add_option("--year", number, hostText(language, HostText::helpYear))->required();
+}
+
+std::int16_t YearArgument::year() const {
+    if (number < 1 || number > 9999) {
+        throw Failure(exitCode::usage, HostText::badYear, {std::to_string(number)});
     }
-    return static_cast<std::int16_t>(yearNumber);
+    return static_cast<std::int16_t>(number);
 }
 
 std::optional<std::uint8_t> PeriodArgument::period() const {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/AccountPlace.h"
+#include "host/GlobalOptions.h"
 #include "host/Language.h"
 #include "host/Session.h"
 #include "host/VoucherList.h"
@@ -7,6 +9,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace CLI {
 class App;
@@ -16,10 +19,20 @@ namespace z7::cashflow::host {
 
 /// Arguments that several commands take, with what is done to read them. The values are read after parsing.
 
-/// The database file of an account.
+/// A word of the command line that is no option, under the name that help gives it.
+struct Word {
+    const char* name;
+    std::string* text;
+};
+
+/// Where the account's database is: the first word of a command, or --connect in its place.
 struct DatabaseArgument {
     std::string file;
     void declare(CLI::App& command, Language language);
+    /// The account's place. With --connect the words behind the file's place move up by one, since there is no file; so they do
+    /// with a connection string of the environment if there is one word less. Failure (usage) if a word is missing or
+    /// there is one too many.
+    [[nodiscard]] AccountPlace take(const GlobalOptions& options, const std::vector<Word>& behind = {});
 };
 
 /// One voucher of an account.
@@ -29,18 +42,27 @@ struct VoucherArgument {
     void declare(CLI::App& command, Language language);
     /// Failure (usage) if the text is no voucher key.
     [[nodiscard]] VoucherKey key() const;
+    /// As DatabaseArgument::take, with the voucher and other words behind it.
+    [[nodiscard]] AccountPlace take(const GlobalOptions& options, const std::vector<Word>& behind = {});
     /// The voucher in an open session of its year. Failure (refused) if it is not there.
     [[nodiscard]] VoucherHead find(Session& session) const;
+};
+
+/// An accounting year.
+struct YearArgument {
+    std::int64_t number = 0;
+    void declare(CLI::App& command, Language language);
+    /// Failure (usage) if it is no year from 1 to 9999.
+    [[nodiscard]] std::int16_t year() const;
 };
 
 /// An accounting year or one period of it.
 struct PeriodArgument {
     DatabaseArgument database;
-    std::int64_t yearNumber = 0;
+    YearArgument yearArgument;
     std::optional<std::int64_t> periodNumber;
     void declare(CLI::App& command, Language language);
-    /// Failure (usage) if it is no year from 1 to 9999.
-    [[nodiscard]] std::int16_t year() const;
+    [[nodiscard]] std::int16_t year() const { return yearArgument.year(); }
     /// Failure (usage) if it is no period from 0 to 255.
     [[nodiscard]] std::optional<std::uint8_t> period() const;
 };

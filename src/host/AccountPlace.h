@@ -1,0 +1,40 @@
+#pragma once
+
+#include "host/Language.h"
+#include "z7cashflow/ports/Connection.h"
+
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace z7::cashflow::host {
+
+/// Where an account's database is: a file of the embedded database, or what a connection string names. The string chooses the
+/// adapter: with driver=sqlite the embedded database, with everything else an ODBC driver. It may hold a password and is never shown.
+class AccountPlace {
+public:
+    /// An account's file, which need not be there yet.
+    [[nodiscard]] static AccountPlace ofFile(std::filesystem::path file);
+    /// What a connection string names. It must not say a year, which comes from the command.
+    [[nodiscard]] static AccountPlace behind(std::string connectionString);
+
+    /// The account's file; nothing for a server. Error 5 for a string of the embedded database that cannot be read.
+    [[nodiscard]] std::optional<std::filesystem::path> file() const;
+    /// How messages name it.
+    [[nodiscard]] std::string shownName(Language language) const;
+    /// The string that opens it in an accounting year, or without one.
+    [[nodiscard]] std::string connectionString(std::optional<std::int16_t> year) const;
+    /// A closed connection of the adapter that it needs.
+    [[nodiscard]] std::shared_ptr<Connection> makeConnection() const;
+
+private:
+    AccountPlace() = default;
+
+    std::filesystem::path file_;
+    std::string connectionString_; ///< empty for a file
+    bool embedded_ = true;
+};
+
+} // namespace z7::cashflow::host

@@ -1,0 +1,56 @@
+#include "host/Command.h"
+#include "host/ExitCode.h"
+#include "host/Output.h"
+#include "host/Verdict.h"
+#include "host/commands/arguments.h"
+#include "host/jsonText.h"
+
+#include <CLI/CLI.hpp>
+#include <nlohmann/json.hpp>
+
+namespace z7::cashflow::host {
+
+namespace {
+
+/// z7cf export: writes the rows of a voucher as an XML document.
+class ExportCommand final : public Command {
+public:
+    CLI::App& declare(CLI::App& program, Language language) override {
+        CLI::App* command = program.add_subcommand("export", hostText(language, HostText::helpExport));
+        voucher_.declare(*command, language);
+        command->add_flag("--generate", generate_, hostText(language, HostText::helpGenerate));
+        command->footer(hostText(language, HostText::examplesExport));
+        return *command;
+    }
+
+    int run(const GlobalOptions& options, const Console& console) override {
+        Output output(console, options);
+        const AccountPlace place = voucher_.take(options);
+        const VoucherKey key = voucher_.key();
+        Session session(place, key.year, options, console);
+        const VoucherHead head = voucher_.find(session);
+        auto rows = generate_ ? generatedRows(session, head) : storedRows(session, head);
+        if (!rows) { // a document without rows, which still names its voucher
+            rows = session.provider().CreateCashFlowCollection();
+            rows->UpdateCol(key.period, key.kind, key.number, head.date);
+        }
+        const std::string document = rows->Save();
+        if (output.json()) {
+            output.line(jsonText({{"voucher", voucherKeyText(key)}, {"rows", rows->Count()}, {"xml", document}}));
+        } else {
+            output.raw(document);
+        }
+        output.flush();
+        return exitCode::done;
+    }
+
+private:
+    VoucherArgument voucher_;
+    bool generate_ = false;
+};
+
+} // namespace
+
+std::unique_ptr<Command> makeExportCommand() { return std::make_unique<ExportCommand>(); }
+
+} // namespace z7::cashflow::host

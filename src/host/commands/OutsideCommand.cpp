@@ -1,0 +1,170 @@
+#include "adapters/terminal/printable.h"
+#include "host/Allotment.h"
+#include "host/Command.h"
+#include "host/ExitCode.h"
+#include "host/Failure.h"
+#include "host/Output.h"
+#include "host/RowsView.h"
+#include "host/Verdict.h"
+#include "host/commands/arguments.h"
+#include "host/inputText.h"
+#include "host/jsonText.h"
+#include "host/outputFile.h"
+#include "host/reasonText.h"
+#include "z7cashflow/model/modPublic.h"
+#include "z7cashflow/support/conversions.h"
+
+#include <CLI/CLI.hpp>
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+
+namespace z7::cashflow::host {
+
+namespace {
+
+/// A name that the host may put into a statement of its own: letters, digits and "_", with a database and an owner before it.
+bool isPlainName(const std::string& name) {
+    return !name.empty() && std::count(name.begin(), name.end(), '.') <= 2 &&
+           std::all_of(name.begin(), name.end(), [](char c) {
+               return c == '.' || c == '_' || (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') ||
+                      (c >= 'A' && c <= 'Z') || static_cast<signed char>(c) < 0;
+           });
+}
+
+std::string doubledQuotes(const std::string& text) {
+    std::string result;
+    for (const char c : text) {
+        result += c == '\'' ? std::string("''") : std::string(1, c);
+    }
+    return result;
+}
+
+/// z7cf outside: the rows of a voucher that another subsystem keeps under a key of its own.
+class OutsideCommand final : public Command {
+public:
+    CLI::App& declare(CLI::App& program, Language language) override {
+        CLI::App* command = program.add_subcommand("outside", hostText(language, HostText::helpOutside));
+        command->add_option("ACTION", action_, hostText(language, HostText::helpAction))->required();
+        database_.declare(*command, language);
+        command->add_option("TABLE", table_, hostText(language, HostText::helpTable));
+        command->add_option("OUTKEY", key_, hostText(language, HostText::helpOutKey));
+        year_.declare(*command, language);
+        command->add_option("--xml", file_, hostText(language, HostText::helpOutsideXml));
+        command->footer(hostText(language, HostText::examplesOutside));
+        return *command;
+    }
+
+    int run(const GlobalOptions& options, const Console& console) override {
+        const bool writes = action_ == "rows" || action_ == "generate";
+        const bool reads = action_ == "check" || action_ == "save";
+        if (!writes && !reads) {
+            throw Failure(exitCode::usage, HostText::badAction, {action_});
+        }
+        const AccountPlace place = database_.take(options, {{"TABLE", &table_}, {"OUTKEY", &key_}});
+        if (!isPlainName(table_)) {
+            throw Failure(exitCode::usage, HostText::badTable, {table_});
+        }
+        const std::int16_t year = year_.year();
+        const std::string document = reads && !file_.empty() ? inputText(file_, console) : std::string();
+        Output output(console, options);
+        Session session(place, year, options, console);
+        modPublic::SetIYear(year); // the outside contract leaves the year to its host
+        requireVoucher(session);
+        if (writes) {
+            return show(output, session);
+        }
+        return action_ == "check" ? check(output, session, document) : save(output, session, document);
+    }
+
+private:
+    void requireVoucher(Session& session) const {
+        const auto count = session.connection().Execute("select count(*) from " + table_ + " where coutno_id=N'" +
+                                                        doubledQuotes(key_) + "'");
+        const bool there = toInt32(count->Fields().Item(0)) > 0;
+        count->Close();
+        if (!there) {
+            throw Failure(exitCode::refused, HostText::noOutsideVoucher, {table_, key_});
+        }
+    }
+
+    int show(Output& output, Session& session) const {
+        IOutVoucherProvider& provider = session.provider().Out();
+        const std::string document = action_ == "generate"
+                                         ? provider.CreateCashFlowColFromDB(session.guarded(), table_, key_)
+                                         : provider.GetCashFlowColFromDB(session.guarded(), table_, key_);
+        if (file_.empty()) {
+            showRows(output, session, rowsOfDocument(document).get());
+        } else if (file_ == "-") {
+            output.raw(document);
+        } else {
+            writeNewFile(file_, document);
+        }
+        output.flush();
+        return exitCode::done;
+    }
+
+    int check(Output& output, Session& session, const std::string& document) const {
+        if (!document.empty()) {
+            output.remark(output.text(HostText::outsideCheckIgnores));
+        }
+        const bool cash = session.data().HaveCashFlowCodeInVoucher2(session.guarded(), table_, key_);
+        const bool meets =
+            !cash || session.provider().Out().CheckCFColFromDB(session.guarded(), table_, key_, document);
+        if (output.json()) {
+            output.line(jsonText({{"table", table_},
+                                  {"key", key_},
+                                  {"verdict", !cash   ? "no-cash"
+                                              : meets ? "meets"
+                                                      : "refused"}}));
+        } else {
+            output.line(output.text(!cash   ? HostText::verdictNoCash
+                                    : meets ? HostText::outsideMeets
+                                            : HostText::outsideRefused));
+        }
+        output.flush();
+        return meets ? exitCode::done : exitCode::refused;
+    }
+
+    int save(Output& output, Session& session, std::string document) const {
+        bool cash = false;
+        bool checkSum = true;
+        const auto refusal = saveInTransaction(session.connection(), true, [&] {
+            cash = session.data().HaveCashFlowCodeInVoucher2(session.guarded(), table_, key_);
+            session.provider().Out().SaveCashFlowCol(session.guarded(), table_, key_, &document, &checkSum);
+        });
+        const std::int32_t rows = refusal || !cash ? 0 : rowsOfDocument(document)->Count();
+        const Outcome outcome = refusal     ? Outcome::refused
+                                : !cash     ? Outcome::noCash
+                                : rows == 0 ? Outcome::nothing
+                                            : Outcome::stored;
+        if (output.json()) {
+            nlohmann::ordered_json json = {
+                {"table", table_}, {"key", key_}, {"outcome", outcomeWord(outcome)}, {"rows", rows}};
+            if (refusal) {
+                json["error"] = errorJson(*refusal);
+            }
+            output.line(jsonText(json));
+        } else if (refusal) {
+            throw Failure(exitCode::refused, HostText::voucherFailed,
+                          {std::to_string(refusal->number), reasonText(output.language(), refusal->description)});
+        } else {
+            output.line(terminal::printable(output.text(savedText(outcome), {key_, std::to_string(rows)})));
+        }
+        output.flush();
+        return refusal ? exitCode::refused : exitCode::done;
+    }
+
+    std::string action_;
+    DatabaseArgument database_;
+    std::string table_;
+    std::string key_;
+    YearArgument year_;
+    std::string file_;
+};
+
+} // namespace
+
+std::unique_ptr<Command> makeOutsideCommand() { return std::make_unique<OutsideCommand>(); }
+
+} // namespace z7::cashflow::host

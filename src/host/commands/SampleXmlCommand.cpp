@@ -1,0 +1,60 @@
+#include "host/Command.h"
+#include "host/ExitCode.h"
+#include "host/Failure.h"
+#include "host/Output.h"
+#include "host/jsonText.h"
+#include "host/outputFile.h"
+#include "host/sampleData.h"
+
+#include <CLI/CLI.hpp>
+#include <nlohmann/json.hpp>
+
+#include <filesystem>
+
+namespace z7::cashflow::host {
+
+namespace {
+
+/// z7cf sample-xml: writes the documents that belong to the sample company.
+class SampleXmlCommand final : public Command {
+public:
+    CLI::App& declare(CLI::App& program, Language language) override {
+        CLI::App* command = program.add_subcommand("sample-xml", hostText(language, HostText::helpSampleXml));
+        command->add_option("FOLDER", folder_, hostText(language, HostText::helpFolder))->required();
+        command->footer(hostText(language, HostText::examplesSampleXml));
+        return *command;
+    }
+
+    int run(const GlobalOptions& options, const Console& console) override {
+        Output output(console, options);
+        const std::filesystem::path folder(folder_);
+        std::error_code failure;
+        std::filesystem::create_directories(folder, failure);
+        if (failure) {
+            throw Failure(exitCode::database, HostText::moveFailed, {folder_, failure.message()});
+        }
+        for (const SampleFile& file : sampleDocuments()) { // none is written if one is there
+            requireNewFile(folder / (std::string(file.name) + ".xml"));
+        }
+        for (const SampleFile& file : sampleDocuments()) {
+            const std::filesystem::path path = folder / (std::string(file.name) + ".xml");
+            writeNewFile(path, file.text);
+            if (output.json()) {
+                output.line(jsonText({{"file", path.string()}}));
+            } else {
+                output.line(output.text(HostText::fileWritten, {path.string()}));
+            }
+        }
+        output.flush();
+        return exitCode::done;
+    }
+
+private:
+    std::string folder_;
+};
+
+} // namespace
+
+std::unique_ptr<Command> makeSampleXmlCommand() { return std::make_unique<SampleXmlCommand>(); }
+
+} // namespace z7::cashflow::host

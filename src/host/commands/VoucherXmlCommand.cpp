@@ -1,0 +1,137 @@
+#include "host/Command.h"
+#include "host/ExitCode.h"
+#include "host/Failure.h"
+#include "host/Output.h"
+#include "host/RowsView.h"
+#include "host/commands/arguments.h"
+#include "host/inputText.h"
+#include "z7cashflow/model/modPublic.h"
+#include "z7cashflow/support/Error.h"
+#include "z7cashflow/support/XmlDom.h"
+#include "z7cashflow/support/conversions.h"
+
+#include <CLI/CLI.hpp>
+
+#include <array>
+#include <optional>
+
+namespace z7::cashflow::host {
+
+namespace {
+
+/// The year of the date that a voucher's document gives; nothing if it gives none.
+std::optional<std::int16_t> yearOfDocument(const std::string& text) {
+    const auto document = XmlDocument::load(text);
+    const auto date = document ? document->documentElement().attribute("dbill_date") : std::nullopt;
+    const auto day = date ? readDate(*date) : std::nullopt;
+    return day ? std::optional(toInt16(Variant(dayText(*day).substr(0, 4)))) : std::nullopt;
+}
+
+/// Keeps the first identifier that the library makes while this lives: a temporary table is named after it.
+class FirstIdentifier {
+public:
+    FirstIdentifier() {
+        auto& source = modPublic::context().guidSource;
+        former_ = source;
+        source = [this] {
+            auto bytes = former_();
+            if (bytes && !first_) {
+                first_ = bytes;
+            }
+            return bytes;
+        };
+    }
+    ~FirstIdentifier() { modPublic::context().guidSource = former_; }
+    FirstIdentifier(const FirstIdentifier&) = delete;
+    FirstIdentifier& operator=(const FirstIdentifier&) = delete;
+
+    [[nodiscard]] std::optional<std::string> text() const {
+        return first_ ? std::optional(guidText([this] { return first_; })) : std::nullopt;
+    }
+
+private:
+    GuidSource former_;
+    std::optional<std::array<std::uint8_t, 16>> first_;
+};
+
+/// z7cf voucher-xml: the rows of a voucher that is handed over as an XML document.
+class VoucherXmlCommand final : public Command {
+public:
+    CLI::App& declare(CLI::App& program, Language language) override {
+        CLI::App* command = program.add_subcommand("voucher-xml", hostText(language, HostText::helpVoucherXml));
+        database_.declare(*command, language);
+        command->add_option("XML", file_, hostText(language, HostText::helpVoucherFile));
+        command->add_option("--year", year_, hostText(language, HostText::helpXmlYear));
+        command->add_flag("--create", create_, hostText(language, HostText::helpCreate));
+        command->add_flag("--xml", asDocument_, hostText(language, HostText::helpAsXml));
+        command->footer(hostText(language, HostText::examplesVoucherXml));
+        return *command;
+    }
+
+    int run(const GlobalOptions& options, const Console& console) override {
+        const AccountPlace place = database_.take(options, {{"XML", &file_}});
+        const std::string voucher = inputText(file_, console);
+        const std::int16_t year = yearOf(voucher);
+        Output output(console, options);
+        Session session(place, year, options, console);
+        const std::string document = rowsOfVoucher(output, session, voucher);
+        if (asDocument_) {
+            output.raw(document);
+        } else {
+            showRows(output, session, rowsOfDocument(document).get());
+        }
+        output.flush();
+        return exitCode::done;
+    }
+
+private:
+    [[nodiscard]] std::int16_t yearOf(const std::string& voucher) const {
+        if (year_ && (*year_ < 1 || *year_ > 9999)) {
+            throw Failure(exitCode::usage, HostText::badYear, {std::to_string(*year_)});
+        }
+        const auto year = year_ ? std::optional(static_cast<std::int16_t>(*year_)) : yearOfDocument(voucher);
+        if (!year) {
+            throw Failure(exitCode::usage, HostText::yearMissing, {file_});
+        }
+        return *year;
+    }
+
+    /// The outside contract reads the account's options itself; otherwise the two contracts do the same here.
+    [[nodiscard]] std::string rowsOfVoucher(Output& output, Session& session, const std::string& voucher) const {
+        const FirstIdentifier identifier;
+        try {
+            return session.provider().Out().GetCashFlowColFromXml(session.guarded(), voucher, create_);
+        } catch (const Error&) {
+            dropLeftTable(output, session, identifier);
+            throw;
+        }
+    }
+
+    /// A failure leaves the table behind into which the voucher was read.
+    static void dropLeftTable(Output& output, Session& session, const FirstIdentifier& identifier) {
+        const auto text = identifier.text();
+        if (!text) {
+            return;
+        }
+        bool dropped = false;
+        ignoringErrors([&] { // there may be no such table, and the error that led here is the one to tell
+            session.connection().Execute("drop table tempdb..TempVoucher" + *text);
+            dropped = true;
+        });
+        if (dropped) {
+            output.remark(output.text(HostText::tableDropped));
+        }
+    }
+
+    DatabaseArgument database_;
+    std::string file_;
+    std::optional<std::int64_t> year_;
+    bool create_ = false;
+    bool asDocument_ = false;
+};
+
+} // namespace
+
+std::unique_ptr<Command> makeVoucherXmlCommand() { return std::make_unique<VoucherXmlCommand>(); }
+
+} // namespace z7::cashflow::host

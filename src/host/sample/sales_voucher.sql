@@ -1,0 +1,1 @@
+select * into sales_voucher from gl_accvouch where 1=0

@@ -1,0 +1,171 @@
+#include "EnvironmentGuard.h"
+#include "RunProgram.h"
+#include "ScratchFolder.h"
+#include "adapters/guard/StatementGuard.h"
+#include "adapters/sqlite/Connection.h"
+#include "adapters/sqlite/database.h"
+#include "host/reasonText.h"
+#include "z7cashflow/support/conversions.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include <map>
+
+namespace z7::cashflow::host {
+namespace {
+
+using Json = nlohmann::json;
+using testing::HasSubstr;
+
+/// An account in which vouchers 1, 3, 5 and 6 hold signs that end a text early, each in another column, beside honest ones.
+class GuardTest : public testing::Test {
+protected:
+    GuardTest() {
+        scratch.write("t/accinformation.csv",
+                      "csysid,cname,cvalue\nGL,bCashCode,False\nGL,bAutoDisplay,False\nGL,bXJLL,True\n");
+        scratch.write("t/code.csv", "iyear,ccode,ccode_name,bCashItem,bend,bclose\n"
+                                    "2024,1001,Cash,1,1,0\n2024,6001,Sales,0,1,0\n2024,O'Brien,Costs,0,1,0\n"
+                                    "2024,\"x'; delete from gl_accvouch --\",Costs,0,1,0\n");
+        scratch.write("t/fitemss98.csv", "citemcode,citemname\n01,Sales\n\"0' or 1=1 --\",Hostile\n");
+        scratch.write("t/ua_period.csv", "cacc_id,iyear,iid,dbegin,dend\n001,2024,1,2024-01-01,2024-01-31\n");
+        scratch.write("t/dsign.csv", "isignseq,csign\n1,R\n");
+        scratch.write("t/gl_accvouch.csv", "iyear,iperiod,isignseq,ino_id,inid,dbill_date,ccode,md,mc,cdept_id,"
+                                           "citem_class,citem_id\n" +
+                                               line(1, "O'Brien", "", "98", "01") + line(2, "6001", "", "98", "01") +
+                                               line(3, "\"x'; delete from gl_accvouch --\"", "", "98", "01") +
+                                               line(4, "6001", "", "98", "01") +
+                                               line(5, "6001", "\"d'); drop table gl_cashtable --\"", "98", "01") +
+                                               line(6, "6001", "", "98", "\"0' or 1=1 --\"") +
+                                               line(7, "6001", "", "98", "01"));
+        const RunResult made =
+            runProgram({"init", database.string(), "--from", (scratch.path() / "t").string(), "--json"});
+        EXPECT_EQ(made.exitCode, 0) << made.err;
+    }
+
+    /// A receipt of 5: a cash line, and another one with these values.
+    static std::string line(int number, const std::string& account, const std::string& department,
+                            const std::string& itemClass, const std::string& item) {
+        const std::string key = "2024,1,1," + std::to_string(number);
+        return key + ",1,2024-01-02,1001,5,0,,,\n" + key + ",2,2024-01-02," + account + ",0,5," + department + "," +
+               itemClass + "," + item + "\n";
+    }
+
+    [[nodiscard]] RunResult run(std::vector<std::string> arguments) const {
+        arguments.insert(arguments.begin() + 1, database.string());
+        return runProgram(arguments);
+    }
+
+    [[nodiscard]] std::int32_t count(const std::string& table) const {
+        sqlite::Connection connection;
+        connection.Open(sqlite::connectionString(database));
+        return toInt32(connection.Execute("select count(*) from " + table)->Fields().Item(0));
+    }
+
+    EnvironmentGuard language_{"LC_ALL", "C"};
+    EnvironmentGuard home_{"HOME", "/nonexistent"};
+    EnvironmentGuard config_{"XDG_CONFIG_HOME", nullptr};
+    ScratchFolder scratch;
+    std::filesystem::path database = scratch.path() / "hostile.db";
+};
+
+TEST_F(GuardTest, AllotRefusesHostileVouchersAndStoresTheOthers) {
+    const RunResult allotted = run({"allot", "--year", "2024", "--json"});
+    EXPECT_EQ(allotted.exitCode, 1) << allotted.err;
+    std::map<std::string, Json> results;
+    for (const std::string& text : allotted.lines()) {
+        const Json json = Json::parse(text);
+        results[json.at("voucher")] = json;
+    }
+    ASSERT_EQ(results.size(), 7U);
+    for (const char* honest : {"2024/1/1/2", "2024/1/1/4", "2024/1/1/7"}) {
+        EXPECT_EQ(results[honest].at("outcome"), "stored") << results[honest];
+        EXPECT_EQ(results[honest].at("rows"), 1);
+    }
+    for (const char* hostile : {"2024/1/1/1", "2024/1/1/3", "2024/1/1/5"}) {
+        EXPECT_EQ(results[hostile].at("outcome"), "refused") << results[hostile];
+        EXPECT_EQ(results[hostile].at("error").at("number"), guard::statementRefused);
+        EXPECT_THAT(results[hostile].at("error").at("description").get<std::string>(), HasSubstr("'"));
+    }
+    EXPECT_EQ(results["2024/1/1/6"].at("outcome"), "refused");
+    EXPECT_EQ(count("gl_cashtable"), 3) << "the three honest rows, and nothing half-written";
+    EXPECT_EQ(count("gl_accvouch"), 14);
+}
+
+TEST_F(GuardTest, SaveTellsTheRefusalInTheUsersLanguage) {
+    const RunResult english = run({"save", "2024/1/1/3"});
+    EXPECT_EQ(english.exitCode, 1);
+    EXPECT_THAT(english.err, HasSubstr("Error 10020: A value would change the statement"));
+    EXPECT_THAT(english.err, HasSubstr("delete from gl_accvouch"));
+    const RunResult chinese = run({"save", "2024/1/1/3", "--lang", "zh-CN"});
+    EXPECT_EQ(chinese.exitCode, 1);
+    EXPECT_THAT(chinese.err, HasSubstr("错误 10020：数据中的某个值会改变数据库语句"));
+    EXPECT_THAT(chinese.err, HasSubstr("delete from gl_accvouch"));
+    EXPECT_EQ(count("gl_cashtable"), 0);
+    EXPECT_EQ(count("gl_accvouch"), 14);
+}
+
+TEST_F(GuardTest, RowsAndCheckRefuseWithoutADatabaseFailure) {
+    const RunResult rows = run({"rows", "2024/1/1/1", "--generate"});
+    EXPECT_EQ(rows.exitCode, 1);
+    EXPECT_THAT(rows.err, HasSubstr("Error 10020"));
+    {
+        sqlite::Connection connection;
+        connection.Open(sqlite::connectionString(database, 2024));
+        connection.Execute("insert into gl_cashtable (iYear,iPeriod,iSignSeq,csign,iNo_id,inid,cCashItem,md,mc,ccode) "
+                           "values (2024,1,1,N'R',1,2,N'01',0,5,N'O''Brien')");
+    }
+    const RunResult check = run({"check", "2024/1/1/1"});
+    EXPECT_EQ(check.exitCode, 1);
+    EXPECT_THAT(check.err, HasSubstr("Error 10020"));
+    EXPECT_EQ(count("gl_cashtable"), 1);
+}
+
+TEST_F(GuardTest, AHostileVoucherDoesNotEndTheList) {
+    sqlite::Connection connection;
+    connection.Open(sqlite::connectionString(database, 2024));
+    connection.Execute("insert into gl_cashtable (iYear,iPeriod,iSignSeq,csign,iNo_id,inid,cCashItem,md,mc,ccode) "
+                       "values (2024,1,1,N'R',1,2,N'01',0,5,N'O''Brien')");
+    connection.Close();
+    const RunResult list = run({"vouchers", "--year", "2024", "--json"});
+    EXPECT_EQ(list.exitCode, 0) << list.err;
+    ASSERT_EQ(list.lines().size(), 7U);
+    const Json first = Json::parse(list.lines()[0]);
+    EXPECT_EQ(first.at("error").at("number"), guard::statementRefused);
+    EXPECT_EQ(first.at("stored"), 1);
+    EXPECT_TRUE(first.at("meets").is_null());
+    EXPECT_FALSE(Json::parse(list.lines()[1]).contains("error"));
+    EXPECT_THAT(list.err, HasSubstr("Voucher 2024/1/1/1: error 10020"));
+}
+
+TEST_F(GuardTest, TheSettingsCanSwitchItOff) {
+    const std::string settings = scratch.write("off.toml", "guard = false\n").string();
+    const RunResult saved = run({"save", "2024/1/1/1", "--json", "--settings", settings});
+    EXPECT_EQ(saved.exitCode, 1);
+    const Json error = Json::parse(saved.out).at("error");
+    EXPECT_NE(error.at("number"), guard::statementRefused) << "now the database itself refuses the statement";
+    EXPECT_EQ(count("gl_cashtable"), 0);
+}
+
+TEST(ReasonText, TellsPlatformErrorsInTheUsersLanguage) {
+    const auto raised = [](int number, const std::string& detail) {
+        try {
+            raisePlatformError(number, detail);
+        } catch (const Error& error) {
+            return error.description();
+        }
+    };
+    for (const int number : {5, 6, 9, 13, 91, 94, 457, 3001, 3021, 3251, 3265, 3704, 3705, 3709}) {
+        const std::string plain = raised(number, "");
+        EXPECT_EQ(reasonText(Language::english, plain), plain);
+        const std::string chinese = reasonText(Language::chinese, plain);
+        EXPECT_NE(chinese, plain) << number;
+        EXPECT_EQ(reasonText(Language::chinese, raised(number, "abc")), chinese + "：abc");
+    }
+    EXPECT_EQ(reasonText(Language::chinese, "Overflowing"), "Overflowing");
+    EXPECT_EQ(reasonText(Language::chinese, "near \"x\": syntax error"), "near \"x\": syntax error");
+}
+
+} // namespace
+} // namespace z7::cashflow::host
