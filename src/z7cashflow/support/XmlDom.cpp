@@ -40,12 +40,25 @@ constexpr int parseOptions = XML_PARSE_NONET | XML_PARSE_NOENT | XML_PARSE_NOERR
 // A voucher of 32,767 lines, the most that line numbers can count, stays well below this.
 constexpr std::size_t maxDocumentSize = std::size_t{64} << 20U;
 
+// What a document may say more than once by declaring it: bytes out of entities and of attributes that come by themselves.
+constexpr std::size_t expansionBudget = std::size_t{16} << 20U;
+
+/// What one parse reads, and how far it may go.
+struct Source {
+    std::string_view rest;
+    std::size_t budget = expansionBudget;
+    bool refused = false; ///< an error was found: nothing more is read
+};
+
 // Feeds the parser piece by piece: handed over whole, a text would count as one long look-ahead, which its guards end at
-// ten million bytes.
-int readFromText(void* source, char* buffer, int size) {
-    auto* rest = static_cast<std::string_view*>(source);
-    const std::size_t taken = rest->copy(buffer, static_cast<std::size_t>(size));
-    rest->remove_prefix(taken);
+// ten million bytes. Behind an error the parser would go on and complain of every byte of a broken text, so it gets no more.
+int readFromText(void* context, char* buffer, int size) {
+    auto* source = static_cast<Source*>(context);
+    if (source->refused) {
+        return 0;
+    }
+    const std::size_t taken = source->rest.copy(buffer, static_cast<std::size_t>(size));
+    source->rest.remove_prefix(taken);
     return static_cast<int>(taken);
 }
 
@@ -125,18 +138,16 @@ void refuse(void* context) {
     xmlStopParser(parser);
 }
 
-// What a document may say more than once by declaring it: bytes out of entities and of attributes that come by themselves.
-constexpr std::size_t expansionBudget = std::size_t{16} << 20U;
 constexpr std::size_t expansionCost = 64; // of one use, whatever its length
 constexpr int mostNamespacesInScope = 64;
 
 void spend(void* context, std::size_t bytes) {
-    auto* left = static_cast<std::size_t*>(static_cast<xmlParserCtxt*>(context)->_private);
+    std::size_t& left = static_cast<Source*>(static_cast<xmlParserCtxt*>(context)->_private)->budget;
     const std::size_t cost = bytes + expansionCost;
-    if (cost > *left) {
+    if (cost > left) {
         refuse(context);
     } else {
-        *left -= cost;
+        left -= cost;
     }
 }
 
@@ -196,8 +207,14 @@ void startElement(void* context, const xmlChar* name, const xmlChar* prefix, con
 }
 
 // A document is what its text says, not much more than its text, and nothing that it would fetch from elsewhere.
-void restrain(xmlParserCtxt& parser, std::size_t& budget) {
-    parser._private = &budget;
+void restrain(xmlParserCtxt& parser, Source& source) {
+    parser._private = &source;
+    // Complaints quote the document: they stay off the error stream. (Their type differs between versions of the parser.)
+    parser.sax->serror = [](void* context, auto* error) {
+        if (error->level == XML_ERR_FATAL) {
+            static_cast<Source*>(static_cast<xmlParserCtxt*>(context)->_private)->refused = true;
+        }
+    };
     parser.sax->entityDecl = refuseEntitiesButTexts;
     parser.sax->internalSubset = refuseExternalSubset;
     parser.sax->getEntity = refuseUnknownEntities;
@@ -305,11 +322,10 @@ std::optional<XmlDocument> XmlDocument::load(std::string_view text) {
     if (!parser) {
         return std::nullopt;
     }
-    std::size_t budget = expansionBudget;
-    restrain(*parser, budget);
-    std::string_view rest = text;
+    Source source{text};
+    restrain(*parser, source);
     const std::shared_ptr<xmlDoc> document(
-        xmlCtxtReadIO(parser.get(), readFromText, nullptr, &rest, nullptr, "UTF-8", parseOptions),
+        xmlCtxtReadIO(parser.get(), readFromText, nullptr, &source, nullptr, "UTF-8", parseOptions),
         [](xmlDoc* doc) { xmlFreeDoc(doc); });
     // Errors of namespaces leave a document behind; it is refused all the same.
     if (!document || parser->wellFormed == 0 || parser->nsWellFormed == 0 ||
