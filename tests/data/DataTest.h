@@ -24,6 +24,7 @@ protected:
     void expectStatements(const Lines& expected) const {
         EXPECT_EQ(database.statements(), expected);
         EXPECT_EQ(database.openRecordsets(), Lines{});
+        EXPECT_EQ(database.droppedRecordsets(), Lines{}) << "what is opened is closed";
     }
     /// A table of one row and one column.
     static Table one(const std::string& column, const Variant& value) { return {{column}, {{value}}, {}}; }

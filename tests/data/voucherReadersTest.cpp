@@ -1,4 +1,5 @@
 #include "data/DataTest.h"
+#include "z7cashflow/support/conversions.h"
 
 namespace z7::cashflow::test {
 namespace {
@@ -134,16 +135,17 @@ TEST_F(VoucherReaders, BudgetAccountsDoNotCountUnderGovernmentAccounting) {
                         return data.GetVoucherTable2(connection, "mine", "OUT");
                     }).ends_with(" and code.bend=1 and code.bclose=0   " + filter));
     }
-    for (const char* system : {"新政府会计制度", "政府会计", "企业会计制度", ""}) {
+    for (const Variant& system :
+         {Variant("新政府会计制度"), Variant("政府会计"), Variant("企业会计制度"), Variant(""), Variant()}) {
         login->information[117] = system;
         EXPECT_TRUE(statementOf([&] {
                         return data.GetVoucherTable(connection, "mine", 1, 2, 5);
                     }).ends_with("where  code.bend=1 and code.bclose=0"))
-            << system;
+            << toTextOrEmpty(system);
         EXPECT_TRUE(statementOf([&] {
                         return data.GetVoucherTable2(connection, "mine", "OUT");
                     }).ends_with("and code.bclose=0   "))
-            << system;
+            << toTextOrEmpty(system);
     }
 }
 

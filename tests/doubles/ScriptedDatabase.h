@@ -64,6 +64,8 @@ public:
     void clearJournal();
     /// Sources of the recordsets that are open at the moment.
     [[nodiscard]] std::vector<std::string> openRecordsets() const;
+    /// Sources of the recordsets that went out of use without having been closed.
+    [[nodiscard]] const std::vector<std::string>& droppedRecordsets() const noexcept { return dropped_; }
     /// The number of statements, their sessions left aside, that begin with a text.
     [[nodiscard]] std::size_t countOf(const std::string& prefix) const;
     /// How many statements were answered by no rule. Each has failed the test already.
@@ -88,6 +90,7 @@ private:
     std::vector<std::string> texts_;
     std::vector<std::string> trace_;
     std::map<const void*, std::string> open_;
+    std::vector<std::string> dropped_;
     std::optional<std::pair<std::size_t, Error>> statementFailure_;
     std::optional<Error> updateFailure_;
     std::size_t unknownStatements_ = 0;

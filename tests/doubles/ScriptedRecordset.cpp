@@ -80,6 +80,7 @@ ScriptedRecordset::ScriptedRecordset(ScriptedDatabase& database, Connection* cre
 
 ScriptedRecordset::~ScriptedRecordset() {
     if (open_) {
+        database_.dropped_.push_back(source_);
         Close();
     }
 }

@@ -176,6 +176,8 @@ TEST_F(Row, FromXmlLacksFieldsThatItsElementLacks) {
     std::string info;
     EXPECT_ERROR(fromXml("ccode='1001' md='1'")->CheckCashFlow(info), 1000);
     EXPECT_ERROR(fromXml("cCashItem='01' md='1'")->CheckCashFlow(info), 1000);
+    EXPECT_ERROR(fromXml("cCashItem='01' ccode='1001' md='1'")->CheckCashFlow(info), 1000);
+    EXPECT_ERROR(fromXml("cCashItem='01' ccode='1001' mc='1'")->CheckCashFlow(info), 1000);
     EXPECT_ERROR(fromXml("cCashItem=''")->CheckCashFlow(info), 1000); // the line's number belongs to the text
     EXPECT_TRUE(fromXml("cCashItem='01' ccode='1001' md='1' mc=''")->CheckCashFlow(info));
 }

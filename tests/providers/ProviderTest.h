@@ -148,7 +148,14 @@ protected:
         }
         return rows;
     }
-    void TearDown() override { EXPECT_EQ(world.database.openRecordsets(), Lines{}); }
+    void TearDown() override {
+        EXPECT_EQ(world.database.openRecordsets(), Lines{});
+        EXPECT_EQ(world.database.droppedRecordsets(), dropped) << "what is opened is closed";
+    }
+    /// Says that an error came out, which may leave recordsets to go out of use unclosed.
+    void errorCameOut() { dropped = world.database.droppedRecordsets(); }
+
+    Lines dropped;
 
     Ledger world;
 };

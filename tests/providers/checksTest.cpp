@@ -37,11 +37,11 @@ TEST_F(Checks, ARowWithoutALineIsFoundBeforeItsAccountIsLookedAt) {
 }
 
 TEST_F(Checks, ARowOnAnotherAccountThanItsLineDoesNotFit) {
-    for (const char* account : {"6002", "6001 ", "", " 6001"}) {
+    for (const Variant& account : {Variant("6002"), Variant("6001 "), Variant(""), Variant(" 6001"), Variant()}) {
         const Collection other = hostCollection(world);
         addRow(other, i16(2), account, 0.0, 100.0);
         EXPECT_FALSE(checkRows(other));
-        EXPECT_EQ(info, "<Z7.CW.GL.CashFlow.00001>") << account;
+        EXPECT_EQ(info, "<Z7.CW.GL.CashFlow.00001>") << toTextOrEmpty(account);
     }
 }
 
@@ -81,6 +81,7 @@ TEST_F(Checks, ANullLineNumberIsNoFilter) {
     addRow(rows, "2 or 1=1", "6001", 0.0, 100.0);
     rows->Remove(1);
     EXPECT_ERROR(checkRows(rows), errors::badFilter);
+    errorCameOut();
 }
 
 TEST_F(Checks, TheReasonIsNotNeeded) {
@@ -163,6 +164,14 @@ TEST_F(Checks, AFailingCatalogueLeavesThatPartEmpty) {
     world.setSum(50.0);
     EXPECT_FALSE(checkSum(rows));
     EXPECT_EQ(info, "50.00\r\n0.00");
+}
+
+TEST_F(Checks, ASumThatIsNoNumberLeavesItsAmountEmpty) {
+    addRow(rows, i16(1), "1001", 1e308, 0.0);
+    addRow(rows, i16(1), "1001", 1e308, 0.0);
+    EXPECT_FALSE(checkSum(rows));
+    EXPECT_EQ(info, "<Z7.CW.GL.CashFlow.00003><Z7.CW.GL.CashFlow.00004>100.00\r\n"
+                    "<Z7.CW.GL.CashFlow.00006><Z7.CW.GL.CashFlow.00004>");
 }
 
 TEST_F(Checks, NullAmountsArePassedOverOneByOne) {

@@ -93,6 +93,7 @@ TEST_F(Generation, FailsOnACashLineWithoutAnAmount) {
     }
     world.setLines({{1, "1001", 100.0, 0.0, {}, {}, {}}, {2, "6001", Null{}, 100.0, "98", "01", {}}});
     EXPECT_EQ(rowsOf(create(world)), Lines{"2::100:01"}) << "other lines may lack one";
+    errorCameOut();
 }
 
 TEST_F(Generation, WithoutLinesGivesNoRows) {
@@ -179,6 +180,7 @@ TEST_F(Generation, ADraftNeedsTheNumberOfTheLine) {
     table.rows = {{i16(1), 100.0, 0.0, "1001", true}, {std::int32_t{40000}, 0.0, 100.0, "6001", false}};
     world.database.answerPrefix("select  code.iYear,iPeriod,", table);
     EXPECT_ERROR(create(world), errors::overflow);
+    errorCameOut();
 }
 
 TEST_F(Generation, AFailingNameIsIgnoredOnlyWhereTheLineGivesTheItem) {
@@ -190,6 +192,7 @@ TEST_F(Generation, AFailingNameIsIgnoredOnlyWhereTheLineGivesTheItem) {
     const Error error = errorOf([&] { (void)create(world); });
     EXPECT_EQ(error.number(), 1205);
     EXPECT_EQ(error.source(), "server");
+    errorCameOut();
 }
 
 TEST_F(Generation, EveryOtherFailureIsTheCallers) {

@@ -117,6 +117,7 @@ TEST_F(Refresh, RefusesARowThatBelongsToNoLine) {
     EXPECT_EQ(error.number(), errors::badFilter);
     EXPECT_EQ(error.source(), "CashFlow");
     EXPECT_EQ(world.database.countOf("delete"), 0U);
+    errorCameOut();
 }
 
 } // namespace

@@ -100,6 +100,7 @@ TEST_F(SaveFromXml, OfAVoucherWithoutADateIsRefused) {
     EXPECT_EQ(error.description(), "<Z7.CW.GL.CashFlow.00010>");
     EXPECT_EQ(world.statements(), Lines{run(date)});
     EXPECT_EQ(world.database.openRecordsets(), Lines{});
+    errorCameOut();
 }
 
 TEST_F(SaveFromXml, OfTextThatIsNoXmlIsRefused) {

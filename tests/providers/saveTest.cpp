@@ -375,6 +375,7 @@ TEST_F(Save, OfACashLineWithoutAnAmountIsRefused) {
     EXPECT_EQ(error.number(), errors::invalidNull);
     EXPECT_EQ(error.source(), "CashFlow");
     EXPECT_EQ(rows, nullptr);
+    errorCameOut();
 }
 
 TEST_F(Save, StoredRowsWithoutADateLeaveTheCollectionWithoutAKey) {

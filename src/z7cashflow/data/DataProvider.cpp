@@ -211,7 +211,7 @@ bool DataProvider::HaveCashFlowCodeInVoucher(Connection& objCon, const std::stri
 
 bool DataProvider::HaveCashFlowCodeInVoucher2(Connection& objCon, const std::string& strVoucherTable,
                                               const std::string& coutNo_id) {
-    // Only these spellings are tied to the year of their lines; hosts rely on the difference.
+    // Only these spellings are tied to the year of their lines.
     const bool keyed = strVoucherTable == "GL_accvouch" || asciiLower(strVoucherTable) == "gl_v_accvouch";
     return givesRecord(objCon, "select code.ccode from  " + strVoucherTable +
                                    " as TempVoucher inner join code on TempVoucher.ccode=code.ccode" +

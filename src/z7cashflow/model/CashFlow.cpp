@@ -62,7 +62,9 @@ bool CashFlow::CheckCashFlow(std::string& strInfo) const {
     if (isNullOrEmpty(Item("ccode"))) {
         return fail("Z7.CW.GL.CashFlow.00021", 1);
     }
-    if (Item("md").isNull() && Item("mc").isNull()) {
+    const bool noDebit = Item("md").isNull();
+    const bool noCredit = Item("mc").isNull();
+    if (noDebit && noCredit) {
         return fail("Z7.CW.GL.CashFlow.00022", 3);
     }
     return true;

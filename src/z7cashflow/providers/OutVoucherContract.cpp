@@ -49,6 +49,7 @@ std::string OutVoucherContract::GetCashFlowColFromDB(Connection& objCon, const s
     const auto stored = data.GetCashTable2(objCon, coutNo_id);
     std::shared_ptr<CashFlowCollection> collection;
     if (stored->EndOfFile()) {
+        stored->Close();
         collection = gl_.CreateCashFlowColFromDB(objCon, strVoucherTable, iPeriod, isignseq, iNo_id, dbill_date);
     } else {
         collection = GetCashFlowColFromRs(objCon, *stored, Date(), coutNo_id, settings_.bFromDraft);

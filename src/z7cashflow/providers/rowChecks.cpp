@@ -21,10 +21,7 @@ bool rowFits(const CashFlow& row, Recordset& lines, std::string& strInfo) {
         strInfo = modPublic::GetText("Z7.CW.GL.CashFlow.00002");
         return false;
     }
-    const Variant lineAccount = lines.Fields().Item("ccode");
-    const Variant& rowAccount = row.Item("ccode");
-    // A row without an account is incomplete rather than on another one.
-    if (!lineAccount.isNull() && !rowAccount.isNull() && !sameAccount(lineAccount, rowAccount)) {
+    if (!sameAccount(lines.Fields().Item("ccode"), row.Item("ccode"))) {
         strInfo = modPublic::GetText("Z7.CW.GL.CashFlow.00001");
         return false;
     }
@@ -45,16 +42,20 @@ double rowsSum(Connection& objCon, const CashFlowCollection& collection) {
     return debit - credit;
 }
 
-// A text that cannot be had stays empty: the answer is no in any case.
-std::string textOrEmpty(const char* key) {
+// A part that cannot be had stays empty: the answer is no in any case.
+template <class Make> std::string partOrEmpty(Make&& make) {
     std::string text;
-    ignoringErrors([&] { text = modPublic::GetText(key); });
+    ignoringErrors([&] { text = make(); });
     return text;
+}
+
+std::string textOrEmpty(const char* key) {
+    return partOrEmpty([&] { return modPublic::GetText(key); });
 }
 
 std::string directionAndAmount(double value) {
     const char* side = value > 0 ? "Z7.CW.GL.CashFlow.00004" : "Z7.CW.GL.CashFlow.00005";
-    return textOrEmpty(side) + format(std::fabs(value), "0.00");
+    return textOrEmpty(side) + partOrEmpty([&] { return format(std::fabs(value), "0.00"); });
 }
 
 } // namespace

@@ -100,20 +100,29 @@ private:
     // that the lines do not have passes its tests but gives no code.
     void takeItemOfLine(CashFlow& row) {
         std::string itemCode;
-        const auto take = [&](const char* column) {
-            ignoringErrors([&] { itemCode = toTextOrEmpty(record_.Item(column)); });
+        const auto read = [&](const char* column, auto&& use) {
+            if (record_.Has(column)) {
+                ignoringErrors([&] { use(record_.Item(column)); });
+            }
         };
-        const bool hasClass = record_.Has("citem_class");
-        const Variant itemClass = hasClass ? record_.Item("citem_class") : Variant();
-        if (!hasClass || !itemClass.isNull()) {
+        const auto takeCode = [&](const Variant& code) { itemCode = toTextOrEmpty(code); };
+        bool holdsClass = true;
+        bool isCashItem = true;
+        read("citem_class", [&](const Variant& itemClass) {
+            holdsClass = !itemClass.isNull();
+            isCashItem = holdsClass && toText(itemClass) == cashItemClass;
+        });
+        if (holdsClass) {
             modPublic::DebugText("111");
-            if (!hasClass || toText(itemClass) == cashItemClass) {
-                take("citem_id");
+            if (isCashItem) {
+                read("citem_id", takeCode);
             }
         }
-        if (!record_.Has("ccashitem_id") || !record_.Item("ccashitem_id").isNull()) {
+        bool holdsItem = true;
+        read("ccashitem_id", [&](const Variant& item) { holdsItem = !item.isNull(); });
+        if (holdsItem) {
             modPublic::DebugText("222");
-            take("ccashitem_id");
+            read("ccashitem_id", takeCode);
         }
         modPublic::DebugText("itemCode:" + itemCode);
         ignoringErrors([&] { row.SetValue("cCashItem", itemCode); });

@@ -62,7 +62,7 @@ private:
 /// followed by ": " and the detail if one is given.
 [[noreturn]] void raisePlatformError(int number, const std::string& detail = {});
 
-/// Runs an action and drops any Error that it raises. For the places where the accounting rules say that one
+/// Runs an action and drops any Error that it raises. For the places where the rules of the voucher say that one
 /// statement may fail unnoticed; everything else (out of memory, a defect) passes through.
 template <class Action> void ignoringErrors(Action&& action) {
     try {
