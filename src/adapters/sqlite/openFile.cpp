@@ -21,15 +21,14 @@ struct Closer {
 };
 using Handle = std::unique_ptr<sqlite3, Closer>;
 
-void requireFile(const fs::path& file) {
+void requireFile(const fs::path& file, const std::string& remedy) {
     std::error_code error;
     const fs::file_status status = fs::status(file, error);
     if (fs::is_directory(status)) {
         raiseDatabaseError(SQLITE_CANTOPEN, utf8Of(file) + " is a folder, not an account's file.");
     }
     if (!fs::exists(status)) {
-        raiseDatabaseError(SQLITE_CANTOPEN,
-                           "There is no file " + utf8Of(file) + ". Make it with: z7cf init " + utf8Of(file));
+        raiseDatabaseError(SQLITE_CANTOPEN, "There is no file " + utf8Of(file) + ". " + remedy);
     }
 }
 
@@ -87,13 +86,14 @@ void attach(sqlite3* handle, const fs::path& file, const char* name) {
 
 void attachCompanions(sqlite3* handle, const fs::path& account) {
     const DatabaseFiles files = databaseFiles(account);
-    requireFile(files.system);
+    requireFile(files.system, "It holds the account's periods and belongs beside " + utf8Of(files.account) +
+                                  ": put it back from the same backup.");
     attach(handle, files.system, "zqsystem");
     attach(handle, files.temp, "tempdb");
 }
 
 sqlite3* openAccount(const ConnectionOptions& options) {
-    requireFile(options.database);
+    requireFile(options.database, "Make it with: z7cf init " + utf8Of(options.database));
     Handle handle = openHandle(options.database, SQLITE_OPEN_READWRITE);
     sqlite3_busy_timeout(handle.get(), options.timeout);
     sqlite3_db_config(handle.get(), SQLITE_DBCONFIG_DQS_DML, 0, nullptr); // a mistyped column is no text
