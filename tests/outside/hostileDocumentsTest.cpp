@@ -218,5 +218,28 @@ TEST_F(HostileDocuments, TheLargestHonestOnesAreTaken) {
     EXPECT_EQ(rows->Item(1)->Item("a"), Variant("1"));
 }
 
+TEST_F(HostileDocuments, BeginWhereTheLimitsSay) {
+    const auto taken = [](const std::string& text) { return XmlDocument::load(text).has_value(); };
+    EXPECT_TRUE(taken(attributes(512)));
+    EXPECT_FALSE(taken(attributes(513)));
+    const auto prefixes = [](int count) {
+        std::string text = "<r";
+        for (int i = 0; i < count; ++i) {
+            text += " xmlns:p" + std::to_string(i) + "='u'";
+        }
+        return text + "/>";
+    };
+    EXPECT_TRUE(taken(prefixes(64)));
+    EXPECT_FALSE(taken(prefixes(65)));
+    constexpr std::size_t mostTags = std::size_t{1} << 20U;
+    EXPECT_TRUE(taken("<r>" + repeated("<e/>", mostTags - 2) + "</r>"));
+    EXPECT_FALSE(taken("<r>" + repeated("<e/>", mostTags - 1) + "</r>"));
+    const auto used = [](std::size_t times) {
+        return "<!DOCTYPE r [<!ENTITY e '" + std::string(1000, 'x') + "'>]><r>" + repeated("&e;", times) + "</r>";
+    };
+    EXPECT_TRUE(taken(used(100)));
+    EXPECT_FALSE(taken(used(17000)));
+}
+
 } // namespace
 } // namespace z7::cashflow::test
