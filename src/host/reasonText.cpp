@@ -50,8 +50,9 @@ std::string inChinese(const std::string& reason) {
     const std::size_t start = reason.find(lead);
     const std::size_t end = reason.find("\" behind \"", start == std::string::npos ? 0 : start);
     const bool found = start != std::string::npos && end != std::string::npos;
-    return hostText(Language::chinese, HostText::statementRefused,
-                    {found ? reason.substr(start + lead.size(), end - start - lead.size()) : std::string("?")});
+    const std::size_t place = found ? start + lead.size() : reason.find(". ") + 2; // a text that does not end
+    const std::size_t last = found ? end : reason.find(" Look for", place);
+    return hostText(Language::chinese, HostText::statementRefused, {reason.substr(place, last - place)});
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 #include "adapters/sqlite/Connection.h"
 #include "adapters/sqlite/database.h"
 #include "host/reasonText.h"
+#include "z7cashflow/support/Error.h"
 #include "z7cashflow/support/conversions.h"
 
 #include <gmock/gmock.h>
@@ -149,7 +150,7 @@ TEST_F(GuardTest, TheSettingsCanSwitchItOff) {
 }
 
 TEST(ReasonText, TellsPlatformErrorsInTheUsersLanguage) {
-    const auto raised = [](int number, const std::string& detail) {
+    const auto raised = [](int number, const std::string& detail) -> std::string {
         try {
             raisePlatformError(number, detail);
         } catch (const Error& error) {

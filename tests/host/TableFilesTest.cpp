@@ -167,7 +167,7 @@ TEST_F(TableFilesTest, TheSampleIsAFolderLikeAnyOther) {
     }
     EXPECT_THAT(names, ElementsAre("GL_CashItemDataSource.csv", "GL_VouchDraft.csv", "GL_VoucherOption.csv",
                                    "accinformation.csv", "code.csv", "dsign.csv", "fitemss98.csv", "gl_accvouch.csv",
-                                   "gl_cashtable.csv", "ua_period.csv"));
+                                   "gl_cashtable.csv", "sales_voucher.csv", "ua_period.csv"));
 }
 
 } // namespace

@@ -12,6 +12,7 @@
 #include <nlohmann/json.hpp>
 
 #include <fstream>
+#include <regex>
 #include <sstream>
 
 namespace z7::cashflow::host {
@@ -21,6 +22,11 @@ using Json = nlohmann::json;
 using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
+
+/// A document without the keys and identities of its rows, which are new at each reading.
+std::string lasting(const std::string& document) {
+    return std::regex_replace(document, std::regex("(key|RowGuid)='[0-9A-F]*'"), "$1=''");
+}
 
 class XmlCommandsTest : public testing::Test {
 protected:
@@ -71,13 +77,17 @@ TEST_F(XmlCommandsTest, ExportGivesTheDocumentAndImportTakesItBack) {
     EXPECT_THAT(exported.out, StartsWith("<root iperiod='6' isignseq='2' ino_id='10'>"));
     EXPECT_EQ(rowsOfDocument(exported.out)->Count(), 2);
     const RunResult json = run({"export", "2024/6/2/10", "--json"});
-    EXPECT_EQ(Json::parse(json.out).at("xml"), exported.out);
+    EXPECT_EQ(lasting(Json::parse(json.out).at("xml")), lasting(exported.out));
     EXPECT_EQ(Json::parse(json.out).at("rows"), 2);
     const std::string file = scratch.write("rows.xml", exported.out).string();
     const RunResult imported = run({"import", "2024/6/2/10", file, "--json"});
     EXPECT_EQ(imported.exitCode, 0) << imported.err;
     EXPECT_EQ(imported.out, "{\"voucher\":\"2024/6/2/10\",\"outcome\":\"stored\",\"rows\":2}\n");
-    EXPECT_EQ(run({"export", "2024/6/2/10"}).out, exported.out) << "what was taken in comes out again";
+    const std::string taken = run({"export", "2024/6/2/10"}).out;
+    EXPECT_THAT(taken, HasSubstr("cdept_id='02'")) << "what the document does not decide comes from the voucher's line";
+    const std::string again = scratch.write("again.xml", taken).string();
+    EXPECT_EQ(run({"import", "2024/6/2/10", again}).exitCode, 0);
+    EXPECT_EQ(lasting(run({"export", "2024/6/2/10"}).out), lasting(taken)) << "what was taken in comes out again";
 }
 
 TEST_F(XmlCommandsTest, ExportGeneratesRowsThatAreNotStored) {
@@ -98,7 +108,7 @@ TEST_F(XmlCommandsTest, ImportRefusesWhatDoesNotFitAndChangesNothing) {
     const RunResult refused = run({"import", "2024/6/2/10", file, "--json"});
     EXPECT_EQ(refused.exitCode, 1);
     EXPECT_EQ(Json::parse(refused.out).at("error").at("number"), 10009);
-    EXPECT_EQ(run({"export", "2024/6/2/10"}).out, before);
+    EXPECT_EQ(lasting(run({"export", "2024/6/2/10"}).out), lasting(before));
 }
 
 TEST_F(XmlCommandsTest, ImportTellsWhatIsWrongWithItsFile) {
@@ -186,7 +196,7 @@ TEST_F(XmlCommandsTest, SampleXmlWritesDocumentsThatTheOtherCommandsTake) {
     const std::filesystem::path folder = scratch.path() / "documents";
     const RunResult written = runProgram({"sample-xml", folder.string(), "--json"});
     ASSERT_EQ(written.exitCode, 0) << written.err;
-    EXPECT_EQ(written.lines().size(), 3U);
+    EXPECT_EQ(written.lines().size(), 4U);
     EXPECT_EQ(runProgram({"sample-xml", folder.string()}).exitCode, 2) << "nothing is overwritten";
     const RunResult posted = run({"voucher-xml", (folder / "bonus-voucher.xml").string(), "--json"});
     EXPECT_EQ(posted.exitCode, 0) << posted.err;
@@ -198,6 +208,16 @@ TEST_F(XmlCommandsTest, SampleXmlWritesDocumentsThatTheOtherCommandsTake) {
     EXPECT_EQ(Json::parse(stored.out).size(), 1U) << stored.err;
     EXPECT_EQ(rowsOfDocument(run({"voucher-xml", sales, "--xml"}).out)->Count(), 1);
     EXPECT_EQ(run({"voucher-xml", (folder / "new-voucher.xml").string(), "--create", "--json"}).out, "[]\n");
+}
+
+TEST_F(XmlCommandsTest, TheSampleRowsPutARefusedVoucherRight) {
+    const std::filesystem::path folder = scratch.path() / "documents";
+    ASSERT_EQ(runProgram({"sample-xml", folder.string(), "--quiet"}).exitCode, 0);
+    ASSERT_EQ(run({"check", "2024/7/2/12"}).exitCode, 1);
+    const RunResult imported = run({"import", "2024/7/2/12", (folder / "advertising-rows.xml").string()});
+    EXPECT_EQ(imported.exitCode, 0) << imported.err;
+    EXPECT_EQ(run({"check", "2024/7/2/12"}).exitCode, 0);
+    EXPECT_EQ(number("select count(*) from gl_cashtable where iPeriod=7 and iSignSeq=2 and iNo_id=12"), 2);
 }
 
 TEST_F(XmlCommandsTest, AVoucherWithoutADateNeedsTheYear) {
@@ -235,6 +255,23 @@ TEST_F(XmlCommandsTest, ConnectTakesTheFilesPlace) {
         << "a file that is named goes before the environment";
     EXPECT_EQ(runProgram({"vouchers", "--year", "2024"}).exitCode, 0);
     EXPECT_EQ(runProgram({"rows", database.string(), "2024/6/2/10", "--connect", connect}).exitCode, 2);
+}
+
+TEST_F(XmlCommandsTest, ConnectReachesThroughAnOdbcDriver) {
+#ifdef Z7_SESSION_FUNCTIONS
+    const std::string connect =
+        "Driver=SQLite3;Database=" + database.string() + ";LoadExt=" Z7_SESSION_FUNCTIONS ";dialect=sqlite";
+    const EnvironmentGuard environment("Z7CF_CONNECT", connect.c_str());
+    const RunResult rows = runProgram({"rows", "2024/6/2/10"});
+    EXPECT_EQ(rows.exitCode, 0) << rows.err;
+    EXPECT_EQ(rows.out, run({"rows", "2024/6/2/10"}).out);
+    const RunResult allotted = runProgram({"allot", "--year", "2024", "--period", "7", "--json"});
+    EXPECT_EQ(allotted.exitCode, 1) << "three are refused";
+    EXPECT_EQ(allotted.lines().size(), 26U) << allotted.err;
+    EXPECT_EQ(allotted.out, run({"allot", "--year", "2024", "--period", "7", "--json"}).out);
+#else
+    GTEST_SKIP() << "there is no ODBC driver for the embedded database";
+#endif
 }
 
 TEST_F(XmlCommandsTest, ConnectKeepsSecretsOutOfSight) {

@@ -114,6 +114,19 @@ std::size_t placeInStatement(std::string_view statement, const tsql::Shape& shap
     return std::min(place, statement.size());
 }
 
+// The shape of a statement. One whose text or comment does not end was changed by a value as well.
+tsql::Shape shapeToJudge(std::string_view statement) {
+    try {
+        return tsql::shapeOf(statement);
+    } catch (const Error& error) {
+        throw Error(statementRefused, "Z7CashFlow",
+                    "A value would change the statement that it goes into, so the statement was not run. " +
+                        error.description() +
+                        " Look for a quote or other signs in the codes, keys and table names at "
+                        "hand.");
+    }
+}
+
 } // namespace
 
 StatementGuard::StatementGuard() {
@@ -139,7 +152,7 @@ StatementGuard::Match StatementGuard::match(std::string_view pattern, std::strin
 }
 
 void StatementGuard::check(std::string_view statement) {
-    const tsql::Shape shape = tsql::shapeOf(statement);
+    const tsql::Shape shape = shapeToJudge(statement);
     if (passed_.count(shape.key) != 0) {
         return;
     }
