@@ -13,7 +13,9 @@ usage() {
     exit 2
 }
 
-[ $# -eq 2 ] && [ -d "fuzz/$1/corpus" ] && [[ $2 =~ ^[0-9]+$ ]] || usage
+if [ $# -ne 2 ] || [ ! -d "fuzz/$1/corpus" ] || ! [[ $2 =~ ^[0-9]+$ ]]; then
+    usage
+fi
 name=$1
 seconds=$2
 build=${Z7_FUZZ_BUILD:-build/fuzz}

@@ -17,11 +17,16 @@ namespace {
 
 using Collection = std::shared_ptr<CashFlowCollection>;
 
-// The document writes white space in a value as it is, and a reader takes each such character for a blank.
-std::string readBack(std::string text) {
-    std::replace_if(
-        text.begin(), text.end(), [](char c) { return c == '\t' || c == '\r' || c == '\n'; }, ' ');
-    return text;
+// The document writes white space in a value as it is, and a reader takes each such character, and each line break of
+// two, for one blank.
+std::string readBack(const std::string& text) {
+    std::string blanks;
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        const bool lineBreak = text[at] == '\r' && at + 1 < text.size() && text[at + 1] == '\n';
+        at += lineBreak ? 1 : 0;
+        blanks += text[at] == '\t' || text[at] == '\r' || text[at] == '\n' ? ' ' : text[at];
+    }
+    return blanks;
 }
 
 // A field of this name, from an attribute such as p:xmlns, is a declaration when it is written without its prefix.
