@@ -117,6 +117,14 @@ constexpr std::array texts{
                   "see docs/sql-server.md"},
     HostTextEntry{T::fileMissing, "找不到数据库文件 {0}；可用 z7cf init 建立",
                   "There is no database file {0}; z7cf init makes one"},
+    HostTextEntry{
+        T::notInYear, "日期 {0} 不在账套 {2} 的 {1} 年会计期间内；请检查设置中的账套号 (account) 和表 ua_period",
+        "The date {0} lies in no period of the year {1} of account {2}; look at the account in the settings and at "
+        "the table ua_period"},
+    HostTextEntry{
+        T::someNotInYear, "{0} 张凭证的日期不在 {1} 年会计期间内，将按无现金科目处理；第一张为 {2}",
+        "The dates of {0} vouchers lie in no period of the year {1}, which makes them count as without a cash account; "
+        "the first is {2}"},
     HostTextEntry{T::fileExists, "{0} 已存在，不会覆盖；请另选文件名或先移走该文件",
                   "{0} exists and is not overwritten; choose another name or move the file away first"},
     HostTextEntry{T::notADatabase, "无法打开数据库 {0}：{1}", "Database {0} cannot be opened: {1}"},

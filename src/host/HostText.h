@@ -88,6 +88,8 @@ enum class HostText {
     connectFileMissing,
     connectNoInit,
     fileMissing,
+    notInYear,
+    someNotInYear,
     fileExists,
     notADatabase,
     databaseFailed,

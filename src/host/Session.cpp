@@ -40,6 +40,18 @@ Session::~Session() {
     modPublic::context() = modPublic::Context{};
 }
 
+bool Session::isInYear(Date date) {
+    const std::string year = std::to_string(year_);
+    return date == Date::none() || data_.DateToYearPeriod(*guarded_, date).substr(0, year.size()) == year;
+}
+
+void Session::requireInYear(Date date) {
+    if (!isInYear(date)) {
+        throw Failure(exitCode::database, HostText::notInYear,
+                      {dayText(date), std::to_string(year_), modPublic::requiredLogin().AccountId()});
+    }
+}
+
 bool Session::accountOption(const char* name) { return asciiUpper(data_.GetAccInfo(*guarded_, "GL", name)) == "TRUE"; }
 
 } // namespace z7::cashflow::host

@@ -35,6 +35,12 @@ public:
     [[nodiscard]] VoucherProvider& provider() noexcept { return provider_; }
     [[nodiscard]] std::int16_t year() const noexcept { return year_; }
 
+    /// Whether a voucher of this date belongs to the session's year by the account's periods. A save works in the year that the
+    /// periods give; where they give another, it finds no accounts and leaves the voucher alone without a word.
+    [[nodiscard]] bool isInYear(Date date);
+    /// Failure (database) if it does not: the account's identifier is wrong, or its periods are missing.
+    void requireInYear(Date date);
+
 private:
     [[nodiscard]] bool accountOption(const char* name);
 

@@ -248,14 +248,6 @@ TEST_F(ApplicationTest, SettingsAndCommandLineDecideTheLanguageInThatOrder) {
     EXPECT_EQ(with({}), "The voucher has no cash-flow account and needs no rows.\n") << "the user's own file";
 }
 
-TEST_F(ApplicationTest, AnotherAccountHasNoPeriodsAndSoNoRows) {
-    const std::string file = sample();
-    const std::string settings = scratch.write("s.toml", "account = \"999\"\n").string();
-    const RunResult run = runProgram({"save", file, "2024/1/1/2", "--settings", settings, "--json"});
-    // The date lies in no period of that account, so the year becomes 1900, in which no account is a cash account.
-    EXPECT_EQ(run.out, "{\"voucher\":\"2024/1/1/2\",\"outcome\":\"no-cash\",\"rows\":0}\n");
-}
-
 TEST_F(ApplicationTest, LeavesTheContextOfTheThreadEmpty) {
     const std::string file = sample();
     static_cast<void>(runProgram({"save", file, "2024/1/1/2"}));

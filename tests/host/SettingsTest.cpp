@@ -1,6 +1,8 @@
 #include "host/Settings.h"
 
 #include "EnvironmentGuard.h"
+#include "RunProgram.h"
+#include "ScratchFolder.h"
 #include "host/ExitCode.h"
 #include "host/Failure.h"
 #include "host/HostLogin.h"
@@ -136,6 +138,24 @@ TEST(HostLogin, IsTheDemoUserWithoutSettings) {
     EXPECT_EQ(login.UserId(), "demo");
     EXPECT_EQ(login.Operator(), "demo");
     EXPECT_EQ(login.Information(117), Variant(""));
+}
+
+TEST(Settings, OfAnAccountWithoutPeriodsAreToldInPlaceOfPassingVouchersOver) {
+    const ScratchFolder scratch;
+    const std::string database = (scratch.path() / "company.db").string();
+    ASSERT_EQ(runProgram({"init", database, "--sample"}).exitCode, 0);
+    scratch.write("other.toml", "account = '999'\n");
+    const std::string settings = (scratch.path() / "other.toml").string();
+    for (const std::vector<std::string>& command : {std::vector<std::string>{"allot", database, "--year", "2024"},
+                                                    {"check", database, "2024/1/1/1"},
+                                                    {"save", database, "2024/1/1/1"},
+                                                    {"rows", database, "2024/1/1/1"}}) {
+        std::vector<std::string> arguments{"--settings", settings};
+        arguments.insert(arguments.end(), command.begin(), command.end());
+        const RunResult result = runProgram(arguments);
+        EXPECT_EQ(result.exitCode, exitCode::database) << command.front();
+        EXPECT_THAT(result.err, HasSubstr("no period of the year 2024 of account 999")) << command.front();
+    }
 }
 
 } // namespace

@@ -231,5 +231,19 @@ TEST_F(LoginContext, EveryThreadHasItsOwn) {
     EXPECT_FALSE(modPublic::context().bAutoDisplay);
 }
 
+TEST_F(LoginContext, AppendsEscapedTextBehindWhatIsThere) {
+    std::string text = "a='";
+    modPublic::AppendXmlEscaped(text, Variant("<&>"));
+    modPublic::AppendXmlEscaped(text, Variant());
+    modPublic::AppendXmlEscaped(text, Variant(1.5));
+    EXPECT_EQ(text, "a='&lt;&amp;&gt;1.5");
+}
+
+TEST_F(LoginContext, GivesTheLoginWhereItIsNeeded) {
+    EXPECT_EQ(&modPublic::requiredLogin(), login.get());
+    modPublic::context().login = nullptr;
+    EXPECT_ERROR(modPublic::requiredLogin(), errors::objectNotSet);
+}
+
 } // namespace
 } // namespace z7::cashflow::test

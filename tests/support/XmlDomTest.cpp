@@ -88,6 +88,22 @@ TEST(XmlDom, ReadsEscapesAndCharacterReferences) {
     EXPECT_EQ(root.text(), "<&>");
 }
 
+TEST(XmlDom, HandsAttributesOverOneByOneAsItListsThem) {
+    const XmlNode root = rootOf("<r b='2' xmlns:p='u' p:a='1' c=''/>");
+    std::string told;
+    root.eachAttribute([&](std::string_view baseName, std::string_view nodeName, std::string text) {
+        told.append(baseName).append("|").append(nodeName).append("|").append(text).append(";");
+    });
+    std::string listed;
+    for (const XmlAttribute& attribute : root.attributes()) {
+        listed += attribute.baseName + "|" + attribute.nodeName + "|" + attribute.text + ";";
+    }
+    EXPECT_EQ(told, listed);
+    EXPECT_NE(told.find("b|b|2;a|p:a|1;c|c|;"), std::string::npos) << told;
+    EXPECT_EQ(root.attribute("p:a"), "1");
+    EXPECT_EQ(root.attribute("a"), std::nullopt);
+}
+
 TEST(XmlDom, TakesTheTextAsUtf8WhateverItDeclares) {
     EXPECT_EQ(rootOf("<?xml version='1.0' encoding='gb2312' ?><r a='现金'/>").attribute("a"), "现金");
     EXPECT_EQ(rootOf("<?xml version='1.0' encoding='utf-16'?><r a='é'/>").attribute("a"), "é");

@@ -13,6 +13,7 @@
 #include <nlohmann/json.hpp>
 
 #include <array>
+#include <map>
 #include <optional>
 
 namespace z7::cashflow::host {
@@ -65,6 +66,7 @@ public:
         if (vouchers.empty()) {
             output.remark(output.text(HostText::noVouchers));
         }
+        checkDates(session, vouchers, output);
         Totals totals;
         totals.refusalsKept = all_ ? vouchers.size() : refusalsShown;
         StopSignals signals;
@@ -104,6 +106,30 @@ public:
     }
 
 private:
+    // A wrong account or missing periods would pass every voucher over in silence.
+    static void checkDates(Session& session, const std::vector<VoucherHead>& vouchers, Output& output) {
+        std::map<double, bool> inYear; // vouchers of one day are many
+        const VoucherHead* first = nullptr;
+        std::size_t outside = 0;
+        for (const VoucherHead& voucher : vouchers) {
+            const auto [known, isNew] = inYear.try_emplace(voucher.date.dayNumber(), true);
+            if (isNew) {
+                known->second = session.isInYear(voucher.date);
+            }
+            if (!known->second) {
+                first = first == nullptr ? &voucher : first;
+                ++outside;
+            }
+        }
+        if (outside > 0 && outside == vouchers.size()) {
+            session.requireInYear(first->date);
+        }
+        if (outside > 0) {
+            output.remark(output.text(HostText::someNotInYear, {std::to_string(outside), std::to_string(session.year()),
+                                                                voucherKeyText(first->key)}));
+        }
+    }
+
     void printTotals(Output& output, const Totals& totals) const {
         if (totals.refused() > 0) {
             output.line(output.text(HostText::refusalsFollow));

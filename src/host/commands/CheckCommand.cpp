@@ -43,6 +43,7 @@ public:
         const VoucherKey key = voucher_.key();
         Session session(place, key.year, options, console);
         const VoucherHead head = voucher_.find(session);
+        session.requireInYear(head.date);
         const auto rows = storedRows(session, head);
         const std::int32_t count = rows ? rows->Count() : 0;
         const Verdict verdict = judge(session, head, rows);

@@ -29,6 +29,7 @@ public:
         const VoucherKey key = voucher_.key();
         Session session(place, key.year, options, console);
         const VoucherHead head = voucher_.find(session);
+        session.requireInYear(head.date);
         const auto rows = generate_ ? generatedRows(session, head) : storedRows(session, head);
         showRows(output, session, rows.get());
         const std::string verdict = verdictText(options.language, judge(session, head, rows));

@@ -30,6 +30,7 @@ public:
         const VoucherKey key = voucher_.key();
         Session session(place, key.year, options, console);
         const VoucherHead head = voucher_.find(session);
+        session.requireInYear(head.date);
         Allotment allotment(session.guarded(), session.provider().Gl(), true);
         const VoucherResult result = allotment.allot(head);
         if (output.json()) {
