@@ -8,6 +8,9 @@ set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 . scripts/lib/packages.sh
 
+# Objects that the compiler cache holds serve every clone, wherever it lies.
+export CCACHE_BASEDIR="$PWD" CCACHE_NOHASHDIR=1
+
 step() { printf '\n== %s\n' "$*"; }
 
 step "Packages"
