@@ -161,6 +161,7 @@ std::vector<TableFile> tableFilesOfFolder(const std::filesystem::path& folder) {
     }
     std::sort(paths.begin(), paths.end());
     std::vector<TableFile> files;
+    files.reserve(paths.size());
     for (const std::filesystem::path& path : paths) {
         files.push_back({path.stem().string(), path.string(), [path]() -> std::unique_ptr<std::istream> {
                              auto stream = std::make_unique<std::ifstream>(path, std::ios::binary);

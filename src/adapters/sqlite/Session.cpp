@@ -16,7 +16,7 @@
 namespace z7::cashflow::sqlite {
 namespace {
 
-constexpr std::size_t longestCachedText = 64 * 1024;
+constexpr std::size_t longestCachedText = std::size_t{64} * 1024;
 
 bool touchesTemporaryTable(const tsql::Step& step) {
     return std::any_of(step.tables.begin(), step.tables.end(),

@@ -354,7 +354,7 @@ std::string Parser::parseType() {
                                                  "money", "decimal",  "numeric",  "float",    "real",
                                                  "date",  "datetime", "varchar",  "nvarchar", "smalldatetime"};
     const Token& name = token();
-    const std::string type(name.kind == Token::Kind::identifier ? name.lower : std::string_view());
+    std::string type(name.kind == Token::Kind::identifier ? name.lower : std::string_view());
     bool found = false;
     for (const std::string_view candidate : known) {
         found = found || candidate == type;
