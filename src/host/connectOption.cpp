@@ -59,7 +59,7 @@ bool holdsSecret(const std::string& connectionString) {
 
 std::string connectionStringOf(const std::string& option, bool onCommandLine) {
     const bool isFile = option.starts_with('@');
-    const std::string text = trimmed(isFile ? fileText(option.substr(1)) : option);
+    std::string text = trimmed(isFile ? fileText(option.substr(1)) : option);
     if (text.empty()) {
         throw Failure(exitCode::usage, HostText::connectEmpty);
     }

@@ -209,8 +209,8 @@ void castTo(sqlite3_context* context, int, sqlite3_value** arguments) {
         }
         const auto* text = value.get<std::string>();
         if (type.type == ColumnType::text && !value.isNull()) {
-            const std::string whole_ = text != nullptr ? *text : toText(value);
-            giveText(context, type.length > 0 ? leftCharacters(whole_, static_cast<std::size_t>(type.length)) : whole_);
+            const std::string all = text != nullptr ? *text : toText(value);
+            giveText(context, type.length > 0 ? leftCharacters(all, static_cast<std::size_t>(type.length)) : all);
         } else {
             giveValue(context, cursor::fieldValue({"cast", type.type, 0}, value));
         }
