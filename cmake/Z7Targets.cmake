@@ -42,6 +42,12 @@ function(z7_library name)
   target_link_libraries(z7_${name} PUBLIC ${ARG_LINK} PRIVATE $<BUILD_INTERFACE:z7_options> ${ARG_PRIVATE_LINK})
 endfunction()
 
+# z7_quick_build(TARGET): compiles without optimisation, whatever the build type. For code that does little work itself, such as
+# tests: it takes half the time to build, and the library that the tests call stays as the build type wants it.
+function(z7_quick_build target)
+  target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:GNU,Clang,AppleClang>:-O0 -g1>)
+endfunction()
+
 # z7_test(NAME sources... [LINK libraries...])
 # A GoogleTest program whose cases are registered with ctest one by one as NAME.Suite.Case.
 function(z7_test name)
@@ -49,5 +55,6 @@ function(z7_test name)
   add_executable(test_${name} ${ARG_UNPARSED_ARGUMENTS})
   target_include_directories(test_${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
   target_link_libraries(test_${name} PRIVATE z7_options ${ARG_LINK} GTest::gmock GTest::gtest_main)
+  z7_quick_build(test_${name})
   gtest_discover_tests(test_${name} TEST_PREFIX ${name}. DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 300)
 endfunction()

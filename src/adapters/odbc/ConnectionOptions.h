@@ -30,7 +30,4 @@ struct ConnectionOptions {
 /// The text with every secret in it replaced by "***".
 [[nodiscard]] std::string withoutSecrets(std::string text, const std::vector<std::string>& secrets);
 
-/// A value as it stands in a connection string: in braces if it needs them.
-[[nodiscard]] std::string connectionValue(const std::string& value);
-
 } // namespace z7::cashflow::odbc

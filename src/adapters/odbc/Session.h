@@ -1,7 +1,6 @@
 #pragma once
 
-#include "adapters/cursor/Backend.h"
-#include "adapters/odbc/Connection.h"
+#include "adapters/cursor/Session.h"
 #include "adapters/odbc/ConnectionOptions.h"
 #include "adapters/odbc/Dialect.h"
 #include "adapters/odbc/handles.h"
@@ -15,14 +14,13 @@ namespace z7::cashflow::odbc {
 
 class Failure;
 
-/// Who looks on; shared by a connection and its pool.
-struct Observers {
-    Connection::StatementObserver statement;
+/// Who looks on.
+struct Observers : cursor::Observers {
     std::function<void()> sessionLost; ///< called when the line of a session turns out to be cut
 };
 
 /// One open session: a line to the database, its dialect and its transaction. It is used on one thread.
-class Session final : public Driver, public std::enable_shared_from_this<Session> {
+class Session final : public cursor::Session, public Driver, public std::enable_shared_from_this<Session> {
 public:
     Session(ConnectionOptions options, int number, std::shared_ptr<Environment> environment,
             std::shared_ptr<const Observers> observers);
@@ -30,12 +28,11 @@ public:
     Session& operator=(const Session&) = delete;
     ~Session() override;
 
-    /// Rolls back what is not committed and lets the line go. What still refers to the session gets error 3704 from then on.
-    void close() noexcept;
-    [[nodiscard]] int number() const noexcept { return number_; }
+    void close() noexcept override;
+    [[nodiscard]] int number() const noexcept override { return number_; }
 
     /// Runs a Transact-SQL batch and fetches its first result whole.
-    cursor::Result run(const std::string& text, bool updatable);
+    cursor::Result run(const std::string& text, bool updatable) override;
 
     Fetched execute(const std::string& text, const std::vector<Variant>& values = {},
                     const ColumnCorrection& correct = {}) override;
@@ -45,16 +42,15 @@ public:
     /// Runs an action under the rule that nothing runs in a transaction that is gone, and notes when an error ends it.
     void guarded(const std::function<void()>& action);
 
-    void begin();
-    void commit();
-    void rollback();
+    void begin() override;
+    void commit() override;
+    void rollback() override;
     /// True between begin and commit or rollback, whatever has become of the transaction on the server.
-    [[nodiscard]] bool inTransaction() const noexcept { return transaction_ != Transaction::none; }
-    /// Whether the line is cut.
-    [[nodiscard]] bool isLost() const noexcept { return lost_; }
+    [[nodiscard]] bool inTransaction() const noexcept override { return transaction_ != Transaction::none; }
+    [[nodiscard]] bool isLost() const noexcept override { return lost_; }
     /// Whether the session can be handed to somebody else: its line stands, it is in no transaction, and no text that
     /// ran on it could have left it otherwise than it was.
-    [[nodiscard]] bool isIdle() const noexcept;
+    [[nodiscard]] bool isIdle() const noexcept override;
 
 private:
     enum class Transaction { none, open, gone };

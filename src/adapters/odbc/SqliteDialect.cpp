@@ -1,7 +1,8 @@
 #include "adapters/odbc/SqliteDialect.h"
 
 #include "adapters/odbc/TsqlDialect.h"
-#include "adapters/odbc/literalValue.h"
+#include "adapters/tsql/declaredType.h"
+#include "adapters/tsql/literalValue.h"
 #include "adapters/tsql/shape.h"
 #include "z7cashflow/support/Error.h"
 #include "z7cashflow/support/conversions.h"
@@ -15,25 +16,9 @@ using Place = tsql::TableName::Place;
 
 constexpr std::size_t mostTables = 256;
 
-/// What the text of a statement tells about a column of its result, or a null pointer if its items cannot be counted.
-const tsql::ResultItem* itemOf(const std::vector<tsql::ResultItem>& items, std::size_t column, std::size_t columns) {
-    const auto isStar = [](const tsql::ResultItem& item) { return item.star; };
-    const auto star = static_cast<std::size_t>(std::find_if(items.begin(), items.end(), isStar) - items.begin());
-    if (column < star || star == items.size()) {
-        return column < items.size() ? &items[column] : nullptr;
-    }
-    const std::size_t fromEnd = columns - column;
-    if (fromEnd >= items.size() - star) {
-        return nullptr;
-    }
-    const std::size_t item = items.size() - fromEnd;
-    const bool starBehind = std::any_of(items.begin() + static_cast<std::ptrdiff_t>(item), items.end(), isStar);
-    return starBehind ? nullptr : &items[item];
-}
-
 void correctByItems(const tsql::Step& step, std::vector<DriverColumn>& columns) {
     for (std::size_t i = 0; i < columns.size(); ++i) {
-        const tsql::ResultItem* item = itemOf(step.items, i, columns.size());
+        const tsql::ResultItem* item = tsql::itemOf(step.items, i, columns.size());
         if (item == nullptr) {
             continue;
         }
@@ -119,11 +104,12 @@ std::vector<Variant> SqliteDialect::literals(Driver& driver, const tsql::Step& s
         if (parameter.use != tsql::Parameter::Use::plain) {
             Table holder;
             if (const TableColumn* known = column(driver, parameter.column, holder)) {
-                meant = declaredColumn(known->name, known->type);
+                meant = tsql::declaredColumn(known->name, known->type);
             }
         }
-        values.push_back(literalValue(given[static_cast<std::size_t>(parameter.literal)], parameter.negative, meant,
-                                      parameter.use == tsql::Parameter::Use::assign));
+        const tsql::Literal& literal = given[static_cast<std::size_t>(parameter.literal)];
+        const bool assigned = parameter.use == tsql::Parameter::Use::assign;
+        values.push_back(stored(tsql::literalValue(literal, parameter.negative, meant, assigned)));
     }
     return values;
 }
@@ -171,7 +157,7 @@ std::string SqliteDialect::columnDeclaration(Driver& driver, const tsql::Step& s
             continue;
         }
         text += ' ' + known->type;
-        if (declaredColumn({}, known->type).type == cursor::ColumnType::text) {
+        if (tsql::declaredColumn({}, known->type).type == cursor::ColumnType::text) {
             text += " COLLATE z7_text";
         }
         return known->required ? text + " NOT NULL" : text;
@@ -222,7 +208,7 @@ Error SqliteDialect::explained(const Error& error) const {
 
 ResultColumn SqliteDialect::resultColumn(const DriverColumn& column) const {
     ResultColumn result;
-    result.column = declaredColumn(column.name, column.typeName);
+    result.column = tsql::declaredColumn(column.name, column.typeName);
     if (column.table.empty()) { // an expression, whose type the driver guesses by the first row
         using cursor::ColumnType;
         const bool number = result.column.type == ColumnType::int32 || result.column.type == ColumnType::real;
@@ -256,7 +242,7 @@ std::string SqliteDialect::columnText(const std::string& name) const { return ts
 
 Variant SqliteDialect::stored(const Variant& value) const {
     const Date* date = value.get<Date>();
-    return date == nullptr ? value : Variant(storedDate(*date));
+    return date == nullptr ? value : Variant(dateText(*date));
 }
 
 std::vector<std::string> SqliteDialect::key(Driver& driver, const tsql::TableName& name,

@@ -1,7 +1,7 @@
 #include "adapters/sqlite/Catalogue.h"
 
 #include "adapters/sqlite/Statement.h"
-#include "adapters/sqlite/declaredType.h"
+#include "adapters/tsql/declaredType.h"
 #include "z7cashflow/support/conversions.h"
 
 #include <sqlite3.h>
@@ -64,7 +64,7 @@ TableShape Catalogue::read(const tsql::TableName& name) const {
         TableColumn column;
         column.name = textAt(statement, 0);
         column.declaredType = textAt(statement, 1);
-        const DeclaredType declared = declaredType(column.declaredType);
+        const cursor::Column declared = tsql::declaredColumn({}, column.declaredType);
         const int keyPosition = sqlite3_column_int(statement.get(), 4);
         const bool rowNumber = keyPosition > 0 && asciiLower(column.declaredType) == "integer";
         column.type = declared.type;

@@ -19,9 +19,6 @@ struct ConnectionOptions {
 /// them could be a secret that was meant for another driver.
 [[nodiscard]] ConnectionOptions parseConnectionString(const std::string& text);
 
-/// A value as it stands in a connection string: in braces if it needs them.
-[[nodiscard]] std::string connectionValue(const std::string& value);
-
 /// A path from and to UTF-8.
 [[nodiscard]] std::filesystem::path pathOf(const std::string& utf8);
 [[nodiscard]] std::string utf8Of(const std::filesystem::path& path);

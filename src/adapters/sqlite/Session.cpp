@@ -3,8 +3,8 @@
 #include "adapters/sqlite/RecordWriter.h"
 #include "adapters/sqlite/database.h"
 #include "adapters/sqlite/databaseError.h"
-#include "adapters/sqlite/declaredType.h"
 #include "adapters/sqlite/openFile.h"
+#include "adapters/tsql/declaredType.h"
 #include "adapters/tsql/tokens.h"
 #include "z7cashflow/support/Error.h"
 
@@ -32,18 +32,6 @@ bool isWorthKeeping(const tsql::Rewriting& rewriting) {
 }
 
 std::string orEmpty(const char* text) { return text == nullptr ? std::string() : std::string(text); }
-
-/// What the text of a statement tells about a column of its result, or a null pointer if its items cannot be counted.
-const tsql::ResultItem* itemOf(const std::vector<tsql::ResultItem>& items, int column, int columns) {
-    const auto star = std::find_if(items.begin(), items.end(), [](const auto& item) { return item.star; });
-    if (star == items.end() || column < star - items.begin()) {
-        return column < static_cast<int>(items.size()) ? &items[static_cast<std::size_t>(column)] : nullptr;
-    }
-    const int fromEnd = columns - column;
-    const auto behind = items.end() - std::min<std::ptrdiff_t>(fromEnd, items.end() - items.begin());
-    const bool lastStarBefore = std::none_of(behind, items.end(), [](const auto& item) { return item.star; });
-    return lastStarBefore ? &*behind : nullptr;
-}
 
 } // namespace
 
@@ -150,9 +138,7 @@ void Session::prepare(PreparedStep& step) {
         const TableColumn* column =
             parameter.use == tsql::Parameter::Use::plain ? nullptr : catalogue().column(parameter.column, holder);
         if (column != nullptr) {
-            binding.type = column->type;
-            binding.length = column->length;
-            binding.column = column->name;
+            binding.column = {column->name, column->type, column->length};
         }
         step.bindings.push_back(std::move(binding));
     }
@@ -167,16 +153,15 @@ void Session::readColumns(PreparedStep& step) {
     std::vector<cursor::Column> columns;
     step.origins.clear();
     for (int i = 0; i < count; ++i) {
-        cursor::Column column;
-        column.name = orEmpty(sqlite3_column_name(statement, i));
-        DeclaredType declared = declaredType(orEmpty(sqlite3_column_decltype(statement, i)));
-        if (const tsql::ResultItem* item = itemOf(step.step.items, i, count)) {
-            column.name = item->unnamed ? std::string() : column.name;
-            declared = item->castType.empty() ? declared : declaredType(item->castType);
+        std::string name = orEmpty(sqlite3_column_name(statement, i));
+        std::string type = orEmpty(sqlite3_column_decltype(statement, i));
+        const tsql::ResultItem* item =
+            tsql::itemOf(step.step.items, static_cast<std::size_t>(i), static_cast<std::size_t>(count));
+        if (item != nullptr) {
+            name = item->unnamed ? std::string() : name;
+            type = item->castType.empty() ? type : item->castType;
         }
-        column.type = declared.type;
-        column.length = declared.length;
-        columns.push_back(std::move(column));
+        columns.push_back(tsql::declaredColumn(std::move(name), type));
         if (step.step.writable) {
             step.origins.push_back({orEmpty(sqlite3_column_database_name(statement, i)),
                                     orEmpty(sqlite3_column_table_name(statement, i)),

@@ -1,8 +1,7 @@
 #pragma once
 
-#include "adapters/cursor/Backend.h"
+#include "adapters/cursor/Session.h"
 #include "adapters/sqlite/Catalogue.h"
-#include "adapters/sqlite/Connection.h"
 #include "adapters/sqlite/ConnectionOptions.h"
 #include "adapters/sqlite/LruCache.h"
 #include "adapters/sqlite/Statement.h"
@@ -18,10 +17,9 @@ struct sqlite3;
 
 namespace z7::cashflow::sqlite {
 
-/// Who looks on when statements run; shared by a connection and its pool.
-struct Observers {
-    Connection::StatementObserver statement;
-    Connection::StatementObserver rewritten;
+/// Who looks on when statements run.
+struct Observers : cursor::Observers {
+    cursor::StatementObserver rewritten;
 };
 
 /// Where the columns of a query come from, as far as they are columns of tables. What a writer of its records needs.
@@ -33,7 +31,7 @@ struct ColumnOrigin {
 
 /// One open session: a handle of the database library with the account's companions attached, the statements that it has
 /// prepared, and its transaction. It is used on one thread.
-class Session : public std::enable_shared_from_this<Session> {
+class Session final : public cursor::Session, public std::enable_shared_from_this<Session> {
 public:
     /// The most shapes of statements, and the most texts of its own, that a session keeps prepared.
     static constexpr std::size_t mostPrepared = 128;
@@ -41,24 +39,22 @@ public:
     Session(const ConnectionOptions& options, int number, std::shared_ptr<const Observers> observers);
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
-    ~Session();
+    ~Session() override;
 
-    /// Rolls back what is not committed and lets the files go. What still refers to the session gets error 3704 from then on.
-    void close() noexcept;
-    [[nodiscard]] int number() const noexcept { return number_; }
+    void close() noexcept override;
+    [[nodiscard]] int number() const noexcept override { return number_; }
 
     /// Runs a Transact-SQL batch and fetches its first result whole.
-    cursor::Result run(const std::string& text, bool updatable);
+    cursor::Result run(const std::string& text, bool updatable) override;
     /// Runs one statement of the embedded database's own dialect with values, and gives the number of rows that it changed,
     /// through triggers too.
     std::int64_t runOwn(const std::string& sql, const std::vector<Variant>& values);
 
-    void begin();
-    void commit();
-    void rollback();
-    [[nodiscard]] bool inTransaction() const noexcept { return inTransaction_; }
-    /// Whether the session can be handed to somebody else.
-    [[nodiscard]] bool isIdle() const noexcept;
+    void begin() override;
+    void commit() override;
+    void rollback() override;
+    [[nodiscard]] bool inTransaction() const noexcept override { return inTransaction_; }
+    [[nodiscard]] bool isIdle() const noexcept override;
 
     [[nodiscard]] Catalogue& catalogue();
     [[nodiscard]] sqlite3* nativeHandle() const { return handle(); }

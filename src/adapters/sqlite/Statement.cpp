@@ -29,7 +29,7 @@ void Statement::bind(int position, const Variant& value) {
     if (const auto* text = value.get<std::string>()) {
         check(sqlite3_bind_text64(get(), position, text->data(), text->size(), SQLITE_TRANSIENT, SQLITE_UTF8));
     } else if (const auto* date = value.get<Date>()) {
-        const std::string text = storedDate(*date);
+        const std::string text = dateText(*date);
         check(sqlite3_bind_text64(get(), position, text.data(), text.size(), SQLITE_TRANSIENT, SQLITE_UTF8));
     } else if (const auto* real = value.get<double>()) {
         bind(position, *real);
@@ -90,7 +90,5 @@ std::int64_t queryInteger(sqlite3* handle, const std::string& sql) {
     Statement statement(handle, sql);
     return statement.step() ? sqlite3_column_int64(statement.get(), 0) : 0;
 }
-
-std::string storedDate(Date date) { return dateText(date); }
 
 } // namespace z7::cashflow::sqlite

@@ -57,7 +57,4 @@ void executeScript(sqlite3* handle, const std::string& sql, const std::string& r
 /// The first column of a query's first row, 0 if there is none.
 [[nodiscard]] std::int64_t queryInteger(sqlite3* handle, const std::string& sql);
 
-/// A date as the embedded database keeps it: 2013-01-05, or 2013-01-05 10:30:00 if it has a time.
-[[nodiscard]] std::string storedDate(Date date);
-
 } // namespace z7::cashflow::sqlite

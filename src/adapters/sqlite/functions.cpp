@@ -3,8 +3,7 @@
 #include "adapters/cursor/fieldValue.h"
 #include "adapters/sqlite/database.h"
 #include "adapters/sqlite/databaseError.h"
-#include "adapters/sqlite/declaredType.h"
-#include "adapters/sqlite/literalValue.h"
+#include "adapters/tsql/declaredType.h"
 #include "z7cashflow/support/Error.h"
 #include "z7cashflow/support/conversions.h"
 
@@ -63,7 +62,7 @@ void giveValue(sqlite3_context* context, const Variant& value) {
     } else if (const auto* text = value.get<std::string>()) {
         giveText(context, *text);
     } else if (const auto* date = value.get<Date>()) {
-        giveText(context, storedDate(*date));
+        giveText(context, dateText(*date));
     } else if (const auto* real = value.get<double>()) {
         sqlite3_result_double(context, *real);
     } else if (const auto* truth = value.get<bool>()) {
@@ -199,7 +198,7 @@ void length(sqlite3_context* context, int, sqlite3_value** arguments) {
 
 void castTo(sqlite3_context* context, int, sqlite3_value** arguments) {
     guarded(context, [&] {
-        const DeclaredType type = declaredType(textOf(arguments[1]));
+        const cursor::Column type = tsql::declaredColumn({}, textOf(arguments[1]));
         Variant value = valueOf(arguments[0]);
         using cursor::ColumnType;
         const bool whole =

@@ -70,6 +70,21 @@ std::string qualifiedName(const TableName& table) {
     return std::string(placeName(table.place)) + '.' + quotedName(table.name);
 }
 
+const ResultItem* itemOf(const std::vector<ResultItem>& items, std::size_t column, std::size_t columns) {
+    const auto isStar = [](const ResultItem& item) { return item.star; };
+    const auto star = static_cast<std::size_t>(std::find_if(items.begin(), items.end(), isStar) - items.begin());
+    if (column < star || star == items.size()) {
+        return column < items.size() ? &items[column] : nullptr;
+    }
+    const std::size_t fromEnd = columns - column;
+    if (fromEnd >= items.size() - star) {
+        return nullptr;
+    }
+    const std::size_t item = items.size() - fromEnd;
+    const bool starBehind = std::any_of(items.begin() + static_cast<std::ptrdiff_t>(item), items.end(), isStar);
+    return starBehind ? nullptr : &items[item];
+}
+
 std::string inlineLiterals(const Step& step, const std::vector<Literal>& literals) {
     std::string text;
     bool quoted = false;

@@ -80,6 +80,9 @@ struct Rewriting {
 /// Rewrites a statement, or a batch of several, by its syntax. Error 102 quotes the token that is not understood.
 [[nodiscard]] Rewriting rewrite(std::string_view statement);
 
+/// What the text of a query tells about a column of its result, or null if its items cannot be counted.
+[[nodiscard]] const ResultItem* itemOf(const std::vector<ResultItem>& items, std::size_t column, std::size_t columns);
+
 /// A step's text with its literals put back in place of the parameters.
 [[nodiscard]] std::string inlineLiterals(const Step& step, const std::vector<Literal>& literals);
 

@@ -1,5 +1,5 @@
 #include "adapters/sqlite/EmbeddedDatabase.h"
-#include "adapters/sqlite/declaredType.h"
+#include "adapters/tsql/declaredType.h"
 
 #include <gtest/gtest.h>
 
@@ -77,12 +77,12 @@ TEST_F(LiteralTest, compared) {
 
 TEST(DeclaredType, reads_what_the_schema_declares) {
     using cursor::ColumnType;
-    EXPECT_EQ(declaredType("money real").type, ColumnType::money);
-    EXPECT_EQ(declaredType("nvarchar(40)").length, 40);
-    EXPECT_EQ(declaredType("NVARCHAR(max)").length, 0);
-    EXPECT_EQ(declaredType("uniqueidentifier").type, ColumnType::text);
-    EXPECT_EQ(declaredType("").type, ColumnType::any);
-    EXPECT_EQ(declaredType("int").type, ColumnType::int32);
+    EXPECT_EQ(tsql::declaredColumn("c", "money real").type, ColumnType::money);
+    EXPECT_EQ(tsql::declaredColumn("c", "nvarchar(40)").length, 40);
+    EXPECT_EQ(tsql::declaredColumn("c", "NVARCHAR(max)").length, 0);
+    EXPECT_EQ(tsql::declaredColumn("c", "uniqueidentifier").type, ColumnType::text);
+    EXPECT_EQ(tsql::declaredColumn("c", "").type, ColumnType::any);
+    EXPECT_EQ(tsql::declaredColumn("c", "int").type, ColumnType::int32);
 }
 
 } // namespace

@@ -1,7 +1,6 @@
 #include "adapters/sqlite/Session.h"
 #include "adapters/sqlite/EmbeddedDatabase.h"
 #include "adapters/sqlite/LruCache.h"
-#include "adapters/sqlite/SessionPool.h"
 
 #include <gtest/gtest.h>
 #include <sqlite3.h>
@@ -21,8 +20,8 @@ protected:
 };
 
 TEST_F(SessionTest, shapes_are_bounded_and_survive_hostile_ones) {
-    const auto pool = std::make_shared<SessionPool>();
-    const auto session = pool->open(text());
+    const auto session =
+        std::make_shared<Session>(parseConnectionString(text()), 1, std::make_shared<const Observers>());
     for (int i = 0; i < 1000; ++i) {
         session->run("select ccode as a" + std::to_string(i) + " from code", false);
     }
@@ -47,39 +46,6 @@ TEST_F(SessionTest, literals_of_the_text_are_not_mixed_up) {
               Variant("abc"));
     EXPECT_EQ(connection->Execute("select cast(citemname as nvarchar(2)) as a from fitemss98")->Fields().Item(0),
               Variant("ab"));
-}
-
-TEST_F(SessionTest, pooled_sessions_are_used_again_and_bounded) {
-    const auto pool = std::make_shared<SessionPool>();
-    pool->reopen();
-    int first = 0;
-    {
-        const auto session = pool->take(text());
-        first = session->number();
-        const auto second = pool->take(text());
-        EXPECT_NE(second->number(), first) << "nobody shares a session";
-    }
-    EXPECT_EQ(pool->idleCount(), 2U);
-    EXPECT_EQ(pool->take(text())->number(), first);
-    {
-        std::vector<std::shared_ptr<Session>> many;
-        for (int i = 0; i < 10; ++i) {
-            many.push_back(pool->take(text()));
-        }
-    }
-    EXPECT_EQ(pool->idleCount(), SessionPool::mostIdle);
-    pool->close();
-    EXPECT_EQ(pool->idleCount(), 0U);
-    pool->take(text()).reset();
-    EXPECT_EQ(pool->idleCount(), 0U) << "a closed pool keeps nothing";
-}
-
-TEST_F(SessionTest, a_session_in_a_transaction_does_not_come_back) {
-    const auto pool = std::make_shared<SessionPool>();
-    pool->reopen();
-    pool->take(text())->begin();
-    EXPECT_EQ(pool->idleCount(), 0U);
-    pool->take(text())->begin(); // and it left no lock behind
 }
 
 TEST_F(SessionTest, recordsets_on_a_text_reuse_one_session) {

@@ -1,13 +1,8 @@
-#include "adapters/odbc/SessionPool.h"
+#include "adapters/cursor/SessionPool.h"
 
-namespace z7::cashflow::odbc {
+namespace z7::cashflow::cursor {
 
-SessionPool::SessionPool() : observers_(std::make_shared<Observers>()) {
-    // Where one line is cut the idle ones are cut as well, and would each report it anew.
-    observers_->sessionLost = [this] { idle_.clear(); };
-}
-
-SessionPool::~SessionPool() { observers_->sessionLost = nullptr; }
+SessionPool::SessionPool(Opener opener) : opener_(std::move(opener)) {}
 
 std::shared_ptr<Session> SessionPool::take(const std::string& connectionString) {
     std::shared_ptr<Session> session;
@@ -16,7 +11,7 @@ std::shared_ptr<Session> SessionPool::take(const std::string& connectionString) 
             ++entry;
             continue;
         }
-        if (entry->second->isIdle()) { // the driver may have noticed meanwhile that the line is cut
+        if (entry->second->isIdle()) { // its line may have been cut meanwhile
             session = std::move(entry->second);
         }
         entry = idle_.erase(entry);
@@ -35,11 +30,7 @@ std::shared_ptr<Session> SessionPool::take(const std::string& connectionString) 
 }
 
 std::shared_ptr<Session> SessionPool::open(const std::string& connectionString) {
-    ConnectionOptions options = parseConnectionString(connectionString);
-    if (environment_ == nullptr) {
-        environment_ = std::make_shared<Environment>();
-    }
-    return std::make_shared<Session>(std::move(options), ++lastNumber_, environment_, observers_);
+    return opener_(connectionString, ++lastNumber_);
 }
 
 void SessionPool::close() noexcept {
@@ -57,4 +48,4 @@ void SessionPool::giveBack(const std::string& connectionString, std::shared_ptr<
     }
 }
 
-} // namespace z7::cashflow::odbc
+} // namespace z7::cashflow::cursor

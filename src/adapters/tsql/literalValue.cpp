@@ -1,4 +1,4 @@
-#include "adapters/odbc/literalValue.h"
+#include "adapters/tsql/literalValue.h"
 
 #include "adapters/tsql/tokens.h"
 #include "z7cashflow/support/conversions.h"
@@ -9,23 +9,22 @@
 #include <optional>
 #include <system_error>
 
-namespace z7::cashflow::odbc {
+namespace z7::cashflow::tsql {
 namespace {
 
 using cursor::ColumnType;
 
 [[noreturn]] void raiseOverflow(const cursor::Column& column) {
-    tsql::raiseError(tsql::errors::numberTooLarge,
-                     "Arithmetic overflow error converting a value to the type of column " + column.name + ".",
-                     "22003");
+    raiseError(errors::numberTooLarge,
+               "Arithmetic overflow error converting a value to the type of column " + column.name + ".", "22003");
 }
 
-double numberOf(const tsql::Literal& literal, bool negative, const cursor::Column& column) {
-    if (literal.kind == tsql::Literal::Kind::number) {
+double numberOf(const Literal& literal, bool negative, const cursor::Column& column) {
+    if (literal.kind == Literal::Kind::number) {
         double number = 0.0;
         const auto [end, error] =
             std::from_chars(literal.body.data(), literal.body.data() + literal.body.size(), number);
-        if (error != std::errc()) {
+        if (error != std::errc()) { // no double holds it
             raiseOverflow(column);
         }
         return negative ? -number : number;
@@ -41,25 +40,24 @@ double numberOf(const tsql::Literal& literal, bool negative, const cursor::Colum
     const bool commas = column.type != ColumnType::money && text.find(',') != std::string::npos;
     const auto number = commas ? std::nullopt : readNumber(text);
     if (!number) {
-        tsql::raiseError(tsql::errors::badNumber,
-                         "Error converting data type nvarchar to the number type of column " + column.name + ".",
-                         "22018");
+        raiseError(errors::badNumber,
+                   "Error converting data type nvarchar to the number type of column " + column.name + ".", "22018");
     }
     return *number;
 }
 
-Variant dateOf(const tsql::Literal& literal, bool negative, const cursor::Column& column) {
+Variant dateOf(const Literal& literal, bool negative, const cursor::Column& column) {
     constexpr double dayZero = 2.0; // the server counts its days from 1900-01-01
-    if (literal.kind == tsql::Literal::Kind::number) {
+    if (literal.kind == Literal::Kind::number) {
         const Date date(dayZero + numberOf(literal, negative, column));
         if (!isValidDate(date)) {
             raiseOverflow(column);
         }
-        return Variant(storedDate(date));
+        return Variant(date);
     }
     std::string text = literal.value();
     if (text.find_first_not_of(' ') == std::string::npos) {
-        return Variant(storedDate(Date(dayZero)));
+        return Variant(Date(dayZero));
     }
     if (text.size() == 8 && text.find_first_not_of("0123456789") == std::string::npos) {
         text.insert(6, "-").insert(4, "-"); // 20130105 needs no signs between its parts
@@ -68,10 +66,10 @@ Variant dateOf(const tsql::Literal& literal, bool negative, const cursor::Column
     }
     const auto date = readDate(text);
     if (!date) {
-        tsql::raiseError(tsql::errors::badDate,
-                         "Conversion failed when converting date and/or time from character string.", "22007");
+        raiseError(errors::badDate, "Conversion failed when converting date and/or time from character string.",
+                   "22007");
     }
-    return Variant(storedDate(*date));
+    return Variant(*date);
 }
 
 Variant wholeOf(double number, const cursor::Column& column, bool assigned) {
@@ -106,18 +104,16 @@ Variant moneyOf(double number, const cursor::Column& column, bool assigned) {
     return Variant(number);
 }
 
-Variant textOf(const tsql::Literal& literal, bool negative, const cursor::Column& column, bool assigned) {
-    constexpr int textTooLong = 8152;
+Variant textOf(const Literal& literal, bool negative, const cursor::Column& column, bool assigned) {
     std::string text = (negative ? "-" : "") + literal.value();
-    if (assigned && column.length > 0 && characterCount(text) > static_cast<std::size_t>(column.length)) {
-        tsql::raiseError(textTooLong, "String or binary data would be truncated in column " + column.name + ".",
-                         "22001");
+    if (assigned) {
+        requireLength(text, column);
     }
     return Variant(std::move(text));
 }
 
-Variant plainValue(const tsql::Literal& literal, bool negative) {
-    if (literal.kind == tsql::Literal::Kind::text) {
+Variant plainValue(const Literal& literal, bool negative) {
+    if (literal.kind == Literal::Kind::text) {
         return Variant(literal.value());
     }
     std::int32_t whole = 0;
@@ -131,32 +127,15 @@ Variant plainValue(const tsql::Literal& literal, bool negative) {
 
 } // namespace
 
-cursor::Column declaredColumn(const std::string& name, std::string_view declaration) {
-    static constexpr std::pair<std::string_view, ColumnType> known[] = {
-        {"bit", ColumnType::boolean},   {"tinyint", ColumnType::byte},      {"smallint", ColumnType::int16},
-        {"int", ColumnType::int32},     {"integer", ColumnType::int32},     {"money", ColumnType::money},
-        {"decimal", ColumnType::real},  {"numeric", ColumnType::real},      {"float", ColumnType::real},
-        {"real", ColumnType::real},     {"double", ColumnType::real},       {"date", ColumnType::date},
-        {"datetime", ColumnType::date}, {"char", ColumnType::text},         {"nchar", ColumnType::text},
-        {"varchar", ColumnType::text},  {"nvarchar", ColumnType::text},     {"text", ColumnType::text},
-        {"ntext", ColumnType::text},    {"smalldatetime", ColumnType::date}};
-    const std::size_t end = declaration.find_first_of(" (");
-    const std::string word = asciiLower(declaration.substr(0, end));
-    cursor::Column column{name, ColumnType::any, 0};
-    for (const auto& [type, meaning] : known) {
-        if (type == word) {
-            column.type = meaning;
-        }
+void requireLength(std::string_view text, const cursor::Column& column) {
+    constexpr int textTooLong = 8152;
+    const auto most = static_cast<std::size_t>(column.length);
+    if (most > 0 && text.size() > most && characterCount(text) > most) {
+        raiseError(textTooLong, "String or binary data would be truncated in column " + column.name + ".", "22001");
     }
-    if (column.type == ColumnType::text && end != std::string_view::npos && declaration[end] == '(') {
-        std::from_chars(declaration.data() + end + 1, declaration.data() + declaration.size(), column.length);
-    }
-    return column;
 }
 
-std::string storedDate(Date date) { return dateText(date); }
-
-Variant literalValue(const tsql::Literal& literal, bool negative, const cursor::Column& column, bool assigned) {
+Variant literalValue(const Literal& literal, bool negative, const cursor::Column& column, bool assigned) {
     switch (column.type) {
     case ColumnType::any:
         return plainValue(literal, negative);
@@ -177,4 +156,4 @@ Variant literalValue(const tsql::Literal& literal, bool negative, const cursor::
     return wholeOf(numberOf(literal, negative, column), column, assigned);
 }
 
-} // namespace z7::cashflow::odbc
+} // namespace z7::cashflow::tsql
