@@ -54,4 +54,10 @@ fi
 step "The rows of voucher $voucher"
 shown z7cf rows "$sample/company.db" "$voucher"
 
+step "Rows as XML, a voucher of the sales system, and one that exists only as XML"
+shown z7cf sample-xml "$sample/documents"
+shown z7cf import "$sample/company.db" 2024/7/2/12 "$sample/documents/advertising-rows.xml"
+shown z7cf outside save "$sample/company.db" sales_voucher AR-2024-0301 --year "$year"
+shown z7cf voucher-xml "$sample/company.db" "$sample/documents/sales-voucher.xml"
+
 printf '\nThe database is %s. Go on with: build/run/bin/z7cf --help\n' "$sample/company.db"

@@ -4,10 +4,12 @@
 #include "host/Command.h"
 #include "host/ExitCode.h"
 #include "host/Failure.h"
+#include "host/Output.h"
 #include "host/Settings.h"
 #include "host/connectOption.h"
 #include "host/databaseFailure.h"
 #include "host/reasonText.h"
+#include "host/usageText.h"
 #include "host/version.h"
 #include "z7cashflow/support/Error.h"
 
@@ -18,6 +20,7 @@
 #include <new>
 #include <optional>
 #include <ostream>
+#include <sstream>
 
 namespace z7::cashflow::host {
 
@@ -161,11 +164,14 @@ int runApplication(const std::vector<std::string>& arguments, const Console& con
         try {
             program.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
         } catch (const CLI::Success& request) { // help or version
-            static_cast<void>(program.exit(request, console.out, console.err));
-            console.out.flush();
+            std::ostringstream text;
+            static_cast<void>(program.exit(request, text, console.err));
+            Output output(console, GlobalOptions{});
+            output.raw(text.str());
+            output.flush();
             return exitCode::done;
         } catch (const CLI::ParseError& error) {
-            say(console, language, error.what());
+            say(console, language, usageText(language, program, error));
             say(console, language, hostText(language, HostText::usageHint));
             return exitCode::usage;
         }

@@ -39,17 +39,15 @@ public:
 
     int run(const GlobalOptions& options, const Console& console) override {
         Output output(console, options);
-        const AccountPlace place = voucher_.take(options);
-        const VoucherKey key = voucher_.key();
-        Session session(place, key.year, options, console);
-        const VoucherHead head = voucher_.find(session);
-        session.requireInYear(head.date);
+        OpenVoucher voucher(voucher_, options, console);
+        Session& session = voucher.session();
+        const VoucherHead& head = voucher.head();
         const auto rows = storedRows(session, head);
         const std::int32_t count = rows ? rows->Count() : 0;
         const Verdict verdict = judge(session, head, rows);
         if (output.json()) {
             nlohmann::ordered_json json = {
-                {"voucher", voucherKeyText(key)}, {"verdict", verdictWord(verdict.kind)}, {"rows", count}};
+                {"voucher", voucherKeyText(head.key)}, {"verdict", verdictWord(verdict.kind)}, {"rows", count}};
             if (verdict.kind == Verdict::Kind::refused) {
                 json["reason"] = verdict.reason;
             }

@@ -25,18 +25,17 @@ public:
 
     int run(const GlobalOptions& options, const Console& console) override {
         Output output(console, options);
-        const AccountPlace place = voucher_.take(options);
-        const VoucherKey key = voucher_.key();
-        Session session(place, key.year, options, console);
-        const VoucherHead head = voucher_.find(session);
+        OpenVoucher voucher(voucher_, options, console);
+        Session& session = voucher.session();
+        const VoucherHead& head = voucher.head();
         auto rows = generate_ ? generatedRows(session, head) : storedRows(session, head);
         if (!rows) { // a document without rows, which still names its voucher
             rows = session.provider().CreateCashFlowCollection();
-            rows->UpdateCol(key.period, key.kind, key.number, head.date);
+            rows->UpdateCol(head.key.period, head.key.kind, head.key.number, head.date);
         }
         const std::string document = rows->Save();
         if (output.json()) {
-            output.line(jsonText({{"voucher", voucherKeyText(key)}, {"rows", rows->Count()}, {"xml", document}}));
+            output.line(jsonText({{"voucher", voucherKeyText(head.key)}, {"rows", rows->Count()}, {"xml", document}}));
         } else {
             output.raw(document);
         }

@@ -1,17 +1,13 @@
 #include "host/Allotment.h"
 #include "host/Command.h"
-#include "host/ExitCode.h"
-#include "host/Failure.h"
 #include "host/Output.h"
-#include "host/Verdict.h"
 #include "host/commands/arguments.h"
+#include "host/commands/savedVoucher.h"
 #include "host/inputText.h"
-#include "host/jsonText.h"
 #include "z7cashflow/model/modPublic.h"
 #include "z7cashflow/support/conversions.h"
 
 #include <CLI/CLI.hpp>
-#include <nlohmann/json.hpp>
 
 namespace z7::cashflow::host {
 
@@ -30,23 +26,9 @@ public:
 
     int run(const GlobalOptions& options, const Console& console) override {
         Output output(console, options);
-        const AccountPlace place = voucher_.take(options, {{"XML", &file_}});
-        const VoucherKey key = voucher_.key();
+        OpenVoucher voucher(voucher_, options, console, {{"XML", &file_}});
         std::string document = inputText(file_, console);
-        Session session(place, key.year, options, console);
-        static_cast<void>(voucher_.find(session));
-        const VoucherResult result = save(session, key, document);
-        if (output.json()) {
-            output.line(jsonText(resultJson(result)));
-        } else if (result.refusal) {
-            throw Failure(
-                exitCode::refused, HostText::voucherFailed,
-                {std::to_string(result.refusal->number), reasonText(options.language, result.refusal->description)});
-        } else {
-            output.line(output.text(savedText(result.outcome), {voucherKeyText(key), std::to_string(result.rows)}));
-        }
-        output.flush();
-        return result.refusal ? exitCode::refused : exitCode::done;
+        return tellSaved(output, save(voucher.session(), voucher.head().key, document));
     }
 
 private:

@@ -25,11 +25,9 @@ public:
 
     int run(const GlobalOptions& options, const Console& console) override {
         Output output(console, options);
-        const AccountPlace place = voucher_.take(options);
-        const VoucherKey key = voucher_.key();
-        Session session(place, key.year, options, console);
-        const VoucherHead head = voucher_.find(session);
-        session.requireInYear(head.date);
+        OpenVoucher voucher(voucher_, options, console);
+        Session& session = voucher.session();
+        const VoucherHead& head = voucher.head();
         const auto rows = generate_ ? generatedRows(session, head) : storedRows(session, head);
         showRows(output, session, rows.get());
         const std::string verdict = verdictText(options.language, judge(session, head, rows));

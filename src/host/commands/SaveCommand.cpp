@@ -1,14 +1,10 @@
 #include "host/Allotment.h"
 #include "host/Command.h"
-#include "host/ExitCode.h"
-#include "host/Failure.h"
 #include "host/Output.h"
-#include "host/Verdict.h"
 #include "host/commands/arguments.h"
-#include "host/jsonText.h"
+#include "host/commands/savedVoucher.h"
 
 #include <CLI/CLI.hpp>
-#include <nlohmann/json.hpp>
 
 namespace z7::cashflow::host {
 
@@ -26,24 +22,9 @@ public:
 
     int run(const GlobalOptions& options, const Console& console) override {
         Output output(console, options);
-        const AccountPlace place = voucher_.take(options);
-        const VoucherKey key = voucher_.key();
-        Session session(place, key.year, options, console);
-        const VoucherHead head = voucher_.find(session);
-        session.requireInYear(head.date);
-        Allotment allotment(session.guarded(), session.provider().Gl(), true);
-        const VoucherResult result = allotment.allot(head);
-        if (output.json()) {
-            output.line(jsonText(resultJson(result)));
-        } else if (result.refusal) {
-            throw Failure(
-                exitCode::refused, HostText::voucherFailed,
-                {std::to_string(result.refusal->number), reasonText(options.language, result.refusal->description)});
-        } else {
-            output.line(output.text(savedText(result.outcome), {voucherKeyText(key), std::to_string(result.rows)}));
-        }
-        output.flush();
-        return result.refusal ? exitCode::refused : exitCode::done;
+        OpenVoucher voucher(voucher_, options, console);
+        Allotment allotment(voucher.session().guarded(), voucher.session().provider().Gl(), true);
+        return tellSaved(output, allotment.allot(voucher.head()));
     }
 
 private:

@@ -61,6 +61,13 @@ VoucherHead VoucherArgument::find(Session& session) const {
     return *head;
 }
 
+OpenVoucher::OpenVoucher(VoucherArgument& argument, const GlobalOptions& options, const Console& console,
+                         const std::vector<Word>& behind)
+    : place_(argument.take(options, behind)), session_(place_, argument.key().year, options, console),
+      head_(argument.find(session_)) {
+    session_.requireInYear(head_.date);
+}
+
 void PeriodArgument::declare(CLI::App& command, Language language) {
     database.declare(command, language);
     yearArgument.declare(command, language);

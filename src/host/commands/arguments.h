@@ -48,6 +48,23 @@ struct VoucherArgument {
     [[nodiscard]] VoucherHead find(Session& session) const;
 };
 
+/// A voucher of the command line in its open account.
+class OpenVoucher {
+public:
+    /// Failure (usage) if a word is wrong or missing, (refused) if the voucher is not there, (database) if the account cannot be
+    /// opened or the voucher's date lies in no period of its year.
+    OpenVoucher(VoucherArgument& argument, const GlobalOptions& options, const Console& console,
+                const std::vector<Word>& behind = {});
+
+    [[nodiscard]] Session& session() noexcept { return session_; }
+    [[nodiscard]] const VoucherHead& head() const noexcept { return head_; }
+
+private:
+    AccountPlace place_;
+    Session session_;
+    VoucherHead head_;
+};
+
 /// An accounting year.
 struct YearArgument {
     std::int64_t number = 0;

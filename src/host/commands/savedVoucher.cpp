@@ -1,0 +1,27 @@
+#include "host/commands/savedVoucher.h"
+
+#include "host/ExitCode.h"
+#include "host/Failure.h"
+#include "host/Verdict.h"
+#include "host/jsonText.h"
+#include "host/reasonText.h"
+
+#include <nlohmann/json.hpp>
+
+namespace z7::cashflow::host {
+
+int tellSaved(Output& output, const VoucherResult& result) {
+    if (output.json()) {
+        output.line(jsonText(resultJson(result)));
+    } else if (result.refusal) {
+        throw Failure(
+            exitCode::refused, HostText::voucherFailed,
+            {std::to_string(result.refusal->number), reasonText(output.language(), result.refusal->description)});
+    } else {
+        output.line(output.text(savedText(result.outcome), {voucherKeyText(result.key), std::to_string(result.rows)}));
+    }
+    output.flush();
+    return result.refusal ? exitCode::refused : exitCode::done;
+}
+
+} // namespace z7::cashflow::host
