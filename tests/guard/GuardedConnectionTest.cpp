@@ -89,17 +89,36 @@ std::shared_ptr<CashFlowCollection> rowsOf(const Inputs& in) {
     return collection;
 }
 
-// All operations that run statements, each by itself: a refusal of one does not keep the next from being tried.
-std::vector<std::function<void(Connection&)>> operations(const Inputs& in) {
-    const auto xml = [in] { return rowsOf(in)->Save(); };
-    std::vector<std::function<void(Connection&)>> list;
-    const auto add = [&](std::function<void(Connection&, DataProvider&, VoucherProvider&)> run) {
-        list.push_back([run = std::move(run)](Connection& con) {
+// Operations that run statements, each by itself: a refusal of one does not keep the next from being tried.
+class Operations {
+public:
+    using Run = std::function<void(Connection&, DataProvider&, VoucherProvider&)>;
+
+    explicit Operations(const Inputs& in) {
+        addQuestions(in);
+        addItemsAndSettings(in);
+        addLedgerContract(in);
+        addOutsideContract(in);
+    }
+    [[nodiscard]] const std::vector<std::function<void(Connection&)>>& all() const { return list_; }
+
+private:
+    void add(Run run) {
+        list_.push_back([run = std::move(run)](Connection& con) {
             DataProvider data;
             VoucherProvider provider;
             run(con, data, provider);
         });
-    };
+    }
+    void addQuestions(const Inputs& in);
+    void addItemsAndSettings(const Inputs& in);
+    void addLedgerContract(const Inputs& in);
+    void addOutsideContract(const Inputs& in);
+
+    std::vector<std::function<void(Connection&)>> list_;
+};
+
+void Operations::addQuestions(const Inputs& in) {
     add([in](auto& con, auto& data, auto&) { (void)data.GetCashTable(con, 1, 2, 5); });
     add([in](auto& con, auto& data, auto&) { (void)data.GetCashTable2(con, in.outsideKey); });
     add([in](auto& con, auto& data, auto&) { (void)data.GetVoucherTable(con, in.table, 1, 2, 5); });
@@ -109,6 +128,17 @@ std::vector<std::function<void(Connection&)>> operations(const Inputs& in) {
     add([in](auto& con, auto& data, auto&) { (void)data.GetCashSumInVoucher2(con, in.table, in.outsideKey); });
     add([in](auto& con, auto& data, auto&) { (void)data.HaveCashFlowCodeInVoucher(con, in.table, 1, 2, 5); });
     add([in](auto& con, auto& data, auto&) { (void)data.HaveCashFlowCodeInVoucher2(con, in.table, in.outsideKey); });
+    add([in](auto& con, auto& data, auto&) {
+        std::uint8_t period = 0;
+        std::int16_t kind = 0;
+        std::int32_t number = 0;
+        Date date;
+        std::string key = in.outsideKey;
+        (void)data.VoucherXmlToDB(con, "<v><l ccode='1001' md='1'/></v>", period, kind, number, date, key, true);
+    });
+}
+
+void Operations::addItemsAndSettings(const Inputs& in) {
     add([in](auto& con, auto& data, auto&) { (void)data.GetCFItemName(con, in.item); });
     add([in](auto& con, auto& data, auto&) {
         std::string item;
@@ -129,14 +159,9 @@ std::vector<std::function<void(Connection&)>> operations(const Inputs& in) {
     add([in](auto& con, auto& data, auto&) { (void)data.GetAccInfo(con, in.system, in.option); });
     add([in](auto& con, auto& data, auto&) { (void)data.GetVoucherOption(con, in.operatorName, "cvalue"); });
     add([in](auto& con, auto& data, auto&) { (void)data.DateToYearPeriod(con, Date(41279.0)); });
-    add([in](auto& con, auto& data, auto&) {
-        std::uint8_t period = 0;
-        std::int16_t kind = 0;
-        std::int32_t number = 0;
-        Date date;
-        std::string key = in.outsideKey;
-        (void)data.VoucherXmlToDB(con, "<v><l ccode='1001' md='1'/></v>", period, kind, number, date, key, true);
-    });
+}
+
+void Operations::addLedgerContract(const Inputs& in) {
     add([in](auto& con, auto&, auto& provider) {
         (void)provider.Gl().GetCashFlowColFromDB(con, in.table, 1, 2, 5, Date(41279.0));
     });
@@ -151,19 +176,21 @@ std::vector<std::function<void(Connection&)>> operations(const Inputs& in) {
         auto rows = rowsOf(in);
         provider.Gl().SaveCashFlowColEx(con, in.table, 1, 2, 5, Date(41279.0), &rows);
     });
-    add([in](auto& con, auto&, auto& provider) { // the rows alone, past the reads that would refuse them first
+    add([in](auto& con, auto&, auto&) { // the rows alone, past the reads that would refuse them first
         const auto rows = rowsOf(in);
         for (const auto& row : *rows) {
             con.Execute(row->InsertSql("gl_v_cashtable", rows->CFStruct()));
         }
-        static_cast<void>(provider);
     });
-    add([in, xml](auto& con, auto&, auto& provider) {
-        std::string document = xml();
+    add([in](auto& con, auto&, auto& provider) {
+        std::string document = rowsOf(in)->Save();
         provider.Gl().SaveCashFlowColFromXml(con, in.table, 1, 2, 5, &document);
     });
-    add([in, xml](auto& con, auto&, auto& provider) {
-        std::string document = xml();
+}
+
+void Operations::addOutsideContract(const Inputs& in) {
+    add([in](auto& con, auto&, auto& provider) {
+        std::string document = rowsOf(in)->Save();
         bool unchecked = false;
         provider.Out().SaveCashFlowCol(con, in.table, in.outsideKey, &document, &unchecked);
     });
@@ -176,7 +203,6 @@ std::vector<std::function<void(Connection&)>> operations(const Inputs& in) {
     add([in](auto& con, auto&, auto& provider) {
         (void)provider.Out().CheckCFColFromDB(con, in.table, in.outsideKey, "");
     });
-    return list;
 }
 
 class GuardedConnectionTest : public test::LoginTest {
@@ -194,7 +220,8 @@ protected:
         const std::shared_ptr<Connection> inner(&database.connection(), [](Connection*) {});
         GuardedConnection outer(inner);
         Connection& connection = guarded ? static_cast<Connection&>(outer) : *inner;
-        for (const auto& operation : operations(in)) {
+        const Operations operations(in);
+        for (const auto& operation : operations.all()) {
             modPublic::SetIYear(0);
             try {
                 operation(connection);
@@ -267,6 +294,22 @@ TEST_F(GuardedConnectionTest, ReportsARefusalUnderTheErrorOfTheOperation) {
     GuardedConnection connection(std::shared_ptr<Connection>(&database.connection(), [](Connection*) {}));
     const Error error = test::errorOf([&] { (void)DataProvider().CodeIsCashFlowKm(connection, "1' or '1'='1"); });
     EXPECT_EQ(error.number(), statementRefused);
+    EXPECT_TRUE(database.texts().empty());
+}
+
+TEST_F(GuardedConnectionTest, RefusesAStatementWhoseQuoteIsNotClosedBeforeTheDatabaseSeesIt) {
+    ScriptedDatabase database;
+    answerEverything(database);
+    GuardedConnection connection(std::shared_ptr<Connection>(&database.connection(), [](Connection*) {}));
+    for (const auto& failing : std::vector<std::function<void()>>{
+             [&] { (void)DataProvider().CodeIsCashFlowKm(connection, "10'01"); },
+             [&] { (void)DataProvider().GetCFItemName(connection, "01'"); },
+             [&] { (void)DataProvider().GetAccInfo(connection, "GL", "'bCashCode"); },
+             [&] { (void)VoucherProvider().Out().CreateCashFlowColFromDB(connection, "sales", "O'Brien"); }}) {
+        const Error error = test::errorOf(failing);
+        EXPECT_EQ(error.number(), 10020) << error.description();
+        EXPECT_EQ(error.source(), "Z7CashFlow");
+    }
     EXPECT_TRUE(database.texts().empty());
 }
 

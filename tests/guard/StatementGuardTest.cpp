@@ -118,6 +118,15 @@ TEST(StatementGuard, SaysOnceMoreWhatItSaidBefore) {
     EXPECT_THROW(guard.check(hostile), Error);
 }
 
+TEST(StatementGuard, RefusesAnUnclosedQuoteUnderItsOwnNumber) {
+    for (const char* code : {"x", "x''", "O'Brien'", "''", "x'' or citemcode=N''"}) {
+        const Error error = test::errorOf(
+            [&] { StatementGuard().check("select citemname from fitemss98 where citemcode=N'" + std::string(code)); });
+        EXPECT_EQ(error.number(), 10020) << code;
+        EXPECT_EQ(error.source(), "Z7CashFlow") << code;
+    }
+}
+
 TEST(StatementGuard, RefusesTextsAndCommentsThatDoNotEnd) {
     EXPECT_FALSE(passes("select citemname from fitemss98 where citemcode=N'x"));
     EXPECT_FALSE(passes("select * from dsign where isignseq=1/*"));
