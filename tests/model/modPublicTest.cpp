@@ -36,6 +36,7 @@ TEST_F(NoLogin, ATextCannotBeFoundAndTheMissingLoginIsTheCallersError) {
     modPublic::context().createMessageBox = [box] { return box; };
     EXPECT_ERROR(modPublic::GetText("Z7.CW.GL.CashFlow.00017"), errors::objectNotSet);
     EXPECT_EQ(box->log, Lines{});
+    EXPECT_EQ(modPublic::context().messageBoxObject, box) << "the box is made before its language is asked for";
 }
 
 TEST_F(NoLogin, EverythingThatNeedsTheLoginSaysSo) {
