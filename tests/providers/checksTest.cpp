@@ -166,6 +166,14 @@ TEST_F(Checks, AFailingCatalogueLeavesThatPartEmpty) {
     EXPECT_EQ(info, "50.00\r\n0.00");
 }
 
+TEST_F(Checks, ACatalogueWhoseFailureCannotEvenBeShownLeavesThatPartEmpty) {
+    login->texts->failure = Error(1, "catalogue", "broken");
+    modPublic::context().createMessageBox = nullptr;
+    world.setSum(50.0);
+    EXPECT_FALSE(checkSum(rows));
+    EXPECT_EQ(info, "50.00\r\n0.00");
+}
+
 TEST_F(Checks, ASumThatIsNoNumberLeavesItsAmountEmpty) {
     addRow(rows, i16(1), "1001", 1e308, 0.0);
     addRow(rows, i16(1), "1001", 1e308, 0.0);

@@ -143,6 +143,15 @@ TEST_F(Generation, TakesTheItemOfTheTemplateOfTheLinesSide) {
     EXPECT_EQ(debugTexts, (Lines{"222", "itemCode:", "111", "222", "itemCode:", "222", "itemCode:"}));
 }
 
+TEST_F(Generation, TakesAnAuxiliaryItemWhoseClassIsNoColumnForACashItem) {
+    Table table{{"inid", "md", "mc", "ccode", "citem_id", "bCashItem"}, {}, {}};
+    table.rows = {{i16(1), 100.0, 0.0, "1001", Null{}, true}, {i16(2), 0.0, 100.0, "6001", "44", false}};
+    world.database.answerPrefix("select  code.iYear,inid,", table);
+    const Collection rows = world.gl.CreateCashFlowColFromDB(world.connection, "mine", 1, 2, 5, Date(41279.0));
+    EXPECT_EQ(rowsOf(rows), Lines{"2:0:100:44"});
+    EXPECT_EQ(debugTexts, (Lines{"111", "222", "itemCode:44"}));
+}
+
 TEST_F(Generation, TakesTheDraftsItemBeforeTheLinesOwn) {
     world.gl.bFromDraft(true);
     const std::string draft = "select cCashItem from GL_VouchDraft where cUserId=N'u1' and inid=2";

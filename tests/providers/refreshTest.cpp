@@ -36,6 +36,21 @@ TEST_F(Refresh, BringsTheVouchersFieldsAndSparesTheUsers) {
     EXPECT_EQ(row->Item("ccode"), Variant("6001"));
 }
 
+TEST_F(Refresh, SparesWhatWasDecidedAlsoWhereTheLinesHaveThoseColumns) {
+    world.database.answerPrefix(
+        "select  code.iYear,iPeriod,",
+        {{"iPeriod", "iSignSeq", "iNo_id", "inid", "RowGuid", "cCashItem", "md", "mc", "ccode", "csign", "mc_f"},
+         {{std::uint8_t{1}, i16(2), std::int32_t{5}, i16(2), "line's", "99", 7.0, 8.0, "6001", "V", 9.0}},
+         {}});
+    const Collection rows = hostCollection(world);
+    const auto row = addRow(rows, i16(2), "6001", 1.0, 60.0, "77");
+    const Variant guid = row->Item("RowGuid");
+    save(rows);
+    EXPECT_EQ(rowsOf(rows), Lines{"2:1:60:77"});
+    EXPECT_EQ(row->Item("RowGuid"), guid);
+    EXPECT_EQ(row->Item("mc_f"), Variant(9.0));
+}
+
 TEST_F(Refresh, KeepsANullOfTheVoucherAsNull) {
     world.setLines({{1, "1001", 100.0, 0.0, {}, {}, {}}, {2, "6001", 0.0, 100.0, {}, {}, {}}});
     const Collection rows = hostCollection(world);
