@@ -184,10 +184,11 @@ TEST_F(Outside, SaveReplacesTheStoredRowsInTheTable) {
     EXPECT_EQ(world.database.countOf("select * from dsign"), 0U) << "nothing is refreshed on this way";
 }
 
-TEST_F(Outside, SaveTakesFieldsOfTheLine) {
-    world.database.answer(lineOf("2"), {{"cCashItem", "RowGuid", "md", "mc", "mc_f", "cDefine1"},
-                                        {{"line's", "line's guid", 1.0, 2.0, 3.0, Null{}}},
-                                        {}});
+TEST_F(Outside, SaveTakesFieldsOfTheLineButNotItsAccountAmountsAndQuantities) {
+    world.database.answer(lineOf("2"),
+                          {{"cCashItem", "RowGuid", "ccode", "md", "mc", "md_f", "mc_f", "nd_s", "nc_s", "cDefine1"},
+                           {{"line's", "line's guid", "other", 1.0, 2.0, 3.0, 4.0, 5.0, 6.0, Null{}}},
+                           {}});
     std::string xml = xmlOf(i16(2), 100.0);
     EXPECT_TRUE(save(&xml));
     const std::string insert = world.statements().back();
