@@ -59,6 +59,23 @@ TEST_F(Outside, CreateGivesTheRowsOfItsLines) {
     EXPECT_EQ(debugTexts, (Lines{"111", "222", "itemCode:55"}));
 }
 
+TEST_F(Outside, CreateLooksForATemplateOnTheLinesOwnDate) {
+    const auto answerWithDate = [&](const Variant& date) {
+        world.database.answer(outsideLines("mine"),
+                              {{"inid", "md", "mc", "ccode", "bCashItem", "citem_class", "ccashitem_id", "dbill_date"},
+                               {{i16(1), 100.0, 0.0, "1001", true, Null{}, Null{}, date},
+                                {i16(2), 0.0, 100.0, "6001", false, Null{}, Null{}, date}},
+                               {}});
+    };
+    world.database.answer(itemTemplate("6001", false), {{"cItemCode"}, {{"21"}}, {}});
+    answerWithDate(Date(41270.0));
+    EXPECT_EQ(rowsOf(collectionOf(world.out.CreateCashFlowColFromDB(world.connection, "mine", "OUT"))),
+              Lines{"2:0:100:21"});
+    answerWithDate(Null{});
+    EXPECT_ERROR(world.out.CreateCashFlowColFromDB(world.connection, "mine", "OUT"), errors::invalidNull);
+    errorCameOut();
+}
+
 TEST_F(Outside, CreateGivesTheEmptyTextWithoutACashAccount) {
     world.haveCash(false);
     EXPECT_EQ(world.out.CreateCashFlowColFromDB(world.connection, "mine", "OUT"), "");

@@ -32,6 +32,14 @@ TEST_P(ViewCases, shows_the_year_of_its_session) {
     EXPECT_EQ(other->Execute("select bend from gl_v_code")->Fields().Item(0), Variant(false));
     EXPECT_FALSE(run("select * from gl_v_code")->Fields().Has("iyear"));
     EXPECT_TRUE(run("select * from gl_v_accvouch")->Fields().Has("iyear"));
+    for (const char* line : {"2013,1,2,5,1", "2014,1,2,5,1", "2014,1,2,5,2"}) {
+        run(std::string("insert into gl_accvouch (iyear,iperiod,isignseq,ino_id,inid,ccode) values(") + line +
+            ",N'1001')");
+    }
+    const std::string lines = "Select Count(*) From gl_v_accvouch Where iperiod=1 and isignseq=2 and ino_id=5";
+    EXPECT_EQ(first(lines), Variant(std::int32_t{1}));
+    EXPECT_EQ(other->Execute(lines)->Fields().Item(0), Variant(std::int32_t{2}));
+    EXPECT_EQ(none->Execute(lines)->Fields().Item(0), Variant(std::int32_t{0}));
 }
 
 TEST_P(ViewCases, deletes_in_its_year_only) {
@@ -115,6 +123,16 @@ TEST_P(ViewCases, templates_number_themselves) {
     run(insert + "C')");
     const Variant next = first("select iID from GL_V_CashItemDataSource where cItemCode=N'C'");
     EXPECT_GT(*next.get<std::int32_t>(), *highest.get<std::int32_t>()) << "numbers rise and are not used again";
+}
+
+TEST_P(ViewCases, templates_are_deleted_one_by_one_and_in_their_year) {
+    run("insert into GL_V_CashItemDataSource (cDataSource,bdir,cItemCode) values(N'1001',1,N'A')");
+    run("insert into GL_V_CashItemDataSource (cDataSource,bdir,cItemCode) values(N'1001',1,N'B')");
+    run("insert into GL_CashItemDataSource (iyear,cDataSource,bdir,cItemCode) values(2014,N'1001',1,N'B')");
+    run("delete from GL_V_CashItemDataSource where cItemCode=N'B'");
+    EXPECT_EQ(count("select * from GL_CashItemDataSource where cItemCode=N'A' and iyear=2013"), 1);
+    EXPECT_EQ(count("select * from GL_CashItemDataSource where cItemCode=N'B' and iyear=2014"), 1);
+    EXPECT_EQ(count("select * from GL_CashItemDataSource"), 2);
 }
 
 TEST_P(ViewCases, templates_are_saved_through_a_recordset) {
