@@ -143,6 +143,7 @@ TEST_F(ReadPath, OfXmlWithAWholeKeyGivesTheStoredRowsAndLeavesTheViewAlone) {
     const auto loaded = world.provider.CreateCashFlowCollection();
     loaded->Load(xml);
     EXPECT_EQ(rowsOf(loaded), Lines{"2:0:100:88"});
+    EXPECT_EQ(loaded->Item(1)->Item("dbill_date"), Variant("2013-01-05")) << "the date of the XML, not the stored one";
     EXPECT_TRUE(xml.starts_with("<root iperiod='1' isignseq='2' ino_id='5'><struct>"));
     EXPECT_EQ(world.statements(), (Lines{run(storedRows()), open(option("bXJLL")), own(itemName("88"))}));
 }
