@@ -31,6 +31,13 @@ TEST(NumberText, HasNoExponentBetweenTheBounds) {
     EXPECT_EQ(numberText(0.00001), "0.00001");
     EXPECT_EQ(numberText(1e-14), "0.00000000000001");
     EXPECT_EQ(numberText(-2.5e-10), "-0.00000000025");
+    EXPECT_EQ(numberText(1.5e-15), "0.0000000000000015");
+}
+
+TEST(NumberText, WritesAnExponentOutsideTheBounds) {
+    EXPECT_EQ(numberText(1.5e15), "1.5E+15");
+    EXPECT_EQ(numberText(-2e100), "-2E+100");
+    EXPECT_EQ(numberText(9.5e-16), "9.5E-16");
 }
 
 TEST(NumberText, ReadsBackOutsideTheBounds) {
@@ -190,8 +197,9 @@ TEST(ReadNumber, TakesBlanksSignCommasFractionAndExponent) {
 }
 
 TEST(ReadNumber, RefusesEverythingElse) {
-    for (const char* text : {"",   " ",  "a",   "1a",    "a1", "--1", "+-1", "1 2", "0x10", "inf",  "nan", "infinity",
-                             "1e", "e1", "1e+", "1.2.3", "-",  ".",   ",",   "1-",  "#1",   "True", "１"}) {
+    for (const char* text :
+         {"",    " ",     "a", "1a", "a1", "--1", "+-1", "1 2",  "0x10", "inf", "nan", "infinity", "1e",  "e1",
+          "1e+", "1.2.3", "-", ".",  ",",  "1-",  "#1",  "True", "１",   ",1",  "1,",  "1,,2",     "1,.5"}) {
         EXPECT_FALSE(readNumber(text)) << text;
     }
     EXPECT_FALSE(readNumber(std::string_view("1\0", 2)));
@@ -240,6 +248,7 @@ TEST(ReadDate, RefusesEverythingElse) {
                              "2013-01-05x",
                              "x2013-01-05",
                              "13-01-05",
+                             "913-01-05",
                              "2013-01-05 25:00",
                              "2013-01-05 12:60",
                              "2013-01-05 12:00:60",
