@@ -189,5 +189,38 @@ TEST_F(VoucherXml, AFailureToMakeOrToFillTheTableIsTheCallersError) {
     EXPECT_EQ(database.countOf("drop table"), 3U) << "nobody can drop what the caller has no name for";
 }
 
+TEST_F(VoucherXml, ARefusedTableLeavesTheOutsideKeyUnmade) {
+    database.failPrefix("select * from tempdb", Error(18456, "server", "login failed"));
+    EXPECT_ERROR(convert("<v iperiod='3'><e ccode='1' coutno_id='OUT'/></v>"), 18456);
+    EXPECT_EQ(coutNo_id, "");
+    EXPECT_EQ(iPeriod, 3) << "the key had been read";
+}
+
+TEST_F(VoucherXml, AnAmountThatCannotBeFilledUpIsTheCallersError) {
+    Table narrow{{"ccode", "nc_s", "nd_s", "md", "mc", "md_f", "mc_f"}, {}, {}};
+    database.answerPrefix("select * from tempdb..TempVoucher", narrow);
+    EXPECT_ERROR(convert("<v><e ccode='1'/></v>"), errors::unknownField);
+    EXPECT_EQ(std::count(database.trace().begin(), database.trace().end(), "Update"), 0);
+}
+
+TEST_F(VoucherXml, TheYearOfTheTableIsTheLoginsTextAndNotTheContexts) {
+    login->accountingYear = "02014";
+    (void)convert("<v/>");
+    EXPECT_TRUE(database.texts()[1].ends_with("  from gl_accvouch where 1=0 and iyear=02014")) << database.texts()[1];
+}
+
+TEST_F(VoucherXml, AFieldTakesTheTextAsItStands) {
+    EXPECT_EQ(writesOf("<e ccode=' 10 ' mc=' 1,5 ' nd_s='-3' cname=' '/>"),
+              (Lines{"AddNew", "ccode =  10 ", "mc =  1,5 ", "nd_s = -3", "cname =  ", "nc_s = 0", "md = 0", "md_f = 0",
+                     "mc_f = 0", "idoc = 0", "Update", "Close"}));
+}
+
+TEST_F(VoucherXml, AnOutsideKeyThatHasNoColumnStillReachesTheCaller) {
+    Table narrow{{"ccode", "nc_s", "nd_s", "md", "mc", "md_f", "mc_f", "idoc"}, {}, {}};
+    database.answerPrefix("select * from tempdb..TempVoucher", narrow);
+    (void)convert("<v><e ccode='1' coutno_id='OUT'/></v>");
+    EXPECT_EQ(coutNo_id, "OUT");
+}
+
 } // namespace
 } // namespace z7::cashflow::test

@@ -5,21 +5,30 @@
 #include <fstream>
 #include <iterator>
 #include <regex>
-#include <type_traits>
+#include <tuple>
+#include <utility>
 
 namespace z7::cashflow::test {
 namespace {
 
-// The names of the virtual functions of a header in the order of their declaration, the destructor left aside.
-Lines operationsOf(const std::string& header) {
+// Name and parameters of the virtual functions of a header in the order of their declaration, the destructor left aside. A
+// getter's name has " get" behind it.
+std::vector<std::pair<std::string, std::string>> declarationsOf(const std::string& header) {
     std::ifstream file(std::string(Z7_SOURCE_DIR) + "/src/z7cashflow/providers/" + header);
     std::string text((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
     text = std::regex_replace(text, std::regex("//[^\n]*"), "");
-    Lines names;
+    std::vector<std::pair<std::string, std::string>> declarations;
     const std::regex operation("virtual[^;]*?(\\w+)\\s*\\(([^;]*?)\\)\\s*(const)?\\s*=\\s*0\\s*;");
     for (auto at = std::sregex_iterator(text.begin(), text.end(), operation); at != std::sregex_iterator(); ++at) {
-        const bool getter = (*at)[3].matched;
-        names.push_back((*at)[1].str() + (getter ? " get" : ""));
+        declarations.emplace_back((*at)[1].str() + ((*at)[3].matched ? " get" : ""), (*at)[2].str());
+    }
+    return declarations;
+}
+
+Lines operationsOf(const std::string& header) {
+    Lines names;
+    for (const auto& [name, parameters] : declarationsOf(header)) {
+        names.push_back(name);
     }
     return names;
 }
@@ -38,24 +47,64 @@ TEST(Contracts, TheOutsideOperationsStandInTheirOrder) {
                "CreateCashFlowColFromDB", "CheckCFColFromXml", "CheckCFColFromDB", "SaveCashFlowCol"}));
 }
 
-// The types of the operations; a change of one does not compile.
-static_assert(std::is_same_v<decltype(&IOutVoucherProvider::GetCashFlowColFromXml),
-                             std::string (IOutVoucherProvider::*)(Connection&, const std::string&, bool)>);
-static_assert(
-    std::is_same_v<decltype(&IOutVoucherProvider::CheckCFColFromXml),
-                   bool (IOutVoucherProvider::*)(Connection&, const std::string&, const std::string&, std::string*)>);
-static_assert(std::is_same_v<decltype(&IOutVoucherProvider::SaveCashFlowCol),
-                             bool (IOutVoucherProvider::*)(Connection&, const std::string&, const std::string&,
-                                                           std::string*, bool*)>);
-static_assert(std::is_same_v<decltype(&IGlVoucherProvider::SetOldVouchNoID),
-                             Variant (IGlVoucherProvider::*)(const std::int32_t&)>);
-static_assert(
-    std::is_same_v<decltype(&IGlVoucherProvider::SaveCashFlowColEx),
-                   bool (IGlVoucherProvider::*)(Connection&, const std::string&, std::uint8_t, std::int16_t,
-                                                std::int32_t, Date, std::shared_ptr<CashFlowCollection>*, bool*)>);
-static_assert(std::is_same_v<decltype(&IGlVoucherProvider::SaveCashFlowColFromXml),
-                             bool (IGlVoucherProvider::*)(Connection&, const std::string&, std::uint8_t, std::int16_t,
-                                                          std::int32_t, std::string*, bool*)>);
+// The types of the operations, in the order of the slots; a change of one does not compile.
+using Gl = IGlVoucherProvider;
+using Out = IOutVoucherProvider;
+using Rows = std::shared_ptr<CashFlowCollection>;
+using Text = const std::string&;
+template <class Operation, Operation> struct Slot {};
+using GlSlots = std::tuple<
+    Slot<std::string (Gl::*)() const, &Gl::VoucherTempTable>, Slot<void (Gl::*)(Text), &Gl::VoucherTempTable>,
+    Slot<void (Gl::*)(const std::shared_ptr<Z7Login>&), &Gl::objLogin>,
+    Slot<Variant (Gl::*)(const std::int32_t&), &Gl::SetOldVouchNoID>,
+    Slot<Rows (Gl::*)(Connection&, Text, std::uint8_t, std::int16_t, std::int32_t, Date), &Gl::GetCashFlowColFromDB>,
+    Slot<Rows (Gl::*)(Connection&, Text, std::uint8_t, std::int16_t, std::int32_t, Date), &Gl::CreateCashFlowColFromDB>,
+    Slot<bool (Gl::*)(Connection&, const Rows&, std::string*), &Gl::CheckKmFrom>,
+    Slot<bool (Gl::*)(Connection&, Text, std::uint8_t, std::int16_t, std::int32_t, const Rows&, std::string*),
+         &Gl::CheckCFColFromDB>,
+    Slot<bool (Gl::*)(Connection&, Text, std::uint8_t, std::int16_t, std::int32_t, Rows*, bool*), &Gl::SaveCashFlowCol>,
+    Slot<bool (Gl::*)(Connection&, Text, std::uint8_t, std::int16_t, std::int32_t, Date, Rows*, bool*),
+         &Gl::SaveCashFlowColEx>,
+    Slot<std::string (Gl::*)(Connection&, Text, bool), &Gl::GetCashFlowColFromXml>,
+    Slot<bool (Gl::*)(Connection&, Text, std::uint8_t, std::int16_t, std::int32_t, std::string*, bool*),
+         &Gl::SaveCashFlowColFromXml>,
+    Slot<void (Gl::*)(bool), &Gl::bFromDraft>>;
+using OutSlots = std::tuple<Slot<std::string (Out::*)() const, &Out::VoucherTempTable>,
+                            Slot<void (Out::*)(Text), &Out::VoucherTempTable>,
+                            Slot<void (Out::*)(const std::shared_ptr<Z7Login>&), &Out::objLogin>,
+                            Slot<std::string (Out::*)(Connection&, Text, bool), &Out::GetCashFlowColFromXml>,
+                            Slot<std::string (Out::*)(Connection&, Text, Text), &Out::GetCashFlowColFromDB>,
+                            Slot<std::string (Out::*)(Connection&, Text, Text), &Out::CreateCashFlowColFromDB>,
+                            Slot<bool (Out::*)(Connection&, Text, Text, std::string*), &Out::CheckCFColFromXml>,
+                            Slot<bool (Out::*)(Connection&, Text, Text, Text, std::string*), &Out::CheckCFColFromDB>,
+                            Slot<bool (Out::*)(Connection&, Text, Text, std::string*, bool*), &Out::SaveCashFlowCol>>;
+static_assert(std::tuple_size_v<GlSlots> == 13 && std::tuple_size_v<OutSlots> == 9);
+
+// What stands behind "=" in a contract's parameter list, in the order of the operations: "SaveCashFlowCol blnCheckCF=nullptr".
+Lines defaultsOf(const std::string& header) {
+    Lines defaults;
+    for (const auto& [name, parameters] : declarationsOf(header)) {
+        const std::regex parameter("(\\w+)\\s*=\\s*(\\w+)");
+        for (auto at = std::sregex_iterator(parameters.begin(), parameters.end(), parameter);
+             at != std::sregex_iterator(); ++at) {
+            defaults.push_back(name + " " + (*at)[1].str() + "=" + (*at)[2].str());
+        }
+    }
+    return defaults;
+}
+
+TEST(Contracts, OnlyTheseArgumentsMayBeLeftOut) {
+    EXPECT_EQ(
+        defaultsOf("IGlVoucherProvider.h"),
+        (Lines{"CheckKmFrom strInfo=nullptr", "CheckCFColFromDB strInfo=nullptr", "SaveCashFlowCol objCFCol=nullptr",
+               "SaveCashFlowCol blnCheckCF=nullptr", "SaveCashFlowColEx objCFCol=nullptr",
+               "SaveCashFlowColEx blnCheckCF=nullptr", "GetCashFlowColFromXml blnCreateCF=false",
+               "SaveCashFlowColFromXml strCFColxml=nullptr", "SaveCashFlowColFromXml blnCheckCF=nullptr"}));
+    EXPECT_EQ(defaultsOf("IOutVoucherProvider.h"),
+              (Lines{"GetCashFlowColFromXml blnCreateCF=false", "CheckCFColFromXml strInfo=nullptr",
+                     "CheckCFColFromDB strInfo=nullptr", "SaveCashFlowCol strCFColxml=nullptr",
+                     "SaveCashFlowCol blnCheckCF=nullptr"}));
+}
 
 class Defaults : public CompanyTest {};
 

@@ -163,5 +163,34 @@ TEST_F(EmbeddedXml, SaveFromXmlWithoutXmlSavesWhatTheDatabaseHas) {
     EXPECT_EQ(modPublic::context().yearOverride, 2013) << "the date was found in the voucher";
 }
 
+TEST_F(EmbeddedXml, WhicheverStatementFailsTheTableStaysOnceItIsMadeAndUntilItIsDropped) {
+    for (const bool outside : {false, true}) {
+        const auto read = [&](Company& of) {
+            VoucherProvider provider;
+            return outside ? provider.Out().GetCashFlowColFromXml(of.connection(), voucherXml("", ""), true)
+                           : provider.Gl().GetCashFlowColFromXml(of.connection(), voucherXml("", ""), true);
+        };
+        Lines whole;
+        company.connection().OnStatement([&](int /*session*/, const std::string& text) { whole.push_back(text); });
+        EXPECT_EQ(read(company), noRows());
+        ASSERT_EQ(whole.size(), outside ? 7U : 5U);
+        for (std::size_t failing = 1; failing <= whole.size(); ++failing) {
+            Company fresh;
+            std::size_t run = 0;
+            fresh.connection().OnStatement([&](int /*session*/, const std::string& /*text*/) {
+                if (++run == failing) {
+                    throw Error(547, "test", "broken");
+                }
+            });
+            const std::string& statement = whole[failing - 1];
+            const bool unnoticed = statement.starts_with("drop table") || statement.starts_with("Drop table");
+            EXPECT_EQ(errorNumberOf([&] { (void)read(fresh); }), unnoticed ? 0 : 547) << statement;
+            const bool made = failing > static_cast<std::size_t>(outside ? 4 : 2);
+            EXPECT_EQ(fresh.temporaryTables(), made ? 1 : 0) << statement;
+            EXPECT_FALSE(fresh.connection().InTransaction());
+        }
+    }
+}
+
 } // namespace
 } // namespace z7::cashflow::test

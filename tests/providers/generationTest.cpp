@@ -1,4 +1,5 @@
 #include "providers/ProviderTest.h"
+#include "z7cashflow/providers/rowGeneration.h"
 
 namespace z7::cashflow::test {
 namespace {
@@ -258,6 +259,62 @@ TEST_F(Generation, OverflowsOnANumberBeyondSixteenBits) {
     EXPECT_EQ(world.statements().front(), run(lines("gl_accvouch", "2013", "40000")));
     world.setLines({});
     EXPECT_ERROR(createBeyond(), errors::overflow);
+}
+
+class RowsOfRecords : public Generation {
+protected:
+    Collection rowsOfRecords(const Table& table, const std::string& coutNo_id) {
+        world.database.answer("records", table);
+        const auto records = world.connection.Execute("records");
+        const Collection rows = GetCashFlowColFromRs(world.connection, *records, Date(), coutNo_id, false);
+        EXPECT_EQ(records->State(), ObjectState::Closed);
+        return rows;
+    }
+    const Table withoutKey{
+        {"inid", "md", "mc", "ccode", "ccashitem_id", "bCashItem"}, {{i16(2), 0.0, 100.0, "6001", "55", false}}, {}};
+};
+
+TEST_F(RowsOfRecords, AnOutsideKeyGoesToTheCollectionAndNoDateToTheRows) {
+    const Collection rows = rowsOfRecords(withoutKey, "OUT");
+    EXPECT_EQ(rows->coutNo_id(), "OUT");
+    EXPECT_EQ(rowsOf(rows), Lines{"2:0:100:55"});
+    EXPECT_EQ(rows->Item(1)->Item("dbill_date"), Variant(Date()));
+    EXPECT_EQ(rows->VoucherTable(), "") << "whoever asked for the rows names their table";
+    rows->UpdateCol(1, 2, 5, Date(41279.0));
+    EXPECT_EQ(rows->Item(1)->Item("dbill_date"), Variant(Date(41279.0)));
+    EXPECT_EQ(rowsOfRecords(withoutKey, "")->coutNo_id(), "");
+}
+
+TEST_F(RowsOfRecords, TheFirstRecordGivesTheKeyOnlyWhereItHasItWhole) {
+    Table table{
+        {"iperiod", "isignseq", "ino_id", "dbill_date", "inid", "md", "mc", "ccode", "ccashitem_id", "bCashItem"},
+        {},
+        {}};
+    const std::vector<Variant> first{
+        std::uint8_t{3}, i16(4), std::int32_t{70000}, Date(41279.0), i16(1), 0.0, 1.0, "6001", "55", false};
+    table.rows = {first, first};
+    table.rows[1][0] = std::uint8_t{9};
+    const Collection whole = rowsOfRecords(table, "");
+    EXPECT_EQ(whole->iPeriod(), 3);
+    EXPECT_EQ(whole->isignseq(), 4);
+    EXPECT_EQ(whole->dbill_date(), Date(41279.0));
+    for (std::size_t column = 0; column < 4; ++column) {
+        table.rows = {first};
+        table.rows[0][column] = Null{};
+        const Collection rows = rowsOfRecords(table, "");
+        EXPECT_EQ(rows->iPeriod(), 0) << column;
+        EXPECT_EQ(rows->isignseq(), 0) << column;
+        EXPECT_EQ(rows->iNo_id(), 0) << column;
+        EXPECT_EQ(rows->dbill_date(), Date()) << column;
+        EXPECT_EQ(rows->Count(), 1) << column;
+    }
+}
+
+TEST_F(RowsOfRecords, NoRecordGivesNothingAndStillReadsTheOption) {
+    world.setOption("bXJLL", "TRUE");
+    EXPECT_EQ(rowsOfRecords({{"inid"}, {}, {}}, "OUT"), nullptr);
+    EXPECT_TRUE(modPublic::context().bXJLL);
+    EXPECT_EQ(world.statements(), (Lines{run("records"), open(option("bXJLL"))}));
 }
 
 } // namespace

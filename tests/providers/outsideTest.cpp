@@ -305,5 +305,93 @@ TEST_F(Outside, SaveFailsUnderTheSystemsNameAtEveryStatement) {
     }
 }
 
+TEST_F(Outside, SaveKeepsAccountAmountsAndQuantitiesOfTheXml) {
+    world.database.answer(lineOf("2"), {{"ccode", "md", "mc", "md_f", "mc_f", "nd_s", "nc_s", "cdept_id", "inid"},
+                                        {{"line", 1.0, 2.0, 3.0, 4.0, 5.0, 6.0, "line's", i16(2)}},
+                                        {}});
+    const Collection rows = hostCollection(world);
+    const auto row = addRow(rows, i16(2), "6001", 21.0, 121.0);
+    double amount = 23.0;
+    for (const char* name : {"md_f", "mc_f", "nd_s", "nc_s"}) {
+        row->SetValue(name, amount++);
+    }
+    std::string xml = rows->Save();
+    EXPECT_TRUE(save(&xml));
+    const std::string insert = world.statements().back();
+    EXPECT_NE(insert.find(",N'01',21,121,N'6001',23,24,25,26,N'line's',"), std::string::npos) << insert;
+}
+
+class OutsideDraft : public Outside {
+protected:
+    OutsideDraft() {
+        world.gl.bFromDraft(true);
+        world.database.answer(draft, {{"cCashItem"}, {{"33"}}, {}});
+    }
+
+    const std::string draft = "select cCashItem from GL_VouchDraft where cUserId=N'u1' and inid=2";
+};
+
+TEST_F(OutsideDraft, GivesItsItemsToGeneratedRows) {
+    EXPECT_EQ(rowsOf(collectionOf(world.out.CreateCashFlowColFromDB(world.connection, "mine", "OUT"))),
+              Lines{"2:0:100:33"});
+}
+
+TEST_F(OutsideDraft, GivesItsItemsToStoredRowsThatHaveNone) {
+    world.setStored({""});
+    EXPECT_EQ(rowsOf(collectionOf(world.out.GetCashFlowColFromDB(world.connection, "mine", "OUT"))),
+              Lines{"2:0:100:33"});
+}
+
+TEST_F(OutsideDraft, GivesItsItemsToTheRowsOfBothChecks) {
+    EXPECT_TRUE(world.out.CheckCFColFromDB(world.connection, "mine", "OUT", ""));
+    EXPECT_EQ(world.database.countOf(draft), 1U);
+    world.database.failPrefix(keylessLines(""), Error(156, "server", "syntax near as"));
+    EXPECT_ERROR(world.out.CheckCFColFromXml(world.connection, "<v iperiod='1' isignseq='2' ino_id='5'/>", ""), 156);
+    EXPECT_EQ(world.database.countOf(draft), 2U);
+}
+
+TEST_F(Outside, TheCheckReadsTheSumBeforeItMissesItsRows) {
+    world.database.answer(outsideLines("mine"), {{"inid"}, {}, {}});
+    EXPECT_ERROR(world.out.CheckCFColFromDB(world.connection, "mine", "OUT", ""), errors::objectNotSet);
+    EXPECT_EQ(world.statements(), (Lines{run(outsideLines("mine")), open(option("bXJLL")), run(outsideSum("mine"))}));
+}
+
+TEST_F(Outside, TheCheckOfXmlByAnOutsideKeyReadsLinesAndSumOfItsTable) {
+    world.database.acceptPrefix("drop table ");
+    world.database.acceptPrefix("select inid,idoc");
+    world.database.answerPrefix("select * from tempdb..TempVoucher",
+                                {{"ccode", "nc_s", "nd_s", "md", "mc", "md_f", "mc_f", "idoc", "coutno_id"}, {}, {}});
+    // A server whose table has the item column after all comes as far as the row check.
+    const std::string table = "tempdb..TempVoucher" + GuidSequence::text(1);
+    world.database.answer(
+        outsideLines(table),
+        {{"inid", "md", "mc", "ccode", "ccashitem_id", "bCashItem"}, {{i16(2), 0.0, 100.0, "6001", "55", false}}, {}});
+    world.database.failPrefix(keylessLines(""), Error(156, "server", "syntax near as"));
+    const std::string xml = "<v dbill_date='2013-01-05'><e ccode='1' coutno_id='OUT'/></v>";
+    EXPECT_ERROR(world.out.CheckCFColFromXml(world.connection, xml, ""), 156);
+    const Lines& all = world.statements();
+    ASSERT_EQ(all.size(), 9U);
+    EXPECT_EQ(Lines(all.begin() + 3, all.end()),
+              (Lines{run(outsideLines(table)), run(outsideSum(table)), open(option("bXJLL")), own(itemName("55")),
+                     own(itemName("55")), run(keylessLines(""))}));
+}
+
+TEST_F(Outside, TheCheckOfXmlWithoutAnyOutsideKeyReadsItsTableWhole) {
+    world.database.acceptPrefix("drop table ");
+    world.database.acceptPrefix("select inid,idoc");
+    world.database.answerPrefix("select * from tempdb..TempVoucher", {{"ccode"}, {}, {}});
+    world.database.failPrefix(keylessLines(""), Error(156, "server", "syntax near as"));
+    modPublic::context().guidSource = [] { return std::nullopt; };
+    EXPECT_ERROR(world.out.CheckCFColFromXml(world.connection, "<v ino_id='5'/>", ""), 156);
+    const Lines& all = world.statements();
+    ASSERT_EQ(all.size(), 9U);
+    EXPECT_EQ(all[3], run(keylessLines("tempdb..TempVoucher")));
+    EXPECT_TRUE(all[4].starts_with("main: select (sum(md) -sum(mc)) as mysum  from tempdb..TempVoucher as voucherTemp  "
+                                   "inner join CODE on   code.iyear=2013"));
+    EXPECT_EQ(all[5], open(option("bXJLL")));
+    EXPECT_EQ(all.back(), run(keylessLines("")));
+    EXPECT_EQ(world.database.countOf("Drop table"), 0U);
+}
+
 } // namespace
 } // namespace z7::cashflow::test

@@ -228,5 +228,85 @@ TEST_F(ReadPath, OfTextThatIsNoXmlIsRefused) {
     EXPECT_ERROR(world.out.GetCashFlowColFromXml(world.connection, "no xml"), 1005);
 }
 
+TEST_F(ReadPath, OfXmlWithAWholeKeyRowsGetTheDateOfTheXml) {
+    world.setStored({"88"});
+    EXPECT_NE(world.gl.GetCashFlowColFromXml(world.connection, wholeKey).find("dbill_date='2013-01-05'"),
+              std::string::npos);
+    const std::string withoutDate = "<v iperiod='1' isignseq='2' ino_id='5'/>";
+    EXPECT_NE(world.gl.GetCashFlowColFromXml(world.connection, withoutDate).find("dbill_date='1899-12-30'"),
+              std::string::npos);
+}
+
+TEST_F(ReadPath, OfXmlWithAnOutsideKeyRowsGetNoDate) {
+    takeTemporaryTables();
+    world.setStored({"88"});
+    const std::string xml = world.gl.GetCashFlowColFromXml(
+        world.connection, "<v dbill_date='2013-01-05'><e ccode='1001' inid='1' coutno_id='OUT'/></v>");
+    EXPECT_NE(xml.find("dbill_date='1899-12-30'"), std::string::npos) << xml;
+    EXPECT_TRUE(xml.starts_with("<root iperiod='1' isignseq='2' ino_id='5'>")) << "the key is the stored row's";
+}
+
+TEST_F(ReadPath, OfXmlOfADraftGivesItsItemsToRowsThatHaveNone) {
+    takeTemporaryTables();
+    world.setStored({""});
+    world.gl.bFromDraft(true);
+    world.database.answerPrefix("select cCashItem from GL_VouchDraft", {{"cCashItem"}, {{"33"}}, {}});
+    for (const std::string& voucher : {wholeKey, outsideVoucher}) {
+        EXPECT_NE(world.gl.GetCashFlowColFromXml(world.connection, voucher).find("cCashItem='33'"), std::string::npos);
+        EXPECT_NE(world.out.GetCashFlowColFromXml(world.connection, voucher).find("cCashItem='33'"), std::string::npos);
+    }
+}
+
+/// No outside key can be made up, so that a voucher whose lines carry none has none.
+class ReadPathWithoutGuids : public ReadPath {
+protected:
+    ReadPathWithoutGuids() {
+        takeTemporaryTables();
+        modPublic::context().guidSource = [] { return std::nullopt; };
+    }
+    const std::string table = "tempdb..TempVoucher";
+};
+
+TEST_F(ReadPathWithoutGuids, GeneratesInTheLedgersWayUnderTheKeyOfTheXml) {
+    const std::string voucher = "<v iperiod='1' isignseq='2' ino_id='70' dbill_date='2013-01-05'/>";
+    const std::string xml = world.gl.GetCashFlowColFromXml(world.connection, voucher, true);
+    EXPECT_TRUE(xml.starts_with("<root iperiod='1' isignseq='2' ino_id='70'>")) << xml;
+    EXPECT_NE(xml.find("cCashItem='01'"), std::string::npos) << xml;
+    EXPECT_NE(xml.find("dbill_date='2013-01-05'"), std::string::npos) << xml;
+    const Lines& all = world.statements();
+    ASSERT_EQ(all.size(), 10U);
+    EXPECT_EQ(Lines(all.begin() + 3, all.end()),
+              (Lines{run(keylessLines(table)), open(option("bXJLL")), own(itemName("01")), own(itemName("01")),
+                     own(kind()), run(keylessLines(table)), run("Drop table " + table)}));
+}
+
+TEST_F(ReadPathWithoutGuids, ReadsStoredRowsUnderTheKeyOfTheXml) {
+    world.setStored({"88"});
+    const std::string voucher = "<v iperiod='0' isignseq='2' ino_id='5' dbill_date='2013-01-05'/>";
+    const std::string xml = world.gl.GetCashFlowColFromXml(world.connection, voucher);
+    EXPECT_NE(xml.find("dbill_date='2013-01-05'"), std::string::npos) << xml;
+    const Lines& all = world.statements();
+    ASSERT_EQ(all.size(), 7U);
+    EXPECT_NE(all[3].find(" and iperiod=0 and isignseq=2 and ino_id=5"), std::string::npos) << all[3];
+    EXPECT_EQ(all.back(), run("Drop table " + table));
+}
+
+TEST_F(ReadPath, OfXmlThatIsToBeGeneratedTakesTheRowsButNotTheKeyOfTheOutsideContract) {
+    takeTemporaryTables();
+    const std::string table = "tempdb..TempVoucher" + GuidSequence::text(1);
+    world.database.answer(outsideLines(table),
+                          {{"inid", "md", "mc", "ccode", "ccashitem_id", "bCashItem"},
+                           {{i16(1), 100.0, 0.0, "1001", "54", true}, {i16(2), 0.0, 100.0, "6001", "55", false}},
+                           {}});
+    world.database.answer(outsideKey(), {{"iperiod", "isignseq", "ino_id", "dbill_date"},
+                                         {{std::uint8_t{1}, i16(2), std::int32_t{5}, Date(41279.0)}},
+                                         {}});
+    const std::string xml = world.gl.GetCashFlowColFromXml(world.connection, outsideVoucher, true);
+    EXPECT_TRUE(xml.starts_with("<root iperiod='0' isignseq='0' ino_id='0'>")) << xml;
+    EXPECT_NE(xml.find(" iPeriod='1' iSignSeq='2' "), std::string::npos) << xml;
+    EXPECT_NE(xml.find("cCashItem='55'"), std::string::npos) << xml;
+    EXPECT_EQ(world.statements().back(), run("Drop table " + table));
+}
+
 } // namespace
 } // namespace z7::cashflow::test

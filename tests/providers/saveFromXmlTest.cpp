@@ -177,5 +177,24 @@ TEST_F(SaveFromXml, PassesErrorsThroughAsTheyWere) {
     }
 }
 
+TEST_F(SaveFromXml, WithoutXmlComparesTheSumWhereTheAccountOptionSaysSo) {
+    world.database.answer(compareOption, {{"cvalue"}, {{"true"}}, {}});
+    world.setSum(50.0);
+    bool check = false;
+    EXPECT_ERROR(save(nullptr, &check), 10009);
+    EXPECT_TRUE(check);
+    EXPECT_EQ(world.database.countOf("delete"), 0U);
+}
+
+TEST_F(SaveFromXml, ReadsTheXmlsLinesFromThePassedTableAndTheVoucherFromTheTemporaryOne) {
+    world.gl.VoucherTempTable("gl_v_accvouch");
+    std::string xml = xmlOf("2");
+    EXPECT_TRUE(save(&xml));
+    const std::string temp = "gl_v_accvouch";
+    EXPECT_EQ(world.statements(), (Lines{run(date), run(line("2")), own(kind()), run(lines()), run(compareOption),
+                                         open(option("bCashCode")), run(haveCash(temp)), own(kind()), run(lines(temp)),
+                                         run(lines(temp)), run(deleteRows()), run(stored()), run(currencyNames())}));
+}
+
 } // namespace
 } // namespace z7::cashflow::test
