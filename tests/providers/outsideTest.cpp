@@ -321,6 +321,20 @@ TEST_F(Outside, SaveKeepsAccountAmountsAndQuantitiesOfTheXml) {
     EXPECT_NE(insert.find(",N'01',21,121,N'6001',23,24,25,26,N'line's',"), std::string::npos) << insert;
 }
 
+TEST_F(Outside, SaveKeepsTheKeyAndTheDateThatTheRowsOfTheXmlHave) {
+    const Collection rows = hostCollection(world);
+    rows->UpdateCol(9, 8, 7, Date(41000.0));
+    addRow(rows, i16(2), "6001", 0.0, 100.0);
+    std::string xml = rows->Save();
+    bool check = false;
+    EXPECT_TRUE(save(&xml, &check));
+    ASSERT_EQ(world.statements().size(), 5U);
+    EXPECT_EQ(world.statements()[3], run(deleteStored)) << "what goes is told by the ledger voucher's key";
+    const std::string insert = world.statements()[4];
+    EXPECT_NE(insert.find("',2013,9,8,N'',7,2,N'01',"), std::string::npos) << insert;
+    EXPECT_NE(insert.find(",N'2012-04-01',"), std::string::npos) << insert;
+}
+
 class OutsideDraft : public Outside {
 protected:
     OutsideDraft() {

@@ -132,6 +132,16 @@ TEST_F(SaveFromXml, NamesTheYearOnTheLedgersTableAlone) {
     EXPECT_EQ(world.statements()[1], run(viewLine));
 }
 
+TEST_F(SaveFromXml, LooksIntoTheLedgersTableInTheContextsYear) {
+    modPublic::SetIYear(2012);
+    const std::string voucher = " from gl_accvouch where iyear=2012 and iPeriod=1 and iSignSeq=2 and iNo_id=5";
+    world.database.answer("select *" + voucher + " and inid=2", {{"inid"}, {}, {}});
+    std::string xml = xmlOf("2");
+    EXPECT_TRUE(save(&xml));
+    EXPECT_EQ(world.statements()[0], run("select dbill_date" + voucher));
+    EXPECT_EQ(world.statements()[1], run("select *" + voucher + " and inid=2"));
+}
+
 TEST_F(SaveFromXml, KnowsTheLedgersTableInAnyCase) {
     world.database.answer(
         "select * from GL_AccVouch where iyear=2013 and iPeriod=1 and iSignSeq=2 and iNo_id=5 and inid=2",
