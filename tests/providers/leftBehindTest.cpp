@@ -45,6 +45,7 @@ struct World : Ledger {
                                {{std::uint8_t{1}, i16(2), std::int32_t{5}, Date(41279.0)}},
                                {}});
         setLines({{1, "1001", 100.0, 0.0, "98", "01", {}}, {2, "6001", 0.0, 100.0, "98", "02", {}}});
+        database.answerPrefix("select cCashItem from GL_VouchDraft", {{"cCashItem"}, {}, {}});
         answerKeylessTables();
         makeTables();
     }
@@ -262,13 +263,7 @@ std::vector<Operation> glReads() {
     return {
         {"GlReadOfStoredRows", storeRow, glRead, {year, readXJLL}},
         {"GlReadOfNothing", nothing, glRead, {year, readXJLL}},
-        {"GlReadOfADraft",
-         [](World& on) {
-             on.gl.bFromDraft(true);
-             on.database.answerPrefix("select cCashItem from GL_VouchDraft", {{"cCashItem"}, {}, {}});
-         },
-         glRead,
-         {year, readXJLL}},
+        {"GlReadOfADraft", [](World& on) { on.gl.bFromDraft(true); }, glRead, {year, readXJLL}},
         {"GlReadOnADateInNoPeriod",
          [](World& on) {
              on.database.answerPrefix(askPeriod, {{"iyear", "iid"}, {}, {}});
@@ -527,6 +522,20 @@ TEST_P(LeftBehind, WhereAnyStatementFails) {
         EXPECT_EQ(world.sight(), changed(before, statements, n, ignored));
         EXPECT_EQ(world.database.openRecordsets(), Lines{});
     }
+}
+
+TEST_P(LeftBehind, SettingsOfTheProviderStay) {
+    World world(optionsOn);
+    world.gl.bFromDraft(true);
+    world.gl.SetOldVouchNoID(7);
+    operation.prepare(world);
+    EXPECT_EQ(errorNumberOf([&] { operation.run(world); }), operation.error);
+    world.setStored({});
+    world.setLines({});
+    EXPECT_NE(world.gl.GetCashFlowColFromDB(world.connection, "gl_accvouch", 1, 2, 5, day), nullptr) << "a draft";
+    world.haveCash(false);
+    EXPECT_TRUE(world.gl.SaveCashFlowCol(world.connection, "gl_accvouch", 1, 2, 5));
+    EXPECT_TRUE(world.database.texts().back().ends_with(" and ino_id=7")) << "the former number";
 }
 
 /// The operations that write lines of a voucher that is given as XML.
