@@ -17,8 +17,8 @@ namespace z7::cashflow::odbc {
 
 /// What running a text gave: its first result with rows, as the driver describes and fetches it.
 struct Fetched {
-    std::unique_ptr<cursor::RowSet> rows; ///< nothing without a result
-    std::vector<DriverColumn> columns;
+    std::unique_ptr<cursor::RowSet> rows;     ///< nothing without a result
+    std::shared_ptr<const ResultShape> shape; ///< of that result
     std::optional<tsql::TableName> target; ///< the one table whose records these are; nothing if they cannot be written
 };
 
@@ -30,8 +30,11 @@ public:
 
     virtual ~Driver() = default;
     /// Runs a text with values for its "?", and fetches its first result whole. An error of any of its statements is raised.
+    /// "known" is the shape that the text's last result had: it is used again if the driver describes the columns as it did
+    /// then, which spares asking for all the rest, and is replaced if not.
     virtual Fetched execute(const std::string& text, const std::vector<Variant>& values = {},
-                            const ColumnCorrection& correct = {}) = 0;
+                            const ColumnCorrection& correct = {},
+                            std::shared_ptr<const ResultShape>* known = nullptr) = 0;
     /// The primary key of a table in the current database or in another one, as the driver's catalogue tells it.
     [[nodiscard]] virtual std::vector<std::string> primaryKey(const std::string& database,
                                                               const std::string& table) = 0;

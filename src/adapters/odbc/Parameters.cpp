@@ -74,22 +74,21 @@ struct Parameters::Cell {
     }
 };
 
-Parameters::Parameters(const std::vector<Variant>& values) {
-    cells_.reserve(values.size());
-    for (const Variant& value : values) {
-        Cell& cell = *cells_.emplace_back(std::make_unique<Cell>());
-        value.visit([&cell](const auto& held) { cell.take(held); });
+Parameters::Parameters(const std::vector<Variant>& values)
+    : count_(values.size()), cells_(values.empty() ? nullptr : std::make_unique<Cell[]>(values.size())) {
+    for (std::size_t i = 0; i < count_; ++i) {
+        values[i].visit([&cell = cells_[i]](const auto& held) { cell.take(held); });
     }
 }
 
 Parameters::~Parameters() = default;
 
 bool Parameters::bind(Handle statement) {
-    SQLUSMALLINT position = 0;
-    for (const auto& cell : cells_) {
-        ++position;
-        const SQLRETURN answer = SQLBindParameter(statement, position, SQL_PARAM_INPUT, cell->cType, cell->sqlType,
-                                                  cell->size, cell->digits, cell->data, cell->length, &cell->length);
+    for (std::size_t i = 0; i < count_; ++i) {
+        Cell& cell = cells_[i];
+        const SQLRETURN answer =
+            SQLBindParameter(statement, static_cast<SQLUSMALLINT>(i + 1), SQL_PARAM_INPUT, cell.cType, cell.sqlType,
+                             cell.size, cell.digits, cell.data, cell.length, &cell.length);
         if (!SQL_SUCCEEDED(answer)) {
             return false;
         }

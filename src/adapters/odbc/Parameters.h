@@ -3,6 +3,7 @@
 #include "adapters/odbc/nativeCalls.h"
 #include "z7cashflow/support/Variant.h"
 
+#include <cstddef>
 #include <memory>
 #include <vector>
 
@@ -22,7 +23,8 @@ public:
 private:
     struct Cell;
 
-    std::vector<std::unique_ptr<Cell>> cells_;
+    std::size_t count_;
+    std::unique_ptr<Cell[]> cells_; ///< the driver is given addresses in them
 };
 
 } // namespace z7::cashflow::odbc

@@ -6,13 +6,11 @@
 #include <sql.h>
 #include <sqlext.h>
 
-#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cstdio>
 #include <string>
 #include <system_error>
-#include <utility>
 
 namespace z7::cashflow::odbc {
 namespace {
@@ -40,11 +38,8 @@ int ResultReader::columnCount(Handle statement) {
     return SQL_SUCCEEDED(SQLNumResultCols(statement, &count)) ? count : 0;
 }
 
-std::unique_ptr<cursor::RowSet> ResultReader::read(Handle statement, const std::vector<ResultColumn>& columns) {
-    std::vector<cursor::Column> described(columns.size());
-    std::transform(columns.begin(), columns.end(), described.begin(),
-                   [](const ResultColumn& column) { return column.column; });
-    auto rows = std::make_unique<cursor::RowSet>(std::make_shared<const cursor::ColumnList>(std::move(described)));
+std::unique_ptr<cursor::RowSet> ResultReader::read(Handle statement, const ResultShape& shape) {
+    auto rows = std::make_unique<cursor::RowSet>(shape.list);
     while (true) {
         const SQLRETURN answer = SQLFetch(statement);
         if (answer == SQL_NO_DATA) {
@@ -54,8 +49,8 @@ std::unique_ptr<cursor::RowSet> ResultReader::read(Handle statement, const std::
             return nullptr;
         }
         int position = 0;
-        for (const ResultColumn& column : columns) {
-            if (!readValue(statement, ++position, column.fetchAs, *rows)) {
+        for (const FetchAs fetchAs : shape.fetchAs) {
+            if (!readValue(statement, ++position, fetchAs, *rows)) {
                 return nullptr;
             }
         }

@@ -23,13 +23,21 @@ struct ResultColumn {
     FetchAs fetchAs = FetchAs::text;
 };
 
+/// The columns of a result. It does not change once it is made, so that all results of one statement can share it.
+struct ResultShape {
+    std::vector<DriverColumn> described; ///< as the driver describes them at each result: without the origins
+    std::vector<DriverColumn> columns;   ///< with all that is known of them
+    std::vector<FetchAs> fetchAs;
+    std::shared_ptr<const cursor::ColumnList> list; ///< as they are handed out
+};
+
 /// Reads the result on which a statement stands.
 class ResultReader {
 public:
     /// The number of columns; 0 for a statement without a result.
     [[nodiscard]] static int columnCount(Handle statement);
     /// All rows. A null pointer if the driver fails, whose reason the statement then holds.
-    [[nodiscard]] std::unique_ptr<cursor::RowSet> read(Handle statement, const std::vector<ResultColumn>& columns);
+    [[nodiscard]] std::unique_ptr<cursor::RowSet> read(Handle statement, const ResultShape& shape);
 
 private:
     [[nodiscard]] bool readValue(Handle statement, int position, FetchAs fetchAs, cursor::RowSet& rows);

@@ -29,7 +29,7 @@ void requireWholeText(std::string_view text, const char* what) {
 }
 
 /// Whether a text may leave its session otherwise than it was: in a transaction, in another database, with other settings.
-bool mayAlterSession(const std::string& text) {
+bool namesWhatAlters(const std::string& text) {
     static constexpr std::array<std::string_view, 10> words = {"begin",       "commit", "rollback", "save", "tran",
                                                                "transaction", "exec",   "execute",  "use",  "declare"};
     bool alters = false;
@@ -89,7 +89,7 @@ cursor::Result Session::run(const std::string& text, bool updatable) {
     cursor::Result result;
     result.rows = std::move(fetched.rows);
     if (result.rows != nullptr && fetched.target) {
-        result.writer = std::make_shared<RecordWriter>(shared_from_this(), *fetched.target, std::move(fetched.columns));
+        result.writer = std::make_shared<RecordWriter>(shared_from_this(), *fetched.target, fetched.shape->columns);
     }
     return result;
 }
@@ -104,7 +104,24 @@ void Session::guarded(const std::function<void()>& action) {
     }
 }
 
-Fetched Session::execute(const std::string& text, const std::vector<Variant>& values, const ColumnCorrection& correct) {
+bool Session::mayAlterSession(const std::string& text) {
+    constexpr std::size_t longestKept = std::size_t{64} * 1024;
+    if (text.size() > longestKept) {
+        return namesWhatAlters(text);
+    }
+    try {
+        tsql::shapeOf(text, shape_);
+    } catch (const Error&) { // what cannot be read may be anything
+        return true;
+    }
+    if (const bool* known = alters_.find(shape_.key)) {
+        return *known;
+    }
+    return alters_.insert(shape_.key, namesWhatAlters(text));
+}
+
+Fetched Session::execute(const std::string& text, const std::vector<Variant>& values, const ColumnCorrection& correct,
+                         std::shared_ptr<const ResultShape>* known) {
     for (const Variant& value : values) {
         if (const auto* given = value.get<std::string>()) {
             requireWholeText(*given, "a value");
@@ -115,10 +132,11 @@ Fetched Session::execute(const std::string& text, const std::vector<Variant>& va
     if (!parameters.bind(statement)) {
         fail(SQL_HANDLE_STMT, statement);
     }
-    return readResults(statement, executeDirect(statement, text), correct);
+    return readResults(statement, executeDirect(statement, text), correct, known);
 }
 
-Fetched Session::readResults(Handle statement, short answer, const ColumnCorrection& correct) {
+Fetched Session::readResults(Handle statement, short answer, const ColumnCorrection& correct,
+                             std::shared_ptr<const ResultShape>* known) {
     Fetched fetched;
     while (true) {
         if (answer != SQL_NO_DATA && !SQL_SUCCEEDED(answer)) {
@@ -126,14 +144,8 @@ Fetched Session::readResults(Handle statement, short answer, const ColumnCorrect
         }
         const int count = answer == SQL_NO_DATA || fetched.rows != nullptr ? 0 : ResultReader::columnCount(statement);
         if (count > 0) {
-            fetched.columns = describe(statement, count);
-            if (correct) {
-                correct(fetched.columns);
-            }
-            std::vector<ResultColumn> columns(fetched.columns.size());
-            std::transform(fetched.columns.begin(), fetched.columns.end(), columns.begin(),
-                           [this](const DriverColumn& column) { return dialect_->resultColumn(column); });
-            fetched.rows = reader_.read(statement, columns);
+            fetched.shape = shapeOfResult(statement, count, correct, known);
+            fetched.rows = reader_.read(statement, *fetched.shape);
             if (fetched.rows == nullptr) {
                 fail(SQL_HANDLE_STMT, statement);
             }
@@ -146,18 +158,38 @@ Fetched Session::readResults(Handle statement, short answer, const ColumnCorrect
     }
 }
 
-std::vector<DriverColumn> Session::describe(Handle statement, int count) {
-    std::vector<DriverColumn> columns(static_cast<std::size_t>(count));
+std::shared_ptr<const ResultShape> Session::shapeOfResult(Handle statement, int count, const ColumnCorrection& correct,
+                                                          std::shared_ptr<const ResultShape>* known) {
+    described_.resize(static_cast<std::size_t>(count));
     int position = 0;
-    for (DriverColumn& column : columns) {
+    for (DriverColumn& column : described_) {
         if (!SQL_SUCCEEDED(describeColumn(statement, ++position, column))) {
             fail(SQL_HANDLE_STMT, statement);
         }
-        if (needsOrigins_) {
-            describeOrigin(statement, position, column);
-        }
     }
-    return columns;
+    if (known != nullptr && *known != nullptr && (*known)->described == described_) {
+        return *known;
+    }
+    auto shape = std::make_shared<ResultShape>();
+    shape->described = described_;
+    shape->columns = described_;
+    for (position = 0; needsOrigins_ && position < count; ++position) {
+        describeOrigin(statement, position + 1, shape->columns[static_cast<std::size_t>(position)]);
+    }
+    if (correct) {
+        correct(shape->columns);
+    }
+    std::vector<cursor::Column> list;
+    for (const DriverColumn& column : shape->columns) {
+        ResultColumn result = dialect_->resultColumn(column);
+        shape->fetchAs.push_back(result.fetchAs);
+        list.push_back(std::move(result.column));
+    }
+    shape->list = std::make_shared<const cursor::ColumnList>(std::move(list));
+    if (known != nullptr) {
+        *known = shape;
+    }
+    return shape;
 }
 
 std::vector<std::string> Session::primaryKey(const std::string& database, const std::string& table) {

@@ -1,9 +1,11 @@
 #pragma once
 
+#include "adapters/cursor/LruCache.h"
 #include "adapters/cursor/Session.h"
 #include "adapters/odbc/ConnectionOptions.h"
 #include "adapters/odbc/Dialect.h"
 #include "adapters/odbc/handles.h"
+#include "adapters/tsql/shape.h"
 
 #include <functional>
 #include <memory>
@@ -35,7 +37,7 @@ public:
     cursor::Result run(const std::string& text, bool updatable) override;
 
     Fetched execute(const std::string& text, const std::vector<Variant>& values = {},
-                    const ColumnCorrection& correct = {}) override;
+                    const ColumnCorrection& correct = {}, std::shared_ptr<const ResultShape>* known = nullptr) override;
     [[nodiscard]] std::vector<std::string> primaryKey(const std::string& database, const std::string& table) override;
     [[nodiscard]] Dialect& dialect() noexcept { return *dialect_; }
 
@@ -54,14 +56,19 @@ public:
 
 private:
     enum class Transaction { none, open, gone };
+    static constexpr std::size_t mostShapes = 256;
 
     [[nodiscard]] Line& line();
     void requireTransactionAlive() const;
     void noteFailureInTransaction();
     [[noreturn]] void fail(short handleType, Handle handle);
     void loseLine();
-    [[nodiscard]] Fetched readResults(Handle statement, short answer, const ColumnCorrection& correct);
-    [[nodiscard]] std::vector<DriverColumn> describe(Handle statement, int count);
+    [[nodiscard]] bool mayAlterSession(const std::string& text);
+    [[nodiscard]] Fetched readResults(Handle statement, short answer, const ColumnCorrection& correct,
+                                      std::shared_ptr<const ResultShape>* known);
+    [[nodiscard]] std::shared_ptr<const ResultShape> shapeOfResult(Handle statement, int count,
+                                                                   const ColumnCorrection& correct,
+                                                                   std::shared_ptr<const ResultShape>* known);
 
     ConnectionOptions options_;
     int number_;
@@ -69,6 +76,9 @@ private:
     std::unique_ptr<Dialect> dialect_;
     std::unique_ptr<Line> line_;
     ResultReader reader_;
+    std::vector<DriverColumn> described_;       ///< of the result at hand; kept for its memory
+    tsql::Shape shape_;                         ///< of the text at hand; kept for its memory
+    cursor::LruCache<bool> alters_{mostShapes}; ///< by the shape of a text, whether it may alter the session
     Transaction transaction_ = Transaction::none;
     bool lost_ = false;
     bool altered_ = false;      ///< a text ran that may have changed the session itself

@@ -15,6 +15,16 @@ namespace {
 using Place = tsql::TableName::Place;
 
 constexpr std::size_t mostTables = 256;
+constexpr std::size_t longestKeptText = std::size_t{64} * 1024;
+
+/// Whether a rewriting may be kept for the next statement of its shape. Tables of tempdb live for one voucher.
+bool isWorthKeeping(const tsql::Rewriting& rewriting) {
+    return std::none_of(rewriting.steps.begin(), rewriting.steps.end(), [](const tsql::Step& step) {
+        return step.kind == tsql::Step::Kind::drop || step.kind == tsql::Step::Kind::queryInto ||
+               std::any_of(step.tables.begin(), step.tables.end(),
+                           [](const tsql::TableName& table) { return table.place == Place::temp; });
+    });
+}
 
 void correctByItems(const tsql::Step& step, std::vector<DriverColumn>& columns) {
     for (std::size_t i = 0; i < columns.size(); ++i) {
@@ -67,23 +77,22 @@ void SqliteDialect::start(Driver& driver, const ConnectionOptions& options) {
     }
 }
 
-Fetched SqliteDialect::run(Driver& driver, const std::string& batch, bool updatable) {
-    const tsql::Shape shape = tsql::shapeOf(batch);
-    const tsql::Rewriting rewriting = tsql::rewrite(batch);
+Fetched SqliteDialect::run(Driver& driver, const std::string& text, bool updatable) {
+    const std::shared_ptr<Batch> batch = batchFor(text);
     Fetched result;
     bool guardHolds = true;
-    for (const tsql::Step& step : rewriting.steps) {
+    for (KnownStep& known : batch->steps) {
         if (!guardHolds) {
             guardHolds = true;
             continue;
         }
-        const std::vector<Variant> values = literals(driver, step, shape.literals);
+        const tsql::Step& step = known.step;
+        const std::vector<Variant> values = literals(driver, known);
         if (step.kind == tsql::Step::Kind::queryInto) {
             runInto(driver, step, values);
             continue;
         }
-        Fetched fetched = driver.execute(
-            step.sql, values, [&step](std::vector<DriverColumn>& columns) { correctByItems(step, columns); });
+        Fetched fetched = runStep(driver, known, values);
         if (step.kind == tsql::Step::Kind::guard) {
             guardHolds = (numberOf(fetched) != 0) == step.runNextIfFound;
         } else if (step.kind == tsql::Step::Kind::query && result.rows == nullptr) {
@@ -96,20 +105,68 @@ Fetched SqliteDialect::run(Driver& driver, const std::string& batch, bool updata
     return result;
 }
 
-std::vector<Variant> SqliteDialect::literals(Driver& driver, const tsql::Step& step,
-                                             const std::vector<tsql::Literal>& given) {
-    std::vector<Variant> values;
-    for (const tsql::Parameter& parameter : step.parameters) {
-        cursor::Column meant{{}, cursor::ColumnType::any, 0};
-        if (parameter.use != tsql::Parameter::Use::plain) {
-            Table holder;
-            if (const TableColumn* known = column(driver, parameter.column, holder)) {
-                meant = tsql::declaredColumn(known->name, known->type);
-            }
+Fetched SqliteDialect::runStep(Driver& driver, KnownStep& known, const std::vector<Variant>& values) const {
+    try {
+        return driver.execute(
+            known.step.sql, values,
+            [&known](std::vector<DriverColumn>& columns) { correctByItems(known.step, columns); }, &known.shape);
+    } catch (const Error&) {
+        known.meant.reset(); // a table that it lacks may be made before it comes again
+        throw;
+    }
+}
+
+std::shared_ptr<SqliteDialect::Batch> SqliteDialect::batchFor(const std::string& text) {
+    tsql::shapeOf(text, shape_);
+    const auto textOf = [this](int literal) { return shape_.literals[static_cast<std::size_t>(literal)].source; };
+    if (const auto* known = batches_.find(shape_.key)) {
+        const Batch& batch = **known;
+        if (std::equal(batch.inlined.begin(), batch.inlined.end(), batch.inlinedText.begin(),
+                       [&textOf](int literal, const std::string& was) { return textOf(literal) == was; })) {
+            return *known;
         }
-        const tsql::Literal& literal = given[static_cast<std::size_t>(parameter.literal)];
+    }
+    tsql::Rewriting rewriting = tsql::rewrite(text);
+    auto batch = std::make_shared<Batch>();
+    for (const int literal : rewriting.inlined) {
+        batch->inlinedText.emplace_back(textOf(literal));
+    }
+    batch->inlined = std::move(rewriting.inlined);
+    const bool keep = text.size() <= longestKeptText && isWorthKeeping(rewriting);
+    for (tsql::Step& step : rewriting.steps) {
+        batch->steps.emplace_back().step = std::move(step);
+    }
+    if (keep) {
+        batches_.insert(shape_.key, batch);
+    }
+    return batch;
+}
+
+std::vector<cursor::Column> SqliteDialect::columnsMeant(Driver& driver, const tsql::Step& step) {
+    std::vector<cursor::Column> columns;
+    for (const tsql::Parameter& parameter : step.parameters) {
+        cursor::Column& meant = columns.emplace_back(cursor::Column{{}, cursor::ColumnType::any, 0});
+        Table holder;
+        const TableColumn* known =
+            parameter.use == tsql::Parameter::Use::plain ? nullptr : column(driver, parameter.column, holder);
+        if (known != nullptr) {
+            meant = tsql::declaredColumn(known->name, known->type);
+        }
+    }
+    return columns;
+}
+
+std::vector<Variant> SqliteDialect::literals(Driver& driver, KnownStep& known) {
+    if (!known.meant) {
+        known.meant = columnsMeant(driver, known.step);
+    }
+    std::vector<Variant> values;
+    values.reserve(known.step.parameters.size());
+    for (const tsql::Parameter& parameter : known.step.parameters) {
+        const tsql::Literal& literal = shape_.literals[static_cast<std::size_t>(parameter.literal)];
         const bool assigned = parameter.use == tsql::Parameter::Use::assign;
-        values.push_back(stored(tsql::literalValue(literal, parameter.negative, meant, assigned)));
+        values.push_back(
+            stored(tsql::literalValue(literal, parameter.negative, (*known.meant)[values.size()], assigned)));
     }
     return values;
 }
@@ -119,7 +176,7 @@ void SqliteDialect::runInto(Driver& driver, const tsql::Step& step, const std::v
     const Fetched shape = driver.execute("SELECT * FROM (" + step.sql + ") LIMIT 0", values, correct);
     std::string create = "CREATE TABLE " + tsql::qualifiedName(step.target) + " (";
     std::string_view before;
-    for (const DriverColumn& column : shape.columns) {
+    for (const DriverColumn& column : shape.shape->columns) {
         create.append(before).append(columnDeclaration(driver, step, column));
         before = ", ";
     }
@@ -148,7 +205,8 @@ std::string SqliteDialect::columnDeclaration(Driver& driver, const tsql::Step& s
         return text + ' ' + column.typeName;
     }
     for (const tsql::TableName& source : step.tables) {
-        const Table columns = table(driver, source);
+        Table holder;
+        const Table& columns = table(driver, source, holder);
         const std::string lower = asciiLower(column.name);
         const auto known = std::find_if(columns.begin(), columns.end(), [&lower](const TableColumn& candidate) {
             return asciiLower(candidate.name) == lower;
@@ -251,7 +309,8 @@ std::vector<std::string> SqliteDialect::key(Driver& driver, const tsql::TableNam
     if (!columns.empty() && !columns.front().table.empty()) {
         base.name = columns.front().table; // the table behind a view
     }
-    Table parts = table(driver, base);
+    Table holder;
+    Table parts = table(driver, base, holder);
     std::erase_if(parts, [](const TableColumn& column) { return column.keyPosition == 0; });
     std::sort(parts.begin(), parts.end(), [](const auto& a, const auto& b) { return a.keyPosition < b.keyPosition; });
     std::vector<std::string> names;
@@ -268,19 +327,17 @@ std::int64_t SqliteDialect::change(Driver& driver, const std::string& text, cons
     return numberOf(driver.execute("SELECT total_changes()")) - before;
 }
 
-SqliteDialect::Table SqliteDialect::table(Driver& driver, const tsql::TableName& name) {
-    if (name.place == Place::temp) {
-        return readTable(driver, name);
-    }
+const SqliteDialect::Table& SqliteDialect::table(Driver& driver, const tsql::TableName& name, Table& holder) {
+    const bool keep = name.place != Place::temp;
     const std::pair key(name.place, asciiLower(name.name));
-    if (const auto known = tables_.find(key); known != tables_.end()) {
+    if (const auto known = keep ? tables_.find(key) : tables_.end(); known != tables_.end()) {
         return known->second;
     }
-    Table columns = readTable(driver, name);
-    if (!columns.empty() && tables_.size() < mostTables) {
-        tables_.emplace(key, columns);
+    holder = readTable(driver, name);
+    if (keep && !holder.empty() && tables_.size() < mostTables) {
+        return tables_.emplace(key, std::move(holder)).first->second;
     }
-    return columns;
+    return holder;
 }
 
 SqliteDialect::Table SqliteDialect::readTable(Driver& driver, const tsql::TableName& name) const {
@@ -302,15 +359,15 @@ SqliteDialect::Table SqliteDialect::readTable(Driver& driver, const tsql::TableN
 const SqliteDialect::TableColumn* SqliteDialect::column(Driver& driver, const tsql::ColumnUse& use, Table& holder) {
     const std::string lower = asciiLower(use.column);
     for (const tsql::TableName& name : use.tables) {
-        holder = table(driver, name);
-        const auto found = std::find_if(holder.begin(), holder.end(), [&lower](const TableColumn& candidate) {
+        const Table& columns = table(driver, name, holder);
+        const auto found = std::find_if(columns.begin(), columns.end(), [&lower](const TableColumn& candidate) {
             return asciiLower(candidate.name) == lower;
         });
-        if (!use.column.empty() && found != holder.end()) {
+        if (!use.column.empty() && found != columns.end()) {
             return &*found;
         }
-        if (use.column.empty() && use.position >= 0 && use.position < static_cast<int>(holder.size())) {
-            return &holder[static_cast<std::size_t>(use.position)];
+        if (use.column.empty() && use.position >= 0 && use.position < static_cast<int>(columns.size())) {
+            return &columns[static_cast<std::size_t>(use.position)];
         }
     }
     return nullptr;

@@ -1,6 +1,8 @@
 #pragma once
 
+#include "adapters/cursor/LruCache.h"
 #include "adapters/odbc/Dialect.h"
+#include "adapters/tsql/shape.h"
 
 #include <map>
 #include <utility>
@@ -13,7 +15,7 @@ namespace z7::cashflow::odbc {
 class SqliteDialect final : public Dialect {
 public:
     void start(Driver& driver, const ConnectionOptions& options) override;
-    Fetched run(Driver& driver, const std::string& batch, bool updatable) override;
+    Fetched run(Driver& driver, const std::string& text, bool updatable) override;
     void begin(Driver& driver) override;
     void commit(Driver& driver) override;
     void rollback(Driver& driver) override;
@@ -38,15 +40,35 @@ private:
     };
     using Table = std::vector<TableColumn>;
 
-    [[nodiscard]] Table table(Driver& driver, const tsql::TableName& name);
+    /// A statement of a batch with what was found out about it.
+    struct KnownStep {
+        tsql::Step step;
+        std::optional<std::vector<cursor::Column>>
+            meant;                                ///< the columns of its parameters; nothing until they are needed
+        std::shared_ptr<const ResultShape> shape; ///< of its last result
+    };
+    /// A batch that was rewritten.
+    struct Batch {
+        std::vector<KnownStep> steps;
+        std::vector<int> inlined;             ///< which literals are part of the rewritten text
+        std::vector<std::string> inlinedText; ///< and what they were
+    };
+    static constexpr std::size_t mostBatches = 256;
+
+    [[nodiscard]] std::shared_ptr<Batch> batchFor(const std::string& text);
+    Fetched runStep(Driver& driver, KnownStep& known, const std::vector<Variant>& values) const;
+    /// The columns of a table; those that are read anew lie in the holder.
+    [[nodiscard]] const Table& table(Driver& driver, const tsql::TableName& name, Table& holder);
     [[nodiscard]] Table readTable(Driver& driver, const tsql::TableName& name) const;
     [[nodiscard]] const TableColumn* column(Driver& driver, const tsql::ColumnUse& use, Table& holder);
-    [[nodiscard]] std::vector<Variant> literals(Driver& driver, const tsql::Step& step,
-                                                const std::vector<tsql::Literal>& given);
+    [[nodiscard]] std::vector<cursor::Column> columnsMeant(Driver& driver, const tsql::Step& step);
+    [[nodiscard]] std::vector<Variant> literals(Driver& driver, KnownStep& known);
     void runInto(Driver& driver, const tsql::Step& step, const std::vector<Variant>& values);
     [[nodiscard]] std::string columnDeclaration(Driver& driver, const tsql::Step& step, const DriverColumn& column);
 
     std::map<std::pair<tsql::TableName::Place, std::string>, Table> tables_; ///< not those of tempdb, which come and go
+    tsql::Shape shape_;                                                      ///< of the batch that runs
+    cursor::LruCache<std::shared_ptr<Batch>> batches_{mostBatches};          ///< by their shapes
 };
 
 } // namespace z7::cashflow::odbc

@@ -151,7 +151,8 @@ ParameterText::ParameterText(std::string_view utf8) {
 short ParameterText::cType() noexcept { return textType; }
 
 TextReader::Outcome TextReader::read(Handle statement, int column) {
-    text_.clear();
+    pieces_.clear();
+    text_ = {};
     constexpr std::size_t unit = sizeof(NativeText::value_type);
     while (true) {
         SQLLEN bytes = 0;
@@ -169,7 +170,14 @@ TextReader::Outcome TextReader::read(Handle statement, int column) {
         const std::size_t room = buffer_.size() - unit; // a zero stands behind each piece
         const bool told = bytes != SQL_NO_TOTAL;
         const bool whole = told ? static_cast<std::size_t>(bytes) <= room : answer == SQL_SUCCESS;
-        text_.append(buffer_, 0, !whole ? room : told ? static_cast<std::size_t>(bytes) : zeroAt(buffer_));
+        text_ = std::string_view(buffer_).substr(0, !whole ? room
+                                                    : told ? static_cast<std::size_t>(bytes)
+                                                           : zeroAt(buffer_));
+        if (whole && pieces_.empty()) {
+            break;
+        }
+        pieces_.append(text_);
+        text_ = pieces_;
         if (whole) {
             break;
         }
@@ -180,7 +188,8 @@ TextReader::Outcome TextReader::read(Handle statement, int column) {
     std::u16string wide(text_.size() / unit, u'\0');
     std::copy(text_.begin(), text_.begin() + static_cast<std::ptrdiff_t>(wide.size() * unit),
               reinterpret_cast<char*>(wide.data()));
-    text_ = narrowed(wide);
+    pieces_ = narrowed(wide);
+    text_ = pieces_;
 #endif
     return Outcome::value;
 }

@@ -24,6 +24,8 @@ struct DriverColumn {
     std::string
         table; ///< the table that the column comes from; empty if the driver does not tell, or for an expression
     bool identity = false; ///< the database numbers it by itself
+
+    friend bool operator==(const DriverColumn&, const DriverColumn&) = default;
 };
 
 /// One record of what a driver tells about a call.
@@ -64,6 +66,10 @@ private:
 /// Reads texts of a result, in pieces where they are long.
 class TextReader {
 public:
+    TextReader() = default;
+    TextReader(const TextReader&) = delete;
+    TextReader& operator=(const TextReader&) = delete;
+
     enum class Outcome { value, null, failed };
     /// Reads the current row's column, counted from 1. The text is valid until the next call.
     [[nodiscard]] Outcome read(Handle statement, int column);
@@ -71,7 +77,8 @@ public:
 
 private:
     std::string buffer_ = std::string(4096, '\0');
-    std::string text_;
+    std::string pieces_;
+    std::string_view text_; ///< into one of the two
 };
 
 } // namespace z7::cashflow::odbc

@@ -54,6 +54,10 @@ void append(std::string& text, std::uint32_t code) {
 std::size_t findBadUtf8(std::string_view text) noexcept {
     std::size_t at = 0;
     while (at < text.size()) {
+        if (static_cast<unsigned char>(text[at]) < 0x80) { // most are
+            ++at;
+            continue;
+        }
         const std::size_t length = characterLength(text, at);
         if (length == 0) {
             return at;

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "adapters/cursor/LruCache.h"
 #include "adapters/cursor/Session.h"
 #include "adapters/sqlite/Catalogue.h"
 #include "adapters/sqlite/ConnectionOptions.h"
-#include "adapters/sqlite/LruCache.h"
 #include "adapters/sqlite/Statement.h"
 #include "adapters/sqlite/literalValue.h"
 #include "adapters/tsql/Rewriting.h"
@@ -103,8 +103,8 @@ private:
     std::shared_ptr<const Observers> observers_;
     std::string lockedRemark_;
     std::optional<Catalogue> catalogue_;
-    LruCache<std::shared_ptr<Batch>> batches_{mostPrepared};
-    LruCache<std::unique_ptr<Statement>> own_{mostPrepared};
+    cursor::LruCache<std::shared_ptr<Batch>> batches_{mostPrepared};
+    cursor::LruCache<std::unique_ptr<Statement>> own_{mostPrepared};
     tsql::Shape shape_;
     bool inTransaction_ = false;
 };

@@ -1,6 +1,6 @@
 #include "adapters/sqlite/Session.h"
+#include "adapters/cursor/LruCache.h"
 #include "adapters/sqlite/EmbeddedDatabase.h"
-#include "adapters/sqlite/LruCache.h"
 
 #include <gtest/gtest.h>
 #include <sqlite3.h>
@@ -182,7 +182,7 @@ TEST_F(SessionTest, a_dropped_connection_closes_what_it_lent) {
 }
 
 TEST(LruCache, forgets_the_one_not_used_longest) {
-    LruCache<int> cache(2);
+    cursor::LruCache<int> cache(2);
     cache.insert("a", 1);
     cache.insert("b", 2);
     ASSERT_NE(cache.find("a"), nullptr);

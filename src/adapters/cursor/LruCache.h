@@ -7,7 +7,7 @@
 #include <unordered_map>
 #include <utility>
 
-namespace z7::cashflow::sqlite {
+namespace z7::cashflow::cursor {
 
 /// A bounded map from texts to values that forgets the value which was not asked for the longest.
 template <class Value> class LruCache {
@@ -57,4 +57,4 @@ private:
     std::unordered_map<std::string_view, typename Entries::iterator> places_; ///< the keys lie in the entries
 };
 
-} // namespace z7::cashflow::sqlite
+} // namespace z7::cashflow::cursor
