@@ -87,9 +87,28 @@ public:
         lines_.clear();
         wake();
     }
+    void cutAt(int request, Cut moment) {
+        const std::lock_guard lock(mutex_);
+        requestsToGo_ = request;
+        moment_ = moment;
+        hasCut_ = false;
+    }
+    bool stopCounting() {
+        const std::lock_guard lock(mutex_);
+        requestsToGo_ = 0;
+        for (Line& line : lines_) {
+            line.answerIsLost = false;
+        }
+        return hasCut_;
+    }
 
 private:
-    using Line = std::pair<Socket, Socket>;
+    struct Line {
+        Socket client;
+        Socket server;
+        bool asked = false;        ///< the client spoke last
+        bool answerIsLost = false; ///< the lines are cut when the server speaks
+    };
 
     void wake() { static_cast<void>(!write(wakeWrite_.get(), "x", 1)); }
 
@@ -99,8 +118,8 @@ private:
             {
                 const std::lock_guard lock(mutex_);
                 for (const Line& line : lines_) {
-                    waiting.push_back({line.first.get(), POLLIN, 0});
-                    waiting.push_back({line.second.get(), POLLIN, 0});
+                    waiting.push_back({line.client.get(), POLLIN, 0});
+                    waiting.push_back({line.server.get(), POLLIN, 0});
                 }
             }
             poll(waiting.data(), waiting.size(), -1);
@@ -118,11 +137,19 @@ private:
         std::vector<Line> standing;
         for (std::size_t i = 0; i < lines_.size() && 2 * i + 3 < waiting.size(); ++i) {
             Line& line = lines_[i];
-            if (waiting[2 * i + 2].fd != line.first.get()) {
+            if (waiting[2 * i + 2].fd != line.client.get()) {
                 return; // cut between the waiting and now
             }
-            const bool there = waiting[2 * i + 2].revents == 0 || pass(line.first, line.second);
-            const bool back = waiting[2 * i + 3].revents == 0 || pass(line.second, line.first);
+            const bool asks = waiting[2 * i + 2].revents != 0;
+            const bool answers = waiting[2 * i + 3].revents != 0;
+            if ((asks && isLastRequest(line)) || (answers && line.answerIsLost)) {
+                hasCut_ = true;
+                lines_.clear();
+                return;
+            }
+            const bool there = !asks || pass(line.client, line.server);
+            const bool back = !answers || pass(line.server, line.client);
+            line.asked = (line.asked || asks) && !answers;
             if (there && back) {
                 standing.push_back(std::move(line));
             }
@@ -131,6 +158,15 @@ private:
         if (waiting[1].revents != 0) {
             accept();
         }
+    }
+
+    /// Counts what a client says as a request if it is the beginning of one. True if the lines are to be cut before it.
+    bool isLastRequest(Line& line) {
+        if (line.asked || requestsToGo_ == 0 || --requestsToGo_ > 0) {
+            return false;
+        }
+        line.answerIsLost = moment_ == Cut::beforeAnswer;
+        return moment_ == Cut::beforeRequest;
     }
 
     void accept() {
@@ -144,7 +180,7 @@ private:
         const std::unique_ptr<addrinfo, void (*)(addrinfo*)> addresses(found, freeaddrinfo);
         Socket server(socket(found->ai_family, found->ai_socktype, found->ai_protocol));
         if (connect(server.get(), found->ai_addr, found->ai_addrlen) == 0) {
-            lines_.emplace_back(std::move(client), std::move(server));
+            lines_.push_back({std::move(client), std::move(server)});
         }
     }
 
@@ -156,6 +192,9 @@ private:
     Socket wakeWrite_{-1};
     std::mutex mutex_;
     std::vector<Line> lines_;
+    int requestsToGo_ = 0; ///< 0 where nothing is counted
+    Cut moment_ = Cut::beforeRequest;
+    bool hasCut_ = false;
     std::jthread thread_;
 };
 
@@ -163,5 +202,7 @@ CuttingProxy::CuttingProxy(const std::string& host, int port) : worker_(std::mak
 CuttingProxy::~CuttingProxy() = default;
 int CuttingProxy::port() const { return worker_->port(); }
 void CuttingProxy::cut() { worker_->cut(); }
+void CuttingProxy::cutAt(int request, Cut moment) { worker_->cutAt(request, moment); }
+bool CuttingProxy::stopCounting() { return worker_->stopCounting(); }
 
 } // namespace z7::cashflow::odbc

@@ -1,0 +1,162 @@
+#include "desks/CutCalls.h"
+
+#include <sql.h>
+#include <sqlext.h>
+
+#include <cstring>
+#include <map>
+#include <set>
+#include <string_view>
+
+using z7::cashflow::odbc::Cut;
+
+// The linker sends calls of NAME to __wrap_NAME, and __real_NAME is the driver manager's.
+extern "C" {
+SQLRETURN realAllocHandle(SQLSMALLINT, SQLHANDLE, SQLHANDLE*) __asm__("__real_SQLAllocHandle");
+SQLRETURN realFreeHandle(SQLSMALLINT, SQLHANDLE) __asm__("__real_SQLFreeHandle");
+SQLRETURN realDriverConnect(SQLHDBC, SQLHWND, SQLCHAR*, SQLSMALLINT, SQLCHAR*, SQLSMALLINT, SQLSMALLINT*,
+                            SQLUSMALLINT) __asm__("__real_SQLDriverConnect");
+SQLRETURN realDisconnect(SQLHDBC) __asm__("__real_SQLDisconnect");
+SQLRETURN realExecDirect(SQLHSTMT, SQLCHAR*, SQLINTEGER) __asm__("__real_SQLExecDirect");
+SQLRETURN realExecute(SQLHSTMT) __asm__("__real_SQLExecute");
+SQLRETURN realGetDiagRec(SQLSMALLINT, SQLHANDLE, SQLSMALLINT, SQLCHAR*, SQLINTEGER*, SQLCHAR*, SQLSMALLINT,
+                         SQLSMALLINT*) __asm__("__real_SQLGetDiagRec");
+
+SQLRETURN wrapAllocHandle(SQLSMALLINT, SQLHANDLE, SQLHANDLE*) __asm__("__wrap_SQLAllocHandle");
+SQLRETURN wrapFreeHandle(SQLSMALLINT, SQLHANDLE) __asm__("__wrap_SQLFreeHandle");
+SQLRETURN wrapDriverConnect(SQLHDBC, SQLHWND, SQLCHAR*, SQLSMALLINT, SQLCHAR*, SQLSMALLINT, SQLSMALLINT*,
+                            SQLUSMALLINT) __asm__("__wrap_SQLDriverConnect");
+SQLRETURN wrapDisconnect(SQLHDBC) __asm__("__wrap_SQLDisconnect");
+SQLRETURN wrapExecDirect(SQLHSTMT, SQLCHAR*, SQLINTEGER) __asm__("__wrap_SQLExecDirect");
+SQLRETURN wrapExecute(SQLHSTMT) __asm__("__wrap_SQLExecute");
+SQLRETURN wrapGetDiagRec(SQLSMALLINT, SQLHANDLE, SQLSMALLINT, SQLCHAR*, SQLINTEGER*, SQLCHAR*, SQLSMALLINT,
+                         SQLSMALLINT*) __asm__("__wrap_SQLGetDiagRec");
+}
+
+namespace {
+
+struct Wires {
+    std::map<SQLHANDLE, SQLHANDLE> connectionOf; ///< of each statement
+    std::set<SQLHANDLE> connected;
+    std::set<SQLHANDLE> dead;   ///< connections whose line is cut
+    std::set<SQLHANDLE> failed; ///< handles whose last call failed for that reason
+    int requestsToGo = 0;       ///< 0 where nothing is counted
+    Cut moment = Cut::beforeRequest;
+    bool hasCut = false;
+};
+
+Wires& wires() {
+    static Wires all;
+    return all;
+}
+
+void cutAll() {
+    wires().hasCut = true;
+    for (SQLHANDLE connection : wires().connected) {
+        SQLHANDLE statement = nullptr;
+        if (SQL_SUCCEEDED(realAllocHandle(SQL_HANDLE_STMT, connection, &statement))) {
+            char rollback[] = "ROLLBACK"; // fails where no transaction is open
+            realExecDirect(statement, reinterpret_cast<SQLCHAR*>(rollback), SQL_NTS);
+            realFreeHandle(SQL_HANDLE_STMT, statement);
+        }
+    }
+    wires().dead = wires().connected;
+}
+
+/// Lets a request on a line through unless the line is cut, before or by it.
+template <class Call> SQLRETURN request(SQLHANDLE handle, SQLHANDLE connection, Call&& call) {
+    Wires& all = wires();
+    all.failed.erase(handle);
+    SQLRETURN answer = SQL_ERROR;
+    if (!all.dead.contains(connection)) {
+        const bool last = all.requestsToGo > 0 && --all.requestsToGo == 0;
+        if (!last || all.moment == Cut::beforeAnswer) {
+            answer = call();
+        }
+        if (!last) {
+            return answer;
+        }
+        cutAll();
+    }
+    all.failed.insert(handle);
+    return SQL_ERROR;
+}
+
+} // namespace
+
+SQLRETURN wrapAllocHandle(SQLSMALLINT type, SQLHANDLE parent, SQLHANDLE* handle) {
+    const SQLRETURN answer = realAllocHandle(type, parent, handle);
+    if (type == SQL_HANDLE_STMT && SQL_SUCCEEDED(answer)) {
+        wires().connectionOf[*handle] = parent;
+    }
+    return answer;
+}
+
+SQLRETURN wrapFreeHandle(SQLSMALLINT type, SQLHANDLE handle) {
+    wires().connectionOf.erase(handle);
+    wires().failed.erase(handle);
+    wires().dead.erase(handle);
+    return realFreeHandle(type, handle);
+}
+
+SQLRETURN wrapDriverConnect(SQLHDBC connection, SQLHWND window, SQLCHAR* text, SQLSMALLINT length, SQLCHAR* completed,
+                            SQLSMALLINT room, SQLSMALLINT* completedLength, SQLUSMALLINT completion) {
+    bool connected = false;
+    const SQLRETURN answer = request(connection, connection, [&] {
+        const SQLRETURN real =
+            realDriverConnect(connection, window, text, length, completed, room, completedLength, completion);
+        connected = SQL_SUCCEEDED(real);
+        return real;
+    });
+    if (SQL_SUCCEEDED(answer)) {
+        wires().connected.insert(connection);
+    } else if (connected) { // only the answer was lost
+        realDisconnect(connection);
+    }
+    return answer;
+}
+
+SQLRETURN wrapDisconnect(SQLHDBC connection) {
+    wires().connected.erase(connection);
+    return realDisconnect(connection);
+}
+
+SQLRETURN wrapExecDirect(SQLHSTMT statement, SQLCHAR* text, SQLINTEGER length) {
+    return request(statement, wires().connectionOf[statement], [&] { return realExecDirect(statement, text, length); });
+}
+
+SQLRETURN wrapExecute(SQLHSTMT statement) {
+    return request(statement, wires().connectionOf[statement], [&] { return realExecute(statement); });
+}
+
+SQLRETURN wrapGetDiagRec(SQLSMALLINT type, SQLHANDLE handle, SQLSMALLINT number, SQLCHAR* state, SQLINTEGER* native,
+                         SQLCHAR* text, SQLSMALLINT room, SQLSMALLINT* length) {
+    if (!wires().failed.contains(handle)) {
+        return realGetDiagRec(type, handle, number, state, native, text, room, length);
+    }
+    constexpr std::string_view reason = "[Cut]Communication link failure";
+    if (number != 1 || room <= static_cast<SQLSMALLINT>(reason.size())) {
+        return SQL_NO_DATA;
+    }
+    std::memcpy(state, "08S01", 6);
+    std::memcpy(text, reason.data(), reason.size());
+    text[reason.size()] = 0;
+    *native = 0;
+    *length = static_cast<SQLSMALLINT>(reason.size());
+    return SQL_SUCCESS;
+}
+
+namespace z7::cashflow::desks {
+
+void CutCalls::cutAt(int request, Cut moment) {
+    wires().requestsToGo = request;
+    wires().moment = moment;
+    wires().hasCut = false;
+}
+
+bool CutCalls::stopCounting() {
+    wires().requestsToGo = 0;
+    return wires().hasCut;
+}
+
+} // namespace z7::cashflow::desks

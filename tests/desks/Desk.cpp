@@ -1,0 +1,119 @@
+#include "desks/Desk.h"
+
+#include "host/HostLogin.h"
+#include "z7cashflow/model/CashFlow.h"
+#include "z7cashflow/model/modPublic.h"
+#include "z7cashflow/support/conversions.h"
+
+#include <algorithm>
+
+namespace z7::cashflow::desks {
+
+namespace {
+
+bool isRefusal(const Error& error) {
+    return error.number() == errors::rowsDoNotFit || error.number() == errors::sumsDiffer ||
+           error.number() == errors::invalidNull;
+}
+
+// Another session holds what is needed, or this one was chosen to give way to it.
+bool isInTheWay(const Error& error) { return error.sqlState() == "HYT00" || error.sqlState() == "40001"; }
+
+std::string voucherOf(FieldList& field) {
+    return toText(field.Item(0)) + "/" + toText(field.Item(1)) + "/" + toText(field.Item(2));
+}
+
+} // namespace
+
+Desk::Desk(const Office& office, const std::string& connectionString) : connection_(office.makeConnection()) {
+    connection_->Open(connectionString);
+    modPublic::context() = modPublic::Context{};
+    gl().objLogin(std::make_shared<host::HostLogin>(office.options(), year, connectionString));
+}
+
+Desk::~Desk() { modPublic::context() = modPublic::Context{}; }
+
+void Desk::mark(const host::VoucherHead& voucher, const std::string& mark) {
+    const host::VoucherKey& key = voucher.key;
+    connection().Execute("update gl_accvouch set cDefine1=N'" + mark + "' where iyear=" + std::to_string(year) +
+                         " and iperiod=" + std::to_string(key.period) + " and isignseq=" + std::to_string(key.kind) +
+                         " and ino_id=" + std::to_string(key.number));
+}
+
+void Desk::edit(const host::VoucherHead& voucher, const std::string& mark, const std::string& item) {
+    const host::VoucherKey& key = voucher.key;
+    this->mark(voucher, mark);
+    std::shared_ptr<CashFlowCollection> rows =
+        gl().CreateCashFlowColFromDB(connection(), host::voucherTable, key.period, key.kind, key.number, voucher.date);
+    for (const auto& row : *rows) {
+        row->SetValue("cCashItem", item);
+    }
+    gl().SaveCashFlowColEx(connection(), host::voucherTable, key.period, key.kind, key.number, voucher.date, &rows);
+}
+
+bool Desk::save(const host::VoucherHead& voucher, const std::string& mark, const std::string& item) {
+    constexpr int mostAttempts = 1000;
+    for (int attempt = 1;; ++attempt) {
+        try {
+            connection().BeginTrans();
+            edit(voucher, mark, item);
+            connection().CommitTrans();
+            return true;
+        } catch (const Error& error) {
+            ignoringErrors([this] { connection().RollbackTrans(); }); // the first error is the one that counts
+            if (isRefusal(error)) {
+                return false;
+            }
+            if (!isInTheWay(error) || attempt == mostAttempts) {
+                throw;
+            }
+        }
+    }
+}
+
+std::vector<host::VoucherHead> Desk::vouchers() { return host::listVouchers(connection(), year, std::nullopt); }
+
+std::map<std::string, std::string> Desk::stored() {
+    const auto rows =
+        connection().Execute("select iperiod,isignseq,ino_id,count(*) as lines,sum(md) as debit,sum(mc) as credit "
+                             "from gl_cashtable group by iperiod,isignseq,ino_id");
+    std::map<std::string, std::string> result;
+    for (; !rows->EndOfFile(); rows->MoveNext()) {
+        FieldList& field = rows->Fields();
+        result[voucherOf(field)] =
+            toText(field.Item("lines")) + ":" + toText(field.Item("debit")) + ":" + toText(field.Item("credit"));
+    }
+    return result;
+}
+
+std::map<std::string, std::vector<std::string>> Desk::marksOfLines() {
+    return marks("select iperiod,isignseq,ino_id,cDefine1 from gl_accvouch where iyear=" + std::to_string(year));
+}
+
+std::map<std::string, std::vector<std::string>> Desk::marksOfRows() {
+    return marks("select iperiod,isignseq,ino_id,cDefine1,cCashItem from gl_cashtable where iyear=" +
+                 std::to_string(year));
+}
+
+std::map<std::string, std::vector<std::string>> Desk::marks(const std::string& query) {
+    std::map<std::string, std::vector<std::string>> result;
+    const auto records = connection().Execute(query);
+    for (; !records->EndOfFile(); records->MoveNext()) {
+        FieldList& field = records->Fields();
+        std::string mark = toTextOrEmpty(field.Item("cDefine1"));
+        if (field.Has("cCashItem")) {
+            mark += "/" + toTextOrEmpty(field.Item("cCashItem"));
+        }
+        auto& known = result[voucherOf(field)];
+        if (std::find(known.begin(), known.end(), mark) == known.end()) {
+            known.push_back(mark);
+        }
+    }
+    return result;
+}
+
+std::string nameOf(const host::VoucherKey& key) {
+    return std::to_string(key.period) + "/" + std::to_string(key.kind) + "/" + std::to_string(key.number);
+}
+
+} // namespace z7::cashflow::desks
