@@ -48,6 +48,17 @@ bool namesWhatAlters(const std::string& text) {
     return alters || (sets && !updates);
 }
 
+/// The error of a call that found the line cut, which not every driver says by its number and state: FreeTDS has "Unknown error"
+/// and "Unexpected EOF from the server".
+Error tellingCutLine(const Error& error) {
+    if (error.sqlState().starts_with("08")) {
+        return error;
+    }
+    const bool numbered = error.number() != errors::unspecified;
+    return {numbered ? error.number() : errors::serverNotReached, error.source(),
+            numbered ? error.description() : "The line to the server was cut. " + error.description(), "08S01"};
+}
+
 } // namespace
 
 Session::Session(ConnectionOptions options, int number, std::shared_ptr<Environment> environment,
@@ -218,12 +229,13 @@ std::vector<std::string> Session::primaryKey(const std::string& database, const 
 
 void Session::fail(short handleType, Handle handle) {
     const Failure failure(handleType, handle, options_.secrets);
+    const Error error = dialect_->explained(failure.error());
     if (failure.connectionLost() || line().isDead()) {
         loseLine();
-    } else {
-        line().dropStatement();
+        throw tellingCutLine(error);
     }
-    throw dialect_->explained(failure.error());
+    line().dropStatement();
+    throw error;
 }
 
 void Session::loseLine() {

@@ -20,9 +20,10 @@ bool isOfDriver(const DiagnosticRecord& record) {
 bool tellsLostConnection(const DiagnosticRecord& record) {
     constexpr int readFailed = 20004;
     constexpr int writeFailed = 20006;
+    constexpr int unexpectedEnd = 20017;
     constexpr int connectionIsDead = 20047;
-    const bool ofFreeTds =
-        record.native == readFailed || record.native == writeFailed || record.native == connectionIsDead;
+    const bool ofFreeTds = record.native == readFailed || record.native == writeFailed ||
+                           record.native == unexpectedEnd || record.native == connectionIsDead;
     return record.state.starts_with("08") || ofFreeTds;
 }
 

@@ -1,0 +1,288 @@
+// The lines to the database are cut at every single request of a whole operation of the library.
+
+#include "desks/Desk.h"
+#include "desks/Office.h"
+
+#include "adapters/odbc/Connection.h"
+#include "adapters/odbc/diagnostics.h"
+#include "doubles/GuidSequence.h"
+#include "z7cashflow/data/DataProvider.h"
+#include "z7cashflow/model/modPublic.h"
+#include "z7cashflow/support/conversions.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace z7::cashflow::desks {
+namespace {
+
+using odbc::Cut;
+using odbc::errors::transactionLost;
+
+constexpr int mostRequests = 1000;
+
+bool tellsCutLine(const Error& error) { return error.number() != 0 && error.sqlState().starts_with("08"); }
+
+std::optional<Error> errorIn(const std::function<void()>& action) {
+    try {
+        action();
+    } catch (const Error& error) {
+        return error;
+    }
+    return std::nullopt;
+}
+
+int numberIn(const std::function<void()>& action) {
+    const auto error = errorIn(action);
+    return error ? error->number() : 0;
+}
+
+std::vector<OfficeKind> officesWithLines() {
+    std::vector<OfficeKind> kinds = offices();
+    std::erase_if(kinds, [](const OfficeKind& kind) { return kind.name == "embedded"; });
+    return kinds;
+}
+
+class LineCutTest : public testing::TestWithParam<OfficeKind> {
+protected:
+    void SetUp() override {
+        office_ = GetParam().make();
+        if (office_ == nullptr) {
+            GTEST_SKIP() << GetParam().missing;
+        }
+        if (office_->lines() == nullptr) {
+            GTEST_SKIP() << "Z7CF_TEST_SQLSERVER names no Server= and Port= to put a door before";
+        }
+    }
+
+    // A desk whose lines can be cut.
+    [[nodiscard]] std::unique_ptr<Desk> openDesk() const {
+        return std::make_unique<Desk>(*office_, office_->connectionStringOverLines(5000));
+    }
+    // What a connection that never goes over those lines finds stored, of rows and of marks.
+    [[nodiscard]] std::vector<std::string> found() const;
+
+    // Takes away what a save has stored.
+    void undo(const host::VoucherHead& voucher) const {
+        const host::VoucherKey& key = voucher.key;
+        const std::string condition =
+            " where iyear=" + std::to_string(year) + " and iperiod=" + std::to_string(key.period) +
+            " and isignseq=" + std::to_string(key.kind) + " and ino_id=" + std::to_string(key.number);
+        direct("delete from gl_cashtable" + condition);
+        direct("update gl_accvouch set cDefine1=null" + condition);
+    }
+    // The first voucher that has several rows.
+    [[nodiscard]] host::VoucherHead voucherOfSeveralRows(Desk& desk) const {
+        for (const host::VoucherHead& voucher : desk.vouchers()) {
+            const host::VoucherKey& key = voucher.key;
+            const auto rows = desk.gl().CreateCashFlowColFromDB(desk.connection(), host::voucherTable, key.period,
+                                                                key.kind, key.number, voucher.date);
+            if (rows->Count() > 1) {
+                return voucher;
+            }
+        }
+        throw Error(0, "test", "the sample company has no voucher of several rows");
+    }
+    // Runs a statement on a connection of its own, which may be cut as well and is opened anew then.
+    std::shared_ptr<Recordset> direct(const std::string& statement) const {
+        if (direct_ == nullptr) {
+            direct_ = office_->makeConnection();
+            direct_->Open(office_->connectionString(5000));
+        }
+        try {
+            return direct_->Execute(statement);
+        } catch (const Error& error) {
+            if (!tellsCutLine(error)) {
+                throw;
+            }
+            return direct_->Execute(statement);
+        }
+    }
+
+    std::unique_ptr<Office> office_;
+
+private:
+    mutable std::unique_ptr<Connection> direct_;
+};
+
+std::vector<std::string> LineCutTest::found() const {
+    std::vector<std::string> all;
+    for (const char* query :
+         {"select iperiod,isignseq,ino_id,inid,cCashItem,md,mc,cDefine1 from gl_cashtable "
+          "order by iperiod,isignseq,ino_id,inid,md,mc",
+          "select iperiod,isignseq,ino_id,inid,cDefine1 from gl_accvouch where cDefine1 is not null "
+          "order by iperiod,isignseq,ino_id,inid"}) {
+        const auto records = direct(query);
+        for (; !records->EndOfFile(); records->MoveNext()) {
+            std::string& text = all.emplace_back();
+            for (int i = 0; i < records->Fields().Count(); ++i) {
+                text += toTextOrEmpty(records->Fields().Item(i)) + " ";
+            }
+        }
+    }
+    return all;
+}
+
+// How far a save came before an error ended it.
+enum class Step { begin, mark, save, commit, done };
+
+struct Saving {
+    Step reached = Step::begin;
+    std::optional<Error> error;
+};
+
+Saving saveOnce(Desk& desk, const host::VoucherHead& voucher) {
+    Saving saving;
+    saving.error = errorIn([&] {
+        desk.connection().BeginTrans();
+        saving.reached = Step::mark;
+        desk.mark(voucher, "cut");
+        saving.reached = Step::save;
+        const host::VoucherKey& key = voucher.key;
+        desk.gl().SaveCashFlowColEx(desk.connection(), host::voucherTable, key.period, key.kind, key.number,
+                                    voucher.date);
+        saving.reached = Step::commit;
+        desk.connection().CommitTrans();
+        saving.reached = Step::done;
+    });
+    return saving;
+}
+
+// The error says that the line is cut, or that the transaction which was open on it is gone.
+void expectLineError(const Saving& saving) {
+    ASSERT_TRUE(saving.error) << "a request got lost and nobody was told";
+    const Error& error = *saving.error;
+    SCOPED_TRACE(std::to_string(error.number()) + " " + error.sqlState() + " " + error.description());
+    EXPECT_TRUE(tellsCutLine(error) || error.number() == transactionLost);
+    EXPECT_NE(error.description(), "");
+    EXPECT_EQ(error.source(), saving.reached == Step::save ? "CashFlow" : "ODBC");
+}
+
+// After a cut within a transaction nothing runs until it is rolled back, so that no half of a save runs alone. A session that
+// has not noticed yet that its line is cut, because another one did, tells it now.
+void expectOnlyRollback(Desk& desk, bool triesMore) {
+    auto& connection = dynamic_cast<odbc::Connection&>(desk.connection());
+    if (!connection.InTransaction()) {
+        return;
+    }
+    if (triesMore) {
+        const auto error = errorIn([&] { connection.Execute("delete from gl_cashtable"); });
+        ASSERT_TRUE(error);
+        EXPECT_TRUE(tellsCutLine(*error) || error->number() == transactionLost) << error->number();
+        EXPECT_EQ(numberIn([&] { connection.Execute("delete from gl_cashtable"); }), transactionLost);
+        EXPECT_EQ(numberIn([&] { connection.CommitTrans(); }), transactionLost);
+        EXPECT_EQ(numberIn([&] { connection.RollbackTrans(); }), 0);
+    } else {
+        const auto error = errorIn([&] { connection.RollbackTrans(); });
+        EXPECT_TRUE(!error || tellsCutLine(*error)) << error->number();
+    }
+    EXPECT_FALSE(connection.InTransaction());
+}
+
+// A whole save passes again, on another session than the one that was cut.
+void expectNextSavePasses(Desk& desk, const host::VoucherHead& voucher, int cutSession) {
+    const auto error = errorIn([&] {
+        desk.connection().BeginTrans();
+        desk.edit(voucher, "next", "0103");
+        desk.connection().RollbackTrans();
+    });
+    EXPECT_FALSE(error) << error->number() << " " << error->what();
+    EXPECT_NE(dynamic_cast<odbc::Connection&>(desk.connection()).SessionNumber(), cutSession);
+}
+
+TEST_P(LineCutTest, AtEveryRequestOfASaveLeavesNothingOfIt) {
+    const auto desk = openDesk();
+    const host::VoucherHead voucher = voucherOfSeveralRows(*desk);
+    const auto before = found();
+    for (const Cut moment : {Cut::beforeRequest, Cut::beforeAnswer}) {
+        SCOPED_TRACE(moment == Cut::beforeRequest ? "before the request" : "before the answer");
+        int request = 0;
+        for (bool cut = true; cut && request < mostRequests;) {
+            SCOPED_TRACE(++request);
+            const int session = dynamic_cast<odbc::Connection&>(desk->connection()).SessionNumber();
+            office_->lines()->cutAt(request, moment);
+            const Saving saving = saveOnce(*desk, voucher);
+            cut = office_->lines()->stopCounting();
+            if (!cut) {
+                ASSERT_EQ(saving.reached, Step::done) << saving.error->what();
+                break;
+            }
+            expectLineError(saving);
+            expectOnlyRollback(*desk, request % 2 == 0);
+            if (saving.reached == Step::commit && moment == Cut::beforeAnswer && found() != before) {
+                break; // the server has committed; only its word did not come through
+            }
+            ASSERT_EQ(found(), before);
+            expectNextSavePasses(*desk, voucher, session);
+        }
+        EXPECT_GT(request, 20) << "a save has more requests than that";
+        EXPECT_LT(request, mostRequests);
+        EXPECT_NE(found(), before);
+        undo(voucher);
+        ASSERT_EQ(found(), before);
+    }
+}
+
+TEST_P(LineCutTest, AtEveryRequestOfWorkOnOwnSessionsIsToldAndTheNextWorkPasses) {
+    if (const auto capability = office_->selectInto(); !capability.present) {
+        GTEST_SKIP() << capability.reason;
+    }
+    const auto desk = openDesk();
+    const test::GuidSequence guids;
+    modPublic::context().guidSource = guids.source();
+    // Writes a voucher's lines by records of an own session and reads names on another; gives the table.
+    const auto work = [&] {
+        DataProvider data;
+        std::uint8_t period = 0;
+        std::int16_t kind = 0;
+        std::int32_t number = 0;
+        Date date = Date::none();
+        std::string key = "OUT";
+        const std::string table = data.VoucherXmlToDB(
+            desk->connection(),
+            "<voucher><line inid='1' ccode='1001' md='5' mc=''/><line inid='2' ccode='6001' md='' mc='5'/></voucher>",
+            period, kind, number, date, key, true);
+        EXPECT_EQ(data.GetCFItemName(desk->connection(), "0102"), "收到的税费返还");
+        return table;
+    };
+    const auto linesOf = [&](const std::string& table) {
+        const int lines = direct("select * from " + table)->RecordCount();
+        direct("drop table " + table);
+        return lines;
+    };
+    for (const Cut moment : {Cut::beforeRequest, Cut::beforeAnswer}) {
+        SCOPED_TRACE(moment == Cut::beforeRequest ? "before the request" : "before the answer");
+        int request = 0;
+        int told = 0;
+        for (bool cut = true; cut && request < mostRequests;) {
+            SCOPED_TRACE(++request);
+            office_->lines()->cutAt(request, moment);
+            std::string table;
+            const auto error = errorIn([&] { table = work(); });
+            cut = office_->lines()->stopCounting();
+            if (error) {
+                ++told;
+                EXPECT_TRUE(cut);
+                EXPECT_TRUE(tellsCutLine(*error)) << error->number() << " " << error->what();
+                errorIn([&] { linesOf("tempdb..TempVoucher" + test::GuidSequence::text(guids.count())); });
+            } else { // only what the library lets fail, the dropping of a table that is not there, may go by untold
+                EXPECT_EQ(linesOf(table), 2);
+            }
+            // The host's session may not have noticed yet what its own sessions ran into; it tells that once.
+            const auto again = errorIn([&] { table = work(); });
+            EXPECT_TRUE(!again || (error && tellsCutLine(*again))) << again->number() << " " << again->what();
+            EXPECT_EQ(linesOf(again ? work() : table), 2) << "the next work passes";
+        }
+        EXPECT_GT(told, 4);
+        EXPECT_LT(request, mostRequests);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Offices, LineCutTest, testing::ValuesIn(officesWithLines()), officeName);
+
+} // namespace
+} // namespace z7::cashflow::desks
