@@ -1,5 +1,6 @@
 #include "host/AccountMaker.h"
 
+#include "adapters/sqlite/Connection.h"
 #include "adapters/sqlite/TableLoader.h"
 #include "adapters/sqlite/database.h"
 #include "host/ExitCode.h"
@@ -58,7 +59,7 @@ void requireFree(const fs::path& account) {
     }
 }
 
-void setOption(sqlite::Connection& connection, const AccountOption& option) {
+void setOption(Connection& connection, cursor::LoadableTables& tables, const AccountOption& option) {
     const std::string where = std::string(" where csysid=N'") + ledgerSystem + "' and cname=N'" + option.name + "'";
     std::optional<std::string> defaultValue;
     const auto present = connection.Execute("select cdefault from accinformation" + where);
@@ -68,8 +69,8 @@ void setOption(sqlite::Connection& connection, const AccountOption& option) {
     }
     present->Close();
     connection.Execute("delete from accinformation" + where);
-    sqlite::TableLoader loader(connection, "accinformation", {"csysid", "cname", "cvalue", "cdefault"});
-    loader.add({ledgerSystem, option.name, option.value, defaultValue});
+    const auto loader = tables.loader("accinformation", {"csysid", "cname", "cvalue", "cdefault"});
+    loader->add({ledgerSystem, option.name, option.value, defaultValue});
 }
 
 LoadedTables fill(const fs::path& account, const std::vector<TableFile>& files,
@@ -78,10 +79,8 @@ LoadedTables fill(const fs::path& account, const std::vector<TableFile>& files,
     sqlite::Connection connection;
     connection.Open(sqlite::connectionString(account));
     connection.BeginTrans();
-    const LoadedTables loaded = loadTableFiles(connection, files, language, stopRequested);
-    for (const AccountOption& option : options) {
-        setOption(connection, option);
-    }
+    sqlite::AccountTables tables(connection);
+    const LoadedTables loaded = fillAccount(connection, tables, files, options, language, stopRequested);
     connection.CommitTrans();
     connection.Close();
     return loaded;
@@ -141,6 +140,16 @@ std::vector<AccountOption> readAccountOptions(const std::vector<std::string>& te
         options.push_back({std::string(*known), truth == "true" ? "True" : "False"});
     }
     return options;
+}
+
+LoadedTables fillAccount(Connection& connection, cursor::LoadableTables& tables, const std::vector<TableFile>& files,
+                         const std::vector<AccountOption>& options, Language language,
+                         const std::function<bool()>& stopRequested) {
+    const LoadedTables loaded = loadTableFiles(connection, tables, files, language, stopRequested);
+    for (const AccountOption& option : options) {
+        setOption(connection, tables, option);
+    }
+    return loaded;
 }
 
 LoadedTables makeAccount(const fs::path& path, const std::vector<TableFile>& files,

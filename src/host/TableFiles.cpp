@@ -1,6 +1,5 @@
 #include "host/TableFiles.h"
 
-#include "adapters/sqlite/TableLoader.h"
 #include "host/CsvReader.h"
 #include "host/ExitCode.h"
 #include "host/Failure.h"
@@ -49,9 +48,9 @@ std::string joined(const std::vector<std::string>& names) {
 /// Loads one file. The first record becomes the column names, all others rows.
 class FileLoading {
 public:
-    FileLoading(sqlite::Connection& connection, const TableFile& file, Language language,
+    FileLoading(cursor::LoadableTables& tables, const TableFile& file, Language language,
                 const std::function<bool()>& stopRequested)
-        : connection_(connection), file_(file), language_(language), stopRequested_(stopRequested) {}
+        : tables_(tables), file_(file), language_(language), stopRequested_(stopRequested) {}
 
     std::int64_t run() {
         const std::unique_ptr<std::istream> stream = file_.open();
@@ -85,14 +84,14 @@ private:
     }
 
     void readHeading(const CsvRecord& record) {
-        const std::vector<sqlite::TableColumn> known = sqlite::tableColumns(connection_, file_.table);
+        const std::vector<cursor::TableColumn> known = tables_.columns(file_.table);
         std::set<std::string> named;
         for (std::size_t i = 0; i < record.fields.size(); ++i) {
             if (!record.fields[i] || record.fields[i]->empty()) {
                 refuse(record.line, hostText(language_, HostText::csvNoName, {std::to_string(i + 1)}));
             }
             const std::string& name = *record.fields[i];
-            const bool isKnown = std::any_of(known.begin(), known.end(), [&name](const sqlite::TableColumn& column) {
+            const bool isKnown = std::any_of(known.begin(), known.end(), [&name](const cursor::TableColumn& column) {
                 return asciiLower(column.name) == asciiLower(name);
             });
             if (!isKnown) {
@@ -103,12 +102,12 @@ private:
             }
             columns_.push_back(name);
         }
-        for (const sqlite::TableColumn& column : known) {
+        for (const cursor::TableColumn& column : known) {
             if (!column.nullable && !column.hasDefault && !named.contains(asciiLower(column.name))) {
                 refuse(record.line, hostText(language_, HostText::csvColumnMissing, {column.name}));
             }
         }
-        loader_.emplace(connection_, file_.table, columns_);
+        loader_ = tables_.loader(file_.table, columns_);
     }
 
     void addRecord(const CsvRecord& record) {
@@ -124,7 +123,7 @@ private:
         values_.assign(record.fields.begin(), record.fields.end());
         try {
             loader_->add(values_);
-        } catch (const sqlite::LoadError& error) {
+        } catch (const cursor::LoadError& error) {
             if (error.column().empty()) {
                 refuse(record.line, error.reason());
             }
@@ -132,13 +131,13 @@ private:
         }
     }
 
-    sqlite::Connection& connection_;
+    cursor::LoadableTables& tables_;
     const TableFile& file_;
     Language language_;
     const std::function<bool()>& stopRequested_;
     std::vector<std::string> columns_;
     std::vector<std::optional<std::string_view>> values_;
-    std::optional<sqlite::TableLoader> loader_;
+    std::unique_ptr<cursor::TableLoader> loader_;
 };
 
 } // namespace
@@ -190,28 +189,28 @@ std::vector<TableFile> tableFilesOfSample() {
     return files;
 }
 
-LoadedTables loadTableFiles(sqlite::Connection& connection, const std::vector<TableFile>& files, Language language,
-                            const std::function<bool()>& stopRequested) {
+LoadedTables loadTableFiles(Connection& connection, cursor::LoadableTables& tables, const std::vector<TableFile>& files,
+                            Language language, const std::function<bool()>& stopRequested) {
     for (const TableFile& file : files) {
         if (!file.definition.empty()) {
             connection.Execute(file.definition);
         }
     }
-    const std::vector<std::string> tables = sqlite::tableNames(connection);
+    const std::vector<std::string> names = tables.names();
     LoadedTables loaded;
     std::set<std::string> seen;
     for (const TableFile& file : files) {
         const auto isThis = [&file](const std::string& table) { return asciiLower(table) == asciiLower(file.table); };
-        if (std::none_of(tables.begin(), tables.end(), isThis)) {
+        if (std::none_of(names.begin(), names.end(), isThis)) {
             throw Failure(
                 exitCode::usage, HostText::csvAt,
-                {file.shownName, "1", hostText(language, HostText::csvUnknownTable, {file.table, joined(tables)})});
+                {file.shownName, "1", hostText(language, HostText::csvUnknownTable, {file.table, joined(names)})});
         }
         if (!seen.insert(asciiLower(file.table)).second) {
             throw Failure(exitCode::usage, HostText::csvAt,
                           {file.shownName, "1", hostText(language, HostText::csvTableTwice, {file.table})});
         }
-        loaded.records += FileLoading(connection, file, language, stopRequested).run();
+        loaded.records += FileLoading(tables, file, language, stopRequested).run();
         ++loaded.tables;
     }
     return loaded;

@@ -1,7 +1,8 @@
 #pragma once
 
-#include "adapters/sqlite/Connection.h"
+#include "adapters/cursor/TableLoader.h"
 #include "host/Language.h"
+#include "z7cashflow/ports/Connection.h"
 
 #include <cstdint>
 #include <filesystem>
@@ -35,10 +36,10 @@ struct LoadedTables {
 /// The CSV files of the sample company that comes with the program.
 [[nodiscard]] std::vector<TableFile> tableFilesOfSample();
 
-/// Puts the records of the files into the tables of their names, inside the caller's transaction. Failure (usage) that names
-/// file, line, column and reason for the first thing that cannot be taken, Interrupted once stopRequested answers true; the
-/// caller rolls back then.
-LoadedTables loadTableFiles(sqlite::Connection& connection, const std::vector<TableFile>& files, Language language,
-                            const std::function<bool()>& stopRequested);
+/// Puts the records of the files into the tables of their names, inside the caller's transaction. "tables" are those of the
+/// connection's session. Failure (usage) that names file, line, column and reason for the first thing that cannot be taken,
+/// Interrupted once stopRequested answers true; the caller rolls back then.
+LoadedTables loadTableFiles(Connection& connection, cursor::LoadableTables& tables, const std::vector<TableFile>& files,
+                            Language language, const std::function<bool()>& stopRequested);
 
 } // namespace z7::cashflow::host

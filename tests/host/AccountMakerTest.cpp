@@ -1,6 +1,7 @@
 #include "host/AccountMaker.h"
 
 #include "ScratchFolder.h"
+#include "adapters/sqlite/Connection.h"
 #include "adapters/sqlite/database.h"
 #include "host/ExitCode.h"
 #include "host/Failure.h"

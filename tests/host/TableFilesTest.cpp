@@ -1,6 +1,8 @@
 #include "host/TableFiles.h"
 
 #include "ScratchFolder.h"
+#include "adapters/sqlite/Connection.h"
+#include "adapters/sqlite/TableLoader.h"
 #include "adapters/sqlite/database.h"
 #include "host/ExitCode.h"
 #include "host/Failure.h"
@@ -27,7 +29,8 @@ protected:
     }
 
     LoadedTables load() {
-        return loadTableFiles(connection, tableFilesOfFolder(scratch.path() / "csv"), Language::english,
+        sqlite::AccountTables tables(connection);
+        return loadTableFiles(connection, tables, tableFilesOfFolder(scratch.path() / "csv"), Language::english,
                               [this] { return stop; });
     }
 

@@ -1,28 +1,21 @@
 #pragma once
 
-#include "adapters/cursor/Column.h"
-#include "z7cashflow/support/Error.h"
+#include "adapters/cursor/TableLoader.h"
 
-#include <cstddef>
-#include <cstdint>
 #include <memory>
-#include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace z7::cashflow::sqlite {
 
 class Connection;
+struct TableShape;
+
+using cursor::LoadError;
 
 /// A column of a table as the database declares it.
-struct TableColumn {
-    std::string name;
+struct TableColumn : cursor::TableColumn {
     std::string declaredType; ///< such as "nvarchar(40)"
-    cursor::ColumnType type = cursor::ColumnType::text;
-    int length = 0;          ///< the most characters that a text may have; 0 if there is no bound
-    bool nullable = true;    ///< whether the column may be null
-    bool hasDefault = false; ///< whether a value comes by itself for a row that does not name the column
 };
 
 /// The tables (views are none) of the account's database and of the system database, by their plain names, in the order of the
@@ -33,43 +26,35 @@ struct TableColumn {
 /// database, then in the system database; "tempdb..X" and "zqsystem..X" name the place. Error 208 if there is no such table.
 [[nodiscard]] std::vector<TableColumn> tableColumns(Connection& connection, const std::string& table);
 
-/// Why a row cannot be taken. The description names table and column, the reason is the bare sentence.
-class LoadError : public Error {
-public:
-    LoadError(const std::string& table, std::string column, std::string reason);
-    [[nodiscard]] const std::string& column() const noexcept { return column_; }
-    [[nodiscard]] const std::string& reason() const noexcept { return reason_; }
-
-private:
-    std::string column_;
-    std::string reason_;
-};
-
-/// Puts rows of texts into one table, each value converted to its column's type. It works inside the caller's
-/// transaction, if there is one, and opens none: a caller who wants all rows or none begins one.
-class TableLoader {
+/// Puts rows of texts into one table or view. The connection must outlive it.
+class TableLoader final : public cursor::TableLoader {
 public:
     /// Error 208 if there is no such table, LoadError if a column is unknown or named twice, or if one that must have a value is
-    /// not named. The connection must outlive the loader.
+    /// not named.
     TableLoader(Connection& connection, const std::string& table, const std::vector<std::string>& columns);
-    TableLoader(const TableLoader&) = delete;
-    TableLoader& operator=(const TableLoader&) = delete;
-    ~TableLoader();
-
-    /// Adds one row; nothing stands for null. Numbers are read strictly and without thousands commas, dates year first, bits as 0, 1,
-    /// true or false. LoadError if the number of values is wrong (its column is then empty), a value does not fit its
-    /// column, or the database refuses the row, such as for a key that is there already.
-    void add(const std::vector<std::optional<std::string_view>>& values);
-    /// The number of rows that were added.
-    [[nodiscard]] std::int64_t count() const noexcept { return count_; }
+    ~TableLoader() override;
 
 private:
-    struct Statement;
+    struct Target;
 
-    std::string table_;
-    std::vector<TableColumn> columns_;
-    std::unique_ptr<Statement> statement_;
-    std::int64_t count_ = 0;
+    TableLoader(std::unique_ptr<Target> target, const std::vector<std::string>& columns);
+    void insert(const std::vector<Variant>& values) override;
+
+    std::unique_ptr<Target> target_;
+};
+
+/// The tables of an account's session for loading. The connection must outlive it.
+class AccountTables final : public cursor::LoadableTables {
+public:
+    explicit AccountTables(Connection& connection) : connection_(connection) {}
+
+    [[nodiscard]] std::vector<std::string> names() override;
+    [[nodiscard]] std::vector<cursor::TableColumn> columns(const std::string& table) override;
+    [[nodiscard]] std::unique_ptr<cursor::TableLoader> loader(const std::string& table,
+                                                              const std::vector<std::string>& columns) override;
+
+private:
+    Connection& connection_;
 };
 
 } // namespace z7::cashflow::sqlite
