@@ -48,6 +48,21 @@ function(z7_quick_build target)
   target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:GNU,Clang,AppleClang>:-O0 -g1>)
 endfunction()
 
+# z7_embed_scripts(ADAPTER FOLDER result) puts the scripts of schema/FOLDER into an adapter: nothing is read from a folder at run
+# time. The result is the source file that holds them.
+function(z7_embed_scripts adapter folder result)
+  set(scripts account_tables.sql account_views.sql system_tables.sql)
+  list(TRANSFORM scripts PREPEND ${PROJECT_SOURCE_DIR}/schema/${folder}/)
+  set(output ${CMAKE_CURRENT_BINARY_DIR}/scripts.cpp)
+  add_custom_command(
+    OUTPUT ${output}
+    COMMAND ${CMAKE_COMMAND} "-DSCRIPTS=${scripts}" -DADAPTER=${adapter} -DOUTPUT=${output} -P
+            ${PROJECT_SOURCE_DIR}/cmake/embedScripts.cmake
+    DEPENDS ${scripts} ${PROJECT_SOURCE_DIR}/cmake/embedScripts.cmake
+    VERBATIM)
+  set(${result} ${output} PARENT_SCOPE)
+endfunction()
+
 # z7_test(NAME sources... [LINK libraries...])
 # A GoogleTest program whose cases are registered with ctest one by one as NAME.Suite.Case.
 function(z7_test name)

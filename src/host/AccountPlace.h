@@ -26,6 +26,8 @@ public:
     [[nodiscard]] std::string shownName(Language language) const;
     /// The string that opens it in an accounting year, or without one.
     [[nodiscard]] std::string connectionString(std::optional<std::int16_t> year) const;
+    /// The connection string as it was given; empty for a file.
+    [[nodiscard]] const std::string& givenString() const noexcept { return connectionString_; }
     /// A closed connection of the adapter that it needs.
     [[nodiscard]] std::shared_ptr<Connection> makeConnection() const;
 

@@ -115,10 +115,19 @@ constexpr std::array texts{
                   "@FILE, or use the variable Z7CF_CONNECT"},
     HostTextEntry{T::connectFileMissing, "无法读取连接串文件 {0}",
                   "The file {0} with the connection string is not there or cannot be read"},
-    HostTextEntry{T::connectNoInit,
-                  "init 只能建立嵌入式数据库；服务器上的账套请按 docs/sql-server.md 用 schema/sqlserver 中的脚本建立",
-                  "init makes embedded databases only; on a server the scripts of schema/sqlserver make an account, "
-                  "see docs/sql-server.md"},
+    HostTextEntry{T::connectNoInit, "init 不能通过 dialect=sqlite 建立账套；请给出 FILE 来建立嵌入式数据库",
+                  "init makes no account by way of dialect=sqlite; name a FILE to make an embedded database"},
+    HostTextEntry{T::serverNoDatabase,
+                  "“{0}”是服务器自己的数据库，不能存放账套；请在连接串中用 Database=名称 指明账套的数据库",
+                  "\"{0}\" is a database of the server's own and takes no account; name the account's database in the "
+                  "connection string with Database=NAME"},
+    HostTextEntry{T::serverLetterCase,
+                  "数据库 {0} 的排序规则区分大小写，账套不能用；请另选数据库，或不事先建立，由 init 建立",
+                  "The collation of database {0} tells upper from lower case, which no account can use; choose another "
+                  "database, or let init make it"},
+    HostTextEntry{T::serverAccountThere, "数据库 {0} 中已有 {1}，未做任何改动；请另选数据库，或先把它们移走",
+                  "Database {0} holds {1} already, and nothing was changed; choose another database, or take them away "
+                  "first"},
     HostTextEntry{T::fileMissing, "找不到数据库文件 {0}；可用 z7cf init 建立",
                   "There is no database file {0}; z7cf init makes one"},
     HostTextEntry{
@@ -251,13 +260,21 @@ constexpr std::array texts{
                   "  z7cf allot company.db --year 2024\n"
                   "Exit codes: 0 done, 1 some voucher refused or not there, 2 usage, 3 database or output, 130/143 "
                   "interrupted"},
-    HostTextEntry{T::examplesInit,
-                  "例：\n"
-                  "  z7cf init company.db --sample --set bCashCode=true\n"
-                  "  z7cf init journal.db --from ./tables",
-                  "Examples:\n"
-                  "  z7cf init company.db --sample --set bCashCode=true\n"
-                  "  z7cf init journal.db --from ./tables"},
+    HostTextEntry{
+        T::examplesInit,
+        "用 --connect 时，账套建在连接串中 Database= 指明的数据库里；该数据库和 zqsystem 不存在时先建立，\n"
+        "已有账套的表则拒绝。其余全部在一个事务中完成；出错或中断不留下任何东西。\n"
+        "例：\n"
+        "  z7cf init company.db --sample --set bCashCode=true\n"
+        "  z7cf init journal.db --from ./tables\n"
+        "  z7cf init --connect @office.txt --from ./tables",
+        "With --connect the account goes into the database that the string names with Database=. That database\n"
+        "and zqsystem are made if they are not there; one that holds an account's tables is refused. All else\n"
+        "is one transaction, and a failure or an interruption leaves nothing behind.\n"
+        "Examples:\n"
+        "  z7cf init company.db --sample --set bCashCode=true\n"
+        "  z7cf init journal.db --from ./tables\n"
+        "  z7cf init --connect @office.txt --from ./tables"},
     HostTextEntry{T::examplesVouchers,
                   "例：\n"
                   "  z7cf vouchers company.db --year 2024 --period 3\n"

@@ -1,6 +1,7 @@
 #include "adapters/odbc/TsqlDialect.h"
 
 #include "adapters/odbc/diagnostics.h"
+#include "adapters/odbc/quoting.h"
 #include "adapters/tsql/tokens.h"
 #include "z7cashflow/support/conversions.h"
 
@@ -13,18 +14,6 @@
 
 namespace z7::cashflow::odbc {
 namespace {
-
-/// A name as a text of the server: N'it''s'.
-std::string quotedText(const std::string& text) {
-    std::string quoted = "N'";
-    for (const char c : text) {
-        quoted += c;
-        if (c == '\'') {
-            quoted += c;
-        }
-    }
-    return quoted + "'";
-}
 
 std::string databaseOf(const tsql::TableName& table) {
     switch (table.place) {
@@ -205,16 +194,7 @@ std::string TsqlDialect::tableText(const tsql::TableName& table) const {
     return (database.empty() ? "" : database + "..") + columnText(table.name);
 }
 
-std::string TsqlDialect::columnText(const std::string& name) const {
-    std::string text = "[";
-    for (const char c : name) {
-        text += c;
-        if (c == ']') {
-            text += c;
-        }
-    }
-    return text + "]";
-}
+std::string TsqlDialect::columnText(const std::string& name) const { return serverName(name); }
 
 std::vector<std::string> TsqlDialect::key(Driver& driver, const tsql::TableName& table,
                                           const std::vector<DriverColumn>& columns) {
@@ -229,7 +209,7 @@ std::vector<std::string> TsqlDialect::key(Driver& driver, const tsql::TableName&
         }
     }
     // A view has no key of its own: its records are those of the table behind it.
-    const Fetched found = driver.execute("select object_definition(object_id(" + quotedText(tableText(table)) + "))");
+    const Fetched found = driver.execute("select object_definition(object_id(" + serverText(tableText(table)) + "))");
     if (found.rows != nullptr && found.rows->rowCount() > 0) {
         if (const auto base = tableBehind(toTextOrEmpty(found.rows->value(0, 0)), table)) {
             return driver.primaryKey(database, base->name);

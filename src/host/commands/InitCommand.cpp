@@ -4,6 +4,7 @@
 #include "host/ExitCode.h"
 #include "host/Failure.h"
 #include "host/Output.h"
+#include "host/ServerAccountMaker.h"
 #include "host/StopSignals.h"
 #include "host/commands/arguments.h"
 #include "host/jsonText.h"
@@ -34,10 +35,6 @@ public:
     int run(const GlobalOptions& options, const Console& console) override {
         Output output(console, options);
         const AccountPlace place = database_.take(options);
-        const auto file = place.file();
-        if (!file) {
-            throw Failure(exitCode::usage, HostText::connectNoInit);
-        }
         const auto accountOptions = readAccountOptions(settings_);
         std::vector<TableFile> files;
         if (sample_) {
@@ -46,26 +43,45 @@ public:
             files = tableFilesOfFolder(folder_);
         }
         StopSignals signals;
-        LoadedTables loaded;
+        Made made;
         try {
-            loaded =
-                makeAccount(*file, files, accountOptions, options.language, [&signals] { return signals.requested(); });
+            made = make(place, files, accountOptions, options.language, [&signals] { return signals.requested(); });
         } catch (const Interrupted&) {
             output.remark(output.text(HostText::initInterrupted));
             return exitCode::signalBase + signals.received();
         }
         if (output.json()) {
-            output.line(jsonText({{"file", file->string()}, {"tables", loaded.tables}, {"records", loaded.records}}));
+            output.line(
+                jsonText({{made.kind, made.name}, {"tables", made.loaded.tables}, {"records", made.loaded.records}}));
         } else {
             output.line(
-                output.text(HostText::databaseMade, {terminal::printable(file->string()), std::to_string(loaded.tables),
-                                                     std::to_string(loaded.records)}));
+                output.text(HostText::databaseMade, {terminal::printable(made.name), std::to_string(made.loaded.tables),
+                                                     std::to_string(made.loaded.records)}));
         }
         output.flush();
         return exitCode::done;
     }
 
 private:
+    /// What was made, as it is told.
+    struct Made {
+        const char* kind = "file"; ///< the member of JSON that holds its name
+        std::string name;
+        LoadedTables loaded;
+    };
+
+    static Made make(const AccountPlace& place, const std::vector<TableFile>& files,
+                     const std::vector<AccountOption>& accountOptions, Language language,
+                     const std::function<bool()>& stopRequested) {
+        if (const auto file = place.file()) {
+            return {"file", file->string(), makeAccount(*file, files, accountOptions, language, stopRequested)};
+        }
+        ServerAccount account = makeServerAccount(
+            place.givenString(), [&place] { return place.makeConnection(); }, files, accountOptions, language,
+            stopRequested);
+        return {"database", std::move(account.database), account.loaded};
+    }
+
     DatabaseArgument database_;
     bool sample_ = false;
     std::string folder_;

@@ -1,0 +1,10 @@
+#pragma once
+
+/// The scripts of schema/sqlserver, named after their files.
+namespace z7::cashflow::odbc::scripts {
+
+extern const char* const account_tables;
+extern const char* const account_views;
+extern const char* const system_tables;
+
+} // namespace z7::cashflow::odbc::scripts
