@@ -33,14 +33,9 @@ public:
     Server(const Server&) = delete;
     Server& operator=(const Server&) = delete;
     ~Server() {
-        ignoringErrors([this] { // the failure that led here is the one to tell
-            if (!made_.empty()) {
-                const auto connection = open(odbc::withDatabase(connectionString_, masterDatabase));
-                for (const std::string& database : made_) {
-                    ignoringErrors([&] { odbc::dropDatabase(*connection, database); });
-                }
-            }
-        });
+        for (const std::string& database : made_) {
+            ignoringErrors([&] { odbc::dropDatabase(*elsewhere(), database); }); // the failure that led here is told
+        }
     }
 
     void keep() noexcept { made_.clear(); }
@@ -48,13 +43,14 @@ public:
     /// A session in the account's database, which is made if it is named and not there.
     [[nodiscard]] std::shared_ptr<Connection> openAccount() {
         try {
-            return open(connectionString_);
+            account_ = open(connectionString_);
         } catch (const Error&) {
             if (!makeMissing()) {
                 throw;
             }
+            account_ = open(connectionString_);
         }
-        return open(connectionString_);
+        return account_;
     }
 
     void make(Connection& connection, const std::string& database) {
@@ -70,6 +66,20 @@ private:
         auto connection = newConnection_();
         connection->Open(connectionString);
         return connection;
+    }
+
+    /// A session that works in no database of ours: that of the account, which is led away, since a database is not dropped
+    /// while somebody works in it and a session that is closed lingers; or else a new one.
+    [[nodiscard]] std::shared_ptr<Connection> elsewhere() {
+        try {
+            if (account_ != nullptr) {
+                odbc::workIn(*account_, masterDatabase);
+                return account_;
+            }
+        } catch (const Error&) { // its line is cut
+            account_.reset();
+        }
+        return open(odbc::withDatabase(connectionString_, masterDatabase));
     }
 
     /// Makes the database that the string names; false if it is there, or if the server cannot be reached at all.
@@ -88,6 +98,7 @@ private:
 
     std::string connectionString_;
     const std::function<std::shared_ptr<Connection>()>& newConnection_;
+    std::shared_ptr<Connection> account_;
     std::vector<std::string> made_;
 };
 

@@ -323,6 +323,7 @@ bool DoubleConnection::define(const std::string& statement) {
     }
     if (kind == "database") {
         EXPECT_FALSE(before_) << "no database is made or dropped within a transaction";
+        EXPECT_NE(name, database_) << "the session itself works in the database that it drops";
         if (statement.ends_with(" collate Chinese_PRC_CI_AS")) {
             server_.caseBlind_.insert(name);
         }

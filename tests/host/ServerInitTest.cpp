@@ -3,6 +3,7 @@
 #include "ScratchFolder.h"
 #include "adapters/odbc/Connection.h"
 #include "host/ExitCode.h"
+#include "z7cashflow/support/Error.h"
 #include "z7cashflow/support/conversions.h"
 
 #include <gmock/gmock.h>
@@ -51,8 +52,13 @@ protected:
         if (admin_.State() == ObjectState::Closed) {
             return;
         }
-        if (there(name_)) {
-            admin_.Execute("drop database " + name_);
+        // The server is slow to let go of the sessions that the program has just closed.
+        for (int tries = 1; there(name_); ++tries) {
+            try {
+                admin_.Execute("drop database " + name_);
+            } catch (const Error& error) {
+                ASSERT_LT(tries, 200) << error.description();
+            }
         }
         if (!samplePeriodsThere_ && there("zqsystem")) {
             admin_.Execute("delete" + std::string(sampleAccount));
@@ -106,16 +112,12 @@ TEST_F(ServerInitTest, TheSampleCompanyIsTheSameAsInTheEmbeddedDatabase) {
     ASSERT_EQ(made.exitCode, 0) << made.err;
     EXPECT_EQ(made.out, "{\"database\":\"" + name_ + "\",\"tables\":11,\"records\":918}\n");
     ASSERT_EQ(runProgram({"init", embedded.string(), "--sample"}).exitCode, 0);
-    expectTheSame({"vouchers", "--year", "2024", "--json"});
-    expectTheSame({"allot", "--year", "2024", "--json"});
     expectTheSame({"allot", "--year", "2024", "--json"});
     expectTheSame({"vouchers", "--year", "2024", "--json"});
-    for (const char* voucher : {"2024/1/1/1", "2024/6/2/10", "2024/7/2/10", "2024/8/2/10", "2024/12/1/6"}) {
-        expectTheSame({"rows", voucher, "--json"});
-        expectTheSame({"rows", voucher, "--generate", "--json"});
-        expectTheSame({"check", voucher, "--json"});
-        expectTheSame({"save", voucher, "--json"});
-    }
+    expectTheSame({"rows", "2024/6/2/10", "--json"});
+    expectTheSame({"rows", "2024/8/2/10", "--generate", "--json"});
+    expectTheSame({"check", "2024/7/2/10", "--json"});
+    expectTheSame({"save", "2024/12/1/6", "--json"});
 }
 
 TEST_F(ServerInitTest, OptionsAndAnAccountThatIsThere) {

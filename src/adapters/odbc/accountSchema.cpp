@@ -104,6 +104,8 @@ std::string currentDatabase(Connection& connection) {
     return toTextOrEmpty(answer(connection, "select db_name() as name"));
 }
 
+void workIn(Connection& connection, const std::string& database) { connection.Execute("use " + serverName(database)); }
+
 bool databaseExists(Connection& connection, const std::string& database) {
     return !answer(connection, "select db_id(" + serverText(database) + ") as id").isNull();
 }
@@ -132,11 +134,11 @@ std::vector<std::string> namesThere(Connection& connection, const std::vector<st
 void makeAccountSchema(Connection& connection) {
     runBatches(connection, accountBatches());
     const std::string own = currentDatabase(connection);
-    connection.Execute("use " + serverName(systemDatabase));
+    workIn(connection, systemDatabase);
     if (namesThere(connection, systemNames()).empty()) {
         runBatches(connection, scriptBatches(scripts::system_tables));
     }
-    connection.Execute("use " + serverName(own));
+    workIn(connection, own);
 }
 
 } // namespace z7::cashflow::odbc

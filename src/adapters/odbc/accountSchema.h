@@ -25,6 +25,8 @@ inline constexpr const char* systemDatabase = "zqsystem";
 
 /// The database that the session works in.
 [[nodiscard]] std::string currentDatabase(Connection& connection);
+/// Leads the session to another database.
+void workIn(Connection& connection, const std::string& database);
 [[nodiscard]] bool databaseExists(Connection& connection, const std::string& database);
 /// Makes an empty database, with the collation of the session's own unless that tells upper from lower case. Not within a
 /// transaction.
