@@ -34,14 +34,14 @@ std::string requiredAttribute(const XmlNode& node, const char* name) {
 // Gives the current record what the line's attributes say. An attribute that is no column, or whose text does not fit its
 // column, leaves the record as it was. The outside key goes on to all later lines that have the attribute.
 void fillLine(FieldList& fields, const XmlNode& line, std::string& coutNo_id) {
-    line.eachAttribute([&](std::string_view baseName, std::string_view /*nodeName*/, std::string text) {
+    line.eachAttribute([&](std::string_view baseName, std::string_view text) {
         if (asciiLower(baseName) == "coutno_id") {
             if (!text.empty()) {
-                coutNo_id = std::move(text);
+                coutNo_id = text;
             }
             ignoringErrors([&] { fields.Item("coutno_id", coutNo_id); });
         } else {
-            ignoringErrors([&] { fields.Item(baseName, text.empty() ? Variant() : Variant(std::move(text))); });
+            ignoringErrors([&] { fields.Item(baseName, text.empty() ? Variant() : Variant(text)); });
         }
     });
     for (const char* number : {"nc_s", "nd_s", "md", "mc", "md_f", "mc_f", "idoc"}) {

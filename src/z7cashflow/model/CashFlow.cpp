@@ -190,7 +190,7 @@ void CashFlow::loadElement(const XmlNode& element, const std::shared_ptr<const F
         }
         shape_ = own;
     };
-    element.eachAttribute([&](std::string_view baseName, std::string_view /*nodeName*/, std::string text) {
+    element.eachAttribute([&](std::string_view baseName, std::string_view text) {
         markParent();
         const std::size_t at = values_.size();
         if (!own && (at >= likely->size() || likely->names()[at] != baseName)) {
@@ -199,7 +199,7 @@ void CashFlow::loadElement(const XmlNode& element, const std::shared_ptr<const F
         if (own && !own->add(std::string(baseName))) {
             raisePlatformError(errors::keyExists, std::string(baseName));
         }
-        values_.push_back(text.empty() ? Variant() : Variant(std::move(text)));
+        values_.push_back(text.empty() ? Variant() : Variant(text));
     });
     if (!own && values_.size() == likely->size()) {
         shape_ = likely;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -10,31 +10,17 @@
 
 namespace z7::cashflow {
 
-class XmlDocument;
+struct XmlTree;
 
-/// An attribute of an element: the local name without any prefix, the name as written, and the text.
-struct XmlAttribute {
-    std::string baseName;
-    std::string nodeName;
-    std::string text;
-};
-
-/// A node of a document: an element, or a piece of text, a comment or the like, which has no attributes. It keeps its document alive.
+/// A node of a document: an element, or a piece of text, a remark or the like, which has neither attributes nor child nodes.
+/// It keeps its document alive.
 class XmlNode {
 public:
-    /// True for an element, false for text, comments and the rest.
-    [[nodiscard]] bool isElement() const noexcept;
-    /// The local name without any prefix.
-    [[nodiscard]] std::string baseName() const;
-    /// The text of the node and everything below it.
-    [[nodiscard]] std::string text() const;
     /// The child nodes in document order. White space between elements is no node.
     [[nodiscard]] std::vector<XmlNode> childNodes() const;
-    /// The attributes in document order; none for a node that is no element. Declarations of namespaces count as attributes.
-    [[nodiscard]] std::vector<XmlAttribute> attributes() const;
-    /// Hands the attributes over one by one, as attributes() has them, without making the list: local name, name as written, text.
-    void eachAttribute(
-        const std::function<void(std::string_view baseName, std::string_view nodeName, std::string text)>& take) const;
+    /// Hands the attributes over in document order, each with its local name without any prefix and its text; none for a node
+    /// that is no element. Declarations of namespaces count as attributes and come first.
+    void eachAttribute(const std::function<void(std::string_view baseName, std::string_view text)>& take) const;
     /// The text of the attribute of exactly this name, prefix included; nothing if there is none.
     [[nodiscard]] std::optional<std::string> attribute(std::string_view nodeName) const;
     /// The elements below this one that a path of names without prefixes leads to, such as "rows/row", in document order.
@@ -42,10 +28,10 @@ public:
 
 private:
     friend class XmlDocument;
-    XmlNode(std::shared_ptr<const void> document, const void* node) noexcept;
+    XmlNode(std::shared_ptr<const XmlTree> tree, std::uint32_t place) noexcept;
 
-    std::shared_ptr<const void> document_;
-    const void* node_;
+    std::shared_ptr<const XmlTree> tree_;
+    std::uint32_t place_;
 };
 
 /// A parsed XML document.
@@ -61,8 +47,8 @@ public:
     [[nodiscard]] XmlNode documentElement() const;
 
 private:
-    explicit XmlDocument(std::shared_ptr<const void> document) noexcept;
-    std::shared_ptr<const void> document_;
+    explicit XmlDocument(std::shared_ptr<const XmlTree> tree) noexcept;
+    std::shared_ptr<const XmlTree> tree_;
 };
 
 } // namespace z7::cashflow

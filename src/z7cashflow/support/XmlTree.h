@@ -1,0 +1,43 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace z7::cashflow {
+
+/// What a document says, as far as anybody asks: its elements with their names and attributes, and where there are other
+/// nodes. It is kept in a few arrays, because a document of rows has some hundred thousand attributes.
+struct XmlTree {
+    /// A place in one of the arrays. The document element is nobody's child or sibling, so its place says "none" there.
+    using Place = std::uint32_t;
+
+    struct Attribute {
+        const char* prefix = nullptr; ///< "xmlns" for a declaration of a prefix; a null pointer without one
+        const char* baseName = nullptr;
+        Place text = 0; ///< where the text begins in texts
+        std::uint32_t textSize = 0;
+    };
+
+    struct Node {
+        const char* baseName = nullptr; ///< a null pointer for a node that is no element
+        bool inNamespace = false;
+        Place firstAttribute = 0;
+        std::uint32_t attributeCount = 0;
+        Place firstChild = 0;
+        Place nextSibling = 0;
+    };
+
+    std::vector<Node> nodes; ///< in document order, the document element first; white space between elements is no node
+    std::vector<Attribute>
+        attributes;    ///< in document order, declarations of namespaces before the others of an element
+    std::string texts; ///< of all attributes, one behind the other
+    std::shared_ptr<const void> names; ///< where the names lie
+
+    /// Reads a text by the rules of XmlDocument. A null pointer if it is refused.
+    [[nodiscard]] static std::shared_ptr<const XmlTree> read(std::string_view text);
+};
+
+} // namespace z7::cashflow
