@@ -66,15 +66,8 @@ protected:
     // What a connection that never goes over those lines finds stored, of rows and of marks.
     [[nodiscard]] std::vector<std::string> found() const;
 
-    // Takes away what a save has stored.
-    void undo(const host::VoucherHead& voucher) const {
-        const host::VoucherKey& key = voucher.key;
-        const std::string condition =
-            " where iyear=" + std::to_string(year) + " and iperiod=" + std::to_string(key.period) +
-            " and isignseq=" + std::to_string(key.kind) + " and ino_id=" + std::to_string(key.number);
-        direct("delete from gl_cashtable" + condition);
-        direct("update gl_accvouch set cDefine1=null" + condition);
-    }
+    // Cuts the lines at every request of a save in turn until it passes whole.
+    void cutEverywhereInASave(Cut moment) const;
     // The first voucher that has several rows.
     [[nodiscard]] host::VoucherHead voucherOfSeveralRows(Desk& desk) const {
         for (const host::VoucherHead& voucher : desk.vouchers()) {
@@ -194,38 +187,37 @@ void expectNextSavePasses(Desk& desk, const host::VoucherHead& voucher, int cutS
     EXPECT_NE(dynamic_cast<odbc::Connection&>(desk.connection()).SessionNumber(), cutSession);
 }
 
-TEST_P(LineCutTest, AtEveryRequestOfASaveLeavesNothingOfIt) {
+void LineCutTest::cutEverywhereInASave(Cut moment) const {
     const auto desk = openDesk();
     const host::VoucherHead voucher = voucherOfSeveralRows(*desk);
     const auto before = found();
-    for (const Cut moment : {Cut::beforeRequest, Cut::beforeAnswer}) {
-        SCOPED_TRACE(moment == Cut::beforeRequest ? "before the request" : "before the answer");
-        int request = 0;
-        for (bool cut = true; cut && request < mostRequests;) {
-            SCOPED_TRACE(++request);
-            const int session = dynamic_cast<odbc::Connection&>(desk->connection()).SessionNumber();
-            office_->lines()->cutAt(request, moment);
-            const Saving saving = saveOnce(*desk, voucher);
-            cut = office_->lines()->stopCounting();
-            if (!cut) {
-                ASSERT_EQ(saving.reached, Step::done) << saving.error->what();
-                break;
-            }
-            expectLineError(saving);
-            expectOnlyRollback(*desk, request % 2 == 0);
-            if (saving.reached == Step::commit && moment == Cut::beforeAnswer && found() != before) {
-                break; // the server has committed; only its word did not come through
-            }
-            ASSERT_EQ(found(), before);
-            expectNextSavePasses(*desk, voucher, session);
+    int request = 0;
+    for (bool cut = true; cut && request < mostRequests;) {
+        SCOPED_TRACE(++request);
+        const int session = dynamic_cast<odbc::Connection&>(desk->connection()).SessionNumber();
+        office_->lines()->cutAt(request, moment);
+        const Saving saving = saveOnce(*desk, voucher);
+        cut = office_->lines()->stopCounting();
+        if (!cut) {
+            ASSERT_EQ(saving.reached, Step::done) << saving.error->what();
+            break;
         }
-        EXPECT_GT(request, 20) << "a save has more requests than that";
-        EXPECT_LT(request, mostRequests);
-        EXPECT_NE(found(), before);
-        undo(voucher);
+        expectLineError(saving);
+        expectOnlyRollback(*desk, request % 2 == 0);
+        if (saving.reached == Step::commit && moment == Cut::beforeAnswer && found() != before) {
+            break; // the server has committed; only its word did not come through
+        }
         ASSERT_EQ(found(), before);
+        expectNextSavePasses(*desk, voucher, session);
     }
+    EXPECT_GT(request, 20) << "a save has more requests than that";
+    EXPECT_LT(request, mostRequests);
+    EXPECT_NE(found(), before);
 }
+
+TEST_P(LineCutTest, BeforeAnyRequestOfASaveLeavesNothingOfIt) { cutEverywhereInASave(Cut::beforeRequest); }
+
+TEST_P(LineCutTest, BeforeAnyAnswerOfASaveLeavesNothingOfIt) { cutEverywhereInASave(Cut::beforeAnswer); }
 
 TEST_P(LineCutTest, AtEveryRequestOfWorkOnOwnSessionsIsToldAndTheNextWorkPasses) {
     if (const auto capability = office_->selectInto(); !capability.present) {
