@@ -250,7 +250,7 @@ void ClientRecordset::addPendingRow() {
         values[static_cast<std::size_t>(change.column)] = &change.value;
     }
     for (const Variant* value : values) {
-        rows_->add(value == nullptr ? Variant() : *value);
+        value == nullptr ? rows_->addNull() : rows_->add(*value);
     }
     adding_ = false;
     row_ = row;

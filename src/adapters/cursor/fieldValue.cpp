@@ -53,12 +53,13 @@ Variant fieldValue(const Column& column, const Variant& value) {
     if (value.isNull()) {
         return {};
     }
-    Variant result;
-    try {
-        result = converted(column.type, value);
-    } catch (const Error& error) {
-        raisePlatformError(errors::typeMismatch, column.name + ": " + error.description());
-    }
+    Variant result = [&] {
+        try {
+            return converted(column.type, value);
+        } catch (const Error& error) {
+            raisePlatformError(errors::typeMismatch, column.name + ": " + error.description());
+        }
+    }();
     if (column.type == ColumnType::text && column.length > 0 &&
         characterCount(*result.get<std::string>()) > static_cast<std::size_t>(column.length)) {
         raisePlatformError(errors::typeMismatch,

@@ -4,6 +4,7 @@
 #include "z7cashflow/support/Error.h"
 #include "z7cashflow/support/conversions.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace z7::cashflow::sqlite {
@@ -12,17 +13,12 @@ RecordWriter::RecordWriter(std::shared_ptr<Session> session, tsql::TableName tar
     : session_(std::move(session)), target_(std::move(target)), origins_(std::move(origins)) {}
 
 void RecordWriter::insert(const std::vector<cursor::Change>& changes) {
-    std::string columns;
-    std::string places;
     std::vector<Variant> values;
+    values.reserve(changes.size());
     for (const cursor::Change& change : changes) {
-        columns += (columns.empty() ? "" : ", ") + tsql::quotedName(columnName(change.column));
-        places += places.empty() ? "?" : ", ?";
         values.push_back(change.value);
     }
-    const std::string sql = "INSERT INTO " + tsql::qualifiedName(target_);
-    session_->runOwn(changes.empty() ? sql + " DEFAULT VALUES" : sql + " (" + columns + ") VALUES (" + places + ")",
-                     values);
+    session_->runOwn(insertText(changes), values);
 }
 
 void RecordWriter::update(const cursor::RowSet& rows, std::size_t row, const std::vector<cursor::Change>& changes) {
@@ -54,6 +50,27 @@ void RecordWriter::update(const cursor::RowSet& rows, std::size_t row, const std
                     "The record of " + target_.name +
                         " has been changed or removed by somebody else since it was read.");
     }
+}
+
+const std::string& RecordWriter::insertText(const std::vector<cursor::Change>& changes) {
+    const bool asBefore = !insertText_.empty() &&
+                          std::equal(changes.begin(), changes.end(), insertColumns_.begin(), insertColumns_.end(),
+                                     [](const cursor::Change& change, int column) { return change.column == column; });
+    if (asBefore) {
+        return insertText_;
+    }
+    std::vector<int> numbers;
+    std::string columns;
+    std::string places;
+    for (const cursor::Change& change : changes) {
+        numbers.push_back(change.column);
+        columns += (columns.empty() ? "" : ", ") + tsql::quotedName(columnName(change.column));
+        places += places.empty() ? "?" : ", ?";
+    }
+    const std::string sql = "INSERT INTO " + tsql::qualifiedName(target_);
+    insertText_ = changes.empty() ? sql + " DEFAULT VALUES" : sql + " (" + columns + ") VALUES (" + places + ")";
+    insertColumns_ = std::move(numbers);
+    return insertText_;
 }
 
 std::string RecordWriter::columnName(int column) const {

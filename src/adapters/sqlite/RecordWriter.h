@@ -25,6 +25,7 @@ public:
     void update(const cursor::RowSet& rows, std::size_t row, const std::vector<cursor::Change>& changes) override;
 
 private:
+    [[nodiscard]] const std::string& insertText(const std::vector<cursor::Change>& changes);
     [[nodiscard]] std::string columnName(int column) const;
     /// The result's columns that make up the primary key of the table behind it; empty if they are not all there.
     [[nodiscard]] std::vector<int> keyColumns() const;
@@ -32,6 +33,8 @@ private:
     std::shared_ptr<Session> session_;
     tsql::TableName target_;
     std::vector<ColumnOrigin> origins_;
+    std::vector<int> insertColumns_; ///< the columns of the last insert: most often the next has the same,
+    std::string insertText_;         ///< and then its text is this; empty before the first
 };
 
 } // namespace z7::cashflow::sqlite

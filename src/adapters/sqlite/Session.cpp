@@ -327,7 +327,12 @@ std::int64_t Session::runOwn(const std::string& sql, const std::vector<Variant>&
     Statement& statement = **known;
     int position = 0;
     for (const Variant& value : values) {
-        statement.bind(++position, value);
+        ++position;
+        if (const auto* text = value.get<std::string>()) {
+            statement.bindBorrowed(position, *text); // the values outlive the run
+        } else {
+            statement.bind(position, value);
+        }
     }
     observe(statement);
     const auto before = sqlite3_total_changes64(database);

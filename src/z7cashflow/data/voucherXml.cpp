@@ -31,15 +31,17 @@ std::string requiredAttribute(const XmlNode& node, const char* name) {
     return *std::move(text);
 }
 
+constexpr std::string_view outsideKey = "coutno_id";
+
 // Gives the current record what the line's attributes say. An attribute that is no column, or whose text does not fit its
 // column, leaves the record as it was. The outside key goes on to all later lines that have the attribute.
 void fillLine(FieldList& fields, const XmlNode& line, std::string& coutNo_id) {
     line.eachAttribute([&](std::string_view baseName, std::string_view text) {
-        if (asciiLower(baseName) == "coutno_id") {
+        if (baseName.size() == outsideKey.size() && asciiLower(baseName) == outsideKey) {
             if (!text.empty()) {
                 coutNo_id = text;
             }
-            ignoringErrors([&] { fields.Item("coutno_id", coutNo_id); });
+            ignoringErrors([&] { fields.Item(outsideKey, coutNo_id); });
         } else {
             ignoringErrors([&] { fields.Item(baseName, text.empty() ? Variant() : Variant(text)); });
         }

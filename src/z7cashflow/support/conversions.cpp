@@ -240,7 +240,10 @@ std::optional<double> readNumber(std::string_view text) {
         text.remove_prefix(1);
     }
     // Thousands commas may stand between digits of the whole part.
-    const std::size_t wholeEnd = std::min(text.find_first_not_of("0123456789,"), text.size());
+    std::size_t wholeEnd = 0;
+    while (wholeEnd < text.size() && (isDigit(text[wholeEnd]) || text[wholeEnd] == ',')) {
+        ++wholeEnd;
+    }
     std::string digits;
     for (std::size_t at = 0; at < wholeEnd; ++at) {
         if (text[at] != ',') {
