@@ -157,6 +157,10 @@ void CashFlow::appendXml(std::string& out) const {
     const auto& names = shape_->names();
     for (std::size_t at = 0; at < names.size(); ++at) {
         out += names[at];
+        if (values_[at].isNull()) { // as most are
+            out += "='' ";
+            continue;
+        }
         out += "='";
         modPublic::AppendXmlEscaped(out, values_[at]);
         out += "' ";

@@ -3,7 +3,6 @@
 #include "z7cashflow/support/Error.h"
 #include "z7cashflow/support/conversions.h"
 
-#include <algorithm>
 #include <string_view>
 #include <utility>
 
@@ -28,32 +27,35 @@ std::string lookUp(const std::string& key, const std::vector<Variant>& arguments
     return state.formattedTextLookup->Text(key, arguments);
 }
 
-void appendEscaped(std::string& out, std::string_view text) {
-    for (;;) {
-        const std::size_t plain = std::min(text.find_first_of("&><'\""), text.size());
-        out += text.substr(0, plain);
-        if (plain == text.size()) {
-            return;
-        }
-        switch (text[plain]) {
-        case '&':
-            out += "&amp;";
-            break;
-        case '>':
-            out += "&gt;";
-            break;
-        case '<':
-            out += "&lt;";
-            break;
-        case '\'':
-            out += "&apos;";
-            break;
-        default:
-            out += "&quot;";
-            break;
-        }
-        text.remove_prefix(plain + 1);
+// What stands for a character in XML text; empty for one that stands for itself.
+std::string_view escapeOf(char c) {
+    switch (c) {
+    case '&':
+        return "&amp;";
+    case '>':
+        return "&gt;";
+    case '<':
+        return "&lt;";
+    case '\'':
+        return "&apos;";
+    case '"':
+        return "&quot;";
+    default:
+        return {};
     }
+}
+
+void appendEscaped(std::string& out, std::string_view text) {
+    std::size_t plain = 0; // where the characters begin that stand for themselves
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        const std::string_view escape = escapeOf(text[at]);
+        if (!escape.empty()) {
+            out += text.substr(plain, at - plain);
+            out += escape;
+            plain = at + 1;
+        }
+    }
+    out += text.substr(plain);
 }
 
 } // namespace
@@ -140,7 +142,7 @@ void AppendXmlEscaped(std::string& out, const Variant& value) {
     if (const auto* text = value.get<std::string>()) {
         appendEscaped(out, *text);
     } else if (!value.isNull()) {
-        appendEscaped(out, toText(value));
+        out += toText(value); // no number and no date has a character to escape
     }
 }
 

@@ -45,15 +45,20 @@ DayAndSecond split(Date date) {
     return {day, second};
 }
 
-std::string padded(int value, int width) {
-    std::string digits = std::to_string(value);
-    return digits.size() < static_cast<std::size_t>(width)
-               ? std::string(static_cast<std::size_t>(width) - digits.size(), '0') + digits
-               : digits;
+void appendTwoDigits(std::string& text, int value) {
+    text += static_cast<char>('0' + value / 10);
+    text += static_cast<char>('0' + value % 10);
 }
 
 std::string dayOnly(const CivilTime& civil) {
-    return padded(civil.year, 4) + "-" + padded(civil.month, 2) + "-" + padded(civil.day, 2);
+    std::string text;
+    appendTwoDigits(text, civil.year / 100);
+    appendTwoDigits(text, civil.year % 100);
+    text += '-';
+    appendTwoDigits(text, civil.month);
+    text += '-';
+    appendTwoDigits(text, civil.day);
+    return text;
 }
 
 } // namespace
@@ -98,7 +103,12 @@ std::string dateText(Date date) {
     const CivilTime civil = toCivil(date);
     std::string text = dayOnly(civil);
     if (civil.hour != 0 || civil.minute != 0 || civil.second != 0) {
-        text += " " + padded(civil.hour, 2) + ":" + padded(civil.minute, 2) + ":" + padded(civil.second, 2);
+        text += ' ';
+        appendTwoDigits(text, civil.hour);
+        text += ':';
+        appendTwoDigits(text, civil.minute);
+        text += ':';
+        appendTwoDigits(text, civil.second);
     }
     return text;
 }
