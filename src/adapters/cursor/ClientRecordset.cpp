@@ -245,12 +245,9 @@ void ClientRecordset::writePending() {
 
 void ClientRecordset::addPendingRow() {
     const std::size_t row = rows_->rowCount();
-    std::vector<const Variant*> values(static_cast<std::size_t>(rows_->columns().count()), nullptr);
+    rows_->addNullRow();
     for (const Change& change : pending_) {
-        values[static_cast<std::size_t>(change.column)] = &change.value;
-    }
-    for (const Variant* value : values) {
-        value == nullptr ? rows_->addNull() : rows_->add(*value);
+        rows_->replace(row, change.column, change.value);
     }
     adding_ = false;
     row_ = row;

@@ -30,6 +30,8 @@ public:
     /// A text, or a date as text. Error 7 if it is longer than 2 GiB.
     void addText(std::string_view text);
     void add(const Variant& value);
+    /// Appends a whole row of nulls.
+    void addNullRow() { cells_.resize(cells_.size() + width_, Cell{Kind::null, 0, {}}); }
 
     /// The value in its column's type. A value that the column's type cannot hold comes in the narrowest type that can.
     [[nodiscard]] Variant value(std::size_t row, int column) const;

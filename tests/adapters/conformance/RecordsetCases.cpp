@@ -1,5 +1,7 @@
 #include "adapters/conformance/DatabaseUnderTest.h"
 
+#include "z7cashflow/support/conversions.h"
+
 namespace z7::cashflow::conformance {
 namespace {
 
@@ -93,6 +95,37 @@ TEST_P(RecordsetCases, add_and_change) {
     records->Fields().Item("citemname", Variant("first"));
     records->MoveNext(); // writes what is pending
     EXPECT_EQ(count("select * from fitemss98 where citemname=N'first'"), 1);
+}
+
+TEST_P(RecordsetCases, new_records_of_different_columns) {
+    const auto records = openRecords("select * from fitemss98");
+    const auto add = [&](const char* code, const char* name, bool nameFirst) {
+        records->AddNew();
+        if (name != nullptr && nameFirst) {
+            records->Fields().Item("citemname", Variant(name));
+        }
+        records->Fields().Item("citemcode", Variant(code));
+        if (name != nullptr && !nameFirst) {
+            records->Fields().Item("citemname", Variant(name));
+        }
+        records->Update();
+    };
+    add("90", nullptr, false);
+    add("91", "one", false);
+    add("92", "two", false);
+    add("93", "three", true);
+    add("94", nullptr, false);
+    EXPECT_EQ(first("select citemname from fitemss98 where citemcode=N'90'"), Variant());
+    EXPECT_EQ(first("select citemname from fitemss98 where citemcode=N'91'"), Variant("one"));
+    EXPECT_EQ(first("select citemname from fitemss98 where citemcode=N'92'"), Variant("two"));
+    EXPECT_EQ(first("select citemname from fitemss98 where citemcode=N'93'"), Variant("three"));
+    EXPECT_EQ(first("select citemname from fitemss98 where citemcode=N'94'"), Variant());
+    records->MoveFirst();
+    std::string names;
+    for (; !records->EndOfFile(); records->MoveNext()) {
+        names += toTextOrEmpty(records->Fields().Item("citemname")) + ';';
+    }
+    EXPECT_TRUE(names.ends_with(";;one;two;three;;")) << names;
 }
 
 TEST_P(RecordsetCases, a_refused_record_stays_pending) {
