@@ -11,6 +11,7 @@
 #include <cstddef>
 #include <new>
 #include <optional>
+#include <span>
 #include <utility>
 
 namespace z7::cashflow {
@@ -262,13 +263,14 @@ void startElement(void* context, const xmlChar* name, const xmlChar* /*prefix*/,
                   const xmlChar** namespaces, int attributeCount, int defaultedCount, const xmlChar** attributes) {
     // Each attribute is five pointers: name, prefix, namespace, and the value's begin and end. Those that the document does
     // not say but declares come last: they count, and are left out.
-    constexpr int pointers = 5;
-    const auto valueOf = [&](int i) {
+    constexpr std::size_t pointers = 5;
+    const auto count = static_cast<std::size_t>(attributeCount);
+    const std::size_t saidCount = count - static_cast<std::size_t>(defaultedCount);
+    const auto valueOf = [&](std::size_t i) {
         const char* begin = chars(attributes[i * pointers + 3]);
         return std::string_view(begin, static_cast<std::size_t>(chars(attributes[i * pointers + 4]) - begin));
     };
-    const int saidCount = attributeCount - defaultedCount;
-    for (int i = saidCount; i < attributeCount; ++i) {
+    for (std::size_t i = saidCount; i < count; ++i) {
         spend(context, valueOf(i).size());
     }
     if (static_cast<xmlParserCtxt*>(context)->nsNr > 2 * mostNamespacesInScope) {
@@ -276,12 +278,13 @@ void startElement(void* context, const xmlChar* name, const xmlChar* /*prefix*/,
     }
     build(context, [&](TreeBuilder& builder) {
         builder.beginElement(chars(name), uri != nullptr);
-        for (int i = 0; i < namespaceCount; ++i) { // each is two pointers, prefix and namespace
-            const char* prefix = chars(namespaces[2 * i]);
+        const std::span scopes(namespaces, 2 * static_cast<std::size_t>(namespaceCount));
+        for (std::size_t i = 0; i < scopes.size(); i += 2) { // each is two pointers, prefix and namespace
+            const char* prefix = chars(scopes[i]);
             builder.addAttribute(prefix == nullptr ? nullptr : "xmlns", prefix == nullptr ? "xmlns" : prefix,
-                                 chars(namespaces[2 * i + 1]));
+                                 chars(scopes[i + 1]));
         }
-        for (int i = 0; i < saidCount; ++i) {
+        for (std::size_t i = 0; i < saidCount; ++i) {
             builder.addAttribute(chars(attributes[i * pointers + 1]), chars(attributes[i * pointers]), valueOf(i));
         }
     });
