@@ -68,15 +68,81 @@ TEST(StatementGuard, TakesTableNamesAsNamesOnly) {
                "code.bclose=0 and "
                "code.iyear=2013";
     };
-    for (const char* table : {"gl_accvouch", "GL_V_ACCVOUCH", "tempdb..TempVoucher0AF", "sales.dbo.voucher",
-                              "dbo.voucher", "sales..voucher", "[sales vouchers]", "[a].[b].[c]", "_x9", "凭证"}) {
+    for (const char* table :
+         {"gl_accvouch", "GL_V_ACCVOUCH", "tempdb..TempVoucher0AF", "sales.dbo.voucher", "dbo.voucher",
+          "sales..voucher", "[sales vouchers]", "[a].[b].[c]", "[a]]b]", "_x9", "凭证", "#own", "##shared"}) {
         EXPECT_TRUE(passes(statement(table))) << table;
     }
-    for (const char* table :
-         {"",   " ",     "a b",     "a,b", "a;b",    "(select 1)", "a--",    "a/**/", "9a",    "a.",
-          ".a", "a...b", "a.b.c.d", "[a",  "[a]]b]", "[]",         "a as b", "N'a'",  "\"a\"", "a.'b'"}) {
+    for (const char* table : {"",
+                              " ",
+                              "a b",
+                              "a,b",
+                              "a;b",
+                              "(select 1)",
+                              "a--",
+                              "a/**/",
+                              "9a",
+                              "a.",
+                              ".a",
+                              "a...b",
+                              "a.b.c.d",
+                              "[a",
+                              "[a]b]",
+                              "[]",
+                              "a as b",
+                              "N'a'",
+                              "\"a\"",
+                              "a.'b'",
+                              "[\x01\x01] x",
+                              "a--\x01",
+                              "[a\nb]",
+                              "a　drop　table　code",
+                              "a\xC2\xA0"
+                              "drop",
+                              "a\xE2\x80\xA8"
+                              "b",
+                              "ａ（select）",
+                              "a\xFF",
+                              "\xEF\xBB\xBF"
+                              "a"}) {
         EXPECT_FALSE(passes(statement(table))) << table;
     }
+}
+
+TEST(StatementGuard, TakesNumbersOfAnInsertAsTheyWereGiven) {
+    const auto statement = [](const std::string& amount) {
+        std::string text;
+        for (const std::string& sample : libraryStatements()) {
+            if (sample.starts_with("insert into gl_cashtable ")) {
+                text = sample;
+            }
+        }
+        const std::string place = valuePlaceholder;
+        text.replace(text.find(place), place.size(), amount);
+        for (std::size_t at = text.find(place); at != std::string::npos; at = text.find(place)) {
+            text.replace(at, place.size(), "Null");
+        }
+        return text;
+    };
+    for (const char* amount : {"5", "-5", "+5", " 5", "5 ", "  -1.5E+3  ", " +0.5 ", "N'x'", "'x'", "Null"}) {
+        EXPECT_TRUE(passes(statement(amount))) << amount;
+    }
+    for (const char* amount : {"",    " ",     "+",     "-",   "--5", "+-5", "-+5", "++5",   "5,6", "1,000",
+                               "5 6", "+Null", " Null", "5\n", "+ 5", "5;",  "5)",  "+N'x'", "5--", "(5)"}) {
+        EXPECT_FALSE(passes(statement(amount))) << amount;
+    }
+}
+
+TEST(StatementGuard, NamesTheTextBehindATableNameFullOfMarks) {
+    for (const std::string& table :
+         {"[" + std::string(100, '\x01') + "] x", std::string("[\x02] x"), std::string("a --\x01")}) {
+        const Error error = test::errorOf([&] { StatementGuard().check("select dbill_date from " + table); });
+        EXPECT_EQ(error.number(), statementRefused);
+        EXPECT_NE(error.description().find("\\x0"), std::string::npos) << error.description();
+    }
+    const Error error = test::errorOf(
+        [&] { StatementGuard().check("select gl_cashtable.* from code where iyear=2013 and x=N'a' -- 5"); });
+    EXPECT_EQ(error.number(), statementRefused);
 }
 
 TEST(StatementGuard, LetsOnlyTablesOfTheLibrarysOwnMakingBeDropped) {

@@ -11,7 +11,7 @@ namespace {
 // A recordset whose statement is looked at before it is opened; everything else goes on as it is.
 class GuardedRecordset final : public Recordset {
 public:
-    GuardedRecordset(std::shared_ptr<Recordset> inner, std::shared_ptr<StatementGuard> guard, const Connection* outer,
+    GuardedRecordset(std::shared_ptr<Recordset> inner, std::shared_ptr<StatementGuard> guard, Connection* outer,
                      std::shared_ptr<Connection> connection)
         : inner_(std::move(inner)), guard_(std::move(guard)), outer_(outer), connection_(std::move(connection)) {}
 
@@ -35,7 +35,11 @@ public:
     void ActiveConnection(const cashflow::ActiveConnection& connection) override {
         inner_->ActiveConnection(unwrapped(connection));
     }
-    [[nodiscard]] cashflow::ActiveConnection ActiveConnection() const override { return inner_->ActiveConnection(); }
+    [[nodiscard]] cashflow::ActiveConnection ActiveConnection() const override {
+        const cashflow::ActiveConnection connection = inner_->ActiveConnection();
+        const auto* object = std::get_if<Connection*>(&connection);
+        return object != nullptr && *object == connection_.get() ? cashflow::ActiveConnection(outer_) : connection;
+    }
     void AddNew() override { inner_->AddNew(); }
     void Update() override { inner_->Update(); }
 
@@ -48,7 +52,7 @@ private:
 
     std::shared_ptr<Recordset> inner_;
     std::shared_ptr<StatementGuard> guard_;
-    const Connection* outer_;
+    Connection* outer_;
     std::shared_ptr<Connection> connection_;
 };
 
@@ -71,11 +75,14 @@ std::string GuardedConnection::ConnectionString() const { return inner_->Connect
 
 std::shared_ptr<Recordset> GuardedConnection::Execute(const std::string& commandText) {
     guard_->check(commandText);
-    return inner_->Execute(commandText);
+    return guarded(inner_->Execute(commandText));
 }
 
-std::shared_ptr<Recordset> GuardedConnection::CreateRecordset() {
-    return std::make_shared<GuardedRecordset>(inner_->CreateRecordset(), guard_, this, inner_);
+std::shared_ptr<Recordset> GuardedConnection::CreateRecordset() { return guarded(inner_->CreateRecordset()); }
+
+std::shared_ptr<Recordset> GuardedConnection::guarded(std::shared_ptr<Recordset> recordset) {
+    return recordset == nullptr ? nullptr
+                                : std::make_shared<GuardedRecordset>(std::move(recordset), guard_, this, inner_);
 }
 
 void GuardedConnection::BeginTrans() { inner_->BeginTrans(); }

@@ -29,6 +29,8 @@ public:
     void RollbackTrans() override;
 
 private:
+    [[nodiscard]] std::shared_ptr<Recordset> guarded(std::shared_ptr<Recordset> recordset);
+
     std::shared_ptr<Connection> inner_;
     std::shared_ptr<StatementGuard> guard_;
 };

@@ -1,6 +1,7 @@
 #include "adapters/guard/StatementGuard.h"
 
 #include "adapters/guard/libraryStatements.h"
+#include "adapters/tsql/names.h"
 #include "adapters/tsql/shape.h"
 #include "z7cashflow/support/Error.h"
 #include "z7cashflow/support/conversions.h"
@@ -20,48 +21,12 @@ constexpr char temporaryMark = '\x05';
 
 // Tables that callers name are many over time, so what is remembered is bounded.
 constexpr std::size_t rememberedShapes = 1024;
+constexpr std::size_t longestRemembered = 8192;
 
 void replaceAll(std::string& text, std::string_view what, char mark) {
     for (std::size_t at = text.find(what); at != std::string::npos; at = text.find(what, at + 1)) {
         text.replace(at, what.size(), 1, mark);
     }
-}
-
-bool isNameStart(char c) {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' || (static_cast<unsigned char>(c) & 0x80U) != 0;
-}
-
-bool isNamePart(char c) { return isNameStart(c) || (c >= '0' && c <= '9') || c == '$' || c == '#' || c == '@'; }
-
-// The length of a plain or bracketed name at the front of a text, 0 if there is none.
-std::size_t nameLength(std::string_view text) {
-    if (text.starts_with('[')) {
-        const std::size_t end = text.find_first_of("[]", 1);
-        return end == std::string_view::npos || text[end] == '[' || end == 1 ? 0 : end + 1;
-    }
-    if (text.empty() || !isNameStart(text.front())) {
-        return 0;
-    }
-    return static_cast<std::size_t>(std::find_if_not(text.begin(), text.end(), isNamePart) - text.begin());
-}
-
-// The length of a table's name: "t", "owner.t", "base.owner.t" or "base..t".
-std::size_t tableLength(std::string_view text) {
-    constexpr int mostParts = 3;
-    std::size_t length = nameLength(text);
-    for (int part = 1; length != 0 && part < mostParts && text.substr(length).starts_with('.'); ++part) {
-        std::size_t dots = 1;
-        if (part == 1 && text.substr(length).starts_with("..")) {
-            dots = 2;
-            ++part;
-        }
-        const std::size_t next = nameLength(text.substr(length + dots));
-        if (next == 0) {
-            return 0;
-        }
-        length += dots + next;
-    }
-    return length;
 }
 
 // The length of the name of a temporary table as the library makes it.
@@ -78,12 +43,23 @@ std::size_t numberLength(std::string_view text) {
     return text.substr(sign).starts_with(numberMark) ? sign + 1 : 0;
 }
 
+std::size_t blanksLength(std::string_view text) { return std::min(text.find_first_not_of(' '), text.size()); }
+
+// A number of a row goes into its insert as it was given, with the sign and the blanks that were around it.
 std::size_t valueLength(std::string_view text) {
     constexpr std::string_view null = "Null";
     if (text.starts_with(null)) {
         return null.size();
     }
-    return text.starts_with(textMark) ? 1 : numberLength(text);
+    if (text.starts_with(textMark)) {
+        return 1;
+    }
+    const std::size_t before = blanksLength(text);
+    const std::size_t sign = text.substr(before).starts_with('+') ? 1 : 0;
+    const std::size_t number = sign + numberLength(text.substr(before + sign));
+    return number == sign || text.substr(before).starts_with("+-")
+               ? 0
+               : before + number + blanksLength(text.substr(before + number));
 }
 
 // How much of a shape one element of a pattern takes; 0 if it does not fit.
@@ -92,7 +68,7 @@ std::size_t elementLength(char element, std::string_view shape) {
     case numberMark:
         return numberLength(shape);
     case tableMark:
-        return tableLength(shape);
+        return tsql::tableNameLength(shape);
     case valueMark:
         return valueLength(shape);
     case temporaryMark:
@@ -106,7 +82,7 @@ std::size_t elementLength(char element, std::string_view shape) {
 std::size_t placeInStatement(std::string_view statement, const tsql::Shape& shape, std::size_t agreed) {
     std::size_t place = agreed;
     std::size_t literal = 0;
-    for (std::size_t at = 0; at < agreed && at < shape.key.size(); ++at) {
+    for (std::size_t at = 0; at < agreed && at < shape.key.size() && literal < shape.literals.size(); ++at) {
         if (shape.key[at] == numberMark || shape.key[at] == textMark) {
             place += shape.literals[literal++].source.size() - 1;
         }
@@ -151,6 +127,16 @@ StatementGuard::Match StatementGuard::match(std::string_view pattern, std::strin
     return {at == shape.size(), at};
 }
 
+void StatementGuard::remember(const std::string& shape) {
+    if (shape.size() > longestRemembered) {
+        return;
+    }
+    if (passed_.size() >= rememberedShapes) {
+        passed_.clear();
+    }
+    passed_.insert(shape);
+}
+
 void StatementGuard::check(std::string_view statement) {
     const tsql::Shape shape = shapeToJudge(statement);
     if (passed_.count(shape.key) != 0) {
@@ -160,10 +146,7 @@ void StatementGuard::check(std::string_view statement) {
     for (const std::string& pattern : patterns_) {
         const Match result = match(pattern, shape.key);
         if (result.whole) {
-            if (passed_.size() >= rememberedShapes) {
-                passed_.clear();
-            }
-            passed_.insert(shape.key);
+            remember(shape.key);
             return;
         }
         agreed = std::max(agreed, result.agreed);

@@ -16,7 +16,8 @@ inline constexpr int statementRefused = 10020;
 ///
 /// Values go into statements as they are, so a quote in a code can end a text early and let the rest of the code be read as part of the
 /// statement. A statement passes if, apart from the values of its literals and the name of the voucher table, it is byte by
-/// byte one that the library builds. A table's name passes as one to three plain or bracketed names joined by dots.
+/// byte one that the library builds. A table's name passes as one to three regular or bracketed names joined by dots, and a
+/// number of an insert with the sign and the blanks that it was given with.
 class StatementGuard {
 public:
     StatementGuard();
@@ -30,6 +31,7 @@ private:
         std::size_t agreed = 0; ///< how much of the shape agrees with the pattern
     };
 
+    void remember(const std::string& shape);
     [[nodiscard]] static Match match(std::string_view pattern, std::string_view shape);
 
     std::vector<std::string> patterns_;

@@ -19,6 +19,20 @@ std::string Literal::value() const {
     return text;
 }
 
+namespace {
+
+// What the key takes over as it stands holds none of the bytes that stand for literals there.
+std::size_t skipReadable(std::string_view text, std::size_t from, std::size_t end) {
+    for (; from < end; ++from) {
+        if (byteClass(text[from]) == ByteClass::invalid) {
+            raiseInvalidByte(text[from]);
+        }
+    }
+    return end;
+}
+
+} // namespace
+
 Shape shapeOf(std::string_view statement) {
     Shape shape;
     shapeOf(statement, shape);
@@ -59,18 +73,16 @@ void shapeOf(std::string_view text, Shape& shape) {
             mask(at, scanNumber(text, at, literal));
             break;
         case ByteClass::bracket:
-            at = skipQuotedName(text, at);
+            at = skipReadable(text, at, skipQuotedName(text, at));
             break;
         case ByteClass::dash:
         case ByteClass::slash: {
             const std::size_t comment = skipComment(text, at);
-            at = comment == at ? at + 1 : comment;
+            at = comment == at ? at + 1 : skipReadable(text, at, comment);
             break;
         }
         case ByteClass::invalid:
-            static_cast<void>(Tokens(text.substr(at))); // raises the error that names the byte
-            ++at;
-            break;
+            raiseInvalidByte(text[at]);
         case ByteClass::blank:
         case ByteClass::symbol:
             ++at;

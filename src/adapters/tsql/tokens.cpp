@@ -124,8 +124,7 @@ Tokens::Tokens(std::string_view text) : lowered_(asciiLower(text)) {
             at = skipQuotedName(text, at);
             token.kind = Token::Kind::quotedIdentifier;
         } else if (kind == ByteClass::invalid) {
-            raiseSyntaxError("\\x" + std::string(1, "0123456789ABCDEF"[(text[at] >> 4) & 15]) +
-                             std::string(1, "0123456789ABCDEF"[text[at] & 15]));
+            raiseInvalidByte(text[at]);
         } else if (const std::size_t comment = skipComment(text, at); comment != at) {
             at = skipBlanks(text, comment);
             continue;
@@ -143,6 +142,12 @@ Tokens::Tokens(std::string_view text) : lowered_(asciiLower(text)) {
         at = skipBlanks(text, at);
     }
     tokens.emplace_back();
+}
+
+void raiseInvalidByte(char byte) {
+    constexpr std::string_view digits = "0123456789ABCDEF";
+    const auto value = static_cast<unsigned char>(byte);
+    raiseSyntaxError(std::string("\\x") + digits[value / 16] + digits[value % 16]);
 }
 
 void raiseSyntaxError(std::string_view near) {

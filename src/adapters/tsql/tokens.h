@@ -97,6 +97,8 @@ inline constexpr std::array<ByteClass, 256> byteClasses = makeByteClasses();
 /// A text begins at its quote; the prefix N that may stand before it begins at "from".
 [[nodiscard]] std::size_t scanText(std::string_view text, std::size_t from, std::size_t quote, Literal& literal);
 
+/// "Incorrect syntax near '\x1F'.": of a byte that no statement holds outside its texts.
+[[noreturn]] void raiseInvalidByte(char byte);
 /// "Incorrect syntax near 'x'."
 [[noreturn]] void raiseSyntaxError(std::string_view near);
 [[noreturn]] void raiseError(int number, const std::string& description, const char* sqlState = "42000");

@@ -1,4 +1,5 @@
 #include "adapters/terminal/printable.h"
+#include "adapters/tsql/names.h"
 #include "host/Allotment.h"
 #include "host/Command.h"
 #include "host/ExitCode.h"
@@ -17,20 +18,9 @@
 #include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
 
-#include <algorithm>
-
 namespace z7::cashflow::host {
 
 namespace {
-
-/// A name that the host may put into a statement of its own: letters, digits and "_", with a database and an owner before it.
-bool isPlainName(const std::string& name) {
-    return !name.empty() && std::count(name.begin(), name.end(), '.') <= 2 &&
-           std::all_of(name.begin(), name.end(), [](char c) {
-               return c == '.' || c == '_' || (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') ||
-                      (c >= 'A' && c <= 'Z') || static_cast<signed char>(c) < 0;
-           });
-}
 
 std::string doubledQuotes(const std::string& text) {
     std::string result;
@@ -62,7 +52,7 @@ public:
             throw Failure(exitCode::usage, HostText::badAction, {action_});
         }
         const AccountPlace place = database_.take(options, {{"TABLE", &table_}, {"OUTKEY", &key_}});
-        if (!isPlainName(table_)) {
+        if (table_.empty() || tsql::tableNameLength(table_) != table_.size()) {
             throw Failure(exitCode::usage, HostText::badTable, {table_});
         }
         const std::int16_t year = year_.year();

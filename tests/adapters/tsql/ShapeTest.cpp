@@ -56,6 +56,12 @@ TEST(Shape, refuses_what_cannot_be_told_apart) {
     };
     EXPECT_EQ(numberOf("select 'x"), 105);
     EXPECT_EQ(numberOf("select N'x''"), 105);
+    // In the key these bytes stand for literals, so no other part of a statement may hold them.
+    for (const char* text : {"select \x01", "select [a\x02]", "select \"\x01\"", "select 1 --\x02", "select 1 /*\x01*/",
+                             "select [a\x7F]"}) {
+        EXPECT_EQ(numberOf(text), 102) << text;
+    }
+    EXPECT_EQ(numberOf("select N'\x01' --\t'\r\n, [a\tb]"), 0);
     EXPECT_EQ(numberOf("select \"x"), 105);
     EXPECT_EQ(numberOf("select /* /* */"), 113);
     EXPECT_EQ(numberOf("select \x01 from t"), 102) << "the byte that stands for a number in a shape";
