@@ -19,6 +19,9 @@ SQLRETURN realDriverConnect(SQLHDBC, SQLHWND, SQLCHAR*, SQLSMALLINT, SQLCHAR*, S
 SQLRETURN realDisconnect(SQLHDBC) __asm__("__real_SQLDisconnect");
 SQLRETURN realExecDirect(SQLHSTMT, SQLCHAR*, SQLINTEGER) __asm__("__real_SQLExecDirect");
 SQLRETURN realExecute(SQLHSTMT) __asm__("__real_SQLExecute");
+SQLRETURN realPrimaryKeys(SQLHSTMT, SQLCHAR*, SQLSMALLINT, SQLCHAR*, SQLSMALLINT, SQLCHAR*,
+                          SQLSMALLINT) __asm__("__real_SQLPrimaryKeys");
+SQLRETURN realFetch(SQLHSTMT) __asm__("__real_SQLFetch");
 SQLRETURN realGetDiagRec(SQLSMALLINT, SQLHANDLE, SQLSMALLINT, SQLCHAR*, SQLINTEGER*, SQLCHAR*, SQLSMALLINT,
                          SQLSMALLINT*) __asm__("__real_SQLGetDiagRec");
 
@@ -29,20 +32,34 @@ SQLRETURN wrapDriverConnect(SQLHDBC, SQLHWND, SQLCHAR*, SQLSMALLINT, SQLCHAR*, S
 SQLRETURN wrapDisconnect(SQLHDBC) __asm__("__wrap_SQLDisconnect");
 SQLRETURN wrapExecDirect(SQLHSTMT, SQLCHAR*, SQLINTEGER) __asm__("__wrap_SQLExecDirect");
 SQLRETURN wrapExecute(SQLHSTMT) __asm__("__wrap_SQLExecute");
+SQLRETURN wrapPrimaryKeys(SQLHSTMT, SQLCHAR*, SQLSMALLINT, SQLCHAR*, SQLSMALLINT, SQLCHAR*,
+                          SQLSMALLINT) __asm__("__wrap_SQLPrimaryKeys");
+SQLRETURN wrapFetch(SQLHSTMT) __asm__("__wrap_SQLFetch");
 SQLRETURN wrapGetDiagRec(SQLSMALLINT, SQLHANDLE, SQLSMALLINT, SQLCHAR*, SQLINTEGER*, SQLCHAR*, SQLSMALLINT,
                          SQLSMALLINT*) __asm__("__wrap_SQLGetDiagRec");
 }
 
 namespace {
 
+// What a failing call is told by.
+struct Reason {
+    const char* state;
+    int number;
+    std::string_view text;
+};
+constexpr Reason lineCut{"08S01", 0, "[Cut]Communication link failure"};
+constexpr Reason deadlock{"40001", 1205, "[Cut]Transaction was deadlocked and has been chosen as the victim."};
+
 struct Wires {
     std::map<SQLHANDLE, SQLHANDLE> connectionOf; ///< of each statement
     std::set<SQLHANDLE> connected;
-    std::set<SQLHANDLE> dead;   ///< connections whose line is cut
-    std::set<SQLHANDLE> failed; ///< handles whose last call failed for that reason
-    int requestsToGo = 0;       ///< 0 where nothing is counted
+    std::set<SQLHANDLE> dead;                  ///< connections whose line is cut
+    std::map<SQLHANDLE, const Reason*> failed; ///< why the last call of a handle failed
+    int requestsToGo = 0;                      ///< 0 where nothing is counted
     Cut moment = Cut::beforeRequest;
-    bool hasCut = false;
+    bool onlyEndsTransaction = false;
+    bool fetchesCount = false;
+    bool hasHappened = false;
 };
 
 Wires& wires() {
@@ -50,15 +67,18 @@ Wires& wires() {
     return all;
 }
 
+void endTransaction(SQLHANDLE connection) {
+    SQLHANDLE statement = nullptr;
+    if (SQL_SUCCEEDED(realAllocHandle(SQL_HANDLE_STMT, connection, &statement))) {
+        char rollback[] = "ROLLBACK"; // fails where no transaction is open
+        realExecDirect(statement, reinterpret_cast<SQLCHAR*>(rollback), SQL_NTS);
+        realFreeHandle(SQL_HANDLE_STMT, statement);
+    }
+}
+
 void cutAll() {
-    wires().hasCut = true;
     for (SQLHANDLE connection : wires().connected) {
-        SQLHANDLE statement = nullptr;
-        if (SQL_SUCCEEDED(realAllocHandle(SQL_HANDLE_STMT, connection, &statement))) {
-            char rollback[] = "ROLLBACK"; // fails where no transaction is open
-            realExecDirect(statement, reinterpret_cast<SQLCHAR*>(rollback), SQL_NTS);
-            realFreeHandle(SQL_HANDLE_STMT, statement);
-        }
+        endTransaction(connection);
     }
     wires().dead = wires().connected;
 }
@@ -76,9 +96,15 @@ template <class Call> SQLRETURN request(SQLHANDLE handle, SQLHANDLE connection, 
         if (!last) {
             return answer;
         }
+        all.hasHappened = true;
+        if (all.onlyEndsTransaction) {
+            endTransaction(connection);
+            all.failed[handle] = &deadlock;
+            return SQL_ERROR;
+        }
         cutAll();
     }
-    all.failed.insert(handle);
+    all.failed[handle] = &lineCut;
     return SQL_ERROR;
 }
 
@@ -129,20 +155,34 @@ SQLRETURN wrapExecute(SQLHSTMT statement) {
     return request(statement, wires().connectionOf[statement], [&] { return realExecute(statement); });
 }
 
+SQLRETURN wrapPrimaryKeys(SQLHSTMT statement, SQLCHAR* database, SQLSMALLINT databaseLength, SQLCHAR* owner,
+                          SQLSMALLINT ownerLength, SQLCHAR* table, SQLSMALLINT tableLength) {
+    return request(statement, wires().connectionOf[statement], [&] {
+        return realPrimaryKeys(statement, database, databaseLength, owner, ownerLength, table, tableLength);
+    });
+}
+
+SQLRETURN wrapFetch(SQLHSTMT statement) {
+    return !wires().fetchesCount
+               ? realFetch(statement)
+               : request(statement, wires().connectionOf[statement], [&] { return realFetch(statement); });
+}
+
 SQLRETURN wrapGetDiagRec(SQLSMALLINT type, SQLHANDLE handle, SQLSMALLINT number, SQLCHAR* state, SQLINTEGER* native,
                          SQLCHAR* text, SQLSMALLINT room, SQLSMALLINT* length) {
-    if (!wires().failed.contains(handle)) {
+    const auto failed = wires().failed.find(handle);
+    if (failed == wires().failed.end()) {
         return realGetDiagRec(type, handle, number, state, native, text, room, length);
     }
-    constexpr std::string_view reason = "[Cut]Communication link failure";
-    if (number != 1 || room <= static_cast<SQLSMALLINT>(reason.size())) {
+    const Reason& reason = *failed->second;
+    if (number != 1 || room <= static_cast<SQLSMALLINT>(reason.text.size())) {
         return SQL_NO_DATA;
     }
-    std::memcpy(state, "08S01", 6);
-    std::memcpy(text, reason.data(), reason.size());
-    text[reason.size()] = 0;
-    *native = 0;
-    *length = static_cast<SQLSMALLINT>(reason.size());
+    std::memcpy(state, reason.state, 6);
+    std::memcpy(text, reason.text.data(), reason.text.size());
+    text[reason.text.size()] = 0;
+    *native = reason.number;
+    *length = static_cast<SQLSMALLINT>(reason.text.size());
     return SQL_SUCCESS;
 }
 
@@ -151,12 +191,21 @@ namespace z7::cashflow::desks {
 void CutCalls::cutAt(int request, Cut moment) {
     wires().requestsToGo = request;
     wires().moment = moment;
-    wires().hasCut = false;
+    wires().onlyEndsTransaction = false;
+    wires().hasHappened = false;
+}
+
+bool CutCalls::chooseVictimAt(int request) {
+    cutAt(request, Cut::beforeRequest);
+    wires().onlyEndsTransaction = true;
+    return true;
 }
 
 bool CutCalls::stopCounting() {
     wires().requestsToGo = 0;
-    return wires().hasCut;
+    return wires().hasHappened;
 }
+
+void CutCalls::countFetches(bool count) { wires().fetchesCount = count; }
 
 } // namespace z7::cashflow::desks

@@ -10,7 +10,10 @@ namespace z7::cashflow::desks {
 class CutCalls final : public Lines {
 public:
     void cutAt(int request, odbc::Cut moment) override;
+    [[nodiscard]] bool chooseVictimAt(int request) override;
     bool stopCounting() override;
+    /// Whether a row that is fetched counts as a request, as with drivers that fetch from the server. Off by default.
+    static void countFetches(bool count);
 };
 
 } // namespace z7::cashflow::desks

@@ -6,6 +6,8 @@
 #include <sqlext.h>
 
 #include <algorithm>
+#include <cmath>
+#include <cstdint>
 #include <optional>
 
 namespace z7::cashflow::odbc {
@@ -59,13 +61,22 @@ struct Parameters::Cell {
         data = &truth;
     }
     void take(Date value) {
-        const CivilTime civil = toCivil(value);
+        // The server keeps fractions of a second to about three milliseconds, and finds no record by a time without them.
+        constexpr std::int64_t dayLength = 86400000;
+        double day = 0.0;
+        const double partOfDay = std::fabs(std::modf(value.dayNumber(), &day));
+        const std::int64_t milliseconds = std::llround(partOfDay * static_cast<double>(dayLength));
+        const CivilTime civil = toCivil(Date(milliseconds == dayLength ? day + 1 : day));
+        const auto part = [&](std::int64_t unit, std::int64_t count) {
+            return static_cast<SQLUSMALLINT>(milliseconds / unit % count);
+        };
         time.year = static_cast<SQLSMALLINT>(civil.year);
         time.month = static_cast<SQLUSMALLINT>(civil.month);
         time.day = static_cast<SQLUSMALLINT>(civil.day);
-        time.hour = static_cast<SQLUSMALLINT>(civil.hour);
-        time.minute = static_cast<SQLUSMALLINT>(civil.minute);
-        time.second = static_cast<SQLUSMALLINT>(civil.second);
+        time.hour = part(3600000, 24);
+        time.minute = part(60000, 60);
+        time.second = part(1000, 60);
+        time.fraction = static_cast<SQLUINTEGER>(milliseconds % 1000) * 1000000U; // in billionths
         cType = SQL_C_TYPE_TIMESTAMP;
         sqlType = SQL_TYPE_TIMESTAMP;
         size = 23;

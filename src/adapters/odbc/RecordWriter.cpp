@@ -63,7 +63,7 @@ void RecordWriter::update(const cursor::RowSet& rows, std::size_t row, const std
     }
     std::int64_t changed = 0;
     session_->guarded([&] { changed = dialect.change(*session_, command.text, command.values); });
-    if (changed == 0) {
+    if (changed < 1) {
         throw Error(errors::recordChanged, errorSource,
                     "The record of " + target_.name +
                         " has been changed or removed by somebody else since it was read.");
@@ -89,7 +89,8 @@ std::string RecordWriter::columnName(int column) const { return columns_[static_
 
 const std::vector<int>& RecordWriter::keyColumns() {
     if (!key_) {
-        const std::vector<std::string> names = session_->dialect().key(*session_, target_, columns_);
+        std::vector<std::string> names;
+        session_->guarded([&] { names = session_->dialect().key(*session_, target_, columns_); });
         std::vector<int> key = positionsOf(names);
         if (key.empty() || key.size() != names.size()) {
             throw Error(

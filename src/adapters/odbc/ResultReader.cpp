@@ -33,9 +33,9 @@ std::string timeText(const SQL_TIMESTAMP_STRUCT& time) {
 
 } // namespace
 
-int ResultReader::columnCount(Handle statement) {
+std::optional<int> ResultReader::columnCount(Handle statement) {
     SQLSMALLINT count = 0;
-    return SQL_SUCCEEDED(SQLNumResultCols(statement, &count)) ? count : 0;
+    return SQL_SUCCEEDED(SQLNumResultCols(statement, &count)) ? std::optional<int>(count) : std::nullopt;
 }
 
 std::unique_ptr<cursor::RowSet> ResultReader::read(Handle statement, const ResultShape& shape) {
@@ -102,7 +102,9 @@ bool ResultReader::readDate(Handle statement, int position, cursor::RowSet& rows
     }
     constexpr double fractionsPerDay = 86400e9; // ODBC counts fractions of a second in billionths
     const Date date = Date::fromCivil(time.year, time.month, time.day, time.hour, time.minute, time.second);
-    rows.addDate(Date(date.dayNumber() + time.fraction / fractionsPerDay));
+    // The fraction is the time of day, on days before the first one too.
+    const double fraction = time.fraction / fractionsPerDay;
+    rows.addDate(Date(date.dayNumber() + (date.dayNumber() < 0 ? -fraction : fraction)));
     return true;
 }
 

@@ -4,6 +4,7 @@
 #include "adapters/odbc/nativeCalls.h"
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace z7::cashflow::odbc {
@@ -34,8 +35,8 @@ struct ResultShape {
 /// Reads the result on which a statement stands.
 class ResultReader {
 public:
-    /// The number of columns; 0 for a statement without a result.
-    [[nodiscard]] static int columnCount(Handle statement);
+    /// The number of columns, 0 for a statement without a result; nothing if the driver fails to tell.
+    [[nodiscard]] static std::optional<int> columnCount(Handle statement);
     /// All rows. A null pointer if the driver fails, whose reason the statement then holds.
     [[nodiscard]] std::unique_ptr<cursor::RowSet> read(Handle statement, const ResultShape& shape);
 

@@ -28,25 +28,39 @@ void requireWholeText(std::string_view text, const char* what) {
     }
 }
 
-/// Whether a text may leave its session otherwise than it was: in a transaction, in another database, with other settings.
+/// Whether a text may leave its session otherwise than it was: in a transaction, in another database, with other settings, as
+/// another user, with tables of its own.
 bool namesWhatAlters(const std::string& text) {
-    static constexpr std::array<std::string_view, 10> words = {"begin",       "commit", "rollback", "save", "tran",
-                                                               "transaction", "exec",   "execute",  "use",  "declare"};
-    bool alters = false;
-    bool updates = false;
-    bool sets = false;
+    static constexpr std::array<std::string_view, 6> beginnings = {"select", "insert", "update",
+                                                                   "delete", "drop",   "if"};
+    static constexpr std::array<std::string_view, 15> words = {
+        "begin", "commit",  "rollback", "save",    "tran",   "transaction", "exec",      "execute",
+        "use",   "declare", "revert",   "setuser", "create", "alter",       "statistics"};
+    const auto isOneOf = [](const auto& list, std::string_view word) {
+        return std::find(list.begin(), list.end(), word) != list.end();
+    };
     try {
         const tsql::Tokens tokens(text);
+        bool alters = !isOneOf(beginnings, tokens.tokens.front().lower); // any other word may be a procedure's name
+        bool updates = false;
         for (const tsql::Token& token : tokens.tokens) {
-            updates = updates || token.lower == "update";
-            sets = sets || token.lower == "set";
-            alters = alters || std::find(words.begin(), words.end(), token.lower) != words.end();
+            if (token.lower == "update") {
+                updates = true;
+            } else if (token.lower == "set") { // each update has one; any other is a setting
+                alters = alters || !updates;
+                updates = false;
+            }
+            const bool ofItsOwn = token.literal < 0 && token.lower.find('#') != std::string_view::npos;
+            alters = alters || ofItsOwn || isOneOf(words, token.lower);
         }
+        return alters;
     } catch (const Error&) { // what cannot be read may be anything
         return true;
     }
-    return alters || (sets && !updates);
 }
+
+/// Whether a driver has no such call at all.
+bool tellsMissingFeature(const Error& error) { return error.sqlState() == "IM001" || error.sqlState() == "HYC00"; }
 
 /// The error of a call that found the line cut, which not every driver says by its number and state: FreeTDS has "Unknown error"
 /// and "Unexpected EOF from the server".
@@ -153,9 +167,13 @@ Fetched Session::readResults(Handle statement, short answer, const ColumnCorrect
         if (answer != SQL_NO_DATA && !SQL_SUCCEEDED(answer)) {
             fail(SQL_HANDLE_STMT, statement);
         }
-        const int count = answer == SQL_NO_DATA || fetched.rows != nullptr ? 0 : ResultReader::columnCount(statement);
-        if (count > 0) {
-            fetched.shape = shapeOfResult(statement, count, correct, known);
+        const std::optional<int> count =
+            answer == SQL_NO_DATA || fetched.rows != nullptr ? 0 : ResultReader::columnCount(statement);
+        if (!count) {
+            fail(SQL_HANDLE_STMT, statement);
+        }
+        if (*count > 0) {
+            fetched.shape = shapeOfResult(statement, *count, correct, known);
             fetched.rows = reader_.read(statement, *fetched.shape);
             if (fetched.rows == nullptr) {
                 fail(SQL_HANDLE_STMT, statement);
@@ -208,14 +226,20 @@ std::vector<std::string> Session::primaryKey(const std::string& database, const 
     constexpr int sequenceColumn = 5;
     Handle const statement = line().freshStatement();
     std::vector<std::pair<std::int64_t, std::string>> parts;
-    if (SQL_SUCCEEDED(primaryKeys(statement, database, table))) {
-        TextReader name;
-        while (SQL_SUCCEEDED(SQLFetch(statement)) && name.read(statement, nameColumn) == TextReader::Outcome::value) {
-            SQLSMALLINT sequence = 0;
-            SQLLEN length = 0;
-            SQLGetData(statement, sequenceColumn, SQL_C_SSHORT, &sequence, 0, &length);
-            parts.emplace_back(sequence, name.text());
+    SQLRETURN answer = primaryKeys(statement, database, table);
+    if (!SQL_SUCCEEDED(answer) && !tellsMissingFeature(Failure(SQL_HANDLE_STMT, statement, options_.secrets).error())) {
+        fail(SQL_HANDLE_STMT, statement);
+    }
+    TextReader name;
+    while (SQL_SUCCEEDED(answer) && (answer = SQLFetch(statement)) != SQL_NO_DATA) {
+        SQLSMALLINT sequence = 0;
+        SQLLEN length = 0;
+        // Half a key would find more records than the one.
+        if (!SQL_SUCCEEDED(answer) || name.read(statement, nameColumn) == TextReader::Outcome::failed ||
+            !SQL_SUCCEEDED(SQLGetData(statement, sequenceColumn, SQL_C_SSHORT, &sequence, 0, &length))) {
+            fail(SQL_HANDLE_STMT, statement);
         }
+        parts.emplace_back(sequence, name.text());
     }
     line().dropStatement(); // a driver that has no such catalogue may leave anything behind
     std::sort(parts.begin(), parts.end());
@@ -261,13 +285,17 @@ void Session::noteFailureInTransaction() {
 }
 
 void Session::requireTransactionAlive() const {
+    const char* reason = nullptr;
     if (transaction_ == Transaction::gone) {
-        throw Error(
-            errors::transactionLost, errorSource,
-            lost_ ? "The line to the server was cut within the transaction, and the server rolls it back; roll it "
-                    "back here before going on."
-                  : "The server has rolled the transaction back; roll it back here before going on.",
-            "25000");
+        reason = lost_ ? "The line to the server was cut within the transaction, and the server rolls it back; roll it "
+                         "back here before going on."
+                       : "The server has rolled the transaction back; roll it back here before going on.";
+    } else if (transaction_ == Transaction::unknown) {
+        reason = "The line to the server was cut while it stored the transaction, so it may be stored or not; roll it "
+                 "back here and read what is stored before going on.";
+    }
+    if (reason != nullptr) {
+        throw Error(errors::transactionLost, errorSource, reason, "25000");
     }
 }
 
@@ -284,7 +312,17 @@ void Session::commit() {
     if (!inTransaction()) {
         throw Error(errors::noTransactionToCommit, errorSource, "There is no transaction to commit.", "25000");
     }
-    guarded([this] { dialect_->commit(*this); });
+    requireTransactionAlive();
+    try {
+        guarded([this] { dialect_->commit(*this); });
+    } catch (const Error& error) {
+        if (!lost_) {
+            throw;
+        }
+        transaction_ = Transaction::unknown;
+        throw Error(error.number(), error.source(),
+                    error.description() + " Whether the transaction was stored is not known.", error.sqlState());
+    }
     transaction_ = Transaction::none;
 }
 

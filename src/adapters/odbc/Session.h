@@ -55,7 +55,8 @@ public:
     [[nodiscard]] bool isIdle() const noexcept override;
 
 private:
-    enum class Transaction { none, open, gone };
+    /// Of a transaction that is gone the server has undone everything; it is unknown where the line was cut while it was stored.
+    enum class Transaction { none, open, gone, unknown };
     static constexpr std::size_t mostShapes = 256;
 
     [[nodiscard]] Line& line();

