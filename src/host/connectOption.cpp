@@ -1,8 +1,8 @@
 #include "host/connectOption.h"
 
+#include "adapters/cursor/ConnectionText.h"
 #include "host/ExitCode.h"
 #include "host/Failure.h"
-#include "z7cashflow/support/conversions.h"
 
 #include <filesystem>
 #include <fstream>
@@ -37,25 +37,20 @@ std::string fileText(const std::string& file) {
     return text;
 }
 
-/// Whether a keyword whose name tells of a secret has a value.
-bool holdsSecret(const std::string& connectionString) {
-    const std::string text = asciiLower(connectionString);
+} // namespace
+
+bool holdsSecret(std::string_view text) {
     for (std::size_t equals = text.find('='); equals != std::string::npos; equals = text.find('=', equals + 1)) {
         const std::size_t separator = text.find_last_of(";{", equals);
         const std::size_t start = separator == std::string::npos ? 0 : separator + 1;
-        const std::string_view keyword = std::string_view(text).substr(start, equals - start);
         const std::size_t value = text.find_first_not_of(" \t", equals + 1);
         const bool empty = value == std::string::npos || text[value] == ';';
-        for (const std::string_view word : {"pwd", "pass", "token", "secret", "credential"}) {
-            if (!empty && keyword.find(word) != std::string_view::npos) {
-                return true;
-            }
+        if (!empty && cursor::namesSecret(text.substr(start, equals - start))) {
+            return true;
         }
     }
     return false;
 }
-
-} // namespace
 
 std::string connectionStringOf(const std::string& option, bool onCommandLine) {
     const bool isFile = option.starts_with('@');

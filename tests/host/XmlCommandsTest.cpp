@@ -133,7 +133,7 @@ TEST_F(XmlCommandsTest, ImportReadsStandardInput) {
 }
 
 TEST_F(XmlCommandsTest, OutsideVouchersOfTheLedgerAndOfATableOfTheirOwn) {
-    for (const char* table : {"gl_accvouch", "sales_voucher"}) {
+    for (const char* table : {"gl_accvouch", "sales_voucher", "[sales_voucher]"}) {
         const RunResult generated = outside("generate", table, invoice, {"--json"});
         ASSERT_EQ(generated.exitCode, 0) << table << generated.err;
         const Json rows = Json::parse(generated.out);
@@ -281,7 +281,15 @@ TEST_F(XmlCommandsTest, ConnectKeepsSecretsOutOfSight) {
         EXPECT_EQ(refused.exitCode, 2) << secret;
         EXPECT_THAT(refused.err, HasSubstr("Z7CF_CONNECT"));
         EXPECT_THAT(refused.err, Not(HasSubstr("hush")));
+        const RunResult misplaced = runProgram({"rows", secret, "2024/6/2/10"});
+        EXPECT_EQ(misplaced.exitCode, 2) << secret;
+        EXPECT_THAT(misplaced.err, HasSubstr("--connect"));
+        EXPECT_THAT(misplaced.err, Not(HasSubstr("hush")));
     }
+    EXPECT_EQ(runProgram({"rows", "2024/6/2/10", "--connect", "Driver={X};AccessKey=hush"}).exitCode, 2);
+    const RunResult path = runProgram({"rows", (scratch.path() / "key=1.db").string(), "2024/6/2/10"});
+    EXPECT_EQ(path.exitCode, 3) << "a file may be called anything";
+    EXPECT_THAT(path.err, HasSubstr("key=1.db"));
     const std::string file = scratch.write("connect.txt", "Driver={No such driver};UID=u;PWD=hush").string();
     const std::string named = scratch.write("named.txt", "Driver={No such driver};Database=d;UID=u;PWD=hush").string();
     for (const auto& arguments : {std::vector<std::string>{"rows", "2024/6/2/10", "--connect", "@" + file},

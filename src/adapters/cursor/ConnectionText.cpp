@@ -4,6 +4,7 @@
 #include "z7cashflow/support/conversions.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <system_error>
 #include <utility>
@@ -102,6 +103,13 @@ int ConnectionText::number(const Part& part, int least, int most) const {
 
 void ConnectionText::refuse(const std::string& reason) const {
     throw Error(errors::badArgument, errorSource_, "The connection string cannot be used: " + reason + ".");
+}
+
+bool namesSecret(std::string_view keyword) {
+    constexpr std::array<std::string_view, 6> words = {"pwd", "pass", "token", "secret", "key", "credential"};
+    const std::string lower = asciiLower(keyword);
+    return std::any_of(words.begin(), words.end(),
+                       [&lower](std::string_view word) { return lower.find(word) != std::string::npos; });
 }
 
 std::string connectionValue(const std::string& value) {

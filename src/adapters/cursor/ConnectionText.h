@@ -34,6 +34,9 @@ private:
     std::vector<Part> parts_;
 };
 
+/// Whether a keyword, whatever its letter case, is named after a secret, such as PWD, Password or AccessToken.
+[[nodiscard]] bool namesSecret(std::string_view keyword);
+
 /// A value as it stands in a connection string: in braces if it needs them.
 [[nodiscard]] std::string connectionValue(const std::string& value);
 

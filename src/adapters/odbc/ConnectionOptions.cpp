@@ -31,15 +31,6 @@ bool takeOwn(ConnectionOptions& options, const ConnectionText& text, const Part&
     return true;
 }
 
-bool isSecret(const std::string& keyword) {
-    for (const std::string_view word : {"pwd", "pass", "token", "secret", "key", "credential"}) {
-        if (keyword.find(word) != std::string::npos) {
-            return true;
-        }
-    }
-    return false;
-}
-
 void add(ConnectionOptions& options, const std::string& source) {
     options.driverText += (options.driverText.empty() ? "" : ";") + source;
 }
@@ -63,7 +54,7 @@ void takeDriverPart(ConnectionOptions& options, const Part& part) {
     if (part.keyword == "driver") {
         options.driver = part.value;
     }
-    if (isSecret(part.keyword) && !part.value.empty()) {
+    if (cursor::namesSecret(part.keyword) && !part.value.empty()) {
         options.secrets.push_back(part.value);
         const std::size_t value = part.source.find_first_not_of(" \t\r\n", part.source.find('=') + 1);
         if (part.source.substr(value) != part.value) {

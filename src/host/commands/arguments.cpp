@@ -2,6 +2,7 @@
 
 #include "host/ExitCode.h"
 #include "host/Failure.h"
+#include "host/connectOption.h"
 
 #include <CLI/CLI.hpp>
 
@@ -12,6 +13,10 @@ void DatabaseArgument::declare(CLI::App& command, Language language) {
 }
 
 AccountPlace DatabaseArgument::take(const GlobalOptions& options, const std::vector<Word>& behind) {
+    // A connection string in the place of a file would stand in the message about it.
+    if (file.find(';') != std::string::npos && holdsSecret(file)) {
+        throw Failure(exitCode::usage, HostText::connectSecret);
+    }
     const bool oneLess = behind.empty() ? file.empty() : behind.back().text->empty();
     const bool connected = !options.connect.empty() && (options.connectGiven || oneLess);
     if (connected) {
