@@ -3,6 +3,7 @@
 #include "host/CsvReader.h"
 #include "host/ExitCode.h"
 #include "host/Failure.h"
+#include "host/joined.h"
 #include "host/sampleData.h"
 #include "z7cashflow/support/conversions.h"
 
@@ -37,12 +38,34 @@ HostText reasonText(CsvError::Kind kind) noexcept {
     return HostText::csvUnreadable;
 }
 
-std::string joined(const std::vector<std::string>& names) {
-    std::string list;
-    for (const std::string& name : names) {
-        list += (list.empty() ? "" : ", ") + name;
+/// What each kind of refusal says; its places are the kind's arguments.
+HostText reasonText(cursor::LoadError::Kind kind) noexcept {
+    using Kind = cursor::LoadError::Kind;
+    switch (kind) {
+    case Kind::unknownColumn:
+        return HostText::csvUnknownColumn;
+    case Kind::columnTwice:
+        return HostText::csvColumnTwice;
+    case Kind::columnMissing:
+        return HostText::csvColumnMissing;
+    case Kind::wrongCount:
+        return HostText::csvWrongCount;
+    case Kind::noValue:
+        return HostText::csvNoValue;
+    case Kind::noTruth:
+        return HostText::csvNoTruth;
+    case Kind::noWhole:
+        return HostText::csvNoWhole;
+    case Kind::noNumber:
+        return HostText::csvNoNumber;
+    case Kind::noDate:
+        return HostText::csvNoDate;
+    case Kind::tooLong:
+        return HostText::csvTextTooLong;
+    case Kind::refused:
+        break;
     }
-    return list;
+    return HostText::csvRefused;
 }
 
 /// Loads one file. The first record becomes the column names, all others rows.
@@ -59,10 +82,14 @@ public:
         }
         try {
             readCsv(*stream, [this](const CsvRecord& record) {
-                if (loader_) {
-                    addRecord(record);
-                } else {
-                    readHeading(record);
+                try {
+                    if (loader_) {
+                        addRecord(record);
+                    } else {
+                        readHeading(record);
+                    }
+                } catch (const cursor::LoadError& error) {
+                    refuse(record.line, error);
                 }
             });
         } catch (const CsvError& error) {
@@ -79,63 +106,38 @@ private:
         throw Failure(exitCode::usage, HostText::csvAt, {file_.shownName, std::to_string(line), reason});
     }
 
-    [[noreturn]] void refuse(std::size_t line, const std::string& column, const std::string& reason) const {
-        throw Failure(exitCode::usage, HostText::csvAtColumn, {file_.shownName, std::to_string(line), column, reason});
+    [[noreturn]] void refuse(std::size_t line, const cursor::LoadError& error) const {
+        const std::string reason = hostText(language_, reasonText(error.kind()), error.arguments());
+        if (error.column().empty()) {
+            refuse(line, reason);
+        }
+        throw Failure(exitCode::usage, HostText::csvAtColumn,
+                      {file_.shownName, std::to_string(line), error.column(), reason});
     }
 
     void readHeading(const CsvRecord& record) {
-        const std::vector<cursor::TableColumn> known = tables_.columns(file_.table);
-        std::set<std::string> named;
+        std::vector<std::string> columns;
         for (std::size_t i = 0; i < record.fields.size(); ++i) {
             if (!record.fields[i] || record.fields[i]->empty()) {
                 refuse(record.line, hostText(language_, HostText::csvNoName, {std::to_string(i + 1)}));
             }
-            const std::string& name = *record.fields[i];
-            const bool isKnown = std::any_of(known.begin(), known.end(), [&name](const cursor::TableColumn& column) {
-                return asciiLower(column.name) == asciiLower(name);
-            });
-            if (!isKnown) {
-                refuse(record.line, name, hostText(language_, HostText::csvUnknownColumn, {file_.table}));
-            }
-            if (!named.insert(asciiLower(name)).second) {
-                refuse(record.line, name, hostText(language_, HostText::csvColumnTwice));
-            }
-            columns_.push_back(name);
+            columns.push_back(*record.fields[i]);
         }
-        for (const cursor::TableColumn& column : known) {
-            if (!column.nullable && !column.hasDefault && !named.contains(asciiLower(column.name))) {
-                refuse(record.line, hostText(language_, HostText::csvColumnMissing, {column.name}));
-            }
-        }
-        loader_ = tables_.loader(file_.table, columns_);
+        loader_ = tables_.loader(file_.table, columns);
     }
 
     void addRecord(const CsvRecord& record) {
         if (stopRequested_()) {
             throw Interrupted();
         }
-        const std::size_t given = record.fields.size();
-        if (given != columns_.size()) {
-            refuse(record.line,
-                   hostText(language_, given > columns_.size() ? HostText::csvTooManyFields : HostText::csvTooFewFields,
-                            {std::to_string(given), std::to_string(columns_.size())}));
-        }
         values_.assign(record.fields.begin(), record.fields.end());
-        try {
-            loader_->add(values_);
-        } catch (const cursor::LoadError& error) {
-            if (error.column().empty()) {
-                refuse(record.line, error.reason());
-            }
-            refuse(record.line, error.column(), error.reason());
-        }
+        loader_->add(values_);
     }
 
     cursor::LoadableTables& tables_;
     const TableFile& file_;
     Language language_;
     const std::function<bool()>& stopRequested_;
-    std::vector<std::string> columns_;
     std::vector<std::optional<std::string_view>> values_;
     std::unique_ptr<cursor::TableLoader> loader_;
 };
@@ -202,9 +204,9 @@ LoadedTables loadTableFiles(Connection& connection, cursor::LoadableTables& tabl
     for (const TableFile& file : files) {
         const auto isThis = [&file](const std::string& table) { return asciiLower(table) == asciiLower(file.table); };
         if (std::none_of(names.begin(), names.end(), isThis)) {
-            throw Failure(
-                exitCode::usage, HostText::csvAt,
-                {file.shownName, "1", hostText(language, HostText::csvUnknownTable, {file.table, joined(names)})});
+            throw Failure(exitCode::usage, HostText::csvAt,
+                          {file.shownName, "1",
+                           hostText(language, HostText::csvUnknownTable, {file.table, joined(names, ", ")})});
         }
         if (!seen.insert(asciiLower(file.table)).second) {
             throw Failure(exitCode::usage, HostText::csvAt,

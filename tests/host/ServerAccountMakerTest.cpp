@@ -168,7 +168,7 @@ TEST_F(ServerAccountMakerTest, ABadFileIsRefusedWithItsPlace) {
     EXPECT_EQ(refusal(exitCode::usage, {fileWith("dsign", "isignseq,nosuch\n1,2\n")}),
               "dsign.csv, line 1, column nosuch: table \"dsign\" has no such column");
     EXPECT_EQ(refusal(exitCode::usage, {fileWith("dsign", "csign\n收\n")}),
-              "dsign.csv, line 1: the required column \"isignseq\" is missing");
+              "dsign.csv, line 1, column isignseq: the column is required and is not there");
     EXPECT_EQ(refusal(exitCode::usage, {fileWith("dsign", "isignseq\n70000\n")}),
               "dsign.csv, line 2, column isignseq: \"70000\" is not a whole number from -32768 to 32767");
     EXPECT_EQ(refusal(exitCode::usage, {fileWith("fitemss98", "citemcode\n" + std::string(41, 'x') + "\n")}),
@@ -178,7 +178,7 @@ TEST_F(ServerAccountMakerTest, ABadFileIsRefusedWithItsPlace) {
     EXPECT_THAT(refusal(exitCode::usage, {fileWith("gl_v_code", "ccode\n1\n")}), HasSubstr("no table \"gl_v_code\""));
     server.refusedRows.insert("7");
     EXPECT_EQ(refusal(exitCode::usage, {fileWith("fitemss98", "citemcode\n1\n7\n")}),
-              "fitemss98.csv, line 3: Violation of PRIMARY KEY constraint.");
+              "fitemss98.csv, line 3: the database refuses the row: Violation of PRIMARY KEY constraint.");
 }
 
 TEST_F(ServerAccountMakerTest, ABadFileLeavesNoNewDatabaseBehind) {

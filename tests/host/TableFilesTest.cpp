@@ -30,7 +30,7 @@ protected:
 
     LoadedTables load() {
         sqlite::AccountTables tables(connection);
-        return loadTableFiles(connection, tables, tableFilesOfFolder(scratch.path() / "csv"), Language::english,
+        return loadTableFiles(connection, tables, tableFilesOfFolder(scratch.path() / "csv"), language,
                               [this] { return stop; });
     }
 
@@ -44,7 +44,7 @@ protected:
             load();
         } catch (const Failure& failure) {
             EXPECT_EQ(failure.exitCode(), exitCode::usage);
-            const std::string message = failure.message(Language::english);
+            const std::string message = failure.message(language);
             const std::string folder = (scratch.path() / "csv/").string();
             EXPECT_THAT(message, StartsWith(folder));
             return message.substr(folder.size());
@@ -60,6 +60,7 @@ protected:
 
     ScratchFolder scratch;
     sqlite::Connection connection;
+    Language language = Language::english;
     bool stop = false;
 };
 
@@ -107,7 +108,8 @@ TEST_F(TableFilesTest, ToleratesNoMistakeInTheHeading) {
               "dsign.csv, line 1, column kind: table \"dsign\" has no such column");
     EXPECT_EQ(refusalOf("dsign.csv", "isignseq,csign,ISignSeq\n"),
               "dsign.csv, line 1, column ISignSeq: the column is named twice");
-    EXPECT_EQ(refusalOf("dsign.csv", "csign\n"), "dsign.csv, line 1: the required column \"isignseq\" is missing");
+    EXPECT_EQ(refusalOf("dsign.csv", "csign\n"),
+              "dsign.csv, line 1, column isignseq: the column is required and is not there");
     EXPECT_EQ(refusalOf("dsign.csv", "isignseq,,csign\n"), "dsign.csv, line 1: column name 2 is empty");
     EXPECT_EQ(refusalOf("dsign.csv", ""),
               "dsign.csv, line 1: the first line must name the columns, but the file is empty");
@@ -117,11 +119,32 @@ TEST_F(TableFilesTest, ToleratesNoMistakeInTheHeading) {
             "dsign; drop table code.csv, line 1: the database has no table \"dsign; drop table code\"; tables are "));
 }
 
+TEST_F(TableFilesTest, WordsEveryReasonInTheUsersLanguage) {
+    const std::string head = "iyear,ccode,ccode_name,bend\n";
+    const std::string line = "code.csv 第 2 行";
+    language = Language::chinese;
+    EXPECT_EQ(refusalOf("code.csv", "iyear,ccode,kind\n"), "code.csv 第 1 行 kind 列：表“code”没有此列");
+    EXPECT_EQ(refusalOf("code.csv", "iyear,ccode,CCODE\n"), "code.csv 第 1 行 CCODE 列：列名出现了两次");
+    EXPECT_EQ(refusalOf("code.csv", "iyear\n"), "code.csv 第 1 行 ccode 列：缺少这个必需的列");
+    EXPECT_EQ(refusalOf("code.csv", head + "2024,1001\n"), line + "：字段有 2 个，而列名有 4 个");
+    EXPECT_EQ(refusalOf("code.csv", head + "2O24,1001,x,1\n"), line + " iyear 列：“2O24”不是 -32768 至 32767 的整数");
+    EXPECT_EQ(refusalOf("code.csv", head + ",1001,x,1\n"), line + " iyear 列：此列必须有值");
+    EXPECT_EQ(refusalOf("code.csv", head + "2024,1001,x,maybe\n"), line + " bend 列：“maybe”不是 0、1、true 或 false");
+    const std::string name(121, 'x');
+    EXPECT_EQ(refusalOf("code.csv", head + "2024,1001," + name + ",1\n"),
+              line + " ccode_name 列：“" + name.substr(0, 60) + "”超过 120 个字符");
+    EXPECT_THAT(refusalOf("code.csv", head + "2024,1001,x,1\n2024,1001,y,1\n"),
+                StartsWith("code.csv 第 3 行：数据库拒绝这一行："));
+    EXPECT_EQ(refusalOf("GL_CashItemDataSource.csv", "iyear,cDataSource,bdir,dStartDate\n2024,1001,1,31.01.2024\n"),
+              "GL_CashItemDataSource.csv 第 2 行 dStartDate 列：“31.01.2024”不是日期（年份在前）");
+    EXPECT_EQ(refusalOf("gl_accvouch.csv", "iyear,iperiod,isignseq,ino_id,inid,ccode,md\n2024,1,1,1,1,1001,\"1,5\"\n"),
+              "gl_accvouch.csv 第 2 行 md 列：“1,5”不是数字（不能有千位分隔符）");
+}
+
 TEST_F(TableFilesTest, WantsAsManyFieldsAsColumns) {
     EXPECT_EQ(refusalOf("dsign.csv", "isignseq,csign\n1,a\n2,b,c\n"),
-              "dsign.csv, line 3: there are 3 fields but only 2 column names");
-    EXPECT_EQ(refusalOf("dsign.csv", "isignseq,csign\n1\n"),
-              "dsign.csv, line 2: there are only 1 fields for 2 column names");
+              "dsign.csv, line 3: fields: 3, but column names: 2");
+    EXPECT_EQ(refusalOf("dsign.csv", "isignseq,csign\n1\n"), "dsign.csv, line 2: fields: 1, but column names: 2");
 }
 
 TEST_F(TableFilesTest, TellsWhatIsNoCsv) {

@@ -11,26 +11,63 @@ namespace {
 
 constexpr int badRow = 8114;
 
-std::string describe(const TableColumn& column) {
+/// The reason in English.
+std::string sentence(LoadError::Kind kind, const std::vector<std::string>& arguments) {
+    using Kind = LoadError::Kind;
+    switch (kind) {
+    case Kind::unknownColumn:
+        return "the table has no such column";
+    case Kind::columnTwice:
+        return "the column is named twice";
+    case Kind::columnMissing:
+        return "the column must have a value and is not there";
+    case Kind::wrongCount:
+        return "the row has " + arguments.at(0) + " values for " + arguments.at(1) + " columns";
+    case Kind::noValue:
+        return "the column must have a value";
+    case Kind::noTruth:
+        return "\"" + arguments.at(0) + "\" is not 0, 1, true or false";
+    case Kind::noWhole:
+        return "\"" + arguments.at(0) + "\" is not a whole number from " + arguments.at(1) + " to " + arguments.at(2);
+    case Kind::noNumber:
+        return "\"" + arguments.at(0) + "\" is not a number, written without thousands commas";
+    case Kind::noDate:
+        return "\"" + arguments.at(0) + "\" is not a date, written year first";
+    case Kind::tooLong:
+        return "\"" + arguments.at(0) + "\" is not a text of at most " + arguments.at(1) + " characters";
+    case Kind::refused:
+        break;
+    }
+    return arguments.at(0);
+}
+
+/// What a text that is no value of a column should have been.
+struct Wanted {
+    LoadError::Kind kind;
+    std::vector<std::string> arguments{}; ///< those behind the text itself
+};
+
+Wanted wanted(const TableColumn& column) {
+    using Kind = LoadError::Kind;
     switch (column.type) {
     case ColumnType::boolean:
-        return "0, 1, true or false";
+        return {Kind::noTruth};
     case ColumnType::byte:
-        return "a whole number from 0 to 255";
+        return {Kind::noWhole, {"0", "255"}};
     case ColumnType::int16:
-        return "a whole number from -32768 to 32767";
+        return {Kind::noWhole, {"-32768", "32767"}};
     case ColumnType::int32:
-        return "a whole number from -2147483648 to 2147483647";
+        return {Kind::noWhole, {"-2147483648", "2147483647"}};
     case ColumnType::real:
     case ColumnType::money:
-        return "a number, written without thousands commas";
+        return {Kind::noNumber};
     case ColumnType::date:
-        return "a date, written year first";
+        return {Kind::noDate};
     case ColumnType::text:
     case ColumnType::any:
         break;
     }
-    return "a text of at most " + std::to_string(column.length) + " characters";
+    return {Kind::tooLong, {std::to_string(column.length)}};
 }
 
 bool isWhole(ColumnType type) {
@@ -72,9 +109,11 @@ std::optional<Variant> columnValue(const TableColumn& column, std::string_view t
 
 } // namespace
 
-LoadError::LoadError(std::string source, const std::string& table, std::string column, std::string reason)
-    : Error(badRow, std::move(source), table + (column.empty() ? "" : "." + column) + ": " + reason, "22018"),
-      column_(std::move(column)), reason_(std::move(reason)) {}
+LoadError::LoadError(std::string source, const std::string& table, std::string column, Kind kind,
+                     std::vector<std::string> arguments)
+    : Error(badRow, std::move(source), table + (column.empty() ? "" : "." + column) + ": " + sentence(kind, arguments),
+            "22018"),
+      column_(std::move(column)), kind_(kind), arguments_(std::move(arguments)) {}
 
 TableLoader::TableLoader(std::string source, std::string table, const std::vector<TableColumn>& known,
                          const std::vector<std::string>& columns)
@@ -85,18 +124,18 @@ TableLoader::TableLoader(std::string source, std::string table, const std::vecto
             return asciiLower(column.name) == asciiLower(name);
         });
         if (found == known.end()) {
-            refuse(name, "the table has no such column");
+            refuse(LoadError::Kind::unknownColumn, name, {table_});
         }
         const auto position = static_cast<std::size_t>(found - known.begin());
         if (named[position]) {
-            refuse(name, "the column is named twice");
+            refuse(LoadError::Kind::columnTwice, name);
         }
         named[position] = true;
         columns_.push_back(*found);
     }
     for (std::size_t i = 0; i < named.size(); ++i) {
         if (!named[i] && !known[i].nullable && !known[i].hasDefault) {
-            refuse(known[i].name, "the column must have a value and is not there");
+            refuse(LoadError::Kind::columnMissing, known[i].name);
         }
     }
     values_.resize(columns_.size());
@@ -104,21 +143,22 @@ TableLoader::TableLoader(std::string source, std::string table, const std::vecto
 
 void TableLoader::add(const std::vector<std::optional<std::string_view>>& values) {
     if (values.size() != columns_.size()) {
-        refuse({}, "the row has " + std::to_string(values.size()) + " values for " + std::to_string(columns_.size()) +
-                       " columns");
+        refuse(LoadError::Kind::wrongCount, {}, {std::to_string(values.size()), std::to_string(columns_.size())});
     }
     for (std::size_t i = 0; i < values.size(); ++i) {
         const TableColumn& column = columns_[i];
         if (!values[i]) {
             if (!column.nullable) {
-                refuse(column.name, "the column must have a value");
+                refuse(LoadError::Kind::noValue, column.name);
             }
             values_[i] = Variant();
             continue;
         }
         auto value = columnValue(column, *values[i]);
         if (!value) {
-            refuse(column.name, "\"" + std::string(leftCharacters(*values[i], 60)) + "\" is not " + describe(column));
+            Wanted reason = wanted(column);
+            reason.arguments.emplace(reason.arguments.begin(), leftCharacters(*values[i], 60));
+            refuse(reason.kind, column.name, std::move(reason.arguments));
         }
         values_[i] = std::move(*value);
     }
@@ -126,8 +166,10 @@ void TableLoader::add(const std::vector<std::optional<std::string_view>>& values
     ++count_;
 }
 
-void TableLoader::refuse(std::string column, std::string reason) const {
-    throw LoadError(source_, table_, std::move(column), std::move(reason));
+void TableLoader::refuse(LoadError::Kind kind, const std::string& column, std::vector<std::string> arguments) const {
+    throw LoadError(source_, table_, column, kind, std::move(arguments));
 }
+
+void TableLoader::refuseRow(const std::string& reason) const { refuse(LoadError::Kind::refused, {}, {reason}); }
 
 } // namespace z7::cashflow::cursor

@@ -22,16 +22,35 @@ struct TableColumn {
     bool hasDefault = false; ///< whether a value comes by itself for a row that does not name the column
 };
 
-/// Why a row cannot be taken. The description names table and column, the reason is the bare sentence.
+/// Why a row, or the columns that rows are to give, cannot be taken. The description names table and column and tells the reason in
+/// English; a program that speaks to people words the reason by its kind, with what the sentence speaks of.
 class LoadError : public Error {
 public:
-    LoadError(std::string source, const std::string& table, std::string column, std::string reason);
+    enum class Kind {
+        unknownColumn, ///< the table, which it names, has no such column
+        columnTwice,   ///< the column is named twice
+        columnMissing, ///< the column must have a value and is not named
+        wrongCount,    ///< so many values for so many columns
+        noValue,       ///< the column must have a value
+        noTruth,       ///< this is not 0, 1, true or false
+        noWhole,       ///< this is no whole number from here to there
+        noNumber,      ///< this is no number
+        noDate,        ///< this is no date
+        tooLong,       ///< this is longer than so many characters
+        refused        ///< the database refuses the row with these words
+    };
+    LoadError(std::string source, const std::string& table, std::string column, Kind kind,
+              std::vector<std::string> arguments);
+    [[nodiscard]] Kind kind() const noexcept { return kind_; }
+    /// The column as it was named; empty for wrongCount and refused.
     [[nodiscard]] const std::string& column() const noexcept { return column_; }
-    [[nodiscard]] const std::string& reason() const noexcept { return reason_; }
+    /// What the sentence speaks of, in the order of the kind's description. A value is cut off behind 60 characters.
+    [[nodiscard]] const std::vector<std::string>& arguments() const noexcept { return arguments_; }
 
 private:
     std::string column_;
-    std::string reason_;
+    Kind kind_;
+    std::vector<std::string> arguments_;
 };
 
 /// Puts rows of texts into one table, each value converted to its column's type. It works inside the caller's transaction, if
@@ -43,8 +62,8 @@ public:
     virtual ~TableLoader() = default;
 
     /// Adds one row; nothing stands for null. Numbers are read strictly and without thousands commas, dates year first, bits as 0, 1,
-    /// true or false. LoadError if the number of values is wrong (its column is then empty), a value does not fit its
-    /// column, or the database refuses the row, such as for a key that is there already.
+    /// true or false. LoadError if the number of values is wrong, a value does not fit its column, or the database refuses the
+    /// row, such as for a key that is there already.
     void add(const std::vector<std::optional<std::string_view>>& values);
     /// The number of rows that were added.
     [[nodiscard]] std::int64_t count() const noexcept { return count_; }
@@ -58,11 +77,14 @@ protected:
     [[nodiscard]] const std::string& table() const noexcept { return table_; }
     /// The named columns in their order.
     [[nodiscard]] const std::vector<TableColumn>& columns() const noexcept { return columns_; }
-    [[noreturn]] void refuse(std::string column, std::string reason) const;
+    /// Raises the LoadError of a row that the database refuses, with its words.
+    [[noreturn]] void refuseRow(const std::string& reason) const;
 
 private:
-    /// Writes one row, a value for each column. An Error of the database, or LoadError (refuse) if it refuses this row.
+    /// Writes one row, a value for each column. An Error of the database, or LoadError (refuseRow) if it refuses this row.
     virtual void insert(const std::vector<Variant>& values) = 0;
+    [[noreturn]] void refuse(LoadError::Kind kind, const std::string& column,
+                             std::vector<std::string> arguments = {}) const;
 
     std::string source_;
     std::string table_;
@@ -79,9 +101,8 @@ public:
     /// The tables (views are none) of the account's database and of the system database, by their plain names, in the order of the
     /// alphabet.
     [[nodiscard]] virtual std::vector<std::string> names() = 0;
-    /// The columns of one of them in their order. Error 208 if there is no such table.
-    [[nodiscard]] virtual std::vector<TableColumn> columns(const std::string& table) = 0;
-    /// A loader for some columns of one of them; errors as for columns and TableLoader's constructor.
+    /// A loader for some columns of one of them. Error 208 if there is no such table, LoadError if a column is unknown or named
+    /// twice, or if one that must have a value is not named.
     [[nodiscard]] virtual std::unique_ptr<TableLoader> loader(const std::string& table,
                                                               const std::vector<std::string>& columns) = 0;
 };

@@ -92,7 +92,7 @@ private:
             if (!concernsRow(error)) {
                 throw;
             }
-            refuse({}, error.description());
+            refuseRow(error.description());
         }
     }
 
@@ -128,8 +128,6 @@ std::vector<std::string> AccountTables::names() {
               [](const std::string& a, const std::string& b) { return asciiLower(a) < asciiLower(b); });
     return names;
 }
-
-std::vector<cursor::TableColumn> AccountTables::columns(const std::string& table) { return find(table).columns; }
 
 std::unique_ptr<cursor::TableLoader> AccountTables::loader(const std::string& table,
                                                            const std::vector<std::string>& columns) {

@@ -19,7 +19,6 @@ public:
     explicit AccountTables(Connection& connection) : connection_(connection) {}
 
     [[nodiscard]] std::vector<std::string> names() override;
-    [[nodiscard]] std::vector<cursor::TableColumn> columns(const std::string& table) override;
     /// Numbers that a table would give by itself are taken from the rows if they name that column. Of such tables only the one
     /// whose loader was made last can be filled.
     [[nodiscard]] std::unique_ptr<cursor::TableLoader> loader(const std::string& table,

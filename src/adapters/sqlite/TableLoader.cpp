@@ -99,16 +99,11 @@ void TableLoader::insert(const std::vector<Variant>& values) {
         if ((error.number() & 0xFF) != SQLITE_CONSTRAINT) {
             throw;
         }
-        refuse({}, error.description());
+        refuseRow(error.description());
     }
 }
 
 std::vector<std::string> AccountTables::names() { return tableNames(connection_); }
-
-std::vector<cursor::TableColumn> AccountTables::columns(const std::string& table) {
-    const std::vector<TableColumn> columns = tableColumns(connection_, table);
-    return {columns.begin(), columns.end()};
-}
 
 std::unique_ptr<cursor::TableLoader> AccountTables::loader(const std::string& table,
                                                            const std::vector<std::string>& columns) {

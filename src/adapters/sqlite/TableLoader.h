@@ -49,7 +49,6 @@ public:
     explicit AccountTables(Connection& connection) : connection_(connection) {}
 
     [[nodiscard]] std::vector<std::string> names() override;
-    [[nodiscard]] std::vector<cursor::TableColumn> columns(const std::string& table) override;
     [[nodiscard]] std::unique_ptr<cursor::TableLoader> loader(const std::string& table,
                                                               const std::vector<std::string>& columns) override;
 

@@ -13,16 +13,17 @@ using conformance::errorOf;
 
 class TableLoaderTest : public ::testing::Test {
 protected:
+    using Kind = LoadError::Kind;
     void SetUp() override { connection_ = database_.open(); }
-    template <class Action> static std::pair<std::string, std::string> refusal(Action&& action) {
+    /// The refusal that an action ends in.
+    template <class Action> static LoadError refusal(Action&& action) {
         try {
             action();
         } catch (const LoadError& error) {
-            EXPECT_NE(error.description().find(error.reason()), std::string::npos);
-            return {error.column(), error.reason()};
+            return error;
         }
         ADD_FAILURE() << "no error came out";
-        return {};
+        return {"", "", "", Kind::refused, {""}};
     }
     EmbeddedDatabase database_;
     std::unique_ptr<Connection> connection_;
@@ -63,34 +64,63 @@ TEST_F(TableLoaderTest, loads_rows) {
     EXPECT_EQ(connection_->Execute("select * from zqsystem..ua_period")->RecordCount(), 1);
 }
 
+TEST_F(TableLoaderTest, tells_a_wrong_column) {
+    const LoadError unknown = refusal([&] { TableLoader(*connection_, "code", {"iyear", "nosuch"}); });
+    EXPECT_EQ(unknown.kind(), Kind::unknownColumn);
+    EXPECT_EQ(unknown.column(), "nosuch");
+    EXPECT_EQ(unknown.arguments(), std::vector<std::string>{"code"});
+    EXPECT_EQ(unknown.description(), "code.nosuch: the table has no such column");
+    const LoadError twice = refusal([&] { TableLoader(*connection_, "code", {"iyear", "ccode", "IYEAR"}); });
+    EXPECT_EQ(twice.kind(), Kind::columnTwice);
+    EXPECT_EQ(twice.column(), "IYEAR");
+    const LoadError missing = refusal([&] { TableLoader(*connection_, "code", {"iyear"}); });
+    EXPECT_EQ(missing.kind(), Kind::columnMissing);
+    EXPECT_EQ(missing.column(), "ccode");
+}
+
 TEST_F(TableLoaderTest, tells_column_and_reason) {
-    EXPECT_EQ(refusal([&] { TableLoader(*connection_, "code", {"iyear", "nosuch"}); }).first, "nosuch");
-    EXPECT_EQ(refusal([&] { TableLoader(*connection_, "code", {"iyear", "ccode", "IYEAR"}); }).first, "IYEAR");
-    EXPECT_EQ(refusal([&] { TableLoader(*connection_, "code", {"iyear"}); }).first, "ccode");
     TableLoader loader(*connection_, "code", {"iyear", "ccode", "bend", "ccode_name"});
     const std::string longName(121, 'x');
-    for (const auto& [row, column] : std::vector<std::pair<std::vector<std::optional<std::string_view>>, std::string>>{
-             {{"2013", "1", "1"}, ""},
-             {{"20x3", "1", "1", "n"}, "iyear"},
-             {{"2,013", "1", "1", "n"}, "iyear"},
-             {{"2013.5", "1", "1", "n"}, "iyear"},
-             {{"40000", "1", "1", "n"}, "iyear"},
-             {{"", "1", "1", "n"}, "iyear"},
-             {{std::nullopt, "1", "1", "n"}, "iyear"},
-             {{"2013", "1", "2", "n"}, "bend"},
-             {{"2013", "1", "yes", "n"}, "bend"},
-             {{"2013", "1", "1", longName}, "ccode_name"}}) {
-        const auto [name, reason] = refusal([&, r = row] { loader.add(r); });
-        EXPECT_EQ(name, column) << reason;
-        EXPECT_FALSE(reason.empty());
+    struct Case {
+        std::vector<std::optional<std::string_view>> row;
+        std::string column;
+        Kind kind;
+        std::vector<std::string> arguments;
+    };
+    const std::string least = "-32768";
+    const std::string greatest = "32767";
+    for (const Case& bad : std::vector<Case>{
+             {{"2013", "1", "1"}, "", Kind::wrongCount, {"3", "4"}},
+             {{"20x3", "1", "1", "n"}, "iyear", Kind::noWhole, {"20x3", least, greatest}},
+             {{"2,013", "1", "1", "n"}, "iyear", Kind::noWhole, {"2,013", least, greatest}},
+             {{"2013.5", "1", "1", "n"}, "iyear", Kind::noWhole, {"2013.5", least, greatest}},
+             {{"40000", "1", "1", "n"}, "iyear", Kind::noWhole, {"40000", least, greatest}},
+             {{"", "1", "1", "n"}, "iyear", Kind::noWhole, {"", least, greatest}},
+             {{std::nullopt, "1", "1", "n"}, "iyear", Kind::noValue, {}},
+             {{"2013", "1", "2", "n"}, "bend", Kind::noTruth, {"2"}},
+             {{"2013", "1", "yes", "n"}, "bend", Kind::noTruth, {"yes"}},
+             {{"2013", "1", "1", longName}, "ccode_name", Kind::tooLong, {std::string(60, 'x'), "120"}}}) {
+        const LoadError error = refusal([&] { loader.add(bad.row); });
+        EXPECT_EQ(error.column(), bad.column) << error.description();
+        EXPECT_EQ(error.kind(), bad.kind) << error.description();
+        EXPECT_EQ(error.arguments(), bad.arguments) << error.description();
+        for (const std::string& argument : bad.arguments) {
+            EXPECT_NE(error.description().find(argument), std::string::npos) << error.description();
+        }
     }
     EXPECT_EQ(loader.count(), 0);
     loader.add({"2013", "1", "TRUE", "n"});
-    const auto [name, reason] = refusal([&] { loader.add({"2013", "1", "0", "m"}); });
-    EXPECT_NE(reason.find("UNIQUE"), std::string::npos);
+    const LoadError again = refusal([&] { loader.add({"2013", "1", "0", "m"}); });
+    EXPECT_EQ(again.kind(), Kind::refused);
+    EXPECT_EQ(again.column(), "");
+    EXPECT_NE(again.arguments().at(0).find("UNIQUE"), std::string::npos);
     EXPECT_EQ(loader.count(), 1);
     TableLoader dates(*connection_, "zqsystem..ua_period", {"cacc_id", "iyear", "iid", "dbegin", "dend"});
-    EXPECT_EQ(refusal([&] { dates.add({"1", "2013", "1", "2013-02-30", "2013-03-01"}); }).first, "dbegin");
+    const LoadError date = refusal([&] { dates.add({"1", "2013", "1", "2013-02-30", "2013-03-01"}); });
+    EXPECT_EQ(date.column(), "dbegin");
+    EXPECT_EQ(date.kind(), Kind::noDate);
+    TableLoader amounts(*connection_, "gl_accvouch", {"iyear", "iperiod", "isignseq", "ino_id", "inid", "ccode", "md"});
+    EXPECT_EQ(refusal([&] { amounts.add({"2013", "1", "2", "5", "1", "1001", "1,000"}); }).kind(), Kind::noNumber);
 }
 
 TEST_F(TableLoaderTest, works_inside_the_callers_transaction) {

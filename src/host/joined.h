@@ -1,0 +1,20 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace z7::cashflow::host {
+
+/// Words of a range, one behind the other with a separator between them.
+template <class Words> [[nodiscard]] std::string joined(const Words& words, std::string_view separator) {
+    std::string text;
+    for (const auto& word : words) {
+        if (!text.empty()) {
+            text += separator;
+        }
+        text += word;
+    }
+    return text;
+}
+
+} // namespace z7::cashflow::host
