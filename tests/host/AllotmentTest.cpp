@@ -1,13 +1,10 @@
 #include "host/Allotment.h"
 
-#include "host/databaseFailure.h"
-#include "host/jsonText.h"
 #include "z7cashflow/model/CashFlowCollection.h"
 #include "z7cashflow/model/modPublic.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <nlohmann/json.hpp>
 
 namespace z7::cashflow::host {
 namespace {
@@ -195,64 +192,6 @@ TEST_F(AllotmentTest, TheYearOfOneVoucherDoesNotReachTheNext) {
     Allotment allotment(connection, provider, true);
     run(allotment, 2);
     EXPECT_THAT(years, ElementsAre(2024, 2024));
-}
-
-TEST(DatabaseFailure, IsTheDatabaseAndNotTheVoucher) {
-    EXPECT_TRUE(isDatabaseFailure(Error(5, "SQLite", "database is locked", "HYT00")));
-    EXPECT_TRUE(isDatabaseFailure(Error(13, "CashFlow", "database or disk is full", "HY000")));
-    EXPECT_TRUE(isDatabaseFailure(Error(11, "CashFlow", "database disk image is malformed", "HY000")));
-    EXPECT_TRUE(isDatabaseFailure(Error(778, "CashFlow", "disk I/O error", "HY000")));
-    EXPECT_TRUE(isDatabaseFailure(Error(1, "SQLite", "no such table: gl_accvouch", "42S02")));
-    EXPECT_TRUE(isDatabaseFailure(Error(0, "x", "connection lost", "08S01")));
-    EXPECT_FALSE(isDatabaseFailure(Error(errors::typeMismatch, "CashFlow", "Type mismatch")))
-        << "13 is not always a full disk";
-    EXPECT_FALSE(isDatabaseFailure(Error(errors::badArgument, "CashFlow", "5")));
-    EXPECT_FALSE(isDatabaseFailure(Error(errors::invalidNull, "CashFlow", "94")));
-    EXPECT_FALSE(isDatabaseFailure(Error(errors::rowsDoNotFit, "CashFlow", "10008")));
-    EXPECT_FALSE(isDatabaseFailure(Error(275, "CashFlow", "CHECK constraint failed", "23000")));
-    EXPECT_FALSE(isDatabaseFailure(Error(102, "CashFlow", "near quote", "42000")));
-    EXPECT_FALSE(isDatabaseFailure(Error(1, "CashFlow", "integer overflow", "HY000")));
-    EXPECT_FALSE(isDatabaseFailure(Error(18, "CashFlow", "string or blob too big", "HY000")));
-}
-
-TEST(JsonText, TellsAResultInItsForm) {
-    EXPECT_EQ(jsonText(resultJson({{2013, 1, 2, 5}, Outcome::stored, 2, {}})),
-              R"({"voucher":"2013/1/2/5","outcome":"stored","rows":2})");
-    EXPECT_EQ(jsonText(resultJson({{2013, 1, 2, 5}, Outcome::noCash, 0, {}})),
-              R"({"voucher":"2013/1/2/5","outcome":"no-cash","rows":0})");
-    EXPECT_EQ(jsonText(resultJson({{2013, 1, 2, 5}, Outcome::nothing, 0, {}})),
-              R"({"voucher":"2013/1/2/5","outcome":"nothing","rows":0})");
-    EXPECT_EQ(jsonText(resultJson({{2013, 1, 2, 5}, Outcome::refused, 0, Refusal{10009, "a\r\nb \"c\""}})),
-              "{\"voucher\":\"2013/1/2/5\",\"outcome\":\"refused\",\"rows\":0,"
-              "\"error\":{\"number\":10009,\"description\":\"a\\r\\nb \\\"c\\\"\"}}");
-}
-
-TEST(JsonText, EscapesEveryControlCharacterAndSurvivesBadBytes) {
-    EXPECT_EQ(jsonText("\x1b[31m\x7f\xC2\x9B"
-                       "借"),
-              "\"\\u001b[31m\\u007f\\u009b借\"");
-    EXPECT_EQ(jsonText("a\xFF"), "\"a\xEF\xBF\xBD\"");
-}
-
-TEST(JsonText, GivesRowsWithAllFieldsInTheirTypes) {
-    const auto rows = CashFlowCollection::Create();
-    rows->UpdateCol(1, 2, 40000, Date::fromCivil(2024, 1, 31, 12));
-    const auto row = rows->CreateCFObject();
-    row->SetValue("md", Variant(12.5));
-    row->SetValue("cCashItem", Variant("0101"));
-    row->SetValue("cDefine1", Variant(true));
-    rows->Add(row);
-    const auto json = rowsJson(*rows);
-    ASSERT_EQ(json.size(), 1U);
-    EXPECT_EQ(json[0].size(), 42U);
-    EXPECT_EQ(json[0].begin().key(), "key") << "fields stand in the order of the schema";
-    EXPECT_EQ(json[0]["iNo_id"].dump(), "40000");
-    EXPECT_EQ(json[0]["md"].dump(), "12.5");
-    EXPECT_EQ(json[0]["mc"].dump(), "null");
-    EXPECT_EQ(json[0]["cCashItem"].dump(), "\"0101\"");
-    EXPECT_EQ(json[0]["cDefine1"].dump(), "true");
-    EXPECT_EQ(json[0]["dbill_date"].dump(), "\"2024-01-31\"");
-    EXPECT_EQ(rowsJson(*CashFlowCollection::Create()).dump(), "[]");
 }
 
 } // namespace

@@ -4,8 +4,6 @@
 #include "adapters/guard/StatementGuard.h"
 #include "adapters/sqlite/Connection.h"
 #include "adapters/sqlite/database.h"
-#include "host/reasonText.h"
-#include "z7cashflow/support/Error.h"
 #include "z7cashflow/support/conversions.h"
 
 #include <gmock/gmock.h>
@@ -147,25 +145,6 @@ TEST_F(GuardTest, TheSettingsCanSwitchItOff) {
     const Json error = Json::parse(saved.out).at("error");
     EXPECT_NE(error.at("number"), guard::statementRefused) << "now the database itself refuses the statement";
     EXPECT_EQ(count("gl_cashtable"), 0);
-}
-
-TEST(ReasonText, TellsPlatformErrorsInTheUsersLanguage) {
-    const auto raised = [](int number, const std::string& detail) -> std::string {
-        try {
-            raisePlatformError(number, detail);
-        } catch (const Error& error) {
-            return error.description();
-        }
-    };
-    for (const int number : {5, 6, 9, 13, 91, 94, 457, 3001, 3021, 3251, 3265, 3704, 3705, 3709}) {
-        const std::string plain = raised(number, "");
-        EXPECT_EQ(reasonText(Language::english, plain), plain);
-        const std::string chinese = reasonText(Language::chinese, plain);
-        EXPECT_NE(chinese, plain) << number;
-        EXPECT_EQ(reasonText(Language::chinese, raised(number, "abc")), chinese + "：abc");
-    }
-    EXPECT_EQ(reasonText(Language::chinese, "Overflowing"), "Overflowing");
-    EXPECT_EQ(reasonText(Language::chinese, "near \"x\": syntax error"), "near \"x\": syntax error");
 }
 
 } // namespace
