@@ -4,7 +4,6 @@
 #include "adapters/sqlite/Connection.h"
 #include "adapters/sqlite/ConnectionOptions.h"
 #include "adapters/sqlite/database.h"
-#include "host/HostText.h"
 #include "z7cashflow/support/conversions.h"
 
 namespace z7::cashflow::host {
@@ -50,10 +49,6 @@ std::optional<std::filesystem::path> AccountPlace::file() const {
         return std::nullopt;
     }
     return connectionString_.empty() ? file_ : sqlite::parseConnectionString(connectionString_).database;
-}
-
-std::string AccountPlace::shownName(Language language) const {
-    return connectionString_.empty() ? file_.string() : hostText(language, HostText::connectedDatabase);
 }
 
 std::string AccountPlace::connectionString(std::optional<std::int16_t> year) const {

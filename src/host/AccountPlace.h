@@ -1,6 +1,5 @@
 #pragma once
 
-#include "host/Language.h"
 #include "z7cashflow/ports/Connection.h"
 
 #include <cstdint>
@@ -22,8 +21,6 @@ public:
 
     /// The account's file; nothing for a server. Error 5 for a string of the embedded database that cannot be read.
     [[nodiscard]] std::optional<std::filesystem::path> file() const;
-    /// How messages name it.
-    [[nodiscard]] std::string shownName(Language language) const;
     /// The string that opens it in an accounting year, or without one.
     [[nodiscard]] std::string connectionString(std::optional<std::int16_t> year) const;
     /// The connection string as it was given; empty for a file.

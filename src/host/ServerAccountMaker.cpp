@@ -7,6 +7,8 @@
 #include "host/ExitCode.h"
 #include "host/Failure.h"
 #include "host/Transaction.h"
+#include "host/joined.h"
+#include "host/reasonText.h"
 #include "z7cashflow/support/Error.h"
 #include "z7cashflow/support/conversions.h"
 
@@ -109,10 +111,7 @@ void requireFit(Connection& connection, const std::string& database) {
     if (!odbc::ignoresLetterCase(connection)) {
         throw Failure(exitCode::usage, HostText::serverLetterCase, {database});
     }
-    std::string taken;
-    for (const std::string& name : odbc::namesThere(connection, odbc::accountNames())) {
-        taken += (taken.empty() ? "" : ", ") + name;
-    }
+    const std::string taken = joined(odbc::namesThere(connection, odbc::accountNames()), ", ");
     if (!taken.empty()) {
         throw Failure(exitCode::usage, HostText::serverAccountThere, {database, taken});
     }
@@ -125,8 +124,7 @@ std::shared_ptr<Connection> openAccount(Server& server, const std::string& conne
         }
         return server.openAccount();
     } catch (const Error& error) {
-        throw Failure(exitCode::database, HostText::notADatabase,
-                      {hostText(language, HostText::connectedDatabase), error.description()});
+        throw Failure(exitCode::database, HostText::notConnected, {reasonText(language, error.description())});
     }
 }
 
@@ -151,7 +149,7 @@ ServerAccount makeServerAccount(const std::string& connectionString,
         return account;
     } catch (const Error& error) {
         throw Failure(exitCode::database, HostText::databaseFailed,
-                      {std::to_string(error.number()), error.description()});
+                      {std::to_string(error.number()), reasonText(language, error.description())});
     }
 }
 

@@ -3,6 +3,7 @@
 #include "adapters/guard/GuardedConnection.h"
 #include "host/ExitCode.h"
 #include "host/Failure.h"
+#include "host/reasonText.h"
 #include "z7cashflow/model/modPublic.h"
 #include "z7cashflow/support/conversions.h"
 
@@ -24,8 +25,9 @@ Session::Session(const AccountPlace& place, std::int16_t year, const GlobalOptio
     try {
         connection_->Open(connectionString);
     } catch (const Error& error) {
-        throw Failure(exitCode::database, HostText::notADatabase,
-                      {place.shownName(options.language), error.description()});
+        const std::string reason = reasonText(options.language, error.description());
+        throw file ? Failure(exitCode::database, HostText::notADatabase, {file->string(), reason})
+                   : Failure(exitCode::database, HostText::notConnected, {reason});
     }
     modPublic::Context& context = modPublic::context();
     context = modPublic::Context{};
