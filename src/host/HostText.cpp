@@ -245,9 +245,9 @@ constexpr std::array texts{
     HostTextEntry{T::helpTable, "存放凭证分录的表", "Table that holds the voucher's lines"},
     HostTextEntry{T::helpOutKey, "凭证在其子系统中的键（coutno_id）",
                   "Key of the voucher in its subsystem (coutno_id)"},
-    HostTextEntry{T::helpOutsideXml, "rows、generate：写入此文件；check、save：从此文件读取行；- 为标准输出或输入",
-                  "rows, generate: write the document there; check, save: take the rows from there; - is standard "
-                  "output or input"},
+    HostTextEntry{T::helpOutsideXml, "rows、generate：写入此文件；save：从此文件读取行；- 为标准输出或输入",
+                  "rows, generate: write the document there; save: take the rows from there; - is standard output or "
+                  "input"},
     HostTextEntry{T::helpVoucherFile, "凭证的 XML 文件；- 为标准输入",
                   "XML document of the voucher; - is standard input"},
     HostTextEntry{T::helpXmlYear, "会计年度；默认为 dbill_date 的年份",

@@ -172,8 +172,13 @@ TEST_F(XmlCommandsTest, OutsideRowsGoToAFileAndComeFromOne) {
     EXPECT_EQ(refused.exitCode, 1);
     EXPECT_EQ(Json::parse(refused.out).at("error").at("number"), 10009);
     EXPECT_EQ(number(rowsOfInvoice), 1) << "the refused save was rolled back";
-    EXPECT_THAT(outside("check", "sales_voucher", invoice, {"--xml", changed}).err,
-                HasSubstr("does not look at the document"));
+    for (const std::string& unread : {changed, (scratch.path() / "missing.xml").string()}) {
+        const RunResult check = outside("check", "sales_voucher", invoice, {"--xml", unread});
+        EXPECT_EQ(check.exitCode, 0) << check.err;
+        EXPECT_THAT(check.err, HasSubstr("does not look at the document"));
+    }
+    EXPECT_EQ(outside("save", "sales_voucher", invoice, {"--xml", (scratch.path() / "missing.xml").string()}).exitCode,
+              2);
 }
 
 TEST_F(XmlCommandsTest, OutsideRefusesWhatIsNotThereOrHostile) {

@@ -56,7 +56,7 @@ public:
             throw Failure(exitCode::usage, HostText::badTable, {table_});
         }
         const std::int16_t year = year_.year();
-        const std::string document = reads && !file_.empty() ? inputText(file_, console) : std::string();
+        const std::string document = action_ == "save" && !file_.empty() ? inputText(file_, console) : std::string();
         Output output(console, options);
         Session session(place, year, options, console);
         modPublic::SetIYear(year); // the outside contract leaves the year to its host
@@ -64,7 +64,7 @@ public:
         if (writes) {
             return show(output, session);
         }
-        return action_ == "check" ? check(output, session, document) : save(output, session, document);
+        return action_ == "check" ? check(output, session) : save(output, session, document);
     }
 
 private:
@@ -94,13 +94,12 @@ private:
         return exitCode::done;
     }
 
-    int check(Output& output, Session& session, const std::string& document) const {
-        if (!document.empty()) {
+    int check(Output& output, Session& session) const {
+        if (!file_.empty()) {
             output.remark(output.text(HostText::outsideCheckIgnores));
         }
         const bool cash = session.data().HaveCashFlowCodeInVoucher2(session.guarded(), table_, key_);
-        const bool meets =
-            !cash || session.provider().Out().CheckCFColFromDB(session.guarded(), table_, key_, document);
+        const bool meets = !cash || session.provider().Out().CheckCFColFromDB(session.guarded(), table_, key_, "");
         if (output.json()) {
             output.line(jsonText({{"table", table_},
                                   {"key", key_},
