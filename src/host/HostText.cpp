@@ -35,14 +35,14 @@ constexpr std::array texts{
     HostTextEntry{T::total, "合计", "Total"},
 
     HostTextEntry{T::outcomeStored, "已保存", "stored"},
-    HostTextEntry{T::outcomeNoCash, "无现金科目", "no cash account"},
+    HostTextEntry{T::outcomeNoCash, "无现金流量科目", "no cash-flow account"},
     HostTextEntry{T::outcomeNothing, "无需分配", "nothing to allot"},
     HostTextEntry{T::outcomeRefused, "被拒绝", "refused"},
 
     HostTextEntry{T::verdictMeets, "检查通过：现金流量行与凭证相符。", "The rows meet the voucher."},
     HostTextEntry{T::verdictNoCash, "凭证中没有现金流量科目，不需要现金流量行。",
                   "The voucher has no cash-flow account and needs no rows."},
-    HostTextEntry{T::verdictNothing, "现金科目相互抵消，不需要现金流量行。",
+    HostTextEntry{T::verdictNothing, "现金流量科目的分录相互抵消，不需要现金流量行。",
                   "The voucher's cash lines cancel out, so it needs no rows."},
     HostTextEntry{T::verdictRefused, "检查不通过：{0}", "The rows do not meet the voucher: {0}"},
     HostTextEntry{T::savedRows, "凭证 {0}：已保存 {1} 行。", "Voucher {0}: rows stored: {1}."},
@@ -51,7 +51,7 @@ constexpr std::array texts{
     HostTextEntry{T::savedNothing, "凭证 {0}：无需分配，没有保存任何行。",
                   "Voucher {0}: nothing to allot, no rows stored."},
     HostTextEntry{T::noRows, "没有现金流量行。", "There are no rows."},
-    HostTextEntry{T::noVouchers, "该期间没有凭证。", "There are no vouchers."},
+    HostTextEntry{T::noVouchers, "所选年度或期间没有凭证。", "There are no vouchers."},
     HostTextEntry{T::reasonAtLine, "{0}（第 {1} 条分录）", "{0} (line {1})"},
     HostTextEntry{
         T::statementRefused,
@@ -134,9 +134,9 @@ constexpr std::array texts{
         "The date {0} lies in no period of the year {1} of account {2}; look at the account in the settings and at "
         "the table ua_period"},
     HostTextEntry{
-        T::someNotInYear, "{0} 张凭证的日期不在 {1} 年会计期间内，将按无现金科目处理；第一张为 {2}",
-        "The dates of {0} vouchers lie in no period of the year {1}, which makes them count as without a cash account; "
-        "the first is {2}"},
+        T::someNotInYear, "{0} 张凭证的日期不在 {1} 年会计期间内，将按无现金流量科目处理；第一张为 {2}",
+        "The dates of {0} vouchers lie in no period of the year {1}, which makes them count as without a cash-flow "
+        "account; the first is {2}"},
     HostTextEntry{T::fileExists, "{0} 已存在，不会覆盖；请另选文件名或先移走该文件",
                   "{0} exists and is not overwritten; choose another name or move the file away first"},
     HostTextEntry{T::notADatabase, "无法打开数据库 {0}：{1}", "Database {0} cannot be opened: {1}"},
@@ -186,7 +186,6 @@ constexpr std::array texts{
     HostTextEntry{T::csvColumnMissing, "缺少这个必需的列", "the column is required and is not there"},
     HostTextEntry{T::csvWrongCount, "字段有 {0} 个，而列名有 {1} 个", "fields: {0}, but column names: {1}"},
     HostTextEntry{T::csvNoName, "第 {0} 个列名是空的", "column name {0} is empty"},
-
     HostTextEntry{T::csvNoValue, "此列必须有值", "the column must have a value"},
     HostTextEntry{T::csvNoTruth, "“{0}”不是 0、1、true 或 false", "\"{0}\" is not 0, 1, true or false"},
     HostTextEntry{T::csvNoWhole, "“{0}”不是 {1} 至 {2} 的整数", "\"{0}\" is not a whole number from {1} to {2}"},
@@ -195,6 +194,7 @@ constexpr std::array texts{
     HostTextEntry{T::csvNoDate, "“{0}”不是日期（年份在前）", "\"{0}\" is not a date, written year first"},
     HostTextEntry{T::csvTextTooLong, "“{0}”超过 {1} 个字符", "\"{0}\" is not a text of at most {1} characters"},
     HostTextEntry{T::csvRefused, "数据库拒绝这一行：{0}", "the database refuses the row: {0}"},
+
     HostTextEntry{T::helpProgram, "把总账凭证的现金收支分配到现金流量项目。",
                   "Allots the cash movements of ledger vouchers to cash-flow items."},
     HostTextEntry{T::helpInit, "建立账套数据库：空的、示例公司的或来自 CSV 文件的",
