@@ -6,10 +6,12 @@
 #include "adapters/sqlite/Connection.h"
 #include "adapters/sqlite/database.h"
 #include "z7cashflow/model/modPublic.h"
+#include "z7cashflow/support/conversions.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <fstream>
@@ -41,6 +43,24 @@ private:
     std::size_t room_;
     int reason_;
 };
+
+/// All records of a table in a settled order, a line each.
+std::string contentOf(Connection& connection, const std::string& table) {
+    std::vector<std::string> lines;
+    for (const auto records = connection.Execute("select * from " + table); !records->EndOfFile();
+         records->MoveNext()) {
+        std::string& line = lines.emplace_back();
+        for (int i = 0; i < records->Fields().Count(); ++i) {
+            line += toTextOrEmpty(records->Fields().Item(i)) + "|";
+        }
+    }
+    std::sort(lines.begin(), lines.end());
+    std::string content;
+    for (const std::string& line : lines) {
+        content += line + "\n";
+    }
+    return content;
+}
 
 /// Runs in an environment of its own: no settings, English unless a test says otherwise.
 class ApplicationTest : public testing::Test {
@@ -177,12 +197,16 @@ TEST_F(ApplicationTest, ALockedDatabaseIsExitCodeThreeAndStaysAsItIs) {
     const std::string file = sample();
     sqlite::Connection other;
     other.Open(sqlite::connectionString(file, 2024));
+    const std::string before = contentOf(other, "gl_cashtable");
+    ASSERT_THAT(before, HasSubstr("\n")) << "some rows are there";
     other.BeginTrans();
-    const RunResult run = runProgram({"allot", file, "--year", "2024"});
+    const RunResult run =
+        runProgram({"allot", "--connect", "driver=sqlite;timeout=1;database=" + file, "--year", "2024"});
     EXPECT_EQ(run.exitCode, 3);
     EXPECT_THAT(run.err, HasSubstr("Stopped at voucher 2024/1/1/1 by an error of the database: 0 of 301 vouchers"));
     EXPECT_THAT(run.err, HasSubstr("locked"));
     other.RollbackTrans();
+    EXPECT_EQ(contentOf(other, "gl_cashtable"), before);
 }
 
 TEST_F(ApplicationTest, ASignalStopsAnAllotmentBetweenVouchers) {
