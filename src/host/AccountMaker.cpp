@@ -5,12 +5,14 @@
 #include "adapters/sqlite/database.h"
 #include "host/ExitCode.h"
 #include "host/Failure.h"
+#include "host/joined.h"
 #include "z7cashflow/support/Guid.h"
 #include "z7cashflow/support/conversions.h"
 
 #include <algorithm>
 #include <array>
 #include <optional>
+#include <string_view>
 
 namespace z7::cashflow::host {
 
@@ -18,6 +20,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
+/// The account options that the library reads, all of them true or false.
 constexpr std::array<std::string_view, 3> accountOptionNames{"bCashCode", "bAutoDisplay", "bXJLL"};
 constexpr const char* ledgerSystem = "GL";
 
@@ -109,8 +112,6 @@ void moveInto(const fs::path& from, const fs::path& to) {
 
 } // namespace
 
-std::span<const std::string_view> knownAccountOptions() noexcept { return accountOptionNames; }
-
 std::vector<AccountOption> readAccountOptions(const std::vector<std::string>& texts) {
     std::vector<AccountOption> options;
     for (const std::string& text : texts) {
@@ -123,11 +124,7 @@ std::vector<AccountOption> readAccountOptions(const std::vector<std::string>& te
         const auto known = std::find_if(accountOptionNames.begin(), accountOptionNames.end(),
                                         [&name](auto candidate) { return asciiLower(candidate) == asciiLower(name); });
         if (known == accountOptionNames.end()) {
-            std::string names;
-            for (const std::string_view candidate : accountOptionNames) {
-                names += (names.empty() ? "" : ", ") + std::string(candidate);
-            }
-            throw Failure(exitCode::usage, HostText::setUnknown, {name, names});
+            throw Failure(exitCode::usage, HostText::setUnknown, {name, joined(accountOptionNames, ", ")});
         }
         if (std::any_of(options.begin(), options.end(),
                         [&known](const auto& option) { return option.name == *known; })) {

@@ -5,9 +5,7 @@
 
 #include <filesystem>
 #include <functional>
-#include <span>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace z7::cashflow::host {
@@ -17,9 +15,6 @@ struct AccountOption {
     std::string name;  ///< as the library spells it
     std::string value; ///< "True" or "False"
 };
-
-/// The account options that the library reads, all of them true or false.
-[[nodiscard]] std::span<const std::string_view> knownAccountOptions() noexcept;
 
 /// Reads texts of the form NAME=VALUE. Names are taken in any letter case, values are true or false in any letter case. Failure
 /// (usage) for an unknown name, a name given twice or an unfit value.

@@ -1,6 +1,7 @@
 #include "host/usageText.h"
 
 #include "host/HostText.h"
+#include "host/joined.h"
 
 #include <CLI/CLI.hpp>
 
@@ -11,21 +12,13 @@ namespace {
 /// The parser begins its sentences with the option that they are about.
 std::string before(const std::string& sentence, const char* mark) { return sentence.substr(0, sentence.find(mark)); }
 
-std::string joined(const std::vector<std::string>& words) {
-    std::string text;
-    for (const std::string& word : words) {
-        text += (text.empty() ? "" : " ") + word;
-    }
-    return text;
-}
-
 } // namespace
 
 std::string usageText(Language language, const CLI::App& program, const CLI::ParseError& error) {
     const std::string sentence = error.what();
     switch (static_cast<CLI::ExitCodes>(error.get_exit_code())) {
     case CLI::ExitCodes::ExtrasError:
-        return hostText(language, HostText::argumentUnknown, {joined(program.remaining(true))});
+        return hostText(language, HostText::argumentUnknown, {joined(program.remaining(true), " ")});
     case CLI::ExitCodes::RequiredError:
         return hostText(language, HostText::argumentMissing, {before(sentence, " is required")});
     case CLI::ExitCodes::ArgumentMismatch:
