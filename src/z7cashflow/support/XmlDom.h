@@ -37,9 +37,10 @@ private:
 /// A parsed XML document.
 ///
 /// The text is UTF-8 whatever its declaration says. Refused are: anything not well-formed, two attributes of one name, an
-/// undeclared prefix, an unknown entity, entities that hold more than text or add more than 16 MiB to the document, nesting
-/// beyond 256 levels, more than 64 MiB of text, 512 attributes on an element, 2,097,152 in all, 1,048,576 tags or 64 prefixes
-/// that are known at one place. Nothing is read from files or the network: a text that refers to something outside is refused too.
+/// undeclared prefix, an unknown entity, entities that hold more than text or add more than 16 MiB to the document (each use counts
+/// 64 bytes more than it adds), nesting beyond 256 levels, more than 64 MiB of text, 10,000,000 bytes in one value, 512 attributes
+/// on an element, 512 quoted values in all declarations, 2,097,152 attributes, 1,048,576 tags or 64 prefixes that are known at one
+/// place. Nothing is read from files or the network: a text that refers to something outside is refused too.
 class XmlDocument {
 public:
     /// The document, or nothing if the text is refused.
