@@ -6,7 +6,7 @@ namespace z7::cashflow::host {
 namespace exitCode {
 inline constexpr int done = 0;
 inline constexpr int refused = 1;      ///< some voucher was refused, does not meet its rows, or is not there
-inline constexpr int usage = 2;        ///< the command line, a settings file or a table file is wrong
+inline constexpr int usage = 2;        ///< the command line or a file that it names is wrong
 inline constexpr int database = 3;     ///< the database, the disk or the output fails
 inline constexpr int signalBase = 128; ///< plus the number of the signal that ended the run: 130, 143
 } // namespace exitCode
