@@ -29,6 +29,7 @@ public:
     void addDate(Date value) { cells_.push_back({Kind::date, 0, {.real = value.dayNumber()}}); }
     /// A text, or a date as text. Error 7 if it is longer than 2 GiB.
     void addText(std::string_view text);
+    /// A value of any kind: a boolean as 1 or 0, a text as with addText.
     void add(const Variant& value);
     /// Appends a whole row of nulls.
     void addNullRow() { cells_.resize(cells_.size() + width_, Cell{Kind::null, 0, {}}); }
@@ -37,6 +38,7 @@ public:
     [[nodiscard]] Variant value(std::size_t row, int column) const;
     /// The value as a number: a boolean is 1 or 0, a date its day number. Nothing for null and for texts that are no number.
     [[nodiscard]] std::optional<double> number(std::size_t row, int column) const;
+    /// Puts a value in the place of another one, which has to be there. Error 7 as with addText; the old value stays then.
     void replace(std::size_t row, int column, const Variant& value);
 
 private:

@@ -25,8 +25,13 @@ public:
     /// Counts from 1 in the order in which a connection's sessions were opened.
     [[nodiscard]] virtual int number() const noexcept = 0;
 
+    /// Begins a transaction. Error of the database if one is open.
     virtual void begin() = 0;
+    /// Makes the transaction's changes lasting, and ends it. Error of the database if none is open, or if the database has taken
+    /// it back by itself; then only rollback ends it.
     virtual void commit() = 0;
+    /// Takes the transaction's changes back, as far as the database has not done so already, and ends it. Error of the database
+    /// if none is open.
     virtual void rollback() = 0;
     /// True between begin and commit or rollback.
     [[nodiscard]] virtual bool inTransaction() const noexcept = 0;

@@ -50,8 +50,11 @@ public:
     /// Runs a Transact-SQL batch. "updatable" tells that its records are to be written.
     virtual Fetched run(Driver& driver, const std::string& batch, bool updatable) = 0;
 
+    /// Begins a transaction. The session sees to it that none is open.
     virtual void begin(Driver& driver) = 0;
+    /// Makes the changes of the open transaction lasting, and ends it.
     virtual void commit(Driver& driver) = 0;
+    /// Takes back the changes of the transaction that was begun; nothing happens if the database has done so already.
     virtual void rollback(Driver& driver) = 0;
     /// Whether the transaction that was begun is still there after an error.
     [[nodiscard]] virtual bool inTransaction(Driver& driver) = 0;

@@ -17,7 +17,8 @@ class App;
 
 namespace z7::cashflow::host {
 
-/// Arguments that several commands take, with what is done to read them. The values are read after parsing.
+/// Arguments that several commands take, with what is done to read them. "declare" adds them to a command, with their help in a
+/// language; parsing then writes into the argument, which has to stay where it is until it is read.
 
 /// A word of the command line that is no option, under the name that help gives it.
 struct Word {
@@ -28,6 +29,7 @@ struct Word {
 /// Where the account's database is: the first word of a command, or --connect in its place.
 struct DatabaseArgument {
     std::string file;
+    /// Adds the word FILE.
     void declare(CLI::App& command, Language language);
     /// The account's place. With --connect the words behind the file's place move up by one, since there is no file; so they do
     /// with a connection string of the environment if there is one word less. Failure (usage) if a word is missing or
@@ -39,6 +41,7 @@ struct DatabaseArgument {
 struct VoucherArgument {
     DatabaseArgument database;
     std::string text;
+    /// Adds the words FILE and VOUCHER.
     void declare(CLI::App& command, Language language);
     /// Failure (usage) if the text is no voucher key.
     [[nodiscard]] VoucherKey key() const;
@@ -68,6 +71,7 @@ private:
 /// An accounting year.
 struct YearArgument {
     std::int64_t number = 0;
+    /// Adds the option --year, which has to be given.
     void declare(CLI::App& command, Language language);
     /// Failure (usage) if it is no year from 1 to 9999.
     [[nodiscard]] std::int16_t year() const;
@@ -78,6 +82,7 @@ struct PeriodArgument {
     DatabaseArgument database;
     YearArgument yearArgument;
     std::optional<std::int64_t> periodNumber;
+    /// Adds the word FILE and the options --year and --period.
     void declare(CLI::App& command, Language language);
     [[nodiscard]] std::int16_t year() const { return yearArgument.year(); }
     /// Failure (usage) if it is no period from 0 to 255.

@@ -48,8 +48,11 @@ public:
     void GetVoucherKeyFromOut_id(Connection& objCon, const std::string& coutNo_id, std::uint8_t& iPeriod,
                                  std::int16_t& iSignSeq, std::int32_t& iNo_id, Date& dbill_date);
     /// Puts a voucher given as XML where the readers find it and returns the name of the table: "gl_v_accvouch" if the XML has a
-    /// whole voucher key and blnReCreate is false, else a new table in tempdb, which the caller drops. Fills the
-    /// key, the date and the outside key from the XML where it has them.
+    /// whole voucher key and blnReCreate is false, else a new table in tempdb, which the caller drops. Key and date come from the
+    /// root where it has them and they can be read. With a new table the outside key becomes the last one that a line
+    /// has; where no line has one it stays the caller's, and an empty one becomes a new GUID text.
+    /// Error 1005 for a text that is no XML; nothing is changed then. Each child node of the root counts as a line, and one without
+    /// the attribute ccode is error 91. A table that was made stays in tempdb after that and after an error of the database.
     [[nodiscard]] std::string VoucherXmlToDB(Connection& objCon, const std::string& strVoucherXml,
                                              std::uint8_t& iPeriod, std::int16_t& iSignSeq, std::int32_t& iNo_id,
                                              Date& dbill_date, std::string& coutNo_id, bool blnReCreate);

@@ -53,6 +53,7 @@ public:
     /// One row element.
     [[nodiscard]] std::string Save() const override;
     /// Takes a row element: the row then has exactly the element's attributes as fields, texts or null. The property key stays.
+    /// Error 457 where two attributes differ in their prefix alone; the row then has those before the second one.
     void Load(const XmlSource& xml) override;
 
 private:

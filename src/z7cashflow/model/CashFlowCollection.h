@@ -101,7 +101,8 @@ public:
     /// The collection's XML document.
     [[nodiscard]] std::string Save() const override;
     /// Replaces the rows with those of a document; the header stays. Error 1002 if the text is no XML document; the rows
-    /// stay then.
+    /// stay then. Error 457 where two attributes of a row differ in their prefix alone; the list then holds the document's
+    /// rows before that one.
     void Load(const XmlSource& xml) override;
 
 private:

@@ -15,6 +15,8 @@ class IXmlSerializable {
 public:
     virtual ~IXmlSerializable() = default;
 
+    /// The content as XML in UTF-8: the document of a collection, the element of a row. Load takes it back with numbers
+    /// and dates as texts, and the empty text as null.
     [[nodiscard]] virtual std::string Save() const = 0;
     /// Replaces the content with what the XML holds. Error 13 if the source is of the wrong kind.
     virtual void Load(const XmlSource& xml) = 0;

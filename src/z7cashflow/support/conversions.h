@@ -19,6 +19,7 @@ namespace z7::cashflow {
 [[nodiscard]] std::string toText(const Variant& value);
 /// As toText, but null gives the empty text.
 [[nodiscard]] std::string toTextOrEmpty(const Variant& value);
+/// The text that toText gives a number.
 [[nodiscard]] std::string numberText(double value);
 
 /// Integers: a number is rounded half to even. Error 6 if the result is out of range, 13 if the text is no number,
