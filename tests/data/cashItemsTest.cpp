@@ -26,7 +26,7 @@ protected:
     bool cancel = false;
 };
 
-TEST_F(CashItems, NameOfAnItem) {
+TEST_F(CashItems, AnItemHasItsNameAndAnUnknownOneNone) {
     database.answerInTurn(itemName, {one("citemname", "Sales"), none("citemname")});
     EXPECT_EQ(data.GetCFItemName(connection, "01"), "Sales");
     EXPECT_EQ(data.GetCFItemName(connection, "01"), "");

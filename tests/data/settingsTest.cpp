@@ -13,7 +13,7 @@ protected:
                                "dbegin<='2013-01-05' and dend>='2013-01-05' ";
 };
 
-TEST_F(Settings, AnAccountOption) {
+TEST_F(Settings, AnAccountOptionIsItsValueAsTextAndEmptyForNull) {
     database.answerInTurn(option, {{{"cvalue", "cdefault"}, {{"True", "False"}}, {}},
                                    {{"cvalue", "cdefault"}, {{Null{}, "False"}}, {}},
                                    {{"CValue", "CDefault"}, {{std::int32_t{7}, Null{}}}, {}}});

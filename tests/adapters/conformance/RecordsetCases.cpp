@@ -13,7 +13,7 @@ protected:
     }
 };
 
-TEST_P(RecordsetCases, closed_recordset) {
+TEST_P(RecordsetCases, a_closed_recordset_refuses_what_needs_an_open_one) {
     const auto records = connection_->CreateRecordset();
     EXPECT_EQ(records->State(), ObjectState::Closed);
     for (const auto& action : std::vector<std::function<void()>>{
@@ -29,7 +29,7 @@ TEST_P(RecordsetCases, closed_recordset) {
               3709);
 }
 
-TEST_P(RecordsetCases, walk) {
+TEST_P(RecordsetCases, walks_its_records_in_order_and_gives_none_behind_the_last) {
     auto records = connection_->CreateRecordset();
     records->CursorLocation(CursorLocation::Client);
     records->ActiveConnection(connection_.get());
@@ -54,7 +54,7 @@ TEST_P(RecordsetCases, walk) {
     EXPECT_EQ(errorOf([&] { static_cast<void>(records->Fields().Name(-1)); }).number(), 3265);
 }
 
-TEST_P(RecordsetCases, filter) {
+TEST_P(RecordsetCases, a_filter_shows_only_what_equals_it_and_a_bad_one_changes_nothing) {
     const auto records = run("select * from gl_accvouch");
     records->Filter("inid=2");
     EXPECT_EQ(records->RecordCount(), 1);
@@ -78,7 +78,7 @@ TEST_P(RecordsetCases, read_only_recordsets_refuse_changes) {
     EXPECT_EQ(errorOf([&] { run("select * from fitemss98")->AddNew(); }).number(), 3251);
 }
 
-TEST_P(RecordsetCases, add_and_change) {
+TEST_P(RecordsetCases, new_and_changed_records_are_written_by_an_update_or_a_move) {
     const auto records = openRecords("select * from fitemss98");
     records->AddNew();
     records->Fields().Item("citemcode", Variant(std::int32_t{99}));

@@ -190,7 +190,7 @@ TEST_P(StatementCases, items_templates_options_and_periods) {
     EXPECT_EQ(first("select iid from zqsystem..ua_period where cacc_id=N'" + account + "'"), Variant(std::uint8_t{1}));
 }
 
-TEST_P(StatementCases, dialog) {
+TEST_P(StatementCases, readers_of_references_and_the_columns_of_a_grid) {
     const std::string references =
         "select  cast(0 as bit) as bRefSelectColumn,inid,a.ccode,md,mc from gl_accvouch a inner join gl_v_code on "
         "a.ccode=gl_v_code.ccode and gl_v_code.bCashItem=";

@@ -32,7 +32,7 @@ TEST(TextCompare, is_one_order_for_all_pairs) {
     EXPECT_LT(compareTexts("a", "B"), 0);
 }
 
-TEST(Like, patterns) {
+TEST(Like, matches_as_the_server_does_and_ends_soon) {
     for (const auto& [text, pattern] : std::vector<std::pair<std::string, std::string>>{{"", ""},
                                                                                         {"", "%"},
                                                                                         {"abc", "ABC"},

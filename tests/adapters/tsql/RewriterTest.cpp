@@ -39,7 +39,7 @@ struct Golden {
 
 class GoldenRewriting : public ::testing::TestWithParam<Golden> {};
 
-TEST_P(GoldenRewriting, text) { EXPECT_EQ(rewritten(GetParam().statement), GetParam().expected); }
+TEST_P(GoldenRewriting, gives_the_expected_text) { EXPECT_EQ(rewritten(GetParam().statement), GetParam().expected); }
 
 INSTANTIATE_TEST_SUITE_P(
     Statements, GoldenRewriting,
