@@ -3,7 +3,7 @@
 #include "adapters/odbc/TsqlDialect.h"
 #include "adapters/tsql/declaredType.h"
 #include "adapters/tsql/literalValue.h"
-#include "adapters/tsql/shape.h"
+#include "adapters/tsql/transaction.h"
 #include "z7cashflow/support/Error.h"
 #include "z7cashflow/support/conversions.h"
 
@@ -15,16 +15,6 @@ namespace {
 using Place = tsql::TableName::Place;
 
 constexpr std::size_t mostTables = 256;
-constexpr std::size_t longestKeptText = std::size_t{64} * 1024;
-
-/// Whether a rewriting may be kept for the next statement of its shape. Tables of tempdb live for one voucher.
-bool isWorthKeeping(const tsql::Rewriting& rewriting) {
-    return std::none_of(rewriting.steps.begin(), rewriting.steps.end(), [](const tsql::Step& step) {
-        return step.kind == tsql::Step::Kind::drop || step.kind == tsql::Step::Kind::queryInto ||
-               std::any_of(step.tables.begin(), step.tables.end(),
-                           [](const tsql::TableName& table) { return table.place == Place::temp; });
-    });
-}
 
 void correctByItems(const tsql::Step& step, std::vector<DriverColumn>& columns) {
     for (std::size_t i = 0; i < columns.size(); ++i) {
@@ -47,6 +37,11 @@ std::int64_t numberOf(const Fetched& fetched) {
         return 0;
     }
     return static_cast<std::int64_t>(fetched.rows->number(0, 0).value_or(0.0));
+}
+
+tsql::TextRunner textRunner(Driver& driver) {
+    const auto run = [&driver](const std::string& sql) { driver.execute(sql); };
+    return {run, run};
 }
 
 /// The state that other databases have for a failure; the driver has one for all.
@@ -78,10 +73,10 @@ void SqliteDialect::start(Driver& driver, const ConnectionOptions& options) {
 }
 
 Fetched SqliteDialect::run(Driver& driver, const std::string& text, bool updatable) {
-    const std::shared_ptr<Batch> batch = batchFor(text);
+    const std::shared_ptr<std::vector<KnownStep>> steps = rewritings_.stepsOf(text);
     Fetched result;
     bool guardHolds = true;
-    for (KnownStep& known : batch->steps) {
+    for (KnownStep& known : *steps) {
         if (!guardHolds) {
             guardHolds = true;
             continue;
@@ -116,32 +111,6 @@ Fetched SqliteDialect::runStep(Driver& driver, KnownStep& known, const std::vect
     }
 }
 
-std::shared_ptr<SqliteDialect::Batch> SqliteDialect::batchFor(const std::string& text) {
-    tsql::shapeOf(text, shape_);
-    const auto textOf = [this](int literal) { return shape_.literals[static_cast<std::size_t>(literal)].source; };
-    if (const auto* known = batches_.find(shape_.key)) {
-        const Batch& batch = **known;
-        if (std::equal(batch.inlined.begin(), batch.inlined.end(), batch.inlinedText.begin(),
-                       [&textOf](int literal, const std::string& was) { return textOf(literal) == was; })) {
-            return *known;
-        }
-    }
-    tsql::Rewriting rewriting = tsql::rewrite(text);
-    auto batch = std::make_shared<Batch>();
-    for (const int literal : rewriting.inlined) {
-        batch->inlinedText.emplace_back(textOf(literal));
-    }
-    batch->inlined = std::move(rewriting.inlined);
-    const bool keep = text.size() <= longestKeptText && isWorthKeeping(rewriting);
-    for (tsql::Step& step : rewriting.steps) {
-        batch->steps.emplace_back().step = std::move(step);
-    }
-    if (keep) {
-        batches_.insert(shape_.key, batch);
-    }
-    return batch;
-}
-
 std::vector<cursor::Column> SqliteDialect::columnsMeant(Driver& driver, const tsql::Step& step) {
     std::vector<cursor::Column> columns;
     for (const tsql::Parameter& parameter : step.parameters) {
@@ -163,7 +132,7 @@ std::vector<Variant> SqliteDialect::literals(Driver& driver, KnownStep& known) {
     std::vector<Variant> values;
     values.reserve(known.step.parameters.size());
     for (const tsql::Parameter& parameter : known.step.parameters) {
-        const tsql::Literal& literal = shape_.literals[static_cast<std::size_t>(parameter.literal)];
+        const tsql::Literal& literal = rewritings_.literals()[static_cast<std::size_t>(parameter.literal)];
         const bool assigned = parameter.use == tsql::Parameter::Use::assign;
         values.push_back(
             stored(tsql::literalValue(literal, parameter.negative, (*known.meant)[values.size()], assigned)));
@@ -174,24 +143,12 @@ std::vector<Variant> SqliteDialect::literals(Driver& driver, KnownStep& known) {
 void SqliteDialect::runInto(Driver& driver, const tsql::Step& step, const std::vector<Variant>& values) {
     const auto correct = [&step](std::vector<DriverColumn>& columns) { correctByItems(step, columns); };
     const Fetched shape = driver.execute("SELECT * FROM (" + step.sql + ") LIMIT 0", values, correct);
-    std::string create = "CREATE TABLE " + tsql::qualifiedName(step.target) + " (";
-    std::string_view before;
+    std::vector<std::string> columns;
     for (const DriverColumn& column : shape.shape->columns) {
-        create.append(before).append(columnDeclaration(driver, step, column));
-        before = ", ";
+        columns.push_back(columnDeclaration(driver, step, column));
     }
-    driver.execute("SAVEPOINT z7_into");
-    try {
-        driver.execute(create + ")");
-        driver.execute("INSERT INTO " + tsql::qualifiedName(step.target) + ' ' + step.sql, values);
-    } catch (const Error&) {
-        ignoringErrors([&driver] { // the first error is the one that counts
-            driver.execute("ROLLBACK TO z7_into");
-            driver.execute("RELEASE z7_into");
-        });
-        throw;
-    }
-    driver.execute("RELEASE z7_into");
+    tsql::fillNewTable(step, columns, textRunner(driver),
+                       [&](const std::string& insert) { driver.execute(insert, values); });
 }
 
 std::string SqliteDialect::columnDeclaration(Driver& driver, const tsql::Step& step, const DriverColumn& column) {
@@ -223,18 +180,7 @@ std::string SqliteDialect::columnDeclaration(Driver& driver, const tsql::Step& s
     return text;
 }
 
-void SqliteDialect::begin(Driver& driver) {
-    driver.execute("BEGIN");
-    // A statement that changes nothing takes the account's write lock now. "BEGIN IMMEDIATE" would take those of zqsystem
-    // and tempdb as well, and a session of its own could then not fill its temporary table.
-    try {
-        driver.execute("DELETE FROM main.accinformation WHERE 0");
-    } catch (const Error&) {
-        ignoringErrors([&driver] { driver.execute("ROLLBACK"); }); // the first error is the one that counts
-        throw;
-    }
-}
-
+void SqliteDialect::begin(Driver& driver) { tsql::beginTransaction(textRunner(driver)); }
 void SqliteDialect::commit(Driver& driver) { driver.execute("COMMIT"); }
 
 void SqliteDialect::rollback(Driver& driver) {

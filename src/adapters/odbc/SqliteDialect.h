@@ -1,8 +1,7 @@
 #pragma once
 
-#include "adapters/cursor/LruCache.h"
 #include "adapters/odbc/Dialect.h"
-#include "adapters/tsql/shape.h"
+#include "adapters/tsql/RewritingCache.h"
 
 #include <map>
 #include <utility>
@@ -47,15 +46,8 @@ private:
             meant;                                ///< the columns of its parameters; nothing until they are needed
         std::shared_ptr<const ResultShape> shape; ///< of its last result
     };
-    /// A batch that was rewritten.
-    struct Batch {
-        std::vector<KnownStep> steps;
-        std::vector<int> inlined;             ///< which literals are part of the rewritten text
-        std::vector<std::string> inlinedText; ///< and what they were
-    };
-    static constexpr std::size_t mostBatches = 256;
+    static constexpr std::size_t mostShapes = 256;
 
-    [[nodiscard]] std::shared_ptr<Batch> batchFor(const std::string& text);
     Fetched runStep(Driver& driver, KnownStep& known, const std::vector<Variant>& values) const;
     /// The columns of a table; those that are read anew lie in the holder.
     [[nodiscard]] const Table& table(Driver& driver, const tsql::TableName& name, Table& holder);
@@ -67,8 +59,7 @@ private:
     [[nodiscard]] std::string columnDeclaration(Driver& driver, const tsql::Step& step, const DriverColumn& column);
 
     std::map<std::pair<tsql::TableName::Place, std::string>, Table> tables_; ///< not those of tempdb, which come and go
-    tsql::Shape shape_;                                                      ///< of the batch that runs
-    cursor::LruCache<std::shared_ptr<Batch>> batches_{mostBatches};          ///< by their shapes
+    tsql::RewritingCache<KnownStep> rewritings_{mostShapes};
 };
 
 } // namespace z7::cashflow::odbc

@@ -6,30 +6,15 @@
 #include "adapters/sqlite/openFile.h"
 #include "adapters/tsql/declaredType.h"
 #include "adapters/tsql/tokens.h"
+#include "adapters/tsql/transaction.h"
 #include "z7cashflow/support/Error.h"
 
 #include <sqlite3.h>
 
-#include <algorithm>
 #include <utility>
 
 namespace z7::cashflow::sqlite {
 namespace {
-
-constexpr std::size_t longestCachedText = std::size_t{64} * 1024;
-
-bool touchesTemporaryTable(const tsql::Step& step) {
-    return std::any_of(step.tables.begin(), step.tables.end(),
-                       [](const tsql::TableName& table) { return table.place == tsql::TableName::Place::temp; });
-}
-
-/// Whether a rewriting may be kept for the next statement of its shape. Tables of tempdb live for one voucher.
-bool isWorthKeeping(const tsql::Rewriting& rewriting) {
-    return std::none_of(rewriting.steps.begin(), rewriting.steps.end(), [](const tsql::Step& step) {
-        return step.kind == tsql::Step::Kind::drop || step.kind == tsql::Step::Kind::queryInto ||
-               touchesTemporaryTable(step);
-    });
-}
 
 std::string orEmpty(const char* text) { return text == nullptr ? std::string() : std::string(text); }
 
@@ -46,7 +31,7 @@ Session::Session(const ConnectionOptions& options, int number, std::shared_ptr<c
 Session::~Session() { close(); }
 
 void Session::close() noexcept {
-    batches_.clear();
+    rewritings_.clear();
     own_.clear();
     catalogue_.reset();
     inTransaction_ = false;
@@ -73,11 +58,11 @@ cursor::Result Session::run(const std::string& text, bool updatable) {
         observers_->statement(number_, text);
     }
     requireTransactionAlive();
-    const std::shared_ptr<Batch> batch = batchFor(text);
-    const std::vector<tsql::Literal> literals = shape_.literals;
+    const std::shared_ptr<std::vector<PreparedStep>> steps = rewritings_.stepsOf(text);
+    const std::vector<tsql::Literal> literals = rewritings_.literals();
     cursor::Result result;
     bool guardHolds = true;
-    for (PreparedStep& step : batch->steps) {
+    for (PreparedStep& step : *steps) {
         if (!guardHolds) {
             guardHolds = true;
             continue;
@@ -93,35 +78,6 @@ cursor::Result Session::run(const std::string& text, bool updatable) {
         }
     }
     return result;
-}
-
-std::shared_ptr<Session::Batch> Session::batchFor(const std::string& text) {
-    tsql::shapeOf(text, shape_);
-    const auto inlinedText = [this](int index) { return shape_.literals[static_cast<std::size_t>(index)].source; };
-    if (const auto* known = batches_.find(shape_.key)) {
-        const Batch& batch = **known;
-        bool same = true;
-        for (std::size_t i = 0; i < batch.inlined.size(); ++i) {
-            same = same && inlinedText(batch.inlined[i]) == batch.inlinedText[i];
-        }
-        if (same) {
-            return *known;
-        }
-    }
-    tsql::Rewriting rewriting = tsql::rewrite(text);
-    auto batch = std::make_shared<Batch>();
-    batch->inlined = rewriting.inlined;
-    for (const int index : rewriting.inlined) {
-        batch->inlinedText.emplace_back(inlinedText(index));
-    }
-    const bool keep = text.size() <= longestCachedText && isWorthKeeping(rewriting);
-    for (tsql::Step& step : rewriting.steps) {
-        batch->steps.emplace_back().step = std::move(step);
-    }
-    if (keep) {
-        batches_.insert(shape_.key, batch);
-    }
-    return batch;
 }
 
 void Session::prepare(PreparedStep& step) {
@@ -196,6 +152,12 @@ void Session::runText(const std::string& sql) {
     executeScript(handle(), sql, lockedRemark_);
 }
 
+tsql::TextRunner Session::textRunner() {
+    // An observer that refuses a statement shall not keep the session from taking back what was done.
+    return {[this](const std::string& sql) { runText(sql); },
+            [this](const std::string& sql) { executeScript(handle(), sql); }};
+}
+
 void Session::runStep(PreparedStep& step, const std::vector<tsql::Literal>& literals, bool updatable,
                       cursor::Result& result) {
     prepare(step);
@@ -260,30 +222,19 @@ std::unique_ptr<cursor::RowSet> Session::fetch(PreparedStep& step) {
 }
 
 void Session::runInto(PreparedStep& step, const std::vector<tsql::Literal>& literals) {
-    const std::string create = createTableText(step);
-    runText("SAVEPOINT z7_into");
-    try {
-        runText(create);
+    std::vector<std::string> columns;
+    columns.reserve(static_cast<std::size_t>(step.columns->count()));
+    for (int i = 0; i < step.columns->count(); ++i) {
+        columns.push_back(columnText(step, i));
+    }
+    tsql::fillNewTable(step.step, columns, textRunner(), [&](const std::string& insert) {
         PreparedStep copy;
         copy.step = step.step;
         copy.step.kind = tsql::Step::Kind::change;
-        copy.step.sql = "INSERT INTO " + tsql::qualifiedName(step.step.target) + ' ' + step.step.sql;
+        copy.step.sql = insert;
         cursor::Result none;
         runStep(copy, literals, false, none);
-    } catch (const Error&) {
-        // After a full disk the database may have rolled everything back by itself; the first error is the one to tell.
-        ignoringErrors([this] { executeScript(handle(), "ROLLBACK TO z7_into; RELEASE z7_into"); });
-        throw;
-    }
-    runText("RELEASE z7_into");
-}
-
-std::string Session::createTableText(const PreparedStep& step) const {
-    std::string text = "CREATE TABLE " + tsql::qualifiedName(step.step.target) + " (";
-    for (int i = 0; i < step.columns->count(); ++i) {
-        text += (i > 0 ? ", " : "") + columnText(step, i);
-    }
-    return text + ")";
+    });
 }
 
 std::string Session::columnText(const PreparedStep& step, int column) const {
@@ -346,15 +297,7 @@ void Session::begin() {
     if (inTransaction_) {
         raiseDatabaseError(SQLITE_ERROR, "cannot start a transaction within a transaction");
     }
-    runText("BEGIN");
-    // A statement that changes nothing takes the account's write lock now. "BEGIN IMMEDIATE" would take those of zqsystem
-    // and tempdb as well, and a session of its own could then not fill its temporary table.
-    try {
-        runText("DELETE FROM main.accinformation WHERE 0");
-    } catch (const Error&) {
-        ignoringErrors([this] { executeScript(handle(), "ROLLBACK"); });
-        throw;
-    }
+    tsql::beginTransaction(textRunner());
     inTransaction_ = true;
 }
 

@@ -7,6 +7,8 @@
 #include "adapters/sqlite/Statement.h"
 #include "adapters/sqlite/literalValue.h"
 #include "adapters/tsql/Rewriting.h"
+#include "adapters/tsql/RewritingCache.h"
+#include "adapters/tsql/transaction.h"
 
 #include <memory>
 #include <optional>
@@ -59,7 +61,7 @@ public:
     [[nodiscard]] Catalogue& catalogue();
     [[nodiscard]] sqlite3* nativeHandle() const { return handle(); }
     /// The number of shapes that are kept prepared.
-    [[nodiscard]] std::size_t preparedCount() const noexcept { return batches_.size(); }
+    [[nodiscard]] std::size_t preparedCount() const noexcept { return rewritings_.size(); }
 
 private:
     struct Closer {
@@ -74,25 +76,18 @@ private:
         std::vector<ColumnOrigin> origins; ///< of a query whose records can be written
         int preparations = 0;              ///< how often the library had to prepare it anew
     };
-    struct Batch {
-        std::vector<PreparedStep> steps;
-        std::vector<int> inlined;             ///< literals that are part of the text,
-        std::vector<std::string> inlinedText; ///< and what they were
-    };
 
-    void open(const ConnectionOptions& options);
     [[nodiscard]] sqlite3* handle() const;
-    [[nodiscard]] std::shared_ptr<Batch> batchFor(const std::string& text);
     void prepare(PreparedStep& step);
     void readColumns(PreparedStep& step);
     void bind(PreparedStep& step, const std::vector<tsql::Literal>& literals);
     void observe(const Statement& statement) const;
     void observe(const std::string& sql) const;
     void runText(const std::string& sql);
+    [[nodiscard]] tsql::TextRunner textRunner();
 
     std::unique_ptr<cursor::RowSet> fetch(PreparedStep& step);
     void runInto(PreparedStep& step, const std::vector<tsql::Literal>& literals);
-    [[nodiscard]] std::string createTableText(const PreparedStep& step) const;
     [[nodiscard]] std::string columnText(const PreparedStep& step, int column) const;
     void runStep(PreparedStep& step, const std::vector<tsql::Literal>& literals, bool updatable,
                  cursor::Result& result);
@@ -103,9 +98,8 @@ private:
     std::shared_ptr<const Observers> observers_;
     std::string lockedRemark_;
     std::optional<Catalogue> catalogue_;
-    cursor::LruCache<std::shared_ptr<Batch>> batches_{mostPrepared};
+    tsql::RewritingCache<PreparedStep> rewritings_{mostPrepared};
     cursor::LruCache<std::unique_ptr<Statement>> own_{mostPrepared};
-    tsql::Shape shape_;
     bool inTransaction_ = false;
 };
 

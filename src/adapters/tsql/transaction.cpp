@@ -1,0 +1,44 @@
+#include "adapters/tsql/transaction.h"
+
+#include "z7cashflow/support/Error.h"
+
+#include <string_view>
+
+namespace z7::cashflow::tsql {
+
+void beginTransaction(const TextRunner& runner) {
+    runner.run("BEGIN");
+    // A statement that changes nothing takes the account's write lock now. "BEGIN IMMEDIATE" would take those of zqsystem
+    // and tempdb as well, and a session of its own could then not fill its temporary table.
+    try {
+        runner.run("DELETE FROM main.accinformation WHERE 0");
+    } catch (const Error&) {
+        ignoringErrors([&runner] { runner.takeBack("ROLLBACK"); });
+        throw;
+    }
+}
+
+void fillNewTable(const Step& step, const std::vector<std::string>& columns, const TextRunner& runner,
+                  const TextRunner::Run& insert) {
+    const std::string table = qualifiedName(step.target);
+    std::string create = "CREATE TABLE " + table + " (";
+    std::string_view before;
+    for (const std::string& column : columns) {
+        create.append(before).append(column);
+        before = ", ";
+    }
+    runner.run("SAVEPOINT z7_into");
+    try {
+        runner.run(create + ")");
+        insert("INSERT INTO " + table + ' ' + step.sql);
+    } catch (const Error&) {
+        ignoringErrors([&runner] { // after a full disk the database may have rolled everything back by itself
+            runner.takeBack("ROLLBACK TO z7_into");
+            runner.takeBack("RELEASE z7_into");
+        });
+        throw;
+    }
+    runner.run("RELEASE z7_into");
+}
+
+} // namespace z7::cashflow::tsql
