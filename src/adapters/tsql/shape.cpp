@@ -19,20 +19,6 @@ std::string Literal::value() const {
     return text;
 }
 
-namespace {
-
-// What the key takes over as it stands holds none of the bytes that stand for literals there.
-std::size_t skipReadable(std::string_view text, std::size_t from, std::size_t end) {
-    for (; from < end; ++from) {
-        if (byteClass(text[from]) == ByteClass::invalid) {
-            raiseInvalidByte(text[from]);
-        }
-    }
-    return end;
-}
-
-} // namespace
-
 Shape shapeOf(std::string_view statement) {
     Shape shape;
     shapeOf(statement, shape);
@@ -73,12 +59,12 @@ void shapeOf(std::string_view text, Shape& shape) {
             mask(at, scanNumber(text, at, literal));
             break;
         case ByteClass::bracket:
-            at = skipReadable(text, at, skipQuotedName(text, at));
+            at = skipQuotedName(text, at);
             break;
         case ByteClass::dash:
         case ByteClass::slash: {
             const std::size_t comment = skipComment(text, at);
-            at = comment == at ? at + 1 : skipReadable(text, at, comment);
+            at = comment == at ? at + 1 : comment;
             break;
         }
         case ByteClass::invalid:

@@ -13,6 +13,17 @@ std::string shortened(std::string_view text) {
     return left.size() < text.size() ? std::string(left) + "..." : std::string(left);
 }
 
+// Bytes that no statement holds outside its texts are refused wherever they stand: in the shape of a statement they stand for
+// its literals.
+std::size_t readableUpTo(std::string_view text, std::size_t from, std::size_t end) {
+    for (; from < end; ++from) {
+        if (byteClass(text[from]) == ByteClass::invalid) {
+            raiseInvalidByte(text[from]);
+        }
+    }
+    return end;
+}
+
 bool isDigitAt(std::string_view text, std::size_t at) noexcept {
     return at < text.size() && byteClass(text[at]) == ByteClass::digit;
 }
@@ -40,11 +51,12 @@ std::size_t skipComment(std::string_view text, std::size_t at) {
     const std::string_view rest = text.substr(at);
     if (rest.starts_with("--")) {
         const std::size_t end = text.find('\n', at);
-        return end == std::string_view::npos ? text.size() : end + 1;
+        return readableUpTo(text, at, end == std::string_view::npos ? text.size() : end + 1);
     }
     if (!rest.starts_with("/*")) {
         return at;
     }
+    const std::size_t begin = at;
     std::size_t depth = 0;
     while (at < text.size()) {
         if (text.substr(at).starts_with("/*")) {
@@ -53,7 +65,7 @@ std::size_t skipComment(std::string_view text, std::size_t at) {
         } else if (text.substr(at).starts_with("*/")) {
             at += 2;
             if (--depth == 0) {
-                return at;
+                return readableUpTo(text, begin, at);
             }
         } else {
             ++at;
@@ -66,7 +78,7 @@ std::size_t skipQuotedName(std::string_view text, std::size_t at) {
     const char close = text[at] == '[' ? ']' : text[at];
     for (std::size_t end = text.find(close, at + 1); end != std::string_view::npos; end = text.find(close, end + 2)) {
         if (end + 1 >= text.size() || text[end + 1] != close) {
-            return end + 1;
+            return readableUpTo(text, at, end + 1);
         }
     }
     raiseError(errors::unclosedQuote,

@@ -60,6 +60,7 @@ TEST(Shape, refuses_what_cannot_be_told_apart) {
     for (const char* text : {"select \x01", "select [a\x02]", "select \"\x01\"", "select 1 --\x02", "select 1 /*\x01*/",
                              "select [a\x7F]"}) {
         EXPECT_EQ(numberOf(text), 102) << text;
+        EXPECT_THROW(Tokens{text}, Error) << text;
     }
     EXPECT_EQ(numberOf("select N'\x01' --\t'\r\n, [a\tb]"), 0);
     EXPECT_EQ(numberOf("select \"x"), 105);
