@@ -8,8 +8,9 @@ namespace z7::cashflow::host {
 
 namespace {
 
-/// Classes of SQL states that tell of the database and not of a value: connection, a transaction that is gone, rollback by the
-/// server (deadlock, lock), resources (disk full), intervention of an operator, system (input and output, broken file), and general failures.
+/// Classes of SQL states that tell of the database and not of a value: connection, a transaction that is gone, rollback by
+/// the server (deadlock, lock), resources (disk full), intervention of an operator, system (input and output, broken file),
+/// and general failures.
 constexpr std::array<std::string_view, 8> failingClasses{"08", "25", "40", "53", "57", "58", "HY", "XX"};
 /// What the embedded database says in a general failure of one statement: its error without a kind, a value that is too
 /// big, of another type, or out of range. It leaves the database sound.

@@ -115,14 +115,18 @@ std::string reasonText(Language language, const std::string& reason) {
         return reason.substr(0, lineBreak) + (language == Language::chinese ? "；" : "; ") +
                reason.substr(lineBreak + 2);
     }
+    // The library puts two tabs behind a text on a row, before its line and before the number of a column; any other tab belongs
+    // to a text of somebody else.
     const std::size_t firstTab = reason.find('\t');
-    if (firstTab == std::string::npos) {
+    const std::size_t secondTab = firstTab == std::string::npos ? firstTab : reason.find('\t', firstTab + 1);
+    const bool tellsLine = secondTab != std::string::npos && secondTab + 1 < reason.size() &&
+                           reason.find_first_not_of("0123456789", secondTab + 1) == std::string::npos;
+    if (!tellsLine) {
         if (const auto platform = platformReason(language, reason)) {
             return *platform;
         }
         return language == Language::chinese ? guardInChinese(reason) : reason;
     }
-    const std::size_t secondTab = reason.find('\t', firstTab + 1);
     const std::string line = reason.substr(firstTab + 1, secondTab - firstTab - 1);
     const std::string text = reason.substr(0, firstTab);
     return line.empty() ? text : hostText(language, HostText::reasonAtLine, {text, line});

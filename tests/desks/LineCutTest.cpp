@@ -16,6 +16,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <functional>
 #include <optional>
 #include <string>
@@ -265,6 +266,7 @@ TEST_P(LineCutTest, ADeadlockAtAnyRequestOfASaveLeavesNothingOfItAndKeepsTheSess
     if (!office_->lines()->chooseVictimAt(mostRequests)) {
         GTEST_SKIP() << "the server cannot be told when to find a deadlock";
     }
+    office_->lines()->stopCounting();
     const host::VoucherHead voucher = voucherOfSeveralRows(*desk);
     auto& connection = dynamic_cast<odbc::Connection&>(desk->connection());
     const auto before = found();
@@ -276,7 +278,6 @@ TEST_P(LineCutTest, ADeadlockAtAnyRequestOfASaveLeavesNothingOfItAndKeepsTheSess
         direct("update gl_accvouch set cDefine1=null" + ofVoucher);
         ASSERT_EQ(found(), before);
     };
-    office_->lines()->stopCounting();
     ASSERT_EQ(saveOnce(*desk, voucher).reached, Step::done);
     const auto after = found();
     undo();
@@ -324,30 +325,28 @@ TEST_P(LineCutTest, ADeadlockAtAnyRequestOfASaveLeavesNothingOfItAndKeepsTheSess
 
 // A key of which only the first columns have come would find more records than the one to be changed.
 TEST(PrimaryKey, OfATableIsWholeOrAnError) {
-    for (const OfficeKind& kind : officesWithLines()) {
-        const auto office = kind.make();
-        if (office == nullptr || kind.name != "odbc_sqlite") {
-            continue;
-        }
-        const auto observers = std::make_shared<odbc::Observers>();
-        const auto environment = std::make_shared<odbc::Environment>();
-        const odbc::ConnectionOptions options = odbc::parseConnectionString(office->connectionString(5000));
-        std::vector<std::string> whole;
-        int step = 0;
-        for (bool cut = true; cut && step < mostRequests;) {
-            SCOPED_TRACE(++step);
-            const auto session = std::make_shared<odbc::Session>(options, step, environment, observers);
-            CutCalls::countFetches(true);
-            office->lines()->cutAt(step, Cut::beforeRequest);
-            const auto error = errorIn([&] { whole = session->primaryKey("", "gl_accvouch"); });
-            cut = office->lines()->stopCounting();
-            CutCalls::countFetches(false);
-            EXPECT_EQ(error.has_value(), cut);
-            EXPECT_TRUE(!cut || (tellsCutLine(*error) && session->isLost()));
-        }
-        EXPECT_EQ(step, 8) << "the call, six columns and the end, and then none";
-        EXPECT_EQ(whole.size(), 5U);
+    const std::vector<OfficeKind> kinds = offices();
+    const auto kind = std::find_if(kinds.begin(), kinds.end(), [](const auto& k) { return k.name == "odbc_sqlite"; });
+    ASSERT_NE(kind, kinds.end());
+    const auto office = kind->make();
+    const auto observers = std::make_shared<odbc::Observers>();
+    const auto environment = std::make_shared<odbc::Environment>();
+    const odbc::ConnectionOptions options = odbc::parseConnectionString(office->connectionString(5000));
+    std::vector<std::string> whole;
+    int step = 0;
+    for (bool cut = true; cut && step < mostRequests;) {
+        SCOPED_TRACE(++step);
+        const auto session = std::make_shared<odbc::Session>(options, step, environment, observers);
+        CutCalls::countFetches(true);
+        office->lines()->cutAt(step, Cut::beforeRequest);
+        const auto error = errorIn([&] { whole = session->primaryKey("", "gl_accvouch"); });
+        cut = office->lines()->stopCounting();
+        CutCalls::countFetches(false);
+        EXPECT_EQ(error.has_value(), cut);
+        EXPECT_TRUE(!cut || (tellsCutLine(*error) && session->isLost()));
     }
+    EXPECT_EQ(step, 8) << "the call, five columns and the end; the next run passes";
+    EXPECT_EQ(whole.size(), 5U);
 }
 
 TEST_P(LineCutTest, AtEveryRequestOfWorkOnOwnSessionsIsToldAndTheNextWorkPasses) {

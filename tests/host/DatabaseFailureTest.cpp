@@ -12,6 +12,8 @@ TEST(DatabaseFailure, IsTheDatabaseAndNotTheVoucher) {
     EXPECT_TRUE(isDatabaseFailure(Error(778, "CashFlow", "disk I/O error", "HY000")));
     EXPECT_TRUE(isDatabaseFailure(Error(1, "SQLite", "no such table: gl_accvouch", "42S02")));
     EXPECT_TRUE(isDatabaseFailure(Error(0, "x", "connection lost", "08S01")));
+    EXPECT_TRUE(isDatabaseFailure(Error(3930, "CashFlow", "the transaction is gone", "25000")));
+    EXPECT_TRUE(isDatabaseFailure(Error(1205, "CashFlow", "deadlock", "40001")));
     EXPECT_FALSE(isDatabaseFailure(Error(errors::typeMismatch, "CashFlow", "Type mismatch")))
         << "13 is not always a full disk";
     EXPECT_FALSE(isDatabaseFailure(Error(errors::badArgument, "CashFlow", "5")));

@@ -63,12 +63,15 @@ TEST(ReasonText, LeavesOtherTextsAsTheyAre) {
     for (const Language language : {Language::english, Language::chinese}) {
         EXPECT_EQ(reasonText(language, "Overflowing"), "Overflowing");
         EXPECT_EQ(reasonText(language, "near \"x\": syntax error"), "near \"x\": syntax error");
+        for (const char* text : {"converting 'a\tb'", "converting 'a\tb\tc'", "a\t1\t", "a\t1", "a\t1\t2\t3"}) {
+            EXPECT_EQ(reasonText(language, text), text);
+        }
     }
 }
 
 TEST(ReasonText, TellsTheLineInWords) {
-    EXPECT_EQ(reasonText(Language::english, "The item is missing.\t3\tcCashItem"), "The item is missing. (line 3)");
-    EXPECT_EQ(reasonText(Language::chinese, "项目不能为空\t3\tcCashItem"), "项目不能为空（第 3 条分录）");
+    EXPECT_EQ(reasonText(Language::english, "The item is missing.\t3\t4"), "The item is missing. (line 3)");
+    EXPECT_EQ(reasonText(Language::chinese, "项目不能为空\t3\t4"), "项目不能为空（第 3 条分录）");
     EXPECT_EQ(reasonText(Language::english, "debit 1.00\r\ncredit 2.00"), "debit 1.00; credit 2.00");
     EXPECT_EQ(reasonText(Language::chinese, "借方 1.00\r\n贷方 2.00"), "借方 1.00；贷方 2.00");
 }

@@ -132,7 +132,7 @@ TEST_F(TableFilesTest, WordsEveryReasonInTheUsersLanguage) {
     EXPECT_EQ(refusalOf("code.csv", head + "2024,1001,x,maybe\n"), line + " bend 列：“maybe”不是 0、1、true 或 false");
     const std::string name(121, 'x');
     EXPECT_EQ(refusalOf("code.csv", head + "2024,1001," + name + ",1\n"),
-              line + " ccode_name 列：“" + name.substr(0, 60) + "”超过 120 个字符");
+              line + " ccode_name 列：“" + name.substr(0, 60) + "...”超过 120 个字符");
     EXPECT_THAT(refusalOf("code.csv", head + "2024,1001,x,1\n2024,1001,y,1\n"),
                 StartsWith("code.csv 第 3 行：数据库拒绝这一行："));
     EXPECT_EQ(refusalOf("GL_CashItemDataSource.csv", "iyear,cDataSource,bdir,dStartDate\n2024,1001,1,31.01.2024\n"),
@@ -143,8 +143,9 @@ TEST_F(TableFilesTest, WordsEveryReasonInTheUsersLanguage) {
 
 TEST_F(TableFilesTest, WantsAsManyFieldsAsColumns) {
     EXPECT_EQ(refusalOf("dsign.csv", "isignseq,csign\n1,a\n2,b,c\n"),
-              "dsign.csv, line 3: fields: 3, but column names: 2");
-    EXPECT_EQ(refusalOf("dsign.csv", "isignseq,csign\n1\n"), "dsign.csv, line 2: fields: 1, but column names: 2");
+              "dsign.csv, line 3: the number of fields is 3, that of the column names 2");
+    EXPECT_EQ(refusalOf("dsign.csv", "isignseq,csign\n1\n"),
+              "dsign.csv, line 2: the number of fields is 1, that of the column names 2");
 }
 
 TEST_F(TableFilesTest, TellsWhatIsNoCsv) {

@@ -27,11 +27,12 @@ public:
 
     /// Begins a transaction. Error of the database if one is open.
     virtual void begin() = 0;
-    /// Makes the transaction's changes lasting, and ends it. Error of the database if none is open, or if the database has taken
-    /// it back by itself; then only rollback ends it.
+    /// Makes the transaction's changes lasting, and ends it. Error of the database if none is open; if the database has taken it
+    /// back by itself; or if its answer got lost, after which the changes may be lasting or not. In the last two cases only
+    /// rollback ends it.
     virtual void commit() = 0;
-    /// Takes the transaction's changes back, as far as the database has not done so already, and ends it. Error of the database
-    /// if none is open.
+    /// Takes the transaction's changes back, as far as they are not lasting or gone already, and ends it. Error of the database if
+    /// none is open.
     virtual void rollback() = 0;
     /// True between begin and commit or rollback.
     [[nodiscard]] virtual bool inTransaction() const noexcept = 0;

@@ -11,6 +11,13 @@ namespace {
 
 constexpr int badRow = 8114;
 
+/// As much of a value as a message shows.
+std::string shortened(std::string_view value) {
+    constexpr std::size_t mostCharacters = 60;
+    const std::string_view shown = leftCharacters(value, mostCharacters);
+    return std::string(shown) + (shown.size() < value.size() ? "..." : "");
+}
+
 /// The reason in English.
 std::string sentence(LoadError::Kind kind, const std::vector<std::string>& arguments) {
     using Kind = LoadError::Kind;
@@ -30,7 +37,7 @@ std::string sentence(LoadError::Kind kind, const std::vector<std::string>& argum
     case Kind::noWhole:
         return "\"" + arguments.at(0) + "\" is not a whole number from " + arguments.at(1) + " to " + arguments.at(2);
     case Kind::noNumber:
-        return "\"" + arguments.at(0) + "\" is not a number, written without thousands commas";
+        return "\"" + arguments.at(0) + "\" is not a number (thousands commas are not allowed)";
     case Kind::noDate:
         return "\"" + arguments.at(0) + "\" is not a date, written year first";
     case Kind::tooLong:
@@ -157,7 +164,7 @@ void TableLoader::add(const std::vector<std::optional<std::string_view>>& values
         auto value = columnValue(column, *values[i]);
         if (!value) {
             Wanted reason = wanted(column);
-            reason.arguments.emplace(reason.arguments.begin(), leftCharacters(*values[i], 60));
+            reason.arguments.insert(reason.arguments.begin(), shortened(*values[i]));
             refuse(reason.kind, column.name, std::move(reason.arguments));
         }
         values_[i] = std::move(*value);

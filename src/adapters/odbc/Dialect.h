@@ -72,6 +72,8 @@ public:
     [[nodiscard]] virtual std::string columnText(const std::string& name) const = 0;
     /// A value as this database keeps it in a column of that type.
     [[nodiscard]] virtual Variant stored(const Variant& value) const = 0;
+    /// How the place of a value stands in a comparison with a column.
+    [[nodiscard]] virtual std::string comparand(const Variant& /*value*/) const { return "?"; }
     /// The columns by which a record of the result can be found again; empty if there are none.
     [[nodiscard]] virtual std::vector<std::string> key(Driver& driver, const tsql::TableName& table,
                                                        const std::vector<DriverColumn>& columns) = 0;

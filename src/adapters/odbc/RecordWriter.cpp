@@ -81,8 +81,12 @@ void RecordWriter::addValue(Command& command, const Variant& value) const {
 
 void RecordWriter::addCondition(Command& command, const std::string& column, const Variant& value) const {
     command.text += session_->dialect().columnText(column);
-    command.text += value.isNull() ? " is " : " = ";
-    addValue(command, value);
+    if (value.isNull()) {
+        command.text += " is null";
+        return;
+    }
+    command.text += " = " + session_->dialect().comparand(value);
+    command.values.push_back(session_->dialect().stored(value));
 }
 
 std::string RecordWriter::columnName(int column) const { return columns_[static_cast<std::size_t>(column)].name; }

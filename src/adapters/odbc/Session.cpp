@@ -33,9 +33,9 @@ void requireWholeText(std::string_view text, const char* what) {
 bool namesWhatAlters(const std::string& text) {
     static constexpr std::array<std::string_view, 6> beginnings = {"select", "insert", "update",
                                                                    "delete", "drop",   "if"};
-    static constexpr std::array<std::string_view, 15> words = {
-        "begin", "commit",  "rollback", "save",    "tran",   "transaction", "exec",      "execute",
-        "use",   "declare", "revert",   "setuser", "create", "alter",       "statistics"};
+    static constexpr std::array<std::string_view, 17> words = {
+        "begin",   "commit", "rollback", "save",   "tran",  "transaction", "exec", "execute", "use",
+        "declare", "revert", "setuser",  "create", "alter", "statistics",  "dbcc", "open"};
     const auto isOneOf = [](const auto& list, std::string_view word) {
         return std::find(list.begin(), list.end(), word) != list.end();
     };
@@ -291,8 +291,8 @@ void Session::requireTransactionAlive() const {
                          "back here before going on."
                        : "The server has rolled the transaction back; roll it back here before going on.";
     } else if (transaction_ == Transaction::unknown) {
-        reason = "The line to the server was cut while it stored the transaction, so it may be stored or not; roll it "
-                 "back here and read what is stored before going on.";
+        reason = "The line to the server was cut while the server was storing the transaction, which may be stored or "
+                 "not; roll it back here and read what is stored before going on.";
     }
     if (reason != nullptr) {
         throw Error(errors::transactionLost, errorSource, reason, "25000");
@@ -321,7 +321,7 @@ void Session::commit() {
         }
         transaction_ = Transaction::unknown;
         throw Error(error.number(), error.source(),
-                    error.description() + " Whether the transaction was stored is not known.", error.sqlState());
+                    "Whether the transaction was stored is not known. " + error.description(), error.sqlState());
     }
     transaction_ = Transaction::none;
 }

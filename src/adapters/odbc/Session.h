@@ -55,7 +55,7 @@ public:
     [[nodiscard]] bool isIdle() const noexcept override;
 
 private:
-    /// Of a transaction that is gone the server has undone everything; it is unknown where the line was cut while it was stored.
+    /// Gone: the server has undone everything. Unknown: the line was cut while the server was storing it.
     enum class Transaction { none, open, gone, unknown };
     static constexpr std::size_t mostShapes = 256;
 

@@ -196,6 +196,12 @@ std::string TsqlDialect::tableText(const tsql::TableName& table) const {
 
 std::string TsqlDialect::columnText(const std::string& name) const { return serverName(name); }
 
+std::string TsqlDialect::comparand(const Variant& value) const {
+    // Drivers send times in a finer type than the columns have, to which the server would widen the column's thirds of a
+    // hundredth of a second.
+    return value.is<Date>() ? "cast(? as datetime)" : "?";
+}
+
 std::vector<std::string> TsqlDialect::key(Driver& driver, const tsql::TableName& table,
                                           const std::vector<DriverColumn>& columns) {
     const std::string database = databaseOf(table);

@@ -20,6 +20,7 @@ public:
     [[nodiscard]] std::string tableText(const tsql::TableName& table) const override;
     [[nodiscard]] std::string columnText(const std::string& name) const override;
     [[nodiscard]] Variant stored(const Variant& value) const override { return value; }
+    [[nodiscard]] std::string comparand(const Variant& value) const override;
     [[nodiscard]] std::vector<std::string> key(Driver& driver, const tsql::TableName& table,
                                                const std::vector<DriverColumn>& columns) override;
     std::int64_t change(Driver& driver, const std::string& text, const std::vector<Variant>& values) override;

@@ -32,7 +32,7 @@ struct Context {
     std::string VouchBillName;    ///< the user who made the voucher
     bool VouchEdit = false;       ///< whether another user's voucher may be edited
     bool VouchLockSucc = false;   ///< kept for the host
-    bool bCashCode = false;       ///< rows stand on the lines of cash accounts; else on the lines of all others
+    bool bCashCode = false;       ///< rows stand on the lines of cash-flow accounts; else on the lines of all others
     bool bAutoDisplay = false;    ///< a generated row that found no item is kept
     bool bXJLL = false;           ///< last answer to the account option of that name; nothing reads it
     bool iUpdateCashFlow = false; ///< the operator's voucher option of that name

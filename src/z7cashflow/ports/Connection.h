@@ -33,10 +33,12 @@ public:
 
     /// Begins a transaction. Nested transactions are not offered: error of the database if one is open.
     virtual void BeginTrans() = 0;
-    /// Makes the transaction's changes lasting, and ends it. Error of the database if none is open, or if the database has taken it
-    /// back by itself, after which it has to be rolled back here as well.
+    /// Makes the transaction's changes lasting, and ends it. Error of the database if none is open; if the database has taken it
+    /// back by itself; or if its answer got lost, after which the changes may be lasting or not. In the last two cases it has to be
+    /// rolled back here as well.
     virtual void CommitTrans() = 0;
-    /// Takes the transaction's changes back, and ends it. Error of the database if none is open.
+    /// Takes the transaction's changes back, as far as they are not lasting or gone already, and ends it. Error of the database if
+    /// none is open.
     virtual void RollbackTrans() = 0;
 };
 

@@ -26,7 +26,7 @@ public:
     virtual void VoucherTempTable(const std::string& value) = 0;
     /// The user's login, for this thread; to be set before any other operation.
     virtual void objLogin(const std::shared_ptr<Z7Login>& value) = 0;
-    /// The number that the voucher had before this save, for a voucher that no longer has a cash account. Gives null.
+    /// The number that the voucher had before this save, for a voucher that no longer has a cash-flow account. Gives null.
     virtual Variant SetOldVouchNoID(const std::int32_t& vdata) = 0;
 
     /// The stored rows of a voucher, or nothing if none are stored. Sets the context's year from dbill_date. A voucher
@@ -36,7 +36,7 @@ public:
                          std::int16_t isignseq, std::int32_t iNo_id, Date dbill_date) = 0;
 
     /// Rows generated from the voucher's lines under the context's year; empty, but never nothing, where the voucher moves no
-    /// cash. Error 94 if a line on a cash account lacks an amount.
+    /// cash. Error 94 if a line on a cash-flow account lacks an amount.
     [[nodiscard]] virtual std::shared_ptr<CashFlowCollection>
     CreateCashFlowColFromDB(Connection& objCon, const std::string& strVoucherTable, std::uint8_t iPeriod,
                             std::int16_t isignseq, std::int32_t iNo_id, Date dbill_date) = 0;

@@ -25,11 +25,11 @@ public:
                                                             bool blnCreateCF = false) = 0;
 
     /// The stored rows of a voucher, or generated ones where none are stored. The XML of no rows where the voucher has no
-    /// cash account.
+    /// cash-flow account.
     [[nodiscard]] virtual std::string GetCashFlowColFromDB(Connection& objCon, const std::string& strVoucherTable,
                                                            const std::string& coutNo_id) = 0;
 
-    /// Rows generated from the voucher's lines. Empty where the voucher has no cash account.
+    /// Rows generated from the voucher's lines. Empty where the voucher has no cash-flow account.
     [[nodiscard]] virtual std::string CreateCashFlowColFromDB(Connection& objCon, const std::string& strVoucherTable,
                                                               const std::string& coutNo_id) = 0;
 
@@ -44,7 +44,7 @@ public:
 
     /// Replaces the stored rows of the ledger voucher made from this one, in the context's year; true on every return. Left out or
     /// empty, the rows are found or generated and handed back in strCFColxml. blnCheckCF left out or true compares rows
-    /// and sums: error 10009 if they do not fit. A voucher without a cash account saves and deletes nothing.
+    /// and sums: error 10009 if they do not fit. A voucher without a cash-flow account saves and deletes nothing.
     virtual bool SaveCashFlowCol(Connection& objCon, const std::string& strVoucherTable, const std::string& coutNo_id,
                                  std::string* strCFColxml = nullptr, bool* blnCheckCF = nullptr) = 0;
 };

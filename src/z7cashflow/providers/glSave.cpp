@@ -123,7 +123,7 @@ void GlSave::removeReplacedRows(const CashFlowCollection& collection) const {
     count->Close();
 }
 
-// A voucher without a cash account stores nothing; what an earlier form of it left behind goes.
+// A voucher without a cash-flow account stores nothing; what an earlier form of it left behind goes.
 void GlSave::removeLeftBehind(const CashFlowCollection* collection) const {
     if (collection != nullptr && collection->iNo_id() == collection->ibackno_id()) {
         objCon.Execute(deleteStatement(iPeriod, isignseq, iNo_id));

@@ -13,7 +13,7 @@ namespace z7::cashflow {
                                           std::string& strInfo);
 
 /// As CheckColAgainstVoucher, and whether the rows' sum meets the voucher's cash sum to less than 0.001. Rows on accounts
-/// that are no cash accounts count with the opposite sign, since they stand on the other side of the voucher.
+/// that are no cash-flow accounts count with the opposite sign, since they stand on the other side of the voucher.
 [[nodiscard]] bool CheckColSum(Connection& objCon, const CashFlowCollection& collection, double voucherSum,
                                std::string& strInfo);
 

@@ -10,7 +10,7 @@
 
 namespace z7::cashflow {
 
-/// Debit less credit over a voucher's lines on cash accounts, from the current record to the end. A voucher of which it
+/// Debit less credit over a voucher's lines on cash-flow accounts, from the current record to the end. A voucher of which it
 /// is exactly 0 needs no rows. Error 94 if such a line lacks an amount.
 [[nodiscard]] double cashSum(Recordset& lines);
 

@@ -39,6 +39,8 @@ public:
     [[nodiscard]] virtual Capability waitsForLock() const { return {}; }
     /// Errors carry the numbers and states that the suite's server gives them.
     [[nodiscard]] virtual Capability tellsErrorNumbers() const { return {}; }
+    /// Of a text that ends early, with a quote left over, the quote is told and not what stands before it.
+    [[nodiscard]] virtual Capability tellsLeftOverQuoteFirst() const { return {}; }
     /// A column of a result that is an expression without an alias has the empty name.
     [[nodiscard]] virtual Capability leavesExpressionsUnnamed() const { return {}; }
     /// A batch that cannot be parsed does not end the transaction.

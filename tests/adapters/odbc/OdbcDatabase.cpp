@@ -153,6 +153,11 @@ conformance::Capability ServerDatabase::tellsErrorNumbers() const {
     return {};
 }
 
+conformance::Capability ServerDatabase::tellsLeftOverQuoteFirst() const {
+    const Error error = conformance::errorOf([this] { open()->Execute("select * from code where ccode=N'a'b'"); });
+    return {error.number() == 105, "this server tells what stands behind the text first: " + error.description()};
+}
+
 conformance::Capability ServerDatabase::leavesExpressionsUnnamed() const {
     const std::string name = open()->Execute("select count(*) from dsign")->Fields().Name(0);
     return {name.empty(), "this server names an expression by its function: " + name};

@@ -50,6 +50,7 @@ public:
     [[nodiscard]] conformance::Capability selectInto() const override;
     [[nodiscard]] conformance::Capability waitsForLock() const override;
     [[nodiscard]] conformance::Capability tellsErrorNumbers() const override;
+    [[nodiscard]] conformance::Capability tellsLeftOverQuoteFirst() const override;
     [[nodiscard]] conformance::Capability leavesExpressionsUnnamed() const override;
     [[nodiscard]] conformance::Capability keepsTransactionAfterBadSyntax() const override;
 

@@ -48,8 +48,8 @@ TEST_F(PooledSession, is_not_handed_out_again_after_texts_that_may_have_altered_
           "update fitemss98 set citemname=N'x' set language German", "update statistics code set dateformat dmy",
           "begin transaction", "select 1 as a; use master", "create table #t (a int)", "select * into #t from code",
           "select * into [#t] from code", "select * from code; alter database x set offline",
-          "sp_setapprole N'a', N'b'", "exec sp_x", "setuser N'a'", "select 1 as a revert", "declare @a int", "",
-          "select N'unclosed"}) {
+          "sp_setapprole N'a', N'b'", "exec sp_x", "setuser N'a'", "select 1 as a revert", "declare @a int",
+          "select 1 as a dbcc traceon(1)", "", "select N'unclosed"}) {
         const int session = sessionOf(text);
         EXPECT_NE(sessionOf(honest), session) << text;
     }

@@ -99,7 +99,7 @@ TEST_F(TableLoaderTest, tells_column_and_reason) {
              {{std::nullopt, "1", "1", "n"}, "iyear", Kind::noValue, {}},
              {{"2013", "1", "2", "n"}, "bend", Kind::noTruth, {"2"}},
              {{"2013", "1", "yes", "n"}, "bend", Kind::noTruth, {"yes"}},
-             {{"2013", "1", "1", longName}, "ccode_name", Kind::tooLong, {std::string(60, 'x'), "120"}}}) {
+             {{"2013", "1", "1", longName}, "ccode_name", Kind::tooLong, {std::string(60, 'x') + "...", "120"}}}) {
         const LoadError error = refusal([&] { loader.add(bad.row); });
         EXPECT_EQ(error.column(), bad.column) << error.description();
         EXPECT_EQ(error.kind(), bad.kind) << error.description();
