@@ -13,6 +13,15 @@ protected:
                                "dbegin<='2013-01-05' and dend>='2013-01-05' ";
 };
 
+TEST_F(Settings, AMissingAccountOptionIsEmptyWhereTheHostHasNoMessageBoxes) {
+    modPublic::context().createMessageBox = nullptr;
+    database.answer(option, {{"cvalue", "cdefault"}, {}, {}});
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(data.GetAccInfo(connection, "GL", "bCashCode"), "");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "GetAccinfo Error!: GL--bCashCode\n");
+    EXPECT_EQ(database.openRecordsets(), Lines{});
+}
+
 TEST_F(Settings, AnAccountOptionIsItsValueAsTextAndEmptyForNull) {
     database.answerInTurn(option, {{{"cvalue", "cdefault"}, {{"True", "False"}}, {}},
                                    {{"cvalue", "cdefault"}, {{Null{}, "False"}}, {}},

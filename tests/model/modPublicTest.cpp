@@ -158,9 +158,28 @@ TEST_F(LoginContext, TheMessageBoxIsMadeOnceAndToldTheLanguageEachTime) {
     EXPECT_EQ(modPublic::context().messageBoxObject, messages);
 }
 
-TEST_F(LoginContext, WithoutAMaker_NoMessageCanBeShown) {
+TEST_F(LoginContext, WithoutAMakerMessagesGoToTheErrorStreamAndNoQuestionIsAnsweredWithYes) {
     modPublic::context().createMessageBox = nullptr;
-    EXPECT_ERROR(modPublic::ShowMessage("text", 0, "", "", 0), errors::objectNotSet);
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(modPublic::ShowMessage("text", 0, "", "", 0), 1);
+    EXPECT_EQ(modPublic::ShowMessage("notice", 64, "title", "", 0), 1);
+    EXPECT_EQ(modPublic::ShowMessage("delete?", 36, "title", "", 0), 7);
+    EXPECT_EQ(modPublic::ShowMessage("really?", 292, "", "", 0), 7);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "text\ntitle: notice\ntitle: delete?\nreally?\n");
+    EXPECT_EQ(modPublic::context().messageBoxObject, nullptr) << "a maker that comes later is asked";
+}
+
+TEST_F(LoginContext, ABadKeyRaisesNothingWithoutAMakerEither) {
+    modPublic::context().createMessageBox = nullptr;
+    login->texts->failure = Error(1, "catalogue", "no such text");
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(modPublic::GetText("key"), "");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "no such text\n");
+}
+
+TEST_F(LoginContext, AnErrorOfTheDebugSinkHasNoEffect) {
+    modPublic::context().debugSink = [](const std::string&) { throw Error(5, "host", "the log is full"); };
+    EXPECT_NO_THROW(modPublic::DebugText("111"));
 }
 
 TEST_F(LoginContext, DirectionsAreLeftAloneInChinese) {

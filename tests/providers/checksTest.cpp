@@ -174,6 +174,29 @@ TEST_F(Checks, ACatalogueWhoseFailureCannotEvenBeShownLeavesThatPartEmpty) {
     EXPECT_EQ(info, "50.00\r\n0.00");
 }
 
+TEST_F(Checks, TheTextsOfTwoSumsAreLookedUpInTheirOrder) {
+    world.setSum(50.0);
+    EXPECT_FALSE(checkSum(rows));
+    EXPECT_EQ(login->texts->asked, (Lines{"Z7.CW.GL.CashFlow.00003", "Z7.CW.GL.CashFlow.00004",
+                                          "Z7.CW.GL.CashFlow.00006", "Z7.CW.GL.CashFlow.00005"}));
+}
+
+TEST_F(Checks, TheLinesAreClosedBeforeTheReasonIsLookedUp) {
+    login->texts->failure = Error(1, "catalogue", "broken");
+    modPublic::context().createMessageBox = [this]() -> std::shared_ptr<MessageBox> {
+        EXPECT_EQ(world.database.openRecordsets(), Lines{}) << "no box stands while the lines are open";
+        return messages;
+    };
+    for (const auto& [line, account] : std::vector<std::pair<int, const char*>>{{9, "6001"}, {2, "6002"}}) {
+        const Collection one = hostCollection(world);
+        addRow(one, i16(line), account, 0.0, 100.0);
+        modPublic::context().messageBoxObject = nullptr;
+        EXPECT_FALSE(checkRows(one));
+        EXPECT_EQ(info, "");
+    }
+    EXPECT_EQ(messages->log.size(), 4U);
+}
+
 TEST_F(Checks, ASumThatIsNoNumberLeavesItsAmountEmpty) {
     addRow(rows, i16(1), "1001", 1e308, 0.0);
     addRow(rows, i16(1), "1001", 1e308, 0.0);

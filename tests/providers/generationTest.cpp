@@ -205,6 +205,31 @@ TEST_F(Generation, AFailingNameIsIgnoredOnlyWhereTheLineGivesTheItem) {
     errorCameOut();
 }
 
+TEST_F(Generation, AFailingNameOfALineWithoutAnItemIsIgnoredAndThatOfItsTemplateIsNot) {
+    const std::vector<Line> voucher{{1, "1001", 100.0, 0.0, {}, {}, {}}, {2, "6001", 0.0, 100.0, {}, "01", {}}};
+    for (const std::size_t n : {3U, 4U, 5U}) {
+        Ledger fresh;
+        fresh.setLines(voucher);
+        fresh.database.failStatement(n, Error(1205, "server", "deadlock"));
+        if (n == 3) {
+            EXPECT_EQ(create(fresh)->Count(), 0);
+            EXPECT_EQ(fresh.statements(),
+                      (Lines{run(lines()), open(option("bXJLL")), own(itemName("")), own(itemTemplate("6001", false)),
+                             own(itemName("")), own(kind()), run(lines())}));
+        } else {
+            const Error error = errorOf([&] { (void)create(fresh); });
+            EXPECT_EQ(error.number(), 1205) << n;
+            EXPECT_EQ(error.source(), "server");
+            EXPECT_EQ(fresh.statements().size(), n);
+        }
+    }
+}
+
+TEST_F(Generation, AFailingDebugSinkHasNoEffect) {
+    modPublic::context().debugSink = [](const std::string&) { throw Error(5, "host", "the log is full"); };
+    EXPECT_EQ(rowsOf(create(world)), Lines{"2:0:100:01"});
+}
+
 TEST_F(Generation, EveryOtherFailureIsTheCallers) {
     for (const std::size_t n : {1U, 2U, 4U, 5U, 6U}) {
         Ledger fresh;
@@ -308,6 +333,14 @@ TEST_F(RowsOfRecords, TheFirstRecordGivesTheKeyOnlyWhereItHasItWhole) {
         EXPECT_EQ(rows->dbill_date(), Date()) << column;
         EXPECT_EQ(rows->Count(), 1) << column;
     }
+}
+
+TEST_F(RowsOfRecords, ARowOfAVoucherLineKeepsItsOwnIdentity) {
+    const Collection rows = rowsOfRecords({{"RowGuid", "inid", "md", "mc", "ccode", "ccashitem_id", "bCashItem"},
+                                           {{"line's", i16(2), 0.0, 100.0, "6001", "55", false}},
+                                           {}},
+                                          "OUT");
+    EXPECT_EQ(rows->Item(1)->Item("RowGuid"), Variant(GuidSequence::text(1)));
 }
 
 TEST_F(RowsOfRecords, NoRecordGivesNothingAndStillReadsTheOption) {

@@ -83,7 +83,8 @@ public:
                                                   const std::string& coutNo_id);
     /// Does nothing.
     void CallRef(Connection& objCon, const std::string& reference, const Variant& first, const Variant& second);
-    /// Value of an account option; empty if it is null. Where the option is missing, a message box says so and the value is empty.
+    /// Value of an account option; empty if it is null. Where the option is missing, a message box says so, or the
+    /// error stream where the host makes no boxes, and the value is empty.
     [[nodiscard]] std::string GetAccInfo(Connection& objCon, const std::string& csysid, const std::string& cname);
     /// Value of an operator's voucher option; "0" where the operator has no row or the value is null.
     [[nodiscard]] std::string GetVoucherOption(Connection& objCon, const std::string& operatorName,

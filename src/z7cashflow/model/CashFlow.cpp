@@ -53,7 +53,9 @@ const std::vector<std::string>& CashFlow::Fields() const noexcept { return shape
 
 bool CashFlow::CheckCashFlow(std::string& strInfo) const {
     const auto fail = [&](const char* textKey, int column) {
-        strInfo = modPublic::GetText(textKey) + "\t" + toTextOrEmpty(Item("inid")) + "\t" + std::to_string(column);
+        std::string text = modPublic::GetText(textKey) + "\t";
+        text += toTextOrEmpty(Item("inid")) + "\t" + std::to_string(column);
+        strInfo = std::move(text);
         return false;
     };
     if (isNullOrEmpty(Item("cCashItem"))) {

@@ -3,6 +3,7 @@
 #include "z7cashflow/support/Error.h"
 #include "z7cashflow/support/conversions.h"
 
+#include <iostream>
 #include <string_view>
 #include <utility>
 
@@ -11,6 +12,16 @@ namespace z7::cashflow::modPublic {
 namespace {
 
 constexpr const char* chinese = "zh-CN";
+
+// A host without a user interface has its messages on the error stream, and no question is answered with yes.
+std::int32_t reportWithoutBox(const std::string& prompt, std::int32_t buttons, const std::string& title) {
+    constexpr std::int32_t buttonSet = 15;
+    constexpr std::int32_t yesNo = 4;
+    constexpr std::int32_t ok = 1;
+    constexpr std::int32_t no = 7;
+    std::cerr << title << (title.empty() ? "" : ": ") << prompt << '\n';
+    return (buttons & buttonSet) == yesNo ? no : ok;
+}
 
 std::string lookUp(const std::string& key, const std::vector<Variant>& arguments) {
     const Context& state = context();
@@ -126,7 +137,7 @@ std::int32_t ShowMessage(const std::string& prompt, std::int32_t buttons, const 
     }
     const std::string locale = toText(requiredLogin().LocaleId());
     if (!state.messageBoxObject) {
-        raisePlatformError(errors::objectNotSet, "there is no message box to show: " + prompt);
+        return reportWithoutBox(prompt, buttons, title);
     }
     state.messageBoxObject->Locale(locale);
     return state.messageBoxObject->Show(prompt, buttons, title, helpFile, helpContext);
@@ -148,7 +159,7 @@ void AppendXmlEscaped(std::string& out, const Variant& value) {
 
 void DebugText(const std::string& text) {
     if (const auto& sink = context().debugSink) {
-        sink(text);
+        ignoringErrors([&] { sink(text); });
     }
 }
 

@@ -73,7 +73,8 @@ void SetIYear(std::int16_t value);
 [[nodiscard]] std::string DirectionText(const std::string& text);
 
 /// Shows a message box and returns the answer (6 yes, 7 no). buttons holds the style bits of MessageBox::Show.
-/// Error 91 without a login, or where nothing can make a message box.
+/// Where the host makes no message boxes the message goes to the error stream, and the answer is no to a question, else 1.
+/// Error 91 without a login.
 std::int32_t ShowMessage(const std::string& prompt, std::int32_t buttons, const std::string& title,
                          const std::string& helpFile, std::int32_t context);
 
@@ -83,7 +84,7 @@ std::int32_t ShowMessage(const std::string& prompt, std::int32_t buttons, const 
 /// The same, put at the end of a text.
 void AppendXmlEscaped(std::string& out, const Variant& value);
 
-/// Hands a text to the debug sink. It has no other effect.
+/// Hands a text to the debug sink. It has no other effect; an Error of the sink is ignored.
 void DebugText(const std::string& text);
 
 /// Error with the source "CashFlow".

@@ -15,17 +15,12 @@ namespace {
 
 constexpr double tolerance = 0.001;
 
-// Whether one row fits; if not, the reason.
-bool rowFits(const CashFlow& row, Recordset& lines, std::string& strInfo) {
+// The key of the reason why a row does not stand on its line's account; null if it does.
+const char* misplacement(const CashFlow& row, Recordset& lines) {
     if (lines.EndOfFile()) {
-        strInfo = modPublic::GetText("Z7.CW.GL.CashFlow.00002");
-        return false;
+        return "Z7.CW.GL.CashFlow.00002";
     }
-    if (!sameAccount(lines.Fields().Item("ccode"), row.Item("ccode"))) {
-        strInfo = modPublic::GetText("Z7.CW.GL.CashFlow.00001");
-        return false;
-    }
-    return row.CheckCashFlow(strInfo);
+    return sameAccount(lines.Fields().Item("ccode"), row.Item("ccode")) ? nullptr : "Z7.CW.GL.CashFlow.00001";
 }
 
 double amountOrZero(const Variant& amount) { return amount.isNull() ? 0.0 : toDouble(amount); }
@@ -53,9 +48,12 @@ std::string textOrEmpty(const char* key) {
     return partOrEmpty([&] { return modPublic::GetText(key); });
 }
 
-std::string directionAndAmount(double value) {
-    const char* side = value > 0 ? "Z7.CW.GL.CashFlow.00004" : "Z7.CW.GL.CashFlow.00005";
-    return textOrEmpty(side) + partOrEmpty([&] { return format(std::fabs(value), "0.00"); });
+// A sum by its name, its side and its amount, looked up in this order.
+std::string namedSum(const char* name, double value) {
+    std::string text = textOrEmpty(name);
+    text += textOrEmpty(value > 0 ? "Z7.CW.GL.CashFlow.00004" : "Z7.CW.GL.CashFlow.00005");
+    text += partOrEmpty([&] { return format(std::fabs(value), "0.00"); });
+    return text;
 }
 
 } // namespace
@@ -65,16 +63,20 @@ bool CheckColAgainstVoucher(Connection& objCon, const CashFlowCollection& collec
     const bool keyed = data.HaveVoucherKey(objCon, collection.VoucherTable());
     const auto lines = data.GetVoucherTable(objCon, collection.VoucherTable(), collection.iPeriod(),
                                             collection.isignseq(), collection.iNo_id());
-    bool fits = true;
     for (const auto& row : collection) {
         filterToLineOf(*row, *lines, collection, keyed);
-        fits = rowFits(*row, *lines, strInfo);
-        if (!fits) {
-            break;
+        if (const char* reason = misplacement(*row, *lines)) {
+            lines->Close();
+            strInfo = modPublic::GetText(reason);
+            return false;
+        }
+        if (!row->CheckCashFlow(strInfo)) {
+            lines->Close();
+            return false;
         }
     }
     lines->Close();
-    return fits;
+    return true;
 }
 
 bool CheckColSum(Connection& objCon, const CashFlowCollection& collection, double voucherSum, std::string& strInfo) {
@@ -85,8 +87,8 @@ bool CheckColSum(Connection& objCon, const CashFlowCollection& collection, doubl
     if (std::fabs(sum - voucherSum) < tolerance) {
         return true;
     }
-    strInfo = textOrEmpty("Z7.CW.GL.CashFlow.00003") + directionAndAmount(voucherSum) + "\r\n";
-    strInfo += textOrEmpty("Z7.CW.GL.CashFlow.00006") + directionAndAmount(sum);
+    strInfo = namedSum("Z7.CW.GL.CashFlow.00003", voucherSum) + "\r\n";
+    strInfo += namedSum("Z7.CW.GL.CashFlow.00006", sum);
     return false;
 }
 
