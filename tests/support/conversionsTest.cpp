@@ -324,5 +324,15 @@ TEST(Characters, AreCodePoints) {
     EXPECT_EQ(leftCharacters("ab", 0), "");
 }
 
+TEST(Texts, AreShortenedBehindSixtyCharactersAndSaySo) {
+    std::string text;
+    for (int i = 0; i < 60; ++i) {
+        text += "借";
+    }
+    EXPECT_EQ(shortened(""), "");
+    EXPECT_EQ(shortened(text), text);
+    EXPECT_EQ(shortened(text + "a"), text + "...");
+}
+
 } // namespace
 } // namespace z7::cashflow

@@ -11,13 +11,6 @@ namespace {
 
 constexpr int badRow = 8114;
 
-/// As much of a value as a message shows.
-std::string shortened(std::string_view value) {
-    constexpr std::size_t mostCharacters = 60;
-    const std::string_view shown = leftCharacters(value, mostCharacters);
-    return std::string(shown) + (shown.size() < value.size() ? "..." : "");
-}
-
 /// The reason in English.
 std::string sentence(LoadError::Kind kind, const std::vector<std::string>& arguments) {
     using Kind = LoadError::Kind;

@@ -44,7 +44,7 @@ public:
     [[nodiscard]] Kind kind() const noexcept { return kind_; }
     /// The column as it was named; empty for wrongCount and refused.
     [[nodiscard]] const std::string& column() const noexcept { return column_; }
-    /// What the sentence speaks of, in the order of the kind's description. A value is cut off behind 60 characters.
+    /// What the sentence speaks of, in the order of the kind's description. A long value is shortened.
     [[nodiscard]] const std::vector<std::string>& arguments() const noexcept { return arguments_; }
 
 private:

@@ -6,13 +6,6 @@
 namespace z7::cashflow::tsql {
 namespace {
 
-constexpr std::size_t quotedLength = 60;
-
-std::string shortened(std::string_view text) {
-    const std::string_view left = leftCharacters(text, quotedLength);
-    return left.size() < text.size() ? std::string(left) + "..." : std::string(left);
-}
-
 // Bytes that no statement holds outside its texts are refused wherever they stand: in the shape of a statement they stand for
 // its literals.
 std::size_t readableUpTo(std::string_view text, std::size_t from, std::size_t end) {

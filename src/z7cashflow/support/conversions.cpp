@@ -411,4 +411,10 @@ std::string_view leftCharacters(std::string_view text, std::size_t count) noexce
     return text.substr(0, at);
 }
 
+std::string shortened(std::string_view text) {
+    constexpr std::size_t mostCharacters = 60;
+    const std::string_view shown = leftCharacters(text, mostCharacters);
+    return std::string(shown) + (shown.size() < text.size() ? "..." : "");
+}
+
 } // namespace z7::cashflow

@@ -63,4 +63,7 @@ namespace z7::cashflow {
 /// The first count characters of a UTF-8 text, or all of it if it has fewer.
 [[nodiscard]] std::string_view leftCharacters(std::string_view text, std::size_t count) noexcept;
 
+/// As much of a text as a message shows of it: 60 characters, and "..." behind them if there are more.
+[[nodiscard]] std::string shortened(std::string_view text);
+
 } // namespace z7::cashflow
