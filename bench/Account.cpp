@@ -3,8 +3,8 @@
 #include "Measure.h"
 
 #include "adapters/sqlite/database.h"
-#include "host/GlobalOptions.h"
-#include "host/HostLogin.h"
+#include "host/cli/GlobalOptions.h"
+#include "host/work/HostLogin.h"
 #include "z7cashflow/model/modPublic.h"
 #include "z7cashflow/support/Guid.h"
 

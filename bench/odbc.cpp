@@ -10,10 +10,10 @@
 #include "adapters/odbc/Connection.h"
 #include "adapters/tsql/Rewriting.h"
 #include "adapters/tsql/shape.h"
-#include "host/AccountMaker.h"
-#include "host/Allotment.h"
-#include "host/TableFiles.h"
-#include "host/VoucherList.h"
+#include "host/account/AccountMaker.h"
+#include "host/account/TableFiles.h"
+#include "host/work/Allotment.h"
+#include "host/work/VoucherList.h"
 #include "z7cashflow/support/conversions.h"
 
 #include <map>

@@ -4,8 +4,8 @@
 #include "Account.h"
 #include "Measure.h"
 
-#include "host/AccountMaker.h"
-#include "host/TableFiles.h"
+#include "host/account/AccountMaker.h"
+#include "host/account/TableFiles.h"
 
 #include <map>
 #include <string>

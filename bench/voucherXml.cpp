@@ -5,8 +5,8 @@
 #include "Measure.h"
 
 #include "adapters/sqlite/database.h"
-#include "host/AccountMaker.h"
-#include "host/TableFiles.h"
+#include "host/account/AccountMaker.h"
+#include "host/account/TableFiles.h"
 #include "z7cashflow/data/DataProvider.h"
 
 #include <sqlite3.h>

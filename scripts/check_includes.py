@@ -15,11 +15,11 @@ LAYERS = ["support", "ports", "model", "data", "providers"]
 
 # What each adapter sees besides itself: the arrows of the picture in ARCHITECTURE.md.
 ADAPTERS = {
-    "cursor": ["z7cashflow/support", "z7cashflow/ports"],
-    "tsql": ["z7cashflow/support", "adapters/cursor"],
+    "shared": ["z7cashflow/support", "z7cashflow/ports"],
+    "tsql": ["z7cashflow/support", "adapters/shared"],
     "guard": ["z7cashflow/support", "z7cashflow/ports", "adapters/tsql"],
-    "odbc": ["z7cashflow/support", "z7cashflow/ports", "adapters/cursor", "adapters/tsql"],
-    "sqlite": ["z7cashflow/support", "z7cashflow/ports", "adapters/cursor", "adapters/tsql"],
+    "odbc": ["z7cashflow/support", "z7cashflow/ports", "adapters/shared", "adapters/tsql"],
+    "sqlite": ["z7cashflow/support", "z7cashflow/ports", "adapters/shared", "adapters/tsql"],
     "terminal": ["z7cashflow/support", "z7cashflow/ports"],
 }
 
@@ -137,10 +137,10 @@ def self_test():
         "adapters/tsql/p.cpp": '#include "host/Command.h"',
         "adapters/tsql/w.h": '#include "z7cashflow/ports/Connection.h"',
         "adapters/tsql/x.cpp": '#include "adapters/guard/StatementGuard.h"',
-        "adapters/cursor/y.cpp": '#include "adapters/tsql/tokens.h"',
-        "adapters/cursor/z.cpp": "#include <utf8proc.h>",
-        "adapters/guard/a.cpp": '#include "adapters/cursor/RowSet.h"',
-        "adapters/terminal/b.cpp": '#include "adapters/cursor/RowSet.h"',
+        "adapters/shared/y.cpp": '#include "adapters/tsql/tokens.h"',
+        "adapters/shared/z.cpp": "#include <utf8proc.h>",
+        "adapters/guard/a.cpp": '#include "adapters/shared/recordset/RowSet.h"',
+        "adapters/terminal/b.cpp": '#include "adapters/shared/recordset/RowSet.h"',
         "adapters/terminal/c.cpp": '#include "adapters/tsql/tokens.h"',
         "adapters/odbc/d.cpp": "#include <sqlite3.h>",
         "adapters/extra/e.cpp": '#include "z7cashflow/ports/Connection.h"',
@@ -151,9 +151,9 @@ def self_test():
     right = {
         "z7cashflow/support/q.cpp": '#include <libxml/tree.h>\n#include <cmath>\n#include "z7cashflow/support/Date.h"',
         "z7cashflow/providers/r.h": '#include "z7cashflow/support/Date.h"\n#include "z7cashflow/data/DataProvider.h"',
-        "adapters/sqlite/s.cpp": '#include <sqlite3.h>\n#include "adapters/cursor/Cursor.h"\n// #include <windows.h>',
+        "adapters/sqlite/s.cpp": '#include <sqlite3.h>\n#include "adapters/shared/recordset/RowSet.h"\n// #include <windows.h>',
         "adapters/odbc/i.cpp": '#include <sqlext.h>\n#include "adapters/tsql/shape.h"\n#include "z7cashflow/ports/Connection.h"',
-        "adapters/tsql/j.cpp": '#include <utf8proc.h>\n#include "adapters/cursor/Column.h"\n#include "adapters/tsql/k.h"',
+        "adapters/tsql/j.cpp": '#include <utf8proc.h>\n#include "adapters/shared/recordset/Column.h"\n#include "adapters/tsql/k.h"',
         "adapters/guard/l.cpp": '#include "adapters/tsql/names.h"\n#include "z7cashflow/support/Error.h"',
         "adapters/terminal/m.cpp": '#include <utf8proc.h>\n#include "z7cashflow/ports/MessageBox.h"',
         "host/t.cpp": '#include "adapters/sqlite/Connection.h"\n#include "adapters/tsql/names.h"\n#include <CLI/CLI.hpp>',

@@ -1,6 +1,6 @@
 // Filters: a text is refused with a told reason, or gives the rows that a look at each row gives.
 
-#include "adapters/cursor/RowFilter.h"
+#include "adapters/shared/recordset/RowFilter.h"
 #include "fuzz/target.h"
 #include "z7cashflow/support/Error.h"
 
@@ -14,16 +14,16 @@
 namespace z7::cashflow::fuzz {
 namespace {
 
-using cursor::ColumnType;
-using cursor::FilterCondition;
-using cursor::RowSet;
+using shared::ColumnType;
+using shared::FilterCondition;
+using shared::RowSet;
 
 RowSet voucherLines() {
-    const std::vector<cursor::Column> columns{{"iperiod", ColumnType::byte, 0},   {"isignseq", ColumnType::int16, 0},
+    const std::vector<shared::Column> columns{{"iperiod", ColumnType::byte, 0},   {"isignseq", ColumnType::int16, 0},
                                               {"ino_id", ColumnType::int32, 0},   {"inid", ColumnType::int16, 0},
                                               {"bCashItem", ColumnType::boolean}, {"md", ColumnType::money, 0},
                                               {"cDefine1", ColumnType::text}};
-    RowSet rows(std::make_shared<const cursor::ColumnList>(columns));
+    RowSet rows(std::make_shared<const shared::ColumnList>(columns));
     const auto addRow = [&](std::int16_t inid, double md, const Variant& text) {
         rows.addInteger(1);
         rows.addInteger(2);
@@ -54,7 +54,7 @@ void run(std::string_view criteria) {
     const RowSet rows = voucherLines();
     std::vector<FilterCondition> conditions;
     try {
-        conditions = cursor::parseFilter(criteria, rows.columns());
+        conditions = shared::parseFilter(criteria, rows.columns());
     } catch (const Error& error) {
         require(error.number() == errors::badFilter || error.number() == errors::unknownField,
                 "a filter is refused with error 3001, or with 3265 for a column that is not there");
@@ -71,7 +71,7 @@ void run(std::string_view criteria) {
             expected.push_back(static_cast<std::uint32_t>(row));
         }
     }
-    cursor::RowFilter filter;
+    shared::RowFilter filter;
     require(filter.match(rows, conditions) == expected, "the index finds what a look at each row finds");
     require(filter.match(rows, conditions) == expected, "and finds it again");
 }

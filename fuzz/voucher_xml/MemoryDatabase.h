@@ -1,7 +1,7 @@
 #pragma once
 
-#include "adapters/cursor/Backend.h"
-#include "adapters/cursor/ClientRecordset.h"
+#include "adapters/shared/recordset/Backend.h"
+#include "adapters/shared/recordset/ClientRecordset.h"
 #include "z7cashflow/ports/Connection.h"
 #include "z7cashflow/support/Error.h"
 
@@ -34,7 +34,7 @@ public:
         return CreateRecordset();
     }
     [[nodiscard]] std::shared_ptr<Recordset> CreateRecordset() override {
-        return std::make_shared<cursor::ClientRecordset>(std::make_shared<Backend>(table_));
+        return std::make_shared<shared::ClientRecordset>(std::make_shared<Backend>(table_));
     }
     void BeginTrans() override {}
     void CommitTrans() override {}
@@ -42,23 +42,23 @@ public:
 
 private:
     struct Table {
-        std::shared_ptr<const cursor::ColumnList> columns = std::make_shared<const cursor::ColumnList>(lineColumns());
+        std::shared_ptr<const shared::ColumnList> columns = std::make_shared<const shared::ColumnList>(lineColumns());
         std::vector<Line> lines;
         std::size_t statements = 0;
     };
 
-    class Writer final : public cursor::RowWriter {
+    class Writer final : public shared::RowWriter {
     public:
         explicit Writer(std::shared_ptr<Table> table) : table_(std::move(table)) {}
-        void insert(const std::vector<cursor::Change>& changes) override {
+        void insert(const std::vector<shared::Change>& changes) override {
             Line line;
-            for (const cursor::Change& change : changes) {
+            for (const shared::Change& change : changes) {
                 line[(*table_->columns)[change.column].name] = change.value;
             }
             table_->lines.push_back(std::move(line));
         }
-        void update(const cursor::RowSet& /*rows*/, std::size_t /*row*/,
-                    const std::vector<cursor::Change>& /*changes*/) override {
+        void update(const shared::RowSet& /*rows*/, std::size_t /*row*/,
+                    const std::vector<shared::Change>& /*changes*/) override {
             raisePlatformError(errors::notUpdatable);
         }
 
@@ -66,25 +66,25 @@ private:
         std::shared_ptr<Table> table_;
     };
 
-    class Runner final : public cursor::Runner {
+    class Runner final : public shared::Runner {
     public:
         explicit Runner(std::shared_ptr<Table> table) : table_(std::move(table)) {}
-        cursor::Result run(const std::string& /*statement*/, bool /*updatable*/) override {
+        shared::Result run(const std::string& /*statement*/, bool /*updatable*/) override {
             ++table_->statements;
-            return {std::make_unique<cursor::RowSet>(table_->columns), std::make_shared<Writer>(table_)};
+            return {std::make_unique<shared::RowSet>(table_->columns), std::make_shared<Writer>(table_)};
         }
 
     private:
         std::shared_ptr<Table> table_;
     };
 
-    class Backend final : public cursor::Backend {
+    class Backend final : public shared::Backend {
     public:
         explicit Backend(std::shared_ptr<Table> table) : table_(std::move(table)) {}
-        std::shared_ptr<cursor::Runner> runner(Connection& /*connection*/) override {
+        std::shared_ptr<shared::Runner> runner(Connection& /*connection*/) override {
             return std::make_shared<Runner>(table_);
         }
-        std::shared_ptr<cursor::Runner> runner(const std::string& /*connectionString*/) override {
+        std::shared_ptr<shared::Runner> runner(const std::string& /*connectionString*/) override {
             return std::make_shared<Runner>(table_);
         }
 
@@ -92,8 +92,8 @@ private:
         std::shared_ptr<Table> table_;
     };
 
-    static std::vector<cursor::Column> lineColumns() {
-        using cursor::ColumnType;
+    static std::vector<shared::Column> lineColumns() {
+        using shared::ColumnType;
         return {{"inid", ColumnType::int16, 0},       {"idoc", ColumnType::int16, 0},
                 {"cdigest", ColumnType::text, 300},   {"ccode", ColumnType::text, 40},
                 {"cexch_name", ColumnType::text, 20}, {"md", ColumnType::money, 0},

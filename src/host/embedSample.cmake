@@ -13,7 +13,7 @@ foreach(kind TABLES DEFINITIONS DOCUMENTS)
   endforeach()
   string(APPEND arrays "constexpr std::array ${kind}{\n${entries}};\n")
 endforeach()
-file(WRITE ${OUTPUT} "#include \"host/sampleData.h\"
+file(WRITE ${OUTPUT} "#include \"host/account/sampleData.h\"
 
 #include <array>
 

@@ -1,6 +1,6 @@
 #include "desks/Desk.h"
 
-#include "host/HostLogin.h"
+#include "host/work/HostLogin.h"
 #include "z7cashflow/model/CashFlow.h"
 #include "z7cashflow/model/modPublic.h"
 #include "z7cashflow/support/conversions.h"

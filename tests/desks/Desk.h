@@ -1,7 +1,7 @@
 #pragma once
 
 #include "desks/Office.h"
-#include "host/VoucherList.h"
+#include "host/work/VoucherList.h"
 #include "z7cashflow/providers/VoucherProvider.h"
 
 #include <functional>

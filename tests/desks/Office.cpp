@@ -5,8 +5,8 @@
 #include "adapters/sqlite/Connection.h"
 #include "adapters/sqlite/database.h"
 #include "desks/CutCalls.h"
-#include "host/AccountMaker.h"
-#include "host/TableFiles.h"
+#include "host/account/AccountMaker.h"
+#include "host/account/TableFiles.h"
 #include "z7cashflow/support/Guid.h"
 
 #include <filesystem>

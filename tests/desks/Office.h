@@ -2,7 +2,7 @@
 
 #include "adapters/conformance/DatabaseUnderTest.h"
 #include "adapters/odbc/CuttingProxy.h"
-#include "host/GlobalOptions.h"
+#include "host/cli/GlobalOptions.h"
 #include "z7cashflow/ports/Connection.h"
 
 #include <gtest/gtest.h>

@@ -1,10 +1,10 @@
-#include "host/AccountMaker.h"
+#include "host/account/AccountMaker.h"
 
 #include "ScratchFolder.h"
 #include "adapters/sqlite/Connection.h"
 #include "adapters/sqlite/database.h"
-#include "host/ExitCode.h"
-#include "host/Failure.h"
+#include "host/cli/ExitCode.h"
+#include "host/cli/Failure.h"
 #include "z7cashflow/support/Error.h"
 #include "z7cashflow/support/conversions.h"
 

@@ -1,4 +1,4 @@
-#include "host/Allotment.h"
+#include "host/work/Allotment.h"
 
 #include "z7cashflow/model/CashFlowCollection.h"
 #include "z7cashflow/model/modPublic.h"

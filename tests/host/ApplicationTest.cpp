@@ -1,4 +1,4 @@
-#include "host/Application.h"
+#include "host/cli/Application.h"
 
 #include "EnvironmentGuard.h"
 #include "RunProgram.h"

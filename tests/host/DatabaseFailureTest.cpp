@@ -1,4 +1,4 @@
-#include "host/databaseFailure.h"
+#include "host/work/databaseFailure.h"
 
 #include <gtest/gtest.h>
 

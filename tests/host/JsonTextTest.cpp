@@ -1,4 +1,4 @@
-#include "host/jsonText.h"
+#include "host/cli/jsonText.h"
 
 #include "z7cashflow/model/CashFlowCollection.h"
 

@@ -1,4 +1,4 @@
-#include "host/reasonText.h"
+#include "host/text/reasonText.h"
 
 #include "z7cashflow/support/Date.h"
 #include "z7cashflow/support/Error.h"

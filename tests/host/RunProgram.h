@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/Application.h"
+#include "host/cli/Application.h"
 
 #include <sstream>
 #include <string>

@@ -3,9 +3,9 @@
 #include "ScratchFolder.h"
 #include "adapters/sqlite/Connection.h"
 #include "adapters/sqlite/database.h"
-#include "host/CsvReader.h"
-#include "host/TableFiles.h"
-#include "host/VoucherKey.h"
+#include "host/account/CsvReader.h"
+#include "host/account/TableFiles.h"
+#include "host/work/VoucherKey.h"
 #include "z7cashflow/support/conversions.h"
 
 #include <gmock/gmock.h>

@@ -1,11 +1,11 @@
-#include "host/ServerAccountMaker.h"
+#include "host/account/ServerAccountMaker.h"
 
 #include "EnvironmentGuard.h"
 #include "RunProgram.h"
 #include "ScratchFolder.h"
 #include "ServerDouble.h"
-#include "host/ExitCode.h"
-#include "host/Failure.h"
+#include "host/cli/ExitCode.h"
+#include "host/cli/Failure.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

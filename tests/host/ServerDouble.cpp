@@ -1,7 +1,7 @@
 #include "ServerDouble.h"
 
-#include "adapters/cursor/ClientRecordset.h"
 #include "adapters/odbc/databaseKeyword.h"
+#include "adapters/shared/recordset/ClientRecordset.h"
 #include "z7cashflow/support/conversions.h"
 
 #include <gtest/gtest.h>
@@ -15,12 +15,12 @@ namespace {
 
 using Answer = std::vector<std::vector<Variant>>;
 
-std::unique_ptr<cursor::RowSet> rowSet(const std::vector<std::string>& columns, const Answer& rows) {
-    std::vector<cursor::Column> described;
+std::unique_ptr<shared::RowSet> rowSet(const std::vector<std::string>& columns, const Answer& rows) {
+    std::vector<shared::Column> described;
     for (const std::string& name : columns) {
-        described.push_back({name, cursor::ColumnType::any, 0});
+        described.push_back({name, shared::ColumnType::any, 0});
     }
-    auto set = std::make_unique<cursor::RowSet>(std::make_shared<const cursor::ColumnList>(std::move(described)));
+    auto set = std::make_unique<shared::RowSet>(std::make_shared<const shared::ColumnList>(std::move(described)));
     for (const auto& row : rows) {
         for (const Variant& value : row) {
             set->add(value);
@@ -131,7 +131,7 @@ public:
         this->table(table).rows.push_back(values);
     }
 
-    [[nodiscard]] cursor::Result answer(const std::string& statement);
+    [[nodiscard]] shared::Result answer(const std::string& statement);
 
     void call(const std::string& event) {
         if (database_.empty()) {
@@ -175,7 +175,7 @@ private:
         return found->second;
     }
 
-    cursor::Result catalogueOf(const std::string& statement);
+    shared::Result catalogueOf(const std::string& statement);
     bool define(const std::string& statement);
 
     ServerDouble& server_;
@@ -185,18 +185,18 @@ private:
 
 namespace {
 
-class RowCounter final : public cursor::RowWriter {
+class RowCounter final : public shared::RowWriter {
 public:
     RowCounter(std::shared_ptr<DoubleConnection> connection, std::string query)
         : connection_(std::move(connection)), query_(std::move(query)) {}
-    void insert(const std::vector<cursor::Change>& changes) override {
+    void insert(const std::vector<shared::Change>& changes) override {
         std::vector<std::string> values;
-        for (const cursor::Change& change : changes) {
+        for (const shared::Change& change : changes) {
             values.push_back(change.value.isNull() ? "(null)" : toText(change.value));
         }
         connection_->insert(query_, values);
     }
-    void update(const cursor::RowSet&, std::size_t, const std::vector<cursor::Change>&) override {
+    void update(const shared::RowSet&, std::size_t, const std::vector<shared::Change>&) override {
         ADD_FAILURE() << "nothing is updated while an account is made";
     }
 
@@ -205,21 +205,21 @@ private:
     std::string query_;
 };
 
-class DoubleBackend final : public cursor::Backend {
+class DoubleBackend final : public shared::Backend {
 public:
     explicit DoubleBackend(std::shared_ptr<DoubleConnection> connection)
         : runner_(std::make_shared<Runner>(std::move(connection))) {}
-    std::shared_ptr<cursor::Runner> runner(Connection&) override { return runner_; }
-    std::shared_ptr<cursor::Runner> runner(const std::string&) override {
+    std::shared_ptr<shared::Runner> runner(Connection&) override { return runner_; }
+    std::shared_ptr<shared::Runner> runner(const std::string&) override {
         ADD_FAILURE() << "all runs on the one session";
         return runner_;
     }
 
 private:
-    class Runner final : public cursor::Runner {
+    class Runner final : public shared::Runner {
     public:
         explicit Runner(std::shared_ptr<DoubleConnection> connection) : connection_(std::move(connection)) {}
-        cursor::Result run(const std::string& statement, bool updatable) override {
+        shared::Result run(const std::string& statement, bool updatable) override {
             EXPECT_TRUE(updatable);
             connection_->call(statement);
             std::vector<std::string> columns;
@@ -242,17 +242,17 @@ private:
 std::shared_ptr<Recordset> DoubleConnection::Execute(const std::string& commandText) {
     const std::string statement = withoutComments(commandText);
     call(statement.substr(0, statement.find('\n')));
-    auto records = std::make_shared<cursor::ClientRecordset>(std::make_shared<DoubleBackend>(shared_from_this()));
+    auto records = std::make_shared<shared::ClientRecordset>(std::make_shared<DoubleBackend>(shared_from_this()));
     records->present(answer(statement), commandText, static_cast<Connection*>(this));
     return records;
 }
 
 std::shared_ptr<Recordset> DoubleConnection::CreateRecordset() {
-    return std::make_shared<cursor::ClientRecordset>(std::make_shared<DoubleBackend>(shared_from_this()));
+    return std::make_shared<shared::ClientRecordset>(std::make_shared<DoubleBackend>(shared_from_this()));
 }
 
-cursor::Result DoubleConnection::answer(const std::string& statement) {
-    const auto one = [](const Variant& value) { return cursor::Result{rowSet({"x"}, {{value}}), nullptr}; };
+shared::Result DoubleConnection::answer(const std::string& statement) {
+    const auto one = [](const Variant& value) { return shared::Result{rowSet({"x"}, {{value}}), nullptr}; };
     const auto known = [&one](bool there) { return one(there ? Variant(std::int32_t{5}) : Variant()); };
     const std::string quoted = between(statement, "(N'", "')");
     if (statement == "select db_name() as name") {
@@ -289,7 +289,7 @@ cursor::Result DoubleConnection::answer(const std::string& statement) {
     return {};
 }
 
-cursor::Result DoubleConnection::catalogueOf(const std::string& statement) {
+shared::Result DoubleConnection::catalogueOf(const std::string& statement) {
     Answer rows;
     if (statement == "select name from sys.tables") {
         for (const auto& [name, table] : server_.content.at(database_)) {

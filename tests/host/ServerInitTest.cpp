@@ -2,7 +2,7 @@
 #include "RunProgram.h"
 #include "ScratchFolder.h"
 #include "adapters/odbc/Connection.h"
-#include "host/ExitCode.h"
+#include "host/cli/ExitCode.h"
 #include "z7cashflow/support/Error.h"
 #include "z7cashflow/support/conversions.h"
 

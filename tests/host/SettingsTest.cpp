@@ -1,11 +1,11 @@
-#include "host/Settings.h"
+#include "host/cli/Settings.h"
 
 #include "EnvironmentGuard.h"
 #include "RunProgram.h"
 #include "ScratchFolder.h"
-#include "host/ExitCode.h"
-#include "host/Failure.h"
-#include "host/HostLogin.h"
+#include "host/cli/ExitCode.h"
+#include "host/cli/Failure.h"
+#include "host/work/HostLogin.h"
 #include "z7cashflow/support/Error.h"
 
 #include <gmock/gmock.h>

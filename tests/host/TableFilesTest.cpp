@@ -1,11 +1,11 @@
-#include "host/TableFiles.h"
+#include "host/account/TableFiles.h"
 
 #include "ScratchFolder.h"
 #include "adapters/sqlite/Connection.h"
 #include "adapters/sqlite/TableLoader.h"
 #include "adapters/sqlite/database.h"
-#include "host/ExitCode.h"
-#include "host/Failure.h"
+#include "host/cli/ExitCode.h"
+#include "host/cli/Failure.h"
 #include "z7cashflow/support/conversions.h"
 
 #include <gmock/gmock.h>

@@ -1,6 +1,6 @@
 #include "adapters/terminal/TerminalMessageBox.h"
-#include "host/ProgressBar.h"
-#include "host/StopSignals.h"
+#include "host/terminal/ProgressBar.h"
+#include "host/terminal/StopSignals.h"
 
 #include <gtest/gtest.h>
 

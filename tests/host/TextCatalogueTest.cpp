@@ -1,6 +1,6 @@
-#include "host/TextCatalogue.h"
+#include "host/text/TextCatalogue.h"
 
-#include "host/HostText.h"
+#include "host/text/HostText.h"
 #include "z7cashflow/support/Error.h"
 
 #include <gmock/gmock.h>

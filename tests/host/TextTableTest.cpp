@@ -1,7 +1,7 @@
-#include "host/TextTable.h"
+#include "host/terminal/TextTable.h"
 
 #include "adapters/terminal/printable.h"
-#include "host/Output.h"
+#include "host/cli/Output.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "host/VoucherKey.h"
+#include "host/work/VoucherKey.h"
 
 #include <gtest/gtest.h>
 

@@ -3,7 +3,7 @@
 #include "ScratchFolder.h"
 #include "adapters/sqlite/Connection.h"
 #include "adapters/sqlite/database.h"
-#include "host/RowsView.h"
+#include "host/work/RowsView.h"
 #include "z7cashflow/model/CashFlowCollection.h"
 #include "z7cashflow/support/conversions.h"
 

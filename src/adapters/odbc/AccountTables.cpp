@@ -23,8 +23,8 @@ bool isSystemTable(const std::string& table) {
 }
 
 /// A type of the server as columns are loaded; "any" for one that the suite's tables do not have.
-cursor::ColumnType columnType(const std::string& name) {
-    using cursor::ColumnType;
+shared::ColumnType columnType(const std::string& name) {
+    using shared::ColumnType;
     static constexpr std::array<std::pair<std::string_view, ColumnType>, 20> known{
         {{"bit", ColumnType::boolean},        {"tinyint", ColumnType::byte},  {"smallint", ColumnType::int16},
          {"int", ColumnType::int32},          {"money", ColumnType::money},   {"smallmoney", ColumnType::money},
@@ -52,21 +52,21 @@ struct AccountTables::Found {
     std::string name;
     std::string text;
     bool shared = false; ///< lies in the system database
-    std::vector<cursor::TableColumn> columns;
+    std::vector<shared::TableColumn> columns;
     std::string numbered; ///< the column whose values come by themselves, one after another; empty without one
 };
 
 namespace {
 
 /// Rows for one table, by a recordset that is opened anew now and then, since it keeps what it was given.
-class ServerLoader final : public cursor::TableLoader {
+class ServerLoader final : public shared::TableLoader {
 public:
     ServerLoader(Connection& connection, const std::string& name, std::string text, bool shared,
-                 const std::vector<cursor::TableColumn>& known, const std::vector<std::string>& columns)
-        : cursor::TableLoader(errorSource, name, known, columns), connection_(connection), text_(std::move(text)),
+                 const std::vector<shared::TableColumn>& known, const std::vector<std::string>& columns)
+        : shared::TableLoader(errorSource, name, known, columns), connection_(connection), text_(std::move(text)),
           shared_(shared) {
         std::string list;
-        for (const cursor::TableColumn& column : this->columns()) {
+        for (const shared::TableColumn& column : this->columns()) {
             list += (list.empty() ? "" : ", ") + serverName(column.name);
         }
         query_ = "select " + list + " from " + text_ + " where 1=0";
@@ -129,7 +129,7 @@ std::vector<std::string> AccountTables::names() {
     return names;
 }
 
-std::unique_ptr<cursor::TableLoader> AccountTables::loader(const std::string& table,
+std::unique_ptr<shared::TableLoader> AccountTables::loader(const std::string& table,
                                                            const std::vector<std::string>& columns) {
     const Found found = find(table);
     auto loader =
@@ -162,11 +162,11 @@ AccountTables::Found AccountTables::find(const std::string& table) {
     for (; !records->EndOfFile(); records->MoveNext()) {
         const FieldList& fields = records->Fields();
         const std::string type = asciiLower(toText(fields.Item("type")));
-        cursor::TableColumn column;
+        shared::TableColumn column;
         column.name = toText(fields.Item("name"));
         column.type = columnType(type);
         const int bytes = toInt32(fields.Item("length")); // -1 without a bound
-        if (column.type == cursor::ColumnType::text && bytes > 0) {
+        if (column.type == shared::ColumnType::text && bytes > 0) {
             column.length = type.starts_with('n') ? bytes / 2 : bytes;
         }
         column.nullable = toBool(fields.Item("nullable"));

@@ -7,9 +7,9 @@
 namespace z7::cashflow::odbc {
 namespace {
 
-std::shared_ptr<cursor::SessionPool> makePool(const std::shared_ptr<Observers>& observers) {
+std::shared_ptr<shared::SessionPool> makePool(const std::shared_ptr<Observers>& observers) {
     // The environment is made with the first session, so that a connection that is never opened needs no driver manager.
-    auto pool = std::make_shared<cursor::SessionPool>([observers, environment = std::shared_ptr<Environment>()](
+    auto pool = std::make_shared<shared::SessionPool>([observers, environment = std::shared_ptr<Environment>()](
                                                           const std::string& connectionString, int number) mutable {
         ConnectionOptions options = parseConnectionString(connectionString);
         if (environment == nullptr) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "adapters/cursor/PooledConnection.h"
+#include "adapters/shared/session/PooledConnection.h"
 
 #include <memory>
 
@@ -25,7 +25,7 @@ struct Observers;
 /// A session whose line to the server is cut is given up: the error that told so is the server's or the driver's, and the next
 /// operation opens a new session. Within a transaction every operation is refused with error 3930 until RollbackTrans, since
 /// what was done in it is gone.
-class Connection final : public cursor::PooledConnection {
+class Connection final : public shared::PooledConnection {
 public:
     Connection();
 

@@ -1,7 +1,7 @@
 #include "adapters/odbc/ConnectionOptions.h"
 
-#include "adapters/cursor/ConnectionText.h"
 #include "adapters/odbc/diagnostics.h"
+#include "adapters/shared/session/ConnectionText.h"
 #include "z7cashflow/support/conversions.h"
 
 #include <algorithm>
@@ -10,7 +10,7 @@
 namespace z7::cashflow::odbc {
 namespace {
 
-using cursor::ConnectionText;
+using shared::ConnectionText;
 using Part = ConnectionText::Part;
 
 /// Takes a keyword of this adapter; false if it is none.
@@ -54,7 +54,7 @@ void takeDriverPart(ConnectionOptions& options, const Part& part) {
     if (part.keyword == "driver") {
         options.driver = part.value;
     }
-    if (cursor::namesSecret(part.keyword) && !part.value.empty()) {
+    if (shared::namesSecret(part.keyword) && !part.value.empty()) {
         options.secrets.push_back(part.value);
         const std::size_t value = part.source.find_first_not_of(" \t\r\n", part.source.find('=') + 1);
         if (part.source.substr(value) != part.value) {

@@ -17,7 +17,7 @@ namespace z7::cashflow::odbc {
 
 /// What running a text gave: its first result with rows, as the driver describes and fetches it.
 struct Fetched {
-    std::unique_ptr<cursor::RowSet> rows;     ///< nothing without a result
+    std::unique_ptr<shared::RowSet> rows;     ///< nothing without a result
     std::shared_ptr<const ResultShape> shape; ///< of that result
     std::optional<tsql::TableName> target; ///< the one table whose records these are; nothing if they cannot be written
 };

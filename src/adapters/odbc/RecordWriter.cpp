@@ -14,7 +14,7 @@ namespace z7::cashflow::odbc {
 RecordWriter::RecordWriter(std::shared_ptr<Session> session, tsql::TableName target, std::vector<DriverColumn> columns)
     : session_(std::move(session)), target_(std::move(target)), columns_(std::move(columns)) {}
 
-void RecordWriter::insert(const std::vector<cursor::Change>& changes) {
+void RecordWriter::insert(const std::vector<shared::Change>& changes) {
     const Dialect& dialect = session_->dialect();
     Command command;
     command.text = "insert into " + dialect.tableText(target_);
@@ -22,12 +22,12 @@ void RecordWriter::insert(const std::vector<cursor::Change>& changes) {
         command.text += " default values";
     } else {
         std::string_view before = " (";
-        for (const cursor::Change& change : changes) {
+        for (const shared::Change& change : changes) {
             command.text.append(before).append(dialect.columnText(columnName(change.column)));
             before = ", ";
         }
         before = ") values (";
-        for (const cursor::Change& change : changes) {
+        for (const shared::Change& change : changes) {
             command.text.append(before);
             addValue(command, change.value);
             before = ", ";
@@ -37,12 +37,12 @@ void RecordWriter::insert(const std::vector<cursor::Change>& changes) {
     session_->guarded([&] { session_->execute(command.text, command.values); });
 }
 
-void RecordWriter::update(const cursor::RowSet& rows, std::size_t row, const std::vector<cursor::Change>& changes) {
+void RecordWriter::update(const shared::RowSet& rows, std::size_t row, const std::vector<shared::Change>& changes) {
     Dialect& dialect = session_->dialect();
     Command command;
     command.text = "update " + dialect.tableText(target_);
     std::string_view before = " set ";
-    for (const cursor::Change& change : changes) {
+    for (const shared::Change& change : changes) {
         command.text.append(before).append(dialect.columnText(columnName(change.column))).append(" = ");
         addValue(command, change.value);
         before = ", ";
@@ -53,7 +53,7 @@ void RecordWriter::update(const cursor::RowSet& rows, std::size_t row, const std
         addCondition(command, columnName(column), rows.value(row, column));
         before = " and ";
     }
-    for (const cursor::Change& change : changes) {
+    for (const shared::Change& change : changes) {
         const short type = columns_[static_cast<std::size_t>(change.column)].sqlType;
         if (type == SQL_LONGVARCHAR || type == SQL_WLONGVARCHAR) {
             continue; // the server does not compare its long texts

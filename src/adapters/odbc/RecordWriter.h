@@ -1,7 +1,7 @@
 #pragma once
 
-#include "adapters/cursor/Backend.h"
 #include "adapters/odbc/Session.h"
+#include "adapters/shared/recordset/Backend.h"
 
 #include <memory>
 #include <optional>
@@ -13,12 +13,12 @@ namespace z7::cashflow::odbc {
 /// Writes records of a query over one table or view as inserts and updates with parameters, since not every driver has
 /// cursors that can be written. New records go through the name that the query used, so that a view fills in what it fills in. A
 /// record is found again by the table's key, and only if the columns that change still hold what was read.
-class RecordWriter final : public cursor::RowWriter {
+class RecordWriter final : public shared::RowWriter {
 public:
     RecordWriter(std::shared_ptr<Session> session, tsql::TableName target, std::vector<DriverColumn> columns);
 
-    void insert(const std::vector<cursor::Change>& changes) override;
-    void update(const cursor::RowSet& rows, std::size_t row, const std::vector<cursor::Change>& changes) override;
+    void insert(const std::vector<shared::Change>& changes) override;
+    void update(const shared::RowSet& rows, std::size_t row, const std::vector<shared::Change>& changes) override;
 
 private:
     /// The text of a statement with the values for its "?".

@@ -38,8 +38,8 @@ std::optional<int> ResultReader::columnCount(Handle statement) {
     return SQL_SUCCEEDED(SQLNumResultCols(statement, &count)) ? std::optional<int>(count) : std::nullopt;
 }
 
-std::unique_ptr<cursor::RowSet> ResultReader::read(Handle statement, const ResultShape& shape) {
-    auto rows = std::make_unique<cursor::RowSet>(shape.list);
+std::unique_ptr<shared::RowSet> ResultReader::read(Handle statement, const ResultShape& shape) {
+    auto rows = std::make_unique<shared::RowSet>(shape.list);
     while (true) {
         const SQLRETURN answer = SQLFetch(statement);
         if (answer == SQL_NO_DATA) {
@@ -57,7 +57,7 @@ std::unique_ptr<cursor::RowSet> ResultReader::read(Handle statement, const Resul
     }
 }
 
-bool ResultReader::readValue(Handle statement, int position, FetchAs fetchAs, cursor::RowSet& rows) {
+bool ResultReader::readValue(Handle statement, int position, FetchAs fetchAs, shared::RowSet& rows) {
     bool isNull = false;
     switch (fetchAs) {
     case FetchAs::whole: {
@@ -85,7 +85,7 @@ bool ResultReader::readValue(Handle statement, int position, FetchAs fetchAs, cu
     return readText(statement, position, fetchAs == FetchAs::numberOrText, rows);
 }
 
-bool ResultReader::readDate(Handle statement, int position, cursor::RowSet& rows) const {
+bool ResultReader::readDate(Handle statement, int position, shared::RowSet& rows) const {
     SQL_TIMESTAMP_STRUCT time{};
     bool isNull = false;
     if (!getValue(statement, position, SQL_C_TYPE_TIMESTAMP, time, isNull)) {
@@ -108,7 +108,7 @@ bool ResultReader::readDate(Handle statement, int position, cursor::RowSet& rows
     return true;
 }
 
-bool ResultReader::readText(Handle statement, int position, bool maybeNumber, cursor::RowSet& rows) {
+bool ResultReader::readText(Handle statement, int position, bool maybeNumber, shared::RowSet& rows) {
     switch (text_.read(statement, position)) {
     case TextReader::Outcome::failed:
         return false;

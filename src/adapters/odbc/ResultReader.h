@@ -1,7 +1,7 @@
 #pragma once
 
-#include "adapters/cursor/RowSet.h"
 #include "adapters/odbc/nativeCalls.h"
+#include "adapters/shared/recordset/RowSet.h"
 
 #include <memory>
 #include <optional>
@@ -20,7 +20,7 @@ enum class FetchAs {
 
 /// A column as it is handed out, and how it is fetched.
 struct ResultColumn {
-    cursor::Column column;
+    shared::Column column;
     FetchAs fetchAs = FetchAs::text;
 };
 
@@ -29,7 +29,7 @@ struct ResultShape {
     std::vector<DriverColumn> described; ///< as the driver describes them at each result: without the origins
     std::vector<DriverColumn> columns;   ///< with all that is known of them
     std::vector<FetchAs> fetchAs;
-    std::shared_ptr<const cursor::ColumnList> list; ///< as they are handed out
+    std::shared_ptr<const shared::ColumnList> list; ///< as they are handed out
 };
 
 /// Reads the result on which a statement stands.
@@ -38,12 +38,12 @@ public:
     /// The number of columns, 0 for a statement without a result; nothing if the driver fails to tell.
     [[nodiscard]] static std::optional<int> columnCount(Handle statement);
     /// All rows. A null pointer if the driver fails, whose reason the statement then holds.
-    [[nodiscard]] std::unique_ptr<cursor::RowSet> read(Handle statement, const ResultShape& shape);
+    [[nodiscard]] std::unique_ptr<shared::RowSet> read(Handle statement, const ResultShape& shape);
 
 private:
-    [[nodiscard]] bool readValue(Handle statement, int position, FetchAs fetchAs, cursor::RowSet& rows);
-    [[nodiscard]] bool readDate(Handle statement, int position, cursor::RowSet& rows) const;
-    [[nodiscard]] bool readText(Handle statement, int position, bool maybeNumber, cursor::RowSet& rows);
+    [[nodiscard]] bool readValue(Handle statement, int position, FetchAs fetchAs, shared::RowSet& rows);
+    [[nodiscard]] bool readDate(Handle statement, int position, shared::RowSet& rows) const;
+    [[nodiscard]] bool readText(Handle statement, int position, bool maybeNumber, shared::RowSet& rows);
 
     TextReader text_;
 };

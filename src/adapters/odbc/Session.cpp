@@ -99,7 +99,7 @@ Line& Session::line() {
     return *line_;
 }
 
-cursor::Result Session::run(const std::string& text, bool updatable) {
+shared::Result Session::run(const std::string& text, bool updatable) {
     if (line_ == nullptr && !lost_) {
         raisePlatformError(cashflow::errors::objectClosed);
     }
@@ -111,7 +111,7 @@ cursor::Result Session::run(const std::string& text, bool updatable) {
     needsOrigins_ = updatable || dialect_->needsOrigins();
     Fetched fetched;
     guarded([&] { fetched = dialect_->run(*this, text, updatable); });
-    cursor::Result result;
+    shared::Result result;
     result.rows = std::move(fetched.rows);
     if (result.rows != nullptr && fetched.target) {
         result.writer = std::make_shared<RecordWriter>(shared_from_this(), *fetched.target, fetched.shape->columns);
@@ -208,13 +208,13 @@ std::shared_ptr<const ResultShape> Session::shapeOfResult(Handle statement, int 
     if (correct) {
         correct(shape->columns);
     }
-    std::vector<cursor::Column> list;
+    std::vector<shared::Column> list;
     for (const DriverColumn& column : shape->columns) {
         ResultColumn result = dialect_->resultColumn(column);
         shape->fetchAs.push_back(result.fetchAs);
         list.push_back(std::move(result.column));
     }
-    shape->list = std::make_shared<const cursor::ColumnList>(std::move(list));
+    shape->list = std::make_shared<const shared::ColumnList>(std::move(list));
     if (known != nullptr) {
         *known = shape;
     }

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "adapters/cursor/LruCache.h"
-#include "adapters/cursor/Session.h"
 #include "adapters/odbc/ConnectionOptions.h"
 #include "adapters/odbc/Dialect.h"
 #include "adapters/odbc/handles.h"
+#include "adapters/shared/cache/LruCache.h"
+#include "adapters/shared/session/Session.h"
 #include "adapters/tsql/shape.h"
 
 #include <functional>
@@ -17,12 +17,12 @@ namespace z7::cashflow::odbc {
 class Failure;
 
 /// Who looks on.
-struct Observers : cursor::Observers {
+struct Observers : shared::Observers {
     std::function<void()> sessionLost; ///< called when the line of a session turns out to be cut
 };
 
 /// One open session: a line to the database, its dialect and its transaction. It is used on one thread.
-class Session final : public cursor::Session, public Driver, public std::enable_shared_from_this<Session> {
+class Session final : public shared::Session, public Driver, public std::enable_shared_from_this<Session> {
 public:
     Session(ConnectionOptions options, int number, std::shared_ptr<Environment> environment,
             std::shared_ptr<const Observers> observers);
@@ -34,7 +34,7 @@ public:
     [[nodiscard]] int number() const noexcept override { return number_; }
 
     /// Runs a Transact-SQL batch and fetches its first result whole.
-    cursor::Result run(const std::string& text, bool updatable) override;
+    shared::Result run(const std::string& text, bool updatable) override;
 
     Fetched execute(const std::string& text, const std::vector<Variant>& values = {},
                     const ColumnCorrection& correct = {}, std::shared_ptr<const ResultShape>* known = nullptr) override;
@@ -79,7 +79,7 @@ private:
     ResultReader reader_;
     std::vector<DriverColumn> described_;       ///< of the result at hand; kept for its memory
     tsql::Shape shape_;                         ///< of the text at hand; kept for its memory
-    cursor::LruCache<bool> alters_{mostShapes}; ///< by the shape of a text, whether it may alter the session
+    shared::LruCache<bool> alters_{mostShapes}; ///< by the shape of a text, whether it may alter the session
     Transaction transaction_ = Transaction::none;
     bool lost_ = false;
     bool altered_ = false;      ///< a text ran that may have changed the session itself

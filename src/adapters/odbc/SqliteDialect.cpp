@@ -111,10 +111,10 @@ Fetched SqliteDialect::runStep(Driver& driver, KnownStep& known, const std::vect
     }
 }
 
-std::vector<cursor::Column> SqliteDialect::columnsMeant(Driver& driver, const tsql::Step& step) {
-    std::vector<cursor::Column> columns;
+std::vector<shared::Column> SqliteDialect::columnsMeant(Driver& driver, const tsql::Step& step) {
+    std::vector<shared::Column> columns;
     for (const tsql::Parameter& parameter : step.parameters) {
-        cursor::Column& meant = columns.emplace_back(cursor::Column{{}, cursor::ColumnType::any, 0});
+        shared::Column& meant = columns.emplace_back(shared::Column{{}, shared::ColumnType::any, 0});
         Table holder;
         const TableColumn* known =
             parameter.use == tsql::Parameter::Use::plain ? nullptr : column(driver, parameter.column, holder);
@@ -172,7 +172,7 @@ std::string SqliteDialect::columnDeclaration(Driver& driver, const tsql::Step& s
             continue;
         }
         text += ' ' + known->type;
-        if (tsql::declaredColumn({}, known->type).type == cursor::ColumnType::text) {
+        if (tsql::declaredColumn({}, known->type).type == shared::ColumnType::text) {
             text += " COLLATE z7_text";
         }
         return known->required ? text + " NOT NULL" : text;
@@ -214,28 +214,28 @@ ResultColumn SqliteDialect::resultColumn(const DriverColumn& column) const {
     ResultColumn result;
     result.column = tsql::declaredColumn(column.name, column.typeName);
     if (column.table.empty()) { // an expression, whose type the driver guesses by the first row
-        using cursor::ColumnType;
+        using shared::ColumnType;
         const bool number = result.column.type == ColumnType::int32 || result.column.type == ColumnType::real;
         result.column.type = ColumnType::any;
         result.fetchAs = number ? FetchAs::numberOrText : FetchAs::text;
         return result;
     }
     switch (result.column.type) {
-    case cursor::ColumnType::boolean:
-    case cursor::ColumnType::byte:
-    case cursor::ColumnType::int16:
-    case cursor::ColumnType::int32:
+    case shared::ColumnType::boolean:
+    case shared::ColumnType::byte:
+    case shared::ColumnType::int16:
+    case shared::ColumnType::int32:
         result.fetchAs = FetchAs::whole;
         break;
-    case cursor::ColumnType::real:
-    case cursor::ColumnType::money:
+    case shared::ColumnType::real:
+    case shared::ColumnType::money:
         result.fetchAs = FetchAs::real;
         break;
-    case cursor::ColumnType::text:
+    case shared::ColumnType::text:
         result.column.length = column.typeName.find("char") == std::string::npos ? 0 : static_cast<int>(column.size);
         break;
-    case cursor::ColumnType::date: // kept as texts, which the shared recordset reads as dates
-    case cursor::ColumnType::any:
+    case shared::ColumnType::date: // kept as texts, which the shared recordset reads as dates
+    case shared::ColumnType::any:
         break;
     }
     return result;
@@ -290,7 +290,7 @@ SqliteDialect::Table SqliteDialect::readTable(Driver& driver, const tsql::TableN
     const Fetched fetched = driver.execute("SELECT name, type, \"notnull\", pk FROM pragma_table_info(?, ?)",
                                            {Variant(name.name), Variant(tsql::placeName(name.place))});
     Table columns;
-    const cursor::RowSet& rows = *fetched.rows;
+    const shared::RowSet& rows = *fetched.rows;
     for (std::size_t row = 0; row < rows.rowCount(); ++row) {
         TableColumn column;
         column.name = toTextOrEmpty(rows.value(row, 0));

@@ -42,7 +42,7 @@ private:
     /// A statement of a batch with what was found out about it.
     struct KnownStep {
         tsql::Step step;
-        std::optional<std::vector<cursor::Column>>
+        std::optional<std::vector<shared::Column>>
             meant;                                ///< the columns of its parameters; nothing until they are needed
         std::shared_ptr<const ResultShape> shape; ///< of its last result
     };
@@ -53,7 +53,7 @@ private:
     [[nodiscard]] const Table& table(Driver& driver, const tsql::TableName& name, Table& holder);
     [[nodiscard]] Table readTable(Driver& driver, const tsql::TableName& name) const;
     [[nodiscard]] const TableColumn* column(Driver& driver, const tsql::ColumnUse& use, Table& holder);
-    [[nodiscard]] std::vector<cursor::Column> columnsMeant(Driver& driver, const tsql::Step& step);
+    [[nodiscard]] std::vector<shared::Column> columnsMeant(Driver& driver, const tsql::Step& step);
     [[nodiscard]] std::vector<Variant> literals(Driver& driver, KnownStep& known);
     void runInto(Driver& driver, const tsql::Step& step, const std::vector<Variant>& values);
     [[nodiscard]] std::string columnDeclaration(Driver& driver, const tsql::Step& step, const DriverColumn& column);

@@ -97,12 +97,12 @@ const char* sqlState(int number) {
 }
 
 struct Mapped {
-    cursor::ColumnType type;
+    shared::ColumnType type;
     FetchAs fetchAs;
 };
 
 Mapped mappedType(const DriverColumn& column) {
-    using cursor::ColumnType;
+    using shared::ColumnType;
     constexpr short dateTimeOffset = -155; // the server's own type number
     switch (column.sqlType) {
     case SQL_BIT:
@@ -183,7 +183,7 @@ ResultColumn TsqlDialect::resultColumn(const DriverColumn& column) const {
     result.column.type = mapped.type;
     result.fetchAs = mapped.fetchAs;
     constexpr std::size_t longestBounded = 8000;
-    if (mapped.type == cursor::ColumnType::text && column.size <= longestBounded) {
+    if (mapped.type == shared::ColumnType::text && column.size <= longestBounded) {
         result.column.length = static_cast<int>(column.size);
     }
     return result;

@@ -64,7 +64,7 @@ TableShape Catalogue::read(const tsql::TableName& name) const {
         TableColumn column;
         column.name = textAt(statement, 0);
         column.declaredType = textAt(statement, 1);
-        const cursor::Column declared = tsql::declaredColumn({}, column.declaredType);
+        const shared::Column declared = tsql::declaredColumn({}, column.declaredType);
         const int keyPosition = sqlite3_column_int(statement.get(), 4);
         const bool rowNumber = keyPosition > 0 && asciiLower(column.declaredType) == "integer";
         column.type = declared.type;

@@ -7,8 +7,8 @@
 namespace z7::cashflow::sqlite {
 namespace {
 
-std::shared_ptr<cursor::SessionPool> makePool(const std::shared_ptr<const Observers>& observers) {
-    return std::make_shared<cursor::SessionPool>([observers](const std::string& connectionString, int number) {
+std::shared_ptr<shared::SessionPool> makePool(const std::shared_ptr<const Observers>& observers) {
+    return std::make_shared<shared::SessionPool>([observers](const std::string& connectionString, int number) {
         return std::make_shared<Session>(parseConnectionString(connectionString), number, observers);
     });
 }

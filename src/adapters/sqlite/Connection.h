@@ -1,6 +1,6 @@
 #pragma once
 
-#include "adapters/cursor/PooledConnection.h"
+#include "adapters/shared/session/PooledConnection.h"
 
 #include <memory>
 #include <string>
@@ -33,7 +33,7 @@ std::vector<TableColumn> tableColumns(Connection& connection, const std::string&
 ///
 /// BeginTrans takes the account's write lock at once, so that of two desks that save at the same time one waits there, or
 /// gets the error "database is locked" there, and neither fails in the middle of its work.
-class Connection final : public cursor::PooledConnection {
+class Connection final : public shared::PooledConnection {
 public:
     Connection();
 

@@ -1,12 +1,12 @@
 #include "adapters/sqlite/ConnectionOptions.h"
 
-#include "adapters/cursor/ConnectionText.h"
+#include "adapters/shared/session/ConnectionText.h"
 #include "z7cashflow/support/conversions.h"
 
 namespace z7::cashflow::sqlite {
 namespace {
 
-void take(ConnectionOptions& options, const cursor::ConnectionText& text, const cursor::ConnectionText::Part& part) {
+void take(ConnectionOptions& options, const shared::ConnectionText& text, const shared::ConnectionText::Part& part) {
     if (part.keyword == "driver") {
         if (asciiLower(part.value) != "sqlite") {
             text.refuse("driver must be sqlite for the embedded database");
@@ -31,7 +31,7 @@ void take(ConnectionOptions& options, const cursor::ConnectionText& text, const 
 } // namespace
 
 ConnectionOptions parseConnectionString(const std::string& text) {
-    const cursor::ConnectionText taken(text, "SQLite");
+    const shared::ConnectionText taken(text, "SQLite");
     ConnectionOptions options;
     for (const auto& part : taken.parts()) {
         take(options, taken, part);

@@ -12,19 +12,19 @@ namespace z7::cashflow::sqlite {
 RecordWriter::RecordWriter(std::shared_ptr<Session> session, tsql::TableName target, std::vector<ColumnOrigin> origins)
     : session_(std::move(session)), target_(std::move(target)), origins_(std::move(origins)) {}
 
-void RecordWriter::insert(const std::vector<cursor::Change>& changes) {
+void RecordWriter::insert(const std::vector<shared::Change>& changes) {
     std::vector<Variant> values;
     values.reserve(changes.size());
-    for (const cursor::Change& change : changes) {
+    for (const shared::Change& change : changes) {
         values.push_back(change.value);
     }
     session_->runOwn(insertText(changes), values);
 }
 
-void RecordWriter::update(const cursor::RowSet& rows, std::size_t row, const std::vector<cursor::Change>& changes) {
+void RecordWriter::update(const shared::RowSet& rows, std::size_t row, const std::vector<shared::Change>& changes) {
     std::string sql = "UPDATE " + tsql::qualifiedName(target_) + " SET ";
     std::vector<Variant> values;
-    for (const cursor::Change& change : changes) {
+    for (const shared::Change& change : changes) {
         sql += (values.empty() ? "" : ", ") + tsql::quotedName(columnName(change.column)) + " = ?";
         values.push_back(change.value);
     }
@@ -41,7 +41,7 @@ void RecordWriter::update(const cursor::RowSet& rows, std::size_t row, const std
         values.push_back(rows.value(row, column));
         before = " AND ";
     }
-    for (const cursor::Change& change : changes) {
+    for (const shared::Change& change : changes) {
         sql.append(before).append(tsql::quotedName(columnName(change.column))).append(" IS ?");
         values.push_back(rows.value(row, change.column));
     }
@@ -52,17 +52,17 @@ void RecordWriter::update(const cursor::RowSet& rows, std::size_t row, const std
     }
 }
 
-const std::string& RecordWriter::insertText(const std::vector<cursor::Change>& changes) {
+const std::string& RecordWriter::insertText(const std::vector<shared::Change>& changes) {
     const bool asBefore = !insertText_.empty() &&
                           std::equal(changes.begin(), changes.end(), insertColumns_.begin(), insertColumns_.end(),
-                                     [](const cursor::Change& change, int column) { return change.column == column; });
+                                     [](const shared::Change& change, int column) { return change.column == column; });
     if (asBefore) {
         return insertText_;
     }
     std::vector<int> numbers;
     std::string columns;
     std::string places;
-    for (const cursor::Change& change : changes) {
+    for (const shared::Change& change : changes) {
         numbers.push_back(change.column);
         columns += (columns.empty() ? "" : ", ") + tsql::quotedName(columnName(change.column));
         places += places.empty() ? "?" : ", ?";

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "adapters/cursor/Backend.h"
+#include "adapters/shared/recordset/Backend.h"
 #include "adapters/sqlite/Session.h"
 #include "adapters/tsql/Rewriting.h"
 
@@ -17,15 +17,15 @@ inline constexpr int recordChanged = 3197;
 /// Writes records of a query over one table or view. New records go through the name that the query used, so that a view
 /// fills in what it fills in. A record is found again by the table's primary key, and only if the columns that change still hold
 /// what was read.
-class RecordWriter final : public cursor::RowWriter {
+class RecordWriter final : public shared::RowWriter {
 public:
     RecordWriter(std::shared_ptr<Session> session, tsql::TableName target, std::vector<ColumnOrigin> origins);
 
-    void insert(const std::vector<cursor::Change>& changes) override;
-    void update(const cursor::RowSet& rows, std::size_t row, const std::vector<cursor::Change>& changes) override;
+    void insert(const std::vector<shared::Change>& changes) override;
+    void update(const shared::RowSet& rows, std::size_t row, const std::vector<shared::Change>& changes) override;
 
 private:
-    [[nodiscard]] const std::string& insertText(const std::vector<cursor::Change>& changes);
+    [[nodiscard]] const std::string& insertText(const std::vector<shared::Change>& changes);
     [[nodiscard]] std::string columnName(int column) const;
     /// The result's columns that make up the primary key of the table behind it; empty if they are not all there.
     [[nodiscard]] std::vector<int> keyColumns() const;

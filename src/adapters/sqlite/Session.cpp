@@ -52,7 +52,7 @@ Catalogue& Session::catalogue() {
     return *catalogue_;
 }
 
-cursor::Result Session::run(const std::string& text, bool updatable) {
+shared::Result Session::run(const std::string& text, bool updatable) {
     static_cast<void>(handle());
     if (observers_->statement) {
         observers_->statement(number_, text);
@@ -60,7 +60,7 @@ cursor::Result Session::run(const std::string& text, bool updatable) {
     requireTransactionAlive();
     const std::shared_ptr<std::vector<PreparedStep>> steps = rewritings_.stepsOf(text);
     const std::vector<tsql::Literal> literals = rewritings_.literals();
-    cursor::Result result;
+    shared::Result result;
     bool guardHolds = true;
     for (PreparedStep& step : *steps) {
         if (!guardHolds) {
@@ -106,7 +106,7 @@ void Session::prepare(PreparedStep& step) {
 void Session::readColumns(PreparedStep& step) {
     sqlite3_stmt* statement = step.statement->get();
     const int count = sqlite3_column_count(statement);
-    std::vector<cursor::Column> columns;
+    std::vector<shared::Column> columns;
     step.origins.clear();
     for (int i = 0; i < count; ++i) {
         std::string name = orEmpty(sqlite3_column_name(statement, i));
@@ -124,7 +124,7 @@ void Session::readColumns(PreparedStep& step) {
                                     orEmpty(sqlite3_column_origin_name(statement, i))});
         }
     }
-    step.columns = std::make_shared<const cursor::ColumnList>(std::move(columns));
+    step.columns = std::make_shared<const shared::ColumnList>(std::move(columns));
 }
 
 void Session::bind(PreparedStep& step, const std::vector<tsql::Literal>& literals) {
@@ -159,7 +159,7 @@ tsql::TextRunner Session::textRunner() {
 }
 
 void Session::runStep(PreparedStep& step, const std::vector<tsql::Literal>& literals, bool updatable,
-                      cursor::Result& result) {
+                      shared::Result& result) {
     prepare(step);
     if (step.step.kind == tsql::Step::Kind::queryInto) {
         runInto(step, literals);
@@ -167,7 +167,7 @@ void Session::runStep(PreparedStep& step, const std::vector<tsql::Literal>& lite
     }
     bind(step, literals);
     if (step.step.kind == tsql::Step::Kind::query) {
-        std::unique_ptr<cursor::RowSet> rows = fetch(step);
+        std::unique_ptr<shared::RowSet> rows = fetch(step);
         if (result.rows == nullptr) {
             result.rows = std::move(rows);
             if (updatable && step.step.writable) {
@@ -186,7 +186,7 @@ void Session::runStep(PreparedStep& step, const std::vector<tsql::Literal>& lite
     }
 }
 
-std::unique_ptr<cursor::RowSet> Session::fetch(PreparedStep& step) {
+std::unique_ptr<shared::RowSet> Session::fetch(PreparedStep& step) {
     const StatementReset reset(*step.statement);
     sqlite3_stmt* statement = step.statement->get();
     bool row = step.statement->step(lockedRemark_);
@@ -195,7 +195,7 @@ std::unique_ptr<cursor::RowSet> Session::fetch(PreparedStep& step) {
         step.preparations = preparations;
         readColumns(step);
     }
-    auto rows = std::make_unique<cursor::RowSet>(step.columns);
+    auto rows = std::make_unique<shared::RowSet>(step.columns);
     const int columns = step.columns->count();
     while (row) {
         for (int i = 0; i < columns; ++i) {
@@ -232,7 +232,7 @@ void Session::runInto(PreparedStep& step, const std::vector<tsql::Literal>& lite
         copy.step = step.step;
         copy.step.kind = tsql::Step::Kind::change;
         copy.step.sql = insert;
-        cursor::Result none;
+        shared::Result none;
         runStep(copy, literals, false, none);
     });
 }

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "adapters/cursor/LruCache.h"
-#include "adapters/cursor/Session.h"
+#include "adapters/shared/cache/LruCache.h"
+#include "adapters/shared/session/Session.h"
 #include "adapters/sqlite/Catalogue.h"
 #include "adapters/sqlite/ConnectionOptions.h"
 #include "adapters/sqlite/Statement.h"
@@ -20,8 +20,8 @@ struct sqlite3;
 namespace z7::cashflow::sqlite {
 
 /// Who looks on when statements run.
-struct Observers : cursor::Observers {
-    cursor::StatementObserver rewritten;
+struct Observers : shared::Observers {
+    shared::StatementObserver rewritten;
 };
 
 /// Where the columns of a query come from, as far as they are columns of tables. What a writer of its records needs.
@@ -33,7 +33,7 @@ struct ColumnOrigin {
 
 /// One open session: a handle of the database library with the account's companions attached, the statements that it has
 /// prepared, and its transaction. It is used on one thread.
-class Session final : public cursor::Session, public std::enable_shared_from_this<Session> {
+class Session final : public shared::Session, public std::enable_shared_from_this<Session> {
 public:
     /// The most shapes of statements, and the most texts of its own, that a session keeps prepared.
     static constexpr std::size_t mostPrepared = 128;
@@ -47,7 +47,7 @@ public:
     [[nodiscard]] int number() const noexcept override { return number_; }
 
     /// Runs a Transact-SQL batch and fetches its first result whole.
-    cursor::Result run(const std::string& text, bool updatable) override;
+    shared::Result run(const std::string& text, bool updatable) override;
     /// Runs one statement of the embedded database's own dialect with values, and gives the number of rows that it changed,
     /// through triggers too.
     std::int64_t runOwn(const std::string& sql, const std::vector<Variant>& values);
@@ -72,7 +72,7 @@ private:
         tsql::Step step;
         std::unique_ptr<Statement> statement;
         std::vector<LiteralBinding> bindings;
-        std::shared_ptr<const cursor::ColumnList> columns;
+        std::shared_ptr<const shared::ColumnList> columns;
         std::vector<ColumnOrigin> origins; ///< of a query whose records can be written
         int preparations = 0;              ///< how often the library had to prepare it anew
     };
@@ -86,11 +86,11 @@ private:
     void runText(const std::string& sql);
     [[nodiscard]] tsql::TextRunner textRunner();
 
-    std::unique_ptr<cursor::RowSet> fetch(PreparedStep& step);
+    std::unique_ptr<shared::RowSet> fetch(PreparedStep& step);
     void runInto(PreparedStep& step, const std::vector<tsql::Literal>& literals);
     [[nodiscard]] std::string columnText(const PreparedStep& step, int column) const;
     void runStep(PreparedStep& step, const std::vector<tsql::Literal>& literals, bool updatable,
-                 cursor::Result& result);
+                 shared::Result& result);
     void requireTransactionAlive() const;
 
     std::unique_ptr<sqlite3, Closer> handle_;
@@ -99,7 +99,7 @@ private:
     std::string lockedRemark_;
     std::optional<Catalogue> catalogue_;
     tsql::RewritingCache<PreparedStep> rewritings_{mostPrepared};
-    cursor::LruCache<std::unique_ptr<Statement>> own_{mostPrepared};
+    shared::LruCache<std::unique_ptr<Statement>> own_{mostPrepared};
     bool inTransaction_ = false;
 };
 

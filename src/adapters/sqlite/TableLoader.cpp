@@ -77,12 +77,12 @@ TableLoader::TableLoader(Connection& connection, const std::string& table, const
                   columns) {}
 
 TableLoader::TableLoader(std::unique_ptr<Target> target, const std::vector<std::string>& columns)
-    : cursor::TableLoader(errorSource, target->table.name.name,
+    : shared::TableLoader(errorSource, target->table.name.name,
                           {target->table.shape->columns.begin(), target->table.shape->columns.end()}, columns),
       target_(std::move(target)) {
     std::string list;
     std::string places;
-    for (const cursor::TableColumn& column : this->columns()) {
+    for (const shared::TableColumn& column : this->columns()) {
         list += (list.empty() ? "" : ", ") + tsql::quotedName(column.name);
         places += places.empty() ? "?" : ", ?";
     }
@@ -105,7 +105,7 @@ void TableLoader::insert(const std::vector<Variant>& values) {
 
 std::vector<std::string> AccountTables::names() { return tableNames(connection_); }
 
-std::unique_ptr<cursor::TableLoader> AccountTables::loader(const std::string& table,
+std::unique_ptr<shared::TableLoader> AccountTables::loader(const std::string& table,
                                                            const std::vector<std::string>& columns) {
     return std::make_unique<TableLoader>(connection_, table, columns);
 }

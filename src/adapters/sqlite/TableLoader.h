@@ -1,6 +1,6 @@
 #pragma once
 
-#include "adapters/cursor/TableLoader.h"
+#include "adapters/shared/loading/TableLoader.h"
 
 #include <memory>
 #include <string>
@@ -11,10 +11,10 @@ namespace z7::cashflow::sqlite {
 class Connection;
 struct TableShape;
 
-using cursor::LoadError;
+using shared::LoadError;
 
 /// A column of a table as the database declares it.
-struct TableColumn : cursor::TableColumn {
+struct TableColumn : shared::TableColumn {
     std::string declaredType; ///< such as "nvarchar(40)"
 };
 
@@ -27,7 +27,7 @@ struct TableColumn : cursor::TableColumn {
 [[nodiscard]] std::vector<TableColumn> tableColumns(Connection& connection, const std::string& table);
 
 /// Puts rows of texts into one table or view. The connection must outlive it.
-class TableLoader final : public cursor::TableLoader {
+class TableLoader final : public shared::TableLoader {
 public:
     /// Error 208 if there is no such table, LoadError if a column is unknown or named twice, or if one that must have a value is
     /// not named.
@@ -44,12 +44,12 @@ private:
 };
 
 /// The tables of an account's session for loading. The connection must outlive it.
-class AccountTables final : public cursor::LoadableTables {
+class AccountTables final : public shared::LoadableTables {
 public:
     explicit AccountTables(Connection& connection) : connection_(connection) {}
 
     [[nodiscard]] std::vector<std::string> names() override;
-    [[nodiscard]] std::unique_ptr<cursor::TableLoader> loader(const std::string& table,
+    [[nodiscard]] std::unique_ptr<shared::TableLoader> loader(const std::string& table,
                                                               const std::vector<std::string>& columns) override;
 
 private:

@@ -1,6 +1,6 @@
 #include "adapters/sqlite/database.h"
 
-#include "adapters/cursor/ConnectionText.h"
+#include "adapters/shared/session/ConnectionText.h"
 #include "adapters/sqlite/ConnectionOptions.h"
 #include "adapters/sqlite/Statement.h"
 #include "adapters/sqlite/databaseError.h"
@@ -102,7 +102,7 @@ void removeDatabase(const fs::path& account) {
 }
 
 std::string connectionString(const fs::path& account, std::optional<std::int16_t> year) {
-    std::string text = "driver=sqlite;database=" + cursor::connectionValue(utf8Of(account));
+    std::string text = "driver=sqlite;database=" + shared::connectionValue(utf8Of(account));
     return year ? text + ";year=" + std::to_string(*year) : text;
 }
 

@@ -1,6 +1,6 @@
 #include "adapters/sqlite/functions.h"
 
-#include "adapters/cursor/fieldValue.h"
+#include "adapters/shared/recordset/fieldValue.h"
 #include "adapters/sqlite/database.h"
 #include "adapters/sqlite/databaseError.h"
 #include "adapters/tsql/declaredType.h"
@@ -198,9 +198,9 @@ void length(sqlite3_context* context, int, sqlite3_value** arguments) {
 
 void castTo(sqlite3_context* context, int, sqlite3_value** arguments) {
     guarded(context, [&] {
-        const cursor::Column type = tsql::declaredColumn({}, textOf(arguments[1]));
+        const shared::Column type = tsql::declaredColumn({}, textOf(arguments[1]));
         Variant value = valueOf(arguments[0]);
-        using cursor::ColumnType;
+        using shared::ColumnType;
         const bool whole =
             type.type == ColumnType::byte || type.type == ColumnType::int16 || type.type == ColumnType::int32;
         if (whole && value.is<double>()) {
@@ -211,7 +211,7 @@ void castTo(sqlite3_context* context, int, sqlite3_value** arguments) {
             const std::string all = text != nullptr ? *text : toText(value);
             giveText(context, type.length > 0 ? leftCharacters(all, static_cast<std::size_t>(type.length)) : all);
         } else {
-            giveValue(context, cursor::fieldValue({"cast", type.type, 0}, value));
+            giveValue(context, shared::fieldValue({"cast", type.type, 0}, value));
         }
     });
 }

@@ -9,7 +9,7 @@
 namespace z7::cashflow::sqlite {
 namespace {
 
-using cursor::ColumnType;
+using shared::ColumnType;
 
 bool isPlainText(const tsql::Literal& literal, ColumnType type) {
     return literal.kind == tsql::Literal::Kind::text && !literal.doubledQuotes &&
@@ -31,7 +31,7 @@ bool bindWhole(Statement& statement, int position, bool negative, std::string_vi
 } // namespace
 
 void bindLiteral(Statement& statement, int position, const LiteralBinding& binding, const tsql::Literal& literal) {
-    const cursor::Column& column = binding.column;
+    const shared::Column& column = binding.column;
     if (isPlainText(literal, column.type)) {
         if (binding.assigned) {
             tsql::requireLength(literal.body, column);

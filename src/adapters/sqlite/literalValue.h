@@ -1,6 +1,6 @@
 #pragma once
 
-#include "adapters/cursor/Column.h"
+#include "adapters/shared/recordset/Column.h"
 #include "adapters/sqlite/Statement.h"
 #include "adapters/tsql/shape.h"
 
@@ -11,7 +11,7 @@ struct LiteralBinding {
     int literal = 0;
     bool negative = false;
     bool assigned = false; ///< it goes into the column, so it has to fit
-    cursor::Column column{{}, cursor::ColumnType::any, 0};
+    shared::Column column{{}, shared::ColumnType::any, 0};
 };
 
 /// Binds a literal as the server would read it, with the errors of tsql::literalValue. A text is borrowed from the literal

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "adapters/cursor/LruCache.h"
+#include "adapters/shared/cache/LruCache.h"
 #include "adapters/tsql/Rewriting.h"
 #include "adapters/tsql/shape.h"
 
@@ -76,7 +76,7 @@ private:
     }
 
     Shape shape_; ///< of the last text
-    cursor::LruCache<Entry> entries_;
+    shared::LruCache<Entry> entries_;
 };
 
 } // namespace z7::cashflow::tsql

@@ -8,8 +8,8 @@
 
 namespace z7::cashflow::tsql {
 
-cursor::Column declaredColumn(std::string name, std::string_view declaration) {
-    using cursor::ColumnType;
+shared::Column declaredColumn(std::string name, std::string_view declaration) {
+    using shared::ColumnType;
     static constexpr std::pair<std::string_view, ColumnType> knownTypes[] = {{"bit", ColumnType::boolean},
                                                                              {"tinyint", ColumnType::byte},
                                                                              {"smallint", ColumnType::int16},
@@ -35,7 +35,7 @@ cursor::Column declaredColumn(std::string name, std::string_view declaration) {
                                                                              {"uniqueidentifier", ColumnType::text}};
     const std::size_t end = declaration.find_first_of(" (");
     const std::string word = asciiLower(declaration.substr(0, end));
-    cursor::Column column{std::move(name), ColumnType::any, 0};
+    shared::Column column{std::move(name), ColumnType::any, 0};
     for (const auto& [known, type] : knownTypes) {
         if (known == word) {
             column.type = type;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "adapters/cursor/Column.h"
+#include "adapters/shared/recordset/Column.h"
 
 #include <string>
 #include <string_view>
@@ -9,6 +9,6 @@ namespace z7::cashflow::tsql {
 
 /// The column that a declared type such as "nvarchar(40)" or "money real" gives. A type that is not known, and the empty
 /// text, mean "any".
-[[nodiscard]] cursor::Column declaredColumn(std::string name, std::string_view declaration);
+[[nodiscard]] shared::Column declaredColumn(std::string name, std::string_view declaration);
 
 } // namespace z7::cashflow::tsql

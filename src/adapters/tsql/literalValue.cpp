@@ -12,14 +12,14 @@
 namespace z7::cashflow::tsql {
 namespace {
 
-using cursor::ColumnType;
+using shared::ColumnType;
 
-[[noreturn]] void raiseOverflow(const cursor::Column& column) {
+[[noreturn]] void raiseOverflow(const shared::Column& column) {
     raiseError(errors::numberTooLarge,
                "Arithmetic overflow error converting a value to the type of column " + column.name + ".", "22003");
 }
 
-double numberOf(const Literal& literal, bool negative, const cursor::Column& column) {
+double numberOf(const Literal& literal, bool negative, const shared::Column& column) {
     if (literal.kind == Literal::Kind::number) {
         double number = 0.0;
         const auto [end, error] =
@@ -46,7 +46,7 @@ double numberOf(const Literal& literal, bool negative, const cursor::Column& col
     return *number;
 }
 
-Variant dateOf(const Literal& literal, bool negative, const cursor::Column& column) {
+Variant dateOf(const Literal& literal, bool negative, const shared::Column& column) {
     constexpr double dayZero = 2.0; // the server counts its days from 1900-01-01
     if (literal.kind == Literal::Kind::number) {
         const Date date(dayZero + numberOf(literal, negative, column));
@@ -72,7 +72,7 @@ Variant dateOf(const Literal& literal, bool negative, const cursor::Column& colu
     return Variant(*date);
 }
 
-Variant wholeOf(double number, const cursor::Column& column, bool assigned) {
+Variant wholeOf(double number, const shared::Column& column, bool assigned) {
     if (!assigned && number != std::trunc(number)) {
         return Variant(number); // compared, not stored: 1.5 equals no whole number
     }
@@ -93,7 +93,7 @@ Variant wholeOf(double number, const cursor::Column& column, bool assigned) {
     return fits ? Variant(static_cast<std::int32_t>(whole)) : Variant(number);
 }
 
-Variant moneyOf(double number, const cursor::Column& column, bool assigned) {
+Variant moneyOf(double number, const shared::Column& column, bool assigned) {
     constexpr double limit = 922337203685477.5807;
     if (std::fabs(number) <= limit) {
         return Variant(std::round(number * 10000.0) / 10000.0);
@@ -104,7 +104,7 @@ Variant moneyOf(double number, const cursor::Column& column, bool assigned) {
     return Variant(number);
 }
 
-Variant textOf(const Literal& literal, bool negative, const cursor::Column& column, bool assigned) {
+Variant textOf(const Literal& literal, bool negative, const shared::Column& column, bool assigned) {
     std::string text = (negative ? "-" : "") + literal.value();
     if (assigned) {
         requireLength(text, column);
@@ -127,7 +127,7 @@ Variant plainValue(const Literal& literal, bool negative) {
 
 } // namespace
 
-void requireLength(std::string_view text, const cursor::Column& column) {
+void requireLength(std::string_view text, const shared::Column& column) {
     constexpr int textTooLong = 8152;
     const auto most = static_cast<std::size_t>(column.length);
     if (most > 0 && text.size() > most && characterCount(text) > most) {
@@ -135,7 +135,7 @@ void requireLength(std::string_view text, const cursor::Column& column) {
     }
 }
 
-Variant literalValue(const Literal& literal, bool negative, const cursor::Column& column, bool assigned) {
+Variant literalValue(const Literal& literal, bool negative, const shared::Column& column, bool assigned) {
     switch (column.type) {
     case ColumnType::any:
         return plainValue(literal, negative);

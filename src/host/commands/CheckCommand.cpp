@@ -1,10 +1,10 @@
 #include "adapters/terminal/printable.h"
-#include "host/Command.h"
-#include "host/ExitCode.h"
-#include "host/Output.h"
-#include "host/Verdict.h"
+#include "host/cli/Command.h"
+#include "host/cli/ExitCode.h"
+#include "host/cli/Output.h"
+#include "host/cli/jsonText.h"
 #include "host/commands/arguments.h"
-#include "host/jsonText.h"
+#include "host/work/Verdict.h"
 
 #include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>

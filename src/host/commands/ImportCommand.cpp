@@ -1,9 +1,9 @@
-#include "host/Allotment.h"
-#include "host/Command.h"
-#include "host/Output.h"
+#include "host/cli/Command.h"
+#include "host/cli/Output.h"
+#include "host/cli/inputText.h"
 #include "host/commands/arguments.h"
 #include "host/commands/savedVoucher.h"
-#include "host/inputText.h"
+#include "host/work/Allotment.h"
 #include "z7cashflow/model/modPublic.h"
 #include "z7cashflow/support/conversions.h"
 

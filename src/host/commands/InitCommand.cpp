@@ -1,13 +1,13 @@
 #include "adapters/terminal/printable.h"
-#include "host/AccountMaker.h"
-#include "host/Command.h"
-#include "host/ExitCode.h"
-#include "host/Failure.h"
-#include "host/Output.h"
-#include "host/ServerAccountMaker.h"
-#include "host/StopSignals.h"
+#include "host/account/AccountMaker.h"
+#include "host/account/ServerAccountMaker.h"
+#include "host/cli/Command.h"
+#include "host/cli/ExitCode.h"
+#include "host/cli/Failure.h"
+#include "host/cli/Output.h"
+#include "host/cli/jsonText.h"
 #include "host/commands/arguments.h"
-#include "host/jsonText.h"
+#include "host/terminal/StopSignals.h"
 
 #include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>

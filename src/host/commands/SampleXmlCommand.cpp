@@ -1,10 +1,10 @@
-#include "host/Command.h"
-#include "host/ExitCode.h"
-#include "host/Failure.h"
-#include "host/Output.h"
-#include "host/jsonText.h"
-#include "host/outputFile.h"
-#include "host/sampleData.h"
+#include "host/account/sampleData.h"
+#include "host/cli/Command.h"
+#include "host/cli/ExitCode.h"
+#include "host/cli/Failure.h"
+#include "host/cli/Output.h"
+#include "host/cli/jsonText.h"
+#include "host/cli/outputFile.h"
 
 #include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>

@@ -1,8 +1,8 @@
-#include "host/Allotment.h"
-#include "host/Command.h"
-#include "host/Output.h"
+#include "host/cli/Command.h"
+#include "host/cli/Output.h"
 #include "host/commands/arguments.h"
 #include "host/commands/savedVoucher.h"
+#include "host/work/Allotment.h"
 
 #include <CLI/CLI.hpp>
 

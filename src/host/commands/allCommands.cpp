@@ -1,4 +1,4 @@
-#include "host/Command.h"
+#include "host/cli/Command.h"
 
 namespace z7::cashflow::host {
 

@@ -1,8 +1,8 @@
 #include "host/commands/arguments.h"
 
-#include "host/ExitCode.h"
-#include "host/Failure.h"
-#include "host/connectOption.h"
+#include "host/cli/ExitCode.h"
+#include "host/cli/Failure.h"
+#include "host/cli/connectOption.h"
 
 #include <CLI/CLI.hpp>
 

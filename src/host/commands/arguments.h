@@ -1,10 +1,10 @@
 #pragma once
 
-#include "host/AccountPlace.h"
-#include "host/GlobalOptions.h"
-#include "host/Language.h"
-#include "host/Session.h"
-#include "host/VoucherList.h"
+#include "host/account/AccountPlace.h"
+#include "host/cli/GlobalOptions.h"
+#include "host/text/Language.h"
+#include "host/work/Session.h"
+#include "host/work/VoucherList.h"
 
 #include <cstdint>
 #include <optional>

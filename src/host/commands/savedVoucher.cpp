@@ -1,10 +1,10 @@
 #include "host/commands/savedVoucher.h"
 
-#include "host/ExitCode.h"
-#include "host/Failure.h"
-#include "host/Verdict.h"
-#include "host/jsonText.h"
-#include "host/reasonText.h"
+#include "host/cli/ExitCode.h"
+#include "host/cli/Failure.h"
+#include "host/cli/jsonText.h"
+#include "host/text/reasonText.h"
+#include "host/work/Verdict.h"
 
 #include <nlohmann/json.hpp>
 

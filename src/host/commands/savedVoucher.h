@@ -1,7 +1,7 @@
 #pragma once
 
-#include "host/Allotment.h"
-#include "host/Output.h"
+#include "host/cli/Output.h"
+#include "host/work/Allotment.h"
 
 namespace z7::cashflow::host {
 

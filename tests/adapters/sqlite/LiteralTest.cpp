@@ -76,7 +76,7 @@ TEST_F(LiteralTest, is_compared_as_a_value_of_its_column) {
 }
 
 TEST(DeclaredType, reads_what_the_schema_declares) {
-    using cursor::ColumnType;
+    using shared::ColumnType;
     EXPECT_EQ(tsql::declaredColumn("c", "money real").type, ColumnType::money);
     EXPECT_EQ(tsql::declaredColumn("c", "nvarchar(40)").length, 40);
     EXPECT_EQ(tsql::declaredColumn("c", "NVARCHAR(max)").length, 0);

@@ -1,5 +1,5 @@
 #include "adapters/sqlite/Session.h"
-#include "adapters/cursor/LruCache.h"
+#include "adapters/shared/cache/LruCache.h"
 #include "adapters/sqlite/EmbeddedDatabase.h"
 
 #include <gtest/gtest.h>
@@ -182,7 +182,7 @@ TEST_F(SessionTest, a_dropped_connection_closes_what_it_lent) {
 }
 
 TEST(LruCache, forgets_the_one_not_used_longest) {
-    cursor::LruCache<int> cache(2);
+    shared::LruCache<int> cache(2);
     cache.insert("a", 1);
     cache.insert("b", 2);
     ASSERT_NE(cache.find("a"), nullptr);

@@ -37,7 +37,7 @@ TEST_F(TableLoaderTest, lists_tables_and_columns) {
     const std::vector<TableColumn> columns = tableColumns(*connection_, "GL_CASHITEMDATASOURCE");
     ASSERT_EQ(columns.size(), 8U);
     EXPECT_EQ(columns[1].name, "bDataStyle");
-    EXPECT_EQ(columns[1].type, cursor::ColumnType::byte);
+    EXPECT_EQ(columns[1].type, shared::ColumnType::byte);
     EXPECT_FALSE(columns[1].nullable);
     EXPECT_TRUE(columns[1].hasDefault);
     EXPECT_EQ(columns[2].length, 40);

@@ -1,0 +1,110 @@
+#pragma once
+
+#include "adapters/shared/recordset/Column.h"
+#include "z7cashflow/support/Error.h"
+#include "z7cashflow/support/Variant.h"
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace z7::cashflow::shared {
+
+/// A column of a table as the database's catalogue describes it.
+struct TableColumn {
+    std::string name;
+    ColumnType type = ColumnType::text;
+    int length = 0;          ///< the most characters that a text may have; 0 if there is no bound
+    bool nullable = true;    ///< whether the column may be null
+    bool hasDefault = false; ///< whether a value comes by itself for a row that does not name the column
+};
+
+/// Why a row, or the columns that rows are to give, cannot be taken. The description names table and column and tells the reason in
+/// English; a program that speaks to people words the reason by its kind, with what the sentence speaks of.
+class LoadError : public Error {
+public:
+    enum class Kind {
+        unknownColumn, ///< the table, which it names, has no such column
+        columnTwice,   ///< the column is named twice
+        columnMissing, ///< the column must have a value and is not named
+        wrongCount,    ///< so many values for so many columns
+        noValue,       ///< the column must have a value
+        noTruth,       ///< this is not 0, 1, true or false
+        noWhole,       ///< this is no whole number from here to there
+        noNumber,      ///< this is no number
+        noDate,        ///< this is no date
+        tooLong,       ///< this is longer than so many characters
+        refused        ///< the database refuses the row with these words
+    };
+    LoadError(std::string source, const std::string& table, std::string column, Kind kind,
+              std::vector<std::string> arguments);
+    [[nodiscard]] Kind kind() const noexcept { return kind_; }
+    /// The column as it was named; empty for wrongCount and refused.
+    [[nodiscard]] const std::string& column() const noexcept { return column_; }
+    /// What the sentence speaks of, in the order of the kind's description. A long value is shortened.
+    [[nodiscard]] const std::vector<std::string>& arguments() const noexcept { return arguments_; }
+
+private:
+    std::string column_;
+    Kind kind_;
+    std::vector<std::string> arguments_;
+};
+
+/// Puts rows of texts into one table, each value converted to its column's type. It works inside the caller's transaction, if
+/// there is one, and opens none: a caller who wants all rows or none begins one. Adapters derive from it and write the rows.
+class TableLoader {
+public:
+    TableLoader(const TableLoader&) = delete;
+    TableLoader& operator=(const TableLoader&) = delete;
+    virtual ~TableLoader() = default;
+
+    /// Adds one row; nothing stands for null. Numbers are read strictly and without thousands commas, dates year first, bits as 0, 1,
+    /// true or false. LoadError if the number of values is wrong, a value does not fit its column, or the database refuses the
+    /// row, such as for a key that is there already.
+    void add(const std::vector<std::optional<std::string_view>>& values);
+    /// The number of rows that were added.
+    [[nodiscard]] std::int64_t count() const noexcept { return count_; }
+
+protected:
+    /// Takes the source of its errors, the table's name, what its columns are, and the names of those that rows will give.
+    /// LoadError if a column is unknown or named twice, or if one that must have a value is not named.
+    TableLoader(std::string source, std::string table, const std::vector<TableColumn>& known,
+                const std::vector<std::string>& columns);
+
+    [[nodiscard]] const std::string& table() const noexcept { return table_; }
+    /// The named columns in their order.
+    [[nodiscard]] const std::vector<TableColumn>& columns() const noexcept { return columns_; }
+    /// Raises the LoadError of a row that the database refuses, with its words.
+    [[noreturn]] void refuseRow(const std::string& reason) const;
+
+private:
+    /// Writes one row, a value for each column. An Error of the database, or LoadError (refuseRow) if it refuses this row.
+    virtual void insert(const std::vector<Variant>& values) = 0;
+    [[noreturn]] void refuse(LoadError::Kind kind, const std::string& column,
+                             std::vector<std::string> arguments = {}) const;
+
+    std::string source_;
+    std::string table_;
+    std::vector<TableColumn> columns_;
+    std::vector<Variant> values_;
+    std::int64_t count_ = 0;
+};
+
+/// The tables of one open session, as far as rows of texts can be put into them. The session must outlive it.
+class LoadableTables {
+public:
+    virtual ~LoadableTables() = default;
+
+    /// The tables (views are none) of the account's database and of the system database, by their plain names, in the order of the
+    /// alphabet.
+    [[nodiscard]] virtual std::vector<std::string> names() = 0;
+    /// A loader for some columns of one of them. Error 208 if there is no such table, LoadError if a column is unknown or named
+    /// twice, or if one that must have a value is not named.
+    [[nodiscard]] virtual std::unique_ptr<TableLoader> loader(const std::string& table,
+                                                              const std::vector<std::string>& columns) = 0;
+};
+
+} // namespace z7::cashflow::shared

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace z7::cashflow::shared {
+
+/// What a column holds, and as which type of value it is handed out. Money is a double with four decimals. "any" is an
+/// expression without a type of its own, whose values are handed out as they come.
+enum class ColumnType { any, boolean, byte, int16, int32, real, money, date, text };
+
+/// A column of a result.
+struct Column {
+    std::string name; ///< as the database spells it; empty for an expression without a name
+    ColumnType type = ColumnType::text;
+    int length = 0; ///< the most characters that a text may have; 0 if there is no bound
+};
+
+/// The columns of a result, with a look-up by name that takes no heed of letter case. It does not change once it is made, so
+/// that all results of one statement can share it.
+class ColumnList {
+public:
+    explicit ColumnList(std::vector<Column> columns);
+
+    [[nodiscard]] int count() const noexcept { return static_cast<int>(columns_.size()); }
+    [[nodiscard]] const Column& operator[](int position) const { return columns_[static_cast<std::size_t>(position)]; }
+    /// The position of the first column of that name, or -1 if there is none.
+    [[nodiscard]] int find(std::string_view name) const noexcept;
+
+private:
+    std::vector<Column> columns_;
+    std::vector<std::int32_t> slots_; ///< open addressing over the lower-cased names; -1 is free
+};
+
+} // namespace z7::cashflow::shared

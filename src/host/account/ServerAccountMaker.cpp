@@ -1,0 +1,156 @@
+#include "host/account/ServerAccountMaker.h"
+
+#include "adapters/odbc/AccountTables.h"
+#include "adapters/odbc/ConnectionOptions.h"
+#include "adapters/odbc/accountSchema.h"
+#include "adapters/odbc/databaseKeyword.h"
+#include "host/cli/ExitCode.h"
+#include "host/cli/Failure.h"
+#include "host/text/joined.h"
+#include "host/text/reasonText.h"
+#include "host/work/Transaction.h"
+#include "z7cashflow/support/Error.h"
+#include "z7cashflow/support/conversions.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+namespace z7::cashflow::host {
+
+namespace {
+
+constexpr const char* masterDatabase = "master"; ///< every login may work in it
+
+bool isServersOwn(const std::string& database) {
+    constexpr std::array<std::string_view, 5> names{masterDatabase, "model", "msdb", "tempdb", odbc::systemDatabase};
+    return std::find(names.begin(), names.end(), asciiLower(database)) != names.end();
+}
+
+/// The server while an account is made on it. Databases that were made for the account go with it unless it is kept.
+class Server {
+public:
+    Server(std::string connectionString, const std::function<std::shared_ptr<Connection>()>& newConnection)
+        : connectionString_(std::move(connectionString)), newConnection_(newConnection) {}
+    Server(const Server&) = delete;
+    Server& operator=(const Server&) = delete;
+    ~Server() {
+        for (const std::string& database : made_) {
+            ignoringErrors([&] { odbc::dropDatabase(*elsewhere(), database); }); // the failure that led here is told
+        }
+    }
+
+    void keep() noexcept { made_.clear(); }
+
+    /// A session in the account's database, which is made if it is named and not there.
+    [[nodiscard]] std::shared_ptr<Connection> openAccount() {
+        try {
+            account_ = open(connectionString_);
+        } catch (const Error&) {
+            if (!makeMissing()) {
+                throw;
+            }
+            account_ = open(connectionString_);
+        }
+        return account_;
+    }
+
+    void make(Connection& connection, const std::string& database) {
+        if (odbc::databaseExists(connection, database)) {
+            return;
+        }
+        odbc::makeDatabase(connection, database);
+        made_.push_back(database);
+    }
+
+private:
+    [[nodiscard]] std::shared_ptr<Connection> open(const std::string& connectionString) const {
+        auto connection = newConnection_();
+        connection->Open(connectionString);
+        return connection;
+    }
+
+    /// A session that works in no database of ours: that of the account, which is led away, since a database is not dropped
+    /// while somebody works in it and a session that is closed lingers; or else a new one.
+    [[nodiscard]] std::shared_ptr<Connection> elsewhere() {
+        try {
+            if (account_ != nullptr) {
+                odbc::workIn(*account_, masterDatabase);
+                return account_;
+            }
+        } catch (const Error&) { // its line is cut
+            account_.reset();
+        }
+        return open(odbc::withDatabase(connectionString_, masterDatabase));
+    }
+
+    /// Makes the database that the string names; false if it is there, or if the server cannot be reached at all.
+    bool makeMissing() {
+        const auto database = odbc::databaseNamed(connectionString_);
+        std::shared_ptr<Connection> connection;
+        if (database) {
+            ignoringErrors([&] { connection = open(odbc::withDatabase(connectionString_, masterDatabase)); });
+        }
+        if (connection == nullptr || odbc::databaseExists(*connection, *database)) {
+            return false;
+        }
+        make(*connection, *database);
+        return true;
+    }
+
+    std::string connectionString_;
+    const std::function<std::shared_ptr<Connection>()>& newConnection_;
+    std::shared_ptr<Connection> account_;
+    std::vector<std::string> made_;
+};
+
+void requireFit(Connection& connection, const std::string& database) {
+    if (isServersOwn(database)) {
+        throw Failure(exitCode::usage, HostText::serverNoDatabase, {database});
+    }
+    if (!odbc::ignoresLetterCase(connection)) {
+        throw Failure(exitCode::usage, HostText::serverLetterCase, {database});
+    }
+    const std::string taken = joined(odbc::namesThere(connection, odbc::accountNames()), ", ");
+    if (!taken.empty()) {
+        throw Failure(exitCode::usage, HostText::serverAccountThere, {database, taken});
+    }
+}
+
+std::shared_ptr<Connection> openAccount(Server& server, const std::string& connectionString, Language language) {
+    try {
+        if (odbc::parseConnectionString(connectionString).dialect == odbc::DialectKind::sqlite) {
+            throw Failure(exitCode::usage, HostText::connectNoInit);
+        }
+        return server.openAccount();
+    } catch (const Error& error) {
+        throw Failure(exitCode::database, HostText::notConnected, {reasonText(language, error.description())});
+    }
+}
+
+} // namespace
+
+ServerAccount makeServerAccount(const std::string& connectionString,
+                                const std::function<std::shared_ptr<Connection>()>& newConnection,
+                                const std::vector<TableFile>& files, const std::vector<AccountOption>& options,
+                                Language language, const std::function<bool()>& stopRequested) {
+    Server server(connectionString, newConnection);
+    const auto connection = openAccount(server, connectionString, language);
+    try {
+        ServerAccount account{odbc::currentDatabase(*connection), {}};
+        requireFit(*connection, account.database);
+        server.make(*connection, odbc::systemDatabase);
+        Transaction transaction(*connection);
+        odbc::makeAccountSchema(*connection);
+        odbc::AccountTables tables(*connection);
+        account.loaded = fillAccount(*connection, tables, files, options, language, stopRequested);
+        transaction.end(true);
+        server.keep();
+        return account;
+    } catch (const Error& error) {
+        throw Failure(exitCode::database, HostText::databaseFailed,
+                      {std::to_string(error.number()), reasonText(language, error.description())});
+    }
+}
+
+} // namespace z7::cashflow::host

@@ -1,0 +1,189 @@
+#include "host/cli/Application.h"
+
+#include "adapters/terminal/printable.h"
+#include "host/cli/Command.h"
+#include "host/cli/ExitCode.h"
+#include "host/cli/Failure.h"
+#include "host/cli/Output.h"
+#include "host/cli/Settings.h"
+#include "host/cli/connectOption.h"
+#include "host/cli/usageText.h"
+#include "host/text/reasonText.h"
+#include "host/version.h"
+#include "host/work/databaseFailure.h"
+#include "z7cashflow/support/Error.h"
+
+#include <CLI/CLI.hpp>
+
+#include <csignal>
+#include <cstdlib>
+#include <new>
+#include <optional>
+#include <ostream>
+#include <sstream>
+
+namespace z7::cashflow::host {
+
+namespace {
+
+/// The common options as they were written on the command line.
+struct GivenOptions {
+    std::string language;
+    std::string settings;
+    std::string connect;
+    bool quiet = false;
+    bool json = false;
+};
+
+void addCommonOptions(CLI::App& app, GivenOptions& given, Language language) {
+    app.set_help_flag("-h,--help", hostText(language, HostText::helpHelp));
+    app.add_flag("--json", given.json, hostText(language, HostText::helpJson));
+    app.add_option("--lang", given.language, hostText(language, HostText::helpLang));
+    app.add_flag("--quiet", given.quiet, hostText(language, HostText::helpQuiet));
+    app.add_option("--connect", given.connect, hostText(language, HostText::helpConnect));
+    app.add_option("--settings", given.settings, hostText(language, HostText::helpSettings));
+}
+
+void labelInChinese(CLI::App& app) {
+    app.option_defaults()->group("选项");
+    const auto formatter = app.get_formatter();
+    formatter->label("Usage", "用法");
+    formatter->label("OPTIONS", "选项");
+    formatter->label("Options", "选项");
+    formatter->label("Positionals", "参数");
+    formatter->label("SUBCOMMAND", "命令");
+    formatter->label("Subcommands", "命令");
+    formatter->label("REQUIRED", "必需");
+    formatter->label("TEXT", "文本");
+    formatter->label("INT", "整数");
+}
+
+/// The language of help and of mistakes on the command line, which show before the options are parsed.
+Language languageOfArguments(const std::vector<std::string>& arguments) {
+    std::optional<Language> language;
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        if (arguments[i] == "--lang" && i + 1 < arguments.size()) {
+            language = readLanguage(arguments[i + 1]);
+        } else if (arguments[i].starts_with("--lang=")) {
+            language = readLanguage(std::string_view(arguments[i]).substr(7));
+        }
+    }
+    return language.value_or(languageOfEnvironment());
+}
+
+/// The settings file that is named, or the user's own if it is there.
+Settings settingsFor(const GivenOptions& given, Language language) {
+    if (!given.settings.empty()) {
+        return readSettingsFile(given.settings, language);
+    }
+    const auto path = defaultSettingsPath();
+    std::error_code ignored;
+    return path && std::filesystem::exists(*path, ignored) ? readSettingsFile(*path, language) : Settings{};
+}
+
+/// The command line before the settings file, the settings file before the environment.
+GlobalOptions globalOptions(const GivenOptions& given, Language languageSoFar) {
+    GlobalOptions options;
+    options.language = languageSoFar;
+    options.quiet = given.quiet;
+    options.json = given.json;
+    if (!given.language.empty() && !readLanguage(given.language)) {
+        throw Failure(exitCode::usage, HostText::badLanguage, {given.language});
+    }
+    const Settings settings = settingsFor(given, languageSoFar);
+    if (given.language.empty()) {
+        options.language = settings.language.value_or(languageSoFar);
+    }
+    const char* connect = std::getenv("Z7CF_CONNECT"); // NOLINT(concurrency-mt-unsafe): the host starts no thread
+    options.connectGiven = !given.connect.empty();
+    if (options.connectGiven) {
+        options.connect = connectionStringOf(given.connect, true);
+    } else if (connect != nullptr && *connect != '\0') {
+        options.connect = connectionStringOf(connect, false);
+    }
+    options.account = settings.account.value_or(options.account);
+    options.user = settings.user.value_or(options.user);
+    options.operatorName = settings.operatorName.value_or(options.operatorName);
+    options.guard = settings.guard.value_or(options.guard);
+    options.accountingSystem = settings.accountingSystem.value_or(options.accountingSystem);
+    return options;
+}
+
+void say(const Console& console, Language language, const std::string& message) {
+    console.err << terminal::printable(hostText(language, HostText::errorLine, {message})) << std::endl;
+}
+
+/// Runs a command and turns every way in which it can fail into an exit code and a text.
+int guarded(const Console& console, const Language& language, const std::function<int()>& action) {
+    try {
+        return action();
+    } catch (const Failure& failure) {
+        say(console, language, failure.message(language));
+        return failure.exitCode();
+    } catch (const ReaderGone&) {
+        return exitCode::signalBase + SIGPIPE;
+    } catch (const Error& error) {
+        const bool database = isDatabaseFailure(error);
+        say(console, language,
+            hostText(language, database ? HostText::databaseFailed : HostText::voucherFailed,
+                     {std::to_string(error.number()), reasonText(language, error.description())}));
+        return database ? exitCode::database : exitCode::refused;
+    } catch (const std::bad_alloc&) {
+        say(console, language, hostText(language, HostText::outOfMemory));
+        return exitCode::database;
+    } catch (const std::exception& error) {
+        say(console, language, hostText(language, HostText::internal, {error.what()}));
+        return exitCode::database;
+    }
+}
+
+} // namespace
+
+int runApplication(const std::vector<std::string>& arguments, const Console& console) {
+    Language language = languageOfArguments(arguments);
+    return guarded(console, language, [&]() -> int {
+        CLI::App program(hostText(language, HostText::helpProgram), "z7cf");
+        GivenOptions given;
+        if (language == Language::chinese) {
+            labelInChinese(program);
+        }
+        addCommonOptions(program, given, language);
+        program.set_version_flag("--version", std::string("z7cf ") + programVersion,
+                                 hostText(language, HostText::helpVersion));
+        program.footer(hostText(language, HostText::examplesProgram));
+        const auto commands = allCommands();
+        std::vector<CLI::App*> parsed;
+        for (const auto& command : commands) {
+            CLI::App& declared = command->declare(program, language);
+            if (language == Language::chinese) {
+                declared.group("命令");
+            }
+            addCommonOptions(declared, given, language);
+            parsed.push_back(&declared);
+        }
+        try {
+            program.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
+        } catch (const CLI::Success& request) { // help or version
+            std::ostringstream text;
+            static_cast<void>(program.exit(request, text, console.err));
+            Output output(console, GlobalOptions{});
+            output.raw(text.str());
+            output.flush();
+            return exitCode::done;
+        } catch (const CLI::ParseError& error) {
+            say(console, language, usageText(language, program, error));
+            say(console, language, hostText(language, HostText::usageHint));
+            return exitCode::usage;
+        }
+        const GlobalOptions options = globalOptions(given, language);
+        language = options.language;
+        for (std::size_t i = 0; i < commands.size(); ++i) {
+            if (parsed[i]->parsed()) {
+                return commands[i]->run(options, console);
+            }
+        }
+        throw Failure(exitCode::usage, HostText::commandMissing);
+    });
+}
+
+} // namespace z7::cashflow::host

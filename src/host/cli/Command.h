@@ -1,0 +1,44 @@
+#pragma once
+
+#include "host/cli/GlobalOptions.h"
+#include "host/terminal/Console.h"
+
+#include <memory>
+#include <vector>
+
+namespace CLI {
+class App;
+}
+
+namespace z7::cashflow::host {
+
+/// One command of the program.
+class Command {
+public:
+    Command() = default;
+    virtual ~Command() = default;
+    Command(const Command&) = delete;
+    Command& operator=(const Command&) = delete;
+
+    /// Adds the command with its arguments, its help and its examples to the program. The values are kept here.
+    virtual CLI::App& declare(CLI::App& program, Language language) = 0;
+    /// Does what the parsed arguments ask for and returns the exit code. Failure, Interrupted, ReaderGone or an Error ends it.
+    [[nodiscard]] virtual int run(const GlobalOptions& options, const Console& console) = 0;
+};
+
+[[nodiscard]] std::unique_ptr<Command> makeInitCommand();
+[[nodiscard]] std::unique_ptr<Command> makeVouchersCommand();
+[[nodiscard]] std::unique_ptr<Command> makeRowsCommand();
+[[nodiscard]] std::unique_ptr<Command> makeCheckCommand();
+[[nodiscard]] std::unique_ptr<Command> makeSaveCommand();
+[[nodiscard]] std::unique_ptr<Command> makeAllotCommand();
+[[nodiscard]] std::unique_ptr<Command> makeExportCommand();
+[[nodiscard]] std::unique_ptr<Command> makeImportCommand();
+[[nodiscard]] std::unique_ptr<Command> makeOutsideCommand();
+[[nodiscard]] std::unique_ptr<Command> makeVoucherXmlCommand();
+[[nodiscard]] std::unique_ptr<Command> makeSampleXmlCommand();
+
+/// All commands in the order in which help lists them.
+[[nodiscard]] std::vector<std::unique_ptr<Command>> allCommands();
+
+} // namespace z7::cashflow::host

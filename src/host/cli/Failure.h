@@ -1,0 +1,40 @@
+#pragma once
+
+#include "host/text/HostText.h"
+
+#include <stdexcept>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace z7::cashflow::host {
+
+/// An end of the program that its user must hear of: an exit code and a text of the host's catalogue with its arguments.
+class Failure : public std::runtime_error {
+public:
+    Failure(int exitCode, HostText text, std::vector<std::string> arguments = {})
+        : std::runtime_error("the command failed"), exitCode_(exitCode), text_(text), arguments_(std::move(arguments)) {
+    }
+
+    [[nodiscard]] int exitCode() const noexcept { return exitCode_; }
+    [[nodiscard]] std::string message(Language language) const { return hostText(language, text_, arguments_); }
+
+private:
+    int exitCode_;
+    HostText text_;
+    std::vector<std::string> arguments_;
+};
+
+/// Standard output was closed by its reader, such as "head". The program ends without a word.
+class ReaderGone : public std::runtime_error {
+public:
+    ReaderGone() : std::runtime_error("nobody reads the output") {}
+};
+
+/// The user ended the program with a signal, and what was under way has been undone.
+class Interrupted : public std::runtime_error {
+public:
+    Interrupted() : std::runtime_error("interrupted") {}
+};
+
+} // namespace z7::cashflow::host

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "host/text/Language.h"
+
+#include <string>
+
+namespace z7::cashflow::host {
+
+/// What every command takes.
+struct GlobalOptions {
+    Language language = Language::english;
+    bool quiet = false;                ///< no notices, no progress
+    bool json = false;                 ///< output for machines
+    std::string connect;               ///< the connection string in place of a file; empty for none
+    bool connectGiven = false;         ///< it stands on the command line and not in the environment
+    std::string account = "001";       ///< identifier of the account, by which the accounting periods are kept
+    std::string user = "demo";         ///< identifier of the user, by which drafts are kept
+    std::string operatorName = "demo"; ///< name of the operator, by which voucher options are kept
+    bool guard = true;                 ///< statements that a value has turned into others are kept from the database
+    std::string accountingSystem; ///< name of the account's accounting system, such as "政府会计制度"; empty for none
+};
+
+} // namespace z7::cashflow::host

@@ -1,0 +1,36 @@
+#include "host/terminal/StopSignals.h"
+
+#include <initializer_list>
+
+namespace z7::cashflow::host {
+
+StopSignals::StopSignals() {
+    sigemptyset(&held_);
+    sigaddset(&held_, SIGINT);
+    sigaddset(&held_, SIGTERM);
+    pthread_sigmask(SIG_BLOCK, &held_, &former_);
+}
+
+StopSignals::~StopSignals() {
+    static_cast<void>(requested()); // one that came last must not end the program in the middle of its summary
+    pthread_sigmask(SIG_SETMASK, &former_, nullptr);
+}
+
+bool StopSignals::requested() {
+    sigset_t waiting;
+    sigemptyset(&waiting);
+    sigpending(&waiting);
+    for (const int number : {SIGINT, SIGTERM}) {
+        if (sigismember(&waiting, number) == 1) {
+            sigset_t one;
+            sigemptyset(&one);
+            sigaddset(&one, number);
+            int taken = 0;
+            sigwait(&one, &taken);
+            received_ = received_ == 0 ? number : received_;
+        }
+    }
+    return received_ != 0;
+}
+
+} // namespace z7::cashflow::host

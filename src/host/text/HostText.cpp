@@ -1,0 +1,361 @@
+#include "host/text/HostText.h"
+
+#include "host/text/TextCatalogue.h"
+
+#include <array>
+
+namespace z7::cashflow::host {
+
+namespace {
+
+using T = HostText;
+
+constexpr std::array texts{
+    HostTextEntry{T::voucher, "凭证", "Voucher"},
+    HostTextEntry{T::date, "日期", "Date"},
+    HostTextEntry{T::summary, "摘要", "Summary"},
+    HostTextEntry{T::cashSum, "现金净额", "Cash sum"},
+    HostTextEntry{T::needed, "需要", "Needed"},
+    HostTextEntry{T::stored, "已存行", "Stored"},
+    HostTextEntry{T::meets, "相符", "Meets"},
+    HostTextEntry{T::line, "分录", "Line"},
+    HostTextEntry{T::account, "科目", "Account"},
+    HostTextEntry{T::accountName, "科目名称", "Account name"},
+    HostTextEntry{T::debit, "借方", "Debit"},
+    HostTextEntry{T::credit, "贷方", "Credit"},
+    HostTextEntry{T::item, "项目", "Item"},
+    HostTextEntry{T::itemName, "现金流量项目", "Cash-flow item"},
+    HostTextEntry{T::error, "错误号", "Error"},
+    HostTextEntry{T::message, "原因", "Reason"},
+    HostTextEntry{T::outcome, "结果", "Outcome"},
+    HostTextEntry{T::vouchers, "凭证数", "Vouchers"},
+    HostTextEntry{T::rowsOf, "行数", "Rows"},
+    HostTextEntry{T::yes, "是", "yes"},
+    HostTextEntry{T::no, "否", "no"},
+    HostTextEntry{T::total, "合计", "Total"},
+
+    HostTextEntry{T::outcomeStored, "已保存", "stored"},
+    HostTextEntry{T::outcomeNoCash, "无现金流量科目", "no cash-flow account"},
+    HostTextEntry{T::outcomeNothing, "无需分配", "nothing to allot"},
+    HostTextEntry{T::outcomeRefused, "被拒绝", "refused"},
+
+    HostTextEntry{T::verdictMeets, "检查通过：现金流量行与凭证相符。", "The rows meet the voucher."},
+    HostTextEntry{T::verdictNoCash, "凭证中没有现金流量科目，不需要现金流量行。",
+                  "The voucher has no cash-flow account and needs no rows."},
+    HostTextEntry{T::verdictNothing, "现金流量科目的分录相互抵消，不需要现金流量行。",
+                  "The lines on cash-flow accounts cancel out, so the voucher needs no rows."},
+    HostTextEntry{T::verdictRefused, "检查不通过：{0}", "The rows do not meet the voucher: {0}"},
+    HostTextEntry{T::savedRows, "凭证 {0}：已保存 {1} 行。", "Voucher {0}: rows stored: {1}."},
+    HostTextEntry{T::savedNoCash, "凭证 {0}：没有现金流量科目，未作改动。",
+                  "Voucher {0}: no cash-flow account, nothing changed."},
+    HostTextEntry{T::savedNothing, "凭证 {0}：无需分配，没有保存任何行。",
+                  "Voucher {0}: nothing to allot, no rows stored."},
+    HostTextEntry{T::noRows, "没有现金流量行。", "There are no rows."},
+    HostTextEntry{T::noVouchers, "所选年度或期间没有凭证。", "There are no vouchers."},
+    HostTextEntry{T::reasonAtLine, "{0}（第 {1} 条分录）", "{0} (line {1})"},
+    HostTextEntry{
+        T::statementRefused,
+        "数据中的某个值会改变数据库语句，语句没有执行（“{0}”）。请检查编码、凭证键和表名中是否有引号等符号。",
+        "A value would change the statement that it goes into, so the statement was not run (\"{0}\"). Look for "
+        "a quote or other signs in the codes, keys and table names at hand."},
+    HostTextEntry{T::stateUnknown, "凭证 {0}：错误 {1}：{2}", "Voucher {0}: error {1}: {2}"},
+    HostTextEntry{T::refusalsFollow, "被拒绝的凭证：", "Refused vouchers:"},
+    HostTextEntry{T::moreRefusals, "……另有 {0} 张被拒绝的凭证，用 --all 全部列出。",
+                  "... and {0} more refused vouchers; --all lists them all."},
+    HostTextEntry{T::dryRun, "试运行：全部已回滚，数据库没有改动。",
+                  "Dry run: everything was rolled back, the database is unchanged."},
+    HostTextEntry{T::interrupted, "已中断：{1} 张凭证中已处理 {0} 张，其余凭证没有改动。",
+                  "Interrupted: {0} of {1} vouchers are done, the others are untouched."},
+    HostTextEntry{T::initInterrupted, "已中断，没有建立数据库。", "Interrupted; no database was made."},
+    HostTextEntry{T::stopped, "因数据库错误而停止于凭证 {0}：{1} 张凭证中已处理 {2} 张，其后的凭证没有改动。",
+                  "Stopped at voucher {0} by an error of the database: {2} of {1} vouchers are done, those behind "
+                  "it are untouched."},
+    HostTextEntry{T::databaseMade, "已建立 {0}：{1} 张表，{2} 行。", "Made {0}: tables filled: {1}, records: {2}."},
+    HostTextEntry{T::fileWritten, "已写出 {0}。", "Wrote {0}."},
+    HostTextEntry{T::outsideMeets, "检查通过：由凭证分录得出的行与凭证相符。",
+                  "The rows that the lines give meet the voucher."},
+    HostTextEntry{T::outsideRefused, "检查不通过：由凭证分录得出的行与凭证不符。",
+                  "The rows that the lines give do not meet the voucher."},
+    HostTextEntry{T::outsideCheckIgnores, "检查只看由凭证分录得出的行，不读取 --xml 的文件内容。",
+                  "The check judges the rows that the lines give; it does not look at the document of --xml."},
+    HostTextEntry{T::tableDropped, "操作失败后留下的临时表已删除。",
+                  "The temporary table that the failed operation left behind was dropped."},
+    HostTextEntry{T::progress, "正在分配", "Allotting"},
+
+    HostTextEntry{T::errorLine, "z7cf: {0}", "z7cf: {0}"},
+    HostTextEntry{T::badKey, "“{0}”不是凭证号；请写成 年/期间/类别/号，例如 2024/1/2/15",
+                  "\"{0}\" is no voucher; write year/period/kind/number, such as 2024/1/2/15"},
+    HostTextEntry{T::badYear, "会计年度应为 1 至 9999：{0}", "The accounting year must be 1 to 9999, not {0}"},
+    HostTextEntry{T::badPeriod, "会计期间应为 0 至 255：{0}", "The accounting period must be 0 to 255, not {0}"},
+    HostTextEntry{T::commandMissing, "缺少命令；用 --help 查看有哪些命令", "A command is missing; --help lists them"},
+    HostTextEntry{T::badLanguage, "--lang 应为 zh-CN 或 en，而不是“{0}”", "--lang takes zh-CN or en, not \"{0}\""},
+    HostTextEntry{T::noVoucher, "没有凭证 {0}", "There is no voucher {0}"},
+    HostTextEntry{T::noOutsideVoucher, "表 {0} 中没有凭证 {1}", "Table {0} has no voucher {1}"},
+    HostTextEntry{T::badAction, "“{0}”不是 rows、generate、check 或 save",
+                  "\"{0}\" is none of rows, generate, check and save"},
+    HostTextEntry{
+        T::badTable, "“{0}”不是表名；表名由字母、数字和下划线组成，各部分以点分隔，其他字符须放在方括号内",
+        "\"{0}\" is no name of a table: such a name has letters, digits and \"_\", with dots between its parts and "
+        "anything else in brackets"},
+    HostTextEntry{T::yearMissing, "{0} 没有可读的 dbill_date；请用 --year 给出会计年度",
+                  "{0} gives no dbill_date that can be read; name the accounting year with --year"},
+    HostTextEntry{T::inputUnreadable, "无法读取 {0}", "{0} is not there or cannot be read"},
+    HostTextEntry{T::inputTooLong, "{0} 超过 64 MiB", "{0} is longer than 64 MiB"},
+    HostTextEntry{T::inputEmpty, "{0} 是空的", "{0} is empty"},
+    HostTextEntry{T::argumentMissing, "缺少 {0}；用 --help 查看用法", "{0} is missing; see --help"},
+    HostTextEntry{T::argumentTooMany, "参数过多：“{0}”；给出 --connect 时没有 FILE",
+                  "\"{0}\" is one argument too many; with --connect there is no FILE"},
+    HostTextEntry{T::argumentUnknown, "不认识的参数：{0}", "unknown on the command line: {0}"},
+    HostTextEntry{T::optionWithoutValue, "选项 {0} 缺少值，或值过多", "option {0} needs one value"},
+    HostTextEntry{T::optionBadValue, "选项的值无效：{0}", "the value of an option cannot be used: {0}"},
+    HostTextEntry{T::commandLineWrong, "命令行有误：{0}", "the command line cannot be used: {0}"},
+    HostTextEntry{T::connectEmpty, "连接串是空的", "The connection string is empty"},
+    HostTextEntry{T::connectSecret,
+                  "命令行上的密码会出现在进程列表中，因此不接受；请写成 --connect @文件，或使用环境变量 Z7CF_CONNECT",
+                  "A password on the command line shows in the list of processes, so it is not taken; write --connect "
+                  "@FILE, or use the variable Z7CF_CONNECT"},
+    HostTextEntry{T::connectFileMissing, "无法读取连接串文件 {0}",
+                  "The file {0} with the connection string is not there or cannot be read"},
+    HostTextEntry{T::connectNoInit, "init 不能通过 dialect=sqlite 建立账套；请给出 FILE 来建立嵌入式数据库",
+                  "init makes no account by way of dialect=sqlite; name a FILE to make an embedded database"},
+    HostTextEntry{T::serverNoDatabase,
+                  "“{0}”是服务器自己的数据库，不能存放账套；请在连接串中用 Database=名称 指明账套的数据库",
+                  "\"{0}\" is a database of the server's own and takes no account; name the account's database in the "
+                  "connection string with Database=NAME"},
+    HostTextEntry{T::serverLetterCase,
+                  "数据库 {0} 的排序规则区分大小写，账套不能用；请另选数据库，或不事先建立，由 init 建立",
+                  "The collation of database {0} tells upper from lower case, which no account can use; choose another "
+                  "database, or let init make it"},
+    HostTextEntry{T::serverAccountThere, "数据库 {0} 中已有 {1}，未做任何改动；请另选数据库，或先把它们移走",
+                  "Database {0} holds {1} already, and nothing was changed; choose another database, or take them away "
+                  "first"},
+    HostTextEntry{T::fileMissing, "找不到数据库文件 {0}；可用 z7cf init 建立",
+                  "There is no database file {0}; z7cf init makes one"},
+    HostTextEntry{
+        T::notInYear, "日期 {0} 不在账套 {2} 的 {1} 年会计期间内；请检查设置中的账套号 (account) 和表 ua_period",
+        "The date {0} lies in no period of the year {1} of account {2}; look at the account in the settings and at "
+        "the table ua_period"},
+    HostTextEntry{
+        T::someNotInYear, "{0} 张凭证的日期不在 {1} 年会计期间内，将按无现金流量科目处理；第一张为 {2}",
+        "The dates of {0} vouchers lie in no period of the year {1}, which makes them count as without a cash-flow "
+        "account; the first is {2}"},
+    HostTextEntry{T::fileExists, "{0} 已存在，不会覆盖；请另选文件名或先移走该文件",
+                  "{0} exists and is not overwritten; choose another name or move the file away first"},
+    HostTextEntry{T::notADatabase, "无法打开数据库 {0}：{1}", "Database {0} cannot be opened: {1}"},
+    HostTextEntry{T::notConnected, "无法打开连接串指定的数据库：{0}",
+                  "The database that the connection string names cannot be opened: {0}"},
+    HostTextEntry{T::databaseFailed, "数据库错误 {0}：{1}", "Database error {0}: {1}"},
+    HostTextEntry{T::voucherFailed, "错误 {0}：{1}", "Error {0}: {1}"},
+    HostTextEntry{T::outputFailed, "无法写出结果：{0}", "The output cannot be written: {0}"},
+    HostTextEntry{T::settingsUnreadable, "设置文件 {0} 第 {1} 行：{2}", "Settings file {0}, line {1}: {2}"},
+    HostTextEntry{T::settingsBadKey,
+                  "不认识的设置“{0}”；可用的有 account、user、operator、accounting_system、language、guard",
+                  "unknown setting \"{0}\"; known are account, user, operator, accounting_system, language and guard"},
+    HostTextEntry{T::settingsBadType, "设置“{0}”应为文本", "setting \"{0}\" must be a text"},
+    HostTextEntry{T::settingsNoTruth, "设置“{0}”应为 true 或 false", "setting \"{0}\" must be true or false"},
+    HostTextEntry{T::settingsBadValue, "设置“{0}”的值“{1}”无效", "setting \"{0}\" cannot be \"{1}\""},
+    HostTextEntry{T::settingsMissing, "无法读取设置文件 {0}", "Settings file {0} is not there or cannot be read"},
+    HostTextEntry{T::setNeedsValue, "--set 应写成 名称=值，而不是“{0}”", "--set takes NAME=VALUE, not \"{0}\""},
+    HostTextEntry{T::setUnknown, "不认识的账套选项“{0}”；可用的有 {1}",
+                  "Unknown account option \"{0}\"; known are {1}"},
+    HostTextEntry{T::setTwice, "账套选项“{0}”给出了两次", "Account option \"{0}\" is given twice"},
+    HostTextEntry{T::setBadValue, "账套选项“{0}”应为 true 或 false，而不是“{1}”",
+                  "Account option \"{0}\" takes true or false, not \"{1}\""},
+    HostTextEntry{T::folderMissing, "{0} 不是可读的文件夹", "{0} is no folder that can be read"},
+    HostTextEntry{T::folderEmpty, "文件夹 {0} 中没有 .csv 文件", "Folder {0} holds no .csv file"},
+    HostTextEntry{T::moveFailed, "无法写入 {0}：{1}", "{0} cannot be written: {1}"},
+    HostTextEntry{T::outOfMemory, "内存不足", "Out of memory"},
+    HostTextEntry{T::internal, "内部错误：{0}", "Internal error: {0}"},
+
+    HostTextEntry{T::csvAt, "{0} 第 {1} 行：{2}", "{0}, line {1}: {2}"},
+    HostTextEntry{T::csvAtColumn, "{0} 第 {1} 行 {2} 列：{3}", "{0}, line {1}, column {2}: {3}"},
+    HostTextEntry{T::csvInvalidUtf8, "不是有效的 UTF-8 文本", "the text is no valid UTF-8"},
+    HostTextEntry{T::csvZeroByte, "含有零字节", "there is a zero byte"},
+    HostTextEntry{T::csvStrayQuote, "引号位置不对；含引号的字段要整个加引号，其中的引号要成双",
+                  "a quote stands where none may be; quote the whole field and double the quotes in it"},
+    HostTextEntry{T::csvUnclosedQuote, "引号没有闭合", "a quoted field is not closed"},
+    HostTextEntry{T::csvTooLong, "记录超过 16 MiB", "the record is longer than 16 MiB"},
+    HostTextEntry{T::csvUnreadable, "读取失败", "reading fails"},
+    HostTextEntry{T::csvNoMemory, "内存不足", "out of memory"},
+    HostTextEntry{T::csvCannotOpen, "无法打开文件", "the file cannot be opened"},
+    HostTextEntry{T::csvNoHeading, "第一行应为列名，但文件是空的",
+                  "the first line must name the columns, but the file is empty"},
+    HostTextEntry{T::csvUnknownTable, "数据库中没有表“{0}”；可用的表有 {1}",
+                  "the database has no table \"{0}\"; tables are {1}"},
+    HostTextEntry{T::csvTableTwice, "表“{0}”有两个文件", "there are two files for table \"{0}\""},
+    HostTextEntry{T::csvUnknownColumn, "表“{0}”没有此列", "table \"{0}\" has no such column"},
+    HostTextEntry{T::csvColumnTwice, "列名出现了两次", "the column is named twice"},
+    HostTextEntry{T::csvColumnMissing, "缺少这个必需的列", "the column is required and is not there"},
+    HostTextEntry{T::csvWrongCount, "字段有 {0} 个，而列名有 {1} 个",
+                  "the number of fields is {0}, that of the column names {1}"},
+    HostTextEntry{T::csvNoName, "第 {0} 个列名是空的", "column name {0} is empty"},
+    HostTextEntry{T::csvNoValue, "此列必须有值", "the column must have a value"},
+    HostTextEntry{T::csvNoTruth, "“{0}”不是 0、1、true 或 false", "\"{0}\" is not 0, 1, true or false"},
+    HostTextEntry{T::csvNoWhole, "“{0}”不是 {1} 至 {2} 的整数", "\"{0}\" is not a whole number from {1} to {2}"},
+    HostTextEntry{T::csvNoNumber, "“{0}”不是数字（不能有千位分隔符）",
+                  "\"{0}\" is not a number (thousands commas are not allowed)"},
+    HostTextEntry{T::csvNoDate, "“{0}”不是日期（年份在前）", "\"{0}\" is not a date, written year first"},
+    HostTextEntry{T::csvTextTooLong, "“{0}”超过 {1} 个字符", "\"{0}\" is not a text of at most {1} characters"},
+    HostTextEntry{T::csvRefused, "数据库拒绝这一行：{0}", "the database refuses the row: {0}"},
+
+    HostTextEntry{T::helpProgram, "把总账凭证的现金收支分配到现金流量项目。",
+                  "Allots the cash movements of ledger vouchers to cash-flow items."},
+    HostTextEntry{T::helpInit, "建立账套数据库：空的、示例公司的或来自 CSV 文件的",
+                  "Make an account's database: empty, with the sample company, or from CSV files"},
+    HostTextEntry{T::helpVouchers, "列出某年度或期间的凭证及其现金流量状况",
+                  "List the vouchers of a year or period and how their rows stand"},
+    HostTextEntry{T::helpRows, "显示一张凭证已存的或新生成的现金流量行及检查结果",
+                  "Show the stored or freshly generated rows of a voucher and the verdict on them"},
+    HostTextEntry{T::helpCheck, "检查一张凭证已存的现金流量行是否与凭证相符",
+                  "Check whether the stored rows of a voucher meet it"},
+    HostTextEntry{T::helpSave, "保存一张凭证的现金流量行；没有已存的行就先生成",
+                  "Save the rows of a voucher, generating them where none are stored"},
+    HostTextEntry{T::helpAllot, "为某年度或期间的每张凭证生成、检查并保存现金流量行",
+                  "Generate, check and save the rows of every voucher of a year or period"},
+    HostTextEntry{T::helpExport, "把一张凭证的现金流量行写成 XML", "Write the rows of a voucher as XML"},
+    HostTextEntry{T::helpImport, "用 XML 中的行替换一张凭证的现金流量行",
+                  "Store the rows of an XML document in place of a voucher's own"},
+    HostTextEntry{T::helpOutside, "其他子系统凭证的现金流量行：显示、生成、检查、保存",
+                  "The rows of a voucher of another subsystem: show, generate, check, save"},
+    HostTextEntry{T::helpVoucherXml, "显示以 XML 交来的凭证的现金流量行",
+                  "Show the rows of a voucher that is handed over as XML"},
+    HostTextEntry{T::helpSampleXml, "写出示例公司的 XML 文件", "Write the XML documents of the sample company"},
+    HostTextEntry{T::helpLang, "输出的语言：zh-CN 或 en", "Language of the output: zh-CN or en"},
+    HostTextEntry{T::helpQuiet, "不显示提示消息和进度", "No notices and no progress"},
+    HostTextEntry{T::helpJson, "输出 JSON，供程序读取", "Write JSON for machines"},
+    HostTextEntry{T::helpSettings, "设置文件（TOML）；默认为 ~/.config/z7cf/settings.toml",
+                  "Settings file (TOML); by default ~/.config/z7cf/settings.toml"},
+    HostTextEntry{T::helpConnect, "连接串，代替 FILE；@文件 表示从文件读取；也可用环境变量 Z7CF_CONNECT",
+                  "Connection string in place of FILE; @FILE reads it from a file; else Z7CF_CONNECT"},
+    HostTextEntry{T::helpVersion, "显示版本", "Show the version"},
+    HostTextEntry{T::helpHelp, "显示帮助", "Show this help"},
+    HostTextEntry{T::helpFile, "账套数据库文件", "Database file of the account"},
+    HostTextEntry{T::helpKey, "凭证：年/期间/类别/号", "Voucher: year/period/kind/number"},
+    HostTextEntry{T::helpYear, "会计年度", "Accounting year"},
+    HostTextEntry{T::helpPeriod, "只限此会计期间", "This accounting period only"},
+    HostTextEntry{T::helpGenerate, "显示由凭证新生成的行，而不是已存的行",
+                  "Show rows generated from the voucher instead of the stored ones"},
+    HostTextEntry{T::helpDryRun, "只试运行：每张凭证都回滚", "Try only: roll every voucher back"},
+    HostTextEntry{T::helpAll, "列出全部被拒绝的凭证，而不只是前 20 张",
+                  "List all refused vouchers, not only the first 20"},
+    HostTextEntry{T::helpSample, "装入随程序提供的示例公司",
+                  "Fill it with the sample company that comes with the program"},
+    HostTextEntry{T::helpFrom, "装入此文件夹中以表名命名的 CSV 文件",
+                  "Fill it from the CSV files of this folder, which are named after the tables"},
+    HostTextEntry{T::helpSet, "账套选项，可重复：bCashCode=true", "Account option, may be repeated: bCashCode=true"},
+    HostTextEntry{T::helpRowsXml, "行的 XML 文件；- 为标准输入", "XML document with rows; - is standard input"},
+    HostTextEntry{T::helpAction, "rows、generate、check 或 save", "rows, generate, check or save"},
+    HostTextEntry{T::helpTable, "存放凭证分录的表", "Table that holds the voucher's lines"},
+    HostTextEntry{T::helpOutKey, "凭证在其子系统中的键（coutno_id）",
+                  "Key of the voucher in its subsystem (coutno_id)"},
+    HostTextEntry{T::helpOutsideXml, "rows、generate：写入此文件；save：从此文件读取行；- 为标准输出或输入",
+                  "rows, generate: write the document there; save: take the rows from there; - is standard output or "
+                  "input"},
+    HostTextEntry{T::helpVoucherFile, "凭证的 XML 文件；- 为标准输入",
+                  "XML document of the voucher; - is standard input"},
+    HostTextEntry{T::helpXmlYear, "会计年度；默认为 dbill_date 的年份",
+                  "Accounting year; by default that of dbill_date"},
+    HostTextEntry{T::helpCreate, "由凭证分录生成行，而不是已存的行",
+                  "Rows that the lines give instead of the stored ones"},
+    HostTextEntry{T::helpAsXml, "输出行的 XML", "Write the rows as XML"},
+    HostTextEntry{T::helpFolder, "文件夹", "Folder"},
+    HostTextEntry{T::examplesProgram,
+                  "例：\n"
+                  "  z7cf init company.db --sample\n"
+                  "  z7cf allot company.db --year 2024\n"
+                  "退出码：0 完成，1 有凭证被拒绝或不存在，2 用法错误，3 数据库或输出错误，130/143 被中断",
+                  "Examples:\n"
+                  "  z7cf init company.db --sample\n"
+                  "  z7cf allot company.db --year 2024\n"
+                  "Exit codes: 0 done, 1 some voucher refused or not there, 2 usage, 3 database or output, 130/143 "
+                  "interrupted"},
+    HostTextEntry{
+        T::examplesInit,
+        "用 --connect 时，账套建在连接串中 Database= 指明的数据库里；该数据库和 zqsystem 不存在时先建立，\n"
+        "已有账套的表则拒绝。其余全部在一个事务中完成；出错或中断不留下任何东西。\n"
+        "例：\n"
+        "  z7cf init company.db --sample --set bCashCode=true\n"
+        "  z7cf init journal.db --from ./tables\n"
+        "  z7cf init --connect @office.txt --from ./tables",
+        "With --connect the account goes into the database that the string names with Database=. That database\n"
+        "and zqsystem are made if they are not there; one that holds an account's tables is refused. All else\n"
+        "is one transaction, and a failure or an interruption leaves nothing behind.\n"
+        "Examples:\n"
+        "  z7cf init company.db --sample --set bCashCode=true\n"
+        "  z7cf init journal.db --from ./tables\n"
+        "  z7cf init --connect @office.txt --from ./tables"},
+    HostTextEntry{T::examplesVouchers,
+                  "例：\n"
+                  "  z7cf vouchers company.db --year 2024 --period 3\n"
+                  "  z7cf vouchers company.db --year 2024 --json",
+                  "Examples:\n"
+                  "  z7cf vouchers company.db --year 2024 --period 3\n"
+                  "  z7cf vouchers company.db --year 2024 --json"},
+    HostTextEntry{T::examplesRows,
+                  "例：\n"
+                  "  z7cf rows company.db 2024/1/2/15\n"
+                  "  z7cf rows company.db 2024/1/2/15 --generate --json",
+                  "Examples:\n"
+                  "  z7cf rows company.db 2024/1/2/15\n"
+                  "  z7cf rows company.db 2024/1/2/15 --generate --json"},
+    HostTextEntry{T::examplesCheck,
+                  "例：\n"
+                  "  z7cf check company.db 2024/1/2/15",
+                  "Examples:\n"
+                  "  z7cf check company.db 2024/1/2/15"},
+    HostTextEntry{T::examplesSave,
+                  "例：\n"
+                  "  z7cf save company.db 2024/1/2/15",
+                  "Examples:\n"
+                  "  z7cf save company.db 2024/1/2/15"},
+    HostTextEntry{T::examplesAllot,
+                  "例：\n"
+                  "  z7cf allot company.db --year 2024 --dry-run\n"
+                  "  z7cf allot company.db --year 2024 --period 3 --json",
+                  "Examples:\n"
+                  "  z7cf allot company.db --year 2024 --dry-run\n"
+                  "  z7cf allot company.db --year 2024 --period 3 --json"},
+    HostTextEntry{
+        T::examplesExport,
+        "例：\n  z7cf export company.db 2024/6/2/10 > rows.xml\n  z7cf export company.db 2024/6/2/11 --generate",
+        "Examples:\n  z7cf export company.db 2024/6/2/10 > rows.xml\n  z7cf export company.db 2024/6/2/11 --generate"},
+    HostTextEntry{T::examplesImport,
+                  "例：\n  z7cf import company.db 2024/7/2/12 advertising-rows.xml\n  z7cf export a.db 2024/6/2/10 | "
+                  "z7cf import b.db 2024/6/2/10 -",
+                  "Examples:\n  z7cf import company.db 2024/7/2/12 advertising-rows.xml\n  z7cf export a.db "
+                  "2024/6/2/10 | z7cf import b.db 2024/6/2/10 -"},
+    HostTextEntry{T::examplesOutside,
+                  "例：\n  z7cf outside rows company.db sales_voucher AR-2024-0301 --year 2024\n  z7cf outside save "
+                  "company.db sales_voucher AR-2024-0301 --year 2024 --xml rows.xml",
+                  "Examples:\n  z7cf outside rows company.db sales_voucher AR-2024-0301 --year 2024\n  z7cf outside "
+                  "save company.db sales_voucher AR-2024-0301 --year 2024 --xml rows.xml"},
+    HostTextEntry{T::examplesVoucherXml,
+                  "例：\n  z7cf voucher-xml company.db bonus-voucher.xml\n  z7cf voucher-xml company.db "
+                  "sales-voucher.xml --year 2024 --xml",
+                  "Examples:\n  z7cf voucher-xml company.db bonus-voucher.xml\n  z7cf voucher-xml company.db "
+                  "sales-voucher.xml --year 2024 --xml"},
+    HostTextEntry{T::examplesSampleXml, "例：\n  z7cf sample-xml documents", "Examples:\n  z7cf sample-xml documents"},
+    HostTextEntry{T::usageHint, "用 --help 查看用法。", "See --help."},
+};
+
+static_assert(texts.size() == static_cast<std::size_t>(HostText::count));
+static_assert([] {
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        if (static_cast<std::size_t>(texts[i].id) != i) {
+            return false;
+        }
+    }
+    return true;
+}());
+
+} // namespace
+
+std::span<const HostTextEntry> hostTexts() noexcept { return texts; }
+
+std::string hostText(Language language, HostText text, const std::vector<std::string>& arguments) {
+    const HostTextEntry& entry = texts.at(static_cast<std::size_t>(text));
+    return fillPlaces(language == Language::chinese ? entry.chinese : entry.english,
+                      std::vector<Variant>(arguments.begin(), arguments.end()));
+}
+
+} // namespace z7::cashflow::host

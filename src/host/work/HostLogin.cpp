@@ -1,0 +1,40 @@
+#include "host/work/HostLogin.h"
+
+#include "host/text/TextCatalogue.h"
+
+namespace z7::cashflow::host {
+
+namespace {
+
+constexpr std::int32_t accountingSystemCode = 117;
+
+} // namespace
+
+HostLogin::HostLogin(GlobalOptions options, std::int16_t year, std::string connectionString)
+    : options_(std::move(options)), year_(year), connectionString_(std::move(connectionString)),
+      text_(std::make_shared<CatalogueText>(options_.language)),
+      formattedText_(std::make_shared<CatalogueFormattedText>(options_.language)) {}
+
+std::int32_t HostLogin::LocaleId() { return localeId(options_.language); }
+
+std::string HostLogin::AccountId() { return options_.account; }
+
+std::string HostLogin::AccountingYear() { return std::to_string(year_); }
+
+std::string HostLogin::UserId() { return options_.user; }
+
+std::string HostLogin::Operator() { return options_.operatorName; }
+
+std::string HostLogin::ConnectionString() { return connectionString_; }
+
+Variant HostLogin::Information(std::int32_t code) {
+    return code == accountingSystemCode ? Variant(options_.accountingSystem) : Variant();
+}
+
+std::string HostLogin::LanguageTag() { return languageTag(options_.language); }
+
+std::shared_ptr<cashflow::TextLookup> HostLogin::TextLookup() { return text_; }
+
+std::shared_ptr<cashflow::FormattedTextLookup> HostLogin::FormattedTextLookup() { return formattedText_; }
+
+} // namespace z7::cashflow::host

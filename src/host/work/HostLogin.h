@@ -1,0 +1,38 @@
+#pragma once
+
+#include "host/cli/GlobalOptions.h"
+#include "z7cashflow/ports/Z7Login.h"
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+namespace z7::cashflow::host {
+
+/// The login of the command line: who works, in which account and year, and in which language.
+class HostLogin final : public Z7Login {
+public:
+    /// The year is the one that the command names; the connection string is that of the opened database.
+    HostLogin(GlobalOptions options, std::int16_t year, std::string connectionString);
+
+    [[nodiscard]] std::int32_t LocaleId() override;
+    [[nodiscard]] std::string AccountId() override;
+    [[nodiscard]] std::string AccountingYear() override;
+    [[nodiscard]] std::string UserId() override;
+    [[nodiscard]] std::string Operator() override;
+    [[nodiscard]] std::string ConnectionString() override;
+    /// 117 gives the account's accounting system as set, empty if it is not; every other number gives null.
+    [[nodiscard]] Variant Information(std::int32_t code) override;
+    [[nodiscard]] std::string LanguageTag() override;
+    [[nodiscard]] std::shared_ptr<cashflow::TextLookup> TextLookup() override;
+    [[nodiscard]] std::shared_ptr<cashflow::FormattedTextLookup> FormattedTextLookup() override;
+
+private:
+    GlobalOptions options_;
+    std::int16_t year_;
+    std::string connectionString_;
+    std::shared_ptr<cashflow::TextLookup> text_;
+    std::shared_ptr<cashflow::FormattedTextLookup> formattedText_;
+};
+
+} // namespace z7::cashflow::host

@@ -1,0 +1,59 @@
+#include "host/work/Session.h"
+
+#include "adapters/guard/GuardedConnection.h"
+#include "host/cli/ExitCode.h"
+#include "host/cli/Failure.h"
+#include "host/text/reasonText.h"
+#include "z7cashflow/model/modPublic.h"
+#include "z7cashflow/support/conversions.h"
+
+#include <filesystem>
+
+namespace z7::cashflow::host {
+
+Session::Session(const AccountPlace& place, std::int16_t year, const GlobalOptions& options, const Console& console)
+    : year_(year), messageBox_(std::make_shared<terminal::TerminalMessageBox>(
+                       console.in, console.err, terminal::MessageBoxOptions{console.interactive, options.quiet})) {
+    std::error_code ignored;
+    const auto file = place.file();
+    if (file && !std::filesystem::exists(*file, ignored)) {
+        throw Failure(exitCode::database, HostText::fileMissing, {file->string()});
+    }
+    connection_ = place.makeConnection();
+    guarded_ = options.guard ? std::make_shared<guard::GuardedConnection>(connection_) : connection_;
+    const std::string connectionString = place.connectionString(year);
+    try {
+        connection_->Open(connectionString);
+    } catch (const Error& error) {
+        const std::string reason = reasonText(options.language, error.description());
+        throw file ? Failure(exitCode::database, HostText::notADatabase, {file->string(), reason})
+                   : Failure(exitCode::database, HostText::notConnected, {reason});
+    }
+    modPublic::Context& context = modPublic::context();
+    context = modPublic::Context{};
+    context.createMessageBox = [box = messageBox_] { return box; };
+    provider_.Gl().objLogin(std::make_shared<HostLogin>(options, year, connectionString));
+    context.bCashCode = accountOption("bCashCode");
+    context.bAutoDisplay = accountOption("bAutoDisplay");
+}
+
+Session::~Session() {
+    messageBox_->reportRepeats();
+    modPublic::context() = modPublic::Context{};
+}
+
+bool Session::isInYear(Date date) {
+    const std::string year = std::to_string(year_);
+    return date == Date::none() || data_.DateToYearPeriod(*guarded_, date).substr(0, year.size()) == year;
+}
+
+void Session::requireInYear(Date date) {
+    if (!isInYear(date)) {
+        throw Failure(exitCode::database, HostText::notInYear,
+                      {dayText(date), std::to_string(year_), modPublic::requiredLogin().AccountId()});
+    }
+}
+
+bool Session::accountOption(const char* name) { return asciiUpper(data_.GetAccInfo(*guarded_, "GL", name)) == "TRUE"; }
+
+} // namespace z7::cashflow::host

@@ -1,0 +1,49 @@
+#include "host/work/VoucherList.h"
+
+#include "z7cashflow/support/conversions.h"
+
+namespace z7::cashflow::host {
+
+namespace {
+
+std::vector<VoucherHead> readHeads(Connection& connection, const std::string& condition, std::int16_t year) {
+    const auto lines =
+        connection.Execute("select iperiod,isignseq,ino_id,inid,dbill_date,cdigest from " + std::string(voucherTable) +
+                           " where " + condition + " order by iperiod,isignseq,ino_id,inid");
+    std::vector<VoucherHead> heads;
+    for (; !lines->EndOfFile(); lines->MoveNext()) {
+        const FieldList& fields = lines->Fields();
+        const VoucherKey key{year, toByte(fields.Item("iperiod")), toInt16(fields.Item("isignseq")),
+                             toInt32(fields.Item("ino_id"))};
+        if (heads.empty() || heads.back().key != key) {
+            heads.push_back({key, Date::none(), toTextOrEmpty(fields.Item("cdigest"))});
+        }
+        const Variant date = fields.Item("dbill_date");
+        if (heads.back().date == Date::none() && !date.isNull()) {
+            heads.back().date = toDate(date);
+        }
+    }
+    lines->Close();
+    return heads;
+}
+
+} // namespace
+
+std::vector<VoucherHead> listVouchers(Connection& connection, std::int16_t year, std::optional<std::uint8_t> period) {
+    std::string condition = "iyear=" + std::to_string(year);
+    if (period) {
+        condition += " and iperiod=" + std::to_string(*period);
+    }
+    return readHeads(connection, condition, year);
+}
+
+std::optional<VoucherHead> findVoucher(Connection& connection, const VoucherKey& key) {
+    const auto heads =
+        readHeads(connection,
+                  "iyear=" + std::to_string(key.year) + " and iperiod=" + std::to_string(key.period) +
+                      " and isignseq=" + std::to_string(key.kind) + " and ino_id=" + std::to_string(key.number),
+                  key.year);
+    return heads.empty() ? std::nullopt : std::optional(heads.front());
+}
+
+} // namespace z7::cashflow::host
