@@ -1,5 +1,7 @@
 #pragma once
 
+#include "z7cashflow/ports/ConnectionFactory.h"
+#include "z7cashflow/ports/DialogFactory.h"
 #include "z7cashflow/ports/MessageBox.h"
 #include "z7cashflow/ports/Z7Login.h"
 #include "z7cashflow/support/Guid.h"
@@ -39,8 +41,10 @@ struct Context {
 
     /// Services of the process around the library, replaceable by hosts and tests. They are no part of the login.
     std::function<std::shared_ptr<MessageBox>()> createMessageBox; ///< makes messageBoxObject; none by default
-    GuidSource guidSource = systemGuidSource();                    ///< random bytes of GetGUID
-    std::function<void(const std::string&)> debugSink;             ///< takes debug texts; nowhere by default
+    std::shared_ptr<ConnectionFactory> connectionFactory; ///< connections that the dialog opens itself; none by default
+    std::shared_ptr<DialogFactory> dialogFactory;         ///< windows of the dialog; none by default
+    GuidSource guidSource = systemGuidSource();           ///< random bytes of GetGUID
+    std::function<void(const std::string&)> debugSink;    ///< takes debug texts; nowhere by default
 };
 
 /// The calling thread's context, which lives as long as the thread.

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "z7cashflow/ports/Control.h"
+
+#include <string>
+
+namespace z7::cashflow {
+
+/// A button that the user presses by mouse or keyboard; FormEvents::click follows. A disabled button raises no click.
+class ZQCommandButton : public Control {
+public:
+    virtual void Caption(const std::string& text) = 0;
+    [[nodiscard]] virtual bool Enabled() const = 0;
+    virtual void Enabled(bool value) = 0;
+};
+
+} // namespace z7::cashflow

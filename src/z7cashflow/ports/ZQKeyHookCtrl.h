@@ -1,0 +1,10 @@
+#pragma once
+
+#include "z7cashflow/ports/Control.h"
+
+namespace z7::cashflow {
+
+/// Sees every key press on its form before the focused control does and passes it on as FormEvents::keyDown. It cannot be seen.
+class ZQKeyHookCtrl : public Control {};
+
+} // namespace z7::cashflow
