@@ -1,7 +1,7 @@
 #include "adapters/guard/StatementGuard.h"
 
 #include "adapters/guard/libraryStatements.h"
-#include "adapters/tsql/names.h"
+#include "z7cashflow/support/names.h"
 #include "adapters/tsql/shape.h"
 #include "z7cashflow/support/Error.h"
 #include "z7cashflow/support/conversions.h"
@@ -68,7 +68,7 @@ std::size_t elementLength(char element, std::string_view shape) {
     case numberMark:
         return numberLength(shape);
     case tableMark:
-        return tsql::tableNameLength(shape);
+        return tableNameLength(shape);
     case valueMark:
         return valueLength(shape);
     case temporaryMark:

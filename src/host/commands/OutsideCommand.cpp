@@ -1,5 +1,4 @@
 #include "adapters/terminal/printable.h"
-#include "adapters/tsql/names.h"
 #include "host/cli/Command.h"
 #include "host/cli/ExitCode.h"
 #include "host/cli/Failure.h"
@@ -52,7 +51,7 @@ public:
             throw Failure(exitCode::usage, HostText::badAction, {action_});
         }
         const AccountPlace place = database_.take(options, {{"TABLE", &table_}, {"OUTKEY", &key_}});
-        if (table_.empty() || tsql::tableNameLength(table_) != table_.size()) {
+        if (table_.empty() || tableNameLength(table_) != table_.size()) {
             throw Failure(exitCode::usage, HostText::badTable, {table_});
         }
         const std::int16_t year = year_.year();

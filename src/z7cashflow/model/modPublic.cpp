@@ -90,6 +90,8 @@ void SetLogin(std::shared_ptr<Z7Login> login) {
     Context& state = context();
     state.login = std::move(login);
     if (state.login) {
+        state.literalPolicy = state.login->guardsStatements() ? statements::LiteralPolicy::wholeLiterals
+                                                              : statements::LiteralPolicy::asGiven;
         state.textLookup = state.login->TextLookup();
         state.formattedTextLookup = state.login->FormattedTextLookup();
     }

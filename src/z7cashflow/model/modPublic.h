@@ -4,6 +4,7 @@
 #include "z7cashflow/ports/DialogFactory.h"
 #include "z7cashflow/ports/MessageBox.h"
 #include "z7cashflow/ports/Z7Login.h"
+#include "z7cashflow/statements/LiteralPolicy.h"
 #include "z7cashflow/support/Guid.h"
 #include "z7cashflow/support/Variant.h"
 
@@ -25,8 +26,10 @@ struct Context {
     std::shared_ptr<Z7Login> login;
     std::shared_ptr<TextLookup> textLookup;                   ///< taken from the login when it was set
     std::shared_ptr<FormattedTextLookup> formattedTextLookup; ///< taken from the login when it was set
-    std::shared_ptr<MessageBox> messageBoxObject;             ///< made by the first message, kept to the end
-    std::int16_t yearOverride = 0; ///< accounting year in place of the login's, such as 2013; 0 for none
+    /// What values may be that go into statements; taken from the login when it was set
+    statements::LiteralPolicy literalPolicy = statements::LiteralPolicy::asGiven;
+    std::shared_ptr<MessageBox> messageBoxObject; ///< made by the first message, kept to the end
+    std::int16_t yearOverride = 0;                ///< accounting year in place of the login's, such as 2013; 0 for none
 
     std::int16_t VouchState = 0;  ///< state of the voucher on the screen; 2 asks for an empty set of stored rows
     std::int16_t VouchIn = 0;     ///< kept for the host
@@ -56,8 +59,8 @@ struct Context {
 /// The user's login. Error 91 if none was set on this thread.
 [[nodiscard]] Z7Login& requiredLogin();
 
-/// Takes over a login and its two text services. Without a login the text services stay what they were. A failure of the
-/// login to give its services reaches the caller.
+/// Takes over a login, its two text services and whether it guards statements. Without a login these three stay what they were. A
+/// failure of the login to return its services reaches the caller.
 void SetLogin(std::shared_ptr<Z7Login> login);
 
 /// The accounting year that year-bound statements use: the override if there is one, else the login's.

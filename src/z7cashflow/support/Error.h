@@ -29,6 +29,7 @@ inline constexpr int rowsDoNotFit = 10008;     ///< a row is incomplete or does 
 inline constexpr int sumsDiffer = 10009; ///< the rows' sum differs from the voucher's, or there is nothing to check
 inline constexpr int noVoucherDateForSave = 10010; ///< no line of the voucher to give its date to a save
 inline constexpr int noVoucherDateForXml = 10011;  ///< no line of the voucher to give its date to rows from XML
+inline constexpr int statementRefused = 10020;     ///< a value that would change the statement that it goes into
 } // namespace errors
 
 /// The one exception of the library: a number that callers can test, where it came from, and a text for people.

@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <string_view>
 
-namespace z7::cashflow::tsql {
+namespace z7::cashflow {
 
 /// The length in bytes of the name that a text begins with, 0 if it begins with none. A name is regular, a letter of any script
 /// or "_" before letters, decimal digits, "_", "$", "#" and "@", or stands in brackets, where a closing one is doubled. A table of
@@ -14,4 +14,4 @@ namespace z7::cashflow::tsql {
 /// "base..t".
 [[nodiscard]] std::size_t tableNameLength(std::string_view text);
 
-} // namespace z7::cashflow::tsql
+} // namespace z7::cashflow

@@ -1,10 +1,10 @@
-#include "adapters/tsql/names.h"
+#include "z7cashflow/support/names.h"
 
 #include <utf8proc.h>
 
 #include <string_view>
 
-namespace z7::cashflow::tsql {
+namespace z7::cashflow {
 namespace {
 
 constexpr std::size_t mostCharacters = 128;
@@ -16,6 +16,9 @@ struct Character {
 
 Character characterAt(std::string_view text, std::size_t at) {
     Character character;
+    if (at < text.size() && static_cast<unsigned char>(text[at]) < 0x80) {
+        return {static_cast<unsigned char>(text[at]), 1};
+    }
     const auto* bytes = reinterpret_cast<const utf8proc_uint8_t*>(text.data());
     const auto size = utf8proc_iterate(bytes + at, static_cast<utf8proc_ssize_t>(text.size() - at), &character.code);
     character.size = size > 0 ? static_cast<std::size_t>(size) : 0;
@@ -23,6 +26,9 @@ Character characterAt(std::string_view text, std::size_t at) {
 }
 
 bool isLetter(utf8proc_int32_t code) {
+    if (code < 0x80) {
+        return (code >= 'a' && code <= 'z') || (code >= 'A' && code <= 'Z');
+    }
     const utf8proc_category_t category = utf8proc_category(code);
     return category >= UTF8PROC_CATEGORY_LU && category <= UTF8PROC_CATEGORY_LO;
 }
@@ -92,4 +98,4 @@ std::size_t tableNameLength(std::string_view text) {
     return length;
 }
 
-} // namespace z7::cashflow::tsql
+} // namespace z7::cashflow

@@ -1,10 +1,10 @@
-#include "adapters/tsql/names.h"
+#include "z7cashflow/support/names.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
 
-namespace z7::cashflow::tsql {
+namespace z7::cashflow {
 namespace {
 
 TEST(Names, are_letters_of_any_script_digits_and_a_few_signs) {
@@ -88,4 +88,4 @@ TEST(TableNames, are_one_to_three_names) {
 }
 
 } // namespace
-} // namespace z7::cashflow::tsql
+} // namespace z7::cashflow

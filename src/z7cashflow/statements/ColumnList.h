@@ -1,0 +1,31 @@
+#pragma once
+
+#include "z7cashflow/statements/LiteralPolicy.h"
+
+#include <string>
+#include <string_view>
+
+namespace z7::cashflow::statements {
+
+/// The columns of a statement in their order, joined by commas. Under wholeLiterals each must be the name of a column.
+class ColumnList {
+public:
+    /// An empty list for a statement of that name.
+    ColumnList(LiteralPolicy policy, std::string_view statement) : policy_(policy), statement_(statement) {}
+
+    /// Adds a column by its name. Error 10020 where the policy does not allow the name.
+    void add(std::string_view name);
+    /// Adds a column of the chart of accounts, the table "code" of a join. Error as for add.
+    void addOfAccount(std::string_view name);
+
+    void appendTo(std::string& out, LiteralPolicy policy, const Place& place) const;
+
+private:
+    void append(std::string_view qualifier, std::string_view name);
+
+    LiteralPolicy policy_;
+    std::string_view statement_;
+    std::string text_;
+};
+
+} // namespace z7::cashflow::statements

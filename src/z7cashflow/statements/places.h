@@ -1,0 +1,73 @@
+#pragma once
+
+#include "z7cashflow/statements/LiteralPolicy.h"
+#include "z7cashflow/statements/VoucherKey.h"
+
+#include <concepts>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+// What stands in the places of a statement. Places refer to the texts that they are made of, so they live no longer than the
+// call that fills the statement.
+
+namespace z7::cashflow::statements {
+
+/// A number: an integer of the program, or a text that came from a row, a login or a document and goes in as it is. A truth value
+/// is 1 or 0.
+class Number {
+public:
+    template <std::integral T> Number(T value) : integer_(static_cast<std::int64_t>(value)), isText_(false) {}
+    Number(std::string_view text) : text_(text) {}
+    Number(const std::string& text) : text_(text) {}
+    Number(const char* text) : text_(text) {}
+
+    void appendTo(std::string& out, LiteralPolicy policy, const Place& place) const;
+
+private:
+    std::string_view text_;
+    std::int64_t integer_ = 0;
+    bool isText_ = true;
+};
+
+/// A number for a condition that a record set checks by itself: as Number, and may be empty.
+class FilterNumber {
+public:
+    FilterNumber(std::string_view text) : text_(text) {}
+    FilterNumber(const std::string& text) : text_(text) {}
+    FilterNumber(const char* text) : text_(text) {}
+
+    void appendTo(std::string& out, LiteralPolicy policy, const Place& place) const;
+
+private:
+    std::string_view text_;
+};
+
+/// A text between the quotes of a statement.
+class Text {
+public:
+    Text(std::string_view text) : text_(text) {}
+    Text(const std::string& text) : text_(text) {}
+    Text(const char* text) : text_(text) {}
+    Text(const OutsideKey& key) : text_(key.text) {}
+
+    void appendTo(std::string& out, LiteralPolicy policy, const Place& place) const;
+
+private:
+    std::string_view text_;
+};
+
+/// The name of a table or a view, such as "gl_accvouch" or "tempdb..[my voucher]".
+class Table {
+public:
+    Table(std::string_view name) : name_(name) {}
+    Table(const std::string& name) : name_(name) {}
+    Table(const char* name) : name_(name) {}
+
+    void appendTo(std::string& out, LiteralPolicy policy, const Place& place) const;
+
+private:
+    std::string_view name_;
+};
+
+} // namespace z7::cashflow::statements

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "z7cashflow/statements/Statement.h"
+
+// Options, periods and voucher kinds of the account.
+
+namespace z7::cashflow::statements {
+
+inline constexpr Statement<Text, Text> accountOption{
+    "accountOption",
+    "select cvalue,cdefault from accinformation WITH(NOLOCK) where csysid =N'{csysid}' and cname = N'{cname}'"};
+
+/// A record if the account has sums compared on a save from XML.
+inline constexpr Statement<> sumCheckOption{
+    "sumCheckOption", "select * from accinformation where csysid=N'gl' and cname=N'bXJLL' and cvalue='true'"};
+
+inline constexpr Statement<Text> voucherOptions{
+    "voucherOptions", "select * from GL_VoucherOption WITH(NOLOCK) where operator =N'{operator}'"};
+
+/// The accounting period in which a date lies.
+inline constexpr Statement<Text, Text, Text> accountingPeriod{
+    "accountingPeriod",
+    "select iyear,iid from zqsystem..ua_period where cacc_id =N'{account}' and dbegin<='{date}' and dend>='{date}' "};
+
+inline constexpr Statement<Number> voucherKind{"voucherKind", "select * from dsign where isignseq={kind}"};
+
+} // namespace z7::cashflow::statements

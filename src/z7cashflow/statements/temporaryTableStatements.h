@@ -1,0 +1,25 @@
+#pragma once
+
+#include "z7cashflow/statements/Statement.h"
+
+// The table in tempdb that holds a voucher given as XML.
+
+namespace z7::cashflow::statements {
+
+/// Makes the table with the columns of a voucher line and the types that the ledger gives them; the false condition copies no line.
+inline constexpr Statement<Table, Number> createVoucherTable{
+    "createVoucherTable",
+    "select inid,idoc,cbill,cdigest,ccode,cexch_name,md,mc,md_f,mc_f, nd_s,nc_s, csettle ,cn_id,dt_date"
+    " ,cdept_id,cperson_id,ccus_id ,csup_id,citem_id,citem_class,"
+    " cname,ccode_equal,coutaccset,ioutyear,coutsysname,coutsysver,doutbilldate,ioutperiod,coutsign"
+    " ,coutno_id,doutdate,coutbillsign, coutid,cDefine1"
+    " ,cDefine2,cDefine3,cDefine4,cDefine5,cDefine6,cDefine7,cDefine8,cDefine9"
+    " ,cDefine10,cDefine11,cDefine12,cDefine13,cDefine14,cDefine15,cDefine16 into {table}  from gl_accvouch"
+    " where 1=0 and iyear={year}"};
+inline constexpr Statement<Table> voucherTableLines{"voucherTableLines", "select * from {table}"};
+/// Removes a table of the same name before the new one is made.
+inline constexpr Statement<Table> dropFormerTable{"dropFormerTable", "drop table {table}"};
+/// Removes the table after it has been read.
+inline constexpr Statement<Table> dropReadTable{"dropReadTable", "Drop table {table}"};
+
+} // namespace z7::cashflow::statements
