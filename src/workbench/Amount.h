@@ -1,0 +1,45 @@
+#pragma once
+
+#include "z7cashflow/support/Variant.h"
+
+#include <compare>
+#include <cstdint>
+#include <string>
+
+namespace z7::cashflow::workbench {
+
+/// An exact amount of money with four decimals, such as 1234.5000. Sums of a year are made with it, because doubles would lose cents.
+/// Sums beyond 900,000,000,000.0000 in either direction, which a double could no longer hold to the last decimal, are error 6.
+class Amount {
+public:
+    constexpr Amount() noexcept = default;
+
+    /// The amount of a database value: null is 0, a number is rounded to four decimals. Error 13 if the value is not a number,
+    /// error 6 if it is too large.
+    [[nodiscard]] static Amount of(const Variant& value);
+    /// The amount of a text such as "1,234.50" or "-3.5". Error 13 if it is not a number or has more than four decimals, error 6
+    /// if it is too large.
+    [[nodiscard]] static Amount read(const std::string& text);
+
+    [[nodiscard]] constexpr bool isZero() const noexcept { return tenThousandths_ == 0; }
+    [[nodiscard]] double value() const noexcept { return static_cast<double>(tenThousandths_) / 10000.0; }
+    /// "1,234.50": thousands commas, two decimals, and all four if the third or the fourth is not 0.
+    [[nodiscard]] std::string text() const;
+    /// "1234.50": the same without commas, for CSV.
+    [[nodiscard]] std::string plainText() const;
+
+    Amount& operator+=(Amount other);
+    Amount& operator-=(Amount other);
+    [[nodiscard]] friend Amount operator+(Amount a, Amount b) { return a += b; }
+    [[nodiscard]] friend Amount operator-(Amount a, Amount b) { return a -= b; }
+    [[nodiscard]] friend constexpr Amount operator-(Amount a) noexcept { return Amount(-a.tenThousandths_); }
+    friend constexpr auto operator<=>(Amount, Amount) noexcept = default;
+
+private:
+    explicit constexpr Amount(std::int64_t tenThousandths) noexcept : tenThousandths_(tenThousandths) {}
+    void requireInRange() const;
+
+    std::int64_t tenThousandths_ = 0;
+};
+
+} // namespace z7::cashflow::workbench

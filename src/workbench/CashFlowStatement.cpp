@@ -1,0 +1,214 @@
+#include "workbench/CashFlowStatement.h"
+
+#include "workbench/statementQueries.h"
+#include "z7cashflow/support/Error.h"
+#include "z7cashflow/support/conversions.h"
+
+#include <algorithm>
+
+namespace z7::cashflow::workbench {
+
+namespace {
+
+constexpr std::uint8_t periodsOfYear = 12;
+
+/// Calls a routine for each record of a query.
+template <class Action> void forEachRecord(Connection& connection, const std::string& query, Action&& action) {
+    const auto records = connection.Execute(query);
+    for (; !records->EndOfFile(); records->MoveNext()) {
+        action(records->Fields());
+    }
+    records->Close();
+}
+
+std::string textOf(const FieldList& fields, const char* column) { return toTextOrEmpty(fields.Item(column)); }
+
+Amount amountOf(const FieldList& fields, const char* column) { return Amount::of(fields.Item(column)); }
+
+/// Receipts and payments of a grouped record, whose payments are negative.
+Flow flowOf(const FieldList& fields, const char* receipts, const char* payments) {
+    return {amountOf(fields, receipts), -amountOf(fields, payments)};
+}
+
+std::uint8_t lastPeriodOf(Connection& connection, std::int16_t year) {
+    std::uint8_t last = periodsOfYear;
+    forEachRecord(connection, queries::lastPeriod(year), [&last](const FieldList& fields) {
+        const Variant period = fields.Item("last_period");
+        last = period.isNull() ? last : std::max(last, toByte(period));
+    });
+    return last;
+}
+
+std::vector<StatementColumn> columnsOf(std::uint8_t first, std::uint8_t last, Span span) {
+    const int width = span == Span::month ? 1 : span == Span::quarter ? 3 : last - first + 1;
+    std::vector<StatementColumn> columns;
+    for (int begin = first; begin <= last;) {
+        const int end = span == Span::quarter ? (begin - 1) / width * width + width : begin + width - 1;
+        columns.push_back({static_cast<std::uint8_t>(begin), static_cast<std::uint8_t>(std::min<int>(end, last))});
+        begin = columns.back().last + 1;
+    }
+    return columns;
+}
+
+/// Draws up one statement part by part.
+class Drawing {
+public:
+    Drawing(Connection& connection, const StatementRequest& request) : connection_(connection), request_(request) {
+        result_.year = request.year;
+        result_.firstPeriod = request.firstPeriod;
+        result_.lastPeriod = request.lastPeriod != 0 ? request.lastPeriod : lastPeriodOf(connection, request.year);
+        if (result_.firstPeriod > result_.lastPeriod) {
+            raisePlatformError(errors::badArgument,
+                               std::to_string(result_.firstPeriod) + "-" + std::to_string(result_.lastPeriod));
+        }
+        result_.columns = columnsOf(result_.firstPeriod, result_.lastPeriod, request.span);
+        result_.cashColumns.resize(result_.columns.size());
+        range_ = {request.year, result_.firstPeriod, result_.lastPeriod};
+    }
+
+    CashFlowStatement draw() {
+        readItems();
+        if (request_.byCurrency) {
+            readCurrencies();
+        }
+        formGroups();
+        readAccounts();
+        readGaps();
+        return std::move(result_);
+    }
+
+private:
+    [[nodiscard]] StatementLine newLine(std::string code, std::string name) const {
+        return {std::move(code), std::move(name), {}, std::vector<Flow>(result_.columns.size()), {}};
+    }
+
+    [[nodiscard]] std::size_t columnOf(std::uint8_t period) const {
+        const auto column = std::find_if(result_.columns.begin(), result_.columns.end(),
+                                         [period](const StatementColumn& each) { return period <= each.last; });
+        return static_cast<std::size_t>(column - result_.columns.begin());
+    }
+
+    void readItems() {
+        result_.total = newLine({}, {});
+        forEachRecord(connection_, queries::items(range_), [this](const FieldList& fields) {
+            const std::string code = textOf(fields, "item_code");
+            if (result_.items.empty() || result_.items.back().code != code) {
+                result_.items.push_back(newLine(code, textOf(fields, "item_name")));
+            }
+            const Flow flow = flowOf(fields, "receipts", "payments");
+            const std::size_t column = columnOf(toByte(fields.Item("iperiod")));
+            for (StatementLine* line : {&result_.items.back(), &result_.total}) {
+                line->total += flow;
+                line->columns[column] += flow;
+            }
+        });
+    }
+
+    void readCurrencies() {
+        auto line = result_.items.begin();
+        forEachRecord(connection_, queries::currencies(range_), [&](const FieldList& fields) {
+            const std::string code = textOf(fields, "item_code");
+            line = std::find_if(line, result_.items.end(),
+                                [&code](const StatementLine& each) { return each.code == code; });
+            if (line != result_.items.end()) {
+                line->currencies.push_back({textOf(fields, "currency"), flowOf(fields, "receipts", "payments")});
+            }
+        });
+    }
+
+    void formGroups() {
+        std::map<std::string, std::string> names;
+        forEachRecord(connection_, queries::itemNames(), [&names](const FieldList& fields) {
+            names[textOf(fields, "citemcode")] = textOf(fields, "citemname");
+        });
+        for (const StatementLine& item : result_.items) {
+            const std::string code = groupOf(item.code);
+            if (result_.groups.empty() || result_.groups.back().code != code) {
+                const auto name = names.find(code);
+                result_.groups.push_back(newLine(code, name == names.end() ? std::string() : name->second));
+            }
+            StatementLine& group = result_.groups.back();
+            group.total += item.total;
+            for (std::size_t column = 0; column < item.columns.size(); ++column) {
+                group.columns[column] += item.columns[column];
+            }
+        }
+    }
+
+    void readAccounts() {
+        std::map<std::string, CashAccount> accounts;
+        forEachRecord(connection_, queries::cashAccounts(request_.year), [&accounts](const FieldList& fields) {
+            const std::string code = textOf(fields, "ccode");
+            accounts[code] = {code, textOf(fields, "ccode_name"), {}, {}};
+        });
+        for (const auto& [code, amount] : request_.openings) {
+            const auto account = accounts.find(code);
+            if (account == accounts.end()) {
+                raisePlatformError(errors::badArgument, code);
+            }
+            account->second.opening += amount;
+        }
+        forEachRecord(connection_, queries::openingBalances(range_), [&accounts](const FieldList& fields) {
+            accounts[textOf(fields, "ccode")].opening += amountOf(fields, "debit") - amountOf(fields, "credit");
+        });
+        forEachRecord(connection_, queries::cashMovements(range_), [&](const FieldList& fields) {
+            const Flow flow{amountOf(fields, "debit"), amountOf(fields, "credit")};
+            accounts[textOf(fields, "ccode")].flow += flow;
+            result_.cashColumns[columnOf(toByte(fields.Item("iperiod")))] += flow;
+        });
+        for (auto& [code, account] : accounts) {
+            result_.cash.opening += account.opening;
+            result_.cash.flow += account.flow;
+            if (!account.opening.isZero() || !account.flow.receipts.isZero() || !account.flow.payments.isZero()) {
+                result_.accounts.push_back(std::move(account));
+            }
+        }
+    }
+
+    void readGaps() {
+        forEachRecord(connection_, queries::gaps(range_), [this](const FieldList& fields) {
+            VoucherGap gap{toByte(fields.Item("iperiod")), toInt16(fields.Item("isignseq")),
+                           toInt32(fields.Item("ino_id")), amountOf(fields, "cash"),
+                           amountOf(fields, "effect"),     toInt32(fields.Item("stored"))};
+            gap.gap = reasonOf(gap, toInt32(fields.Item("seen")));
+            result_.gaps.push_back(gap);
+        });
+    }
+
+    [[nodiscard]] Gap reasonOf(const VoucherGap& voucher, std::int32_t seen) {
+        if (voucher.stored == 0) {
+            return Gap::unallocated;
+        }
+        if (voucher.cash.isZero()) {
+            bool there = false;
+            forEachRecord(connection_,
+                          queries::voucherLines(request_.year, voucher.period, voucher.kind, voucher.number),
+                          [&there](const FieldList&) { there = true; });
+            if (!there) {
+                return Gap::voucherMissing;
+            }
+        }
+        return seen < voucher.stored ? Gap::hiddenRows : Gap::sumsDiffer;
+    }
+
+    Connection& connection_;
+    const StatementRequest& request_;
+    queries::Range range_{};
+    CashFlowStatement result_;
+};
+
+} // namespace
+
+Flow& Flow::operator+=(const Flow& other) {
+    receipts += other.receipts;
+    payments += other.payments;
+    return *this;
+}
+
+std::string groupOf(const std::string& itemCode) { return std::string(leftCharacters(itemCode, 2)); }
+
+CashFlowStatement drawUpStatement(Connection& connection, const StatementRequest& request) {
+    return Drawing(connection, request).draw();
+}
+
+} // namespace z7::cashflow::workbench

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+/// The queries of the cash-flow statement. Each groups on the database's side, so that its answer has a record for each item, account
+/// or gap and not for each row. They hold numbers only, and so nothing that would have to be quoted.
+namespace z7::cashflow::workbench::queries {
+
+/// The periods of a year that a statement covers.
+struct Range {
+    std::int16_t year = 0;
+    std::uint8_t first = 0;
+    std::uint8_t last = 0;
+};
+
+/// last_period: the last period of the year with a line; null where it has none.
+[[nodiscard]] std::string lastPeriod(std::int16_t year);
+/// item_code, item_name, iperiod, receipts, payments (negative), by item and period.
+[[nodiscard]] std::string items(const Range& range);
+/// item_code, currency, receipts, payments (negative), in the currency's own amounts, by item and currency.
+[[nodiscard]] std::string currencies(const Range& range);
+/// citemcode, citemname of all items.
+[[nodiscard]] std::string itemNames();
+/// ccode, ccode_name of the cash accounts whose lines count: end-level and open in the year.
+[[nodiscard]] std::string cashAccounts(std::int16_t year);
+/// ccode, debit, credit of the cash accounts before the range.
+[[nodiscard]] std::string openingBalances(const Range& range);
+/// ccode, iperiod, debit, credit of the cash accounts in the range, by account and period.
+[[nodiscard]] std::string cashMovements(const Range& range);
+/// iperiod, isignseq, ino_id, cash, effect, stored, seen of each voucher whose cash and rows differ by 0.001 or more.
+[[nodiscard]] std::string gaps(const Range& range);
+/// A record for each line of a voucher.
+[[nodiscard]] std::string voucherLines(std::int16_t year, std::uint8_t period, std::int16_t kind, std::int32_t number);
+
+} // namespace z7::cashflow::workbench::queries
