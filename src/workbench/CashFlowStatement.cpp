@@ -50,6 +50,21 @@ std::vector<StatementColumn> columnsOf(std::uint8_t first, std::uint8_t last, Sp
     return columns;
 }
 
+queries::Range rangeOf(const CashFlowStatement& statement) {
+    return {statement.year, statement.firstPeriod, statement.lastPeriod};
+}
+
+template <class ReadFlow>
+std::vector<VoucherFlow> voucherFlows(Connection& connection, const std::string& query, const char* code,
+                                      ReadFlow&& readFlow) {
+    std::vector<VoucherFlow> flows;
+    forEachRecord(connection, query, [&](const FieldList& fields) {
+        flows.push_back({textOf(fields, code), toByte(fields.Item("iperiod")), toInt16(fields.Item("isignseq")),
+                         toInt32(fields.Item("ino_id")), readFlow(fields)});
+    });
+    return flows;
+}
+
 /// Draws up one statement part by part.
 class Drawing {
 public:
@@ -63,7 +78,7 @@ public:
         }
         result_.columns = columnsOf(result_.firstPeriod, result_.lastPeriod, request.span);
         result_.cashColumns.resize(result_.columns.size());
-        range_ = {request.year, result_.firstPeriod, result_.lastPeriod};
+        range_ = rangeOf(result_);
     }
 
     CashFlowStatement draw() {
@@ -206,6 +221,24 @@ Flow& Flow::operator+=(const Flow& other) {
 }
 
 std::string groupOf(const std::string& itemCode) { return std::string(leftCharacters(itemCode, 2)); }
+
+std::string unknownOpening(Connection& connection, const StatementRequest& request) {
+    auto openings = request.openings;
+    forEachRecord(connection, queries::cashAccounts(request.year),
+                  [&openings](const FieldList& fields) { openings.erase(textOf(fields, "ccode")); });
+    return openings.empty() ? std::string() : openings.begin()->first;
+}
+
+std::vector<VoucherFlow> vouchersOfItems(Connection& connection, const CashFlowStatement& statement) {
+    return voucherFlows(connection, queries::itemVouchers(rangeOf(statement)), "item_code",
+                        [](const FieldList& fields) { return flowOf(fields, "receipts", "payments"); });
+}
+
+std::vector<VoucherFlow> vouchersOfAccounts(Connection& connection, const CashFlowStatement& statement) {
+    return voucherFlows(connection, queries::accountVouchers(rangeOf(statement)), "ccode", [](const FieldList& fields) {
+        return Flow{amountOf(fields, "debit"), amountOf(fields, "credit")};
+    });
+}
 
 CashFlowStatement drawUpStatement(Connection& connection, const StatementRequest& request) {
     return Drawing(connection, request).draw();

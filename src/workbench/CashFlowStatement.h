@@ -77,6 +77,15 @@ struct VoucherGap {
     [[nodiscard]] Amount difference() const { return cash - rows; }
 };
 
+/// What one voucher adds to a figure.
+struct VoucherFlow {
+    std::string code; ///< of the item or the cash account
+    std::uint8_t period = 0;
+    std::int16_t kind = 0;
+    std::int32_t number = 0;
+    Flow flow;
+};
+
 /// A column: the periods from first to last.
 struct StatementColumn {
     std::uint8_t first = 0;
@@ -116,5 +125,14 @@ struct CashFlowStatement {
 /// vouchers. Error 5 if the first period lies after the last or an opening names an account that is not a cash account; error 6 if
 /// a sum is too large; errors of the database as they are.
 [[nodiscard]] CashFlowStatement drawUpStatement(Connection& connection, const StatementRequest& request);
+
+/// The first account of the request's openings whose lines do not count as cash in the year; empty if there is none. Errors of the
+/// database.
+[[nodiscard]] std::string unknownOpening(Connection& connection, const StatementRequest& request);
+
+/// The vouchers under the figures of a statement's items, by item and voucher: as many records as there are. Errors of the database.
+[[nodiscard]] std::vector<VoucherFlow> vouchersOfItems(Connection& connection, const CashFlowStatement& statement);
+/// The same for the figures of its cash accounts.
+[[nodiscard]] std::vector<VoucherFlow> vouchersOfAccounts(Connection& connection, const CashFlowStatement& statement);
 
 } // namespace z7::cashflow::workbench

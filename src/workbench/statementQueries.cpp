@@ -83,6 +83,20 @@ std::string gaps(const Range& range) {
            " order by t.iperiod,t.isignseq,t.ino_id";
 }
 
+std::string itemVouchers(const Range& range) {
+    return "select t.item_code,t.iperiod,t.isignseq,t.ino_id," + bothSides +
+           " from (select i.citemcode as item_code,r.iperiod,r.isignseq,r.ino_id," + effectOf("md", "mc") +
+           " as effect" + readableRows + inRange("r", range) +
+           ") t group by t.item_code,t.iperiod,t.isignseq,t.ino_id"
+           " order by t.item_code,t.iperiod,t.isignseq,t.ino_id";
+}
+
+std::string accountVouchers(const Range& range) {
+    return "select c.ccode,v.iperiod,v.isignseq,v.ino_id," + debitAndCredit + cashLines(range.year) +
+           inRange("v", range) +
+           " group by c.ccode,v.iperiod,v.isignseq,v.ino_id order by c.ccode,v.iperiod,v.isignseq,v.ino_id";
+}
+
 std::string voucherLines(std::int16_t year, std::uint8_t period, std::int16_t kind, std::int32_t number) {
     return "select inid from gl_accvouch where iyear=" + std::to_string(year) +
            " and iperiod=" + std::to_string(period) + " and isignseq=" + std::to_string(kind) +

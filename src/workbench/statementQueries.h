@@ -30,6 +30,10 @@ struct Range {
 [[nodiscard]] std::string cashMovements(const Range& range);
 /// iperiod, isignseq, ino_id, cash, effect, stored, seen of each voucher whose cash and rows differ by 0.001 or more.
 [[nodiscard]] std::string gaps(const Range& range);
+/// item_code, iperiod, isignseq, ino_id, receipts, payments (negative), by item and voucher.
+[[nodiscard]] std::string itemVouchers(const Range& range);
+/// ccode, iperiod, isignseq, ino_id, debit, credit of the cash accounts in the range, by account and voucher.
+[[nodiscard]] std::string accountVouchers(const Range& range);
 /// A record for each line of a voucher.
 [[nodiscard]] std::string voucherLines(std::int16_t year, std::uint8_t period, std::int16_t kind, std::int32_t number);
 

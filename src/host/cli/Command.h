@@ -27,6 +27,7 @@ public:
 };
 
 [[nodiscard]] std::unique_ptr<Command> makeInitCommand();
+[[nodiscard]] std::unique_ptr<Command> makeStatementCommand();
 [[nodiscard]] std::unique_ptr<Command> makeVouchersCommand();
 [[nodiscard]] std::unique_ptr<Command> makeRowsCommand();
 [[nodiscard]] std::unique_ptr<Command> makeCheckCommand();

@@ -5,6 +5,7 @@ namespace z7::cashflow::host {
 std::vector<std::unique_ptr<Command>> allCommands() {
     std::vector<std::unique_ptr<Command>> commands;
     commands.push_back(makeInitCommand());
+    commands.push_back(makeStatementCommand());
     commands.push_back(makeVouchersCommand());
     commands.push_back(makeRowsCommand());
     commands.push_back(makeCheckCommand());

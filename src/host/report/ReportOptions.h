@@ -1,0 +1,33 @@
+#pragma once
+
+#include "host/cli/Output.h"
+#include "host/report/ReportTable.h"
+#include "host/text/Language.h"
+
+#include <string>
+#include <string_view>
+
+namespace CLI {
+class App;
+}
+
+namespace z7::cashflow::host {
+
+/// The options --csv and -o FILE of a command that reports.
+class ReportOptions {
+public:
+    /// Adds the options to a command, with their help in a language.
+    void declare(CLI::App& command, Language language);
+    [[nodiscard]] bool csv() const noexcept { return csv_; }
+    /// Failure (usage) if the file of -o exists: nothing is overwritten. Called before the work, which may take long.
+    void requireNewFile() const;
+    /// Writes a finished report to the file of -o, or to standard output where none was given. Failure (database) if it cannot be
+    /// written; a file that was begun is removed then.
+    void write(Output& output, std::string_view report) const;
+
+private:
+    bool csv_ = false;
+    std::string file_;
+};
+
+} // namespace z7::cashflow::host

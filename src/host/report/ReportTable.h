@@ -1,0 +1,37 @@
+#pragma once
+
+#include "host/terminal/TextTable.h"
+#include "workbench/Amount.h"
+
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace z7::cashflow::host {
+
+/// A table that can be shown on a terminal and written as CSV. Cells are texts, or amounts, which stand at the right with thousands
+/// commas on a terminal and as plain numbers in CSV.
+class ReportTable {
+public:
+    using Cell = std::variant<std::string, workbench::Amount>;
+    struct Column {
+        std::string heading;
+        bool amounts = false;
+    };
+
+    explicit ReportTable(std::vector<Column> columns) : columns_(std::move(columns)) {}
+
+    /// Adds a record; it has a cell for each column.
+    void add(std::vector<Cell> cells) { records_.push_back(std::move(cells)); }
+    [[nodiscard]] bool empty() const noexcept { return records_.empty(); }
+
+    [[nodiscard]] TextTable forTerminal() const;
+    /// A line of headings and a line for each record, separated by commas, as spreadsheets read them (RFC 4180 with line feeds).
+    [[nodiscard]] std::string csv() const;
+
+private:
+    std::vector<Column> columns_;
+    std::vector<std::vector<Cell>> records_;
+};
+
+} // namespace z7::cashflow::host

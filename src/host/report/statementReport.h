@@ -1,0 +1,35 @@
+#pragma once
+
+#include "host/report/ReportTable.h"
+#include "host/text/Language.h"
+#include "workbench/CashFlowStatement.h"
+
+#include <nlohmann/json_fwd.hpp>
+
+#include <string>
+
+namespace z7::cashflow::host {
+
+/// The statement by item, with its groups and its total: receipts, payments and net, and the net of each column where there
+/// are several.
+[[nodiscard]] ReportTable itemTable(const workbench::CashFlowStatement& statement, Language language);
+/// Receipts and payments of each item in each currency, in the currency's own amounts.
+[[nodiscard]] ReportTable currencyTable(const workbench::CashFlowStatement& statement, Language language);
+/// The cash accounts and their total: opening, receipts, payments, closing.
+[[nodiscard]] ReportTable accountTable(const workbench::CashFlowStatement& statement, Language language);
+/// The vouchers that make up the difference.
+[[nodiscard]] ReportTable gapTable(const workbench::CashFlowStatement& statement, Language language);
+/// All of it as one rectangular table, a line for each figure, for a spreadsheet.
+[[nodiscard]] ReportTable wholeTable(const workbench::CashFlowStatement& statement, Language language);
+
+/// The statement as JSON: year, from, to, items, groups, total, accounts, cash, difference, vouchers.
+[[nodiscard]] nlohmann::ordered_json statementJson(const workbench::CashFlowStatement& statement, Language language);
+
+/// "1-3", or "5" for a single period.
+[[nodiscard]] std::string columnName(const workbench::StatementColumn& column);
+/// "2024/1/2/15".
+[[nodiscard]] std::string gapKey(const workbench::CashFlowStatement& statement, const workbench::VoucherGap& gap);
+/// Why the rows do not account for the voucher's cash, for people.
+[[nodiscard]] std::string gapText(workbench::Gap gap, Language language);
+
+} // namespace z7::cashflow::host
