@@ -13,6 +13,7 @@
 #include "host/work/Verdict.h"
 #include "z7cashflow/model/modPublic.h"
 #include "z7cashflow/support/conversions.h"
+#include "z7cashflow/support/names.h"
 
 #include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
