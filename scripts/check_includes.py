@@ -21,6 +21,7 @@ ADAPTERS = {
     "odbc": ["z7cashflow/support", "z7cashflow/ports", "adapters/shared", "adapters/tsql"],
     "sqlite": ["z7cashflow/support", "z7cashflow/ports", "adapters/shared", "adapters/tsql"],
     "terminal": ["z7cashflow/support", "z7cashflow/ports"],
+    "wx": ["z7cashflow/support", "z7cashflow/ports"],
 }
 
 # Headers of other projects and of the system, by the folder whose .cpp files may include them (the whole name, or a folder).
@@ -30,9 +31,11 @@ FOREIGN = {
     "adapters/sqlite": ["sqlite3.h"],
     "adapters/odbc": ["sql.h", "sqlext.h", "sqlucode.h"],
     "adapters/terminal": ["utf8proc.h"],
+    "adapters/wx": ["wx/", "gtk/gtk.h"],
     "host": ["CLI/CLI.hpp", "nlohmann/json.hpp", "toml++/toml.h", "csv.h", "utf8proc.h", "unistd.h"],
 }
 FOREIGN_IN_HEADERS = {
+    "adapters/wx": ["wx/colour.h", "wx/font.h", "wx/gdicmn.h", "wx/string.h"],  # value types of the window's own parts
     "host": ["nlohmann/json_fwd.hpp"],  # the host's own headers hand JSON values about
 }
 

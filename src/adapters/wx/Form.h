@@ -1,0 +1,101 @@
+#pragma once
+
+#include "adapters/wx/EventGate.h"
+#include "adapters/wx/Grid.h"
+#include "z7cashflow/ports/DialogForm.h"
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+class wxButton;
+class wxDialog;
+class wxKeyEvent;
+class wxWindow;
+
+namespace z7::cashflow::wx {
+
+class StateLines;
+
+/// A button of a form. Its caption is made smaller where it would be cut off.
+class Button final : public ZQCommandButton {
+public:
+    /// The form owns the button's window.
+    Button(wxDialog& form, const ControlDesign& design, std::function<void()> onClick);
+
+    void fontName(const std::string& name) override;
+    void Caption(const std::string& text) override;
+    [[nodiscard]] bool Enabled() const override;
+    void Enabled(bool value) override;
+
+    [[nodiscard]] wxButton& window() noexcept { return *button_; }
+
+private:
+    wxButton* button_;
+    double points_;
+};
+
+/// The title of a form.
+class Caption final : public ZQFrmCaption {
+public:
+    explicit Caption(wxDialog& form) : form_(form) {}
+    void fontName(const std::string& /*name*/) override {} // the window manager writes the title in its own font
+    void caption(const std::string& text) override;
+
+private:
+    wxDialog& form_;
+};
+
+/// The key hook of a form, which writes nothing.
+class KeyHook final : public ZQKeyHookCtrl {
+public:
+    void fontName(const std::string& name) override;
+};
+
+/// The modal form on the screen.
+class Form final : public DialogForm {
+public:
+    /// The listener and the state lines outlive the form.
+    Form(const FormDesign& design, FormEvents& listener, StateLines& states);
+    ~Form();
+    Form(const Form&) = delete;
+    Form& operator=(const Form&) = delete;
+
+    [[nodiscard]] SuperGrid& grid(const std::string& name) override;
+    [[nodiscard]] ZQCommandButton& button(const std::string& name) override;
+    [[nodiscard]] ZQFrmCaption& frmCaption(const std::string& name) override;
+    [[nodiscard]] ZQKeyHookCtrl& keyHook(const std::string& name) override;
+    [[nodiscard]] std::vector<Control*> controls() override { return inOrder_; }
+
+    void showModal() override;
+    void unload() override;
+    void sendKeys(const std::string& keys) override;
+
+private:
+    void build(const FormDesign& design);
+    void add(const ControlDesign& design);
+    void bindEvents();
+    void onKey(wxKeyEvent& event);
+    void click(const std::string& name);
+    void focusFirst(bool fromTheStart);
+    /// Gives the keys back to a window, or to the grid, where a message box that closed has left them nowhere.
+    void restoreFocus(wxWindow* window);
+    [[nodiscard]] std::string state() const;
+    [[nodiscard]] std::string places() const;
+
+    EventGate gate_;
+    StateLines& states_;
+    wxDialog* dialog_ = nullptr; ///< destroyed with the form
+    std::map<std::string, std::unique_ptr<Grid>> grids_;
+    std::map<std::string, std::unique_ptr<Button>> buttons_;
+    std::map<std::string, std::unique_ptr<Caption>> captions_;
+    std::map<std::string, std::unique_ptr<KeyHook>> keyHooks_;
+    std::vector<Control*> inOrder_;
+    std::vector<Button*> tabOrder_;
+    Grid* mainGrid_ = nullptr; ///< the first grid
+    bool unloaded_ = false;
+};
+
+} // namespace z7::cashflow::wx

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "z7cashflow/ports/PickList.h"
+
+namespace z7::cashflow::wx {
+
+class StateLines;
+
+/// The pop-up from which one row is picked: an entry that narrows the list below it. The entry keeps the keyboard; the arrow and page
+/// keys move in the list.
+class PickWindow final : public PickList {
+public:
+    /// The state lines outlive it.
+    explicit PickWindow(StateLines& states) : states_(states) {}
+    std::optional<std::size_t> pick(const std::string& title, const std::vector<PickColumn>& columns,
+                                    const std::vector<std::vector<std::string>>& rows) override;
+
+private:
+    StateLines& states_;
+};
+
+} // namespace z7::cashflow::wx

@@ -1,0 +1,87 @@
+#include "adapters/wx/StateLines.h"
+
+#include "adapters/wx/platform.h"
+#include "adapters/wx/text.h"
+
+#include <wx/timer.h>
+#include <wx/window.h>
+
+#include <ostream>
+#include <sstream>
+
+namespace z7::cashflow::wx {
+
+namespace {
+
+constexpr int everyMilliseconds = 10;
+
+/// The focused control by its name, or the nearest of its parents that has one of ours.
+std::string focusName() {
+    for (const wxWindow* window = wxWindow::FindFocus(); window != nullptr; window = window->GetParent()) {
+        const std::string name = utf8(window->GetName());
+        if (name.starts_with("cmd") || name.starts_with("SuperGrid") || name == "editor" || name == "search") {
+            return name;
+        }
+    }
+    return {};
+}
+
+} // namespace
+
+std::string stateValue(const std::string& text) {
+    std::string value;
+    for (const char c : text) {
+        switch (c) {
+        case '\n':
+            value += "\\n";
+            break;
+        case '\t':
+            value += "\\t";
+            break;
+        case '\\':
+            value += "\\\\";
+            break;
+        default:
+            value += c;
+        }
+    }
+    return value;
+}
+
+StateLines::StateLines(std::ostream* out) : out_(out) {
+    if (out_ != nullptr) {
+        timer_ = std::make_unique<wxTimer>();
+        timer_->Bind(wxEVT_TIMER, [this](wxTimerEvent& /*event*/) { look(); });
+        timer_->Start(everyMilliseconds);
+    }
+}
+
+StateLines::~StateLines() = default;
+
+void StateLines::enter(StateSource source) { sources_.push_back(std::move(source)); }
+
+void StateLines::leave() { sources_.pop_back(); }
+
+void StateLines::look() {
+    std::string state =
+        "keys=" + std::to_string(keys_) + "\ttop=" + stateValue(utf8(activeTitle())) + "\tfocus=" + focusName();
+    std::string places;
+    if (!sources_.empty()) {
+        state += "\t" + sources_.back().state();
+        places = sources_.back().places();
+    }
+    if (places != lastPlaces_) {
+        std::istringstream lines(places);
+        for (std::string line; std::getline(lines, line);) {
+            *out_ << "PLACE " << line << '\n';
+        }
+        lastPlaces_ = places;
+    }
+    if (state != lastState_) {
+        *out_ << "STATE " << state << '\n';
+        lastState_ = state;
+    }
+    *out_ << std::flush;
+}
+
+} // namespace z7::cashflow::wx

@@ -1,0 +1,86 @@
+#include "adapters/wx/WindowSystem.h"
+
+#include "adapters/wx/Form.h"
+#include "adapters/wx/MessageWindow.h"
+#include "adapters/wx/PickWindow.h"
+#include "adapters/wx/StateLines.h"
+
+#include <wx/app.h>
+#include <wx/init.h>
+#include <wx/log.h>
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace z7::cashflow::wx {
+
+namespace {
+
+class Factory final : public DialogFactory {
+public:
+    explicit Factory(StateLines& states) : states_(states) {}
+    std::unique_ptr<DialogForm> createForm(const FormDesign& design, FormEvents& listener) override {
+        return std::make_unique<Form>(design, listener, states_);
+    }
+    std::unique_ptr<PickList> createPickList() override { return std::make_unique<PickWindow>(states_); }
+
+private:
+    StateLines& states_;
+};
+
+/// The toolkit as a library in a process that is not its own: no main loop.
+class Application final : public wxApp {
+public:
+    bool OnInit() override { return true; } // the command line is not the toolkit's
+};
+
+[[noreturn]] void endOnAssertion(const wxString& file, int line, const wxString& function, const wxString& condition,
+                                 const wxString& message) {
+    // The toolkit's own answer is a window that waits for somebody to press a button.
+    static_cast<void>(std::fprintf(stderr, "%s:%d: %s: %s %s\n", file.utf8_string().c_str(), line,
+                                   function.utf8_string().c_str(), condition.utf8_string().c_str(),
+                                   message.utf8_string().c_str()));
+    std::abort();
+}
+
+} // namespace
+
+struct WindowSystem::Parts {
+    explicit Parts(std::ostream* out)
+        : states(out), factory(std::make_shared<Factory>(states)), box(std::make_shared<MessageWindow>(states)) {}
+
+    StateLines states;
+    std::shared_ptr<DialogFactory> factory;
+    std::shared_ptr<MessageBox> box;
+};
+
+std::unique_ptr<WindowSystem> WindowSystem::start(std::ostream* states) {
+    wxSetAssertHandler(endOnAssertion);
+    wxApp::SetInstance(new Application()); // NOLINT(cppcoreguidelines-owning-memory): the toolkit takes it
+    int count = 1;
+    char name[] = "z7cf";
+    char* arguments[] = {name, nullptr};
+    const wxLogNull quiet; // the caller says what is missing
+    if (!wxEntryStart(count, static_cast<char**>(arguments))) {
+        wxApp::SetInstance(nullptr);
+        return nullptr;
+    }
+    wxTheApp->CallOnInit();
+    wxTheApp->SetExitOnFrameDelete(false);
+    return std::unique_ptr<WindowSystem>(new WindowSystem(
+        std::make_unique<Parts>(states))); // NOLINT(cppcoreguidelines-owning-memory): the constructor is private
+}
+
+WindowSystem::WindowSystem(std::unique_ptr<Parts> parts) : parts_(std::move(parts)) {}
+
+WindowSystem::~WindowSystem() {
+    parts_.reset();
+    wxTheApp->OnExit();
+    wxEntryCleanup();
+}
+
+std::shared_ptr<DialogFactory> WindowSystem::dialogFactory() const { return parts_->factory; }
+
+std::shared_ptr<MessageBox> WindowSystem::messageBox() const { return parts_->box; }
+
+} // namespace z7::cashflow::wx

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "z7cashflow/ports/DialogFactory.h"
+#include "z7cashflow/ports/MessageBox.h"
+
+#include <iosfwd>
+#include <memory>
+
+namespace z7::cashflow::wx {
+
+/// The window system for as long as it is needed: the windows of the dialog and its message boxes. One at a time in a process, used
+/// on the thread that started it. It has no main loop; modal windows run their own.
+class WindowSystem {
+public:
+    /// Connects to the user's screen; a null pointer where there is none. states, if it is not null, gets a line at each change
+    /// on the screen (see StateLines) and outlives the window system.
+    [[nodiscard]] static std::unique_ptr<WindowSystem> start(std::ostream* states);
+    ~WindowSystem();
+    WindowSystem(const WindowSystem&) = delete;
+    WindowSystem& operator=(const WindowSystem&) = delete;
+
+    /// Shared with whoever takes them; not to be used after the window system has gone.
+    [[nodiscard]] std::shared_ptr<DialogFactory> dialogFactory() const;
+    [[nodiscard]] std::shared_ptr<MessageBox> messageBox() const;
+
+private:
+    struct Parts;
+    explicit WindowSystem(std::unique_ptr<Parts> parts);
+
+    std::unique_ptr<Parts> parts_;
+};
+
+} // namespace z7::cashflow::wx

@@ -1,0 +1,189 @@
+"""A virtual screen with a window manager, and a program on it that is watched by its state lines.
+
+Nothing here waits for a time: Screen waits until the window manager has announced itself, Watched.until until the program has
+written the state that is wanted. The limits are there so that a broken program ends the test.
+"""
+
+import os
+import pathlib
+import re
+import select
+import shutil
+import subprocess
+import tempfile
+import time
+
+TOOLS = ["Xvfb", "openbox", "xdotool", "xprop"]
+LIMIT = 60.0  # seconds until a state that does not come is a failure
+
+
+def missing_tools():
+    return [tool for tool in TOOLS if shutil.which(tool) is None]
+
+
+class Screen:
+    """An X server of its own on a free display, with openbox, and a private home folder."""
+
+    def __init__(self, scale=1, size="1600x1000"):
+        self.home = tempfile.mkdtemp(prefix="z7window")
+        settings = pathlib.Path(self.home, ".config/gtk-3.0/settings.ini")
+        settings.parent.mkdir(parents=True)
+        settings.write_text("[Settings]\ngtk-cursor-blink=0\ngtk-enable-animations=0\n", encoding="utf-8")
+        read_end, write_end = os.pipe()
+        self.server = subprocess.Popen(
+            ["Xvfb", "-displayfd", str(write_end), "-noreset", "-nolisten", "tcp", "-screen", "0", size + "x24"],
+            pass_fds=[write_end], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        os.close(write_end)
+        with os.fdopen(read_end) as pipe:
+            number = pipe.readline().strip()
+        if not number:
+            raise RuntimeError("Xvfb did not start")
+        self.environment = dict(
+            os.environ, DISPLAY=":" + number, HOME=self.home, GTK_THEME="Adwaita", NO_AT_BRIDGE="1", LC_ALL="C.UTF-8",
+            GDK_SCALE=str(scale), GDK_BACKEND="x11", XDG_CONFIG_HOME=self.home + "/.config")
+        self.environment.pop("Z7CF_CONNECT", None)
+        self.manager = subprocess.Popen(["openbox"], env=self.environment, stdout=subprocess.DEVNULL,
+                                        stderr=subprocess.DEVNULL)
+        end = time.monotonic() + LIMIT
+        while "window id" not in self.output("xprop", "-root", "_NET_SUPPORTING_WM_CHECK"):
+            if time.monotonic() > end or self.manager.poll() is not None:
+                raise RuntimeError("openbox did not start")
+
+    def output(self, *command):
+        return subprocess.run(command, env=self.environment, capture_output=True, text=True, check=False).stdout
+
+    def close(self):
+        for process in (self.manager, self.server):
+            process.terminate()
+            process.wait()
+        shutil.rmtree(self.home, ignore_errors=True)
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_):
+        self.close()
+
+
+def unescaped(value):
+    return re.sub(r"\\(.)", lambda found: {"n": "\n", "t": "\t"}.get(found.group(1), found.group(1)), value)
+
+
+class Watched:
+    """A program with windows. state is its last state line, places where its controls are, log what else it wrote."""
+
+    def __init__(self, screen, *command, **environment):
+        self.screen = screen
+        self.errors = tempfile.TemporaryFile("w+", encoding="utf-8")
+        self.process = subprocess.Popen(command, env=dict(screen.environment, **environment), stdin=subprocess.DEVNULL,
+                                        stdout=subprocess.PIPE, stderr=self.errors)
+        self.pending = b""
+        self.state, self.places, self.log = {}, {}, []
+        self.presses = 0
+
+    # What the program says
+
+    def _line(self, end):
+        """The next line; None at the end of the output."""
+        while b"\n" not in self.pending:
+            rest = end - time.monotonic()
+            if rest <= 0 or not select.select([self.process.stdout], [], [], rest)[0]:
+                raise AssertionError(f"the state did not come; the last one is {self.state}, log {self.log[-5:]}")
+            more = os.read(self.process.stdout.fileno(), 65536)
+            if not more:
+                return None
+            self.pending += more
+        line, self.pending = self.pending.split(b"\n", 1)
+        return line.decode("utf-8", "replace")
+
+    def _take(self, line):
+        if line.startswith("STATE "):
+            pairs = (pair.split("=", 1) for pair in line[6:].split("\t"))
+            self.state = {name: unescaped(value) for name, value in pairs}
+            return True
+        if line.startswith("PLACE "):
+            name, *numbers = line[6:].split(" ")
+            self.places[name] = [int(number) for number in numbers]
+        else:
+            self.log.append(line)
+        return False
+
+    def matches(self, wanted):
+        return all(self.state.get(name) == value for name, value in wanted.items())
+
+    def until(self, **wanted):
+        """Waits for a state with these values; returns it."""
+        end = time.monotonic() + LIMIT
+        while not self.matches(wanted):
+            line = self._line(end)
+            if line is None:
+                raise AssertionError(f"the program ended before {wanted}: {self.log[-5:]} {self.error_text()}")
+            self._take(line)
+        return self.state
+
+    def until_ended(self):
+        """Reads to the end; returns the exit code."""
+        end = time.monotonic() + LIMIT
+        while (line := self._line(end)) is not None:
+            self._take(line)
+        return self.process.wait()
+
+    def error_text(self):
+        self.errors.seek(0)
+        return self.errors.read()
+
+    def events(self):
+        return [line[6:] for line in self.log if line.startswith("EVENT ")]
+
+    # What the user does
+
+    def _xdotool(self, *arguments):
+        subprocess.run(["xdotool", *arguments], env=self.screen.environment, check=True, capture_output=True)
+
+    def keys(self, *names, **wanted):
+        """Presses keys one by one, each after the window has had the one before, and waits for a state after the last."""
+        for name in names:
+            self.presses = int(self.state["keys"]) + 1
+            self._xdotool("key", name)
+            end = time.monotonic() + LIMIT
+            while int(self.state["keys"]) < self.presses:
+                line = self._line(end)
+                if line is None:
+                    return
+                self._take(line)
+        if wanted:
+            self.until(**wanted)
+
+    def write(self, typed, /, **wanted):
+        """Types a text as fast as it goes."""
+        self._xdotool("type", "--delay", "5", typed)
+        if wanted:
+            self.until(**wanted)
+
+    def click(self, place, *, times=1, at=None, **wanted):
+        """Clicks into the middle of a place, or at an offset from its left upper corner."""
+        x, y, width, height = self.places[place] if isinstance(place, str) else place
+        dx, dy = at or (width // 2, height // 2)
+        self._xdotool("mousemove", str(x + dx), str(y + dy), "click", "--repeat", str(times), "--delay", "40", "1")
+        if wanted:
+            self.until(**wanted)
+
+    def cell(self, row, col):
+        """Where a cell is, reckoned from the current one."""
+        _, top, _, height = self.places["cell"]
+        left, _, width, _ = self.places[f"column.{col}"]
+        return [left, top + (row - int(self.state["row"])) * height, width, height]
+
+    def drag_border(self, col, by):
+        """Drags the right border of a column's title."""
+        x, y, width, height = self.places[f"column.{col}"]
+        at = [str(x + width), str(y + height // 2)]
+        self._xdotool("mousemove", *at)
+        self._xdotool("mousedown", "1")
+        for step in (by // 3, 2 * by // 3, by):
+            self._xdotool("mousemove", str(x + width + step), at[1])
+        self._xdotool("mouseup", "1")
+
+    def close_window(self):
+        """Alt+F4, which the window manager turns into the close box."""
+        self._xdotool("key", "alt+F4")
