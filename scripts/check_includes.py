@@ -11,7 +11,7 @@ import sys
 import tempfile
 
 # From the bottom up: a folder of the library sees itself and what stands before it.
-LAYERS = ["support", "ports", "statements", "model", "data", "providers"]
+LAYERS = ["support", "ports", "statements", "model", "data", "providers", "dialog"]
 
 # What each adapter sees besides itself: the arrows of the picture in ARCHITECTURE.md.
 ADAPTERS = {

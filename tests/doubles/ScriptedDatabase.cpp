@@ -8,7 +8,7 @@
 
 namespace z7::cashflow::test {
 
-/// The handed session. The library may run statements on it and nothing else.
+/// The handed session, on which the library may run statements and nothing else.
 class ScriptedConnection final : public Connection {
 public:
     explicit ScriptedConnection(ScriptedDatabase& database) : database_(database) {}
@@ -18,19 +18,24 @@ public:
     [[nodiscard]] ObjectState State() const override { return ObjectState::Open; }
     [[nodiscard]] std::string ConnectionString() const override { return ScriptedDatabase::connectionString(); }
     std::shared_ptr<Recordset> Execute(const std::string& commandText) override {
-        Table table = database_.run("main", commandText);
-        auto records = std::make_shared<ScriptedRecordset>(database_, this);
+        return execute(database_, *this, "main", commandText);
+    }
+    [[nodiscard]] std::shared_ptr<Recordset> CreateRecordset() override {
+        return std::make_shared<ScriptedRecordset>(database_, this, "main");
+    }
+    void BeginTrans() override { forbid("BeginTrans"); }
+    void CommitTrans() override { forbid("CommitTrans"); }
+    void RollbackTrans() override { forbid("RollbackTrans"); }
+
+    static std::shared_ptr<Recordset> execute(ScriptedDatabase& database, Connection& on, const std::string& session,
+                                              const std::string& commandText) {
+        Table table = database.run(session, commandText);
+        auto records = std::make_shared<ScriptedRecordset>(database, &on, session);
         if (!table.columns.empty()) {
             records->fill(commandText, std::move(table));
         }
         return records;
     }
-    [[nodiscard]] std::shared_ptr<Recordset> CreateRecordset() override {
-        return std::make_shared<ScriptedRecordset>(database_, this);
-    }
-    void BeginTrans() override { forbid("BeginTrans"); }
-    void CommitTrans() override { forbid("CommitTrans"); }
-    void RollbackTrans() override { forbid("RollbackTrans"); }
 
 private:
     static void forbid(const char* operation) {
@@ -39,6 +44,66 @@ private:
 
     ScriptedDatabase& database_;
 };
+
+/// A session that the library opens for itself. What it does with it is in the journal like a statement.
+class ScriptedOwnConnection final : public Connection {
+public:
+    ScriptedOwnConnection(ScriptedDatabase& database, std::string name) : database_(database), name_(std::move(name)) {}
+    ~ScriptedOwnConnection() override {
+        if (open_) {
+            database_.note(name_ + ": dropped");
+        }
+    }
+    ScriptedOwnConnection(const ScriptedOwnConnection&) = delete;
+    ScriptedOwnConnection& operator=(const ScriptedOwnConnection&) = delete;
+
+    void Open(const std::string& connectionString) override {
+        EXPECT_EQ(connectionString, ScriptedDatabase::connectionString());
+        database_.run(name_, "Open");
+        open_ = true;
+    }
+    void Close() override {
+        needOpen();
+        open_ = false;
+        database_.note(name_ + ": Close");
+    }
+    [[nodiscard]] ObjectState State() const override { return open_ ? ObjectState::Open : ObjectState::Closed; }
+    [[nodiscard]] std::string ConnectionString() const override { return ScriptedDatabase::connectionString(); }
+    std::shared_ptr<Recordset> Execute(const std::string& commandText) override {
+        needOpen();
+        return ScriptedConnection::execute(database_, *this, name_, commandText);
+    }
+    [[nodiscard]] std::shared_ptr<Recordset> CreateRecordset() override {
+        return std::make_shared<ScriptedRecordset>(database_, this, name_);
+    }
+    void BeginTrans() override { transaction("BeginTrans"); }
+    void CommitTrans() override { transaction("CommitTrans"); }
+    void RollbackTrans() override { transaction("RollbackTrans"); }
+
+private:
+    void needOpen() const {
+        if (!open_) {
+            throw Error(errors::objectClosed, "ScriptedDatabase", "the connection is closed");
+        }
+    }
+    void transaction(const char* operation) {
+        needOpen();
+        database_.run(name_, operation);
+    }
+
+    ScriptedDatabase& database_;
+    std::string name_;
+    bool open_ = false;
+};
+
+std::unique_ptr<Connection> ScriptedDatabase::newConnection(const std::string& name) {
+    for (const char* operation : {"Open", "BeginTrans", "CommitTrans", "RollbackTrans"}) {
+        if (std::none_of(rules_.begin(), rules_.end(), [&](const Rule& rule) { return rule.text == operation; })) {
+            accept(operation);
+        }
+    }
+    return std::make_unique<ScriptedOwnConnection>(*this, name);
+}
 
 ScriptedDatabase::ScriptedDatabase() : connection_(std::make_unique<ScriptedConnection>(*this)) {}
 

@@ -35,6 +35,9 @@ public:
 
     /// The session that a host would hand in; open, and named "main" in the journal.
     [[nodiscard]] Connection& connection() noexcept { return *connection_; }
+    /// A session for the library to open by itself, closed at first. In the journal it goes by the name, and its Open, BeginTrans,
+    /// CommitTrans and RollbackTrans count as statements of these texts; the trace has also its Close.
+    [[nodiscard]] std::unique_ptr<Connection> newConnection(const std::string& name);
     [[nodiscard]] static std::string connectionString() { return "db=scripted;user=tester"; }
 
     // Answers. A rule for the exact text goes before a rule for its beginning; of two rules of a kind the later one counts.
@@ -73,6 +76,7 @@ public:
 
 private:
     friend class ScriptedConnection;
+    friend class ScriptedOwnConnection;
     friend class ScriptedRecordset;
 
     struct Rule {

@@ -75,8 +75,8 @@ std::optional<double> numberOf(const Variant& value) {
 
 } // namespace
 
-ScriptedRecordset::ScriptedRecordset(ScriptedDatabase& database, Connection* creator)
-    : database_(database), creator_(creator) {}
+ScriptedRecordset::ScriptedRecordset(ScriptedDatabase& database, Connection* creator, std::string session)
+    : database_(database), creator_(creator), session_(std::move(session)) {}
 
 ScriptedRecordset::~ScriptedRecordset() {
     if (open_) {
@@ -105,8 +105,8 @@ void ScriptedRecordset::Open(const std::string& source, const cashflow::ActiveCo
         EXPECT_EQ(*text, ScriptedDatabase::connectionString()) << "an own session on another database: " << source;
         session = "own" + session + "," + std::to_string(static_cast<int>(location_)) + ")";
     } else if (const auto* given = std::get_if<Connection*>(&on)) {
-        EXPECT_EQ(*given, creator_) << "a recordset on a session that is not the handed one: " << source;
-        session = "main" + session + ")";
+        EXPECT_EQ(*given, creator_) << "a recordset on a session that is not its own: " << source;
+        session = session_ + session + ")";
     } else {
         raise(3709, "the recordset has no connection");
     }

@@ -11,7 +11,7 @@ namespace z7::cashflow::test {
 /// A recordset over the rows of a scripted answer, with the port's rules for movement, filter and writing.
 class ScriptedRecordset final : public Recordset, private FieldList {
 public:
-    ScriptedRecordset(ScriptedDatabase& database, Connection* creator);
+    ScriptedRecordset(ScriptedDatabase& database, Connection* creator, std::string session);
     ~ScriptedRecordset() override;
     ScriptedRecordset(const ScriptedRecordset&) = delete;
     ScriptedRecordset& operator=(const ScriptedRecordset&) = delete;
@@ -54,6 +54,7 @@ private:
 
     ScriptedDatabase& database_;
     Connection* creator_;
+    std::string session_;
     Table table_;
     std::vector<std::size_t> shown_;
     std::size_t at_ = 0;

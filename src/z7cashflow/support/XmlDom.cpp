@@ -58,6 +58,22 @@ std::optional<std::string> XmlNode::attribute(std::string_view nodeName) const {
     return found == attributes.end() ? std::nullopt : std::optional(std::string(textOf(*tree_, *found)));
 }
 
+std::string XmlNode::text() const {
+    constexpr const char* blanks = " \t\r\n";
+    std::string text;
+    appendText(text);
+    const std::size_t begin = text.find_first_not_of(blanks);
+    return begin == std::string::npos ? std::string() : text.substr(begin, text.find_last_not_of(blanks) - begin + 1);
+}
+
+void XmlNode::appendText(std::string& out) const {
+    const XmlTree::Node& node = tree_->nodes[place_];
+    out += std::string_view(tree_->texts).substr(node.text, node.textSize);
+    for (const XmlNode& child : childNodes()) {
+        child.appendText(out);
+    }
+}
+
 std::vector<XmlNode> XmlNode::selectNodes(std::string_view path) const {
     const std::size_t slash = std::min(path.find('/'), path.size());
     const std::string_view step = path.substr(0, slash);

@@ -23,11 +23,14 @@ public:
     void eachAttribute(const std::function<void(std::string_view baseName, std::string_view text)>& take) const;
     /// The text of the attribute of exactly this name, prefix included; nothing if there is none.
     [[nodiscard]] std::optional<std::string> attribute(std::string_view nodeName) const;
+    /// The texts at and below this node in document order, without blanks at either end.
+    [[nodiscard]] std::string text() const;
     /// The elements below this one that a path of names without prefixes leads to, such as "rows/row", in document order.
     [[nodiscard]] std::vector<XmlNode> selectNodes(std::string_view path) const;
 
 private:
     friend class XmlDocument;
+    void appendText(std::string& out) const;
     XmlNode(std::shared_ptr<const XmlTree> tree, std::uint32_t place) noexcept;
 
     std::shared_ptr<const XmlTree> tree_;

@@ -58,7 +58,14 @@ public:
     void addText(std::string_view piece) {
         if (!inText_ && piece.find_first_not_of(" \t\r\n") != std::string_view::npos) {
             addOther();
-            inText_ = true;
+            inText_ = !open_.empty();
+            if (inText_) {
+                tree_.nodes.back().text = static_cast<XmlTree::Place>(tree_.texts.size());
+            }
+        }
+        if (inText_) {
+            tree_.nodes.back().textSize += static_cast<std::uint32_t>(piece.size());
+            tree_.texts += piece;
         }
     }
     /// A remark or an instruction; those outside the document element are nobody's child.

@@ -9,7 +9,7 @@
 namespace z7::cashflow {
 
 /// What a document says, as far as anybody asks: its elements with their names and attributes, and where there are other
-/// nodes. It is kept in a few arrays, because a document of rows has some hundred thousand attributes.
+/// nodes and texts. It is kept in a few arrays, because a document of rows has some hundred thousand attributes.
 struct XmlTree {
     /// A place in one of the arrays. The document element is nobody's child or sibling, so its place says "none" there.
     using Place = std::uint32_t;
@@ -28,12 +28,14 @@ struct XmlTree {
         std::uint32_t attributeCount = 0;
         Place firstChild = 0;
         Place nextSibling = 0;
+        Place text = 0; ///< where the text of a text node begins in texts
+        std::uint32_t textSize = 0;
     };
 
     std::vector<Node> nodes; ///< in document order, the document element first; white space between elements is no node
     std::vector<Attribute>
         attributes;    ///< in document order, declarations of namespaces before the others of an element
-    std::string texts; ///< of all attributes, one behind the other
+    std::string texts; ///< of all attributes and text nodes, one after the other
     std::shared_ptr<const void> names; ///< where the names lie
 
     /// Reads a text by the rules of XmlDocument. A null pointer if it is refused.

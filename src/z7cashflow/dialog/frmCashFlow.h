@@ -1,0 +1,133 @@
+#pragma once
+
+#include "z7cashflow/data/DataProvider.h"
+#include "z7cashflow/model/CashFlowCollection.h"
+#include "z7cashflow/ports/Connection.h"
+#include "z7cashflow/ports/DialogForm.h"
+#include "z7cashflow/ports/ReferenceProvider.h"
+#include "z7cashflow/ports/Z7Login.h"
+#include "z7cashflow/statements/VoucherKey.h"
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace z7::cashflow {
+
+class IGlVoucherProvider;
+
+/// The modal dialog in which a user edits the cash-flow rows of one voucher: a grid with a line for each row, and seven buttons.
+///
+/// It works on the collection itself: every accepted cell goes into its row at once. Rows are not saved here. One
+/// object serves one showing: ReadOnly, LoadData, showModal, then CashFlowCol.
+class frmCashFlow final : public FormEvents {
+public:
+    frmCashFlow();
+    ~frmCashFlow();
+    frmCashFlow(const frmCashFlow&) = delete;
+    frmCashFlow& operator=(const frmCashFlow&) = delete;
+
+    /// The collection that the dialog holds: the one given to LoadData, or the one that regeneration put in its place.
+    [[nodiscard]] const std::shared_ptr<CashFlowCollection>& CashFlowCol() const noexcept { return CashFlowCol_; }
+    /// Whether nothing may be changed; to be set before LoadData.
+    [[nodiscard]] bool ReadOnly() const noexcept { return ReadOnly_; }
+    void ReadOnly(bool value) noexcept { ReadOnly_ = value; }
+
+    /// Fills the grid with the rows of a collection; the first call makes the window. Nothing happens without a collection.
+    /// With blnCheckCF OK compares the sums of an empty collection too. Errors of the connection and the statements, of the
+    /// window system, and 91 without the host's factories.
+    void LoadData(const std::shared_ptr<Z7Login>& objLogin, const std::shared_ptr<CashFlowCollection>& CashFlowCol,
+                  bool blnCheckCF);
+    /// Stores the widths of a grid's columns under the name of a layout where they differ from those stored by more than 60
+    /// twips, after asking. Failures are ignored, but for a message about one in the middle of writing.
+    void SaveMyColWidth(SuperGrid& grid, const std::string& name);
+    /// Shows the dialog until it is closed. LoadData comes first.
+    void showModal();
+
+    // What the window raises.
+    void BeforeEdit(bool& cancel, std::int32_t column) override;
+    void CellValidate(std::string& text, std::int32_t& cancel, std::int32_t row, std::int32_t col) override;
+    void RowValidate(std::int32_t& cancel, std::int32_t row, std::int32_t& col) override;
+    void ReferenceClick(std::string& text, std::int32_t row, std::int32_t col) override;
+    void AppendRow() override;
+    void click(const std::string& button) override;
+    void keyDown(std::int32_t& keyCode, std::int32_t shift) override;
+    void closeRequested() override;
+    void eventFailed(const Error& error) override;
+
+private:
+    using Widths = std::vector<std::int16_t>;
+
+    // The window, which is made with the first use of a control.
+    DialogForm& form();
+    SuperGrid& grid() { return form().grid("SuperGrid1"); }
+    void loadForm();
+    void initCaptions();
+    void initGrid();
+    static void applyGridColors(SuperGrid& grid);
+    void fillLine(std::int32_t line, const CashFlow& row, Recordset& summary, Connection& local);
+    void colourLine(std::int32_t line);
+
+    // Closing.
+    void unload();
+    void queryUnload();
+    void removeUnfinishedRows();
+
+    // Editing.
+    void checkCell(std::string& text, std::int32_t row, std::int16_t col, bool& ok);
+    [[nodiscard]] bool checkAccount(const std::string& text, std::int32_t row, CashFlow& cf);
+    [[nodiscard]] bool accountFits(const std::string& ccode);
+    [[nodiscard]] std::shared_ptr<Recordset> findVoucherLine(const std::string& ccode, const std::string& inid);
+    [[nodiscard]] bool checkAmount(std::string& text, std::int32_t row, CashFlow& cf);
+    [[nodiscard]] bool checkItem(const std::string& text, std::int32_t row, CashFlow& cf);
+    [[nodiscard]] bool checkLineNumber(const std::string& text, CashFlow& cf);
+    void bookAmount(std::int32_t row, FieldList& line, CashFlow& cf);
+    void pickVoucherLine(std::string& text, std::int32_t row);
+    void pickItem(std::string& text, std::int32_t row);
+
+    // Commands.
+    void cmdTemplate();
+    void cmdAutoGetData();
+    void cmdAdd();
+    void cmdInsert();
+    void cmdDel();
+    void cmdOk();
+    void cmdCancel();
+    void takeOverFromAbove(std::int32_t above, CashFlow& cf);
+    void standardExit();
+    void removePendingRow();
+    [[nodiscard]] bool settled();
+    [[nodiscard]] bool allLinesValid();
+    [[nodiscard]] bool rowsFitTheirLines(IGlVoucherProvider& provider);
+    void closeIfSumsMatch(IGlVoucherProvider& provider);
+    void locateErrorCell(std::string& strInfo);
+    void templateSaved(const std::string& message, std::int32_t style, bool& bCancel);
+
+    // Column widths.
+    void loadMyColWidth(SuperGrid& grid, const std::string& name);
+    void readMyColWidth(const std::string& name, std::int16_t mode, Widths& widths, bool& found);
+    void writeMyColWidth(const std::string& name, std::int16_t mode, const Widths& widths);
+    [[nodiscard]] bool shouldWrite(const std::string& name, std::int16_t mode, const Widths& widths);
+
+    [[nodiscard]] Connection& connection() const;
+    [[nodiscard]] CashFlowCollection& collection() const;
+    [[nodiscard]] VoucherKey voucherKey() const;
+
+    std::shared_ptr<CashFlowCollection> CashFlowCol_;
+    std::shared_ptr<Z7Login> objLogin_;
+    std::shared_ptr<Connection> objCon_;
+    std::shared_ptr<DataProvider> objData_;
+    std::string strOriginalXml_; ///< the rows as they were at the last LoadData; empty for none
+    bool ReadOnly_ = false;
+    std::int32_t lngFixedColor_ = 0;
+    std::shared_ptr<ReferenceProvider> objRefProvider_;
+    std::string strLastKey_; ///< key of the row that cmdAdd or cmdInsert made last
+    bool blnCheckCF_ = false;
+    double dblCashSum_ = 0.0; ///< debit less credit of the voucher's cash accounts, as the first LoadData found it
+    bool blnClosing_ = false;
+    bool blnCancelled_ = false;
+    std::unique_ptr<DialogForm> form_;
+};
+
+} // namespace z7::cashflow

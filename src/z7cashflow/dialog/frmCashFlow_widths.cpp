@@ -1,0 +1,121 @@
+#include "z7cashflow/dialog/frmCashFlow.h"
+#include "z7cashflow/model/filled.h"
+#include "z7cashflow/model/modPublic.h"
+#include "z7cashflow/statements/dialogStatements.h"
+#include "z7cashflow/support/Error.h"
+#include "z7cashflow/support/conversions.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+
+// The widths of the grid's columns, which all users of one language share.
+
+namespace z7::cashflow {
+
+namespace {
+
+constexpr std::int16_t gridMode = 10;
+constexpr double tolerance = 60.0; // twips
+constexpr std::int32_t yesNoDefaultNo = 260;
+constexpr std::int32_t answerNo = 7;
+
+std::string locale() { return toText(modPublic::requiredLogin().LocaleId()); }
+
+// The highest index of an array; 0 for one that has none yet.
+std::int16_t arrayUpper(const std::vector<std::int16_t>& widths) {
+    return toInt16(widths.empty() ? 0.0 : static_cast<double>(widths.size() - 1));
+}
+
+} // namespace
+
+void frmCashFlow::loadMyColWidth(SuperGrid& cells, const std::string& name) {
+    ignoringErrors([&] {
+        Widths widths;
+        bool found = false;
+        readMyColWidth(name, gridMode, widths, found);
+        if (found) {
+            const std::int32_t columns = cells.Cols();
+            for (std::int32_t col = 0; col < columns; ++col) {
+                cells.ColWidth(col, widths.at(static_cast<std::size_t>(col)));
+            }
+        }
+    });
+}
+
+// Records count from the first, whatever column they name; columns without a record get the width 0.
+void frmCashFlow::readMyColWidth(const std::string& name, std::int16_t mode, Widths& widths, bool& found) {
+    constexpr std::int32_t leastUpper = 100;
+    found = true;
+    const auto stored = connection().Execute(filled(statements::widthsToShow, name, mode, locale()));
+    if (stored->EndOfFile()) {
+        found = false;
+        return;
+    }
+    const std::int32_t upper = std::max({std::int32_t{arrayUpper(widths)}, stored->RecordCount(), leastUpper});
+    widths.resize(static_cast<std::size_t>(upper) + 1);
+    for (std::size_t i = 0; !stored->EndOfFile(); ++i, stored->MoveNext()) {
+        widths.at(i) = toInt16(stored->Fields().Item("ilength"));
+    }
+    stored->Close();
+}
+
+void frmCashFlow::SaveMyColWidth(SuperGrid& cells, const std::string& name) {
+    ignoringErrors([&] {
+        const std::int32_t columns = cells.Cols();
+        if (columns == 0) {
+            return;
+        }
+        Widths widths;
+        for (std::int32_t col = 0; col < columns; ++col) {
+            widths.push_back(cells.ColWidth(col));
+        }
+        writeMyColWidth(name, gridMode, widths);
+    });
+}
+
+// Widths that were never stored, or for other columns, are written without a question; small drags are not written at all.
+bool frmCashFlow::shouldWrite(const std::string& name, std::int16_t mode, const Widths& widths) {
+    const auto stored = connection().CreateRecordset();
+    stored->CursorLocation(CursorLocation::Client);
+    stored->Open(filled(statements::widthsToCompare, name, mode, locale()), &connection(), CursorType::Dynamic,
+                 LockType::Optimistic);
+    if (stored->EndOfFile() || stored->RecordCount() != static_cast<std::int32_t>(widths.size())) {
+        return true;
+    }
+    bool differs = false;
+    for (const std::int16_t width : widths) {
+        if (std::fabs(width - toDouble(stored->Fields().Item("ilength"))) > tolerance) {
+            differs = true;
+            break;
+        }
+        stored->MoveNext();
+    }
+    if (differs && modPublic::ShowMessage(modPublic::GetText("Z7.GL.USZZPUB.00571", {""}), yesNoDefaultNo,
+                                          modPublic::GetText("Z7.GL.USZZPUB.00004"), "", 0) == answerNo) {
+        return false;
+    }
+    stored->Close();
+    return differs;
+}
+
+void frmCashFlow::writeMyColWidth(const std::string& name, std::int16_t mode, const Widths& widths) {
+    if (!shouldWrite(name, mode, widths)) {
+        return;
+    }
+    try {
+        connection().BeginTrans();
+        connection().Execute(filled(statements::widthsDelete, name, mode, locale()));
+        std::int32_t column = 0;
+        for (const std::int16_t width : widths) {
+            connection().Execute(filled(statements::widthInsert, name, mode, column++, width, locale()));
+        }
+        connection().CommitTrans();
+    } catch (const Error& failure) {
+        modPublic::ShowMessage(std::to_string(failure.number()) + "  " + failure.description(), 0,
+                               modPublic::GetText("Z7.GL.USZZPUB.00004"), "", 0);
+        connection().RollbackTrans(); // also fails where no transaction has begun, which nobody asks about
+    }
+}
+
+} // namespace z7::cashflow
