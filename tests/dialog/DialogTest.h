@@ -125,7 +125,7 @@ protected:
         for (const auto& row : *dialog.CashFlowCol()) {
             std::string line;
             for (const char* name : {"inid", "ccode", "md", "mc", "cCashItem"}) {
-                line += (line.empty() ? "" : ":") + toTextOrEmpty(row->Item(name));
+                line += (name == std::string("inid") ? "" : ":") + toTextOrEmpty(row->Item(name));
             }
             lines.push_back(line);
         }
