@@ -8,6 +8,7 @@
 #include "Measure.h"
 
 #include "adapters/odbc/Connection.h"
+#include "adapters/odbc/SqliteDialect.h"
 #include "adapters/tsql/Rewriting.h"
 #include "adapters/tsql/shape.h"
 #include "host/account/AccountMaker.h"
@@ -35,7 +36,7 @@ std::string driverText(const std::filesystem::path& file) {
 }
 
 std::string adapterText(const std::filesystem::path& file) {
-    return driverText(file) + ";dialect=sqlite;year=" + std::to_string(year);
+    return driverText(file) + ";year=" + std::to_string(year);
 }
 
 // A statement of the library, and the texts that it is rewritten to, each with the way to fetch its result.
@@ -94,7 +95,7 @@ using AdapterSessions = Sessions<odbc::Connection>;
 using BareSessions = Sessions<bench::BareOdbc>;
 
 std::unique_ptr<odbc::Connection> openAdapter(const std::filesystem::path& file) {
-    auto connection = std::make_unique<odbc::Connection>();
+    auto connection = std::make_unique<odbc::Connection>([] { return std::make_unique<odbc::SqliteDialect>(); });
     connection->Open(adapterText(file));
     return connection;
 }

@@ -7,6 +7,7 @@
 #include "adapters/odbc/Connection.h"
 #include "adapters/odbc/ConnectionOptions.h"
 #include "adapters/odbc/Session.h"
+#include "adapters/odbc/SqliteDialect.h"
 #include "adapters/odbc/diagnostics.h"
 #include "adapters/odbc/handles.h"
 #include "doubles/GuidSequence.h"
@@ -336,7 +337,8 @@ TEST(PrimaryKey, OfATableIsWholeOrAnError) {
     int step = 0;
     for (bool cut = true; cut && step < mostRequests;) {
         SCOPED_TRACE(++step);
-        const auto session = std::make_shared<odbc::Session>(options, step, environment, observers);
+        const auto session = std::make_shared<odbc::Session>(options, std::make_unique<odbc::SqliteDialect>(), step,
+                                                             environment, observers);
         CutCalls::countFetches(true);
         office->lines()->cutAt(step, Cut::beforeRequest);
         const auto error = errorIn([&] { whole = session->primaryKey("", "gl_accvouch"); });

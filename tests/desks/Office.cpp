@@ -54,12 +54,9 @@ private:
 
 class DriverOffice final : public Office {
 public:
-    [[nodiscard]] std::unique_ptr<Connection> makeConnection() const override {
-        return std::make_unique<odbc::Connection>();
-    }
+    [[nodiscard]] std::unique_ptr<Connection> makeConnection() const override { return odbc::makeDriverConnection(); }
     [[nodiscard]] std::string connectionString(int timeout) const override {
-        return inYear("Driver={SQLite3};Database=" + file_.path().string() + ";LoadExt=" + Z7_SESSION_FUNCTIONS +
-                          ";dialect=sqlite",
+        return inYear("Driver={SQLite3};Database=" + file_.path().string() + ";LoadExt=" + Z7_SESSION_FUNCTIONS,
                       timeout);
     }
     [[nodiscard]] Lines* lines() override { return &lines_; }

@@ -25,13 +25,13 @@ struct RunResult {
     }
 };
 
-/// Runs the program inside the test, away from any terminal.
-inline RunResult runProgram(const std::vector<std::string>& arguments) {
+/// Runs the program inside the test, away from any terminal. serverConnection stands in for the ODBC adapter's connections.
+inline RunResult runProgram(const std::vector<std::string>& arguments, const ConnectionMaker& serverConnection = {}) {
     std::istringstream in;
     std::ostringstream out;
     std::ostringstream err;
     RunResult result;
-    result.exitCode = runApplication(arguments, Console{in, out, err});
+    result.exitCode = runApplication(arguments, Console{in, out, err}, serverConnection);
     result.out = out.str();
     result.err = err.str();
     return result;

@@ -239,11 +239,6 @@ TEST(ServerInit, RefusesWhatIsNoServerOrNoString) {
     const EnvironmentGuard home("HOME", "/nonexistent");
     const EnvironmentGuard config("XDG_CONFIG_HOME", nullptr);
     const EnvironmentGuard connect("Z7CF_CONNECT", nullptr);
-    const RunResult dialect =
-        runProgram({"init", "--connect", "Driver={SQLite3};Database=x.db;dialect=sqlite", "--lang", "en"});
-    EXPECT_EQ(dialect.exitCode, exitCode::usage);
-    EXPECT_EQ(dialect.err, "z7cf: init makes no account by way of dialect=sqlite; name a FILE to make an embedded "
-                           "database\n");
     const RunResult bad = runProgram({"init", "--connect", "Server=x", "--lang", "en"});
     EXPECT_EQ(bad.exitCode, exitCode::database);
     EXPECT_THAT(bad.err, HasSubstr("names neither a driver"));

@@ -1,6 +1,7 @@
 #include "EnvironmentGuard.h"
 #include "RunProgram.h"
 #include "ScratchFolder.h"
+#include "adapters/odbc/SqliteDialect.h"
 #include "adapters/sqlite/Connection.h"
 #include "adapters/sqlite/database.h"
 #include "host/work/RowsView.h"
@@ -264,13 +265,15 @@ TEST_F(XmlCommandsTest, ConnectTakesTheFilesPlace) {
 
 TEST_F(XmlCommandsTest, ConnectReachesThroughAnOdbcDriver) {
 #ifdef Z7_SESSION_FUNCTIONS
-    const std::string connect =
-        "Driver=SQLite3;Database=" + database.string() + ";LoadExt=" Z7_SESSION_FUNCTIONS ";dialect=sqlite";
+    const std::string connect = "Driver=SQLite3;Database=" + database.string() + ";LoadExt=" Z7_SESSION_FUNCTIONS;
+    const ConnectionMaker driver = [] {
+        return std::make_shared<odbc::Connection>([] { return std::make_unique<odbc::SqliteDialect>(); });
+    };
     const EnvironmentGuard environment("Z7CF_CONNECT", connect.c_str());
-    const RunResult rows = runProgram({"rows", "2024/6/2/10"});
+    const RunResult rows = runProgram({"rows", "2024/6/2/10"}, driver);
     EXPECT_EQ(rows.exitCode, 0) << rows.err;
     EXPECT_EQ(rows.out, run({"rows", "2024/6/2/10"}).out);
-    const RunResult allotted = runProgram({"allot", "--year", "2024", "--period", "7", "--json"});
+    const RunResult allotted = runProgram({"allot", "--year", "2024", "--period", "7", "--json"}, driver);
     EXPECT_EQ(allotted.exitCode, 1) << "three are refused";
     EXPECT_EQ(allotted.lines().size(), 26U) << allotted.err;
     EXPECT_EQ(allotted.out, run({"allot", "--year", "2024", "--period", "7", "--json"}).out);

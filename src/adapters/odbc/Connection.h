@@ -1,5 +1,6 @@
 #pragma once
 
+#include "adapters/odbc/Dialect.h"
 #include "adapters/shared/session/PooledConnection.h"
 
 #include <memory>
@@ -16,8 +17,6 @@ struct Observers;
 /// Our keywords, without regard to case, which the driver does not get:
 ///   year     the accounting year that the four names with _v_ show; without it they show nothing
 ///   timeout  milliseconds to wait for a lock of another session, 0 to 3600000; 5000 if it is not given
-///   dialect  tsql (the default): statements go down as they stand; sqlite: they are rewritten first, for the embedded
-///            database behind its ODBC driver
 ///
 /// Errors of the server carry its number, its text and the SQL state, under the source "ODBC"; see diagnostics.h for those of
 /// drivers that give no number. No password or token of the string reaches a message.
@@ -27,10 +26,13 @@ struct Observers;
 /// what was done in it is gone.
 class Connection final : public shared::PooledConnection {
 public:
+    /// A closed connection whose sessions speak Transact-SQL, as the servers do.
     Connection();
+    /// A closed connection whose sessions speak the dialects that the factory makes.
+    explicit Connection(DialectFactory makeDialect);
 
 private:
-    explicit Connection(const std::shared_ptr<Observers>& observers);
+    Connection(DialectFactory makeDialect, const std::shared_ptr<Observers>& observers);
 };
 
 } // namespace z7::cashflow::odbc

@@ -13,18 +13,12 @@ namespace {
 using shared::ConnectionText;
 using Part = ConnectionText::Part;
 
-/// Takes a keyword of this adapter; false if it is none.
+/// Takes a keyword of this adapter; false if it belongs to the driver.
 bool takeOwn(ConnectionOptions& options, const ConnectionText& text, const Part& part) {
     if (part.keyword == "year") {
         options.year = static_cast<std::int16_t>(text.number(part, 1, 9999));
     } else if (part.keyword == "timeout") {
         options.timeout = text.number(part, 0, 3600000);
-    } else if (part.keyword == "dialect") {
-        const std::string name = asciiLower(part.value);
-        if (name != "tsql" && name != "sqlite") {
-            text.refuse("dialect must be tsql or sqlite");
-        }
-        options.dialect = name == "sqlite" ? DialectKind::sqlite : DialectKind::tsql;
     } else {
         return false;
     }
@@ -69,13 +63,10 @@ void complete(ConnectionOptions& options, const ConnectionText& text) {
     if (text.find("driver") == nullptr && text.find("dsn") == nullptr && text.find("filedsn") == nullptr) {
         text.refuse("it names neither a driver (Driver={...}) nor a data source (DSN=...)");
     }
-    if (asciiLower(options.driver) == "sqlite" && options.dialect != DialectKind::sqlite) {
-        text.refuse("driver=sqlite names the embedded database, which is no matter of ODBC");
+    if (asciiLower(options.driver) == "sqlite") {
+        text.refuse("driver=sqlite names the embedded database, which is not reached through ODBC");
     }
     completeFreeTds(options, text);
-    if (options.dialect == DialectKind::sqlite) {
-        add(options, "Timeout=" + std::to_string(options.timeout));
-    }
     // The longest first, so that a secret that is part of another one leaves nothing of it behind.
     std::sort(options.secrets.begin(), options.secrets.end(),
               [](const std::string& a, const std::string& b) { return a.size() > b.size(); });
@@ -95,7 +86,7 @@ ConnectionOptions parseConnectionString(const std::string& text) {
         for (const Part& part : given.parts()) {
             if (&part != driver && &part != odbc && !takeOwn(options, given, part)) {
                 given.refuse("the keyword \"" + part.keyword +
-                             "\" is unknown; beside odbc={...} the known ones are year, timeout and dialect");
+                             "\" is unknown; beside odbc={...} the known ones are year and timeout");
             }
         }
         const ConnectionText inner(odbc->value, errorSource);

@@ -7,12 +7,6 @@
 
 namespace z7::cashflow::odbc {
 
-/// The language in which the database behind the driver takes statements.
-enum class DialectKind {
-    tsql,  ///< Transact-SQL: statements go down as they stand
-    sqlite ///< the embedded database's own: statements are rewritten first
-};
-
 /// What a connection string says; see Connection for its forms and keywords.
 struct ConnectionOptions {
     std::string driverText;           ///< what the ODBC driver manager gets; holds the password
@@ -20,7 +14,6 @@ struct ConnectionOptions {
     std::vector<std::string> secrets; ///< the values that no message may show
     std::optional<std::int16_t> year;
     int timeout = 5000; ///< milliseconds
-    DialectKind dialect = DialectKind::tsql;
 };
 
 /// Error 5 that names the keyword which is missing, given twice or has a bad value. No value is quoted: any of them could

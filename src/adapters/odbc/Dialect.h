@@ -81,7 +81,7 @@ public:
     virtual std::int64_t change(Driver& driver, const std::string& text, const std::vector<Variant>& values) = 0;
 };
 
-/// The dialect that a connection string asks for.
-[[nodiscard]] std::unique_ptr<Dialect> makeDialect(DialectKind kind);
+/// Makes the dialect of a new session.
+using DialectFactory = std::function<std::unique_ptr<Dialect>()>;
 
 } // namespace z7::cashflow::odbc

@@ -75,10 +75,10 @@ Error tellingCutLine(const Error& error) {
 
 } // namespace
 
-Session::Session(ConnectionOptions options, int number, std::shared_ptr<Environment> environment,
-                 std::shared_ptr<const Observers> observers)
-    : options_(std::move(options)), number_(number), observers_(std::move(observers)),
-      dialect_(makeDialect(options_.dialect)), line_(std::make_unique<Line>(std::move(environment), options_)) {
+Session::Session(ConnectionOptions options, std::unique_ptr<Dialect> dialect, int number,
+                 std::shared_ptr<Environment> environment, std::shared_ptr<const Observers> observers)
+    : options_(std::move(options)), number_(number), observers_(std::move(observers)), dialect_(std::move(dialect)),
+      line_(std::make_unique<Line>(std::move(environment), options_)) {
     dialect_->start(*this, options_);
 }
 

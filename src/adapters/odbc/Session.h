@@ -24,8 +24,8 @@ struct Observers : shared::Observers {
 /// One open session: a line to the database, its dialect and its transaction. It is used on one thread.
 class Session final : public shared::Session, public Driver, public std::enable_shared_from_this<Session> {
 public:
-    Session(ConnectionOptions options, int number, std::shared_ptr<Environment> environment,
-            std::shared_ptr<const Observers> observers);
+    Session(ConnectionOptions options, std::unique_ptr<Dialect> dialect, int number,
+            std::shared_ptr<Environment> environment, std::shared_ptr<const Observers> observers);
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
     ~Session() override;

@@ -1,69 +1,70 @@
 #include "host/account/AccountPlace.h"
 
-#include "adapters/odbc/Connection.h"
+#include "adapters/shared/session/ConnectionText.h"
 #include "adapters/sqlite/Connection.h"
 #include "adapters/sqlite/ConnectionOptions.h"
 #include "adapters/sqlite/database.h"
+#include "z7cashflow/support/Error.h"
 #include "z7cashflow/support/conversions.h"
+
+#include <utility>
 
 namespace z7::cashflow::host {
 
 namespace {
 
-/// Whether a connection string says driver=sqlite, with blanks and braces where they may be.
+/// Whether a connection string says driver=sqlite. One that cannot be read names no embedded database: the adapter that gets it
+/// refuses it with the reason.
 bool isEmbedded(const std::string& connectionString) {
-    std::string plain;
-    for (const char c : asciiLower(connectionString)) {
-        if (c != ' ' && c != '\t' && c != '\r' && c != '\n') {
-            plain += c;
-        }
-    }
-    for (const char* keyword : {"driver=sqlite", "driver={sqlite}"}) {
-        const std::string text = keyword;
-        const std::size_t at = plain.find(text);
-        const bool begins = at == 0 || (at != std::string::npos && plain[at - 1] == ';');
-        if (begins && (at + text.size() == plain.size() || plain[at + text.size()] == ';')) {
-            return true;
-        }
-    }
-    return false;
+    bool embedded = false;
+    ignoringErrors([&] {
+        const shared::ConnectionText text(connectionString, "");
+        const shared::ConnectionText::Part* driver = text.find("driver");
+        embedded = driver != nullptr && asciiLower(driver->value) == "sqlite";
+    });
+    return embedded;
 }
 
 } // namespace
 
-AccountPlace AccountPlace::ofFile(std::filesystem::path file) {
-    AccountPlace place;
-    place.file_ = std::move(file);
-    return place;
-}
+AccountPlace::AccountPlace(std::variant<std::filesystem::path, Named> place) : place_(std::move(place)) {}
 
-AccountPlace AccountPlace::behind(std::string connectionString) {
-    AccountPlace place;
-    place.embedded_ = isEmbedded(connectionString);
-    place.connectionString_ = std::move(connectionString);
-    return place;
+AccountPlace AccountPlace::ofFile(std::filesystem::path file) { return AccountPlace(std::move(file)); }
+
+AccountPlace AccountPlace::behind(std::string connectionString, ConnectionMaker serverConnection) {
+    const bool embedded = isEmbedded(connectionString);
+    return AccountPlace(Named{std::move(connectionString), embedded, std::move(serverConnection)});
 }
 
 std::optional<std::filesystem::path> AccountPlace::file() const {
-    if (!embedded_) {
-        return std::nullopt;
+    if (const auto* file = std::get_if<std::filesystem::path>(&place_)) {
+        return *file;
     }
-    return connectionString_.empty() ? file_ : sqlite::parseConnectionString(connectionString_).database;
+    const auto& named = std::get<Named>(place_);
+    return named.embedded ? std::optional(sqlite::parseConnectionString(named.connectionString).database)
+                          : std::nullopt;
 }
 
 std::string AccountPlace::connectionString(std::optional<std::int16_t> year) const {
-    if (connectionString_.empty()) {
-        return sqlite::connectionString(file_, year);
+    if (const auto* file = std::get_if<std::filesystem::path>(&place_)) {
+        return sqlite::connectionString(*file, year);
     }
-    const std::string separator = connectionString_.ends_with(';') ? "" : ";";
-    return year ? connectionString_ + separator + "year=" + std::to_string(*year) : connectionString_;
+    const std::string& given = std::get<Named>(place_).connectionString;
+    const std::string separator = given.ends_with(';') ? "" : ";";
+    return year ? given + separator + "year=" + std::to_string(*year) : given;
+}
+
+std::string AccountPlace::givenString() const {
+    const auto* named = std::get_if<Named>(&place_);
+    return named == nullptr ? std::string() : named->connectionString;
 }
 
 std::shared_ptr<Connection> AccountPlace::makeConnection() const {
-    if (embedded_) {
-        return std::make_shared<sqlite::Connection>();
+    const auto* named = std::get_if<Named>(&place_);
+    if (named != nullptr && !named->embedded) {
+        return named->serverConnection();
     }
-    return std::make_shared<odbc::Connection>();
+    return std::make_shared<sqlite::Connection>();
 }
 
 } // namespace z7::cashflow::host

@@ -1,7 +1,6 @@
 #include "host/account/ServerAccountMaker.h"
 
 #include "adapters/odbc/AccountTables.h"
-#include "adapters/odbc/ConnectionOptions.h"
 #include "adapters/odbc/accountSchema.h"
 #include "adapters/odbc/databaseKeyword.h"
 #include "host/cli/ExitCode.h"
@@ -117,11 +116,8 @@ void requireFit(Connection& connection, const std::string& database) {
     }
 }
 
-std::shared_ptr<Connection> openAccount(Server& server, const std::string& connectionString, Language language) {
+std::shared_ptr<Connection> openAccount(Server& server, Language language) {
     try {
-        if (odbc::parseConnectionString(connectionString).dialect == odbc::DialectKind::sqlite) {
-            throw Failure(exitCode::usage, HostText::connectNoInit);
-        }
         return server.openAccount();
     } catch (const Error& error) {
         throw Failure(exitCode::database, HostText::notConnected, {reasonText(language, error.description())});
@@ -135,7 +131,7 @@ ServerAccount makeServerAccount(const std::string& connectionString,
                                 const std::vector<TableFile>& files, const std::vector<AccountOption>& options,
                                 Language language, const std::function<bool()>& stopRequested) {
     Server server(connectionString, newConnection);
-    const auto connection = openAccount(server, connectionString, language);
+    const auto connection = openAccount(server, language);
     try {
         ServerAccount account{odbc::currentDatabase(*connection), {}};
         requireFit(*connection, account.database);

@@ -139,7 +139,8 @@ int guarded(const Console& console, const Language& language, const std::functio
 
 } // namespace
 
-int runApplication(const std::vector<std::string>& arguments, const Console& console) {
+int runApplication(const std::vector<std::string>& arguments, const Console& console,
+                   const ConnectionMaker& serverConnection) {
     Language language = languageOfArguments(arguments);
     return guarded(console, language, [&]() -> int {
         CLI::App program(hostText(language, HostText::helpProgram), "z7cf");
@@ -175,7 +176,10 @@ int runApplication(const std::vector<std::string>& arguments, const Console& con
             say(console, language, hostText(language, HostText::usageHint));
             return exitCode::usage;
         }
-        const GlobalOptions options = globalOptions(given, language);
+        GlobalOptions options = globalOptions(given, language);
+        if (serverConnection) {
+            options.serverConnection = serverConnection;
+        }
         language = options.language;
         for (std::size_t i = 0; i < commands.size(); ++i) {
             if (parsed[i]->parsed()) {

@@ -1,10 +1,17 @@
 #pragma once
 
+#include "adapters/odbc/Connection.h"
 #include "host/text/Language.h"
+#include "z7cashflow/ports/Connection.h"
 
+#include <functional>
+#include <memory>
 #include <string>
 
 namespace z7::cashflow::host {
+
+/// Makes a closed connection.
+using ConnectionMaker = std::function<std::shared_ptr<Connection>()>;
 
 /// What every command takes.
 struct GlobalOptions {
@@ -18,6 +25,8 @@ struct GlobalOptions {
     std::string operatorName = "demo"; ///< name of the operator, by which voucher options are kept
     bool guard = true;                 ///< statements that a value has turned into others are kept from the database
     std::string accountingSystem; ///< name of the account's accounting system, such as "政府会计制度"; empty for none
+    /// Makes the connections to databases other than the embedded one; tests put another in its place.
+    ConnectionMaker serverConnection = [] { return std::make_shared<odbc::Connection>(); };
 };
 
 } // namespace z7::cashflow::host

@@ -3,7 +3,9 @@
 #include "adapters/shared/session/ConnectionText.h"
 #include "host/cli/ExitCode.h"
 #include "host/cli/Failure.h"
+#include "z7cashflow/support/Error.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <string_view>
@@ -40,16 +42,17 @@ std::string fileText(const std::string& file) {
 } // namespace
 
 bool holdsSecret(std::string_view text) {
-    for (std::size_t equals = text.find('='); equals != std::string::npos; equals = text.find('=', equals + 1)) {
-        const std::size_t separator = text.find_last_of(";{", equals);
-        const std::size_t start = separator == std::string::npos ? 0 : separator + 1;
-        const std::size_t value = text.find_first_not_of(" \t", equals + 1);
-        const bool empty = value == std::string::npos || text[value] == ';';
-        if (!empty && shared::namesSecret(text.substr(start, equals - start))) {
-            return true;
-        }
+    if (text.find('=') == std::string_view::npos) {
+        return false;
     }
-    return false;
+    try {
+        const shared::ConnectionText given(text, "");
+        return std::any_of(given.parts().begin(), given.parts().end(), [](const auto& part) {
+            return !part.value.empty() && (shared::namesSecret(part.keyword) || holdsSecret(part.value));
+        });
+    } catch (const Error&) { // a text that cannot be read is judged by its words alone, to be safe
+        return shared::namesSecret(text);
+    }
 }
 
 std::string connectionStringOf(const std::string& option, bool onCommandLine) {

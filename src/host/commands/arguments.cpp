@@ -36,7 +36,7 @@ AccountPlace DatabaseArgument::take(const GlobalOptions& options, const std::vec
             throw Failure(exitCode::usage, HostText::argumentMissing, {word.name});
         }
     }
-    return connected ? AccountPlace::behind(options.connect) : AccountPlace::ofFile(file);
+    return connected ? AccountPlace::behind(options.connect, options.serverConnection) : AccountPlace::ofFile(file);
 }
 
 void VoucherArgument::declare(CLI::App& command, Language language) {

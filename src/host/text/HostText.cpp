@@ -116,8 +116,6 @@ constexpr std::array texts{
                   "@FILE, or use the variable Z7CF_CONNECT"},
     HostTextEntry{T::connectFileMissing, "无法读取连接串文件 {0}",
                   "The file {0} with the connection string is not there or cannot be read"},
-    HostTextEntry{T::connectNoInit, "init 不能通过 dialect=sqlite 建立账套；请给出 FILE 来建立嵌入式数据库",
-                  "init makes no account by way of dialect=sqlite; name a FILE to make an embedded database"},
     HostTextEntry{T::serverNoDatabase,
                   "“{0}”是服务器自己的数据库，不能存放账套；请在连接串中用 Database=名称 指明账套的数据库",
                   "\"{0}\" is a database of the server's own and takes no account; name the account's database in the "

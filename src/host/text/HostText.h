@@ -89,7 +89,6 @@ enum class HostText {
     connectEmpty,
     connectSecret,
     connectFileMissing,
-    connectNoInit,
     serverNoDatabase,
     serverLetterCase,
     serverAccountThere,

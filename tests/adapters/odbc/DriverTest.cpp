@@ -249,11 +249,11 @@ TEST(OdbcDriver, server_that_does_not_answer_is_an_error) {
 }
 
 TEST(OdbcDriver, file_that_is_no_account_is_refused) {
-    Connection connection;
-    EXPECT_EQ(connection.State(), ObjectState::Closed);
-    const std::string text = "Driver={SQLite3};Database=/no/such/folder/x.db;NoCreat=1;dialect=sqlite;year=2013";
-    EXPECT_NE(errorOf([&] { connection.Open(text); }).description(), "");
-    EXPECT_EQ(connection.State(), ObjectState::Closed);
+    const auto connection = makeDriverConnection();
+    EXPECT_EQ(connection->State(), ObjectState::Closed);
+    const std::string text = "Driver={SQLite3};Database=/no/such/folder/x.db;NoCreat=1;year=2013";
+    EXPECT_NE(errorOf([&] { connection->Open(text); }).description(), "");
+    EXPECT_EQ(connection->State(), ObjectState::Closed);
 }
 
 TEST(OdbcServer, is_tested_where_there_is_one) {

@@ -1,5 +1,6 @@
 #include "adapters/odbc/OdbcDatabase.h"
 
+#include "adapters/odbc/SqliteDialect.h"
 #include "adapters/odbc/nativeCalls.h"
 #include "adapters/sqlite/database.h"
 
@@ -41,6 +42,10 @@ void runScript(Connection& connection, const fs::path& file) {
 
 } // namespace
 
+std::unique_ptr<Connection> makeDriverConnection() {
+    return std::make_unique<Connection>([] { return std::make_unique<SqliteDialect>(); });
+}
+
 DriverDatabase::DriverDatabase() : folder_(fs::path(::testing::TempDir()) / randomName()) {
     fs::create_directories(folder_);
     // SQLite's driver has narrow calls only, and unixODBC cuts a wide connection string to bytes before it hands it to them.
@@ -54,15 +59,15 @@ DriverDatabase::~DriverDatabase() {
     fs::remove_all(folder_, ignored);
 }
 
-std::unique_ptr<cashflow::Connection> DriverDatabase::makeConnection() const { return std::make_unique<Connection>(); }
+std::unique_ptr<cashflow::Connection> DriverDatabase::makeConnection() const { return makeDriverConnection(); }
 
 std::string DriverDatabase::connectionString(std::optional<std::int16_t> year, int timeout) const {
     return "Driver={SQLite3};Database=" + file_.string() + ";LoadExt=" + Z7_SESSION_FUNCTIONS +
-           ";dialect=sqlite;timeout=" + std::to_string(timeout) + (year ? ";year=" + std::to_string(*year) : "");
+           ";timeout=" + std::to_string(timeout) + (year ? ";year=" + std::to_string(*year) : "");
 }
 
 std::unique_ptr<Connection> DriverDatabase::open() const {
-    auto connection = std::make_unique<Connection>();
+    auto connection = makeDriverConnection();
     connection->Open(connectionString(std::int16_t{2013}, 0));
     return connection;
 }

@@ -10,6 +10,9 @@
 
 namespace z7::cashflow::odbc {
 
+/// A closed connection to the embedded database through SQLite's ODBC driver, with the rewriter in front.
+[[nodiscard]] std::unique_ptr<Connection> makeDriverConnection();
+
 /// An account of the embedded database behind SQLite's ODBC driver, with the rewriter in front.
 class DriverDatabase final : public conformance::DatabaseUnderTest {
 public:

@@ -13,20 +13,20 @@ using conformance::errorOf;
 class PooledSession : public ::testing::Test {
 protected:
     PooledSession() {
-        connection_.OnStatement([this](int session, const std::string&) { last_ = session; });
-        connection_.Open(database_.connectionString(std::int16_t{2013}, 0));
+        connection_->OnStatement([this](int session, const std::string&) { last_ = session; });
+        connection_->Open(database_.connectionString(std::int16_t{2013}, 0));
     }
     /// The session on which a text runs that does not care for the caller's; whether the database takes it does not matter.
     int sessionOf(const std::string& text) {
-        const auto records = connection_.CreateRecordset();
+        const auto records = connection_->CreateRecordset();
         ignoringErrors(
-            [&] { records->Open(text, connection_.ConnectionString(), CursorType::Keyset, LockType::Optimistic); });
+            [&] { records->Open(text, connection_->ConnectionString(), CursorType::Keyset, LockType::Optimistic); });
         return last_;
     }
 
     DriverDatabase database_;
     int last_ = 0;
-    Connection connection_;
+    std::unique_ptr<Connection> connection_ = makeDriverConnection();
 };
 
 const std::string honest = "select * from fitemss98";

@@ -1,6 +1,5 @@
 #include "adapters/odbc/SqliteDialect.h"
 
-#include "adapters/odbc/TsqlDialect.h"
 #include "adapters/tsql/declaredType.h"
 #include "adapters/tsql/literalValue.h"
 #include "adapters/tsql/transaction.h"
@@ -67,6 +66,8 @@ std::string sqlState(int number, std::string_view text, const std::string& given
 } // namespace
 
 void SqliteDialect::start(Driver& driver, const ConnectionOptions& options) {
+    // Takes the place of the driver's own way to wait.
+    driver.execute("PRAGMA busy_timeout = " + std::to_string(options.timeout));
     if (options.year) {
         driver.execute("select z7_use_year(" + std::to_string(*options.year) + ")");
     }
@@ -317,13 +318,6 @@ const SqliteDialect::TableColumn* SqliteDialect::column(Driver& driver, const ts
         }
     }
     return nullptr;
-}
-
-std::unique_ptr<Dialect> makeDialect(DialectKind kind) {
-    if (kind == DialectKind::sqlite) {
-        return std::make_unique<SqliteDialect>();
-    }
-    return std::make_unique<TsqlDialect>();
 }
 
 } // namespace z7::cashflow::odbc
