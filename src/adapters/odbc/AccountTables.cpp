@@ -129,8 +129,7 @@ std::vector<std::string> AccountTables::names() {
     return names;
 }
 
-std::unique_ptr<shared::TableLoader> AccountTables::loader(const std::string& table,
-                                                           const std::vector<std::string>& columns) {
+std::unique_ptr<RowLoader> AccountTables::loader(const std::string& table, const std::vector<std::string>& columns) {
     const Found found = find(table);
     auto loader =
         std::make_unique<ServerLoader>(connection_, found.name, found.text, found.shared, found.columns, columns);

@@ -14,15 +14,15 @@ namespace z7::cashflow::odbc {
 ///
 /// The system database belongs to all accounts. A row of it that is there already, every given value the same, counts as added
 /// and is left alone, so that an account can be made anew in another database.
-class AccountTables final : public shared::LoadableTables {
+class AccountTables final : public LoadableTables {
 public:
     explicit AccountTables(Connection& connection) : connection_(connection) {}
 
     [[nodiscard]] std::vector<std::string> names() override;
     /// Numbers that a table would give by itself are taken from the rows if they name that column. Of such tables only the one
     /// whose loader was made last can be filled.
-    [[nodiscard]] std::unique_ptr<shared::TableLoader> loader(const std::string& table,
-                                                              const std::vector<std::string>& columns) override;
+    [[nodiscard]] std::unique_ptr<RowLoader> loader(const std::string& table,
+                                                    const std::vector<std::string>& columns) override;
 
 private:
     struct Found;

@@ -105,8 +105,7 @@ void TableLoader::insert(const std::vector<Variant>& values) {
 
 std::vector<std::string> AccountTables::names() { return tableNames(connection_); }
 
-std::unique_ptr<shared::TableLoader> AccountTables::loader(const std::string& table,
-                                                           const std::vector<std::string>& columns) {
+std::unique_ptr<RowLoader> AccountTables::loader(const std::string& table, const std::vector<std::string>& columns) {
     return std::make_unique<TableLoader>(connection_, table, columns);
 }
 

@@ -44,13 +44,13 @@ private:
 };
 
 /// The tables of an account's session for loading. The connection must outlive it.
-class AccountTables final : public shared::LoadableTables {
+class AccountTables final : public LoadableTables {
 public:
     explicit AccountTables(Connection& connection) : connection_(connection) {}
 
     [[nodiscard]] std::vector<std::string> names() override;
-    [[nodiscard]] std::unique_ptr<shared::TableLoader> loader(const std::string& table,
-                                                              const std::vector<std::string>& columns) override;
+    [[nodiscard]] std::unique_ptr<RowLoader> loader(const std::string& table,
+                                                    const std::vector<std::string>& columns) override;
 
 private:
     Connection& connection_;

@@ -62,7 +62,7 @@ void requireFree(const fs::path& account) {
     }
 }
 
-void setOption(Connection& connection, shared::LoadableTables& tables, const AccountOption& option) {
+void setOption(Connection& connection, LoadableTables& tables, const AccountOption& option) {
     const std::string where = std::string(" where csysid=N'") + ledgerSystem + "' and cname=N'" + option.name + "'";
     std::optional<std::string> defaultValue;
     const auto present = connection.Execute("select cdefault from accinformation" + where);
@@ -139,7 +139,7 @@ std::vector<AccountOption> readAccountOptions(const std::vector<std::string>& te
     return options;
 }
 
-LoadedTables fillAccount(Connection& connection, shared::LoadableTables& tables, const std::vector<TableFile>& files,
+LoadedTables fillAccount(Connection& connection, LoadableTables& tables, const std::vector<TableFile>& files,
                          const std::vector<AccountOption>& options, Language language,
                          const std::function<bool()>& stopRequested) {
     const LoadedTables loaded = loadTableFiles(connection, tables, files, language, stopRequested);

@@ -22,7 +22,7 @@ struct AccountOption {
 
 /// Fills the tables of a new account from files and sets options in the place of those that the files hold, in the caller's
 /// transaction. Failure and Interrupted as for loadTableFiles.
-LoadedTables fillAccount(Connection& connection, shared::LoadableTables& tables, const std::vector<TableFile>& files,
+LoadedTables fillAccount(Connection& connection, LoadableTables& tables, const std::vector<TableFile>& files,
                          const std::vector<AccountOption>& options, Language language,
                          const std::function<bool()>& stopRequested);
 

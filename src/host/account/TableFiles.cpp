@@ -1,5 +1,6 @@
 #include "host/account/TableFiles.h"
 
+#include "adapters/shared/loading/TableLoader.h"
 #include "host/account/CsvReader.h"
 #include "host/account/sampleData.h"
 #include "host/cli/ExitCode.h"
@@ -71,7 +72,7 @@ HostText reasonText(shared::LoadError::Kind kind) noexcept {
 /// Loads one file. The first record becomes the column names, all others rows.
 class FileLoading {
 public:
-    FileLoading(shared::LoadableTables& tables, const TableFile& file, Language language,
+    FileLoading(LoadableTables& tables, const TableFile& file, Language language,
                 const std::function<bool()>& stopRequested)
         : tables_(tables), file_(file), language_(language), stopRequested_(stopRequested) {}
 
@@ -134,12 +135,12 @@ private:
         loader_->add(values_);
     }
 
-    shared::LoadableTables& tables_;
+    LoadableTables& tables_;
     const TableFile& file_;
     Language language_;
     const std::function<bool()>& stopRequested_;
     std::vector<std::optional<std::string_view>> values_;
-    std::unique_ptr<shared::TableLoader> loader_;
+    std::unique_ptr<RowLoader> loader_;
 };
 
 } // namespace
@@ -191,7 +192,7 @@ std::vector<TableFile> tableFilesOfSample() {
     return files;
 }
 
-LoadedTables loadTableFiles(Connection& connection, shared::LoadableTables& tables, const std::vector<TableFile>& files,
+LoadedTables loadTableFiles(Connection& connection, LoadableTables& tables, const std::vector<TableFile>& files,
                             Language language, const std::function<bool()>& stopRequested) {
     for (const TableFile& file : files) {
         if (!file.definition.empty()) {

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "adapters/shared/loading/TableLoader.h"
 #include "host/text/Language.h"
 #include "z7cashflow/ports/Connection.h"
+#include "z7cashflow/ports/LoadableTables.h"
 
 #include <cstdint>
 #include <filesystem>
@@ -39,7 +39,7 @@ struct LoadedTables {
 /// Puts the records of the files into the tables of their names, inside the caller's transaction. "tables" are those of the
 /// connection's session. Failure (usage) that names file, line, column and reason for the first thing that cannot be taken,
 /// Interrupted once stopRequested answers true; the caller rolls back then.
-LoadedTables loadTableFiles(Connection& connection, shared::LoadableTables& tables, const std::vector<TableFile>& files,
+LoadedTables loadTableFiles(Connection& connection, LoadableTables& tables, const std::vector<TableFile>& files,
                             Language language, const std::function<bool()>& stopRequested);
 
 } // namespace z7::cashflow::host

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "adapters/shared/recordset/Column.h"
+#include "z7cashflow/ports/LoadableTables.h"
 #include "z7cashflow/support/Error.h"
 #include "z7cashflow/support/Variant.h"
 
@@ -53,20 +54,16 @@ private:
     std::vector<std::string> arguments_;
 };
 
-/// Puts rows of texts into one table, each value converted to its column's type. It works inside the caller's transaction, if
-/// there is one, and opens none: a caller who wants all rows or none begins one. Adapters derive from it and write the rows.
-class TableLoader {
+/// Checks rows of texts and converts their values for every database alike. Adapters derive from it and write the rows.
+class TableLoader : public RowLoader {
 public:
     TableLoader(const TableLoader&) = delete;
     TableLoader& operator=(const TableLoader&) = delete;
-    virtual ~TableLoader() = default;
+    ~TableLoader() override = default;
 
-    /// Adds one row; nothing stands for null. Numbers are read strictly and without thousands commas, dates year first, bits as 0, 1,
-    /// true or false. LoadError if the number of values is wrong, a value does not fit its column, or the database refuses the
-    /// row, such as for a key that is there already.
-    void add(const std::vector<std::optional<std::string_view>>& values);
-    /// The number of rows that were added.
-    [[nodiscard]] std::int64_t count() const noexcept { return count_; }
+    /// LoadError for a row that cannot be taken.
+    void add(const std::vector<std::optional<std::string_view>>& values) final;
+    [[nodiscard]] std::int64_t count() const noexcept final { return count_; }
 
 protected:
     /// Takes the source of its errors, the table's name, what its columns are, and the names of those that rows will give.
@@ -91,20 +88,6 @@ private:
     std::vector<TableColumn> columns_;
     std::vector<Variant> values_;
     std::int64_t count_ = 0;
-};
-
-/// The tables of one open session, as far as rows of texts can be put into them. The session must outlive it.
-class LoadableTables {
-public:
-    virtual ~LoadableTables() = default;
-
-    /// The tables (views are none) of the account's database and of the system database, by their plain names, in the order of the
-    /// alphabet.
-    [[nodiscard]] virtual std::vector<std::string> names() = 0;
-    /// A loader for some columns of one of them. Error 208 if there is no such table, LoadError if a column is unknown or named
-    /// twice, or if one that must have a value is not named.
-    [[nodiscard]] virtual std::unique_ptr<TableLoader> loader(const std::string& table,
-                                                              const std::vector<std::string>& columns) = 0;
 };
 
 } // namespace z7::cashflow::shared
