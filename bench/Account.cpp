@@ -6,7 +6,7 @@
 #include "host/cli/GlobalOptions.h"
 #include "host/work/HostLogin.h"
 #include "z7cashflow/model/modPublic.h"
-#include "z7cashflow/support/Guid.h"
+#include "z7cashflow/support/guid.h"
 
 #include <sqlite3.h>
 

@@ -7,8 +7,8 @@
 #include "Account.h"
 #include "Measure.h"
 
-#include "host/account/AccountMaker.h"
-#include "host/account/TableFiles.h"
+#include "host/account/accountMaker.h"
+#include "host/account/tableFiles.h"
 #include "host/work/Allotment.h"
 #include "host/work/VoucherList.h"
 #include "z7cashflow/support/conversions.h"

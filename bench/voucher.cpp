@@ -4,8 +4,8 @@
 #include "Account.h"
 #include "Measure.h"
 
-#include "host/account/AccountMaker.h"
-#include "host/account/TableFiles.h"
+#include "host/account/accountMaker.h"
+#include "host/account/tableFiles.h"
 
 #include <map>
 #include <string>

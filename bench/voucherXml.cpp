@@ -5,8 +5,8 @@
 #include "Measure.h"
 
 #include "adapters/sqlite/database.h"
-#include "host/account/AccountMaker.h"
-#include "host/account/TableFiles.h"
+#include "host/account/accountMaker.h"
+#include "host/account/tableFiles.h"
 #include "z7cashflow/data/DataProvider.h"
 
 #include <sqlite3.h>

@@ -2,7 +2,7 @@
 
 #include "fuzz/target.h"
 #include "z7cashflow/support/Error.h"
-#include "z7cashflow/support/Format.h"
+#include "z7cashflow/support/format.h"
 #include "z7cashflow/support/conversions.h"
 
 #include <array>

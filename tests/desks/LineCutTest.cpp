@@ -6,10 +6,10 @@
 
 #include "adapters/odbc/Connection.h"
 #include "adapters/odbc/ConnectionOptions.h"
+#include "adapters/odbc/DriverConnection.h"
+#include "adapters/odbc/Failure.h"
 #include "adapters/odbc/Session.h"
 #include "adapters/odbc/SqliteDialect.h"
-#include "adapters/odbc/diagnostics.h"
-#include "adapters/odbc/handles.h"
 #include "doubles/GuidSequence.h"
 #include "z7cashflow/data/DataProvider.h"
 #include "z7cashflow/model/modPublic.h"

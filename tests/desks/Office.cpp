@@ -5,9 +5,9 @@
 #include "adapters/sqlite/Connection.h"
 #include "adapters/sqlite/database.h"
 #include "desks/CutCalls.h"
-#include "host/account/AccountMaker.h"
-#include "host/account/TableFiles.h"
-#include "z7cashflow/support/Guid.h"
+#include "host/account/accountMaker.h"
+#include "host/account/tableFiles.h"
+#include "z7cashflow/support/guid.h"
 
 #include <filesystem>
 #include <regex>

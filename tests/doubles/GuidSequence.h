@@ -1,6 +1,6 @@
 #pragma once
 
-#include "z7cashflow/support/Guid.h"
+#include "z7cashflow/support/guid.h"
 
 #include <array>
 #include <cstdint>

@@ -1,4 +1,4 @@
-#include "host/account/AccountMaker.h"
+#include "host/account/accountMaker.h"
 
 #include "ScratchFolder.h"
 #include "adapters/sqlite/Connection.h"

@@ -1,4 +1,4 @@
-#include "host/account/CsvReader.h"
+#include "host/account/csvReader.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/cli/Application.h"
+#include "host/cli/application.h"
 
 #include <sstream>
 #include <string>

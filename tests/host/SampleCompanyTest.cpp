@@ -3,8 +3,8 @@
 #include "ScratchFolder.h"
 #include "adapters/sqlite/Connection.h"
 #include "adapters/sqlite/database.h"
-#include "host/account/CsvReader.h"
-#include "host/account/TableFiles.h"
+#include "host/account/csvReader.h"
+#include "host/account/tableFiles.h"
 #include "host/work/VoucherKey.h"
 #include "z7cashflow/support/conversions.h"
 

@@ -1,4 +1,4 @@
-#include "host/account/ServerAccountMaker.h"
+#include "host/account/serverAccountMaker.h"
 
 #include "EnvironmentGuard.h"
 #include "RunProgram.h"

@@ -1,4 +1,4 @@
-#include "host/account/TableFiles.h"
+#include "host/account/tableFiles.h"
 
 #include "ScratchFolder.h"
 #include "adapters/sqlite/Connection.h"

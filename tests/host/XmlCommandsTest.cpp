@@ -267,7 +267,7 @@ TEST_F(XmlCommandsTest, ConnectReachesThroughAnOdbcDriver) {
 #ifdef Z7_SESSION_FUNCTIONS
     const std::string connect = "Driver=SQLite3;Database=" + database.string() + ";LoadExt=" Z7_SESSION_FUNCTIONS;
     const ConnectionMaker driver = [] {
-        return std::make_shared<odbc::Connection>([] { return std::make_unique<odbc::SqliteDialect>(); });
+        return std::make_unique<odbc::Connection>([] { return std::make_unique<odbc::SqliteDialect>(); });
     };
     const EnvironmentGuard environment("Z7CF_CONNECT", connect.c_str());
     const RunResult rows = runProgram({"rows", "2024/6/2/10"}, driver);

@@ -1,4 +1,4 @@
-#include "z7cashflow/support/Format.h"
+#include "z7cashflow/support/format.h"
 #include "doubles/ContextGuard.h"
 #include "z7cashflow/support/conversions.h"
 

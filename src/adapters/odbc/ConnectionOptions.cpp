@@ -1,6 +1,6 @@
 #include "adapters/odbc/ConnectionOptions.h"
 
-#include "adapters/odbc/diagnostics.h"
+#include "adapters/odbc/Failure.h"
 #include "adapters/shared/session/ConnectionText.h"
 #include "z7cashflow/support/conversions.h"
 

@@ -1,6 +1,6 @@
 #include "adapters/odbc/RecordWriter.h"
 
-#include "adapters/odbc/diagnostics.h"
+#include "adapters/odbc/Failure.h"
 #include "z7cashflow/support/conversions.h"
 
 #include <sql.h>

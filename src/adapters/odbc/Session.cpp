@@ -1,8 +1,8 @@
 #include "adapters/odbc/Session.h"
 
+#include "adapters/odbc/Failure.h"
 #include "adapters/odbc/Parameters.h"
 #include "adapters/odbc/RecordWriter.h"
-#include "adapters/odbc/diagnostics.h"
 #include "adapters/odbc/utf8.h"
 #include "adapters/tsql/tokens.h"
 
@@ -78,7 +78,7 @@ Error tellingCutLine(const Error& error) {
 Session::Session(ConnectionOptions options, std::unique_ptr<Dialect> dialect, int number,
                  std::shared_ptr<Environment> environment, std::shared_ptr<const Observers> observers)
     : options_(std::move(options)), number_(number), observers_(std::move(observers)), dialect_(std::move(dialect)),
-      line_(std::make_unique<Line>(std::move(environment), options_)) {
+      line_(std::make_unique<DriverConnection>(std::move(environment), options_)) {
     dialect_->start(*this, options_);
 }
 
@@ -89,7 +89,7 @@ void Session::close() noexcept {
     line_.reset();
 }
 
-Line& Session::line() {
+DriverConnection& Session::line() {
     if (line_ == nullptr) {
         if (lost_) {
             throw Error(errors::serverNotReached, errorSource, "The line to the server was cut.", "08003");

@@ -2,7 +2,7 @@
 
 #include "adapters/odbc/ConnectionOptions.h"
 #include "adapters/odbc/Dialect.h"
-#include "adapters/odbc/handles.h"
+#include "adapters/odbc/DriverConnection.h"
 #include "adapters/shared/cache/LruCache.h"
 #include "adapters/shared/session/Session.h"
 #include "adapters/tsql/shape.h"
@@ -59,7 +59,7 @@ private:
     enum class Transaction { none, open, gone, unknown };
     static constexpr std::size_t mostShapes = 256;
 
-    [[nodiscard]] Line& line();
+    [[nodiscard]] DriverConnection& line();
     void requireTransactionAlive() const;
     void noteFailureInTransaction();
     [[noreturn]] void fail(short handleType, Handle handle);
@@ -75,7 +75,7 @@ private:
     int number_;
     std::shared_ptr<const Observers> observers_;
     std::unique_ptr<Dialect> dialect_;
-    std::unique_ptr<Line> line_;
+    std::unique_ptr<DriverConnection> line_;
     ResultReader reader_;
     std::vector<DriverColumn> described_;       ///< of the result at hand; kept for its memory
     tsql::Shape shape_;                         ///< of the text at hand; kept for its memory

@@ -1,6 +1,6 @@
 #include "adapters/odbc/TsqlDialect.h"
 
-#include "adapters/odbc/diagnostics.h"
+#include "adapters/odbc/Failure.h"
 #include "adapters/odbc/quoting.h"
 #include "adapters/tsql/tokens.h"
 #include "z7cashflow/support/conversions.h"

@@ -59,12 +59,12 @@ std::string AccountPlace::givenString() const {
     return named == nullptr ? std::string() : named->connectionString;
 }
 
-std::shared_ptr<Connection> AccountPlace::makeConnection() const {
+std::unique_ptr<Connection> AccountPlace::makeConnection() const {
     const auto* named = std::get_if<Named>(&place_);
     if (named != nullptr && !named->embedded) {
         return named->serverConnection();
     }
-    return std::make_shared<sqlite::Connection>();
+    return std::make_unique<sqlite::Connection>();
 }
 
 } // namespace z7::cashflow::host

@@ -29,7 +29,7 @@ public:
     /// The connection string as it was given; empty for a file.
     [[nodiscard]] std::string givenString() const;
     /// A closed connection of the adapter that it needs.
-    [[nodiscard]] std::shared_ptr<Connection> makeConnection() const;
+    [[nodiscard]] std::unique_ptr<Connection> makeConnection() const;
 
 private:
     /// A connection string with the adapter that it chooses.

@@ -11,7 +11,7 @@
 namespace z7::cashflow::host {
 
 /// Makes a closed connection.
-using ConnectionMaker = std::function<std::shared_ptr<Connection>()>;
+using ConnectionMaker = std::function<std::unique_ptr<Connection>()>;
 
 /// What every command takes.
 struct GlobalOptions {
@@ -26,7 +26,7 @@ struct GlobalOptions {
     bool guard = true;                 ///< statements that a value has turned into others are kept from the database
     std::string accountingSystem; ///< name of the account's accounting system, such as "政府会计制度"; empty for none
     /// Makes the connections to databases other than the embedded one; tests put another in its place.
-    ConnectionMaker serverConnection = [] { return std::make_shared<odbc::Connection>(); };
+    ConnectionMaker serverConnection = [] { return std::make_unique<odbc::Connection>(); };
 };
 
 } // namespace z7::cashflow::host

@@ -3,7 +3,7 @@
 #include "adapters/terminal/printable.h"
 #include "host/cli/ExitCode.h"
 #include "host/cli/Failure.h"
-#include "z7cashflow/support/Format.h"
+#include "z7cashflow/support/format.h"
 
 #include <cerrno>
 #include <ostream>

@@ -1,4 +1,4 @@
-#include "host/cli/Application.h"
+#include "host/cli/application.h"
 
 #include <unistd.h>
 

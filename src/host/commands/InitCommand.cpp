@@ -1,6 +1,6 @@
 #include "adapters/terminal/printable.h"
-#include "host/account/AccountMaker.h"
-#include "host/account/ServerAccountMaker.h"
+#include "host/account/accountMaker.h"
+#include "host/account/serverAccountMaker.h"
 #include "host/cli/Command.h"
 #include "host/cli/ExitCode.h"
 #include "host/cli/Failure.h"

@@ -2,7 +2,7 @@
 
 #include "host/report/statementReport.h"
 #include "host/text/HostText.h"
-#include "z7cashflow/support/Format.h"
+#include "z7cashflow/support/format.h"
 
 #include <algorithm>
 #include <cmath>

@@ -212,10 +212,11 @@ constexpr std::array texts{
     HostTextEntry{T::statementOpen, "现金科目净变动 {0}，现金流量表净额 {1}，差额 {2}，涉及凭证 {3} 张。",
                   "Net change of the cash accounts {0}, net of the statement {1}, difference {2}, in {3} vouchers."},
     HostTextEntry{T::statementPicture, "各期现金流入、流出与现金余额", "Receipts, payments and cash balance by period"},
-    HostTextEntry{T::statementPictureKey,
-                  "向上的柱为现金流入，向下的柱为现金流出（柱高最大为 {0}）；折线为期末现金余额（最大为 {1}）。",
-                  "Bars up: receipts; bars down: payments (the longest stands for {0}). Line: cash balance at the end of the "
-                  "period (the farthest point stands for {1})."},
+    HostTextEntry{
+        T::statementPictureKey,
+        "向上的柱为现金流入，向下的柱为现金流出（柱高最大为 {0}）；折线为期末现金余额（最大为 {1}）。",
+        "Bars up: receipts; bars down: payments (the longest stands for {0}). Line: cash balance at the end of the "
+        "period (the farthest point stands for {1})."},
     HostTextEntry{T::vouchersOfDifference, "构成差额的凭证", "Vouchers that make up the difference"},
     HostTextEntry{T::vouchersOfItem, "现金流量项目 {0} {1} 的凭证", "Vouchers of cash-flow item {0} {1}"},
     HostTextEntry{T::vouchersOfAccount, "科目 {0} {1} 的凭证", "Vouchers of account {0} {1}"},
@@ -224,8 +225,9 @@ constexpr std::array texts{
                   "the item or the account of a stored row does not exist"},
     HostTextEntry{T::gapVoucherMissing, "总账中没有此凭证", "the ledger has no such voucher"},
     HostTextEntry{T::gapSumsDiffer, "现金流量行合计与凭证不符", "the rows do not add up to the voucher's cash"},
-    HostTextEntry{T::badOpening, "“{0}”不是期初余额；请写作 科目=金额，例如 1001=2500.00，每个科目只写一次",
-                  "\"{0}\" is not an opening balance; write ACCOUNT=AMOUNT, such as 1001=2500.00, once for each account"},
+    HostTextEntry{
+        T::badOpening, "“{0}”不是期初余额；请写作 科目=金额，例如 1001=2500.00，每个科目只写一次",
+        "\"{0}\" is not an opening balance; write ACCOUNT=AMOUNT, such as 1001=2500.00, once for each account"},
     HostTextEntry{T::badPeriods, "“{0}”不是会计期间；请写作 3 或 1-3，期间为 0 至 255",
                   "\"{0}\" is not a period or a range of periods; write 3 or 1-3, with periods from 0 to 255"},
     HostTextEntry{T::helpPeriods, "只限此会计期间，或从一期至另一期（如 1-3）",
@@ -234,7 +236,8 @@ constexpr std::array texts{
                   "Account {0} is not an open, end-level cash account of {1}, so it has no opening balance"},
     HostTextEntry{T::helpStatement, "编制现金流量表，并与现金科目核对",
                   "Draw up the cash-flow statement and prove it against the cash accounts"},
-    HostTextEntry{T::helpBy, "每月、每季或全年一栏：month、quarter、year", "A column for each month, quarter or the year"},
+    HostTextEntry{T::helpBy, "每月、每季或全年一栏：month、quarter、year",
+                  "A column for each month, quarter or the year"},
     HostTextEntry{T::helpByCurrency, "另按币种列示原币金额", "Show each item in its currencies as well"},
     HostTextEntry{T::helpOpening, "账套启用前的期初余额，写作 科目=金额；可写多次",
                   "Balance before the ledger's first voucher, as ACCOUNT=AMOUNT; may be repeated"},

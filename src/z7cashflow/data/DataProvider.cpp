@@ -3,9 +3,9 @@
 #include "z7cashflow/model/CashFlowCollection.h"
 #include "z7cashflow/model/modPublic.h"
 #include "z7cashflow/support/Error.h"
-#include "z7cashflow/support/Format.h"
-#include "z7cashflow/support/Guid.h"
 #include "z7cashflow/support/conversions.h"
+#include "z7cashflow/support/format.h"
+#include "z7cashflow/support/guid.h"
 
 #include <algorithm>
 #include <initializer_list>

@@ -3,9 +3,9 @@
 #include "z7cashflow/model/modPublic.h"
 #include "z7cashflow/model/schemaDocument.h"
 #include "z7cashflow/support/Error.h"
-#include "z7cashflow/support/Guid.h"
-#include "z7cashflow/support/XmlDom.h"
+#include "z7cashflow/support/XmlDocument.h"
 #include "z7cashflow/support/conversions.h"
+#include "z7cashflow/support/guid.h"
 
 #include <limits>
 #include <utility>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "z7cashflow/support/XmlDom.h"
+#include "z7cashflow/support/XmlDocument.h"
 
 #include <string>
 #include <variant>

@@ -5,8 +5,8 @@
 #include "z7cashflow/ports/MessageBox.h"
 #include "z7cashflow/ports/Z7Login.h"
 #include "z7cashflow/statements/LiteralPolicy.h"
-#include "z7cashflow/support/Guid.h"
 #include "z7cashflow/support/Variant.h"
+#include "z7cashflow/support/guid.h"
 
 #include <cstdint>
 #include <functional>

@@ -4,8 +4,8 @@
 #include "z7cashflow/model/modPublic.h"
 #include "z7cashflow/providers/rowGeneration.h"
 #include "z7cashflow/support/Error.h"
-#include "z7cashflow/support/Format.h"
 #include "z7cashflow/support/conversions.h"
+#include "z7cashflow/support/format.h"
 
 #include <cmath>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/account/TableFiles.h"
+#include "host/account/tableFiles.h"
 #include "host/text/Language.h"
 
 #include <filesystem>

@@ -1,4 +1,4 @@
-#include "adapters/odbc/diagnostics.h"
+#include "adapters/odbc/Failure.h"
 
 #include "adapters/odbc/ConnectionOptions.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/account/AccountMaker.h"
+#include "host/account/accountMaker.h"
 #include "z7cashflow/ports/Connection.h"
 
 #include <functional>

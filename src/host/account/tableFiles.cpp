@@ -1,7 +1,7 @@
-#include "host/account/TableFiles.h"
+#include "host/account/tableFiles.h"
 
 #include "adapters/shared/loading/TableLoader.h"
-#include "host/account/CsvReader.h"
+#include "host/account/csvReader.h"
 #include "host/account/sampleData.h"
 #include "host/cli/ExitCode.h"
 #include "host/cli/Failure.h"

@@ -1,4 +1,4 @@
-#include "host/cli/Application.h"
+#include "host/cli/application.h"
 
 #include "adapters/terminal/printable.h"
 #include "host/cli/Command.h"

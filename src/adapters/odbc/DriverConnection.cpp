@@ -1,6 +1,6 @@
-#include "adapters/odbc/handles.h"
+#include "adapters/odbc/DriverConnection.h"
 
-#include "adapters/odbc/diagnostics.h"
+#include "adapters/odbc/Failure.h"
 
 #include <sql.h>
 #include <sqlext.h>
@@ -40,7 +40,7 @@ Environment::Environment() : handle_(SQL_HANDLE_ENV, allocated(SQL_HANDLE_ENV, n
     SQLSetEnvAttr(handle_.get(), SQL_ATTR_ODBC_VERSION, attribute(SQL_OV_ODBC3), 0);
 }
 
-Line::Line(std::shared_ptr<Environment> environment, const ConnectionOptions& options)
+DriverConnection::DriverConnection(std::shared_ptr<Environment> environment, const ConnectionOptions& options)
     : environment_(std::move(environment)),
       connection_(SQL_HANDLE_DBC, allocated(SQL_HANDLE_DBC, environment_->get())) {
     SQLSetConnectAttr(connection_.get(), SQL_ATTR_LOGIN_TIMEOUT, attribute(loginSeconds), SQL_IS_UINTEGER);
@@ -57,14 +57,14 @@ Line::Line(std::shared_ptr<Environment> environment, const ConnectionOptions& op
     connected_ = true;
 }
 
-Line::~Line() {
+DriverConnection::~DriverConnection() {
     statement_.reset();
     if (connected_) {
         SQLDisconnect(connection_.get()); // the server rolls back what was not committed
     }
 }
 
-Handle Line::freshStatement() {
+Handle DriverConnection::freshStatement() {
     if (statement_.get() == nullptr) {
         statement_.reset(SQL_HANDLE_STMT, allocated(SQL_HANDLE_STMT, connection_.get()));
     } else {
@@ -74,7 +74,7 @@ Handle Line::freshStatement() {
     return statement_.get();
 }
 
-bool Line::isDead() const noexcept {
+bool DriverConnection::isDead() const noexcept {
     SQLUINTEGER dead = SQL_CD_FALSE;
     return SQL_SUCCEEDED(SQLGetConnectAttr(connection_.get(), SQL_ATTR_CONNECTION_DEAD, &dead, 0, nullptr)) &&
            dead == SQL_CD_TRUE;

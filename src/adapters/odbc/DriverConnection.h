@@ -24,7 +24,7 @@ private:
     Handle handle_ = nullptr;
 };
 
-/// The program's door to the driver manager. Several may be open.
+/// Owns an environment handle of the driver manager. Several may exist.
 class Environment {
 public:
     /// Error if the driver manager does not work.
@@ -35,21 +35,21 @@ private:
     OwnedHandle handle_;
 };
 
-/// A line to a database through its driver, with one statement that is used again and again: some drivers allow one at a time.
-class Line {
+/// An open connection of a driver to its database, with one statement handle that is reused: some drivers allow one at a time.
+class DriverConnection {
 public:
     /// Connects. An Error says why the driver or the server refuses, without any secret.
-    Line(std::shared_ptr<Environment> environment, const ConnectionOptions& options);
-    Line(const Line&) = delete;
-    Line& operator=(const Line&) = delete;
-    ~Line();
+    DriverConnection(std::shared_ptr<Environment> environment, const ConnectionOptions& options);
+    DriverConnection(const DriverConnection&) = delete;
+    DriverConnection& operator=(const DriverConnection&) = delete;
+    ~DriverConnection();
 
     [[nodiscard]] Handle connection() const noexcept { return connection_.get(); }
-    /// The statement, free for use: what it had open is closed.
+    /// The statement handle, ready for use: a result that it had open is closed.
     [[nodiscard]] Handle freshStatement();
-    /// Gives the statement up after a failure, which may have left it half-used.
+    /// Frees the statement handle after a failure, which may have left it half-used.
     void dropStatement() noexcept { statement_.reset(); }
-    /// Whether the driver knows that the line is cut. Does not ask the server.
+    /// Whether the driver knows that the connection is lost. Does not ask the server.
     [[nodiscard]] bool isDead() const noexcept;
 
 private:

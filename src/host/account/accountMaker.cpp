@@ -1,4 +1,4 @@
-#include "host/account/AccountMaker.h"
+#include "host/account/accountMaker.h"
 
 #include "adapters/sqlite/Connection.h"
 #include "adapters/sqlite/TableLoader.h"
@@ -6,8 +6,8 @@
 #include "host/cli/ExitCode.h"
 #include "host/cli/Failure.h"
 #include "host/text/joined.h"
-#include "z7cashflow/support/Guid.h"
 #include "z7cashflow/support/conversions.h"
+#include "z7cashflow/support/guid.h"
 
 #include <algorithm>
 #include <array>

@@ -1,4 +1,4 @@
-#include "z7cashflow/support/Guid.h"
+#include "z7cashflow/support/guid.h"
 
 #include "z7cashflow/support/Error.h"
 

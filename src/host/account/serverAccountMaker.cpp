@@ -1,4 +1,4 @@
-#include "host/account/ServerAccountMaker.h"
+#include "host/account/serverAccountMaker.h"
 
 #include "adapters/odbc/AccountTables.h"
 #include "adapters/odbc/accountSchema.h"

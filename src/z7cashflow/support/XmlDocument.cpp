@@ -1,4 +1,4 @@
-#include "z7cashflow/support/XmlDom.h"
+#include "z7cashflow/support/XmlDocument.h"
 
 #include "z7cashflow/support/XmlTree.h"
 

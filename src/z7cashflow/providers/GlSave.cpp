@@ -1,4 +1,4 @@
-#include "z7cashflow/providers/glSave.h"
+#include "z7cashflow/providers/GlSave.h"
 
 #include "z7cashflow/data/DataProvider.h"
 #include "z7cashflow/model/modPublic.h"
