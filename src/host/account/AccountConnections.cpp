@@ -1,0 +1,16 @@
+#include "host/account/AccountConnections.h"
+
+#include "adapters/odbc/ConnectionOptions.h"
+#include "host/account/AccountPlace.h"
+
+namespace z7::cashflow::host {
+
+std::unique_ptr<Connection> AccountConnections::create(const std::string& connectionString) {
+    const AccountPlace place = AccountPlace::behind(connectionString, serverConnection_);
+    if (!place.file()) { // that of an embedded database is read by now
+        static_cast<void>(odbc::parseConnectionString(connectionString));
+    }
+    return place.makeConnection();
+}
+
+} // namespace z7::cashflow::host
