@@ -2,7 +2,7 @@
 # Installs what is missing, builds, and runs every test and every check:
 #   1. a build by clang with address and undefined-behaviour sanitizers, whose findings are fatal, and all tests in it;
 #   2. a build by g++ with warnings as errors, all tests in it, and the checks of the house: clang-tidy, format,
-#      directions of includes, a test for every operation and option, a project that uses the installed package.
+#      directions of includes, names of files, a test for every option, a project that uses the installed package.
 # The last lines are ctest's own. Any failure ends the script with a code other than 0, after both builds were tested.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
