@@ -5,7 +5,7 @@
 #include "z7cashflow/model/modPublic.h"
 #include "z7cashflow/statements/dialogStatements.h"
 #include "z7cashflow/support/Error.h"
-#include "z7cashflow/support/XmlDom.h"
+#include "z7cashflow/support/XmlDocument.h"
 #include "z7cashflow/support/conversions.h"
 
 #include <array>

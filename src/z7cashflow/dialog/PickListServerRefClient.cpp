@@ -2,7 +2,7 @@
 
 #include "z7cashflow/dialog/pickRecord.h"
 #include "z7cashflow/support/Error.h"
-#include "z7cashflow/support/XmlDom.h"
+#include "z7cashflow/support/XmlDocument.h"
 #include "z7cashflow/support/conversions.h"
 
 #include <utility>

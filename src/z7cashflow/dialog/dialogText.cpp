@@ -1,8 +1,8 @@
 #include "z7cashflow/dialog/dialogText.h"
 
 #include "z7cashflow/model/modPublic.h"
-#include "z7cashflow/support/Format.h"
 #include "z7cashflow/support/conversions.h"
+#include "z7cashflow/support/format.h"
 
 namespace z7::cashflow {
 
