@@ -1,0 +1,246 @@
+// The two pop-ups of the grid, over clients of the suite and over the library's own.
+
+#include "dialog/DialogTest.h"
+#include "z7cashflow/dialog/DefineRef.h"
+
+namespace z7::cashflow::test {
+namespace {
+
+/// A reference client of a suite: notes what it was told and brings back what the test says.
+class SuiteServerClient final : public ServerRefClient {
+public:
+    using Answer = std::function<bool(std::shared_ptr<Recordset>& picked, std::string& errorText)>;
+    SuiteServerClient(Lines& log, Answer answer) : log_(log), answer_(std::move(answer)) {}
+
+    void RefName(const std::string& name) override { log_.push_back("RefName " + name); }
+    void RefStyle(std::int32_t style) override { log_.push_back("RefStyle " + std::to_string(style)); }
+    bool ShowServerRef(std::shared_ptr<ReferenceProvider>& provider, std::shared_ptr<Recordset>& shown,
+                       std::shared_ptr<Recordset>& picked, std::string& errorText) override {
+        log_.push_back(std::string("ShowServerRef ") + (dynamic_cast<DefineRef*>(provider.get()) ? "DefineRef" : "?"));
+        EXPECT_EQ(shown->State(), ObjectState::Closed);
+        EXPECT_EQ(picked->State(), ObjectState::Closed);
+        EXPECT_NE(shown, picked);
+        return answer_(picked, errorText);
+    }
+
+private:
+    Lines& log_;
+    Answer answer_;
+};
+
+class SuiteItemClient final : public ZQReferClient {
+public:
+    SuiteItemClient(Lines& log, bool ready, std::shared_ptr<Recordset> picked)
+        : log_(log), ready_(ready), picked_(std::move(picked)) {}
+
+    void SetRWAuth(const std::string& first, const std::string& second, bool third) override {
+        log_.push_back("SetRWAuth [" + first + "][" + second + "]" + (third ? "true" : "false"));
+    }
+    bool ItemRefInit(std::shared_ptr<Z7Login>& login, bool flag, const std::string& itemClass,
+                     std::string& filter) override {
+        log_.push_back("ItemRefInit " + login->UserId() + (flag ? " true " : " false ") + itemClass + " " + filter);
+        return ready_;
+    }
+    void Show() override { log_.emplace_back("Show"); }
+    [[nodiscard]] std::shared_ptr<Recordset> recmx() override { return picked_; }
+
+private:
+    Lines& log_;
+    bool ready_;
+    std::shared_ptr<Recordset> picked_;
+};
+
+class References : public DialogTest {
+protected:
+    References() {
+        addTwoRows();
+        open();
+    }
+    void pickLine(const Table& table) {
+        database.answer("picked", table);
+        useServerClient([](std::shared_ptr<Recordset>& picked, std::string&) {
+            picked->Open("picked", ActiveConnection(), CursorType::Static, LockType::ReadOnly);
+            return true;
+        });
+    }
+    void useServerClient(SuiteServerClient::Answer answer) {
+        factory->makeServerRefClient = [this, answer = std::move(answer)] {
+            return std::make_unique<SuiteServerClient>(log, [answer](auto& picked, auto& text) {
+                if (picked) {
+                    picked->ActiveConnection(ScriptedDatabase::connectionString());
+                }
+                return answer(picked, text);
+            });
+        };
+    }
+    std::shared_ptr<Recordset> openItems(const Table& table) {
+        database.answer("items", table);
+        auto items = own->CreateRecordset();
+        items->Open("items", own.get(), CursorType::Static, LockType::ReadOnly);
+        return items;
+    }
+    void useItemClient(bool ready, const std::shared_ptr<Recordset>& picked) {
+        factory->makeReferClient = [this, ready, picked] {
+            return std::make_unique<SuiteItemClient>(log, ready, picked);
+        };
+    }
+
+    Lines log;
+    std::unique_ptr<Connection> own = database.newConnection("suite");
+};
+
+TEST_F(References, APickedLineFillsTheCellsButTheRowOnlyWithTheCellsCheck) {
+    pickLine(voucherLine("6002", i16(3), 0.0, 45.0));
+    form().press("cmdAdd");
+    cells().reference(3, 1);
+    EXPECT_EQ(log, (Lines{"RefName voucher", "RefStyle 5", "ShowServerRef DefineRef"}));
+    EXPECT_EQ(cells().editorText(), "6002");
+    EXPECT_EQ(cells().line(3), "||贷|5.00|||3|" + collection->Item(3)->key()) << "45 less the 40 of the row there is";
+    EXPECT_EQ(rows()[2], "::::");
+    EXPECT_EQ(cells().Col(), 1);
+    EXPECT_EQ(database.openRecordsets(), Lines{});
+}
+
+TEST_F(References, APickedDebitLineShowsItsDebit) {
+    pickLine(voucherLine("1001", i16(1), 1100.0, 0.0));
+    form().press("cmdAdd");
+    cells().reference(3, 1);
+    EXPECT_EQ(cells().TextMatrix(3, 2), "借");
+    EXPECT_EQ(cells().TextMatrix(3, 3), "1,100.00");
+}
+
+TEST_F(References, PickingALineOverAFilledAmountTakesTheLinesWholeAmount) {
+    pickLine(voucherLine("6002", i16(3), 0.0, 45.0));
+    cells().reference(1, 1);
+    EXPECT_EQ(cells().TextMatrix(1, 3), "45.00");
+    EXPECT_EQ(cells().TextMatrix(1, 6), "3");
+    cells().TextMatrix(1, 3, " 0.00 ");
+    cells().Col(1);
+    cells().reference(1, 1);
+    EXPECT_EQ(cells().TextMatrix(1, 3), "5.00") << "a zero is no amount";
+}
+
+TEST_F(References, AFailedPopUpSaysWhyInAPlainBox) {
+    useServerClient([](std::shared_ptr<Recordset>&, std::string& errorText) {
+        errorText = "why";
+        return false;
+    });
+    cells().reference(1, 1);
+    EXPECT_EQ(boxes(), Lines{"why|0|"});
+    EXPECT_EQ(cells().editorText(), "6001");
+}
+
+TEST_F(References, NothingPickedChangesNothing) {
+    const std::string before = cells().line(1);
+    useServerClient([](std::shared_ptr<Recordset>&, std::string&) { return true; }); // left closed
+    cells().reference(1, 1);
+    pickLine(noLine());
+    cells().Col(1);
+    cells().reference(1, 1);
+    useServerClient([](std::shared_ptr<Recordset>& picked, std::string&) {
+        picked = nullptr;
+        return true;
+    });
+    cells().Col(1);
+    cells().reference(1, 1);
+    EXPECT_EQ(cells().line(1), before);
+    EXPECT_EQ(cells().editorText(), "6001");
+    EXPECT_EQ(database.openRecordsets(), Lines{});
+}
+
+TEST_F(References, APickedItemGoesIntoTheEditorAlone) {
+    useItemClient(true, openItems(one("citemcode", "02")));
+    cells().reference(1, 4);
+    EXPECT_EQ(log, (Lines{"SetRWAuth [][]false",
+                          "ItemRefInit u1 false 98 citemcode like N'%01%' or citemname like N'%01%'", "Show"}));
+    EXPECT_EQ(cells().editorText(), "02");
+    EXPECT_EQ(cells().TextMatrix(1, 5), "item 01") << "the name comes with the check of the cell";
+    EXPECT_TRUE(cells().leaveCell());
+    EXPECT_EQ(cells().TextMatrix(1, 5), "item 02");
+    EXPECT_EQ(database.openRecordsets(), Lines{});
+}
+
+TEST_F(References, AnItemPopUpThatBringsNothingChangesNothing) {
+    useItemClient(false, nullptr);
+    cells().reference(1, 4);
+    EXPECT_EQ(log.size(), 2U) << "it is not shown";
+    for (const auto& picked : {std::shared_ptr<Recordset>(), own->CreateRecordset(), openItems(none("citemcode"))}) {
+        useItemClient(true, picked);
+        cells().Col(4);
+        cells().reference(1, 4);
+        EXPECT_EQ(cells().editorText(), "01");
+    }
+    EXPECT_EQ(database.openRecordsets(), Lines{});
+}
+
+TEST_F(References, OtherColumnsHaveNoPopUp) {
+    for (const std::int32_t col : {0, 2, 3, 5, 6}) {
+        cells().reference(1, col);
+        cells().Col(0);
+    }
+    EXPECT_EQ(log, Lines{});
+    EXPECT_EQ(database.statements(), Lines{});
+}
+
+TEST_F(References, TheLibrarysOwnLineClientShowsTheProvidersColumnsAndRows) {
+    for (const char* key : {"58", "59", "60", "61", "62"}) {
+        login->texts->texts[std::string("Z7.CW.GL.CashFlow.000") + key] = std::string("t") + key;
+    }
+    database.answerPrefix("select  cast(0 as bit)",
+                          {{"bRefSelectColumn", "inid", "ccode", "md", "mc"},
+                           {{false, i16(2), "6001", 0.0, 1060.0}, {false, i16(3), "6002", Null{}, 45.0}},
+                           {}});
+    form().press("cmdAdd");
+    factory->picks.choices = {1, std::nullopt};
+    cells().reference(3, 1);
+    EXPECT_EQ(factory->picks.shown,
+              Lines{"t58: t59 1000 t60 1500 t61 1500 right t62 1500 right ; 2 6001 0.00 1,060.00 ; 3 6002  45.00"});
+    EXPECT_EQ(cells().editorText(), "6002");
+    EXPECT_EQ(cells().TextMatrix(3, 6), "3");
+    EXPECT_EQ(cells().TextMatrix(3, 3), "5.00");
+    cells().reference(3, 1);
+    EXPECT_EQ(cells().editorText(), "6002") << "Escape";
+    EXPECT_EQ(database.openRecordsets(), Lines{});
+}
+
+TEST_F(References, TheLibrarysOwnLineClientTellsAFailureOfTheProvider) {
+    for (const char* key : {"58", "59", "60", "61", "62"}) {
+        login->texts->texts[std::string("Z7.CW.GL.CashFlow.000") + key] = "t";
+    }
+    database.failPrefix("select  cast(0 as bit)", Error(208, "server", "no lines"));
+    cells().reference(1, 1);
+    database.fail("select cvalue from accinformation where csysid=N'GL'  and cname='bCashCode' ",
+                  Error(208, "server", "no option"));
+    cells().Col(1);
+    cells().reference(1, 1);
+    EXPECT_EQ(boxes(), (Lines{"no lines|0|", "no option|0|"}));
+    login->texts->texts["Z7.CW.GL.CashFlow.00058"] = "it's";
+    cells().Col(1);
+    cells().reference(1, 1);
+    EXPECT_EQ(boxes().size(), 3U) << "a description that is not XML";
+}
+
+TEST_F(References, TheLibrarysOwnItemClientShowsTheItemsUnderTheFilter) {
+    const std::string query = "select citemcode,citemname from fitemss98 where citemcode like N'%01%' or citemname "
+                              "like N'%01%' order by citemcode";
+    database.answer(query, {{"citemcode", "citemname"}, {{"01", "sales"}, {"02", "other"}}, {}});
+    factory->picks.choices = {1, std::nullopt};
+    cells().reference(1, 4);
+    EXPECT_EQ(cells().editorText(), "02");
+    EXPECT_EQ(factory->picks.shown, Lines{"<Z7.CW.GL.CashFlow.00035>: <Z7.CW.GL.CashFlow.00035> 1500 "
+                                          "<Z7.CW.GL.CashFlow.00036> 4500 ; 01 sales ; 02 other"});
+    EXPECT_EQ(database.statements(), (Lines{"con3: Open", "con3(3,1): " + query})) << "on a session of its own";
+    cells().reference(1, 4);
+    EXPECT_EQ(cells().editorText(), "02");
+    EXPECT_EQ(database.openRecordsets(), Lines{});
+}
+
+TEST_F(References, WithoutADialogFactoryThereIsNoPopUp) {
+    modPublic::context().dialogFactory = nullptr;
+    EXPECT_ERROR(cells().reference(1, 1), errors::objectNotSet);
+    cells().Col(1);
+    EXPECT_ERROR(cells().reference(1, 4), errors::objectNotSet);
+}
+
+} // namespace
+} // namespace z7::cashflow::test
