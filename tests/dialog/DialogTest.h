@@ -1,6 +1,7 @@
 #pragma once
 
 #include "dialog/RecordingForm.h"
+#include "dialog/ScriptedConnectionFactory.h"
 #include "doubles/ContextGuard.h"
 #include "doubles/ScriptedDatabase.h"
 #include "z7cashflow/dialog/frmCashFlow.h"
@@ -17,20 +18,6 @@ namespace z7::cashflow::test {
 using Lines = std::vector<std::string>;
 
 inline std::int16_t i16(int number) { return static_cast<std::int16_t>(number); }
-
-/// Makes the sessions of a scripted database, named con1, con2 and so on.
-class ScriptedConnectionFactory final : public ConnectionFactory {
-public:
-    explicit ScriptedConnectionFactory(ScriptedDatabase& database) : database_(database) {}
-    [[nodiscard]] std::unique_ptr<Connection> create(const std::string& connectionString) override {
-        EXPECT_EQ(connectionString, ScriptedDatabase::connectionString());
-        return database_.newConnection("con" + std::to_string(++made));
-    }
-    int made = 0;
-
-private:
-    ScriptedDatabase& database_;
-};
 
 /// The dialog without a screen, over a scripted database. The voucher is 2013/1/2/5 of 2013-01-05 in gl_accvouch: line 1 on 1001,
 /// debit 100; line 2 on 6001, credit 60; line 3 on 6002, credit 40. No layout is stored.
