@@ -2,7 +2,10 @@
 
 #include "Measure.h"
 
+#include "adapters/sqlite/TempDatabase.h"
 #include "adapters/sqlite/database.h"
+#include "adapters/sqlite/functions.h"
+#include "adapters/sqlite/openFile.h"
 #include "host/cli/GlobalOptions.h"
 #include "host/work/HostLogin.h"
 #include "z7cashflow/model/modPublic.h"
@@ -18,7 +21,8 @@ sqlite3* openBare(const std::filesystem::path& file, std::int16_t year) {
             "opening " + file.string());
     sqlite3_busy_timeout(handle, 5000);
     sqlite::prepareSession(handle, year);
-    sqlite::attachCompanions(handle, file);
+    static std::vector<std::shared_ptr<const sqlite::TempDatabase>> kept; // until the program ends
+    kept.push_back(sqlite::attachCompanions(handle, file));
     return handle;
 }
 
@@ -39,7 +43,6 @@ void copyAccount(const std::filesystem::path& from, const std::filesystem::path&
     sqlite::removeDatabase(to);
     std::filesystem::copy_file(source.account, target.account, overwrite);
     std::filesystem::copy_file(source.system, target.system, overwrite);
-    std::filesystem::copy_file(source.temp, target.temp, overwrite);
 }
 
 Account::Account(const std::filesystem::path& file, std::int16_t year) {

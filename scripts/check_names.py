@@ -20,11 +20,6 @@ import tempfile
 # Files that break a rule, by their folders, each with the reason. An entry that breaks nothing is a finding as well. Those of
 # adapters/sqlite and adapters/tsql, and those "to be" something, are renamed as soon as what is being written there has landed.
 EXCEPTIONS = {
-    "adapters/sqlite": {
-        "database.cpp": "createTemporaryDatabase is declared in fileMarks.h",
-        "functions.cpp": "prepareSession is declared in database.h",
-        "openFile.cpp": "attachCompanions is declared in database.h",
-    },
     "adapters/tsql": {
         "Nesting.h": "a part of the parser",
         "Parser.cpp": "defines the routines of Rewriting.h",

@@ -2,6 +2,7 @@
 
 #include "ScratchFolder.h"
 #include "adapters/sqlite/Connection.h"
+#include "adapters/sqlite/FaultyDisk.h"
 #include "adapters/sqlite/database.h"
 #include "host/cli/ExitCode.h"
 #include "host/cli/Failure.h"
@@ -13,6 +14,8 @@
 
 #include <set>
 #include <sstream>
+#include <sys/wait.h>
+#include <unistd.h>
 
 namespace z7::cashflow::host {
 namespace {
@@ -44,13 +47,13 @@ class AccountMakerTest : public testing::Test {
 protected:
     ScratchFolder scratch;
     std::filesystem::path file = scratch.path() / "company.db";
-    std::set<std::string> threeFiles{"company.db", "company.tempdb.db", "company.zqsystem.db"};
+    std::set<std::string> bothFiles{"company.db", "company.zqsystem.db"};
 };
 
 TEST_F(AccountMakerTest, MakesAnEmptyAccountAndNothingElse) {
     const LoadedTables loaded = makeAccount(file, {}, {}, Language::english, neverStop);
     EXPECT_EQ(loaded.tables, 0);
-    EXPECT_EQ(namesIn(scratch.path()), threeFiles);
+    EXPECT_EQ(namesIn(scratch.path()), bothFiles);
     EXPECT_EQ(optionOf(file, "bCashCode"), "(none)");
 }
 
@@ -79,8 +82,71 @@ TEST_F(AccountMakerTest, AnInterruptionLeavesNothingBehind) {
     EXPECT_EQ(namesIn(scratch.path()), std::set<std::string>{});
 }
 
+TEST_F(AccountMakerTest, ADiskThatFillsUpLeavesNothingOrAWholeAccount) {
+    using sqlite::FaultyDisk;
+    FaultyDisk disk;
+    disk.failFrom(1000000, FaultyDisk::Fault::full);
+    const std::int64_t records = makeAccount(file, tableFilesOfSample(), {}, Language::english, neverStop).records;
+    const int calls = FaultyDisk::calls();
+    sqlite::removeDatabase(file);
+    constexpr int wholeNumberOfRuns = 60;
+    const int stride = std::max(1, calls / wholeNumberOfRuns);
+    int refused = 0;
+    // The last calls one by one: that is where the log goes into the file.
+    for (int call = 1; call <= calls + 1; call += call > calls - 20 ? 1 : stride) {
+        bool created = false;
+        disk.failFrom(call, call % 2 == 0 ? FaultyDisk::Fault::full : FaultyDisk::Fault::growsNoMore);
+        try {
+            EXPECT_EQ(makeAccount(file, tableFilesOfSample(), {}, Language::english, neverStop).records, records);
+            created = true;
+        } catch (const Failure&) {
+            ++refused;
+        } catch (const Error&) {
+            ++refused;
+        }
+        disk.failFrom(1000000, FaultyDisk::Fault::full);
+        if (created) {
+            EXPECT_EQ(namesIn(scratch.path()), bothFiles) << call;
+            EXPECT_EQ(optionOf(file, "bXJLL"), "True/False") << call;
+            sqlite::removeDatabase(file);
+        }
+        ASSERT_EQ(namesIn(scratch.path()), std::set<std::string>{}) << call;
+    }
+    EXPECT_GT(refused, wholeNumberOfRuns / 2);
+}
+
+TEST_F(AccountMakerTest, TwoProgramsThatMakeOneAccountMakeItOnce) {
+    constexpr int programs = 4;
+    for (int i = 0; i < programs; ++i) {
+        if (fork() == 0) {
+            int code = 3;
+            try {
+                makeAccount(file, {fileWith("fitemss98", "citemcode\n" + std::to_string(i) + "\n")}, {},
+                            Language::english, neverStop);
+                code = 0;
+            } catch (const Failure& failure) {
+                code = failure.exitCode() == exitCode::usage ? 1 : 2;
+            } catch (...) {
+            }
+            _exit(code);
+        }
+    }
+    int made = 0;
+    for (int i = 0; i < programs; ++i) {
+        int status = 0;
+        wait(&status);
+        ASSERT_TRUE(WEXITSTATUS(status) == 0 || WEXITSTATUS(status) == 1) << WEXITSTATUS(status);
+        made += WEXITSTATUS(status) == 0 ? 1 : 0;
+    }
+    EXPECT_EQ(made, 1);
+    EXPECT_EQ(namesIn(scratch.path()), bothFiles);
+    sqlite::Connection connection;
+    connection.Open(sqlite::connectionString(file));
+    EXPECT_EQ(connection.Execute("select * from fitemss98")->RecordCount(), 1);
+}
+
 TEST_F(AccountMakerTest, OverwritesNothing) {
-    for (const char* name : {"company.db", "company.zqsystem.db", "company.tempdb.db"}) {
+    for (const char* name : {"company.db", "company.zqsystem.db"}) {
         const ScratchFolder folder;
         folder.write(name, "precious");
         try {

@@ -1,6 +1,7 @@
 #include "outside/Company.h"
 
 #include "adapters/sqlite/database.h"
+#include "adapters/sqlite/functions.h"
 #include "z7cashflow/support/conversions.h"
 
 #include <sqlite3.h>
@@ -156,20 +157,11 @@ std::vector<std::string> Company::storedRows() {
 }
 
 int Company::temporaryTables() {
-    const fs::path file = sqlite::databaseFiles(folder_ / "company.db").temp;
-    sqlite3* opened = nullptr;
-    const int status = sqlite3_open(file.string().c_str(), &opened);
-    const std::unique_ptr<sqlite3, int (*)(sqlite3*)> handle(opened, sqlite3_close);
-    sqlite3_stmt* prepared = nullptr;
-    if (status != SQLITE_OK || sqlite3_prepare_v2(handle.get(),
-                                                  "select count(*) from sqlite_master where type='table' and name like "
-                                                  "'TempVoucher%'",
-                                                  -1, &prepared, nullptr) != SQLITE_OK) {
-        throw std::runtime_error("tempdb cannot be read");
-    }
-    const std::unique_ptr<sqlite3_stmt, int (*)(sqlite3_stmt*)> statement(prepared, sqlite3_finalize);
-    sqlite3_step(statement.get());
-    return sqlite3_column_int(statement.get(), 0);
+    const std::vector<std::string> kept = statements_;
+    const auto tables = connection_->Execute("select name from tempdb..sqlite_schema where name like N'TempVoucher%'");
+    const int count = tables->RecordCount();
+    statements_ = kept;
+    return count;
 }
 
 } // namespace z7::cashflow::test

@@ -1,9 +1,8 @@
 #include "adapters/sqlite/Session.h"
 
 #include "adapters/sqlite/RecordWriter.h"
-#include "adapters/sqlite/database.h"
+#include "adapters/sqlite/TempDatabase.h"
 #include "adapters/sqlite/databaseError.h"
-#include "adapters/sqlite/openFile.h"
 #include "adapters/tsql/declaredType.h"
 #include "adapters/tsql/tokens.h"
 #include "adapters/tsql/transaction.h"
@@ -11,6 +10,7 @@
 
 #include <sqlite3.h>
 
+#include <algorithm>
 #include <utility>
 
 namespace z7::cashflow::sqlite {
@@ -18,13 +18,24 @@ namespace {
 
 std::string orEmpty(const char* text) { return text == nullptr ? std::string() : std::string(text); }
 
+bool namesTempDatabase(const tsql::Step& step) {
+    using Place = tsql::TableName::Place;
+    return step.target.place == Place::temp ||
+           std::any_of(step.tables.begin(), step.tables.end(),
+                       [](const tsql::TableName& table) { return table.place == Place::temp; });
+}
+
 } // namespace
 
 Session::Session(const ConnectionOptions& options, int number, std::shared_ptr<const Observers> observers)
     : number_(number), observers_(std::move(observers)),
       lockedRemark_("another session is writing to " + utf8Of(options.database) + "; waited " +
                     std::to_string(options.timeout) + " ms") {
-    handle_.reset(openAccount(options));
+    OpenAccount opened = openAccount(options);
+    handle_ = std::move(opened.handle);
+    file_ = std::move(opened.file);
+    unlocked_ = std::move(opened.unlocked);
+    readOnly_ = opened.readOnly;
     catalogue_.emplace(handle_.get());
 }
 
@@ -36,9 +47,8 @@ void Session::close() noexcept {
     catalogue_.reset();
     inTransaction_ = false;
     handle_.reset(); // rolls an open transaction back
+    tempDatabase_.reset();
 }
-
-void Session::Closer::operator()(sqlite3* handle) const noexcept { sqlite3_close_v2(handle); }
 
 sqlite3* Session::handle() const {
     if (handle_ == nullptr) {
@@ -50,6 +60,14 @@ sqlite3* Session::handle() const {
 Catalogue& Session::catalogue() {
     static_cast<void>(handle());
     return *catalogue_;
+}
+
+void Session::useTempDatabase() {
+    if (tempDatabase_ == nullptr) {
+        auto temp = TempDatabase::of(file_);
+        temp->attachTo(handle());
+        tempDatabase_ = std::move(temp);
+    }
 }
 
 shared::Result Session::run(const std::string& text, bool updatable) {
@@ -67,6 +85,9 @@ shared::Result Session::run(const std::string& text, bool updatable) {
             guardHolds = true;
             continue;
         }
+        if (namesTempDatabase(step.step)) {
+            useTempDatabase();
+        }
         if (step.step.kind == tsql::Step::Kind::guard) {
             prepare(step);
             bind(step, literals);
@@ -77,6 +98,7 @@ shared::Result Session::run(const std::string& text, bool updatable) {
             runStep(step, literals, updatable, result);
         }
     }
+    requireUnchanged();
     return result;
 }
 
@@ -297,8 +319,19 @@ void Session::begin() {
     if (inTransaction_) {
         raiseDatabaseError(SQLITE_ERROR, "cannot start a transaction within a transaction");
     }
+    if (readOnly_) {
+        raiseDatabaseError(SQLITE_READONLY, utf8Of(file_) +
+                                                " can only be read: allow writing to the file, to the one of its "
+                                                "periods (zqsystem) and to their folder.");
+    }
     tsql::beginTransaction(textRunner());
     inTransaction_ = true;
+    try {
+        requireInPlace();
+    } catch (const Error&) {
+        ignoringErrors([this] { rollback(); });
+        throw;
+    }
 }
 
 void Session::commit() {
@@ -306,8 +339,10 @@ void Session::commit() {
     if (!inTransaction_) {
         raiseDatabaseError(SQLITE_ERROR, "cannot commit - no transaction is active");
     }
+    requireInPlace();
     runText("COMMIT");
     inTransaction_ = false;
+    requireInPlace(); // it may have gone while the commit ran
 }
 
 void Session::rollback() {
@@ -329,6 +364,29 @@ void Session::requireTransactionAlive() const {
         raiseDatabaseError(
             SQLITE_ABORT_ROLLBACK,
             "The database has rolled the transaction back after an earlier error; roll back and begin anew.");
+    }
+}
+
+void Session::requireInPlace() const {
+    for (const char* name : {"main", "zqsystem"}) {
+        int moved = 0;
+        if (sqlite3_file_control(handle(), name, SQLITE_FCNTL_HAS_MOVED, &moved) == SQLITE_OK && moved != 0) {
+            raiseDatabaseError(
+                SQLITE_READONLY_DBMOVED,
+                orEmpty(sqlite3_db_filename(handle(), name)) +
+                    " was deleted, moved or replaced while it was open: what this transaction wrote is not in "
+                    "the file that bears its name now.");
+        }
+    }
+}
+
+void Session::requireUnchanged() const {
+    for (const UnlockedFile& file : unlocked_) {
+        if (!file.isUnchanged()) {
+            raiseDatabaseError(SQLITE_BUSY_SNAPSHOT,
+                               "Somebody is writing to " + utf8Of(file.path()) +
+                                   ", which could not be locked here for lack of rights; try again.");
+        }
     }
 }
 

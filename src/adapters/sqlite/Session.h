@@ -6,18 +6,20 @@
 #include "adapters/sqlite/ConnectionOptions.h"
 #include "adapters/sqlite/Statement.h"
 #include "adapters/sqlite/literalValue.h"
+#include "adapters/sqlite/openFile.h"
 #include "adapters/tsql/Rewriting.h"
 #include "adapters/tsql/RewritingCache.h"
 #include "adapters/tsql/transaction.h"
 
+#include <filesystem>
 #include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
-struct sqlite3;
-
 namespace z7::cashflow::sqlite {
+
+class TempDatabase;
 
 /// Who looks on when statements run.
 struct Observers : shared::Observers {
@@ -59,14 +61,13 @@ public:
     [[nodiscard]] bool isIdle() const noexcept override;
 
     [[nodiscard]] Catalogue& catalogue();
+    /// Makes tempdb known to the session, which does without it until a statement names it.
+    void useTempDatabase();
     [[nodiscard]] sqlite3* nativeHandle() const { return handle(); }
     /// The number of shapes that are kept prepared.
     [[nodiscard]] std::size_t preparedCount() const noexcept { return rewritings_.size(); }
 
 private:
-    struct Closer {
-        void operator()(sqlite3* handle) const noexcept;
-    };
     /// A step of a batch with what it needs to run again.
     struct PreparedStep {
         tsql::Step step;
@@ -92,8 +93,16 @@ private:
     void runStep(PreparedStep& step, const std::vector<tsql::Literal>& literals, bool updatable,
                  shared::Result& result);
     void requireTransactionAlive() const;
+    /// Raises an Error if the account's file has been deleted or replaced since it was opened.
+    void requireInPlace() const;
+    /// Raises an Error if a file that is read without locks has been written to.
+    void requireUnchanged() const;
 
-    std::unique_ptr<sqlite3, Closer> handle_;
+    std::shared_ptr<const TempDatabase> tempDatabase_; ///< outlives the handle; null until it is needed
+    Handle handle_;
+    std::filesystem::path file_;
+    std::vector<UnlockedFile> unlocked_;
+    bool readOnly_ = false;
     int number_;
     std::shared_ptr<const Observers> observers_;
     std::string lockedRemark_;

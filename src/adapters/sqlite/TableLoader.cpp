@@ -35,6 +35,9 @@ struct FoundTable {
 
 FoundTable findTable(Session& session, const std::string& table) {
     for (const tsql::TableName& name : placesOf(table)) {
+        if (name.place == tsql::TableName::Place::temp) {
+            session.useTempDatabase();
+        }
         auto shape = session.catalogue().table(name);
         if (!shape->columns.empty()) {
             return {name, std::move(shape)};

@@ -4,7 +4,9 @@
 
 #include <sqlite3.h>
 
+#include <memory>
 #include <string_view>
+#include <system_error>
 
 namespace z7::cashflow::sqlite {
 namespace {
@@ -30,12 +32,47 @@ const char* sqlState(int code, std::string_view text) {
     return text.ends_with("already exists") ? "42S01" : "HY000";
 }
 
+/// Whether a check of a file that a handle knows under a name finds it whole.
+bool isWhole(sqlite3* handle, const std::string& name) {
+    sqlite3_stmt* prepared = nullptr;
+    sqlite3_prepare_v2(handle, ("PRAGMA " + name + ".quick_check(1)").c_str(), -1, &prepared, nullptr);
+    const std::unique_ptr<sqlite3_stmt, int (*)(sqlite3_stmt*)> check(prepared, sqlite3_finalize);
+    if (sqlite3_step(check.get()) != SQLITE_ROW) {
+        return false;
+    }
+    const auto* answer = reinterpret_cast<const char*>(sqlite3_column_text(check.get(), 0));
+    return answer != nullptr && std::string_view(answer) == "ok";
+}
+
+/// Names the damaged ones of a handle's files, as far as a check finds them.
+std::string damagedFiles(sqlite3* handle) {
+    std::string text;
+    for (const char* name : {"main", "zqsystem"}) {
+        const char* file = sqlite3_db_filename(handle, name);
+        if (file != nullptr && !isWhole(handle, name)) {
+            text += std::string(": ") + file + " is damaged; put it back from a backup";
+        }
+    }
+    return text;
+}
+
+/// What of a failure the database library does not say: which file is damaged, or why the system refused.
+std::string details(sqlite3* handle, int code) {
+    const int kind = code & 0xFF;
+    if (kind == SQLITE_CORRUPT) {
+        return damagedFiles(handle);
+    }
+    const int cause = kind == SQLITE_IOERR || kind == SQLITE_CANTOPEN ? sqlite3_system_errno(handle) : 0;
+    return cause == 0 ? std::string() : ": " + std::generic_category().message(cause);
+}
+
 } // namespace
 
 void raiseDatabaseError(sqlite3* handle, const std::string& remark) {
     const int code = sqlite3_extended_errcode(handle);
     std::string text = sqlite3_errmsg(handle);
     const char* state = sqlState(code, text);
+    text += details(handle, code);
     if (!remark.empty()) {
         text += ": " + remark;
     }

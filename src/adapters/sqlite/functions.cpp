@@ -1,7 +1,7 @@
 #include "adapters/sqlite/functions.h"
 
 #include "adapters/shared/recordset/fieldValue.h"
-#include "adapters/sqlite/database.h"
+#include "adapters/sqlite/Statement.h"
 #include "adapters/sqlite/databaseError.h"
 #include "adapters/tsql/declaredType.h"
 #include "z7cashflow/support/Error.h"
@@ -238,6 +238,32 @@ void addYearFunction(sqlite3* handle, const char* name, std::optional<std::int16
                                        [](void* data) { std::default_delete<Year>()(static_cast<Year*>(data)); }));
 }
 
+/// Whether an inner join on texts that are equal under the collation, but not byte by byte, finds its row. The inner table is
+/// one for which the library builds an index of its own, and with it, from 3.38 on, a Bloom filter.
+bool joinFindsEqualTexts(sqlite3* handle) {
+    return queryInteger(handle,
+                        "WITH RECURSIVE "
+                        "stored(t) AS (SELECT 'k  ' UNION ALL SELECT 'z' || t FROM stored WHERE length(t) < 6), "
+                        "sought(t) AS (SELECT 'k' UNION ALL SELECT 'y' || t FROM sought WHERE length(t) < 3) "
+                        "SELECT count(*) FROM sought JOIN stored ON sought.t = stored.t COLLATE z7_text") == 1;
+}
+
+/// The library promises that every plan honours a collation, and every optimization does but one in some versions: the Bloom
+/// filter of 3.38 to 3.40 hashes a text by its length, so "1001 " is not found for "1001", nor a letter for one that folds to
+/// it from another number of bytes. Later versions give all texts one hash. What counts is what the library does, not
+/// its number: where a row is lost, the filter goes; where that does not help, no session is opened.
+void requireWholeJoins(sqlite3* handle) {
+    if (joinFindsEqualTexts(handle)) {
+        return;
+    }
+    constexpr int bloomFilter = 0x80000;
+    sqlite3_test_control(SQLITE_TESTCTRL_OPTIMIZATIONS, handle, bloomFilter);
+    if (!joinFindsEqualTexts(handle)) {
+        raiseDatabaseError(SQLITE_INTERNAL, std::string("The database library ") + sqlite3_libversion() +
+                                                " loses rows when it joins texts; install another version of SQLite.");
+    }
+}
+
 /// The length in bytes of the character that a text begins with.
 std::size_t characterSize(std::string_view text) { return leftCharacters(text, 1).size(); }
 
@@ -360,6 +386,7 @@ void prepareSession(sqlite3* handle, std::optional<std::int16_t> year) {
             sqlite3_create_function_v2(handle, "sum", 1, plainFunction, nullptr, nullptr, sumStep, sumFinal, nullptr));
     addYearFunction(handle, "z7_year", year, sessionYear);
     addYearFunction(handle, "z7_required_year", year, requiredYear);
+    requireWholeJoins(handle);
 }
 
 } // namespace z7::cashflow::sqlite

@@ -1,25 +1,23 @@
 #include "adapters/sqlite/openFile.h"
 
 #include "adapters/sqlite/Statement.h"
+#include "adapters/sqlite/TempDatabase.h"
 #include "adapters/sqlite/database.h"
 #include "adapters/sqlite/databaseError.h"
 #include "adapters/sqlite/fileMarks.h"
+#include "adapters/sqlite/functions.h"
 #include "z7cashflow/support/Error.h"
 
 #include <sqlite3.h>
 
-#include <memory>
+#include <string_view>
 #include <system_error>
+#include <utility>
 
 namespace z7::cashflow::sqlite {
 namespace {
 
 namespace fs = std::filesystem;
-
-struct Closer {
-    void operator()(sqlite3* handle) const noexcept { sqlite3_close_v2(handle); }
-};
-using Handle = std::unique_ptr<sqlite3, Closer>;
 
 void requireFile(const fs::path& file, const std::string& remedy) {
     std::error_code error;
@@ -32,15 +30,95 @@ void requireFile(const fs::path& file, const std::string& remedy) {
     }
 }
 
-Handle openHandle(const fs::path& file, int flags) {
+/// A name that the database library takes for nothing but a file: no URI, no special name such as ":memory:".
+std::string plainName(const fs::path& file) {
+    std::error_code error;
+    const fs::path absolute = fs::absolute(file, error);
+    return utf8Of(error ? file : absolute);
+}
+
+/// The URI that opens a file without locks and without files beside it.
+std::string unlockedUri(const fs::path& file) {
+    std::string uri = "file:";
+    const std::string name = plainName(file);
+    uri += name.starts_with('/') ? "" : "/";
+    for (const char c : name) {
+        if (c == '%' || c == '?' || c == '#') {
+            constexpr std::string_view digits = "0123456789ABCDEF";
+            const auto byte = static_cast<unsigned char>(c);
+            uri += '%';
+            uri += digits[byte / 16];
+            uri += digits[byte % 16];
+        } else {
+            uri += c == '\\' ? '/' : c;
+        }
+    }
+    return uri + "?immutable=1";
+}
+
+Handle openNamed(const std::string& name, const fs::path& file, int flags) {
     sqlite3* opened = nullptr;
     const int code =
-        sqlite3_open_v2(utf8Of(file).c_str(), &opened, flags | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE, nullptr);
+        sqlite3_open_v2(name.c_str(), &opened, flags | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE, nullptr);
     Handle handle(opened);
     if (code != SQLITE_OK) {
         raiseDatabaseError(code, utf8Of(file) + " cannot be opened: " + sqlite3_errstr(code));
     }
     return handle;
+}
+
+void attachNamed(sqlite3* handle, const std::string& uri, const fs::path& file, const char* name) {
+    Statement statement(handle, "ATTACH ?1 AS ?2");
+    statement.bind(1, Variant(uri));
+    statement.bind(2, Variant(name));
+    try {
+        statement.step();
+    } catch (const Error& error) {
+        throw Error(error.number(), errorSource, utf8Of(file) + " cannot be opened: " + error.description(),
+                    error.sqlState());
+    }
+}
+
+bool existsBeside(const fs::path& file, const char* suffix) {
+    fs::path path = file;
+    path += suffix;
+    std::error_code error;
+    return fs::exists(path, error);
+}
+
+/// An open file and whether it has to be read without locks. The database library keeps a log and its index beside a file, also
+/// for readers. Where neither can be written and no log is there, nobody is at work on the file, and it can be read as it
+/// stands. A log that is there has to be read with it, and so has to be locked.
+struct Probe {
+    Handle handle;
+    bool readOnly = false;
+    bool unlocked = false;
+};
+
+Probe probe(const fs::path& file) {
+    Probe found;
+    found.handle = openNamed(plainName(file), file, SQLITE_OPEN_READWRITE | SQLITE_OPEN_URI); // for what is attached
+    found.readOnly = sqlite3_db_readonly(found.handle.get(), "main") != 0;
+    const bool log = existsBeside(file, "-wal") || existsBeside(file, "-journal");
+    if (found.readOnly && !log) {
+        found.unlocked =
+            true; // before it is read: a log created by a user who may not write would lock out those who may
+        return found;
+    }
+    try {
+        static_cast<void>(queryInteger(found.handle.get(), "PRAGMA application_id"));
+    } catch (const Error& error) {
+        const int kind = error.number() & 0xFF;
+        const bool needsRights = kind == SQLITE_CANTOPEN || kind == SQLITE_READONLY;
+        if (needsRights && log) {
+            raiseDatabaseError(error.number(),
+                               utf8Of(file) +
+                                   " cannot be read: a program has left its log (-wal) beside it. Someone who "
+                                   "can write to the file and its folder must open the account once.");
+        }
+        found.unlocked = found.readOnly = needsRights; // other faults show, and are named, when the file is opened
+    }
+    return found;
 }
 
 /// Checks that a file that is open under the name is the one of this product that it should be.
@@ -50,6 +128,7 @@ void checkMarks(sqlite3* handle, const std::string& name, const fs::path& file, 
     try {
         found = queryInteger(handle, "PRAGMA " + name + ".application_id");
         version = queryInteger(handle, "PRAGMA " + name + ".user_version");
+        static_cast<void>(queryInteger(handle, "SELECT count(*) FROM " + name + ".sqlite_schema"));
     } catch (const Error& error) {
         throw Error(error.number(), errorSource, utf8Of(file) + " cannot be read as a database: " + error.description(),
                     error.sqlState());
@@ -64,61 +143,95 @@ void checkMarks(sqlite3* handle, const std::string& name, const fs::path& file, 
                                                 std::to_string(schemaVersion) +
                                                 (version > schemaVersion ? ": use a newer program." : "."));
     }
-    if (sqlite3_db_readonly(handle, name.c_str()) != 0) {
-        raiseDatabaseError(SQLITE_READONLY,
-                           utf8Of(file) + " can only be read: allow writing to the file and to its folder.");
-    }
 }
 
-void attach(sqlite3* handle, const fs::path& file, const char* name) {
-    Statement statement(handle, "ATTACH ?1 AS ?2");
-    statement.bind(1, Variant(utf8Of(file)));
-    statement.bind(2, Variant(name));
-    try {
-        statement.step();
-    } catch (const Error& error) {
-        throw Error(error.number(), errorSource, utf8Of(file) + " cannot be opened: " + error.description(),
-                    error.sqlState());
+void requireSystemFile(const DatabaseFiles& files) {
+    requireFile(files.system, "It holds the account's periods and belongs beside " + utf8Of(files.account) +
+                                  ": put it back from the same backup.");
+}
+
+void attachSystem(OpenAccount& account) {
+    const DatabaseFiles files = databaseFiles(account.file);
+    requireSystemFile(files);
+    const Probe system = probe(files.system);
+    if (system.unlocked) {
+        account.unlocked.emplace_back(files.system);
+        attachNamed(account.handle.get(), unlockedUri(files.system), files.system, "zqsystem");
+    } else {
+        attach(account.handle.get(), files.system, "zqsystem");
     }
+    account.readOnly = account.readOnly || system.readOnly;
+    checkMarks(account.handle.get(), "zqsystem", files.system, systemMark);
 }
 
 } // namespace
 
-void attachCompanions(sqlite3* handle, const fs::path& account) {
-    const DatabaseFiles files = databaseFiles(account);
-    requireFile(files.system, "It holds the account's periods and belongs beside " + utf8Of(files.account) +
-                                  ": put it back from the same backup.");
-    attach(handle, files.system, "zqsystem");
-    attach(handle, files.temp, "tempdb");
+Handle openHandle(const fs::path& file, int flags) { return openNamed(plainName(file), file, flags); }
+
+Handle openUnlocked(const fs::path& file) {
+    return openNamed(unlockedUri(file), file, SQLITE_OPEN_READONLY | SQLITE_OPEN_URI);
 }
 
-sqlite3* openAccount(const ConnectionOptions& options) {
-    requireFile(options.database, "Make it with: z7cf init " + utf8Of(options.database));
-    Handle handle = openHandle(options.database, SQLITE_OPEN_READWRITE);
-    sqlite3_busy_timeout(handle.get(), options.timeout);
-    sqlite3_db_config(handle.get(), SQLITE_DBCONFIG_DQS_DML, 0, nullptr); // a mistyped column is no text
-    sqlite3_db_config(handle.get(), SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
-    sqlite3_db_config(handle.get(), SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
-    prepareSession(handle.get(), options.year);
-    checkMarks(handle.get(), "main", options.database, accountMark);
+void attach(sqlite3* handle, const fs::path& file, const char* name) {
+    attachNamed(handle, plainName(file), file, name);
+}
 
-    const DatabaseFiles files = databaseFiles(options.database);
+fs::path accountFile(const fs::path& path) {
     std::error_code error;
-    if (!fs::exists(files.temp, error)) {
-        createTemporaryDatabase(files.temp); // it holds nothing that lasts
+    if (!fs::is_symlink(path, error)) {
+        return path; // as it was given, so that messages name it so
     }
-    attachCompanions(handle.get(), options.database);
-    checkMarks(handle.get(), "zqsystem", files.system, systemMark);
-    checkMarks(handle.get(), "tempdb", files.temp, temporaryMark);
-    // A voucher once reported as stored stays stored, also when the power goes. What lies in tempdb may go.
-    executeScript(handle.get(),
-                  "PRAGMA main.synchronous = FULL; PRAGMA zqsystem.synchronous = FULL; "
-                  "PRAGMA tempdb.synchronous = OFF; PRAGMA foreign_keys = ON; PRAGMA trusted_schema = OFF; "
-                  "PRAGMA temp_store = MEMORY");
+    const fs::path target = fs::canonical(path, error);
+    return error ? path : target;
+}
+
+UnlockedFile::UnlockedFile(fs::path file) : file_(std::move(file)) {
+    std::error_code error;
+    size_ = fs::file_size(file_, error);
+    written_ = fs::last_write_time(file_, error);
+}
+
+bool UnlockedFile::isUnchanged() const {
+    std::error_code error;
+    return !existsBeside(file_, "-wal") && fs::file_size(file_, error) == size_ &&
+           fs::last_write_time(file_, error) == written_;
+}
+
+std::shared_ptr<const TempDatabase> attachCompanions(sqlite3* handle, const fs::path& account) {
+    const DatabaseFiles files = databaseFiles(accountFile(account));
+    requireSystemFile(files);
+    attach(handle, files.system, "zqsystem");
+    auto temp = TempDatabase::of(files.account);
+    temp->attachTo(handle);
+    return temp;
+}
+
+OpenAccount openAccount(const ConnectionOptions& options) {
+    requireFile(options.database, "Make it with: z7cf init " + utf8Of(options.database));
+    OpenAccount account;
+    account.file = accountFile(options.database);
+    Probe main = probe(account.file);
+    account.readOnly = main.readOnly;
+    if (main.unlocked) {
+        account.unlocked.emplace_back(account.file);
+        main.handle = openUnlocked(account.file);
+    }
+    account.handle = std::move(main.handle);
+    sqlite3* const handle = account.handle.get();
+    sqlite3_busy_timeout(handle, options.timeout);
+    sqlite3_db_config(handle, SQLITE_DBCONFIG_DQS_DML, 0, nullptr); // a mistyped column is no text
+    sqlite3_db_config(handle, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
+    sqlite3_db_config(handle, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+    prepareSession(handle, options.year);
+    checkMarks(handle, "main", options.database, accountMark);
+    attachSystem(account);
+    // A voucher once reported as stored stays stored, also when the power goes.
+    executeScript(handle, "PRAGMA main.synchronous = FULL; PRAGMA zqsystem.synchronous = FULL; "
+                          "PRAGMA foreign_keys = ON; PRAGMA trusted_schema = OFF; PRAGMA temp_store = MEMORY");
     if (options.maxPages) {
-        executeScript(handle.get(), "PRAGMA main.max_page_count = " + std::to_string(*options.maxPages));
+        executeScript(handle, "PRAGMA main.max_page_count = " + std::to_string(*options.maxPages));
     }
-    return handle.release();
+    return account;
 }
 
 } // namespace z7::cashflow::sqlite

@@ -1,13 +1,62 @@
 #pragma once
 
 #include "adapters/sqlite/ConnectionOptions.h"
+#include "adapters/sqlite/Handle.h"
+
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <vector>
 
 struct sqlite3;
 
 namespace z7::cashflow::sqlite {
 
-/// Opens an account's file with its companions attached, ready for a session, after checking that they are what they should be.
-/// The handle is the caller's. An Error names the file and what can be done.
-[[nodiscard]] sqlite3* openAccount(const ConnectionOptions& options);
+class TempDatabase;
+
+/// Opens a file with flags of the database library, SQLITE_OPEN_READWRITE and the like. An Error names the file.
+[[nodiscard]] Handle openHandle(const std::filesystem::path& file, int flags);
+
+/// Opens a file for reading as it stands, without its log and without locks. An Error names the file.
+[[nodiscard]] Handle openUnlocked(const std::filesystem::path& file);
+
+/// Attaches a file to a handle under a name. An Error names the file.
+void attach(sqlite3* handle, const std::filesystem::path& file, const char* name);
+
+/// The account's file that a path leads to, through links: its companion lies beside it. The path itself if it leads nowhere.
+[[nodiscard]] std::filesystem::path accountFile(const std::filesystem::path& path);
+
+/// What a file looked like when it was opened without locks, because nothing can be written beside it. Others may be able
+/// to write, so a session that reads this way looks from time to time.
+class UnlockedFile {
+public:
+    explicit UnlockedFile(std::filesystem::path file);
+    /// Whether nobody has begun to write to it or has written to it since.
+    [[nodiscard]] bool isUnchanged() const;
+    [[nodiscard]] const std::filesystem::path& path() const noexcept { return file_; }
+
+private:
+    std::filesystem::path file_;
+    std::uintmax_t size_;
+    std::filesystem::file_time_type written_;
+};
+
+/// An account that is open with its system database attached, ready for a session.
+struct OpenAccount {
+    Handle handle;
+    std::filesystem::path file;           ///< the account's file, links followed
+    std::vector<UnlockedFile> unlocked{}; ///< the files that are read without locks
+    bool readOnly = false;                ///< whether the account's file or its system database can only be read
+};
+
+/// Opens an account's file and its system database after checking that they are what they should be. Files that cannot be
+/// written are opened for reading. An Error names the file and what can be done.
+[[nodiscard]] OpenAccount openAccount(const ConnectionOptions& options);
+
+/// Attaches the system database and tempdb of an account's file to a bare session that is open on it, for programs that
+/// look at the file without a Connection, such as benchmarks. The tempdb must be kept until the handle is closed.
+[[nodiscard]] std::shared_ptr<const TempDatabase> attachCompanions(sqlite3* handle,
+                                                                   const std::filesystem::path& account);
 
 } // namespace z7::cashflow::sqlite

@@ -1,16 +1,19 @@
 #include "host/account/accountMaker.h"
 
 #include "adapters/sqlite/Connection.h"
+#include "adapters/sqlite/NewDatabase.h"
 #include "adapters/sqlite/TableLoader.h"
 #include "adapters/sqlite/database.h"
 #include "host/cli/ExitCode.h"
 #include "host/cli/Failure.h"
 #include "host/text/joined.h"
+#include "host/text/reasonText.h"
+#include "z7cashflow/support/Error.h"
 #include "z7cashflow/support/conversions.h"
-#include "z7cashflow/support/guid.h"
 
 #include <algorithm>
 #include <array>
+#include <memory>
 #include <optional>
 #include <string_view>
 
@@ -24,41 +27,19 @@ namespace {
 constexpr std::array<std::string_view, 3> accountOptionNames{"bCashCode", "bAutoDisplay", "bXJLL"};
 constexpr const char* ledgerSystem = "GL";
 
-/// A folder beside the account's place that holds the database while it is made, and goes with everything in it.
-class WorkFolder {
-public:
-    explicit WorkFolder(const fs::path& target) {
-        path_ = target.parent_path() /
-                ("." + target.filename().string() + ".new-" + guidText(systemGuidSource()).substr(0, 12));
-        std::error_code failure;
-        if (!fs::create_directory(path_, failure)) {
-            throw Failure(exitCode::database, HostText::moveFailed, {target.string(), failure.message()});
-        }
+void requireFree(const std::optional<fs::path>& taken) {
+    if (taken) {
+        throw Failure(exitCode::usage, HostText::fileExists, {taken->string()});
     }
-    ~WorkFolder() {
-        std::error_code ignored; // what cannot be removed now cannot be removed better later
-        fs::remove_all(path_, ignored);
-    }
-    WorkFolder(const WorkFolder&) = delete;
-    WorkFolder& operator=(const WorkFolder&) = delete;
-
-    [[nodiscard]] const fs::path& path() const noexcept { return path_; }
-
-private:
-    fs::path path_;
-};
-
-bool isTaken(const fs::path& path) {
-    std::error_code failure;
-    return fs::exists(fs::symlink_status(path, failure));
 }
 
-void requireFree(const fs::path& account) {
-    const sqlite::DatabaseFiles files = sqlite::databaseFiles(account);
-    for (const fs::path& path : {files.account, files.system, files.temp}) {
-        if (isTaken(path)) {
-            throw Failure(exitCode::usage, HostText::fileExists, {path.string()});
-        }
+/// Runs a step of making the account's files; what the disk refuses is a Failure that names the account.
+template <class Step> auto onDisk(const fs::path& account, Language language, Step&& step) {
+    try {
+        return step();
+    } catch (const Error& error) {
+        throw Failure(exitCode::database, HostText::moveFailed,
+                      {account.string(), reasonText(language, error.description())});
     }
 }
 
@@ -87,27 +68,6 @@ LoadedTables fill(const fs::path& account, const std::vector<TableFile>& files,
     connection.CommitTrans();
     connection.Close();
     return loaded;
-}
-
-/// Moves the files of the new database to their place, the account's own file last: once it is there, all is there.
-void moveInto(const fs::path& from, const fs::path& to) {
-    const sqlite::DatabaseFiles sources = sqlite::databaseFiles(from);
-    const sqlite::DatabaseFiles targets = sqlite::databaseFiles(to);
-    const std::array<std::pair<fs::path, fs::path>, 3> moves{
-        std::pair{sources.system, targets.system}, {sources.temp, targets.temp}, {sources.account, targets.account}};
-    std::vector<fs::path> moved;
-    for (const auto& [source, target] : moves) {
-        std::error_code failure;
-        fs::rename(source, target, failure);
-        if (failure) {
-            for (const fs::path& path : moved) {
-                std::error_code ignored; // the first failure is the one to tell
-                fs::remove(path, ignored);
-            }
-            throw Failure(exitCode::database, HostText::moveFailed, {target.string(), failure.message()});
-        }
-        moved.push_back(target);
-    }
 }
 
 } // namespace
@@ -152,13 +112,10 @@ LoadedTables fillAccount(Connection& connection, LoadableTables& tables, const s
 LoadedTables makeAccount(const fs::path& path, const std::vector<TableFile>& files,
                          const std::vector<AccountOption>& options, Language language,
                          const std::function<bool()>& stopRequested) {
-    requireFree(path);
-    const WorkFolder folder(path);
-    const fs::path made = folder.path() / path.filename();
-    sqlite::createDatabase(made);
-    const LoadedTables loaded = fill(made, files, options, language, stopRequested);
-    requireFree(path); // somebody may have made it meanwhile
-    moveInto(made, path);
+    requireFree(sqlite::NewDatabase::takenName(path));
+    const auto database = onDisk(path, language, [&path] { return std::make_unique<sqlite::NewDatabase>(path); });
+    const LoadedTables loaded = fill(database->file(), files, options, language, stopRequested);
+    requireFree(onDisk(path, language, [&database] { return database->publish(); }));
     return loaded;
 }
 

@@ -4,6 +4,10 @@
 #include <sqlite3.h>
 
 #include <fstream>
+#include <functional>
+#include <iterator>
+#include <string>
+#include <sys/wait.h>
 #include <unistd.h>
 
 namespace z7::cashflow::sqlite {
@@ -63,9 +67,6 @@ TEST(DatabaseFile, companions_must_be_what_they_are) {
     const DatabaseFiles files = databaseFiles(database.file());
     EXPECT_EQ(files.system.filename(), fs::path(u8"my 公司;x.zqsystem.db"));
     expectRefusal(files.system, "not one that z7cf init has made as the account");
-    fs::remove(files.temp);
-    EXPECT_EQ(database.open()->Execute("select * from code")->RecordCount(), 0);
-    EXPECT_TRUE(fs::exists(files.temp)) << "tempdb holds nothing that lasts and is made anew";
     fs::remove(files.system);
     expectRefusal(database.file(), "zqsystem");
 }
@@ -78,14 +79,217 @@ TEST(DatabaseFile, another_schema_version_is_refused_with_both_numbers) {
     expectRefusal(database.file(), "newer program");
 }
 
-TEST(DatabaseFile, a_file_that_can_only_be_read_is_refused) {
-    if (geteuid() == 0) {
-        GTEST_SKIP() << "permissions do not bind the superuser";
+/// Runs an action as a user whom permissions bind, in a process of its own where the test runs as the superuser. Returns the
+/// action's text.
+std::string withoutRights(const std::function<std::string()>& action) {
+    int ends[2];
+    if (pipe(ends) != 0) {
+        return "no pipe";
     }
-    const EmbeddedDatabase database;
-    fs::permissions(database.file(), fs::perms::owner_read);
-    expectRefusal(database.file(), "can only be read");
+    const pid_t child = fork();
+    if (child == 0) {
+        constexpr uid_t nobody = 65534;
+        std::string text = "cannot become another user";
+        if (geteuid() != 0 || (setresgid(nobody, nobody, 0) == 0 && setresuid(nobody, nobody, 0) == 0)) {
+            try {
+                text = action();
+            } catch (const Error& error) {
+                text = error.description();
+            }
+        }
+        _exit(write(ends[1], text.data(), text.size()) < 0 ? 1 : 0);
+    }
+    close(ends[1]);
+    std::string text(4096, '\0');
+    const ssize_t size = read(ends[0], text.data(), text.size());
+    text.resize(size < 0 ? 0 : static_cast<std::size_t>(size));
+    close(ends[0]);
+    waitpid(child, nullptr, 0);
+    return text;
 }
+
+/// An account that can be read and not written, in a folder that cannot be written.
+class ReadOnlyAccount : public testing::Test {
+protected:
+    ReadOnlyAccount() {
+        database_.open()->Execute("insert into fitemss98 (citemcode) values(N'1')");
+        permit(fs::perms::owner_read | fs::perms::group_read | fs::perms::others_read);
+    }
+    ~ReadOnlyAccount() override { permit(fs::perms::owner_all); }
+    void permit(fs::perms files) const {
+        const fs::path folder = database_.file().parent_path();
+        const bool writable = (files & fs::perms::owner_write) != fs::perms::none;
+        fs::permissions(folder, writable ? fs::perms::owner_all
+                                         : fs::perms::owner_read | fs::perms::owner_exec | fs::perms::others_read |
+                                               fs::perms::others_exec);
+        fs::permissions(database_.file(), files);
+        fs::permissions(databaseFiles(database_.file()).system, files);
+    }
+    [[nodiscard]] std::string readItems() const {
+        return withoutRights([this] {
+            const auto connection = database_.open();
+            const int periods = connection->Execute("select * from zqsystem..ua_period")->RecordCount();
+            return std::to_string(connection->Execute("select * from fitemss98")->RecordCount()) + " items, " +
+                   std::to_string(periods) + " periods";
+        });
+    }
+    [[nodiscard]] int files() const {
+        int count = 0;
+        for ([[maybe_unused]] const auto& entry : fs::directory_iterator(database_.file().parent_path())) {
+            ++count;
+        }
+        return count;
+    }
+
+    EmbeddedDatabase database_;
+};
+
+TEST_F(ReadOnlyAccount, CanBeRead) {
+    EXPECT_EQ(readItems(), "1 items, 0 periods");
+    EXPECT_EQ(files(), 2);
+}
+
+TEST_F(ReadOnlyAccount, CanBeReadWhereOnlyTheFolderCannotBeWritten) {
+    const fs::perms all = fs::perms::owner_all | fs::perms::others_read | fs::perms::others_write;
+    fs::permissions(database_.file(), all);
+    fs::permissions(databaseFiles(database_.file()).system, all);
+    EXPECT_EQ(readItems(), "1 items, 0 periods");
+    EXPECT_EQ(files(), 2);
+}
+
+TEST_F(ReadOnlyAccount, CanBeReadWhereTheFolderCanBeWrittenAndGetsNoFiles) {
+    fs::permissions(database_.file().parent_path(), fs::perms::all);
+    EXPECT_EQ(readItems(), "1 items, 0 periods");
+    EXPECT_EQ(files(), 2);
+}
+
+TEST_F(ReadOnlyAccount, RefusesATransactionAndNamesTheRemedy) {
+    const std::string answer = withoutRights([this] {
+        database_.open()->BeginTrans();
+        return std::string("begun");
+    });
+    EXPECT_NE(answer.find("can only be read: allow writing"), std::string::npos) << answer;
+}
+
+TEST_F(ReadOnlyAccount, SeesWhatAWriterHasInItsLog) {
+    permit(fs::perms::owner_all | fs::perms::others_read);
+    fs::permissions(database_.file().parent_path(),
+                    fs::perms::owner_all | fs::perms::others_read | fs::perms::others_exec);
+    const auto writer = database_.open();
+    writer->Execute("insert into fitemss98 (citemcode) values(N'2')");
+    EXPECT_EQ(readItems(), "2 items, 0 periods");
+}
+
+TEST_F(ReadOnlyAccount, NoticesAWriterWhoComesWhileItReadsWithoutLocks) {
+    if (geteuid() != 0) {
+        GTEST_SKIP() << "only the superuser can write where the reader cannot";
+    }
+    const std::string answer = withoutRights([&] {
+        const auto connection = database_.open();
+        static_cast<void>(connection->Execute("select * from fitemss98")->RecordCount());
+        const uid_t reader = geteuid();
+        if (seteuid(0) != 0) { // the rights that the process has kept aside
+            return std::string("cannot become the superuser again");
+        }
+        database_.open()->Execute("insert into fitemss98 (citemcode) values(N'3')");
+        static_cast<void>(seteuid(reader));
+        return std::to_string(connection->Execute("select * from fitemss98")->RecordCount());
+    });
+    EXPECT_NE(answer.find("Somebody is writing to"), std::string::npos) << answer;
+}
+
+TEST(DatabaseFile, ALinkLeadsToTheFilesBesideItsTarget) {
+    const EmbeddedDatabase database;
+    const TestFolder folder;
+    const fs::path link = folder.path() / "link.db";
+    fs::create_symlink(database.file(), link);
+    Connection connection;
+    connection.Open(connectionString(link, std::int16_t{2013}));
+    connection.Execute("insert into fitemss98 (citemcode) values(N'1')");
+    connection.Execute("select inid into tempdb..X from gl_accvouch where 1=0");
+    EXPECT_EQ(connection.Execute("select * from zqsystem..ua_period")->RecordCount(), 0);
+    EXPECT_EQ(database.open()->Execute("select * from tempdb..X")->RecordCount(), 0) << "one account, one tempdb";
+    connection.Close();
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder.path()), fs::directory_iterator()), 1);
+}
+
+/// Overwrites a part of a file.
+void damage(const fs::path& file, std::streamoff at) {
+    std::fstream stream(file, std::ios::in | std::ios::out | std::ios::binary);
+    stream.seekp(at);
+    stream << std::string(3000, '\x5A');
+}
+
+TEST(DatabaseFile, DamageIsReportedOfTheFileThatHasIt) {
+    for (const bool system : {false, true}) {
+        const EmbeddedDatabase database;
+        const DatabaseFiles files = databaseFiles(database.file());
+        damage(system ? files.system : files.account, 100);
+        Connection connection;
+        const std::string text = errorOf([&] { connection.Open(connectionString(database.file())); }).description();
+        EXPECT_NE(text.find((system ? files.system : files.account).filename().string()), std::string::npos) << text;
+        EXPECT_EQ(text.find((system ? files.account : files.system).filename().string()), std::string::npos) << text;
+    }
+}
+
+TEST(DatabaseFile, DamageThatShowsLaterNamesTheFileToo) {
+    const EmbeddedDatabase database;
+    {
+        const auto connection = database.open();
+        connection->BeginTrans();
+        for (int i = 0; i < 2000; ++i) {
+            connection->Execute("insert into fitemss98 (citemcode,citemname) values(N'" + std::to_string(i) + "',N'" +
+                                std::string(100, 'x') + "')");
+        }
+        connection->CommitTrans();
+    }
+    const auto size = static_cast<std::streamoff>(fs::file_size(database.file()));
+    for (std::streamoff at = size / 2; at + 4096 < size; at += 4096) {
+        damage(database.file(), at);
+    }
+    const auto connection = database.open();
+    const Error error = errorOf([&] { connection->Execute("select * from fitemss98"); });
+    EXPECT_EQ(error.number() & 0xFF, SQLITE_CORRUPT);
+    EXPECT_NE(error.description().find(database.file().filename().string() + " is damaged"), std::string::npos)
+        << error.description();
+    EXPECT_EQ(error.description().find("zqsystem"), std::string::npos) << error.description();
+}
+
+class ReplacedAccount : public testing::TestWithParam<bool> {
+protected:
+    /// Deletes the account's file, or puts another one in its place.
+    void replace() const {
+        if (GetParam()) {
+            const fs::path copy = database_.file().parent_path() / "copy.db";
+            fs::copy_file(database_.file(), copy);
+            fs::rename(copy, database_.file());
+        } else {
+            fs::remove(database_.file());
+        }
+    }
+    EmbeddedDatabase database_;
+};
+
+TEST_P(ReplacedAccount, IsNoticedWhenATransactionBegins) {
+    const auto connection = database_.open();
+    replace();
+    const Error error = errorOf([&] { connection->BeginTrans(); });
+    EXPECT_EQ(error.number(), SQLITE_READONLY_DBMOVED);
+    EXPECT_NE(error.description().find("deleted, moved or replaced"), std::string::npos);
+    EXPECT_FALSE(connection->InTransaction());
+}
+
+TEST_P(ReplacedAccount, IsNoticedWhenATransactionIsCommitted) {
+    const auto connection = database_.open();
+    connection->BeginTrans();
+    connection->Execute("insert into fitemss98 (citemcode) values(N'1')");
+    replace();
+    EXPECT_EQ(errorOf([&] { connection->CommitTrans(); }).number(), SQLITE_READONLY_DBMOVED);
+    connection->RollbackTrans();
+    connection->Close();
+}
+
+INSTANTIATE_TEST_SUITE_P(DatabaseFile, ReplacedAccount, testing::Bool());
 
 TEST(DatabaseFile, creation_never_overwrites) {
     const EmbeddedDatabase database;

@@ -1,6 +1,9 @@
 #include "adapters/sqlite/Session.h"
 #include "adapters/shared/cache/LruCache.h"
 #include "adapters/sqlite/EmbeddedDatabase.h"
+#include "adapters/sqlite/TempDatabase.h"
+#include "adapters/sqlite/functions.h"
+#include "adapters/sqlite/openFile.h"
 
 #include <gtest/gtest.h>
 #include <sqlite3.h>
@@ -93,7 +96,7 @@ TEST_F(SessionTest, what_the_rewriting_gives_runs_on_a_bare_session) {
     sqlite3* handle = nullptr;
     ASSERT_EQ(sqlite3_open(database_.file().string().c_str(), &handle), SQLITE_OK);
     prepareSession(handle, std::int16_t{2013});
-    attachCompanions(handle, database_.file());
+    const auto temp = attachCompanions(handle, database_.file());
     sqlite3_exec(handle, "delete from zqsystem.ua_period", nullptr, nullptr, nullptr);
     for (const std::string& statement : rewritten) {
         EXPECT_EQ(sqlite3_exec(handle, statement.c_str(), nullptr, nullptr, nullptr), SQLITE_OK)

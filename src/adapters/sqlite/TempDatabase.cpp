@@ -1,0 +1,64 @@
+#include "adapters/sqlite/TempDatabase.h"
+
+#include "adapters/sqlite/ConnectionOptions.h"
+#include "adapters/sqlite/Statement.h"
+#include "adapters/sqlite/databaseError.h"
+#include "adapters/sqlite/openFile.h"
+#include "z7cashflow/support/Error.h"
+
+#include <sqlite3.h>
+
+#include <map>
+#include <mutex>
+#include <system_error>
+#include <utility>
+
+namespace z7::cashflow::sqlite {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* folderPrefix = "z7cashflow-tempdb-";
+constexpr const char* fileName = "tempdb.db";
+
+/// The folder that holds the folders of all tempdbs, cleared of those whose programs have ended.
+fs::path clearedParent() {
+    std::error_code failure;
+    fs::path parent = fs::temp_directory_path(failure);
+    if (failure) {
+        raiseDatabaseError(SQLITE_CANTOPEN, "There is no folder for temporary files: " + failure.message() +
+                                                "; name one in the environment variable TMPDIR.");
+    }
+    OwnedFolder::removeAbandoned(parent, folderPrefix);
+    return parent;
+}
+
+} // namespace
+
+std::shared_ptr<const TempDatabase> TempDatabase::of(const fs::path& account) {
+    static std::mutex mutex;
+    static std::map<fs::path, std::weak_ptr<const TempDatabase>> known;
+    std::error_code failure;
+    const fs::path key = fs::canonical(account, failure);
+    const std::lock_guard lock(mutex);
+    std::erase_if(known, [](const auto& entry) { return entry.second.expired(); });
+    if (auto found = known[key].lock(); found != nullptr) {
+        return found;
+    }
+    std::shared_ptr<const TempDatabase> created(new TempDatabase);
+    known[key] = created;
+    return created;
+}
+
+TempDatabase::TempDatabase() : folder_(clearedParent(), folderPrefix) {
+    const Handle handle = openHandle(folder_.path() / fileName, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+    executeScript(handle.get(), "PRAGMA journal_mode = WAL"); // its readers and its writer do not wait for each other
+}
+
+void TempDatabase::attachTo(sqlite3* handle) const {
+    attach(handle, folder_.path() / fileName, "tempdb");
+    // Nothing in it need survive. A transaction that is open already keeps the careful way.
+    ignoringErrors([handle] { executeScript(handle, "PRAGMA tempdb.synchronous = OFF"); });
+}
+
+} // namespace z7::cashflow::sqlite
