@@ -71,8 +71,9 @@ TEST(CsvReader, ReadsQuotedFields) {
     EXPECT_EQ(records[1].line, 3U) << "the quoted line break is a line of the file";
 }
 
-TEST(CsvReader, DropsBlanksAroundUnquotedFields) {
-    EXPECT_EQ(recordsOf("  a  ,\tb c\t\n")[0].fields, (Fields{"a", "b c"}));
+TEST(CsvReader, KeepsBlanksAtTheEndsOfUnquotedFields) {
+    EXPECT_EQ(recordsOf("  a  ,\tb c\t, \n")[0].fields, (Fields{"  a  ", "\tb c\t", " "}));
+    EXPECT_EQ(errorOf("\"a\" ,b\n"), (std::pair{CsvError::Kind::strayQuote, std::size_t{1}}));
 }
 
 TEST(CsvReader, KeepsChineseAndFourByteCharacters) {
@@ -86,10 +87,32 @@ TEST(CsvReader, NothingGivesNoRecord) {
 
 TEST(CsvReader, RefusesBytesThatAreNoUtf8) {
     EXPECT_EQ(errorOf("a\nb\xFFz\n"), (std::pair{CsvError::Kind::invalidUtf8, std::size_t{2}}));
-    EXPECT_EQ(errorOf("\xBD\xE8\n"), (std::pair{CsvError::Kind::invalidUtf8, std::size_t{1}})) << "GBK";
-    EXPECT_EQ(errorOf("a\n\xE5\x80\n"), (std::pair{CsvError::Kind::invalidUtf8, std::size_t{2}})) << "cut short";
+    EXPECT_EQ(errorOf("借\n\xE5\x80\n"), (std::pair{CsvError::Kind::invalidUtf8, std::size_t{2}})) << "cut short";
     EXPECT_EQ(errorOf("\xED\xA0\x80\n"), (std::pair{CsvError::Kind::invalidUtf8, std::size_t{1}})) << "a surrogate";
-    EXPECT_EQ(errorOf("\xC0\x80\n"), (std::pair{CsvError::Kind::invalidUtf8, std::size_t{1}})) << "an overlong zero";
+    EXPECT_EQ(errorOf("借\xC0\x80\n"), (std::pair{CsvError::Kind::invalidUtf8, std::size_t{1}})) << "an overlong zero";
+}
+
+TEST(CsvReader, RecognisesGb18030) {
+    EXPECT_EQ(errorOf("a\n1,\xBD\xE8\xB7\xBD\n"), (std::pair{CsvError::Kind::gb18030, std::size_t{2}}));
+    EXPECT_EQ(errorOf("\x81\x30\x84\x36\xBD\xE8\n"), (std::pair{CsvError::Kind::gb18030, std::size_t{1}}))
+        << "a character of four bytes";
+    EXPECT_EQ(errorOf("caf\xE9,1\n"), (std::pair{CsvError::Kind::invalidUtf8, std::size_t{1}})) << "Latin-1";
+    EXPECT_EQ(errorOf("a\n1,\xBD"), (std::pair{CsvError::Kind::invalidUtf8, std::size_t{2}})) << "half a pair";
+}
+
+TEST(CsvReader, RecognisesUtf16) {
+    for (const std::string& text :
+         {std::string("\xFF\xFE"
+                      "a\0,\0\n\0",
+                      8),
+          std::string("\xFE\xFF\0a\0\n", 6), std::string("a\0,\0\n\0", 6), std::string("\0a\0\n", 4)}) {
+        EXPECT_EQ(errorOf(text), (std::pair{CsvError::Kind::utf16, std::size_t{1}}));
+    }
+}
+
+TEST(CsvReader, RecognisesSpreadsheetDocuments) {
+    EXPECT_EQ(errorOf("PK\x03\x04zip"), (std::pair{CsvError::Kind::spreadsheet, std::size_t{1}}));
+    EXPECT_EQ(errorOf("\xD0\xCF\x11\xE0old"), (std::pair{CsvError::Kind::spreadsheet, std::size_t{1}}));
 }
 
 TEST(CsvReader, RefusesZeroBytes) {

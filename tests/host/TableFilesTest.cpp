@@ -44,6 +44,7 @@ protected:
             load();
         } catch (const Failure& failure) {
             EXPECT_EQ(failure.exitCode(), exitCode::usage);
+            EXPECT_THAT(failure.lines(), ElementsAre());
             const std::string message = failure.message(language);
             const std::string folder = (scratch.path() / "csv/").string();
             EXPECT_THAT(message, StartsWith(folder));
@@ -109,14 +110,13 @@ TEST_F(TableFilesTest, ToleratesNoMistakeInTheHeading) {
     EXPECT_EQ(refusalOf("dsign.csv", "isignseq,csign,ISignSeq\n"),
               "dsign.csv, line 1, column ISignSeq: the column is named twice");
     EXPECT_EQ(refusalOf("dsign.csv", "csign\n"),
-              "dsign.csv, line 1, column isignseq: the column is required and is not there");
+              "dsign.csv, line 1, column isignseq: the column is required and missing");
     EXPECT_EQ(refusalOf("dsign.csv", "isignseq,,csign\n"), "dsign.csv, line 1: column name 2 is empty");
     EXPECT_EQ(refusalOf("dsign.csv", ""),
               "dsign.csv, line 1: the first line must name the columns, but the file is empty");
     EXPECT_THAT(
         refusalOf("dsign; drop table code.csv", "a\n"),
-        StartsWith(
-            "dsign; drop table code.csv, line 1: the database has no table \"dsign; drop table code\"; tables are "));
+        StartsWith("dsign; drop table code.csv: the database has no table \"dsign; drop table code\"; tables are "));
 }
 
 TEST_F(TableFilesTest, WordsEveryReasonInTheUsersLanguage) {
@@ -133,8 +133,8 @@ TEST_F(TableFilesTest, WordsEveryReasonInTheUsersLanguage) {
     const std::string name(121, 'x');
     EXPECT_EQ(refusalOf("code.csv", head + "2024,1001," + name + ",1\n"),
               line + " ccode_name 列：“" + name.substr(0, 60) + "...”超过 120 个字符");
-    EXPECT_THAT(refusalOf("code.csv", head + "2024,1001,x,1\n2024,1001,y,1\n"),
-                StartsWith("code.csv 第 3 行：数据库拒绝这一行："));
+    EXPECT_EQ(refusalOf("code.csv", head + "2024,1001,x,1\n2024,1001,y,1\n"),
+              "code.csv 第 3 行：键 iyear=2024、ccode=1001 已在第 2 行出现");
     EXPECT_EQ(refusalOf("GL_CashItemDataSource.csv", "iyear,cDataSource,bdir,dStartDate\n2024,1001,1,31.01.2024\n"),
               "GL_CashItemDataSource.csv 第 2 行 dStartDate 列：“31.01.2024”不是日期（年份在前）");
     EXPECT_EQ(refusalOf("gl_accvouch.csv", "iyear,iperiod,isignseq,ino_id,inid,ccode,md\n2024,1,1,1,1,1001,\"1,5\"\n"),
@@ -143,18 +143,116 @@ TEST_F(TableFilesTest, WordsEveryReasonInTheUsersLanguage) {
 
 TEST_F(TableFilesTest, WantsAsManyFieldsAsColumns) {
     EXPECT_EQ(refusalOf("dsign.csv", "isignseq,csign\n1,a\n2,b,c\n"),
-              "dsign.csv, line 3: the number of fields is 3, that of the column names 2");
-    EXPECT_EQ(refusalOf("dsign.csv", "isignseq,csign\n1\n"),
-              "dsign.csv, line 2: the number of fields is 1, that of the column names 2");
+              "dsign.csv, line 3: fields: 3, column names: 2");
+    EXPECT_EQ(refusalOf("dsign.csv", "isignseq,csign\n1\n"), "dsign.csv, line 2: fields: 1, column names: 2");
 }
 
 TEST_F(TableFilesTest, TellsWhatIsNoCsv) {
-    EXPECT_EQ(refusalOf("dsign.csv", "isignseq,csign\n1,\xCA\xD5\n"), "dsign.csv, line 2: the text is no valid UTF-8");
-    EXPECT_THAT(refusalOf("dsign.csv", "isignseq,csign\n1,a\"b\n"),
-                HasSubstr("line 2: a quote stands where none may be"));
+    EXPECT_EQ(refusalOf("dsign.csv", "isignseq,csign\n1,\xCA\xD5\n"),
+              "dsign.csv, line 2: the file looks like GB18030 (GBK); save it as CSV UTF-8");
+    EXPECT_EQ(refusalOf("dsign.csv", "isignseq,csign\n1,caf\xE9\n"),
+              "dsign.csv, line 2: the text is not valid UTF-8; save the file as CSV UTF-8");
+    EXPECT_EQ(refusalOf("dsign.csv", std::string("\xFF\xFEi\0", 4)),
+              "dsign.csv, line 1: the file looks like UTF-16; save it as CSV UTF-8");
+    EXPECT_EQ(refusalOf("dsign.csv", "PK\x03\x04"),
+              "dsign.csv, line 1: the file is a spreadsheet document; save it as CSV UTF-8");
+    EXPECT_EQ(
+        refusalOf("dsign.csv", "isignseq;csign\n1;a\n"),
+        "dsign.csv, line 1: the fields seem to be separated by \";\"; separate them by commas, such as by saving as "
+        "CSV UTF-8");
+    EXPECT_THAT(refusalOf("dsign.csv", "isignseq\tcsign\n1\ta\n"), HasSubstr("seem to be separated by tabs"));
+    EXPECT_THAT(refusalOf("dsign.csv", "isignseq,csign\n1,a\"b\n"), HasSubstr("line 2: a quote in an unquoted field"));
     EXPECT_EQ(refusalOf("dsign.csv", "isignseq,csign\n1,\"a\n"), "dsign.csv, line 2: a quoted field is not closed");
     EXPECT_EQ(refusalOf("dsign.csv", std::string("isignseq,csign\n1,\0\n", 19)),
               "dsign.csv, line 2: there is a zero byte");
+}
+
+TEST_F(TableFilesTest, RefusesAmountsThatItCannotKeep) {
+    const auto reasonFor = [this](const std::string& amount) {
+        return refusalOf("gl_accvouch.csv",
+                         "iyear,iperiod,isignseq,ino_id,inid,ccode,md\n2024,1,1,1,1,1001," + amount + "\n")
+            .substr(std::string("gl_accvouch.csv, line 2, column md: ").size());
+    };
+    const std::string most = " is too large; the column takes at most 922337203685477.5807";
+    EXPECT_EQ(reasonFor("922337203685478"), "\"922337203685478\"" + most);
+    EXPECT_EQ(reasonFor("1e308"), "\"1e308\"" + most);
+    EXPECT_EQ(reasonFor("-1e999"), "\"-1e999\"" + most);
+    const std::string decimals = " has more than four decimals; round it first";
+    EXPECT_EQ(reasonFor("1.00005"), "\"1.00005\"" + decimals);
+    EXPECT_EQ(reasonFor("-0.00001"), "\"-0.00001\"" + decimals);
+    EXPECT_EQ(reasonFor("15e-5"), "\"15e-5\"" + decimals);
+    EXPECT_EQ(reasonFor("1.5e-4"), "\"1.5e-4\"" + decimals);
+    EXPECT_EQ(reasonFor("--5"), "\"--5\" is not a number (thousands commas are not allowed)");
+}
+
+TEST_F(TableFilesTest, TakesAmountsThatFourDecimalsHold) {
+    scratch.write("csv/gl_accvouch.csv",
+                  "iyear,iperiod,isignseq,ino_id,inid,ccode,md,mc\n"
+                  "2024,1,1,1,1,1001,1.2345000,1200e-5\n2024,1,1,1,2,1001,1.23456e1,0.000000e-9\n"
+                  "2024,1,1,1,3,1001, 5.5 ,  \n");
+    load();
+    const auto amounts = connection.Execute("select md,mc from gl_accvouch order by inid");
+    EXPECT_EQ(toDouble(amounts->Fields().Item("md")), 1.2345);
+    EXPECT_EQ(toDouble(amounts->Fields().Item("mc")), 0.012);
+    amounts->MoveNext();
+    EXPECT_EQ(toDouble(amounts->Fields().Item("md")), 12.3456);
+    amounts->MoveNext();
+    EXPECT_EQ(toDouble(amounts->Fields().Item("md")), 5.5);
+    EXPECT_TRUE(amounts->Fields().Item("mc").isNull()) << "blanks alone";
+}
+
+TEST_F(TableFilesTest, KeepsBlanksAtTheEndsOfTextsButNotOfColumnNames) {
+    scratch.write("csv/fitemss98.csv", "citemcode, citemname \n 0101 ,\tSales \n");
+    load();
+    EXPECT_EQ(cell("select citemcode from fitemss98"), " 0101 ");
+    EXPECT_EQ(cell("select citemname from fitemss98"), "\tSales ");
+}
+
+TEST_F(TableFilesTest, ReportsAllFaultsAtOnce) {
+    scratch.write("csv/code.csv", "iyear,ccode,bend\n2O24,1001,1\n2024,1001,1\n2024,1002,maybe\n2024,1001,0\n");
+    scratch.write("csv/dsign.csv", "isignseq,kind\n");
+    scratch.write("csv/nothing.csv", "a\n1\n");
+    scratch.write("csv/ua_period.csv", "cacc_id,iyear,iid,dbegin,dend\n001,2024,1,2024-01-01,31.01.2024\n");
+    try {
+        load();
+        ADD_FAILURE() << "no failure";
+    } catch (const Failure& failure) {
+        EXPECT_THAT(failure.lines(),
+                    ElementsAre(HasSubstr("code.csv, line 2, column iyear: "),
+                                HasSubstr("code.csv, line 4, column bend: "),
+                                HasSubstr("code.csv, line 5: the key iyear=2024, ccode=1001 is on line 3 already"),
+                                HasSubstr("dsign.csv, line 1, column kind: "),
+                                HasSubstr("nothing.csv: the database has no table \"nothing\""),
+                                HasSubstr("ua_period.csv, line 2, column dend: ")));
+        EXPECT_EQ(failure.message(language), "6 faults, see above; nothing was created");
+    }
+}
+
+TEST_F(TableFilesTest, ReportsNoMoreThanFiftyFaults) {
+    std::string text = "isignseq,csign\n";
+    for (int i = 0; i < 60; ++i) {
+        text += "x,a\n";
+    }
+    scratch.write("csv/dsign.csv", text);
+    try {
+        load();
+        ADD_FAILURE() << "no failure";
+    } catch (const Failure& failure) {
+        EXPECT_EQ(failure.lines().size(), 50U);
+        EXPECT_EQ(failure.message(language),
+                  "the first 50 faults, see above, and there may be more; nothing was created");
+    }
+}
+
+TEST_F(TableFilesTest, NamesADoubleKeyThatNoLineOfTheFileHas) {
+    connection.Execute("insert into dsign (isignseq,csign) values (1,N'a')");
+    scratch.write("csv/dsign.csv", "isignseq,csign\n2,b\n1,c\n");
+    try {
+        load();
+        ADD_FAILURE() << "no failure";
+    } catch (const Failure& failure) {
+        EXPECT_THAT(failure.message(language), HasSubstr("line 3: the key isignseq=1 is in the table already"));
+    }
 }
 
 TEST_F(TableFilesTest, TakesTheValueAsItStands) {

@@ -46,6 +46,23 @@ FoundTable findTable(Session& session, const std::string& table) {
     tsql::raiseError(tsql::errors::unknownObject, "Invalid object name '" + table + "'.", "42S02");
 }
 
+/// The columns that SQLite names in "UNIQUE constraint failed: t.a, t.b"; none in any other text.
+std::vector<std::string> keyColumnsIn(std::string_view description) {
+    constexpr std::string_view beginning = "UNIQUE constraint failed: ";
+    std::vector<std::string> columns;
+    const std::size_t at = description.find(beginning);
+    if (at == std::string_view::npos) {
+        return columns;
+    }
+    for (std::string_view rest = description.substr(at + beginning.size()); !rest.empty();) {
+        const std::size_t end = std::min(rest.find(", "), rest.size());
+        const std::string_view column = rest.substr(0, end);
+        columns.emplace_back(column.substr(column.rfind('.') + 1));
+        rest.remove_prefix(std::min(end + 2, rest.size()));
+    }
+    return columns;
+}
+
 } // namespace
 
 /// Where the rows go.
@@ -101,6 +118,10 @@ void TableLoader::insert(const std::vector<Variant>& values) {
     } catch (const Error& error) {
         if ((error.number() & 0xFF) != SQLITE_CONSTRAINT) {
             throw;
+        }
+        auto key = keyColumnsIn(error.description());
+        if (!key.empty()) {
+            refuseDoubleKey(std::move(key));
         }
         refuseRow(error.description());
     }

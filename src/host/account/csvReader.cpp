@@ -3,6 +3,7 @@
 #include <csv.h>
 #include <utf8proc.h>
 
+#include <algorithm>
 #include <array>
 #include <exception>
 #include <istream>
@@ -29,6 +30,47 @@ std::size_t firstInvalidByte(std::string_view line) noexcept {
     return std::string_view::npos;
 }
 
+/// Whether a line could be GB18030, which spreadsheets in China write: bytes of ASCII, pairs, and fours with digits in them.
+bool mayBeGb18030(std::string_view line) noexcept {
+    const auto byteAt = [line](std::size_t at) {
+        return at < line.size() ? static_cast<unsigned char>(line[at]) : static_cast<unsigned char>(0);
+    };
+    const auto isLead = [](unsigned char byte) { return byte >= 0x81 && byte <= 0xFE; };
+    const auto isDigit = [](unsigned char byte) { return byte >= 0x30 && byte <= 0x39; };
+    for (std::size_t at = 0; at < line.size();) {
+        const unsigned char second = byteAt(at + 1);
+        if (byteAt(at) < 0x80) {
+            at += 1;
+        } else if (isLead(byteAt(at)) && second >= 0x40 && second <= 0xFE && second != 0x7F) {
+            at += 2;
+        } else if (isLead(byteAt(at)) && isDigit(second) && isLead(byteAt(at + 2)) && isDigit(byteAt(at + 3))) {
+            at += 4;
+        } else {
+            return false;
+        }
+    }
+    return true;
+}
+
+bool isAscii(std::string_view line) noexcept {
+    return std::all_of(line.begin(), line.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+}
+
+/// What a file is by its first line, where that is not text in UTF-8.
+void requireCsv(std::string_view line) {
+    constexpr std::string_view zip = "PK\x03\x04";
+    constexpr std::string_view compound = "\xD0\xCF\x11\xE0";
+    if (line.starts_with(zip) || line.starts_with(compound)) {
+        throw CsvError(CsvError::Kind::spreadsheet, 1);
+    }
+    if (line.starts_with("\xFF\xFE") || line.starts_with("\xFE\xFF") || line.find('\0') < 2) {
+        throw CsvError(CsvError::Kind::utf16, 1);
+    }
+}
+
+/// No character is left out at the ends of a field.
+int isNoSpace(unsigned char /*character*/) { return 0; }
+
 /// Feeds the parser line by line, so that the line of every record is known, and collects what it finds.
 class Reader {
 public:
@@ -37,6 +79,7 @@ public:
         // By itself the parser's buffer grows by 128 bytes at a time, which a long record pays for by its square.
         constexpr std::size_t growth = std::size_t{64} << 10U;
         csv_set_blk_size(&parser_, growth);
+        csv_set_space_func(&parser_, isNoSpace);
     }
     ~Reader() { csv_free(&parser_); }
     Reader(const Reader&) = delete;
@@ -44,16 +87,22 @@ public:
 
     void feed(std::string_view line) {
         ++line_;
-        if (line_ == 1 && line.starts_with("\xEF\xBB\xBF")) {
-            line.remove_prefix(3);
+        if (line_ == 1) {
+            requireCsv(line);
+            line.remove_prefix(line.starts_with("\xEF\xBB\xBF") ? 3 : 0);
         }
         if (line.find('\0') != std::string_view::npos) {
             throw CsvError(CsvError::Kind::zeroByte, line_);
         }
         if (firstInvalidByte(line) != std::string_view::npos) {
-            throw CsvError(CsvError::Kind::invalidUtf8, line_);
+            throw CsvError(!foreignSeen_ && mayBeGb18030(line) ? CsvError::Kind::gb18030 : CsvError::Kind::invalidUtf8,
+                           line_);
         }
+        foreignSeen_ = foreignSeen_ || !isAscii(line);
         if (!insideRecord()) {
+            if (line.find_first_not_of(" \t\r\n") == std::string_view::npos) {
+                return;
+            }
             record_.line = line_;
             recordBytes_ = 0;
         }
@@ -124,12 +173,13 @@ private:
     CsvRecord record_;
     std::size_t recordBytes_ = 0;
     std::size_t line_ = 0;
+    bool foreignSeen_ = false; ///< there was a line in UTF-8 that is more than ASCII, so the file is not GB18030
     std::exception_ptr failure_;
 };
 
 } // namespace
 
-CsvError::CsvError(Kind kind, std::size_t line) : std::runtime_error("no CSV file"), kind_(kind), line_(line) {}
+CsvError::CsvError(Kind kind, std::size_t line) : std::runtime_error("not a CSV file"), kind_(kind), line_(line) {}
 
 void readCsv(std::istream& input, const std::function<void(const CsvRecord&)>& take) {
     Reader reader(take);

@@ -10,13 +10,16 @@
 
 namespace z7::cashflow::host {
 
-/// A file that is no CSV: what is wrong, and the line (from 1) where it is.
+/// A file that is not CSV: what is wrong, and the line (from 1) where it is.
 class CsvError : public std::runtime_error {
 public:
     enum class Kind {
-        invalidUtf8,   ///< a byte that is no UTF-8
+        utf16,         ///< the file is text in UTF-16
+        gb18030,       ///< the line is not UTF-8, but could be GB18030
+        spreadsheet,   ///< the file is a document of a spreadsheet program
+        invalidUtf8,   ///< a byte that is not UTF-8
         zeroByte,      ///< a NUL byte
-        strayQuote,    ///< a quote inside an unquoted field, or text behind a closing quote
+        strayQuote,    ///< a quote inside an unquoted field, or text after a closing quote
         unclosedQuote, ///< the file ends inside a quoted field
         recordTooLong, ///< one record of more than 16 MiB
         unreadable,    ///< the stream fails while it is read
@@ -38,9 +41,9 @@ struct CsvRecord {
 };
 
 /// Reads CSV: UTF-8 with or without a byte-order mark, fields between commas, quoted by " where they hold commas, quotes
-/// (doubled) or line breaks; lines end in LF or CRLF; blank lines are passed over; blanks around an unquoted field do
-/// not count. Calls the taker for each record in turn; an exception from it ends the reading and goes to the caller.
-/// Throws CsvError for anything that is no such file.
+/// (doubled) or line breaks; lines end in LF or CRLF; lines of blanks alone are passed over; every other blank belongs to its
+/// field. Calls the taker for each record in turn; an exception from it ends the reading and goes to the caller.
+/// Throws CsvError for anything that is not such a file.
 void readCsv(std::istream& input, const std::function<void(const CsvRecord&)>& take);
 
 } // namespace z7::cashflow::host

@@ -6,6 +6,7 @@
 #include "host/cli/ExitCode.h"
 #include "host/cli/Failure.h"
 #include "host/text/joined.h"
+#include "z7cashflow/support/Error.h"
 #include "z7cashflow/support/conversions.h"
 
 #include <algorithm>
@@ -14,6 +15,7 @@
 #include <set>
 #include <sstream>
 #include <string_view>
+#include <utility>
 
 namespace z7::cashflow::host {
 
@@ -21,6 +23,12 @@ namespace {
 
 HostText reasonText(CsvError::Kind kind) noexcept {
     switch (kind) {
+    case CsvError::Kind::utf16:
+        return HostText::csvUtf16;
+    case CsvError::Kind::gb18030:
+        return HostText::csvGb18030;
+    case CsvError::Kind::spreadsheet:
+        return HostText::csvSpreadsheet;
     case CsvError::Kind::invalidUtf8:
         return HostText::csvInvalidUtf8;
     case CsvError::Kind::zeroByte:
@@ -59,72 +67,162 @@ HostText reasonText(shared::LoadError::Kind kind) noexcept {
         return HostText::csvNoWhole;
     case Kind::noNumber:
         return HostText::csvNoNumber;
+    case Kind::tooLarge:
+        return HostText::csvTooLarge;
+    case Kind::tooPrecise:
+        return HostText::csvTooPrecise;
     case Kind::noDate:
         return HostText::csvNoDate;
     case Kind::tooLong:
         return HostText::csvTextTooLong;
+    case Kind::doubleKey:
+        return HostText::csvDoubleKey;
     case Kind::refused:
         break;
     }
     return HostText::csvRefused;
 }
 
-/// Loads one file. The first record becomes the column names, all others rows.
-class FileLoading {
+/// What is wrong with the files, up to a number that nobody wants to exceed.
+class Faults {
 public:
-    FileLoading(LoadableTables& tables, const TableFile& file, Language language,
-                const std::function<bool()>& stopRequested)
-        : tables_(tables), file_(file), language_(language), stopRequested_(stopRequested) {}
+    explicit Faults(Language language) noexcept : language_(language) {}
 
-    std::int64_t run() {
-        const std::unique_ptr<std::istream> stream = file_.open();
-        if (!stream) {
-            refuse(1, hostText(language_, HostText::csvCannotOpen));
+    void add(HostText text, std::vector<std::string> arguments) {
+        faults_.push_back({text, std::move(arguments)});
+        if (faults_.size() == most) {
+            raiseIfAny();
         }
-        try {
-            readCsv(*stream, [this](const CsvRecord& record) {
-                try {
-                    if (loader_) {
-                        addRecord(record);
-                    } else {
-                        readHeading(record);
-                    }
-                } catch (const shared::LoadError& error) {
-                    refuse(record.line, error);
-                }
-            });
-        } catch (const CsvError& error) {
-            refuse(error.line(), hostText(language_, reasonText(error.kind())));
+    }
+
+    /// A Failure with all faults so far, if there are any.
+    void raiseIfAny() const {
+        if (faults_.size() == 1) {
+            throw Failure(exitCode::usage, faults_.front().text, faults_.front().arguments);
         }
-        if (!loader_) {
-            refuse(1, hostText(language_, HostText::csvNoHeading));
+        if (!faults_.empty()) {
+            std::vector<std::string> lines;
+            for (const Fault& fault : faults_) {
+                lines.push_back(hostText(language_, fault.text, fault.arguments));
+            }
+            throw Failure(exitCode::usage, faults_.size() == most ? HostText::csvFaultsAndMore : HostText::csvFaults,
+                          {std::to_string(faults_.size())}, std::move(lines));
         }
-        return loader_->count();
     }
 
 private:
-    [[noreturn]] void refuse(std::size_t line, const std::string& reason) const {
-        throw Failure(exitCode::usage, HostText::csvAt, {file_.shownName, std::to_string(line), reason});
+    static constexpr std::size_t most = 50;
+    struct Fault {
+        HostText text;
+        std::vector<std::string> arguments;
+    };
+    Language language_;
+    std::vector<Fault> faults_;
+};
+
+std::string withoutBlanks(const std::string& text) {
+    const std::size_t first = text.find_first_not_of(" \t");
+    return first == std::string::npos ? std::string() : text.substr(first, text.find_last_not_of(" \t") - first + 1);
+}
+
+/// Whether two fields would be the same in a key, by and large: this only serves a message.
+bool isSameInKey(const std::optional<std::string>& one, const std::optional<std::string>& other) {
+    if (!one || !other) {
+        return false;
+    }
+    const std::string a = asciiLower(withoutBlanks(*one));
+    const std::string b = asciiLower(withoutBlanks(*other));
+    const auto number = readNumber(a);
+    return a == b || (number && number == readNumber(b));
+}
+
+/// Loads one file. The first record becomes the column names, all others rows. A record that cannot be taken is a fault, and the
+/// loading goes on with the next one; a file that cannot be read any further is a fault, too.
+class FileLoading {
+public:
+    FileLoading(LoadableTables& tables, const TableFile& file, Language language, Faults& faults,
+                const std::function<bool()>& stopRequested)
+        : tables_(tables), file_(file), language_(language), faults_(faults), stopRequested_(stopRequested) {}
+
+    /// The number of rows that were added.
+    std::int64_t run() {
+        const std::unique_ptr<std::istream> stream = file_.open();
+        if (!stream) {
+            fault(1, text(HostText::csvCannotOpen));
+            return 0;
+        }
+        try {
+            readCsv(*stream, [this](const CsvRecord& record) { take(record); });
+            if (columns_.empty()) {
+                fault(1, text(HostText::csvNoHeading));
+            }
+        } catch (const CsvError& error) {
+            fault(error.line(), text(reasonText(error.kind())));
+        } catch (const Unusable&) { // its heading is a fault
+        }
+        return loader_ ? loader_->count() : 0;
     }
 
-    [[noreturn]] void refuse(std::size_t line, const shared::LoadError& error) const {
-        const std::string reason = hostText(language_, reasonText(error.kind()), error.arguments());
+private:
+    /// The reading of a file ends here.
+    struct Unusable {};
+
+    [[nodiscard]] std::string text(HostText text, const std::vector<std::string>& arguments = {}) const {
+        return hostText(language_, text, arguments);
+    }
+
+    void fault(std::size_t line, const std::string& reason) {
+        faults_.add(HostText::csvAt, {file_.shownName, std::to_string(line), reason});
+    }
+
+    void fault(const CsvRecord& record, const shared::LoadError& error) {
+        const std::string reason = error.kind() == shared::LoadError::Kind::doubleKey
+                                       ? doubleKeyText(record, error.arguments())
+                                       : text(reasonText(error.kind()), error.arguments());
         if (error.column().empty()) {
-            refuse(line, reason);
+            fault(record.line, reason);
+        } else {
+            faults_.add(HostText::csvAtColumn, {file_.shownName, std::to_string(record.line), error.column(), reason});
         }
-        throw Failure(exitCode::usage, HostText::csvAtColumn,
-                      {file_.shownName, std::to_string(line), error.column(), reason});
+    }
+
+    void take(const CsvRecord& record) {
+        if (columns_.empty()) {
+            readHeading(record);
+        } else {
+            addRecord(record);
+        }
     }
 
     void readHeading(const CsvRecord& record) {
-        std::vector<std::string> columns;
+        requireCommas(record);
         for (std::size_t i = 0; i < record.fields.size(); ++i) {
-            if (!record.fields[i] || record.fields[i]->empty()) {
-                refuse(record.line, hostText(language_, HostText::csvNoName, {std::to_string(i + 1)}));
+            columns_.push_back(withoutBlanks(record.fields[i].value_or("")));
+            if (columns_.back().empty()) {
+                fault(record.line, text(HostText::csvNoName, {std::to_string(i + 1)}));
+                throw Unusable{};
             }
-            columns.push_back(*record.fields[i]);
         }
-        loader_ = tables_.loader(file_.table, columns);
+        try {
+            loader_ = tables_.loader(file_.table, columns_);
+        } catch (const shared::LoadError& error) {
+            fault(record, error);
+            throw Unusable{};
+        }
+    }
+
+    /// Other signs between the fields show as one column name that holds them.
+    void requireCommas(const CsvRecord& record) {
+        if (record.fields.size() != 1 || !record.fields.front()) {
+            return;
+        }
+        const std::size_t separator = record.fields.front()->find_first_of(";\t|");
+        if (separator != std::string::npos) {
+            const std::string sign(1, record.fields.front()->at(separator));
+            fault(record.line,
+                  text(HostText::csvSeparator, {sign == "\t" ? text(HostText::tabulator) : "\"" + sign + "\""}));
+            throw Unusable{};
+        }
     }
 
     void addRecord(const CsvRecord& record) {
@@ -132,16 +230,86 @@ private:
             throw Interrupted();
         }
         values_.assign(record.fields.begin(), record.fields.end());
-        loader_->add(values_);
+        try {
+            loader_->add(values_);
+        } catch (const shared::LoadError& error) {
+            fault(record, error);
+        }
+    }
+
+    /// Names the key of a record, with the line of the file where it stood first.
+    [[nodiscard]] std::string doubleKeyText(const CsvRecord& record, const std::vector<std::string>& keyColumns) const {
+        std::vector<std::size_t> places;
+        std::vector<std::string> key;
+        for (const std::string& column : keyColumns) {
+            for (std::size_t i = 0; i < columns_.size(); ++i) {
+                if (asciiLower(columns_[i]) == asciiLower(column)) {
+                    places.push_back(i);
+                    key.push_back(columns_[i] + "=" + shortened(record.fields[i].value_or("")));
+                }
+            }
+        }
+        const std::string keyText = joined(key, text(HostText::listComma));
+        const auto line = earlierLine(record, places);
+        return line ? text(HostText::csvDoubleKeyAt, {keyText, std::to_string(*line)})
+                    : text(HostText::csvDoubleKey, {keyText});
+    }
+
+    /// The line of the first record before this one with the same fields in these places.
+    [[nodiscard]] std::optional<std::size_t> earlierLine(const CsvRecord& record,
+                                                         const std::vector<std::size_t>& places) const {
+        struct Found {
+            std::optional<std::size_t> line;
+        };
+        const std::unique_ptr<std::istream> stream = file_.open();
+        bool heading = true;
+        try {
+            readCsv(*stream, [&](const CsvRecord& other) {
+                if (other.line >= record.line) {
+                    throw Found{};
+                }
+                const bool same = std::all_of(places.begin(), places.end(), [&](std::size_t place) {
+                    return place < other.fields.size() && isSameInKey(other.fields[place], record.fields[place]);
+                });
+                if (!std::exchange(heading, false) && same && !places.empty()) {
+                    throw Found{other.line};
+                }
+            });
+        } catch (const Found& found) {
+            return found.line;
+        }
+        return std::nullopt;
     }
 
     LoadableTables& tables_;
     const TableFile& file_;
     Language language_;
+    Faults& faults_;
     const std::function<bool()>& stopRequested_;
+    std::vector<std::string> columns_;
     std::vector<std::optional<std::string_view>> values_;
     std::unique_ptr<RowLoader> loader_;
 };
+
+/// Loads the files one after the other, as far as there is a table for each.
+LoadedTables loadFiles(LoadableTables& tables, const std::vector<TableFile>& files, Language language,
+                       Faults& faults, const std::function<bool()>& stopRequested) {
+    const std::vector<std::string> names = tables.names();
+    LoadedTables loaded;
+    std::set<std::string> seen;
+    for (const TableFile& file : files) {
+        const auto isThis = [&file](const std::string& table) { return asciiLower(table) == asciiLower(file.table); };
+        if (std::none_of(names.begin(), names.end(), isThis)) {
+            faults.add(HostText::csvNoTable, {file.shownName, file.table, joined(names, ", ")});
+        } else if (!seen.insert(asciiLower(file.table)).second) {
+            faults.add(HostText::csvTableTwice, {file.shownName, file.table});
+        } else {
+            loaded.records += FileLoading(tables, file, language, faults, stopRequested).run();
+            ++loaded.tables;
+        }
+    }
+    return loaded;
+}
 
 } // namespace
 
@@ -199,24 +367,15 @@ LoadedTables loadTableFiles(Connection& connection, LoadableTables& tables, cons
             connection.Execute(file.definition);
         }
     }
-    const std::vector<std::string> names = tables.names();
-    LoadedTables loaded;
-    std::set<std::string> seen;
-    for (const TableFile& file : files) {
-        const auto isThis = [&file](const std::string& table) { return asciiLower(table) == asciiLower(file.table); };
-        if (std::none_of(names.begin(), names.end(), isThis)) {
-            throw Failure(exitCode::usage, HostText::csvAt,
-                          {file.shownName, "1",
-                           hostText(language, HostText::csvUnknownTable, {file.table, joined(names, ", ")})});
-        }
-        if (!seen.insert(asciiLower(file.table)).second) {
-            throw Failure(exitCode::usage, HostText::csvAt,
-                          {file.shownName, "1", hostText(language, HostText::csvTableTwice, {file.table})});
-        }
-        loaded.records += FileLoading(tables, file, language, stopRequested).run();
-        ++loaded.tables;
+    Faults faults(language);
+    try {
+        const LoadedTables loaded = loadFiles(tables, files, language, faults, stopRequested);
+        faults.raiseIfAny();
+        return loaded;
+    } catch (const Error&) { // after a refused row a server may refuse all that follows
+        faults.raiseIfAny();
+        throw;
     }
-    return loaded;
 }
 
 } // namespace z7::cashflow::host

@@ -37,7 +37,7 @@ struct LoadedTables {
 [[nodiscard]] std::vector<TableFile> tableFilesOfSample();
 
 /// Puts the records of the files into the tables of their names, inside the caller's transaction. "tables" are those of the
-/// connection's session. Failure (usage) that names file, line, column and reason for the first thing that cannot be taken,
+/// connection's session. Failure (usage) that names file, line, column and reason for everything that cannot be taken, up to 50 faults,
 /// Interrupted once stopRequested answers true; the caller rolls back then.
 LoadedTables loadTableFiles(Connection& connection, LoadableTables& tables, const std::vector<TableFile>& files,
                             Language language, const std::function<bool()>& stopRequested);

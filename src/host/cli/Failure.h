@@ -9,20 +9,24 @@
 
 namespace z7::cashflow::host {
 
-/// An end of the program that its user must hear of: an exit code and a text of the host's catalogue with its arguments.
+/// A fatal error to report, with its exit code: a text of the host's catalogue with its arguments. Where there are several things to
+/// report, these are lines of their own, and the text closes them.
 class Failure : public std::runtime_error {
 public:
-    Failure(int exitCode, HostText text, std::vector<std::string> arguments = {})
-        : std::runtime_error("the command failed"), exitCode_(exitCode), text_(text), arguments_(std::move(arguments)) {
-    }
+    Failure(int exitCode, HostText text, std::vector<std::string> arguments = {}, std::vector<std::string> lines = {})
+        : std::runtime_error("the command failed"), exitCode_(exitCode), text_(text), arguments_(std::move(arguments)),
+          lines_(std::move(lines)) {}
 
     [[nodiscard]] int exitCode() const noexcept { return exitCode_; }
     [[nodiscard]] std::string message(Language language) const { return hostText(language, text_, arguments_); }
+    /// What is reported before the message, one line each; mostly nothing.
+    [[nodiscard]] const std::vector<std::string>& lines() const noexcept { return lines_; }
 
 private:
     int exitCode_;
     HostText text_;
     std::vector<std::string> arguments_;
+    std::vector<std::string> lines_;
 };
 
 /// Standard output was closed by its reader, such as "head". The program ends without a word.

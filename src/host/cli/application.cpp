@@ -118,6 +118,9 @@ int guarded(const Console& console, const Language& language, const std::functio
     try {
         return action();
     } catch (const Failure& failure) {
+        for (const std::string& line : failure.lines()) {
+            say(console, language, line);
+        }
         say(console, language, failure.message(language));
         return failure.exitCode();
     } catch (const ReaderGone&) {

@@ -15,8 +15,9 @@ class RowLoader {
 public:
     virtual ~RowLoader() = default;
 
-    /// Adds one row; nothing stands for null. Numbers are read strictly and without thousands commas, dates year first, bits as 0, 1,
-    /// true or false. An error that names table, column and reason if the number of values is wrong, a value does not fit its
+    /// Adds one row; nothing stands for null. A text is stored as it is. Numbers are read strictly and without thousands commas, amounts with at
+    /// most four decimals, dates year first, bits as 0, 1, true or false; blanks around these do not count, and blanks alone are
+    /// null. An error that names table, column and reason if the number of values is wrong, a value does not fit its
     /// column, or the database refuses the row, such as for a key that exists already.
     virtual void add(const std::vector<std::optional<std::string_view>>& values) = 0;
     /// The number of rows that were added.

@@ -111,9 +111,9 @@ TEST_F(TableLoaderTest, tells_column_and_reason) {
     EXPECT_EQ(loader.count(), 0);
     loader.add({"2013", "1", "TRUE", "n"});
     const LoadError again = refusal([&] { loader.add({"2013", "1", "0", "m"}); });
-    EXPECT_EQ(again.kind(), Kind::refused);
+    EXPECT_EQ(again.kind(), Kind::doubleKey);
     EXPECT_EQ(again.column(), "");
-    EXPECT_NE(again.arguments().at(0).find("UNIQUE"), std::string::npos);
+    EXPECT_EQ(again.arguments(), (std::vector<std::string>{"iyear", "ccode"}));
     EXPECT_EQ(loader.count(), 1);
     TableLoader dates(*connection_, "zqsystem..ua_period", {"cacc_id", "iyear", "iid", "dbegin", "dend"});
     const LoadError date = refusal([&] { dates.add({"1", "2013", "1", "2013-02-30", "2013-03-01"}); });
@@ -121,6 +121,8 @@ TEST_F(TableLoaderTest, tells_column_and_reason) {
     EXPECT_EQ(date.kind(), Kind::noDate);
     TableLoader amounts(*connection_, "gl_accvouch", {"iyear", "iperiod", "isignseq", "ino_id", "inid", "ccode", "md"});
     EXPECT_EQ(refusal([&] { amounts.add({"2013", "1", "2", "5", "1", "1001", "1,000"}); }).kind(), Kind::noNumber);
+    EXPECT_EQ(refusal([&] { amounts.add({"2013", "1", "2", "5", "1", "1001", "1e99"}); }).kind(), Kind::tooLarge);
+    EXPECT_EQ(refusal([&] { amounts.add({"2013", "1", "2", "5", "1", "1001", "0.12345"}); }).kind(), Kind::tooPrecise);
 }
 
 TEST_F(TableLoaderTest, works_inside_the_callers_transaction) {

@@ -22,7 +22,7 @@ std::string sentence(LoadError::Kind kind, const std::vector<std::string>& argum
     case Kind::columnMissing:
         return "the column must have a value and is not there";
     case Kind::wrongCount:
-        return "the row has " + arguments.at(0) + " values for " + arguments.at(1) + " columns";
+        return "the row has " + arguments.at(0) + " values, but " + arguments.at(1) + " columns are named";
     case Kind::noValue:
         return "the column must have a value";
     case Kind::noTruth:
@@ -31,10 +31,21 @@ std::string sentence(LoadError::Kind kind, const std::vector<std::string>& argum
         return "\"" + arguments.at(0) + "\" is not a whole number from " + arguments.at(1) + " to " + arguments.at(2);
     case Kind::noNumber:
         return "\"" + arguments.at(0) + "\" is not a number (thousands commas are not allowed)";
+    case Kind::tooLarge:
+        return "\"" + arguments.at(0) + "\" is too large; the column takes at most " + arguments.at(1);
+    case Kind::tooPrecise:
+        return "\"" + arguments.at(0) + "\" has more than four decimals";
     case Kind::noDate:
         return "\"" + arguments.at(0) + "\" is not a date, written year first";
     case Kind::tooLong:
         return "\"" + arguments.at(0) + "\" is not a text of at most " + arguments.at(1) + " characters";
+    case Kind::doubleKey: {
+        std::string columns;
+        for (const std::string& column : arguments) {
+            columns += (columns.empty() ? "" : ", ") + column;
+        }
+        return "a row with the same key (" + columns + ") is in the table already";
+    }
     case Kind::refused:
         break;
     }
@@ -44,10 +55,88 @@ std::string sentence(LoadError::Kind kind, const std::vector<std::string>& argum
 /// What a text that is no value of a column should have been.
 struct Wanted {
     LoadError::Kind kind;
-    std::vector<std::string> arguments{}; ///< those behind the text itself
+    std::vector<std::string> arguments{}; ///< those after the text itself
 };
 
-Wanted wanted(const TableColumn& column) {
+constexpr std::string_view blanks = " \t";
+
+std::string_view withoutBlanks(std::string_view text) {
+    const std::size_t first = text.find_first_not_of(blanks);
+    return first == std::string_view::npos ? std::string_view()
+                                           : text.substr(first, text.find_last_not_of(blanks) - first + 1);
+}
+
+std::size_t digitsAt(std::string_view text, std::size_t from) {
+    const std::size_t end = text.find_first_not_of("0123456789", from);
+    return (end == std::string_view::npos ? text.size() : end) - from;
+}
+
+/// The parts of a decimal number as it is written, such as -1234.50e2.
+struct Numeral {
+    std::string_view fraction; ///< digits after the point, without zeros at their end
+    std::int64_t exponent = 0; ///< held within a million, beyond which it makes no difference
+};
+
+/// The parts of a text that is written as a decimal number; nothing for any other text.
+std::optional<Numeral> readNumeral(std::string_view text) {
+    std::size_t at = !text.empty() && (text[0] == '-' || text[0] == '+') ? 1 : 0;
+    const std::size_t whole = digitsAt(text, at);
+    at += whole;
+    Numeral numeral;
+    if (at < text.size() && text[at] == '.') {
+        numeral.fraction = text.substr(at + 1, digitsAt(text, at + 1));
+        at += 1 + numeral.fraction.size();
+    }
+    if (whole + numeral.fraction.size() == 0) {
+        return std::nullopt;
+    }
+    numeral.fraction = numeral.fraction.substr(0, numeral.fraction.find_last_not_of('0') + 1);
+    if (at < text.size() && (text[at] == 'e' || text[at] == 'E')) {
+        const bool negative = at + 1 < text.size() && text[at + 1] == '-';
+        at += negative || (at + 1 < text.size() && text[at + 1] == '+') ? 2 : 1;
+        const std::size_t digits = digitsAt(text, at);
+        if (digits == 0) {
+            return std::nullopt;
+        }
+        for (const char digit : text.substr(at, digits)) {
+            numeral.exponent = std::min<std::int64_t>(numeral.exponent * 10 + (digit - '0'), 1'000'000);
+        }
+        numeral.exponent = negative ? -numeral.exponent : numeral.exponent;
+        at += digits;
+    }
+    return at == text.size() ? std::optional(numeral) : std::nullopt;
+}
+
+constexpr std::int64_t moneyDecimals = 4;
+
+/// Whether storing an amount would round it.
+bool isTooPrecise(std::string_view text) {
+    const auto numeral = readNumeral(text);
+    const bool zero = text.substr(0, text.find_first_of("eE")).find_first_of("123456789") == std::string_view::npos;
+    if (!numeral || zero) {
+        return false;
+    }
+    if (!numeral->fraction.empty()) {
+        return static_cast<std::int64_t>(numeral->fraction.size()) - numeral->exponent > moneyDecimals;
+    }
+    // 1200e-6 is 0.0012: zeros at the end of the whole part make room for a negative exponent.
+    const std::string_view whole = text.substr(0, text.find_first_of(".eE"));
+    const auto zeros = static_cast<std::int64_t>(whole.size() - 1 - whole.find_last_not_of('0'));
+    return -numeral->exponent - zeros > moneyDecimals;
+}
+
+Wanted wantedNumber(const TableColumn& column, std::string_view text) {
+    using Kind = LoadError::Kind;
+    if (!readNumeral(text)) {
+        return {Kind::noNumber};
+    }
+    if (column.type == ColumnType::money && isTooPrecise(text)) {
+        return {Kind::tooPrecise};
+    }
+    return {Kind::tooLarge, {column.type == ColumnType::money ? "922337203685477.5807" : "1.7976931348623157e308"}};
+}
+
+Wanted wanted(const TableColumn& column, std::string_view text) {
     using Kind = LoadError::Kind;
     switch (column.type) {
     case ColumnType::boolean:
@@ -60,7 +149,7 @@ Wanted wanted(const TableColumn& column) {
         return {Kind::noWhole, {"-2147483648", "2147483647"}};
     case ColumnType::real:
     case ColumnType::money:
-        return {Kind::noNumber};
+        return wantedNumber(column, text);
     case ColumnType::date:
         return {Kind::noDate};
     case ColumnType::text:
@@ -93,7 +182,8 @@ bool isWellWritten(const TableColumn& column, std::string_view text) {
     const bool whole =
         number && *number == static_cast<double>(static_cast<std::int64_t>(std::clamp(*number, -9.0e15, 9.0e15)));
     const bool bit = column.type != ColumnType::boolean || (number && (*number == 0.0 || *number == 1.0));
-    return number && bit && (whole || !isWhole(column.type));
+    const bool exact = column.type != ColumnType::money || !isTooPrecise(text);
+    return number && bit && exact && (whole || !isWhole(column.type));
 }
 
 /// The text as a value of the column; nothing if it is none.
@@ -147,17 +237,19 @@ void TableLoader::add(const std::vector<std::optional<std::string_view>>& values
     }
     for (std::size_t i = 0; i < values.size(); ++i) {
         const TableColumn& column = columns_[i];
-        if (!values[i]) {
+        const bool text = column.type == ColumnType::text || column.type == ColumnType::any;
+        const std::string_view given = !values[i] ? std::string_view() : text ? *values[i] : withoutBlanks(*values[i]);
+        if (!values[i] || (given.empty() && !values[i]->empty())) {
             if (!column.nullable) {
                 refuse(LoadError::Kind::noValue, column.name);
             }
             values_[i] = Variant();
             continue;
         }
-        auto value = columnValue(column, *values[i]);
+        auto value = columnValue(column, given);
         if (!value) {
-            Wanted reason = wanted(column);
-            reason.arguments.insert(reason.arguments.begin(), shortened(*values[i]));
+            Wanted reason = wanted(column, given);
+            reason.arguments.insert(reason.arguments.begin(), shortened(given));
             refuse(reason.kind, column.name, std::move(reason.arguments));
         }
         values_[i] = std::move(*value);
@@ -171,5 +263,9 @@ void TableLoader::refuse(LoadError::Kind kind, const std::string& column, std::v
 }
 
 void TableLoader::refuseRow(const std::string& reason) const { refuse(LoadError::Kind::refused, {}, {reason}); }
+
+void TableLoader::refuseDoubleKey(std::vector<std::string> keyColumns) const {
+    refuse(LoadError::Kind::doubleKey, {}, std::move(keyColumns));
+}
 
 } // namespace z7::cashflow::shared

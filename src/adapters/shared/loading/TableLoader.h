@@ -31,19 +31,22 @@ public:
         unknownColumn, ///< the table, which it names, has no such column
         columnTwice,   ///< the column is named twice
         columnMissing, ///< the column must have a value and is not named
-        wrongCount,    ///< so many values for so many columns
+        wrongCount,    ///< values given, columns expected
         noValue,       ///< the column must have a value
         noTruth,       ///< this is not 0, 1, true or false
-        noWhole,       ///< this is no whole number from here to there
-        noNumber,      ///< this is no number
-        noDate,        ///< this is no date
+        noWhole,       ///< this is not a whole number from here to there
+        noNumber,      ///< this is not a number
+        tooLarge,      ///< this number lies beyond that largest one of its column
+        tooPrecise,    ///< this amount has more than four decimals
+        noDate,        ///< this is not a date
         tooLong,       ///< this is longer than so many characters
+        doubleKey,     ///< the table has a row with the same values in these columns
         refused        ///< the database refuses the row with these words
     };
     LoadError(std::string source, const std::string& table, std::string column, Kind kind,
               std::vector<std::string> arguments);
     [[nodiscard]] Kind kind() const noexcept { return kind_; }
-    /// The column as it was named; empty for wrongCount and refused.
+    /// The column as it was named; empty for wrongCount, doubleKey and refused.
     [[nodiscard]] const std::string& column() const noexcept { return column_; }
     /// What the sentence speaks of, in the order of the kind's description. A long value is shortened.
     [[nodiscard]] const std::vector<std::string>& arguments() const noexcept { return arguments_; }
@@ -76,6 +79,8 @@ protected:
     [[nodiscard]] const std::vector<TableColumn>& columns() const noexcept { return columns_; }
     /// Raises the LoadError of a row that the database refuses, with its words.
     [[noreturn]] void refuseRow(const std::string& reason) const;
+    /// Raises the LoadError of a row whose values in the columns of a key are in the table already.
+    [[noreturn]] void refuseDoubleKey(std::vector<std::string> keyColumns) const;
 
 private:
     /// Writes one row, a value for each column. An Error of the database, or LoadError (refuseRow) if it refuses this row.
