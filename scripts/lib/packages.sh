@@ -1,5 +1,5 @@
 # shellcheck shell=bash
-# Installs the Debian packages that are missing. To be sourced; needs bash.
+# Installs the Debian packages that are missing. To be sourced after steps.sh; needs bash.
 #
 # install_packages LIST GROUP...
 #   LIST   file with a group and a package on each line; of alternatives "a|b" the first that the system knows is taken
@@ -49,6 +49,12 @@ package_to_install() {
     printf '%s\n' "${alternatives[0]}" # apt-get then says what is wrong with it
 }
 
+packages_out_of_reach() {
+    echo "The packages could not be installed. Without a network that reaches a Debian mirror they have to be installed by other means" \
+        "first: ${missing[*]}. After that this script needs no network." >&2
+    return 1
+}
+
 install_packages() {
     local line
     local -a missing names=() privilege=()
@@ -64,15 +70,15 @@ install_packages() {
             for line in "${missing[@]}"; do
                 names+=("$(package_to_install "$line")")
             done
-            echo "Installing them needs root or sudo. As root: apt-get install ${names[*]}" >&2
+            echo "Installing them needs root or sudo. As root: apt-get update && apt-get install ${names[*]}" >&2
             return 1
         fi
         privilege=(sudo)
     fi
-    "${privilege[@]}" apt-get update -q || return 1
+    logged packages-lists "${privilege[@]}" apt-get update -q || packages_out_of_reach || return
     for line in "${missing[@]}"; do
         names+=("$(package_to_install "$line")")
     done
-    "${privilege[@]}" env DEBIAN_FRONTEND=noninteractive \
-        apt-get install -q -y --no-install-recommends "${names[@]}" </dev/null
+    logged packages "${privilege[@]}" env DEBIAN_FRONTEND=noninteractive \
+        apt-get install -q -y --no-install-recommends "${names[@]}" || packages_out_of_reach
 }
