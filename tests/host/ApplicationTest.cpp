@@ -177,22 +177,6 @@ TEST_F(ApplicationTest, ADatabaseThatIsNoneIsExitCodeThree) {
     EXPECT_FALSE(std::filesystem::exists(missing)) << "looking for a database makes none";
 }
 
-TEST_F(ApplicationTest, AWrongCommandLineIsToldInTheUsersLanguage) {
-    const auto said = [](std::vector<std::string> arguments) {
-        const RunResult run = runProgram(arguments);
-        EXPECT_EQ(run.exitCode, 2);
-        return run.err.substr(0, run.err.find('\n'));
-    };
-    EXPECT_EQ(said({"vouchers", "x.db"}), "z7cf: --year is missing; see --help");
-    EXPECT_EQ(said({"vouchers", "x.db", "--year", "2024", "--nosuch", "more"}),
-              "z7cf: unknown on the command line: --nosuch more");
-    EXPECT_EQ(said({"vouchers", "x.db", "--year"}), "z7cf: option --year needs one value");
-    EXPECT_EQ(said({"vouchers", "x.db", "--year", "soon"}),
-              "z7cf: the value of an option cannot be used: --year = soon");
-    EXPECT_EQ(said({"--lang", "zh-CN", "vouchers", "x.db"}), "z7cf: 缺少 --year；用 --help 查看用法");
-    EXPECT_EQ(said({"--lang", "zh-CN", "vouchers", "--year", "2024", "--nosuch"}), "z7cf: 不认识的参数：--nosuch");
-}
-
 TEST_F(ApplicationTest, ALockedDatabaseIsExitCodeThreeAndStaysAsItIs) {
     const std::string file = sample();
     sqlite::Connection other;

@@ -168,7 +168,7 @@ TEST_F(ServerAccountMakerTest, ABadFileIsRefusedWithItsPlace) {
     EXPECT_EQ(refusal(exitCode::usage, {fileWith("dsign", "isignseq,nosuch\n1,2\n")}),
               "dsign.csv, line 1, column nosuch: table \"dsign\" has no such column");
     EXPECT_EQ(refusal(exitCode::usage, {fileWith("dsign", "csign\n收\n")}),
-              "dsign.csv, line 1, column isignseq: the column is required and is not there");
+              "dsign.csv, line 1, column isignseq: the column is required and missing");
     EXPECT_EQ(refusal(exitCode::usage, {fileWith("dsign", "isignseq\n70000\n")}),
               "dsign.csv, line 2, column isignseq: \"70000\" is not a whole number from -32768 to 32767");
     EXPECT_EQ(refusal(exitCode::usage, {fileWith("fitemss98", "citemcode\n" + std::string(41, 'x') + "\n")}),

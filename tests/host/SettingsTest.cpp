@@ -63,6 +63,29 @@ TEST(Settings, NamesWhatIsWrongAndWhere) {
     EXPECT_THAT(failureOf("user = \"\xFF\"\n"), HasSubstr("my.toml, line 1: "));
 }
 
+TEST(Settings, RefusesTooMuchOfEverything) {
+    std::string dotted = "a";
+    for (int i = 0; i < 40000; ++i) {
+        dotted += ".a";
+    }
+    const std::string deep = "Settings file my.toml nests too deep; each setting is one line: NAME = \"VALUE\"";
+    EXPECT_EQ(failureOf(dotted + " = 1\n"), deep);
+    EXPECT_EQ(failureOf("[" + dotted + "]\n"), deep);
+    EXPECT_EQ(failureOf("x = {" + dotted + " = 1}\n"), deep);
+    EXPECT_THAT(failureOf("x = " + std::string(20000, '[') + "\n"),
+                HasSubstr("my.toml, line 1: this cannot be understood"));
+    EXPECT_EQ(readSettings("# " + std::string(1000, '.') + "\nuser = \"a.b\"\n", "my.toml", Language::english).user,
+              "a.b");
+    const ScratchFolder scratch;
+    const auto file = scratch.write("s.toml", "# " + std::string(70000, 'x') + "\n");
+    try {
+        static_cast<void>(readSettingsFile(file, Language::english));
+        ADD_FAILURE() << "no failure";
+    } catch (const Failure& failure) {
+        EXPECT_EQ(failure.message(Language::english), "Settings file " + file.string() + " is longer than 64 KiB");
+    }
+}
+
 TEST(Settings, AFileThatIsNotThereIsAFailure) {
     EXPECT_THROW(static_cast<void>(readSettingsFile("/nonexistent/settings.toml", Language::english)), Failure);
     EXPECT_THROW(static_cast<void>(readSettingsFile("/", Language::english)), Failure) << "a folder";

@@ -142,8 +142,7 @@ TEST_F(TableFilesTest, WordsEveryReasonInTheUsersLanguage) {
 }
 
 TEST_F(TableFilesTest, WantsAsManyFieldsAsColumns) {
-    EXPECT_EQ(refusalOf("dsign.csv", "isignseq,csign\n1,a\n2,b,c\n"),
-              "dsign.csv, line 3: fields: 3, column names: 2");
+    EXPECT_EQ(refusalOf("dsign.csv", "isignseq,csign\n1,a\n2,b,c\n"), "dsign.csv, line 3: fields: 3, column names: 2");
     EXPECT_EQ(refusalOf("dsign.csv", "isignseq,csign\n1\n"), "dsign.csv, line 2: fields: 1, column names: 2");
 }
 
@@ -245,13 +244,13 @@ TEST_F(TableFilesTest, ReportsNoMoreThanFiftyFaults) {
 }
 
 TEST_F(TableFilesTest, NamesADoubleKeyThatNoLineOfTheFileHas) {
-    connection.Execute("insert into dsign (isignseq,csign) values (1,N'a')");
-    scratch.write("csv/dsign.csv", "isignseq,csign\n2,b\n1,c\n");
+    connection.Execute("insert into fitemss98 (citemcode,citemname) values (N'1',N'a')");
+    scratch.write("csv/fitemss98.csv", "citemcode,citemname\n2,b\n1,c\n");
     try {
         load();
         ADD_FAILURE() << "no failure";
     } catch (const Failure& failure) {
-        EXPECT_THAT(failure.message(language), HasSubstr("line 3: the key isignseq=1 is in the table already"));
+        EXPECT_THAT(failure.message(language), HasSubstr("line 3: the key citemcode=1 is in the table already"));
     }
 }
 

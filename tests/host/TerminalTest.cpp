@@ -108,6 +108,19 @@ TEST(ProgressBar, DrawsOnlyWhenThePercentageChangesAndGoesAway) {
     EXPECT_EQ(stream.str(), "\r\x1b[K");
 }
 
+TEST(ProgressBar, FitsNarrowTerminals) {
+    const auto drawn = [](std::size_t columns) {
+        std::ostringstream stream;
+        host::ProgressBar bar(stream, "正在分配", 1000, true, columns);
+        bar.update(500);
+        return stream.str().substr(4);
+    };
+    EXPECT_EQ(drawn(40), "正在分配 [######.......] 500/1000 50%");
+    EXPECT_EQ(drawn(32), "正在分配 [##...] 500/1000 50%");
+    EXPECT_EQ(drawn(31), "500/1000 50%");
+    EXPECT_EQ(drawn(1), "500/1000 50%");
+}
+
 TEST(ProgressBar, DrawsNothingWhereItIsNotShown) {
     std::ostringstream stream;
     {

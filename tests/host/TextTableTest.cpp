@@ -19,12 +19,25 @@ TEST(TextTable, AlignsWideCharactersOnTwoColumns) {
                                            "2024/1/1/1       1.00  x", "收          12,345.00  是"));
 }
 
-TEST(TextTable, CutsLongCellsBetweenCharacters) {
-    TextTable table({{"S", TextTable::Align::left, 5}, {"E"}});
-    table.add({"借方金额", "e"});
-    table.add({"abcde", "e"});
-    table.add({"abcdef", "e"});
-    EXPECT_THAT(table.lines(), ElementsAre("S      E", "-----  -", "借方…  e", "abcde  e", "abcd…  e"));
+TEST(TextTable, CutsCellsForANarrowTerminalOnly) {
+    TextTable table({{"Summary", TextTable::Align::left, true}, {"Name"}});
+    table.add({"借方金额借方金额", "whole, however long"});
+    table.add({"abcdefghij", "e"});
+    table.add({"abcdefghijk", "e"});
+    EXPECT_THAT(table.lines(),
+                ElementsAre("Summary           Name", "----------------  -------------------",
+                            "借方金额借方金额  whole, however long", "abcdefghij        e", "abcdefghijk       e"));
+    EXPECT_EQ(table.lines(37), table.lines()) << "it just fits";
+    EXPECT_THAT(table.lines(31), ElementsAre("Summary     Name", "----------  -------------------",
+                                             "借方金额…   whole, however long", "abcdefghij  e", "abcdefghi…  e"));
+    EXPECT_EQ(table.lines(5), table.lines(31)) << "no column gets narrower than ten";
+}
+
+TEST(TextTable, CutsTheWidestColumnFirst) {
+    TextTable table({{"A", TextTable::Align::left, true}, {"B", TextTable::Align::left, true}});
+    table.add({std::string(20, 'a'), std::string(14, 'b')});
+    EXPECT_EQ(table.lines(30).back(), std::string(13, 'a') + "…  " + std::string(14, 'b'));
+    EXPECT_EQ(table.lines(28).back(), std::string(12, 'a') + "…  " + std::string(12, 'b') + "…");
 }
 
 TEST(TextTable, FillsMissingCellsAndLeavesOutTooMany) {

@@ -24,7 +24,7 @@ void Output::raw(std::string_view text) {
 }
 
 void Output::table(const TextTable& table) {
-    for (const std::string& text : table.lines()) {
+    for (const std::string& text : table.lines(console_.columns)) {
         line(text);
     }
 }

@@ -2,17 +2,35 @@
 
 #include "host/cli/ExitCode.h"
 #include "host/cli/Failure.h"
+#include "host/cli/readText.h"
 
 #include <toml++/toml.h>
 
+#include <algorithm>
 #include <cstdlib>
-#include <fstream>
 
 namespace z7::cashflow::host {
 
 namespace {
 
-constexpr std::size_t longestSettings = std::size_t{1} << 20;
+constexpr std::size_t longestSettings = std::size_t{64} << 10U;
+
+/// Dotted keys nest tables in each other, and the parser goes through them by calling itself: so many dots are no settings.
+constexpr std::ptrdiff_t mostDots = 500;
+
+bool isTooDeep(std::string_view text) {
+    std::ptrdiff_t dots = 0;
+    while (!text.empty()) {
+        const std::size_t end = std::min(text.find('\n'), text.size());
+        const std::string_view line = text.substr(0, end);
+        const std::size_t first = line.find_first_not_of(" \t");
+        if (first != std::string_view::npos && line[first] != '#') {
+            dots += std::count(line.begin(), line.end(), '.');
+        }
+        text.remove_prefix(std::min(end + 1, text.size()));
+    }
+    return dots > mostDots;
+}
 
 [[noreturn]] void fail(const std::string& shownPath, std::size_t line, Language language, HostText reason,
                        const std::vector<std::string>& arguments) {
@@ -23,12 +41,14 @@ constexpr std::size_t longestSettings = std::size_t{1} << 20;
 } // namespace
 
 Settings readSettings(std::string_view text, const std::string& shownPath, Language language) {
+    if (isTooDeep(text)) {
+        throw Failure(exitCode::usage, HostText::settingsTooDeep, {shownPath});
+    }
     toml::table table;
     try {
         table = toml::parse(text);
     } catch (const toml::parse_error& error) {
-        throw Failure(exitCode::usage, HostText::settingsUnreadable,
-                      {shownPath, std::to_string(error.source().begin.line), std::string(error.description())});
+        fail(shownPath, error.source().begin.line, language, HostText::settingsNoToml, {});
     }
     Settings settings;
     for (const auto& [key, node] : table) {
@@ -63,21 +83,14 @@ Settings readSettings(std::string_view text, const std::string& shownPath, Langu
 }
 
 Settings readSettingsFile(const std::filesystem::path& path, Language language) {
-    std::error_code ignored;
-    std::ifstream file;
-    if (std::filesystem::is_regular_file(path, ignored)) {
-        file.open(path, std::ios::binary);
+    const TextRead read = readText(path, longestSettings);
+    if (read.outcome == TextRead::Outcome::tooLong) {
+        throw Failure(exitCode::usage, HostText::settingsTooLong, {path.string()});
     }
-    if (!file.is_open()) {
+    if (read.outcome == TextRead::Outcome::unreadable) {
         throw Failure(exitCode::usage, HostText::settingsMissing, {path.string()});
     }
-    std::string text(longestSettings + 1, '\0');
-    file.read(text.data(), static_cast<std::streamsize>(text.size()));
-    text.resize(static_cast<std::size_t>(file.gcount()));
-    if (file.bad() || text.size() > longestSettings) {
-        throw Failure(exitCode::usage, HostText::settingsMissing, {path.string()});
-    }
-    return readSettings(text, path.string(), language);
+    return readSettings(read.text, path.string(), language);
 }
 
 std::optional<std::filesystem::path> defaultSettingsPath() {

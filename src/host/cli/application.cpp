@@ -7,6 +7,7 @@
 #include "host/cli/Output.h"
 #include "host/cli/Settings.h"
 #include "host/cli/connectOption.h"
+#include "host/cli/helpFormatter.h"
 #include "host/cli/usageText.h"
 #include "host/text/reasonText.h"
 #include "host/version.h"
@@ -15,6 +16,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <csignal>
 #include <cstdlib>
 #include <new>
@@ -44,18 +46,38 @@ void addCommonOptions(CLI::App& app, GivenOptions& given, Language language) {
     app.add_option("--settings", given.settings, hostText(language, HostText::helpSettings));
 }
 
-void labelInChinese(CLI::App& app) {
-    app.option_defaults()->group("选项");
-    const auto formatter = app.get_formatter();
-    formatter->label("Usage", "用法");
-    formatter->label("OPTIONS", "选项");
-    formatter->label("Options", "选项");
-    formatter->label("Positionals", "参数");
-    formatter->label("SUBCOMMAND", "命令");
-    formatter->label("Subcommands", "命令");
-    formatter->label("REQUIRED", "必需");
-    formatter->label("TEXT", "文本");
-    formatter->label("INT", "整数");
+/// An option that is given as an empty text means nothing, and most likely a variable of the shell was empty.
+void requireNoEmptyOption(const std::vector<std::string>& arguments) {
+    for (const std::string option : {"--connect", "--settings", "--lang", "--from"}) {
+        for (std::size_t i = 0; i < arguments.size(); ++i) {
+            const bool next = arguments[i] == option && i + 1 < arguments.size() && arguments[i + 1].empty();
+            if (next || arguments[i] == option + "=") {
+                throw Failure(exitCode::usage, HostText::optionEmpty, {option});
+            }
+        }
+    }
+}
+
+/// "help" and "help COMMAND" ask for the same as --help and COMMAND --help.
+std::vector<std::string> withHelpAsOption(std::vector<std::string> arguments, const CLI::App& program,
+                                          Language language) {
+    std::size_t place = 0;
+    while (place < arguments.size() && arguments[place].starts_with('-')) {
+        const std::string& option = arguments[place];
+        place += option == "--lang" || option == "--connect" || option == "--settings" ? 2 : 1;
+    }
+    if (place >= arguments.size() || arguments[place] != "help") {
+        return arguments;
+    }
+    arguments.erase(arguments.begin() + static_cast<std::ptrdiff_t>(place));
+    if (place < arguments.size() && !arguments[place].starts_with('-')) {
+        const std::string& word = arguments[place];
+        if (program.get_subcommands([&word](const CLI::App* command) { return command->get_name() == word; }).empty()) {
+            throw Failure(exitCode::usage, HostText::asItIs, {unknownCommandText(language, program, word)});
+        }
+    }
+    arguments.emplace_back("--help");
+    return arguments;
 }
 
 /// The language of help and of mistakes on the command line, which show before the options are parsed.
@@ -81,8 +103,12 @@ Settings settingsFor(const GivenOptions& given, Language language) {
     return path && std::filesystem::exists(*path, ignored) ? readSettingsFile(*path, language) : Settings{};
 }
 
+void say(const Console& console, Language language, const std::string& message) {
+    console.err << terminal::printable(hostText(language, HostText::errorLine, {message})) << std::endl;
+}
+
 /// The command line before the settings file, the settings file before the environment.
-GlobalOptions globalOptions(const GivenOptions& given, Language languageSoFar) {
+GlobalOptions globalOptions(const GivenOptions& given, Language languageSoFar, const Console& console) {
     GlobalOptions options;
     options.language = languageSoFar;
     options.quiet = given.quiet;
@@ -96,10 +122,13 @@ GlobalOptions globalOptions(const GivenOptions& given, Language languageSoFar) {
     }
     const char* connect = std::getenv("Z7CF_CONNECT"); // NOLINT(concurrency-mt-unsafe): the host starts no thread
     options.connectGiven = !given.connect.empty();
-    if (options.connectGiven) {
-        options.connect = connectionStringOf(given.connect, true);
-    } else if (connect != nullptr && *connect != '\0') {
-        options.connect = connectionStringOf(connect, false);
+    const std::string option = options.connectGiven ? given.connect : connect != nullptr ? connect : "";
+    if (!option.empty()) {
+        options.connect = connectionStringOf(option, options.connectGiven);
+        const std::string file = holdsSecret(options.connect) ? fileOpenToOthers(option) : std::string();
+        if (!file.empty() && !options.quiet) {
+            say(console, options.language, hostText(options.language, HostText::connectFileOpen, {file}));
+        }
     }
     options.account = settings.account.value_or(options.account);
     options.user = settings.user.value_or(options.user);
@@ -107,10 +136,6 @@ GlobalOptions globalOptions(const GivenOptions& given, Language languageSoFar) {
     options.guard = settings.guard.value_or(options.guard);
     options.accountingSystem = settings.accountingSystem.value_or(options.accountingSystem);
     return options;
-}
-
-void say(const Console& console, Language language, const std::string& message) {
-    console.err << terminal::printable(hostText(language, HostText::errorLine, {message})) << std::endl;
 }
 
 /// Runs a command and turns every way in which it can fail into an exit code and a text.
@@ -146,11 +171,10 @@ int runApplication(const std::vector<std::string>& arguments, const Console& con
                    const ConnectionMaker& serverConnection) {
     Language language = languageOfArguments(arguments);
     return guarded(console, language, [&]() -> int {
+        requireNoEmptyOption(arguments);
         CLI::App program(hostText(language, HostText::helpProgram), "z7cf");
+        program.formatter(helpFormatter(language));
         GivenOptions given;
-        if (language == Language::chinese) {
-            labelInChinese(program);
-        }
         addCommonOptions(program, given, language);
         program.set_version_flag("--version", std::string("z7cf ") + programVersion,
                                  hostText(language, HostText::helpVersion));
@@ -159,14 +183,12 @@ int runApplication(const std::vector<std::string>& arguments, const Console& con
         std::vector<CLI::App*> parsed;
         for (const auto& command : commands) {
             CLI::App& declared = command->declare(program, language);
-            if (language == Language::chinese) {
-                declared.group("命令");
-            }
             addCommonOptions(declared, given, language);
             parsed.push_back(&declared);
         }
         try {
-            program.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
+            const auto words = withHelpAsOption(arguments, program, language);
+            program.parse(std::vector<std::string>(words.rbegin(), words.rend()));
         } catch (const CLI::Success& request) { // help or version
             std::ostringstream text;
             static_cast<void>(program.exit(request, text, console.err));
@@ -176,10 +198,9 @@ int runApplication(const std::vector<std::string>& arguments, const Console& con
             return exitCode::done;
         } catch (const CLI::ParseError& error) {
             say(console, language, usageText(language, program, error));
-            say(console, language, hostText(language, HostText::usageHint));
             return exitCode::usage;
         }
-        GlobalOptions options = globalOptions(given, language);
+        GlobalOptions options = globalOptions(given, language, console);
         if (serverConnection) {
             options.serverConnection = serverConnection;
         }

@@ -3,11 +3,11 @@
 #include "adapters/shared/session/ConnectionText.h"
 #include "host/cli/ExitCode.h"
 #include "host/cli/Failure.h"
+#include "host/cli/readText.h"
 #include "z7cashflow/support/Error.h"
 
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
 #include <string_view>
 
 namespace z7::cashflow::host {
@@ -15,28 +15,42 @@ namespace z7::cashflow::host {
 namespace {
 
 constexpr std::size_t longestString = 65536;
+constexpr std::string_view blanks = " \t\r\n";
 
-std::string trimmed(const std::string& text) {
-    const std::size_t first = text.find_first_not_of(" \t\r\n");
-    return first == std::string::npos ? std::string()
-                                      : text.substr(first, text.find_last_not_of(" \t\r\n") - first + 1);
+std::string_view trimmed(std::string_view text) {
+    const std::size_t first = text.find_first_not_of(blanks);
+    return first == std::string_view::npos ? std::string_view()
+                                           : text.substr(first, text.find_last_not_of(blanks) - first + 1);
 }
 
 std::string fileText(const std::string& file) {
-    std::error_code ignored;
-    std::ifstream stream;
-    if (!std::filesystem::is_directory(file, ignored)) {
-        stream.open(file, std::ios::binary);
-    }
-    std::string text(longestString + 1, '\0');
-    if (stream.is_open()) {
-        stream.read(text.data(), static_cast<std::streamsize>(text.size()));
-        text.resize(static_cast<std::size_t>(stream.gcount()));
-    }
-    if (!stream.is_open() || stream.bad() || text.size() > longestString) {
+    TextRead read = readText(file, longestString);
+    if (read.outcome != TextRead::Outcome::whole) {
         throw Failure(exitCode::usage, HostText::connectFileMissing, {file});
     }
-    return text;
+    if (read.text.starts_with("\xFF\xFE") || read.text.starts_with("\xFE\xFF") ||
+        read.text.find('\0') != std::string::npos) {
+        throw Failure(exitCode::usage, HostText::connectFileNoText, {file});
+    }
+    return std::move(read.text);
+}
+
+/// The string that lines of text make up: each line that is not a remark holds one keyword with its value, or several.
+std::string joinedLines(std::string_view text) {
+    constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+    text.remove_prefix(text.starts_with(byteOrderMark) ? byteOrderMark.size() : 0);
+    std::string joined;
+    while (!text.empty()) {
+        const std::size_t end = std::min(text.find('\n'), text.size());
+        const std::string_view line = trimmed(text.substr(0, end));
+        text.remove_prefix(std::min(end + 1, text.size()));
+        if (line.empty() || line.front() == '#') {
+            continue;
+        }
+        joined += joined.empty() || joined.back() == ';' ? "" : ";";
+        joined += line;
+    }
+    return joined;
 }
 
 } // namespace
@@ -57,14 +71,27 @@ bool holdsSecret(std::string_view text) {
 
 std::string connectionStringOf(const std::string& option, bool onCommandLine) {
     const bool isFile = option.starts_with('@');
-    std::string text = trimmed(isFile ? fileText(option.substr(1)) : option);
+    std::string text = isFile ? joinedLines(fileText(option.substr(1))) : std::string(trimmed(option));
     if (text.empty()) {
-        throw Failure(exitCode::usage, HostText::connectEmpty);
+        throw isFile ? Failure(exitCode::usage, HostText::connectFileEmpty, {option.substr(1)})
+                     : Failure(exitCode::usage, HostText::connectEmpty);
     }
     if (onCommandLine && !isFile && holdsSecret(text)) {
         throw Failure(exitCode::usage, HostText::connectSecret);
     }
     return text;
+}
+
+std::string fileOpenToOthers(const std::string& option) {
+    if (!option.starts_with('@')) {
+        return {};
+    }
+    namespace fs = std::filesystem;
+    const std::string file = option.substr(1);
+    std::error_code failure;
+    const fs::perms rights = fs::status(file, failure).permissions();
+    const bool open = !failure && (rights & (fs::perms::others_read | fs::perms::others_write)) != fs::perms::none;
+    return open ? file : std::string();
 }
 
 } // namespace z7::cashflow::host

@@ -11,7 +11,11 @@ class ParseError;
 
 namespace z7::cashflow::host {
 
-/// What is wrong with a command line that the program has refused, in the user's language, with the words that it is about.
+/// What is wrong with a command line that was refused, in the user's language: one sentence with the word that it is about, the word that was
+/// probably meant, and where help is.
 [[nodiscard]] std::string usageText(Language language, const CLI::App& program, const CLI::ParseError& error);
+
+/// The sentence for a word that is not a command, with the command that was probably meant.
+[[nodiscard]] std::string unknownCommandText(Language language, const CLI::App& program, const std::string& word);
 
 } // namespace z7::cashflow::host

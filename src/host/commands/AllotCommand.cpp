@@ -74,7 +74,7 @@ public:
         std::optional<Error> failure;
         try {
             ProgressBar bar(console.err, output.text(HostText::progress), vouchers.size(),
-                            console.errorsOnTerminal && !options.quiet && !options.json);
+                            console.errorsOnTerminal && !options.quiet && !options.json, console.errorColumns);
             Allotment allotment(session.guarded(), session.provider().Gl(), !dryRun_);
             bar.update(0);
             allotment.allotAll(

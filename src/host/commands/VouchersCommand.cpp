@@ -69,7 +69,7 @@ public:
         const auto vouchers = listVouchers(session.connection(), year, period);
         TextTable table({{output.text(HostText::voucher)},
                          {output.text(HostText::date)},
-                         {output.text(HostText::summary), TextTable::Align::left, summaryColumns},
+                         {output.text(HostText::summary), TextTable::Align::left, true},
                          {output.text(HostText::cashSum), TextTable::Align::right},
                          {output.text(HostText::needed)},
                          {output.text(HostText::stored), TextTable::Align::right},
@@ -99,8 +99,6 @@ public:
     }
 
 private:
-    static constexpr std::size_t summaryColumns = 40;
-
     static nlohmann::ordered_json json(const VoucherHead& voucher, const VoucherState& state) {
         const auto orNull = [](bool there, const nlohmann::ordered_json& value) {
             return there ? value : nlohmann::ordered_json();

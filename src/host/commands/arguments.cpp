@@ -6,6 +6,9 @@
 
 #include <CLI/CLI.hpp>
 
+#include <charconv>
+#include <system_error>
+
 namespace z7::cashflow::host {
 
 void DatabaseArgument::declare(CLI::App& command, Language language) {
@@ -80,14 +83,16 @@ void PeriodArgument::declare(CLI::App& command, Language language) {
 }
 
 void YearArgument::declare(CLI::App& command, Language language) {
-    command.add_option("--year", number, hostText(language, HostText::helpYear))->required();
+    command.add_option("--year", text, hostText(language, HostText::helpYear))->required()->type_name("INT");
 }
 
 std::int16_t YearArgument::year() const {
-    if (number < 1 || number > 9999) {
-        throw Failure(exitCode::usage, HostText::badYear, {std::to_string(number)});
+    std::int16_t year = 0;
+    const auto [end, failure] = std::from_chars(text.data(), text.data() + text.size(), year);
+    if (failure != std::errc() || end != text.data() + text.size() || year < 1 || year > 9999) {
+        throw Failure(exitCode::usage, HostText::badYear, {text});
     }
-    return static_cast<std::int16_t>(number);
+    return year;
 }
 
 std::optional<std::uint8_t> PeriodArgument::period() const {

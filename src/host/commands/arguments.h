@@ -70,10 +70,10 @@ private:
 
 /// An accounting year.
 struct YearArgument {
-    std::int64_t number = 0;
+    std::string text;
     /// Adds the option --year, which has to be given.
     void declare(CLI::App& command, Language language);
-    /// Failure (usage) if it is no year from 1 to 9999.
+    /// Failure (usage) if it is not a year from 1 to 9999.
     [[nodiscard]] std::int16_t year() const;
 };
 

@@ -10,12 +10,14 @@ namespace {
 
 constexpr std::string_view ellipsis = "…";
 
-std::string shortened(const std::string& cell, std::size_t mostColumns) {
-    std::string text = terminal::printable(cell);
-    if (mostColumns == 0 || terminal::displayWidth(text) <= mostColumns) {
-        return text;
+constexpr std::size_t gapColumns = 2;    ///< between two columns
+constexpr std::size_t leastColumns = 10; ///< to which a column may shrink
+
+std::string fitted(const std::string& cell, std::size_t columns) {
+    if (terminal::displayWidth(cell) <= columns) {
+        return cell;
     }
-    std::string cut(terminal::fitToWidth(text, mostColumns - 1));
+    std::string cut(terminal::fitToWidth(cell, columns - 1));
     cut += ellipsis;
     return cut;
 }
@@ -31,25 +33,46 @@ TextTable::TextTable(std::vector<Column> columns) : columns_(std::move(columns))
 
 void TextTable::add(std::vector<std::string> cells) {
     cells.resize(columns_.size());
-    for (std::size_t i = 0; i < cells.size(); ++i) {
-        cells[i] = shortened(cells[i], columns_[i].mostColumns);
+    for (std::string& cell : cells) {
+        cell = terminal::printable(cell);
     }
     records_.push_back(std::move(cells));
 }
 
-std::vector<std::string> TextTable::lines() const {
+std::vector<std::size_t> TextTable::widths(std::size_t terminalColumns) const {
     std::vector<std::size_t> widths;
+    std::size_t total = 0;
     for (std::size_t i = 0; i < columns_.size(); ++i) {
         std::size_t width = terminal::displayWidth(columns_[i].heading);
         for (const auto& record : records_) {
             width = std::max(width, terminal::displayWidth(record[i]));
         }
         widths.push_back(width);
+        total += width + (i == 0 ? 0 : gapColumns);
     }
+    while (terminalColumns > 0 && total > terminalColumns) {
+        std::size_t widest = columns_.size();
+        for (std::size_t i = 0; i < columns_.size(); ++i) {
+            const std::size_t least = std::max(leastColumns, terminal::displayWidth(columns_[i].heading));
+            if (columns_[i].shrinks && widths[i] > least && (widest == columns_.size() || widths[i] > widths[widest])) {
+                widest = i;
+            }
+        }
+        if (widest == columns_.size()) {
+            break;
+        }
+        --widths[widest];
+        --total;
+    }
+    return widths;
+}
+
+std::vector<std::string> TextTable::lines(std::size_t terminalColumns) const {
+    const std::vector<std::size_t> widths = this->widths(terminalColumns);
     const auto joined = [&](const auto& cellOf) {
         std::string line;
         for (std::size_t i = 0; i < columns_.size(); ++i) {
-            const std::string& cell = cellOf(i);
+            const std::string cell = fitted(cellOf(i), widths[i]);
             const std::string gap(widths[i] - terminal::displayWidth(cell), ' ');
             line += i == 0 ? "" : "  ";
             line += columns_[i].align == Align::right ? gap + cell : cell + gap;

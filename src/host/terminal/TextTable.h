@@ -14,7 +14,8 @@ public:
     struct Column {
         std::string heading;
         Align align = Align::left;
-        std::size_t mostColumns = 0; ///< longer cells are cut and end in an ellipsis; 0 for no limit
+        bool shrinks =
+            false; ///< on a terminal too narrow for the table its longest cells are cut and end in an ellipsis
     };
 
     explicit TextTable(std::vector<Column> columns);
@@ -23,10 +24,13 @@ public:
     void add(std::vector<std::string> cells);
     [[nodiscard]] bool empty() const noexcept { return records_.empty(); }
 
-    /// The lines of the table, each without a line break and without blanks at its end.
-    [[nodiscard]] std::vector<std::string> lines() const;
+    /// The lines of the table, each without a line break and without blanks at its end, for a terminal of so many columns; 0 stands for a
+    /// file or a pipe, where every cell is whole. A table may stay wider than the terminal, which then breaks its lines.
+    [[nodiscard]] std::vector<std::string> lines(std::size_t terminalColumns = 0) const;
 
 private:
+    [[nodiscard]] std::vector<std::size_t> widths(std::size_t terminalColumns) const;
+
     std::vector<Column> columns_;
     std::vector<std::vector<std::string>> records_;
 };

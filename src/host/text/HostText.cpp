@@ -84,6 +84,7 @@ constexpr std::array texts{
     HostTextEntry{T::listComma, "、", ", "},
 
     HostTextEntry{T::errorLine, "z7cf: {0}", "z7cf: {0}"},
+    HostTextEntry{T::asItIs, "{0}", "{0}"},
     HostTextEntry{T::badKey, "“{0}”不是凭证号；请写成 年/期间/类别/号，例如 2024/1/2/15",
                   "\"{0}\" is no voucher; write year/period/kind/number, such as 2024/1/2/15"},
     HostTextEntry{T::badYear, "会计年度应为 1 至 9999：{0}", "The accounting year must be 1 to 9999, not {0}"},
@@ -103,12 +104,24 @@ constexpr std::array texts{
     HostTextEntry{T::inputUnreadable, "无法读取 {0}", "{0} is not there or cannot be read"},
     HostTextEntry{T::inputTooLong, "{0} 超过 64 MiB", "{0} is longer than 64 MiB"},
     HostTextEntry{T::inputEmpty, "{0} 是空的", "{0} is empty"},
+    HostTextEntry{T::standardInputUnreadable, "无法读取标准输入", "standard input cannot be read"},
+    HostTextEntry{T::standardInputTooLong, "标准输入超过 64 MiB", "standard input is longer than 64 MiB"},
+    HostTextEntry{T::standardInputEmpty, "标准输入是空的", "standard input is empty"},
     HostTextEntry{T::argumentMissing, "缺少 {0}；用 --help 查看用法", "{0} is missing; see --help"},
     HostTextEntry{T::argumentTooMany, "参数过多：“{0}”；给出 --connect 时没有 FILE",
                   "\"{0}\" is one argument too many; with --connect there is no FILE"},
-    HostTextEntry{T::argumentUnknown, "不认识的参数：{0}", "unknown on the command line: {0}"},
-    HostTextEntry{T::optionWithoutValue, "选项 {0} 缺少值，或值过多", "option {0} needs one value"},
-    HostTextEntry{T::optionBadValue, "选项的值无效：{0}", "the value of an option cannot be used: {0}"},
+    HostTextEntry{T::argumentUnknown, "多余的参数：{0}；用 --help 查看用法", "too many arguments: {0}; see --help"},
+    HostTextEntry{T::optionUnknown, "没有选项 {0}；用 --help 查看用法", "unknown option {0}; see --help"},
+    HostTextEntry{T::optionUnknownNear, "没有选项 {0}；是否想用 {1}？", "unknown option {0}; did you mean {1}?"},
+    HostTextEntry{T::commandUnknown, "没有命令“{0}”；用 --help 查看有哪些命令",
+                  "unknown command \"{0}\"; --help lists the commands"},
+    HostTextEntry{T::commandUnknownNear, "没有命令“{0}”；是否想用 {1}？", "unknown command \"{0}\"; did you mean {1}?"},
+    HostTextEntry{T::optionWithoutValue, "选项 {0} 缺少值；用 --help 查看用法", "option {0} needs a value; see --help"},
+    HostTextEntry{T::optionTwice, "选项 {0} 给出了不止一次", "option {0} is given more than once"},
+    HostTextEntry{T::optionTakesNone, "选项 {0} 不带值", "option {0} takes no value"},
+    HostTextEntry{T::optionEmpty, "选项 {0} 的值是空的", "the value of option {0} is empty"},
+    HostTextEntry{T::optionsExclude, "{0} 和 {1} 不能同时使用", "{0} and {1} cannot be used together"},
+    HostTextEntry{T::optionBadValue, "选项 {0} 应为整数，而不是“{1}”", "option {0} takes a whole number, not \"{1}\""},
     HostTextEntry{T::commandLineWrong, "命令行有误：{0}", "the command line cannot be used: {0}"},
     HostTextEntry{T::connectEmpty, "连接串是空的", "The connection string is empty"},
     HostTextEntry{T::connectSecret,
@@ -117,6 +130,14 @@ constexpr std::array texts{
                   "@FILE, or use the variable Z7CF_CONNECT"},
     HostTextEntry{T::connectFileMissing, "无法读取连接串文件 {0}",
                   "The file {0} with the connection string is not there or cannot be read"},
+    HostTextEntry{
+        T::connectFileNoText, "连接串文件 {0} 不是 UTF-8 文本；似乎是 UTF-16，请另存为 UTF-8",
+        "The file {0} with the connection string is not UTF-8 text; it looks like UTF-16, so save it as UTF-8"},
+    HostTextEntry{T::connectFileEmpty, "连接串文件 {0} 中没有连接串", "The file {0} holds no connection string"},
+    HostTextEntry{
+        T::connectFileOpen, "警告：连接串文件 {0} 含有密码，而本机其他用户可以读写它；请执行 chmod 600 {0}",
+        "Warning: the file {0} holds a password, and other users of this machine have access to it; run chmod "
+        "600 {0}"},
     HostTextEntry{T::serverNoDatabase,
                   "“{0}”是服务器自己的数据库，不能存放账套；请在连接串中用 Database=名称 指明账套的数据库",
                   "\"{0}\" is a database of the server's own and takes no account; name the account's database in the "
@@ -154,6 +175,11 @@ constexpr std::array texts{
     HostTextEntry{T::settingsNoTruth, "设置“{0}”应为 true 或 false", "setting \"{0}\" must be true or false"},
     HostTextEntry{T::settingsBadValue, "设置“{0}”的值“{1}”无效", "setting \"{0}\" cannot be \"{1}\""},
     HostTextEntry{T::settingsMissing, "无法读取设置文件 {0}", "Settings file {0} is not there or cannot be read"},
+    HostTextEntry{T::settingsTooLong, "设置文件 {0} 超过 64 KiB", "Settings file {0} is longer than 64 KiB"},
+    HostTextEntry{T::settingsTooDeep, "设置文件 {0} 的嵌套过深；每项设置应写成一行：名称 = \"值\"",
+                  "Settings file {0} nests too deep; each setting is one line: NAME = \"VALUE\""},
+    HostTextEntry{T::settingsNoToml, "无法理解；每项设置应写成一行：名称 = \"值\"",
+                  "this cannot be understood; each setting is one line: NAME = \"VALUE\""},
     HostTextEntry{T::setNeedsValue, "--set 应写成 名称=值，而不是“{0}”", "--set takes NAME=VALUE, not \"{0}\""},
     HostTextEntry{T::setUnknown, "不认识的账套选项“{0}”；可用的有 {1}",
                   "Unknown account option \"{0}\"; known are {1}"},
@@ -271,6 +297,16 @@ constexpr std::array texts{
                   "  z7cf statement company.db --year 2024\n"
                   "  z7cf statement company.db --year 2024 --period 1-3 --by month --csv -o quarter.csv\n"
                   "  z7cf statement company.db --year 2024 --html 2024.html"},
+    HostTextEntry{T::helpUsage, "用法：{0}", "Usage: {0}"},
+    HostTextEntry{T::helpArguments, "参数：", "Arguments:"},
+    HostTextEntry{T::helpOptions, "选项：", "Options:"},
+    HostTextEntry{T::helpCommands, "命令：", "Subcommands:"},
+    HostTextEntry{T::helpOptionsPlace, "[选项]", "[OPTIONS]"},
+    HostTextEntry{T::helpCommandPlace, "[命令]", "[SUBCOMMAND]"},
+    HostTextEntry{T::helpText, "文本", "TEXT"},
+    HostTextEntry{T::helpNumber, "整数", "NUMBER"},
+    HostTextEntry{T::helpRequired, "（必需）", " (required)"},
+    HostTextEntry{T::helpExcludes, "（不能与 {0} 同时使用）", " (not together with {0})"},
     HostTextEntry{T::helpProgram, "把总账凭证的现金收支分配到现金流量项目。",
                   "Allots the cash movements of ledger vouchers to cash-flow items."},
     HostTextEntry{T::helpInit, "建立账套数据库：空的、示例公司的或来自 CSV 文件的",
@@ -298,8 +334,9 @@ constexpr std::array texts{
     HostTextEntry{T::helpJson, "输出 JSON，供程序读取", "Write JSON for machines"},
     HostTextEntry{T::helpSettings, "设置文件（TOML）；默认为 ~/.config/z7cf/settings.toml",
                   "Settings file (TOML); by default ~/.config/z7cf/settings.toml"},
-    HostTextEntry{T::helpConnect, "连接串，代替 FILE；@文件 表示从文件读取；也可用环境变量 Z7CF_CONNECT",
-                  "Connection string in place of FILE; @FILE reads it from a file; else Z7CF_CONNECT"},
+    HostTextEntry{T::helpConnect, "连接串，代替 FILE；“@文件”表示从文件读取；也可用环境变量 Z7CF_CONNECT",
+                  "Connection string in place of FILE; @FILE reads it from a file. Without it, that of the variable "
+                  "Z7CF_CONNECT"},
     HostTextEntry{T::helpVersion, "显示版本", "Show the version"},
     HostTextEntry{T::helpHelp, "显示帮助", "Show this help"},
     HostTextEntry{T::helpFile, "账套数据库文件", "Database file of the account"},
@@ -336,22 +373,24 @@ constexpr std::array texts{
                   "例：\n"
                   "  z7cf init company.db --sample\n"
                   "  z7cf allot company.db --year 2024\n"
+                  "  z7cf help allot\n"
                   "退出码：0 完成，1 有凭证被拒绝或不存在，2 用法错误，3 数据库或输出错误，130/143 被中断",
                   "Examples:\n"
                   "  z7cf init company.db --sample\n"
                   "  z7cf allot company.db --year 2024\n"
+                  "  z7cf help allot\n"
                   "Exit codes: 0 done, 1 some voucher refused or not there, 2 usage, 3 database or output, 130/143 "
                   "interrupted"},
     HostTextEntry{
         T::examplesInit,
-        "用 --connect 时，账套建在连接串中 Database= 指明的数据库里；该数据库和 zqsystem 不存在时先建立，\n"
-        "已有账套的表则拒绝。其余全部在一个事务中完成；出错或中断不留下任何东西。\n"
+        "用 --connect 时，账套建在连接串中 Database= 指明的数据库里；该数据库和 zqsystem "
+        "不存在时先建立，已有账套的表则拒绝。其余全部在一个事务中完成；出错或中断不留下任何东西。\n"
         "例：\n"
         "  z7cf init company.db --sample --set bCashCode=true\n"
         "  z7cf init journal.db --from ./tables\n"
         "  z7cf init --connect @office.txt --from ./tables",
-        "With --connect the account goes into the database that the string names with Database=. That database\n"
-        "and zqsystem are made if they are not there; one that holds an account's tables is refused. All else\n"
+        "With --connect the account goes into the database that the string names with Database=. That database "
+        "and zqsystem are made if they are not there; one that holds an account's tables is refused. All else "
         "is one transaction, and a failure or an interruption leaves nothing behind.\n"
         "Examples:\n"
         "  z7cf init company.db --sample --set bCashCode=true\n"
@@ -408,7 +447,6 @@ constexpr std::array texts{
                   "Examples:\n  z7cf voucher-xml company.db bonus-voucher.xml\n  z7cf voucher-xml company.db "
                   "sales-voucher.xml --year 2024 --xml"},
     HostTextEntry{T::examplesSampleXml, "例：\n  z7cf sample-xml documents", "Examples:\n  z7cf sample-xml documents"},
-    HostTextEntry{T::usageHint, "用 --help 查看用法。", "See --help."},
 };
 
 static_assert(texts.size() == static_cast<std::size_t>(HostText::count));

@@ -1,0 +1,134 @@
+#include "host/cli/helpFormatter.h"
+
+#include "adapters/terminal/printable.h"
+#include "host/terminal/foldedText.h"
+#include "host/text/HostText.h"
+
+#include <CLI/CLI.hpp>
+
+#include <sstream>
+#include <utility>
+#include <vector>
+
+namespace z7::cashflow::host {
+
+namespace {
+
+constexpr std::size_t helpWidth = 80;
+constexpr std::size_t nameWidth = 22; ///< of the column of names, with two blanks before and after it
+
+/// Lines of a name with its meaning.
+std::string entry(const std::string& name, const std::string& meaning) {
+    std::string text;
+    std::string first = "  " + name;
+    const std::size_t used = terminal::displayWidth(first);
+    const std::string margin(nameWidth + 4, ' ');
+    if (used + 2 > margin.size()) {
+        text += first + '\n';
+        first = margin;
+    } else {
+        first.append(margin.size() - used, ' ');
+    }
+    for (const std::string& line : foldedText(meaning, helpWidth - margin.size())) {
+        text += std::exchange(first, margin) + line + '\n';
+    }
+    return text;
+}
+
+/// A text of whole lines, folded where they are too wide; a line that begins with a blank is a command and stays whole.
+std::string paragraph(const std::string& given) {
+    std::string text;
+    std::istringstream lines(given);
+    for (std::string line; std::getline(lines, line);) {
+        if (line.starts_with(' ')) {
+            text += line + '\n';
+            continue;
+        }
+        for (const std::string& folded : foldedText(line, helpWidth)) {
+            text += folded + '\n';
+        }
+    }
+    return text;
+}
+
+std::string optionName(const CLI::Option& option, Language language) {
+    std::string text;
+    for (const std::string& name : option.get_snames()) {
+        text += "-" + name + ", ";
+    }
+    for (const std::string& name : option.get_lnames()) {
+        text += "--" + name;
+    }
+    if (option.get_items_expected_max() > 0 && option.get_type_size_max() > 0) {
+        const bool number = option.get_type_name() == "INT" || option.get_type_name() == "UINT";
+        text += " " + hostText(language, number ? HostText::helpNumber : HostText::helpText);
+    }
+    return text;
+}
+
+std::string optionMeaning(const CLI::Option& option, Language language) {
+    std::string text = option.get_description();
+    if (option.get_required()) {
+        text += hostText(language, HostText::helpRequired);
+    }
+    for (const CLI::Option* other : option.get_excludes()) {
+        text += hostText(language, HostText::helpExcludes, {"--" + other->get_lnames().front()});
+    }
+    return text;
+}
+
+std::string usageLine(const CLI::App& app, std::string line, Language language) {
+    line += " " + hostText(language, HostText::helpOptionsPlace);
+    for (const CLI::Option* option : app.get_options()) {
+        if (option->get_positional()) {
+            line += option->get_required() ? " " + option->get_name() : " [" + option->get_name() + "]";
+        }
+    }
+    if (!app.get_subcommands([](const CLI::App*) { return true; }).empty()) {
+        line += " " + hostText(language, HostText::helpCommandPlace);
+    }
+    return hostText(language, HostText::helpUsage, {line});
+}
+
+class HelpFormatter final : public CLI::FormatterBase {
+public:
+    explicit HelpFormatter(Language language) noexcept : language_(language) {}
+    // NOLINTNEXTLINE(readability-identifier-naming): the parser's name
+    [[nodiscard]] std::string make_help(const CLI::App* app, std::string name, CLI::AppFormatMode mode) const override;
+
+private:
+    Language language_;
+};
+
+std::string HelpFormatter::make_help(const CLI::App* app, std::string name, CLI::AppFormatMode /*mode*/) const {
+    std::string arguments;
+    std::string options;
+    for (const CLI::Option* option : app->get_options()) {
+        if (option->get_positional()) {
+            arguments += entry(option->get_name(), optionMeaning(*option, language_));
+        } else {
+            options += entry(optionName(*option, language_), optionMeaning(*option, language_));
+        }
+    }
+    std::string commands;
+    for (const CLI::App* command : app->get_subcommands([](const CLI::App*) { return true; })) {
+        commands += entry(command->get_name(), command->get_description());
+    }
+    std::string text = paragraph(app->get_description()) + usageLine(*app, std::move(name), language_) + '\n';
+    for (const auto& [heading, part] : {std::pair{HostText::helpArguments, arguments},
+                                        {HostText::helpOptions, options},
+                                        {HostText::helpCommands, commands}}) {
+        if (!part.empty()) {
+            text += '\n' + hostText(language_, heading) + '\n' + part;
+        }
+    }
+    return text + '\n' + paragraph(app->get_footer());
+}
+
+} // namespace
+
+std::shared_ptr<CLI::FormatterBase> helpFormatter(Language language) {
+    return std::make_shared<HelpFormatter>(language);
+}
+
+} // namespace z7::cashflow::host
