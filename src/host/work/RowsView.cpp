@@ -43,11 +43,11 @@ TextTable tableOf(const Output& output, Session& session, const CashFlowCollecti
     const auto names = accountNames(session);
     TextTable table({{output.text(HostText::line), TextTable::Align::right},
                      {output.text(HostText::account)},
-                     {output.text(HostText::accountName), TextTable::Align::left, true},
+                     {output.text(HostText::accountName)},
                      {output.text(HostText::debit), TextTable::Align::right},
                      {output.text(HostText::credit), TextTable::Align::right},
                      {output.text(HostText::item)},
-                     {output.text(HostText::itemName), TextTable::Align::left, true}});
+                     {output.text(HostText::itemName)}});
     for (const auto& row : rows) {
         const std::string account = fieldText(*row, "ccode");
         const auto name = names.find(account);
