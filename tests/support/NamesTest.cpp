@@ -7,7 +7,7 @@
 namespace z7::cashflow {
 namespace {
 
-TEST(Names, are_letters_of_any_script_digits_and_a_few_signs) {
+TEST(Names, AreLettersOfAnyScriptDigitsAndAFewSigns) {
     for (const std::string name : {"a", "_", "_9$#@", "code", "凭证", "é1", "Ω", "ж٣", "#t", "##t", "[a b]", "[a]]b]",
                                    "[[]", "[']", "[--]", "[　]", "[😀]"}) {
         EXPECT_EQ(nameLength(name), name.size()) << name;
@@ -16,7 +16,7 @@ TEST(Names, are_letters_of_any_script_digits_and_a_few_signs) {
     }
 }
 
-TEST(Names, are_nothing_else) {
+TEST(Names, AreNothingElse) {
     for (const char* text : {"",
                              " a",
                              "9a",
@@ -51,7 +51,7 @@ TEST(Names, are_nothing_else) {
     }
 }
 
-TEST(Names, end_before_what_looks_like_a_blank_or_a_sign) {
+TEST(Names, EndBeforeWhatLooksLikeABlankOrASign) {
     for (const char* behind : {"\xE3\x80\x80"
                                "drop",
                                "\xC2\xA0",
@@ -62,7 +62,7 @@ TEST(Names, end_before_what_looks_like_a_blank_or_a_sign) {
     }
 }
 
-TEST(Names, have_at_most_128_characters) {
+TEST(Names, HaveAtMost128Characters) {
     const std::string longest(128, 'a');
     EXPECT_EQ(nameLength(longest), 128U);
     EXPECT_EQ(nameLength(longest + "a"), 0U);
@@ -76,7 +76,7 @@ TEST(Names, have_at_most_128_characters) {
     EXPECT_EQ(nameLength(wide + "账"), 0U);
 }
 
-TEST(TableNames, are_one_to_three_names) {
+TEST(TableNames, AreOneToThreeNames) {
     for (const std::string name : {"t", "dbo.t", "base.dbo.t", "base..t", "[a.b].[c]", "tempdb..#t", "账套.dbo.凭证"}) {
         EXPECT_EQ(tableNameLength(name), name.size()) << name;
         EXPECT_EQ(tableNameLength(name + " where"), name.size()) << name;

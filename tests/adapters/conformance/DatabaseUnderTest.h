@@ -10,6 +10,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -50,6 +51,7 @@ public:
 struct Adapter {
     std::string name;
     std::function<std::unique_ptr<DatabaseUnderTest>()> make;
+    friend void PrintTo(const Adapter& adapter, std::ostream* out) { *out << adapter.name; }
 };
 
 /// The adapters of the test program that these cases are linked to.

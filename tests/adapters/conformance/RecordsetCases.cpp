@@ -13,7 +13,7 @@ protected:
     }
 };
 
-TEST_P(RecordsetCases, a_closed_recordset_refuses_what_needs_an_open_one) {
+TEST_P(RecordsetCases, AClosedRecordsetRefusesWhatNeedsAnOpenOne) {
     const auto records = connection_->CreateRecordset();
     EXPECT_EQ(records->State(), ObjectState::Closed);
     for (const auto& action : std::vector<std::function<void()>>{
@@ -29,7 +29,7 @@ TEST_P(RecordsetCases, a_closed_recordset_refuses_what_needs_an_open_one) {
               3709);
 }
 
-TEST_P(RecordsetCases, walks_its_records_in_order_and_gives_none_behind_the_last) {
+TEST_P(RecordsetCases, WalksItsRecordsInOrderAndGivesNoneBehindTheLast) {
     auto records = connection_->CreateRecordset();
     records->CursorLocation(CursorLocation::Client);
     records->ActiveConnection(connection_.get());
@@ -54,7 +54,7 @@ TEST_P(RecordsetCases, walks_its_records_in_order_and_gives_none_behind_the_last
     EXPECT_EQ(errorOf([&] { static_cast<void>(records->Fields().Name(-1)); }).number(), 3265);
 }
 
-TEST_P(RecordsetCases, a_filter_shows_only_what_equals_it_and_a_bad_one_changes_nothing) {
+TEST_P(RecordsetCases, AFilterShowsOnlyWhatEqualsItAndABadOneChangesNothing) {
     const auto records = run("select * from gl_accvouch");
     records->Filter("inid=2");
     EXPECT_EQ(records->RecordCount(), 1);
@@ -68,7 +68,7 @@ TEST_P(RecordsetCases, a_filter_shows_only_what_equals_it_and_a_bad_one_changes_
     EXPECT_EQ(records->RecordCount(), 3);
 }
 
-TEST_P(RecordsetCases, read_only_recordsets_refuse_changes) {
+TEST_P(RecordsetCases, ReadOnlyRecordsetsRefuseChanges) {
     for (const LockType lock : {LockType::ReadOnly, LockType::Unspecified}) {
         const auto records = openRecords("select * from fitemss98", lock);
         EXPECT_EQ(errorOf([&] { records->AddNew(); }).number(), 3251);
@@ -78,7 +78,7 @@ TEST_P(RecordsetCases, read_only_recordsets_refuse_changes) {
     EXPECT_EQ(errorOf([&] { run("select * from fitemss98")->AddNew(); }).number(), 3251);
 }
 
-TEST_P(RecordsetCases, new_and_changed_records_are_written_by_an_update_or_a_move) {
+TEST_P(RecordsetCases, NewAndChangedRecordsAreWrittenByAnUpdateOrAMove) {
     const auto records = openRecords("select * from fitemss98");
     records->AddNew();
     records->Fields().Item("citemcode", Variant(std::int32_t{99}));
@@ -97,7 +97,7 @@ TEST_P(RecordsetCases, new_and_changed_records_are_written_by_an_update_or_a_mov
     EXPECT_EQ(count("select * from fitemss98 where citemname=N'first'"), 1);
 }
 
-TEST_P(RecordsetCases, new_records_of_different_columns) {
+TEST_P(RecordsetCases, NewRecordsOfDifferentColumns) {
     const auto records = openRecords("select * from fitemss98");
     const auto add = [&](const char* code, const char* name, bool nameFirst) {
         records->AddNew();
@@ -128,7 +128,7 @@ TEST_P(RecordsetCases, new_records_of_different_columns) {
     EXPECT_TRUE(names.ends_with(";;one;two;three;;")) << names;
 }
 
-TEST_P(RecordsetCases, a_refused_record_stays_pending) {
+TEST_P(RecordsetCases, ARefusedRecordStaysPending) {
     const auto records = openRecords("select * from fitemss98");
     records->AddNew();
     records->Fields().Item("citemcode", Variant("0101"));
@@ -142,12 +142,12 @@ TEST_P(RecordsetCases, a_refused_record_stays_pending) {
     EXPECT_EQ(count("select * from fitemss98"), 3);
 }
 
-TEST_P(RecordsetCases, a_join_cannot_be_written) {
+TEST_P(RecordsetCases, AJoinCannotBeWritten) {
     const auto records = openRecords("select a.ccode from gl_accvouch a inner join code on a.ccode=code.ccode");
     EXPECT_EQ(errorOf([&] { records->AddNew(); }).number(), 3251);
 }
 
-TEST_P(RecordsetCases, a_record_without_a_key_is_not_changed) {
+TEST_P(RecordsetCases, ARecordWithoutAKeyIsNotChanged) {
     run("insert into dsign (isignseq,csign) values(1,N'收')");
     const auto records = openRecords("select * from dsign");
     records->Fields().Item("csign", Variant("付"));
@@ -155,7 +155,7 @@ TEST_P(RecordsetCases, a_record_without_a_key_is_not_changed) {
     EXPECT_EQ(first("select csign from dsign"), Variant("收"));
 }
 
-TEST_P(RecordsetCases, outlives_what_it_was_opened_on) {
+TEST_P(RecordsetCases, OutlivesWhatItWasOpenedOn) {
     const auto records = openRecords("select * from fitemss98");
     connection_->Close();
     EXPECT_EQ(records->RecordCount(), 2);
@@ -163,7 +163,7 @@ TEST_P(RecordsetCases, outlives_what_it_was_opened_on) {
     EXPECT_EQ(errorOf([&] { records->Update(); }).number(), 3704);
 }
 
-TEST_P(RecordsetCases, cut_off_from_its_session) {
+TEST_P(RecordsetCases, CutOffFromItsSession) {
     const auto records = openRecords("select * from fitemss98");
     records->ActiveConnection(std::monostate());
     EXPECT_EQ(records->RecordCount(), 2);
@@ -171,7 +171,7 @@ TEST_P(RecordsetCases, cut_off_from_its_session) {
     EXPECT_TRUE(std::holds_alternative<std::monostate>(records->ActiveConnection()));
 }
 
-TEST_P(RecordsetCases, statement_without_records_leaves_it_closed) {
+TEST_P(RecordsetCases, StatementWithoutRecordsLeavesItClosed) {
     auto records = connection_->CreateRecordset();
     records->Open("delete from dsign", connection_.get(), CursorType::Static, LockType::ReadOnly);
     EXPECT_EQ(records->State(), ObjectState::Closed);

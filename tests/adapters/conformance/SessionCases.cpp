@@ -11,7 +11,7 @@ protected:
     const std::string select_ = "select * from fitemss98";
 };
 
-TEST_P(SessionCases, states_of_a_connection) {
+TEST_P(SessionCases, StatesOfAConnection) {
     auto connection = database_->makeConnection();
     EXPECT_EQ(connection->State(), ObjectState::Closed);
     EXPECT_EQ(errorOf([&] { connection->Execute(select_); }).number(), 3704);
@@ -28,7 +28,7 @@ TEST_P(SessionCases, states_of_a_connection) {
     EXPECT_EQ(connection->Execute(select_)->RecordCount(), 0);
 }
 
-TEST_P(SessionCases, what_is_not_committed_is_seen_by_its_session_alone) {
+TEST_P(SessionCases, WhatIsNotCommittedIsSeenByItsSessionAlone) {
     const auto other = open(std::int16_t{2013});
     connection_->BeginTrans();
     run(insert_);
@@ -44,7 +44,7 @@ TEST_P(SessionCases, what_is_not_committed_is_seen_by_its_session_alone) {
     EXPECT_EQ(other->Execute(select_)->RecordCount(), 1);
 }
 
-TEST_P(SessionCases, rollback_and_close_take_everything_back) {
+TEST_P(SessionCases, RollbackAndCloseTakeEverythingBack) {
     connection_->BeginTrans();
     run(insert_);
     connection_->RollbackTrans();
@@ -64,7 +64,7 @@ TEST_P(SessionCases, rollback_and_close_take_everything_back) {
     EXPECT_EQ(other->Execute(select_)->RecordCount(), 1);
 }
 
-TEST_P(SessionCases, transactions_do_not_nest) {
+TEST_P(SessionCases, TransactionsDoNotNest) {
     EXPECT_GT(errorOf([&] { connection_->CommitTrans(); }).number(), 0);
     EXPECT_GT(errorOf([&] { connection_->RollbackTrans(); }).number(), 0);
     connection_->BeginTrans();
@@ -74,7 +74,7 @@ TEST_P(SessionCases, transactions_do_not_nest) {
     EXPECT_EQ(count(select_), 1);
 }
 
-TEST_P(SessionCases, a_refused_statement_leaves_the_transaction_open) {
+TEST_P(SessionCases, ARefusedStatementLeavesTheTransactionOpen) {
     connection_->BeginTrans();
     run(insert_);
     EXPECT_EQ(errorOf([&] { run(insert_); }).sqlState(), "23000");
@@ -83,7 +83,7 @@ TEST_P(SessionCases, a_refused_statement_leaves_the_transaction_open) {
     EXPECT_EQ(count(select_), 1);
 }
 
-TEST_P(SessionCases, a_statement_that_is_none_leaves_the_transaction_open) {
+TEST_P(SessionCases, AStatementThatIsNoneLeavesTheTransactionOpen) {
     Z7_NEEDS(database_->keepsTransactionAfterBadSyntax());
     connection_->BeginTrans();
     run(insert_);
@@ -93,7 +93,7 @@ TEST_P(SessionCases, a_statement_that_is_none_leaves_the_transaction_open) {
     EXPECT_EQ(count(select_), 1);
 }
 
-TEST_P(SessionCases, of_two_desks_that_save_one_gets_a_clear_error) {
+TEST_P(SessionCases, OfTwoDesksThatSaveOneGetsAClearError) {
     Z7_NEEDS(database_->waitsForLock());
     const auto other = open(std::int16_t{2014}, 1);
     connection_->BeginTrans();
@@ -116,7 +116,7 @@ TEST_P(SessionCases, of_two_desks_that_save_one_gets_a_clear_error) {
     EXPECT_EQ(first("select citemname from fitemss98"), Variant("x"));
 }
 
-TEST_P(SessionCases, a_reader_does_not_keep_a_writer_waiting) {
+TEST_P(SessionCases, AReaderDoesNotKeepAWriterWaiting) {
     run(insert_);
     const auto other = open(std::int16_t{2013});
     const auto reading = other->Execute(select_);

@@ -41,7 +41,7 @@ protected:
     }
 };
 
-TEST_P(StatementCases, readers_of_the_cash_table) {
+TEST_P(StatementCases, ReadersOfTheCashTable) {
     addCashRow();
     const std::string head = "select table1.*,fitemss98.citemname from (select gl_cashtable.*, "
                              "code.ccode_name,code.bCashItem from gl_cashtable "
@@ -58,7 +58,7 @@ TEST_P(StatementCases, readers_of_the_cash_table) {
     EXPECT_EQ(records->Fields().Name(0), "RowGuid");
 }
 
-TEST_P(StatementCases, readers_of_vouchers) {
+TEST_P(StatementCases, ReadersOfVouchers) {
     const std::string list = "cDefine1,cDefine2,cDefine3,cDefine4,cDefine5,cDefine6,cDefine7,cDefine8,cDefine9,"
                              "cDefine10,cDefine11,cDefine12,"
                              "cDefine13,cDefine14,cDefine15,cDefine16";
@@ -120,7 +120,7 @@ TEST_P(StatementCases, readers_of_vouchers) {
               Variant(std::int32_t{3}));
 }
 
-TEST_P(StatementCases, writers_of_the_cash_table) {
+TEST_P(StatementCases, WritersOfTheCashTable) {
     addCashRow();
     addCashRow("gl_cashtable");
     run("UPDATE GL_CashTable SET cexch_name =  g.cexch_name FROM dbo.GL_CashTable c INNER JOIN dbo.GL_accvouch g ON  "
@@ -149,7 +149,7 @@ TEST_P(StatementCases, writers_of_the_cash_table) {
     EXPECT_EQ(count("select * from gl_cashtable"), 0) << "there is no voucher 7";
 }
 
-TEST_P(StatementCases, items_templates_options_and_periods) {
+TEST_P(StatementCases, ItemsTemplatesOptionsAndPeriods) {
     run("insert into accinformation (csysid,cname,cvalue) values(N'GL',N'bCashCode',N'True')");
     run("insert into GL_VouchDraft (cUserId,inid,cCashItem) values(N'demo',1,Null)");
     run("insert into GL_VoucherOption (operator,iUpdateCashFlow) values(N'demo',1)");
@@ -190,7 +190,7 @@ TEST_P(StatementCases, items_templates_options_and_periods) {
     EXPECT_EQ(first("select iid from zqsystem..ua_period where cacc_id=N'" + account + "'"), Variant(std::uint8_t{1}));
 }
 
-TEST_P(StatementCases, readers_of_references_and_the_columns_of_a_grid) {
+TEST_P(StatementCases, ReadersOfReferencesAndTheColumnsOfAGrid) {
     const std::string references =
         "select  cast(0 as bit) as bRefSelectColumn,inid,a.ccode,md,mc from gl_accvouch a inner join gl_v_code on "
         "a.ccode=gl_v_code.ccode and gl_v_code.bCashItem=";
@@ -216,7 +216,7 @@ TEST_P(StatementCases, readers_of_references_and_the_columns_of_a_grid) {
     EXPECT_EQ(count("select * from GL_myoutput"), 0);
 }
 
-TEST_P(StatementCases, temporary_table_takes_the_shape_of_the_ledger) {
+TEST_P(StatementCases, TemporaryTableTakesTheShapeOfTheLedger) {
     Z7_NEEDS(database_->selectInto());
     const std::string table = "tempdb..TempVoucher0AF34400000000";
     EXPECT_EQ(errorOf([&] { run("drop table " + table); }).sqlState(), "42S02");
@@ -268,7 +268,7 @@ TEST_P(StatementCases, temporary_table_takes_the_shape_of_the_ledger) {
     EXPECT_EQ(dropped.sqlState(), "42S02");
 }
 
-TEST_P(StatementCases, refused_statements_leave_nothing) {
+TEST_P(StatementCases, RefusedStatementsLeaveNothing) {
     const Error key = errorOf([&] { run("insert into fitemss98 (citemcode) values(N'0101')"); });
     EXPECT_EQ(key.sqlState(), "23000");
     EXPECT_GT(key.number(), 0);

@@ -13,7 +13,7 @@ protected:
     }
 };
 
-TEST_P(TypeCases, columns_come_in_their_types) {
+TEST_P(TypeCases, ColumnsComeInTheirTypes) {
     const auto records = run("select * from gl_accvouch where inid=1");
     FieldList& line = records->Fields();
     EXPECT_TRUE(line.Item("iyear").is<std::int16_t>());
@@ -30,7 +30,7 @@ TEST_P(TypeCases, columns_come_in_their_types) {
     EXPECT_EQ(run("select bclose from code where ccode='1001'")->Fields().Item("bclose"), Variant(false));
 }
 
-TEST_P(TypeCases, expressions_come_in_the_type_of_their_value) {
+TEST_P(TypeCases, ExpressionsComeInTheTypeOfTheirValue) {
     EXPECT_EQ(first("select count(*) from code"), Variant(std::int32_t{3}));
     EXPECT_EQ(first("select sum(md) from gl_accvouch"), Variant(100.25));
     EXPECT_EQ(first("select sum(md) from gl_accvouch where 1=0"), Variant());
@@ -39,13 +39,13 @@ TEST_P(TypeCases, expressions_come_in_the_type_of_their_value) {
     EXPECT_EQ(run("select count(*) from code")->Fields().Name(0), "");
 }
 
-TEST_P(TypeCases, sums_of_money_are_exact) {
+TEST_P(TypeCases, SumsOfMoneyAreExact) {
     run("update gl_accvouch set md=0.1 where inid=1; update gl_accvouch set md=0.2 where inid=2; "
         "update gl_accvouch set md=-0.3 where inid=3");
     EXPECT_EQ(first("select sum(md) from gl_accvouch"), Variant(0.0));
 }
 
-TEST_P(TypeCases, literals_take_the_type_of_their_column) {
+TEST_P(TypeCases, LiteralsTakeTheTypeOfTheirColumn) {
     const std::string date = "update gl_accvouch set dbill_date=";
     for (const char* text : {"N'2013-1-6'", "'2013/01/06'", "N'2013-01-06 00:00:00'", "'20130106'"}) {
         run(date + text);
@@ -63,7 +63,7 @@ TEST_P(TypeCases, literals_take_the_type_of_their_column) {
     EXPECT_EQ(count("select * from gl_accvouch where inid='2'"), 1);
 }
 
-TEST_P(TypeCases, literals_that_are_none_of_their_column_are_refused) {
+TEST_P(TypeCases, LiteralsThatAreNoneOfTheirColumnAreRefused) {
     // The server has a number for each pair of types; the embedded database has one for dates and one for numbers.
     const auto numberOf = [this](const std::string& statement) { return errorOf([&] { run(statement); }).number(); };
     const int day = numberOf("update gl_accvouch set dbill_date=N'2013-02-30'");
@@ -79,7 +79,7 @@ TEST_P(TypeCases, literals_that_are_none_of_their_column_are_refused) {
     EXPECT_THAT(line, ::testing::AnyOf(8114, 245));
 }
 
-TEST_P(TypeCases, numbers_out_of_range_are_refused) {
+TEST_P(TypeCases, NumbersOutOfRangeAreRefused) {
     std::vector<int> numbers;
     for (const auto& [column, number] : {std::tuple<const char*, const char*>{"iflag", "256"},
                                          {"iflag", "-1"},
@@ -98,7 +98,7 @@ TEST_P(TypeCases, numbers_out_of_range_are_refused) {
     EXPECT_THAT(numbers, ::testing::Each(::testing::AnyOf(8115, 220))); // the server has 220 for its smallest types
 }
 
-TEST_P(TypeCases, texts_that_are_too_long_are_refused_by_characters) {
+TEST_P(TypeCases, TextsThatAreTooLongAreRefusedByCharacters) {
     const auto of = [](const std::string& character, int count) {
         std::string text;
         for (int i = 0; i < count; ++i) {
@@ -112,7 +112,7 @@ TEST_P(TypeCases, texts_that_are_too_long_are_refused_by_characters) {
               8152);
 }
 
-TEST_P(TypeCases, texts_compare_without_case_and_end_blanks) {
+TEST_P(TypeCases, TextsCompareWithoutCaseAndEndBlanks) {
     Z7_NEEDS(database_->comparesWithoutCase());
     run("insert into fitemss98 (citemcode,citemname) values(N'Ä1',N'Straße 汉字')");
     EXPECT_EQ(count("select * from fitemss98 where citemcode=N'ä1'"), 1);
@@ -128,7 +128,7 @@ TEST_P(TypeCases, texts_compare_without_case_and_end_blanks) {
     EXPECT_EQ(first("select citemcode from fitemss98 where citemcode=N'ä1'"), Variant("Ä1")) << "as it was written";
 }
 
-TEST_P(TypeCases, texts_that_look_like_numbers_stay_texts) {
+TEST_P(TypeCases, TextsThatLookLikeNumbersStayTexts) {
     for (const char* text : {"1E500000000", "0012", "1.50", " 7", "-0"}) {
         run(std::string("update gl_accvouch set cdigest=N'") + text + "'");
         EXPECT_EQ(first("select cdigest from gl_accvouch"), Variant(text));

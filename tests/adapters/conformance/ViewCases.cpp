@@ -18,7 +18,7 @@ protected:
     }
 };
 
-TEST_P(ViewCases, shows_the_year_of_its_session) {
+TEST_P(ViewCases, ShowsTheYearOfItsSession) {
     addRow(2013, 5, 1, "A");
     addRow(2014, 5, 1, "B");
     run("insert into code (iyear,ccode,bend) values(2013,N'1001',1); insert into code (iyear,ccode,bend) "
@@ -42,7 +42,7 @@ TEST_P(ViewCases, shows_the_year_of_its_session) {
     EXPECT_EQ(none->Execute(lines)->Fields().Item(0), Variant(std::int32_t{0}));
 }
 
-TEST_P(ViewCases, deletes_in_its_year_only) {
+TEST_P(ViewCases, DeletesInItsYearOnly) {
     addRow(2013, 5, 1, "A");
     addRow(2013, 6, 1, "A");
     addRow(2014, 5, 1, "B");
@@ -51,7 +51,7 @@ TEST_P(ViewCases, deletes_in_its_year_only) {
     EXPECT_EQ(count("select * from gl_cashtable"), 2);
 }
 
-TEST_P(ViewCases, updates_the_very_rows_that_match) {
+TEST_P(ViewCases, UpdatesTheVeryRowsThatMatch) {
     addRow(2013, 5, 1, "A");
     addRow(2013, 5, 1, "B");
     addRow(2014, 5, 1, "A");
@@ -63,7 +63,7 @@ TEST_P(ViewCases, updates_the_very_rows_that_match) {
     EXPECT_EQ(count("select * from gl_cashtable"), 2);
 }
 
-TEST_P(ViewCases, rows_that_differ_in_one_column_are_kept_apart) {
+TEST_P(ViewCases, RowsThatDifferInOneColumnAreKeptApart) {
     const std::string columns =
         "RowGuid,csign,cCashItem,md,mc,ccode,md_f,mc_f,nd_s,nc_s,cdept_id,cperson_id,ccus_id,csup_id,citem_class,citem_"
         "id,"
@@ -86,7 +86,7 @@ TEST_P(ViewCases, rows_that_differ_in_one_column_are_kept_apart) {
     }
 }
 
-TEST_P(ViewCases, inserted_rows_land_in_the_table_with_its_defaults) {
+TEST_P(ViewCases, InsertedRowsLandInTheTableWithItsDefaults) {
     run("insert into gl_v_cashtable (iPeriod,iSignSeq,csign,iNo_id,cCashItem,ccode) values(1,2,N'',5,N'A',N'1001')");
     const auto row = run("select * from gl_cashtable");
     EXPECT_EQ(row->Fields().Item("iyear"), Variant(std::int16_t{2013}));
@@ -99,7 +99,7 @@ TEST_P(ViewCases, inserted_rows_land_in_the_table_with_its_defaults) {
     EXPECT_EQ(count("select * from gl_cashtable where iyear=2014"), 1) << "a row may name its year";
 }
 
-TEST_P(ViewCases, without_a_year_an_insert_that_names_none_fails) {
+TEST_P(ViewCases, WithoutAYearAnInsertThatNamesNoneFails) {
     const auto none = open(std::nullopt);
     const Error error = errorOf([&] {
         none->Execute(
@@ -109,7 +109,7 @@ TEST_P(ViewCases, without_a_year_an_insert_that_names_none_fails) {
     EXPECT_EQ(count("select * from gl_cashtable"), 0);
 }
 
-TEST_P(ViewCases, templates_number_themselves) {
+TEST_P(ViewCases, TemplatesNumberThemselves) {
     const std::string insert = "insert into GL_V_CashItemDataSource (cDataSource,bdir,cItemCode) values(N'1001',1,N'";
     run(insert + "A')");
     run(insert + "B')");
@@ -125,7 +125,7 @@ TEST_P(ViewCases, templates_number_themselves) {
     EXPECT_GT(*next.get<std::int32_t>(), *highest.get<std::int32_t>()) << "numbers rise and are not used again";
 }
 
-TEST_P(ViewCases, templates_are_deleted_one_by_one_and_in_their_year) {
+TEST_P(ViewCases, TemplatesAreDeletedOneByOneAndInTheirYear) {
     run("insert into GL_V_CashItemDataSource (cDataSource,bdir,cItemCode) values(N'1001',1,N'A')");
     run("insert into GL_V_CashItemDataSource (cDataSource,bdir,cItemCode) values(N'1001',1,N'B')");
     run("insert into GL_CashItemDataSource (iyear,cDataSource,bdir,cItemCode) values(2014,N'1001',1,N'B')");
@@ -135,7 +135,7 @@ TEST_P(ViewCases, templates_are_deleted_one_by_one_and_in_their_year) {
     EXPECT_EQ(count("select * from GL_CashItemDataSource"), 2);
 }
 
-TEST_P(ViewCases, templates_are_saved_through_a_recordset) {
+TEST_P(ViewCases, TemplatesAreSavedThroughARecordset) {
     const std::string statement = "select * from GL_V_CashItemDataSource where bDataStyle=0 and cDataSource=N'1001' "
                                   "and bdir =1 order by iID desc";
     auto records = connection_->CreateRecordset();
@@ -162,7 +162,7 @@ TEST_P(ViewCases, templates_are_saved_through_a_recordset) {
     EXPECT_EQ(count("select * from GL_CashItemDataSource where dStartDate='2013-01-05' and dEndDate is null"), 1);
 }
 
-TEST_P(ViewCases, a_template_that_changed_meanwhile_is_not_overwritten) {
+TEST_P(ViewCases, ATemplateThatChangedMeanwhileIsNotOverwritten) {
     run("insert into GL_V_CashItemDataSource (cDataSource,bdir,cItemCode) values(N'1001',1,N'A')");
     const auto records = openRecords("select * from GL_V_CashItemDataSource");
     run("update GL_CashItemDataSource set cItemCode=N'B'");

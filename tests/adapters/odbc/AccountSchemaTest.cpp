@@ -14,7 +14,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-TEST(ScriptBatches, end_at_lines_that_say_go) {
+TEST(ScriptBatches, EndAtLinesThatSayGo) {
     EXPECT_THAT(scriptBatches("create table a (b int)\ngo\ncreate table c (d int)\n"),
                 ElementsAre("create table a (b int)\n", "create table c (d int)\n"));
     EXPECT_THAT(scriptBatches("a\r\n  GO \t\r\nb\nGo"), ElementsAre("a\r\n", "b\n"));
@@ -23,7 +23,7 @@ TEST(ScriptBatches, end_at_lines_that_say_go) {
     EXPECT_THAT(scriptBatches("a"), ElementsAre("a"));
 }
 
-TEST(ScriptBatches, keep_go_that_separates_nothing) {
+TEST(ScriptBatches, KeepGoThatSeparatesNothing) {
     for (const char* script : {"select N'x\ngo\ny'", "select '\ngo\n'", "select [a\ngo\n]", "select \"\ngo\n\"",
                                "a /* \ngo\n */ b", "a /* /* \ngo\n */ \ngo\n */ b", "a\ngo 2\n", "a\ngoes\n", "a go\nb",
                                "a\n-- \n--go\n", "select N'it''s\ngo\n'"}) {
@@ -33,13 +33,13 @@ TEST(ScriptBatches, keep_go_that_separates_nothing) {
     EXPECT_THAT(scriptBatches("a N'--'\ngo\nb"), ElementsAre("a N'--'\n", "b")) << "the comment is in a text";
 }
 
-TEST(ScriptBatches, leave_comments_alone_out) {
+TEST(ScriptBatches, LeaveCommentsAloneOut) {
     EXPECT_THAT(scriptBatches("-- a\ngo\n/* b */\ngo\n-- c\nd\ngo\n -- e"), ElementsAre("-- c\nd\n"));
     EXPECT_EQ(conformance::errorOf([] { static_cast<void>(scriptBatches("select 'x\ngo\n")); }).number(), 105);
     EXPECT_EQ(conformance::errorOf([] { static_cast<void>(scriptBatches("/* x\ngo\n")); }).number(), 113);
 }
 
-TEST(AccountSchema, knows_the_names_of_its_scripts) {
+TEST(AccountSchema, KnowsTheNamesOfItsScripts) {
     EXPECT_THAT(accountNames(),
                 ElementsAre("gl_accvouch", "gl_cashtable", "code", "fitemss98", "GL_CashItemDataSource",
                             "GL_VouchDraft", "GL_VoucherOption", "GL_myoutput", "accinformation", "dsign",
@@ -47,7 +47,7 @@ TEST(AccountSchema, knows_the_names_of_its_scripts) {
     EXPECT_THAT(systemNames(), ElementsAre("ua_period"));
 }
 
-TEST(DatabaseKeyword, is_read_where_it_stands) {
+TEST(DatabaseKeyword, IsReadWhereItStands) {
     EXPECT_EQ(databaseNamed("Driver={FreeTDS};DATABASE = company ;UID=u"), "company");
     EXPECT_EQ(databaseNamed("DSN=x;Database={a;b}}c}"), "a;b}c");
     EXPECT_EQ(databaseNamed("driver=odbc;odbc={Driver={{x}};Database=inner};year=2013"), "inner");
@@ -56,7 +56,7 @@ TEST(DatabaseKeyword, is_read_where_it_stands) {
     EXPECT_EQ(conformance::errorOf([] { static_cast<void>(databaseNamed("nonsense")); }).number(), 5);
 }
 
-TEST(DatabaseKeyword, is_replaced_and_all_else_stays) {
+TEST(DatabaseKeyword, IsReplacedAndAllElseStays) {
     for (const char* text : {"DSN=x;Database=a;PWD={p;}}q};year=2013;timeout=7", "DSN=x;PWD={p;}}q};timeout=7",
                              "driver=odbc;odbc={DSN=x;PWD={p;}}}}q}};Database=a};timeout=7"}) {
         const ConnectionOptions options = parseConnectionString(withDatabase(text, "ma{;}ster"));
@@ -68,7 +68,7 @@ TEST(DatabaseKeyword, is_replaced_and_all_else_stays) {
     }
 }
 
-TEST(Quoting, doubles_what_would_end_it) {
+TEST(Quoting, DoublesWhatWouldEndIt) {
     EXPECT_EQ(serverText("it's"), "N'it''s'");
     EXPECT_EQ(serverName("a]b[c"), "[a]]b[c]");
 }

@@ -9,7 +9,7 @@ namespace {
 
 using conformance::errorOf;
 
-TEST(OdbcConnectionString, plain_text_without_our_keywords_goes_to_the_driver) {
+TEST(OdbcConnectionString, PlainTextWithoutOurKeywordsGoesToTheDriver) {
     const ConnectionOptions options = parseConnectionString(
         "Driver={ODBC Driver 18 for SQL Server};Server=s,1433; Year = 2013 ;TIMEOUT=70;UID=u;PWD={a}}b;c}");
     EXPECT_EQ(options.driverText, "Driver={ODBC Driver 18 for SQL Server};Server=s,1433;UID=u;PWD={a}}b;c}");
@@ -19,7 +19,7 @@ TEST(OdbcConnectionString, plain_text_without_our_keywords_goes_to_the_driver) {
     EXPECT_EQ(options.secrets, (std::vector<std::string>{"{a}}b;c}", "a}b;c"}));
 }
 
-TEST(OdbcConnectionString, text_in_braces_goes_to_the_driver) {
+TEST(OdbcConnectionString, TextInBracesGoesToTheDriver) {
     const ConnectionOptions options =
         parseConnectionString("driver=odbc;odbc={Driver={My Driver}};Server=s;Timeout=3};year=2013");
     EXPECT_EQ(options.driverText, "Driver={My Driver};Server=s;Timeout=3")
@@ -28,7 +28,7 @@ TEST(OdbcConnectionString, text_in_braces_goes_to_the_driver) {
     EXPECT_EQ(options.year, std::int16_t{2013});
 }
 
-TEST(OdbcConnectionString, freetds_is_told_to_give_utf8) {
+TEST(OdbcConnectionString, FreetdsIsToldToGiveUtf8) {
     EXPECT_EQ(parseConnectionString("Driver=FreeTDS;Server=s").driverText,
               "Driver=FreeTDS;Server=s;ClientCharset=UTF-8");
     EXPECT_EQ(parseConnectionString("Driver=/usr/lib/libtdsodbc.so;ClientCharset=utf-8").driverText,
@@ -37,7 +37,7 @@ TEST(OdbcConnectionString, freetds_is_told_to_give_utf8) {
               5);
 }
 
-TEST(OdbcConnectionString, a_bad_text_is_refused_without_a_value_of_it) {
+TEST(OdbcConnectionString, ABadTextIsRefusedWithoutAValueOfIt) {
     for (const char* text :
          {"", ";;", "sesame", "Driver=X;sesame", "Driver=X;PWD={sesame", "Driver=X;PWD={sesame}sesame;UID=u",
           "PWD=sesame", "Driver=X;Driver=sesame", "Driver=X;timeout=sesame", "Driver=X;timeout=-1", "Driver=X;year=0",
@@ -53,7 +53,7 @@ TEST(OdbcConnectionString, a_bad_text_is_refused_without_a_value_of_it) {
               5);
 }
 
-TEST(OdbcConnectionString, every_secret_is_masked) {
+TEST(OdbcConnectionString, EverySecretIsMasked) {
     const ConnectionOptions options =
         parseConnectionString("DSN=d;Password=open sesame;AccessToken=tok;UID=u;Pwd={se}}same}");
     EXPECT_EQ(withoutSecrets("u said open sesame, tok, se}same or {se}}same}", options.secrets),

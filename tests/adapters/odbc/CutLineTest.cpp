@@ -44,7 +44,7 @@ protected:
 
 std::string insertOf(int item) { return "insert into fitemss98 (citemcode) values(N'" + std::to_string(item) + "')"; }
 
-TEST_F(OdbcCutLine, within_a_transaction_ends_in_an_error_and_nothing_stays) {
+TEST_F(OdbcCutLine, WithinATransactionEndsInAnErrorAndNothingStays) {
     const std::vector<std::function<void(Connection&)>> steps{
         [](Connection& connection) { connection.Execute(insertOf(1)); },
         [](Connection& connection) { connection.Execute("select * from fitemss98"); },
@@ -74,7 +74,7 @@ TEST_F(OdbcCutLine, within_a_transaction_ends_in_an_error_and_nothing_stays) {
     }
 }
 
-TEST_F(OdbcCutLine, outside_a_transaction_is_told_once) {
+TEST_F(OdbcCutLine, OutsideATransactionIsToldOnce) {
     Connection connection;
     connection.Open(text_);
     connection.Execute(insertOf(1));
@@ -85,7 +85,7 @@ TEST_F(OdbcCutLine, outside_a_transaction_is_told_once) {
     EXPECT_EQ(connection.Execute("select * from gl_v_code")->RecordCount(), 0) << "the new session has its year";
 }
 
-TEST_F(OdbcCutLine, idle_sessions_are_not_handed_out_again) {
+TEST_F(OdbcCutLine, IdleSessionsAreNotHandedOutAgain) {
     Connection connection;
     connection.Open(text_);
     {
@@ -108,7 +108,7 @@ TEST_F(OdbcCutLine, idle_sessions_are_not_handed_out_again) {
     EXPECT_LE(failures, 1);
 }
 
-TEST_F(OdbcCutLine, record_that_is_being_written) {
+TEST_F(OdbcCutLine, RecordThatIsBeingWritten) {
     database_->open()->Execute(insertOf(1));
     Connection connection;
     connection.Open(text_);

@@ -32,7 +32,7 @@ protected:
     }
 };
 
-TEST_P(HostileCases, texts_of_every_plane_come_back_as_they_went) {
+TEST_P(HostileCases, TextsOfEveryPlaneComeBackAsTheyWent) {
     for (const char* text :
          {"",           " ",    "'",          "''",          "it's",   "\"[x]\"", "?",  "{d '2013-01-01'}",
           "{fn now()}", "现金", "😀𠀀",        "e\xCC\x81",   "\t\r\n", "%_[a-z]", "--", "/*",
@@ -48,7 +48,7 @@ TEST_P(HostileCases, texts_of_every_plane_come_back_as_they_went) {
     }
 }
 
-TEST_P(HostileCases, long_texts_come_in_pieces_and_whole) {
+TEST_P(HostileCases, LongTextsComeInPiecesAndWhole) {
     // The pieces in which drivers hand texts out end at every position within a character.
     for (const std::size_t before : {0U, 1U, 2U, 3U}) {
         for (const std::size_t length : {1364U, 1366U, 5000U, 70000U}) {
@@ -65,7 +65,7 @@ TEST_P(HostileCases, long_texts_come_in_pieces_and_whole) {
     }
 }
 
-TEST_P(HostileCases, texts_that_no_driver_carries_are_refused) {
+TEST_P(HostileCases, TextsThatNoDriverCarriesAreRefused) {
     const Error zero = errorOf([&] { run(std::string("select N'a\0b' as x", 19)); });
     EXPECT_EQ(zero.number(), 5);
     EXPECT_NE(zero.description().find("zero byte"), std::string::npos);
@@ -81,7 +81,7 @@ TEST_P(HostileCases, texts_that_no_driver_carries_are_refused) {
     }
 }
 
-TEST_P(HostileCases, null_everywhere) {
+TEST_P(HostileCases, NullEverywhere) {
     run("insert into gl_accvouch (iyear,iperiod,isignseq,ino_id,inid,ccode,md,mc,md_f,mc_f,nd_s,nc_s) "
         "values(2013,12,1,9,1,N'1001',null,null,null,null,null,null)");
     const auto line = run("select * from gl_accvouch where iperiod=12");
@@ -117,7 +117,7 @@ TEST_P(HostileCases, null_everywhere) {
         1);
 }
 
-TEST_P(HostileCases, amounts_keep_their_digits) {
+TEST_P(HostileCases, AmountsKeepTheirDigits) {
     for (const double amount : {0.0, 0.0001, -0.0001, 12345678901.2345, -99999999999.9999, 0.1, 1234567.89}) {
         run("update gl_accvouch set md=" + numberText(amount) + " where inid=1");
         EXPECT_EQ(first("select md from gl_accvouch where inid=1"), Variant(amount));
@@ -131,7 +131,7 @@ TEST_P(HostileCases, amounts_keep_their_digits) {
     }
 }
 
-TEST_P(HostileCases, dates_and_times_keep_their_second) {
+TEST_P(HostileCases, DatesAndTimesKeepTheirSecond) {
     for (const Date date :
          {Date::fromCivil(1753, 1, 1), Date::fromCivil(1899, 12, 29, 6), Date::fromCivil(1899, 12, 30),
           Date::fromCivil(1900, 1, 1), Date::fromCivil(2012, 2, 29, 23, 59, 59), Date::fromCivil(9999, 12, 31)}) {
@@ -145,7 +145,7 @@ TEST_P(HostileCases, dates_and_times_keep_their_second) {
     }
 }
 
-TEST_P(HostileCases, an_error_in_a_later_statement_is_told) {
+TEST_P(HostileCases, AnErrorInALaterStatementIsTold) {
     const Error error = errorOf([&] {
         run("insert into fitemss98 (citemcode) values(N'0901'); insert into fitemss98 (citemcode) values(N'0901')");
     });
@@ -158,14 +158,14 @@ TEST_P(HostileCases, an_error_in_a_later_statement_is_told) {
     EXPECT_EQ(count("select * from fitemss98"), 3) << "the session works on";
 }
 
-TEST_P(HostileCases, statements_that_touch_no_row_are_no_error) {
+TEST_P(HostileCases, StatementsThatTouchNoRowAreNoError) {
     EXPECT_EQ(run("delete from fitemss98 where citemcode=N'none'")->State(), ObjectState::Closed);
     EXPECT_EQ(run("update fitemss98 set citemname=N'x' where citemcode=N'none'")->State(), ObjectState::Closed);
     EXPECT_EQ(count("select * from fitemss98 where citemcode=N'none'"), 0);
     EXPECT_EQ(count("delete from dsign; select * from fitemss98"), 2) << "the first result with records";
 }
 
-TEST_P(HostileCases, a_vanished_record_is_not_written) {
+TEST_P(HostileCases, AVanishedRecordIsNotWritten) {
     const auto records = openRecords("select * from fitemss98 where citemcode=N'0101'");
     run("delete from fitemss98 where citemcode=N'0101'");
     records->Fields().Item("citemname", Variant("x"));
@@ -175,13 +175,13 @@ TEST_P(HostileCases, a_vanished_record_is_not_written) {
     EXPECT_EQ(count("select * from fitemss98"), 1);
 }
 
-TEST_P(HostileCases, many_results_in_turn) {
+TEST_P(HostileCases, ManyResultsInTurn) {
     for (int i = 0; i < 300; ++i) {
         EXPECT_EQ(run("select * from gl_accvouch")->RecordCount(), 3);
     }
 }
 
-TEST_P(HostileCases, observer_sees_every_statement_with_its_session) {
+TEST_P(HostileCases, ObserverSeesEveryStatementWithItsSession) {
     auto& connection = dynamic_cast<Connection&>(*connection_);
     std::vector<std::pair<int, std::string>> seen;
     connection.OnStatement([&seen](int session, const std::string& text) { seen.emplace_back(session, text); });
@@ -203,7 +203,7 @@ TEST_P(HostileCases, observer_sees_every_statement_with_its_session) {
     EXPECT_EQ(count(text), 2);
 }
 
-TEST_P(HostileCases, sessions_in_use_at_once_are_different_ones) {
+TEST_P(HostileCases, SessionsInUseAtOnceAreDifferentOnes) {
     auto& connection = dynamic_cast<Connection&>(*connection_);
     std::set<int> sessions;
     connection.OnStatement([&sessions](int session, const std::string&) { sessions.insert(session); });
@@ -222,7 +222,7 @@ TEST_P(HostileCases, sessions_in_use_at_once_are_different_ones) {
 INSTANTIATE_TEST_SUITE_P(Adapters, HostileCases, ::testing::ValuesIn(conformance::databasesUnderTest()),
                          conformance::adapterName);
 
-TEST(OdbcDriver, that_is_not_there_is_named) {
+TEST(OdbcDriver, ThatIsNotThereIsNamed) {
     Connection connection;
     const Error error = errorOf([&] { connection.Open("Driver={No Such Driver};Server=s;UID=u;PWD=sesame"); });
     EXPECT_EQ(error.number(), 3706);
@@ -233,14 +233,14 @@ TEST(OdbcDriver, that_is_not_there_is_named) {
     EXPECT_EQ(connection.ConnectionString(), "");
 }
 
-TEST(OdbcDriver, password_does_not_show_where_it_is_part_of_the_message) {
+TEST(OdbcDriver, PasswordDoesNotShowWhereItIsPartOfTheMessage) {
     Connection connection;
     const Error error = errorOf([&] { connection.Open("Driver={/no/such/sesame.so};UID=u;PWD=sesame"); });
     EXPECT_EQ(error.description().find("sesame"), std::string::npos) << error.description();
     EXPECT_NE(error.description().find("***"), std::string::npos) << error.description();
 }
 
-TEST(OdbcDriver, server_that_does_not_answer_is_an_error) {
+TEST(OdbcDriver, ServerThatDoesNotAnswerIsAnError) {
     Connection connection;
     const Error error = errorOf([&] { connection.Open("Driver=FreeTDS;Server=127.0.0.1;Port=1;UID=u;PWD=sesame"); });
     EXPECT_GT(error.number(), 0);
@@ -248,7 +248,7 @@ TEST(OdbcDriver, server_that_does_not_answer_is_an_error) {
     EXPECT_EQ(error.description().find("sesame"), std::string::npos);
 }
 
-TEST(OdbcDriver, file_that_is_no_account_is_refused) {
+TEST(OdbcDriver, FileThatIsNoAccountIsRefused) {
     const auto connection = makeDriverConnection();
     EXPECT_EQ(connection->State(), ObjectState::Closed);
     const std::string text = "Driver={SQLite3};Database=/no/such/folder/x.db;NoCreat=1;year=2013";
@@ -256,7 +256,7 @@ TEST(OdbcDriver, file_that_is_no_account_is_refused) {
     EXPECT_EQ(connection->State(), ObjectState::Closed);
 }
 
-TEST(OdbcServer, is_tested_where_there_is_one) {
+TEST(OdbcServer, IsTestedWhereThereIsOne) {
     if (!ServerDatabase::server()) {
         GTEST_SKIP() << "Z7CF_TEST_SQLSERVER holds no connection string, so no case ran over a server";
     }

@@ -31,7 +31,7 @@ protected:
 
 const std::string honest = "select * from fitemss98";
 
-TEST_F(PooledSession, is_handed_out_again_after_texts_that_leave_it_as_it_was) {
+TEST_F(PooledSession, IsHandedOutAgainAfterTextsThatLeaveItAsItWas) {
     const int first = sessionOf(honest);
     for (const char* text :
          {"update fitemss98 set citemname=N'x'", "update fitemss98 set citemname=N'set #x'; update code set bclose=0",
@@ -42,7 +42,7 @@ TEST_F(PooledSession, is_handed_out_again_after_texts_that_leave_it_as_it_was) {
     EXPECT_EQ(sessionOf(honest), first);
 }
 
-TEST_F(PooledSession, is_not_handed_out_again_after_texts_that_may_have_altered_it) {
+TEST_F(PooledSession, IsNotHandedOutAgainAfterTextsThatMayHaveAlteredIt) {
     for (const char* text :
          {"set dateformat dmy", "update fitemss98 set citemname=N'x'; set dateformat dmy",
           "update fitemss98 set citemname=N'x' set language German", "update statistics code set dateformat dmy",
@@ -55,7 +55,7 @@ TEST_F(PooledSession, is_not_handed_out_again_after_texts_that_may_have_altered_
     }
 }
 
-TEST(ServerSession, reads_dates_year_first_in_every_language_of_the_login) {
+TEST(ServerSession, ReadsDatesYearFirstInEveryLanguageOfTheLogin) {
     if (!ServerDatabase::server()) {
         GTEST_SKIP() << "Z7CF_TEST_SQLSERVER holds no connection string, so there is no login";
     }
@@ -75,7 +75,7 @@ TEST(ServerSession, reads_dates_year_first_in_every_language_of_the_login) {
     EXPECT_EQ(difference->Fields().Item(0), Variant(std::int32_t{0}));
 }
 
-TEST(ServerSession, changes_records_by_times_with_fractions_of_a_second) {
+TEST(ServerSession, ChangesRecordsByTimesWithFractionsOfASecond) {
     if (!ServerDatabase::server()) {
         GTEST_SKIP() << "Z7CF_TEST_SQLSERVER holds no connection string; the embedded database keeps whole seconds";
     }

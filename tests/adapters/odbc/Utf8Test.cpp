@@ -5,7 +5,7 @@
 namespace z7::cashflow::odbc {
 namespace {
 
-TEST(OdbcUtf8, finds_the_first_byte_that_is_none) {
+TEST(OdbcUtf8, FindsTheFirstByteThatIsNone) {
     EXPECT_EQ(findBadUtf8(""), std::string_view::npos);
     EXPECT_EQ(findBadUtf8("a\x7F é 现 😀 \xF4\x8F\xBF\xBF"), std::string_view::npos);
     for (const std::string_view bad :
@@ -15,7 +15,7 @@ TEST(OdbcUtf8, finds_the_first_byte_that_is_none) {
     }
 }
 
-TEST(OdbcUtf8, goes_to_utf16_and_back) {
+TEST(OdbcUtf8, GoesToUtf16AndBack) {
     EXPECT_EQ(widened("aé现😀"), u"aé现😀");
     for (const std::string_view text : {std::string_view("aé现😀"), std::string_view("\0\x7F", 2), std::string_view()}) {
         EXPECT_EQ(narrowed(widened(text)), text);

@@ -66,14 +66,14 @@ protected:
     std::shared_ptr<RecordingWriter> writer_;
 };
 
-TEST_F(ClientRecordsetTest, first_of_two_columns_with_one_name) {
+TEST_F(ClientRecordsetTest, FirstOfTwoColumnsWithOneName) {
     EXPECT_EQ(recordset_.Fields().Item("A"), Variant(std::int16_t{1}));
     EXPECT_EQ(recordset_.Fields().Item(2), Variant());
     EXPECT_TRUE(recordset_.Fields().Has("b"));
     EXPECT_FALSE(recordset_.Fields().Has("c"));
 }
 
-TEST_F(ClientRecordsetTest, changes_are_written_once) {
+TEST_F(ClientRecordsetTest, ChangesAreWrittenOnce) {
     recordset_.Fields().Item("b", Variant("new"));
     recordset_.Fields().Item("B", Variant("two"));
     EXPECT_EQ(recordset_.Fields().Item("b"), Variant("two"));
@@ -85,7 +85,7 @@ TEST_F(ClientRecordsetTest, changes_are_written_once) {
     EXPECT_EQ(recordset_.Fields().Item("b"), Variant("two"));
 }
 
-TEST_F(ClientRecordsetTest, an_unfit_value_leaves_the_column) {
+TEST_F(ClientRecordsetTest, AnUnfitValueLeavesTheColumn) {
     EXPECT_EQ(errorOf([&] { recordset_.Fields().Item("b", Variant("four")); }), 13);
     EXPECT_EQ(errorOf([&] { recordset_.Fields().Item("a", Variant("40000")); }), 13);
     EXPECT_EQ(errorOf([&] { recordset_.Fields().Item("a", Variant("1x")); }), 13);
@@ -96,7 +96,7 @@ TEST_F(ClientRecordsetTest, an_unfit_value_leaves_the_column) {
     EXPECT_EQ(recordset_.Fields().Item("b"), Variant());
 }
 
-TEST_F(ClientRecordsetTest, moving_writes_what_is_pending) {
+TEST_F(ClientRecordsetTest, MovingWritesWhatIsPending) {
     recordset_.AddNew();
     EXPECT_FALSE(recordset_.EndOfFile());
     EXPECT_EQ(recordset_.Fields().Item("b"), Variant());
@@ -109,7 +109,7 @@ TEST_F(ClientRecordsetTest, moving_writes_what_is_pending) {
     EXPECT_EQ(recordset_.RecordCount(), 1);
 }
 
-TEST_F(ClientRecordsetTest, a_refused_change_stays_pending) {
+TEST_F(ClientRecordsetTest, ARefusedChangeStaysPending) {
     writer_->refuse = true;
     recordset_.Fields().Item("a", Variant("7"));
     EXPECT_EQ(errorOf([&] { recordset_.MoveNext(); }), 23);
@@ -121,7 +121,7 @@ TEST_F(ClientRecordsetTest, a_refused_change_stays_pending) {
     EXPECT_EQ(recordset_.RecordCount(), 1);
 }
 
-TEST_F(ClientRecordsetTest, a_filter_and_a_new_record) {
+TEST_F(ClientRecordsetTest, AFilterAndANewRecord) {
     recordset_.Filter("a=2");
     recordset_.AddNew();
     recordset_.Fields().Item("a", Variant(std::int32_t{2}));
@@ -133,14 +133,14 @@ TEST_F(ClientRecordsetTest, a_filter_and_a_new_record) {
     EXPECT_EQ(recordset_.RecordCount(), 2);
 }
 
-TEST_F(ClientRecordsetTest, closing_drops_what_is_pending) {
+TEST_F(ClientRecordsetTest, ClosingDropsWhatIsPending) {
     recordset_.AddNew();
     recordset_.Close();
     EXPECT_EQ(writer_->log, "");
     EXPECT_EQ(recordset_.State(), ObjectState::Closed);
 }
 
-TEST(FieldValue, converts_by_the_columns_type) {
+TEST(FieldValue, ConvertsByTheColumnsType) {
     const auto of = [](ColumnType type, const Variant& value) { return fieldValue({"x", type, 0}, value); };
     EXPECT_EQ(of(ColumnType::boolean, Variant("true")), Variant(true));
     EXPECT_EQ(of(ColumnType::boolean, Variant(std::int32_t{0})), Variant(false));
@@ -155,7 +155,7 @@ TEST(FieldValue, converts_by_the_columns_type) {
     EXPECT_EQ(of(ColumnType::int16, Variant()), Variant());
 }
 
-TEST(FieldValue, refuses_with_one_number) {
+TEST(FieldValue, RefusesWithOneNumber) {
     for (const auto& [type, value] : std::vector<std::pair<ColumnType, Variant>>{{ColumnType::boolean, "maybe"},
                                                                                  {ColumnType::byte, "256"},
                                                                                  {ColumnType::byte, "-1"},
@@ -178,7 +178,7 @@ TEST(FieldValue, refuses_with_one_number) {
     }
 }
 
-TEST(RowSet, widens_what_does_not_fit) {
+TEST(RowSet, WidensWhatDoesNotFit) {
     RowSet rows(
         std::make_shared<const ColumnList>(std::vector<Column>{{"a", ColumnType::byte, 0}, {"b", ColumnType::any, 0}}));
     rows.addInteger(300);

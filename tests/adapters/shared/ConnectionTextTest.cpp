@@ -19,7 +19,7 @@ std::string refusal(const std::string& text) {
     return {};
 }
 
-TEST(ConnectionText, is_keywords_and_values_with_blanks_around) {
+TEST(ConnectionText, IsKeywordsAndValuesWithBlanksAround) {
     const ConnectionText text(" ; Driver = {a}}b;c} ;; year=2013 ; pwd = x y;last={}", "test");
     ASSERT_EQ(text.parts().size(), 4U);
     EXPECT_EQ(text.parts()[0].keyword, "driver");
@@ -31,7 +31,7 @@ TEST(ConnectionText, is_keywords_and_values_with_blanks_around) {
     EXPECT_EQ(text.number(*text.find("year"), 1, 9999), 2013);
 }
 
-TEST(ConnectionText, refusals_name_the_place_and_no_value) {
+TEST(ConnectionText, RefusalsNameThePlaceAndNoValue) {
     EXPECT_EQ(refusal("sesame"), "The connection string cannot be used: each part must be keyword=value.");
     EXPECT_EQ(refusal("a;b=1"), "The connection string cannot be used: each part must be keyword=value.");
     EXPECT_EQ(refusal("a={sesame"), "The connection string cannot be used: the brace of a is not closed.");
@@ -43,14 +43,14 @@ TEST(ConnectionText, refusals_name_the_place_and_no_value) {
               "The connection string cannot be used: it has more than 8000 bytes.");
 }
 
-TEST(ConnectionText, numbers_are_whole_and_in_their_range) {
+TEST(ConnectionText, NumbersAreWholeAndInTheirRange) {
     for (const char* value : {"", "x", "1x", "0", "10000", "99999999999", "+5", "1.0"}) {
         const ConnectionText text(std::string("year=") + value, "test");
         EXPECT_THROW(static_cast<void>(text.number(*text.find("year"), 1, 9999)), Error) << value;
     }
 }
 
-TEST(ConnectionText, values_survive_their_quoting) {
+TEST(ConnectionText, ValuesSurviveTheirQuoting) {
     for (const char* value : {"plain", "a;b", "a}b", "{a}", " a", "a=b", "}"}) {
         const ConnectionText text("driver=" + connectionValue(value), "test");
         EXPECT_EQ(text.find("driver")->value, value);

@@ -52,7 +52,7 @@ protected:
     RowFilter filter_;
 };
 
-TEST_F(FilterTest, finds_rows_by_numbers) {
+TEST_F(FilterTest, FindsRowsByNumbers) {
     EXPECT_EQ(match("inid=1"), (Rows{0, 2}));
     EXPECT_EQ(match("iperiod=1 and INID=2"), Rows{1});
     EXPECT_EQ(match(" INID = 2  AND\tiPeriod =1 "), Rows{1}) << "the order of the conditions does not count";
@@ -68,17 +68,17 @@ TEST_F(FilterTest, finds_rows_by_numbers) {
     EXPECT_EQ(match("bend=-1"), (Rows{0, 2}));
 }
 
-TEST_F(FilterTest, null_meets_nothing) {
+TEST_F(FilterTest, NullMeetsNothing) {
     EXPECT_EQ(match("iperiod=2"), (Rows{2, 3}));
     EXPECT_EQ(match("iperiod=2 and inid=0"), Rows{});
 }
 
-TEST_F(FilterTest, one_column_twice) {
+TEST_F(FilterTest, OneColumnTwice) {
     EXPECT_EQ(match("inid=1 and inid=1"), (Rows{0, 2}));
     EXPECT_EQ(match("inid=1 and inid=2"), Rows{});
 }
 
-TEST_F(FilterTest, refuses_every_other_text) {
+TEST_F(FilterTest, RefusesEveryOtherText) {
     for (const char* text : {"inid=",
                              "inid",
                              "=1",
@@ -111,7 +111,7 @@ TEST_F(FilterTest, refuses_every_other_text) {
     EXPECT_EQ(errorOf("inid=1 and nosuch=1"), 3265);
 }
 
-TEST_F(FilterTest, forgets_rows_that_changed) {
+TEST_F(FilterTest, ForgetsRowsThatChanged) {
     EXPECT_EQ(match("inid=2"), Rows{1});
     rows_.replace(3, 1, Variant(std::int16_t{2}));
     filter_.forget();

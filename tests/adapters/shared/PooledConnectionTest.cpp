@@ -54,7 +54,7 @@ protected:
     std::shared_ptr<SessionPool> pool_;
 };
 
-TEST_F(PoolTest, nobody_shares_a_session_and_the_last_that_came_back_goes_first) {
+TEST_F(PoolTest, NobodySharesASessionAndTheLastThatCameBackGoesFirst) {
     const auto first = pool_->take("a");
     auto second = pool_->take("a");
     EXPECT_EQ(first->number(), 1);
@@ -64,7 +64,7 @@ TEST_F(PoolTest, nobody_shares_a_session_and_the_last_that_came_back_goes_first)
     EXPECT_EQ(pool_->take("a")->number(), 2);
 }
 
-TEST_F(PoolTest, idle_sessions_are_few_and_go_with_the_pool) {
+TEST_F(PoolTest, IdleSessionsAreFewAndGoWithThePool) {
     {
         std::vector<std::shared_ptr<Session>> many;
         for (int i = 0; i < 10; ++i) {
@@ -80,13 +80,13 @@ TEST_F(PoolTest, idle_sessions_are_few_and_go_with_the_pool) {
     EXPECT_EQ(pool_->idleCount(), 0U) << "a closed pool keeps nothing";
 }
 
-TEST_F(PoolTest, a_session_in_a_transaction_does_not_come_back) {
+TEST_F(PoolTest, ASessionInATransactionDoesNotComeBack) {
     pool_->take("a")->begin();
     EXPECT_EQ(pool_->idleCount(), 0U);
     EXPECT_TRUE(fate_->closed.contains(1));
 }
 
-TEST_F(PoolTest, an_idle_session_whose_line_was_cut_is_not_handed_out) {
+TEST_F(PoolTest, AnIdleSessionWhoseLineWasCutIsNotHandedOut) {
     pool_->take("a").reset();
     EXPECT_EQ(pool_->idleCount(), 1U);
     fate_->lost.insert(1);
@@ -94,7 +94,7 @@ TEST_F(PoolTest, an_idle_session_whose_line_was_cut_is_not_handed_out) {
     EXPECT_TRUE(fate_->closed.contains(1));
 }
 
-TEST_F(PoolTest, a_session_may_outlive_the_pool) {
+TEST_F(PoolTest, ASessionMayOutliveThePool) {
     const auto session = pool_->take("a");
     pool_.reset();
     EXPECT_FALSE(fate_->closed.contains(1));
@@ -110,7 +110,7 @@ public:
                            std::make_shared<Observers>()) {}
 };
 
-TEST(PooledConnection, opens_a_new_session_for_one_that_was_cut_outside_a_transaction) {
+TEST(PooledConnection, OpensANewSessionForOneThatWasCutOutsideATransaction) {
     const auto fate = std::make_shared<Fate>();
     FakeConnection connection(fate);
     connection.Open("text");
@@ -126,7 +126,7 @@ TEST(PooledConnection, opens_a_new_session_for_one_that_was_cut_outside_a_transa
     EXPECT_EQ(connection.SessionNumber(), 3);
 }
 
-TEST(PooledConnection, keeps_its_text_when_it_is_closed) {
+TEST(PooledConnection, KeepsItsTextWhenItIsClosed) {
     FakeConnection connection(std::make_shared<Fate>());
     EXPECT_EQ(connection.ConnectionString(), "");
     connection.Open("text");

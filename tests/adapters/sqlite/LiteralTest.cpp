@@ -26,7 +26,7 @@ protected:
     std::unique_ptr<Connection> connection_;
 };
 
-TEST_F(LiteralTest, becomes_the_number_that_its_column_holds_or_is_refused) {
+TEST_F(LiteralTest, BecomesTheNumberThatItsColumnHoldsOrIsRefused) {
     EXPECT_EQ(stored("md", "1.23456"), Variant(1.2346));
     EXPECT_EQ(stored("md", "-.5"), Variant(-0.5));
     EXPECT_EQ(stored("md", "5."), Variant(5.0));
@@ -43,7 +43,7 @@ TEST_F(LiteralTest, becomes_the_number_that_its_column_holds_or_is_refused) {
     EXPECT_EQ(refusal("idoc", "N'汉'"), 8114);
 }
 
-TEST_F(LiteralTest, becomes_the_date_that_its_column_holds_or_is_refused) {
+TEST_F(LiteralTest, BecomesTheDateThatItsColumnHoldsOrIsRefused) {
     EXPECT_EQ(stored("dbill_date", "''"), Variant(Date::none()));
     EXPECT_EQ(stored("dbill_date", "41277"), Variant(Date::fromCivil(2013, 1, 5))) << "days since 1900-01-01";
     EXPECT_EQ(stored("dbill_date", "'2013-01-05T10:00:00'"), Variant(Date::fromCivil(2013, 1, 5, 10)));
@@ -52,14 +52,14 @@ TEST_F(LiteralTest, becomes_the_date_that_its_column_holds_or_is_refused) {
     EXPECT_EQ(refusal("dbill_date", "1e9"), 8115);
 }
 
-TEST_F(LiteralTest, stays_as_written_in_a_column_of_texts_unless_it_is_too_long) {
+TEST_F(LiteralTest, StaysAsWrittenInAColumnOfTextsUnlessItIsTooLong) {
     EXPECT_EQ(stored("cdigest", "-1.50"), Variant("-1.50"));
     EXPECT_EQ(stored("cdigest", "N'it''s'"), Variant("it's"));
     EXPECT_EQ(stored("cdigest", "''"), Variant(""));
     EXPECT_EQ(refusal("cexch_name", "N'123456789012345678901'"), 8152);
 }
 
-TEST_F(LiteralTest, is_compared_as_a_value_of_its_column) {
+TEST_F(LiteralTest, IsComparedAsAValueOfItsColumn) {
     stored("md", "1.5");
     const auto count = [&](const std::string& condition) {
         return connection_->Execute("select ccode from gl_accvouch where " + condition)->RecordCount();
@@ -75,7 +75,7 @@ TEST_F(LiteralTest, is_compared_as_a_value_of_its_column) {
     EXPECT_EQ(count("exists(select x.ccode from gl_accvouch x where x.inid='1' and x.dbill_date is null)"), 1);
 }
 
-TEST(DeclaredType, reads_what_the_schema_declares) {
+TEST(DeclaredType, ReadsWhatTheSchemaDeclares) {
     using shared::ColumnType;
     EXPECT_EQ(tsql::declaredColumn("c", "money real").type, ColumnType::money);
     EXPECT_EQ(tsql::declaredColumn("c", "nvarchar(40)").length, 40);

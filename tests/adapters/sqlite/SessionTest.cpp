@@ -22,7 +22,7 @@ protected:
     EmbeddedDatabase database_;
 };
 
-TEST_F(SessionTest, shapes_are_bounded_and_survive_hostile_ones) {
+TEST_F(SessionTest, ShapesAreBoundedAndSurviveHostileOnes) {
     const auto session =
         std::make_shared<Session>(parseConnectionString(text()), 1, std::make_shared<const Observers>());
     for (int i = 0; i < 1000; ++i) {
@@ -40,7 +40,7 @@ TEST_F(SessionTest, shapes_are_bounded_and_survive_hostile_ones) {
         << "a failed one is tried anew";
 }
 
-TEST_F(SessionTest, literals_of_the_text_are_not_mixed_up) {
+TEST_F(SessionTest, LiteralsOfTheTextAreNotMixedUp) {
     const auto connection = database_.open();
     connection->Execute("insert into fitemss98 (citemcode,citemname) values(N'1',N'abcdef')");
     EXPECT_EQ(connection->Execute("select cast(citemname as nvarchar(2)) as a from fitemss98")->Fields().Item(0),
@@ -51,7 +51,7 @@ TEST_F(SessionTest, literals_of_the_text_are_not_mixed_up) {
               Variant("ab"));
 }
 
-TEST_F(SessionTest, recordsets_on_a_text_reuse_one_session) {
+TEST_F(SessionTest, RecordsetsOnATextReuseOneSession) {
     const auto connection = database_.open();
     std::vector<int> sessions;
     connection->OnStatement([&](int session, const std::string&) { sessions.push_back(session); });
@@ -64,7 +64,7 @@ TEST_F(SessionTest, recordsets_on_a_text_reuse_one_session) {
     EXPECT_EQ(connection->SessionNumber(), 1);
 }
 
-TEST_F(SessionTest, observers_see_both_texts) {
+TEST_F(SessionTest, ObserversSeeBothTexts) {
     const auto connection = database_.open();
     std::vector<std::string> texts;
     std::vector<std::string> rewritten;
@@ -84,7 +84,7 @@ TEST_F(SessionTest, observers_see_both_texts) {
     EXPECT_EQ(texts.size(), 1U);
 }
 
-TEST_F(SessionTest, what_the_rewriting_gives_runs_on_a_bare_session) {
+TEST_F(SessionTest, WhatTheRewritingGivesRunsOnABareSession) {
     const auto connection = database_.open();
     std::vector<std::string> rewritten;
     connection->OnRewrittenStatement([&](int, const std::string& statement) { rewritten.push_back(statement); });
@@ -106,7 +106,7 @@ TEST_F(SessionTest, what_the_rewriting_gives_runs_on_a_bare_session) {
     EXPECT_EQ(connection->Execute("select * from gl_cashtable where md=12.5")->RecordCount(), 2);
 }
 
-TEST_F(SessionTest, a_transaction_leaves_tempdb_to_others) {
+TEST_F(SessionTest, ATransactionLeavesTempdbToOthers) {
     const auto connection = database_.open();
     connection->Execute("select inid,ccode into tempdb..X from gl_accvouch where 1=0");
     connection->BeginTrans();
@@ -122,7 +122,7 @@ TEST_F(SessionTest, a_transaction_leaves_tempdb_to_others) {
     connection->CommitTrans();
 }
 
-TEST_F(SessionTest, temporary_tables_take_types_nullability_and_collation) {
+TEST_F(SessionTest, TemporaryTablesTakeTypesNullabilityAndCollation) {
     const auto connection = database_.open();
     connection->Execute(
         "select inid,ccode,md as amount,cast(0 as bit) as flag into tempdb..X from gl_v_accvouch where 1=0");
@@ -144,7 +144,7 @@ TEST_F(SessionTest, temporary_tables_take_types_nullability_and_collation) {
               Variant(Date::fromCivil(2013, 1, 5)));
 }
 
-TEST_F(SessionTest, a_table_that_another_session_made_anew_is_read_anew) {
+TEST_F(SessionTest, ATableThatAnotherSessionMadeAnewIsReadAnew) {
     const auto connection = database_.open();
     const auto other = database_.open();
     connection->Execute("select inid into tempdb..X from gl_accvouch where 1=0");
@@ -155,7 +155,7 @@ TEST_F(SessionTest, a_table_that_another_session_made_anew_is_read_anew) {
     EXPECT_EQ(connection->Execute("select * from tempdb..X")->Fields().Item(0), Variant(Date::fromCivil(2013, 1, 5)));
 }
 
-TEST_F(SessionTest, the_second_desk_is_told_when_it_begins) {
+TEST_F(SessionTest, TheSecondDeskIsToldWhenItBegins) {
     const auto connection = database_.open();
     const auto other = database_.open(std::int16_t{2014});
     connection->BeginTrans();
@@ -169,7 +169,7 @@ TEST_F(SessionTest, the_second_desk_is_told_when_it_begins) {
     other->BeginTrans();
 }
 
-TEST_F(SessionTest, a_dropped_connection_closes_what_it_lent) {
+TEST_F(SessionTest, ADroppedConnectionClosesWhatItLent) {
     std::shared_ptr<Recordset> records;
     {
         const auto connection = database_.open();
@@ -184,7 +184,7 @@ TEST_F(SessionTest, a_dropped_connection_closes_what_it_lent) {
     EXPECT_EQ(database_.open()->Execute("select * from fitemss98")->RecordCount(), 1);
 }
 
-TEST(LruCache, forgets_the_one_not_used_longest) {
+TEST(LruCache, ForgetsTheOneNotUsedLongest) {
     shared::LruCache<int> cache(2);
     cache.insert("a", 1);
     cache.insert("b", 2);

@@ -29,7 +29,7 @@ protected:
     std::unique_ptr<Connection> connection_;
 };
 
-TEST_F(TableLoaderTest, lists_tables_and_columns) {
+TEST_F(TableLoaderTest, ListsTablesAndColumns) {
     const std::vector<std::string> names = tableNames(*connection_);
     EXPECT_EQ(names.size(), 11U);
     EXPECT_NE(std::find(names.begin(), names.end(), "gl_accvouch"), names.end());
@@ -47,7 +47,7 @@ TEST_F(TableLoaderTest, lists_tables_and_columns) {
     EXPECT_EQ(errorOf([&] { static_cast<void>(tableColumns(*connection_, "nosuch")); }).number(), 208);
 }
 
-TEST_F(TableLoaderTest, loads_rows) {
+TEST_F(TableLoaderTest, LoadsRows) {
     TableLoader loader(*connection_, "gl_accvouch",
                        {"IYEAR", "iperiod", "isignseq", "ino_id", "inid", "ccode", "md", "dbill_date", "cdigest"});
     loader.add({"2013", "1", "2", "5", "1", "1001", "100.25", "2013-1-5", "摘要"});
@@ -64,7 +64,7 @@ TEST_F(TableLoaderTest, loads_rows) {
     EXPECT_EQ(connection_->Execute("select * from zqsystem..ua_period")->RecordCount(), 1);
 }
 
-TEST_F(TableLoaderTest, tells_a_wrong_column) {
+TEST_F(TableLoaderTest, TellsAWrongColumn) {
     const LoadError unknown = refusal([&] { TableLoader(*connection_, "code", {"iyear", "nosuch"}); });
     EXPECT_EQ(unknown.kind(), Kind::unknownColumn);
     EXPECT_EQ(unknown.column(), "nosuch");
@@ -78,7 +78,7 @@ TEST_F(TableLoaderTest, tells_a_wrong_column) {
     EXPECT_EQ(missing.column(), "ccode");
 }
 
-TEST_F(TableLoaderTest, tells_column_and_reason) {
+TEST_F(TableLoaderTest, TellsColumnAndReason) {
     TableLoader loader(*connection_, "code", {"iyear", "ccode", "bend", "ccode_name"});
     const std::string longName(121, 'x');
     struct Case {
@@ -125,7 +125,7 @@ TEST_F(TableLoaderTest, tells_column_and_reason) {
     EXPECT_EQ(refusal([&] { amounts.add({"2013", "1", "2", "5", "1", "1001", "0.12345"}); }).kind(), Kind::tooPrecise);
 }
 
-TEST_F(TableLoaderTest, works_inside_the_callers_transaction) {
+TEST_F(TableLoaderTest, WorksInsideTheCallersTransaction) {
     connection_->BeginTrans();
     TableLoader loader(*connection_, "fitemss98", {"citemcode"});
     loader.add({"1"});

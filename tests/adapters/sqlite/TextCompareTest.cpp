@@ -10,7 +10,7 @@ namespace {
 
 int sign(int value) { return value < 0 ? -1 : value > 0 ? 1 : 0; }
 
-TEST(TextCompare, is_one_order_for_all_pairs) {
+TEST(TextCompare, IsOneOrderForAllPairs) {
     const std::vector<std::string> texts{
         "",  "a", "A ", "ab",   "aB",           "B",    "Ä", "äb", "ÄC", "汉", "汉字", "漢",  "é",  "e\xCC\x81",
         "Z", "ſ", "s",  "\xC3", "\xC3\x84\x80", "\x80", "ÿ", "İ",  "i",  "1",  "10",   "  a", "ａ", "Ａ"};
@@ -32,7 +32,7 @@ TEST(TextCompare, is_one_order_for_all_pairs) {
     EXPECT_LT(compareTexts("a", "B"), 0);
 }
 
-TEST(Like, matches_as_the_server_does_and_ends_soon) {
+TEST(Like, MatchesAsTheServerDoesAndEndsSoon) {
     for (const auto& [text, pattern] : std::vector<std::pair<std::string, std::string>>{{"", ""},
                                                                                         {"", "%"},
                                                                                         {"abc", "ABC"},

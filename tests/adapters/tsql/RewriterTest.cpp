@@ -3,7 +3,10 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
+#include <ostream>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace z7::cashflow::tsql {
@@ -32,14 +35,33 @@ Error errorOf(const std::string& statement) {
     return Error(0, "", rewritten(statement));
 }
 
+/// The words of a statement, as a part of a test's name, and its number among the others.
+std::string nameFrom(std::string_view statement, std::size_t index) {
+    std::string name = std::to_string(index);
+    bool begins = true;
+    for (const char c : statement.substr(0, 60)) {
+        const bool letter = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
+        if (letter) {
+            name += begins && c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+        }
+        begins = !letter;
+    }
+    return name;
+}
+
+template <class Case> std::string statementName(const ::testing::TestParamInfo<Case>& info) {
+    return nameFrom(info.param.statement, info.index);
+}
+
 struct Golden {
     const char* statement;
     const char* expected;
+    friend void PrintTo(const Golden& golden, std::ostream* out) { *out << golden.statement; }
 };
 
 class GoldenRewriting : public ::testing::TestWithParam<Golden> {};
 
-TEST_P(GoldenRewriting, gives_the_expected_text) { EXPECT_EQ(rewritten(GetParam().statement), GetParam().expected); }
+TEST_P(GoldenRewriting, GivesTheExpectedText) { EXPECT_EQ(rewritten(GetParam().statement), GetParam().expected); }
 
 INSTANTIATE_TEST_SUITE_P(
     Statements, GoldenRewriting,
@@ -100,17 +122,19 @@ INSTANTIATE_TEST_SUITE_P(
                "if found: SELECT EXISTS (SELECT \"a\" FROM main.\"t\"); DROP TABLE main.\"t\""},
         Golden{"select a /* top /* 1 */ */ from -- x\n t", "SELECT \"a\" FROM main.\"t\""},
         Golden{"select a from t union all select b from u order by a",
-               "SELECT \"a\" FROM main.\"t\" UNION ALL SELECT \"b\" FROM main.\"u\" ORDER BY \"a\""}));
+               "SELECT \"a\" FROM main.\"t\" UNION ALL SELECT \"b\" FROM main.\"u\" ORDER BY \"a\""}),
+    statementName<Golden>);
 
 struct Refused {
     const char* statement;
     int number;
     const char* near;
+    friend void PrintTo(const Refused& refused, std::ostream* out) { *out << refused.statement; }
 };
 
 class RefusedStatement : public ::testing::TestWithParam<Refused> {};
 
-TEST_P(RefusedStatement, names_the_place) {
+TEST_P(RefusedStatement, NamesThePlace) {
     const Error error = errorOf(GetParam().statement);
     EXPECT_EQ(error.number(), GetParam().number) << error.description();
     EXPECT_NE(error.description().find(GetParam().near), std::string::npos) << error.description();
@@ -143,9 +167,10 @@ INSTANTIATE_TEST_SUITE_P(
         Refused{"if not exists(select a from t)", 102, "end of the statement"},
         Refused{"if exists(select a from t) if exists(select a from t) delete t", 102, "'if'"},
         Refused{"select * from t with(index(1))", 102, "'index'"}, Refused{"select \x01 from t", 102, "\\x01"},
-        Refused{"pragma writable_schema=1", 102, "'pragma'"}, Refused{"attach 'x' as y", 102, "'attach'"}));
+        Refused{"pragma writable_schema=1", 102, "'pragma'"}, Refused{"attach 'x' as y", 102, "'attach'"}),
+    statementName<Refused>);
 
-TEST(Rewriter, bounds_nesting) {
+TEST(Rewriter, BoundsNesting) {
     const std::string deep(5000, '(');
     EXPECT_EQ(errorOf("select " + deep).number(), 191);
     std::string negated = "select a from t where ";
@@ -160,7 +185,7 @@ TEST(Rewriter, bounds_nesting) {
     EXPECT_EQ(errorOf(nested).number(), 191);
 }
 
-TEST(Rewriter, tells_where_literals_belong) {
+TEST(Rewriter, TellsWhereLiteralsBelong) {
     const Rewriting result = rewrite(
         "select 5 as five from gl_accvouch as v inner join code c on c.ccode='x' where dbill_date<='d' and -3<v.md");
     const std::vector<Parameter>& parameters = result.steps.at(0).parameters;
@@ -181,12 +206,12 @@ TEST(Rewriter, tells_where_literals_belong) {
     EXPECT_EQ(update.steps.at(0).parameters.at(0).column.tables.at(0).name, "t");
 }
 
-TEST(Rewriter, tells_which_literals_are_part_of_the_text) {
+TEST(Rewriter, TellsWhichLiteralsArePartOfTheText) {
     EXPECT_TRUE(rewrite("select top 1 a from t where b=2").inlined.empty());
     EXPECT_EQ(rewrite("select 7, cast(a as nvarchar(20)) from t").inlined, std::vector<int>{1});
 }
 
-TEST(Rewriter, tells_which_queries_can_be_written) {
+TEST(Rewriter, TellsWhichQueriesCanBeWritten) {
     EXPECT_TRUE(rewrite("select * from t where a=1 order by b").steps.at(0).writable);
     for (const char* statement :
          {"select distinct a from t", "select count(*) from t", "select * from t, u",
@@ -195,7 +220,7 @@ TEST(Rewriter, tells_which_queries_can_be_written) {
     }
 }
 
-TEST(Rewriter, puts_literals_back) {
+TEST(Rewriter, PutsLiteralsBack) {
     const std::string statement = "select a\"?1\" from t where b=N'it''s' and c>-1.50 and d='?2'";
     const Rewriting result = rewrite(statement);
     EXPECT_EQ(inlineLiterals(result.steps.at(0), shapeOf(statement).literals),

@@ -16,7 +16,7 @@ struct KnownStep {
 };
 using Cache = RewritingCache<KnownStep>;
 
-TEST(RewritingCache, gives_texts_of_one_shape_the_same_steps_and_their_own_literals) {
+TEST(RewritingCache, GivesTextsOfOneShapeTheSameStepsAndTheirOwnLiterals) {
     Cache cache(8);
     const std::string first = "select a from t where b=N'x' and c=1; delete from t where c=2";
     const auto steps = cache.stepsOf(first);
@@ -36,7 +36,7 @@ TEST(RewritingCache, gives_texts_of_one_shape_the_same_steps_and_their_own_liter
     EXPECT_EQ(cache.size(), 2U);
 }
 
-TEST(RewritingCache, rewrites_anew_where_a_literal_of_the_rewritten_text_is_another) {
+TEST(RewritingCache, RewritesAnewWhereALiteralOfTheRewrittenTextIsAnother) {
     Cache cache(8);
     const auto two = cache.stepsOf("select cast(a as nvarchar(2)) x from t where b=N'1'");
     const auto three = cache.stepsOf("select cast(a as nvarchar(3)) x from t where b=N'1'");
@@ -48,7 +48,7 @@ TEST(RewritingCache, rewrites_anew_where_a_literal_of_the_rewritten_text_is_anot
               "nvarchar(2)");
 }
 
-TEST(RewritingCache, keeps_nothing_that_names_a_table_of_one_voucher) {
+TEST(RewritingCache, KeepsNothingThatNamesATableOfOneVoucher) {
     Cache cache(8);
     for (const std::string text :
          {"select * from tempdb..X1", "select a from t; select a from t where exists (select * from tempdb..X1)",
@@ -62,7 +62,7 @@ TEST(RewritingCache, keeps_nothing_that_names_a_table_of_one_voucher) {
     EXPECT_EQ(cache.size(), 1U);
 }
 
-TEST(RewritingCache, keeps_no_text_beyond_64_kib) {
+TEST(RewritingCache, KeepsNoTextBeyond64Kib) {
     Cache cache(8);
     std::string text = "select a from t where b=1";
     text.insert(text.find("where"), (std::size_t{64} * 1024) - text.size(), ' ');
@@ -73,7 +73,7 @@ TEST(RewritingCache, keeps_no_text_beyond_64_kib) {
     EXPECT_EQ(cache.size(), 1U);
 }
 
-TEST(RewritingCache, forgets_the_shape_that_was_not_asked_for_the_longest) {
+TEST(RewritingCache, ForgetsTheShapeThatWasNotAskedForTheLongest) {
     Cache cache(2);
     const auto a = cache.stepsOf("select a from t");
     const auto b = cache.stepsOf("select b from t");
@@ -88,7 +88,7 @@ TEST(RewritingCache, forgets_the_shape_that_was_not_asked_for_the_longest) {
     EXPECT_NE(cache.stepsOf("select a from t"), a);
 }
 
-TEST(RewritingCache, refuses_a_statement_each_time_and_keeps_the_others) {
+TEST(RewritingCache, RefusesAStatementEachTimeAndKeepsTheOthers) {
     Cache cache(2);
     const auto known = cache.stepsOf("select a from t");
     const auto errorOf = [&cache](const std::string& text) {

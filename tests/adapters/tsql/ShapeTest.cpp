@@ -10,7 +10,7 @@
 namespace z7::cashflow::tsql {
 namespace {
 
-TEST(Shape, masks_literals_and_nothing_else) {
+TEST(Shape, MasksLiteralsAndNothingElse) {
     const std::string statement =
         "select top 1 a1,[2],\"3\" from tempdb..X5 where b=N'x''y' and c=-1.5e3 and d='' -- 7 '\n/* 8 */ and e>.5";
     const Shape shape = shapeOf(statement);
@@ -25,7 +25,7 @@ TEST(Shape, masks_literals_and_nothing_else) {
     EXPECT_EQ(shape.literals[4].body, ".5");
 }
 
-TEST(Shape, finds_the_same_literals_as_the_lexer) {
+TEST(Shape, FindsTheSameLiteralsAsTheLexer) {
     for (const std::string statement :
          {"select 1 from n where n='x' and N'y'=n1'z'", "a.5b 5a 5.a 5..6 .e5 1e 1e+ 1e+5", "N'' '''' ''''''",
           "- -1--2\n/3/*4*/5/6", "汉'字'汉1 2汉", "[a]]1]2\"b\"\"3\"4"}) {
@@ -38,14 +38,14 @@ TEST(Shape, finds_the_same_literals_as_the_lexer) {
     }
 }
 
-TEST(Shape, of_a_hostile_value_is_another_shape) {
+TEST(Shape, OfAHostileValueIsAnotherShape) {
     const std::string honest = shapeOf("select a from t where b=N'x'").key;
     EXPECT_EQ(shapeOf("select a from t where b=N'y -- z'").key, honest);
     EXPECT_NE(shapeOf("select a from t where b=N'x' or '1'='1'").key, honest);
     EXPECT_NE(shapeOf("select a from t where b=5").key, honest) << "a number is no text";
 }
 
-TEST(Shape, refuses_what_cannot_be_told_apart) {
+TEST(Shape, RefusesWhatCannotBeToldApart) {
     const auto numberOf = [](const std::string& text) {
         try {
             static_cast<void>(shapeOf(text));

@@ -49,31 +49,31 @@ protected:
     std::vector<std::string> refused;
 };
 
-TEST_F(TransactionTest, takes_the_write_lock_of_the_account_alone) {
+TEST_F(TransactionTest, TakesTheWriteLockOfTheAccountAlone) {
     EXPECT_EQ(errorOf([this] { beginTransaction(runner()); }), 0);
     EXPECT_THAT(log, ElementsAre("BEGIN", "DELETE FROM main.accinformation WHERE 0"));
 }
 
-TEST_F(TransactionTest, leaves_none_open_where_the_write_lock_is_taken) {
+TEST_F(TransactionTest, LeavesNoneOpenWhereTheWriteLockIsTaken) {
     refused = {"DELETE", "back: ROLLBACK"};
     EXPECT_EQ(errorOf([this] { beginTransaction(runner()); }), 1) << "the first error is told";
     EXPECT_THAT(log, ElementsAre("BEGIN", "DELETE FROM main.accinformation WHERE 0", "back: ROLLBACK"));
 }
 
-TEST_F(TransactionTest, takes_nothing_back_where_nothing_has_begun) {
+TEST_F(TransactionTest, TakesNothingBackWhereNothingHasBegun) {
     refused = {"BEGIN", "SAVEPOINT"};
     EXPECT_EQ(errorOf([this] { beginTransaction(runner()); }), 1);
     EXPECT_EQ(fill(), 2);
     EXPECT_THAT(log, ElementsAre("BEGIN", "SAVEPOINT z7_into"));
 }
 
-TEST_F(TransactionTest, fills_a_new_table_within_a_savepoint) {
+TEST_F(TransactionTest, FillsANewTableWithinASavepoint) {
     EXPECT_EQ(fill(), 0);
     EXPECT_THAT(log, ElementsAre("SAVEPOINT z7_into", "CREATE TABLE tempdb.\"X1\" (\"a\" int, \"b\")",
                                  "INSERT INTO tempdb.\"X1\" SELECT 1", "RELEASE z7_into"));
 }
 
-TEST_F(TransactionTest, takes_a_table_back_that_cannot_be_filled) {
+TEST_F(TransactionTest, TakesATableBackThatCannotBeFilled) {
     refused = {"INSERT"};
     EXPECT_EQ(fill(), 1);
     EXPECT_THAT(log,
@@ -81,7 +81,7 @@ TEST_F(TransactionTest, takes_a_table_back_that_cannot_be_filled) {
                             testing::StartsWith("INSERT INTO"), "back: ROLLBACK TO z7_into", "back: RELEASE z7_into"));
 }
 
-TEST_F(TransactionTest, tells_the_first_error_where_taking_back_fails_too) {
+TEST_F(TransactionTest, TellsTheFirstErrorWhereTakingBackFailsToo) {
     refused = {"CREATE", "back: ROLLBACK"};
     EXPECT_EQ(fill(), 1);
     EXPECT_THAT(log,
