@@ -132,7 +132,7 @@ TEST_F(CashItems, ATemplateThatIsThereIsReplacedAfterAQuestion) {
                                    {}});
     EXPECT_FALSE(data.SaveCashFlowTemplate(connection, "1001", true, "01", Date(41279.0)));
     EXPECT_EQ(database.trace(), (Lines{"own(2,2,3): " + editTemplate, "bDataStyle = 0", "cDataSource = 1001",
-                                       "bDir = 1", "cItemCode = 01", "Update", "Close"}));
+                                       "bDir = True", "cItemCode = 01", "Update", "Close"}));
     EXPECT_EQ(events, (Lines{"<Z7.CW.GL.CashFlow.00065>|32 after own(2,2,3): " + editTemplate,
                              "<Z7.CW.GL.CashFlow.00064>|64 after Update"}));
 }

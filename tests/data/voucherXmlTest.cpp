@@ -24,9 +24,7 @@ protected:
                 name += c;
             }
         }
-        lines.conversions["md"] = [](const Variant& value) -> Variant {
-            return value.isNull() ? Variant() : Variant(toDouble(value));
-        };
+        lines.types["md"] = shared::ColumnType::real;
         database.failPrefix("drop table", Error(3701, "server", "no such table"));
         database.acceptPrefix("select inid,idoc");
         database.answerPrefix("select * from tempdb..TempVoucher", lines);

@@ -29,10 +29,10 @@ public:
 
     static std::shared_ptr<Recordset> execute(ScriptedDatabase& database, Connection& on, const std::string& session,
                                               const std::string& commandText) {
-        Table table = database.run(session, commandText);
+        const Table table = database.run(session, commandText);
         auto records = std::make_shared<ScriptedRecordset>(database, &on, session);
         if (!table.columns.empty()) {
-            records->fill(commandText, std::move(table));
+            records->fill(commandText, table, false);
         }
         return records;
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "adapters/shared/recordset/Column.h"
 #include "z7cashflow/ports/Connection.h"
 #include "z7cashflow/ports/Recordset.h"
 #include "z7cashflow/support/Error.h"
@@ -21,8 +22,8 @@ namespace z7::cashflow::test {
 struct Table {
     std::vector<std::string> columns;
     std::vector<std::vector<Variant>> rows;
-    /// What a column makes of an assigned value, by its name as in columns; columns not listed take any value.
-    std::map<std::string, std::function<Variant(const Variant&)>> conversions;
+    /// The types of columns, by their names as in columns; a column that is not listed has the type of its values.
+    std::map<std::string, shared::ColumnType> types;
 };
 
 /// The journal of a ScriptedDatabase and what stands behind its sessions.

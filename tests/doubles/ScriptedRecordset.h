@@ -1,14 +1,14 @@
 #pragma once
 
+#include "adapters/shared/recordset/ClientRecordset.h"
 #include "doubles/ScriptedDatabase.h"
 
-#include <cstddef>
 #include <string>
-#include <vector>
 
 namespace z7::cashflow::test {
 
-/// A recordset over the rows of a scripted answer, with the port's rules for movement, filter and writing.
+/// A recordset over the rows of a scripted answer. Movement, filter and writing are those of the recordset that the database
+/// adapters share; this one adds the journal.
 class ScriptedRecordset final : public Recordset, private FieldList {
 public:
     ScriptedRecordset(ScriptedDatabase& database, Connection* creator, std::string session);
@@ -16,21 +16,21 @@ public:
     ScriptedRecordset(const ScriptedRecordset&) = delete;
     ScriptedRecordset& operator=(const ScriptedRecordset&) = delete;
 
-    /// Opens it with the result of Connection::Execute.
-    void fill(const std::string& source, Table table);
+    /// Opens it with the result of a statement. Only a writable one takes values.
+    void fill(const std::string& source, const Table& table, bool writable);
 
     void Open(const std::string& source, const cashflow::ActiveConnection& connection, CursorType cursorType,
               LockType lockType) override;
     void Close() override;
-    [[nodiscard]] ObjectState State() const override { return open_ ? ObjectState::Open : ObjectState::Closed; }
-    [[nodiscard]] std::string Source() const override;
-    [[nodiscard]] bool EndOfFile() const override;
-    [[nodiscard]] std::int32_t RecordCount() const override;
-    void MoveFirst() override;
-    void MoveNext() override;
+    [[nodiscard]] ObjectState State() const override { return records_.State(); }
+    [[nodiscard]] std::string Source() const override { return records_.Source(); }
+    [[nodiscard]] bool EndOfFile() const override { return records_.EndOfFile(); }
+    [[nodiscard]] std::int32_t RecordCount() const override { return records_.RecordCount(); }
+    void MoveFirst() override { records_.MoveFirst(); }
+    void MoveNext() override { records_.MoveNext(); }
     [[nodiscard]] FieldList& Fields() override;
     void Filter(const std::string& criteria) override;
-    [[nodiscard]] std::string Filter() const override { return filter_; }
+    [[nodiscard]] std::string Filter() const override { return records_.Filter(); }
     void CursorLocation(cashflow::CursorLocation location) override;
     [[nodiscard]] cashflow::CursorLocation CursorLocation() const override { return location_; }
     void ActiveConnection(const cashflow::ActiveConnection& connection) override { active_ = connection; }
@@ -39,31 +39,19 @@ public:
     void Update() override;
 
 private:
-    [[nodiscard]] int Count() const override;
-    [[nodiscard]] const std::string& Name(int position) const override;
-    [[nodiscard]] bool Has(std::string_view name) const override;
-    [[nodiscard]] Variant Item(std::string_view name) const override;
-    [[nodiscard]] Variant Item(int position) const override;
+    [[nodiscard]] int Count() const override { return fields_->Count(); }
+    [[nodiscard]] const std::string& Name(int position) const override { return fields_->Name(position); }
+    [[nodiscard]] bool Has(std::string_view name) const override { return fields_->Has(name); }
+    [[nodiscard]] Variant Item(std::string_view name) const override { return fields_->Item(name); }
+    [[nodiscard]] Variant Item(int position) const override { return fields_->Item(position); }
     void Item(std::string_view name, const Variant& value) override;
-
-    void needOpen() const;
-    void needWritable() const;
-    [[nodiscard]] std::size_t position(std::string_view name) const;
-    [[nodiscard]] std::size_t currentRow() const;
-    void showAll();
 
     ScriptedDatabase& database_;
     Connection* creator_;
     std::string session_;
-    Table table_;
-    std::vector<std::size_t> shown_;
-    std::size_t at_ = 0;
-    bool open_ = false;
-    bool writable_ = false;
-    bool adding_ = false;
-    bool changed_ = false;
+    shared::ClientRecordset records_{nullptr};
+    FieldList* fields_ = nullptr; ///< those of the records, once they are open
     std::string source_;
-    std::string filter_;
     cashflow::CursorLocation location_ = cashflow::CursorLocation::Server;
     cashflow::ActiveConnection active_;
 };
