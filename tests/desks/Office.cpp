@@ -105,6 +105,7 @@ public:
         return options;
     }
     [[nodiscard]] conformance::Capability selectInto() const override { return database_.selectInto(); }
+    [[nodiscard]] conformance::Capability tellsLockTimeout() const override { return database_.tellsLockTimeout(); }
     [[nodiscard]] std::string connectionStringOverLines(int timeout) const override {
         const std::string text = std::regex_replace(connectionString(timeout), serverKeyword, "Server=127.0.0.1");
         return std::regex_replace(text, portKeyword, "Port=" + std::to_string(door_->port()));

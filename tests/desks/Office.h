@@ -43,6 +43,8 @@ public:
     [[nodiscard]] virtual std::string connectionString(int timeout) const = 0;
     /// What a user of this office gives a host.
     [[nodiscard]] virtual host::GlobalOptions options() const { return {}; }
+    /// Whether a wait for another desk's lock that is over ends in the state HYT00.
+    [[nodiscard]] virtual conformance::Capability tellsLockTimeout() const { return {}; }
     /// Whether a statement can make a table of tempdb.
     [[nodiscard]] virtual conformance::Capability selectInto() const { return {}; }
     /// The same as connectionString, by lines that can be cut; nothing if the adapter has no lines.

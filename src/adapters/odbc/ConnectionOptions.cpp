@@ -5,6 +5,7 @@
 #include "z7cashflow/support/conversions.h"
 
 #include <algorithm>
+#include <array>
 #include <string_view>
 
 namespace z7::cashflow::odbc {
@@ -58,6 +59,29 @@ void takeDriverPart(ConnectionOptions& options, const Part& part) {
     add(options, part.source);
 }
 
+/// What the string says of where the connection goes: "server s, port 1433, database d".
+std::string targetOf(const ConnectionText& text) {
+    struct Keyword {
+        const char* keyword;
+        const char* label;
+    };
+    constexpr std::array<Keyword, 8> keywords = {{{"dsn", "data source"},
+                                                  {"filedsn", "data source file"},
+                                                  {"server", "server"},
+                                                  {"servername", "server"},
+                                                  {"address", "server"},
+                                                  {"addr", "server"},
+                                                  {"port", "port"},
+                                                  {"database", "database"}}};
+    std::string target;
+    for (const auto& [keyword, label] : keywords) {
+        if (const Part* part = text.find(keyword); part != nullptr && !part->value.empty()) {
+            target.append(target.empty() ? "" : ", ").append(label).append(" ").append(part->value);
+        }
+    }
+    return target;
+}
+
 /// Checks and completes what the driver gets.
 void complete(ConnectionOptions& options, const ConnectionText& text) {
     if (text.find("driver") == nullptr && text.find("dsn") == nullptr && text.find("filedsn") == nullptr) {
@@ -67,6 +91,7 @@ void complete(ConnectionOptions& options, const ConnectionText& text) {
         text.refuse("driver=sqlite names the embedded database, which is not reached through ODBC");
     }
     completeFreeTds(options, text);
+    options.target = targetOf(text);
     // The longest first, so that a secret that is part of another one leaves nothing of it behind.
     std::sort(options.secrets.begin(), options.secrets.end(),
               [](const std::string& a, const std::string& b) { return a.size() > b.size(); });

@@ -9,8 +9,9 @@ namespace z7::cashflow::odbc {
 
 /// What a connection string says; see Connection for its forms and keywords.
 struct ConnectionOptions {
-    std::string driverText;           ///< what the ODBC driver manager gets; holds the password
-    std::string driver;               ///< the value of its keyword "driver"; empty if it names a data source
+    std::string driverText; ///< what the ODBC driver manager gets; holds the password
+    std::string driver;     ///< the value of its keyword "driver"; empty if it names a data source
+    std::string target;     ///< server, port, database and data source as messages name them; empty if none is given
     std::vector<std::string> secrets; ///< the values that no message may show
     std::optional<std::int16_t> year;
     int timeout = 5000; ///< milliseconds

@@ -46,13 +46,14 @@ DriverConnection::DriverConnection(std::shared_ptr<Environment> environment, con
     SQLSetConnectAttr(connection_.get(), SQL_ATTR_LOGIN_TIMEOUT, attribute(loginSeconds), SQL_IS_UINTEGER);
     if (!SQL_SUCCEEDED(driverConnect(connection_.get(), options.driverText))) {
         const Error error = Failure(SQL_HANDLE_DBC, connection_.get(), options.secrets).error();
+        std::string text = error.description();
         if (error.number() == errors::driverNotFound) {
-            throw Error(error.number(), error.source(),
-                        error.description() + " (The ODBC driver \"" + withoutSecrets(options.driver, options.secrets) +
-                            "\" is not installed, or the data source is not set up.)",
-                        error.sqlState());
+            text += " (The ODBC driver \"" + options.driver + "\" is not installed, or the data source is not set up.)";
         }
-        throw error;
+        if (!options.target.empty()) {
+            text += " (Connecting to " + options.target + ".)";
+        }
+        throw Error(error.number(), error.source(), withoutSecrets(std::move(text), options.secrets), error.sqlState());
     }
     connected_ = true;
 }

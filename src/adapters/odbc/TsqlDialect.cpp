@@ -173,6 +173,10 @@ bool TsqlDialect::inTransaction(Driver& driver) { return numberOf(driver.execute
 
 Error TsqlDialect::explained(const Error& error) const {
     const char* state = sqlState(error.number());
+    if (state == nullptr && error.description().find("due to lock timeout") != std::string::npos) {
+        state =
+            "HYT00"; // an open-source server passes on the words of the database below it, with no number of its own
+    }
     return state == nullptr ? error : Error(error.number(), error.source(), error.description(), state);
 }
 

@@ -134,8 +134,8 @@ void checkMarks(sqlite3* handle, const std::string& name, const fs::path& file, 
                     error.sqlState());
     }
     if (found != mark) {
-        raiseDatabaseError(SQLITE_NOTADB, utf8Of(file) + " is a database, but not one that z7cf init has made as the " +
-                                              (name == "main" ? "account" : name) + ".");
+        raiseDatabaseError(SQLITE_NOTADB, utf8Of(file) + " is a database, but it was not created as " +
+                                              (name == "main" ? "an account" : name) + ".");
     }
     if (version != schemaVersion) {
         raiseDatabaseError(SQLITE_MISMATCH, utf8Of(file) + " has the schema version " + std::to_string(version) +
@@ -207,7 +207,7 @@ std::shared_ptr<const TempDatabase> attachCompanions(sqlite3* handle, const fs::
 }
 
 OpenAccount openAccount(const ConnectionOptions& options) {
-    requireFile(options.database, "Make it with: z7cf init " + utf8Of(options.database));
+    requireFile(options.database, "Create the account first.");
     OpenAccount account;
     account.file = accountFile(options.database);
     Probe main = probe(account.file);

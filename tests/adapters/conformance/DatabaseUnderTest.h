@@ -38,6 +38,8 @@ public:
     [[nodiscard]] virtual Capability writesToView() const { return {}; }
     [[nodiscard]] virtual Capability comparesWithoutCase() const { return {}; }
     [[nodiscard]] virtual Capability waitsForLock() const { return {}; }
+    /// A wait for another session's lock that is over ends in the state HYT00.
+    [[nodiscard]] virtual Capability tellsLockTimeout() const { return {}; }
     /// Errors carry the numbers and states that the suite's server gives them.
     [[nodiscard]] virtual Capability tellsErrorNumbers() const { return {}; }
     /// Of a text that ends early, with a quote left over, the quote is told and not what stands before it.

@@ -95,6 +95,7 @@ TEST_P(SessionCases, AStatementThatIsNoneLeavesTheTransactionOpen) {
 
 TEST_P(SessionCases, OfTwoDesksThatSaveOneGetsAClearError) {
     Z7_NEEDS(database_->waitsForLock());
+    Z7_NEEDS(database_->tellsLockTimeout());
     const auto other = open(std::int16_t{2014}, 1);
     connection_->BeginTrans();
     run(insert_);

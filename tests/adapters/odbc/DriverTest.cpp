@@ -1,4 +1,5 @@
 #include "adapters/odbc/OdbcDatabase.h"
+#include "adapters/odbc/TsqlDialect.h"
 
 #include "z7cashflow/support/conversions.h"
 
@@ -246,6 +247,24 @@ TEST(OdbcDriver, ServerThatDoesNotAnswerIsAnError) {
     EXPECT_GT(error.number(), 0);
     EXPECT_EQ(error.sqlState().substr(0, 2), "08") << error.sqlState() << error.description();
     EXPECT_EQ(error.description().find("sesame"), std::string::npos);
+    EXPECT_NE(error.description().find("server 127.0.0.1, port 1"), std::string::npos) << error.description();
+}
+
+TEST(OdbcDriver, DataSourceThatIsNotSetUpIsNamed) {
+    Connection connection;
+    const Error error = errorOf([&] { connection.Open("DSN=no_such_source;Database=sesame1;UID=u;PWD=sesame"); });
+    EXPECT_NE(error.description().find("data source no_such_source, database ***1"), std::string::npos)
+        << error.description();
+}
+
+TEST(OdbcServer, LockOfAnotherDeskHasItsStateWhateverTheServersNumber) {
+    const TsqlDialect dialect;
+    EXPECT_EQ(dialect.explained(Error(1222, "ODBC", "Lock request time out period exceeded.", "HY000")).sqlState(),
+              "HYT00");
+    EXPECT_EQ(dialect.explained(Error(1205, "ODBC", "Transaction was deadlocked.", "HY000")).sqlState(), "40001");
+    EXPECT_EQ(dialect.explained(Error(33557097, "ODBC", "canceling statement due to lock timeout", "HY000")).sqlState(),
+              "HYT00");
+    EXPECT_EQ(dialect.explained(Error(33557097, "ODBC", "canceling statement", "HY000")).sqlState(), "HY000");
 }
 
 TEST(OdbcDriver, FileThatIsNoAccountIsRefused) {

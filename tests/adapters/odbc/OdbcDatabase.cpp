@@ -145,6 +145,22 @@ conformance::Capability ServerDatabase::waitsForLock() const {
     return {false, "this server keeps versions of rows: a change neither sees nor waits for what is not committed"};
 }
 
+conformance::Capability ServerDatabase::tellsLockTimeout() const {
+    const auto one = open();
+    Connection other;
+    other.Open(connectionString(std::nullopt, 1));
+    one->Execute("insert into dsign (isignseq) values(98)");
+    one->BeginTrans();
+    one->Execute("update dsign set csign=N'y' where isignseq=98");
+    try {
+        other.Execute("update dsign set csign=N'x' where isignseq=98");
+    } catch (const Error& error) {
+        return {error.sqlState() == "HYT00", "this server answers a wait for a lock that is over with the state " +
+                                                 error.sqlState() + ": " + error.description()};
+    }
+    return {false, "this server lets two sessions change one record at a time"};
+}
+
 conformance::Capability ServerDatabase::tellsErrorNumbers() const {
     for (const auto& [statement, expected] : {std::pair<const char*, int>{"select * from z7_nosuch", 208},
                                               {"delete", 102},

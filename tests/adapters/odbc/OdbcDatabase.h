@@ -52,6 +52,7 @@ public:
     // What servers that speak the language differ in is found out by trying.
     [[nodiscard]] conformance::Capability selectInto() const override;
     [[nodiscard]] conformance::Capability waitsForLock() const override;
+    [[nodiscard]] conformance::Capability tellsLockTimeout() const override;
     [[nodiscard]] conformance::Capability tellsErrorNumbers() const override;
     [[nodiscard]] conformance::Capability tellsLeftOverQuoteFirst() const override;
     [[nodiscard]] conformance::Capability leavesExpressionsUnnamed() const override;

@@ -35,7 +35,7 @@ void runBare(const fs::path& file, const std::string& sql) {
 TEST(DatabaseFile, missing_file_is_not_made) {
     const TestFolder folder;
     const fs::path file = folder.path() / "none.db";
-    expectRefusal(file, "z7cf init");
+    expectRefusal(file, "Create the account first");
     EXPECT_FALSE(fs::exists(file));
 }
 
@@ -52,21 +52,21 @@ TEST(DatabaseFile, what_is_no_database_is_refused_and_left_alone) {
     EXPECT_EQ(fs::file_size(file), 5000U);
     const fs::path empty = folder.path() / "empty.db";
     std::ofstream(empty).close();
-    expectRefusal(empty, "not one that z7cf init has made");
+    expectRefusal(empty, "it was not created as an account");
     EXPECT_EQ(fs::file_size(empty), 0U);
 }
 
 TEST(DatabaseFile, another_programs_database_is_refused) {
     const TestFolder folder;
     runBare(folder.path() / "other.db", "create table t (a)");
-    expectRefusal(folder.path() / "other.db", "not one that z7cf init has made");
+    expectRefusal(folder.path() / "other.db", "it was not created as an account");
 }
 
 TEST(DatabaseFile, companions_must_be_what_they_are) {
     const EmbeddedDatabase database;
     const DatabaseFiles files = databaseFiles(database.file());
     EXPECT_EQ(files.system.filename(), fs::path(u8"my 公司;x.zqsystem.db"));
-    expectRefusal(files.system, "not one that z7cf init has made as the account");
+    expectRefusal(files.system, "it was not created as an account");
     fs::remove(files.system);
     expectRefusal(database.file(), "zqsystem");
 }
