@@ -2,8 +2,8 @@
 
 #include "fuzz/target.h"
 #include "z7cashflow/support/Error.h"
-#include "z7cashflow/support/format.h"
 #include "z7cashflow/support/conversions.h"
+#include "z7cashflow/support/format.h"
 
 #include <array>
 #include <cmath>

@@ -1,10 +1,10 @@
 #include "adapters/guard/StatementGuard.h"
 
 #include "adapters/guard/libraryStatements.h"
-#include "z7cashflow/support/names.h"
 #include "adapters/tsql/shape.h"
 #include "z7cashflow/support/Error.h"
 #include "z7cashflow/support/conversions.h"
+#include "z7cashflow/support/names.h"
 
 #include <algorithm>
 

@@ -292,8 +292,8 @@ private:
 };
 
 /// Loads the files one after the other, as far as there is a table for each.
-LoadedTables loadFiles(LoadableTables& tables, const std::vector<TableFile>& files, Language language,
-                       Faults& faults, const std::function<bool()>& stopRequested) {
+LoadedTables loadFiles(LoadableTables& tables, const std::vector<TableFile>& files, Language language, Faults& faults,
+                       const std::function<bool()>& stopRequested) {
     const std::vector<std::string> names = tables.names();
     LoadedTables loaded;
     std::set<std::string> seen;

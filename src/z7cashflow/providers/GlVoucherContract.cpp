@@ -2,8 +2,8 @@
 
 #include "z7cashflow/data/DataProvider.h"
 #include "z7cashflow/model/modPublic.h"
-#include "z7cashflow/providers/OutVoucherContract.h"
 #include "z7cashflow/providers/GlSave.h"
+#include "z7cashflow/providers/OutVoucherContract.h"
 #include "z7cashflow/providers/rowChecks.h"
 #include "z7cashflow/providers/rowGeneration.h"
 #include "z7cashflow/providers/rowsFromXml.h"

@@ -32,19 +32,19 @@ void runBare(const fs::path& file, const std::string& sql) {
     sqlite3_close(handle);
 }
 
-TEST(DatabaseFile, missing_file_is_not_made) {
+TEST(DatabaseFile, MissingFileIsNotMade) {
     const TestFolder folder;
     const fs::path file = folder.path() / "none.db";
     expectRefusal(file, "Create the account first");
     EXPECT_FALSE(fs::exists(file));
 }
 
-TEST(DatabaseFile, a_folder_is_no_account) {
+TEST(DatabaseFile, AFolderIsNoAccount) {
     const TestFolder folder;
     expectRefusal(folder.path(), "is a folder");
 }
 
-TEST(DatabaseFile, what_is_no_database_is_refused_and_left_alone) {
+TEST(DatabaseFile, WhatIsNoDatabaseIsRefusedAndLeftAlone) {
     const TestFolder folder;
     const fs::path file = folder.path() / "text.db";
     std::ofstream(file) << std::string(5000, 'x');
@@ -56,13 +56,13 @@ TEST(DatabaseFile, what_is_no_database_is_refused_and_left_alone) {
     EXPECT_EQ(fs::file_size(empty), 0U);
 }
 
-TEST(DatabaseFile, another_programs_database_is_refused) {
+TEST(DatabaseFile, AnotherProgramsDatabaseIsRefused) {
     const TestFolder folder;
     runBare(folder.path() / "other.db", "create table t (a)");
     expectRefusal(folder.path() / "other.db", "it was not created as an account");
 }
 
-TEST(DatabaseFile, companions_must_be_what_they_are) {
+TEST(DatabaseFile, CompanionsMustBeWhatTheyAre) {
     const EmbeddedDatabase database;
     const DatabaseFiles files = databaseFiles(database.file());
     EXPECT_EQ(files.system.filename(), fs::path(u8"my 公司;x.zqsystem.db"));
@@ -71,7 +71,7 @@ TEST(DatabaseFile, companions_must_be_what_they_are) {
     expectRefusal(database.file(), "zqsystem");
 }
 
-TEST(DatabaseFile, another_schema_version_is_refused_with_both_numbers) {
+TEST(DatabaseFile, AnotherSchemaVersionIsRefusedWithBothNumbers) {
     const EmbeddedDatabase database;
     runBare(database.file(), "pragma user_version = 99");
     expectRefusal(database.file(), "version 99");
@@ -291,7 +291,7 @@ TEST_P(ReplacedAccount, IsNoticedWhenATransactionIsCommitted) {
 
 INSTANTIATE_TEST_SUITE_P(DatabaseFile, ReplacedAccount, testing::Bool());
 
-TEST(DatabaseFile, creation_never_overwrites) {
+TEST(DatabaseFile, CreationNeverOverwrites) {
     const EmbeddedDatabase database;
     const Error error = errorOf([&] { createDatabase(database.file()); });
     EXPECT_NE(error.description().find("exists already"), std::string::npos);
@@ -306,7 +306,7 @@ TEST(DatabaseFile, creation_never_overwrites) {
               std::string::npos);
 }
 
-TEST(DatabaseFile, removal_leaves_nothing) {
+TEST(DatabaseFile, RemovalLeavesNothing) {
     const TestFolder folder;
     const fs::path file = folder.path() / "gone.db";
     createDatabase(file);
@@ -315,7 +315,7 @@ TEST(DatabaseFile, removal_leaves_nothing) {
     removeDatabase(file); // nothing to do
 }
 
-TEST(DatabaseFile, a_full_disk_leaves_the_account_as_it_was) {
+TEST(DatabaseFile, AFullDiskLeavesTheAccountAsItWas) {
     const EmbeddedDatabase database;
     const std::unique_ptr<Connection> full = database.open(std::int16_t{2013}, ";maxpages=1");
     const std::string insert = "insert into fitemss98 (citemcode,citemname) values(N'";
@@ -334,7 +334,7 @@ TEST(DatabaseFile, a_full_disk_leaves_the_account_as_it_was) {
     EXPECT_EQ(database.open()->Execute("select * from fitemss98")->RecordCount(), 0);
 }
 
-TEST(ConnectionString, refusals_name_the_keyword_and_no_value) {
+TEST(ConnectionString, RefusalsNameTheKeywordAndNoValue) {
     for (const auto& [text, wanted] :
          std::vector<std::pair<std::string, std::string>>{{"", "driver"},
                                                           {"driver=sqlite", "database"},
@@ -358,7 +358,7 @@ TEST(ConnectionString, refusals_name_the_keyword_and_no_value) {
     }
 }
 
-TEST(ConnectionString, takes_blanks_braces_and_any_case) {
+TEST(ConnectionString, TakesBlanksBracesAndAnyCase) {
     const EmbeddedDatabase database;
     const std::string file = database.file().string();
     Connection connection;
