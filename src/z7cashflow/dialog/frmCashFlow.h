@@ -24,7 +24,7 @@ class IGlVoucherProvider;
 class frmCashFlow final : public FormEvents {
 public:
     frmCashFlow();
-    ~frmCashFlow();
+    virtual ~frmCashFlow();
     frmCashFlow(const frmCashFlow&) = delete;
     frmCashFlow& operator=(const frmCashFlow&) = delete;
 
@@ -63,9 +63,9 @@ private:
     DialogForm& form();
     SuperGrid& grid() { return form().grid("SuperGrid1"); }
     void loadForm();
-    void initCaptions();
-    void initGrid();
-    static void applyGridColors(SuperGrid& grid);
+    void InitCaptions();
+    void InitGrid();
+    static void ApplyGridColors(SuperGrid& grid);
     void fillLine(std::int32_t line, const CashFlow& row, Recordset& summary, Connection& local);
     void colourLine(std::int32_t line);
 
@@ -75,7 +75,7 @@ private:
     void removeUnfinishedRows();
 
     // Editing.
-    void checkCell(std::string& text, std::int32_t row, std::int16_t col, bool& ok);
+    void CheckCell(std::string& text, std::int32_t row, std::int16_t col, bool& ok);
     [[nodiscard]] bool checkAccount(const std::string& text, std::int32_t row, CashFlow& cf);
     [[nodiscard]] bool accountFits(const std::string& ccode);
     [[nodiscard]] std::shared_ptr<Recordset> findVoucherLine(const std::string& ccode, const std::string& inid);
@@ -101,13 +101,15 @@ private:
     [[nodiscard]] bool allLinesValid();
     [[nodiscard]] bool rowsFitTheirLines(IGlVoucherProvider& provider);
     void closeIfSumsMatch(IGlVoucherProvider& provider);
-    void locateErrorCell(std::string& strInfo);
-    void templateSaved(const std::string& message, std::int32_t style, bool& bCancel);
+    void LocateErrorCell(std::string& strInfo);
+    void objData_CashFlowTemplateSave(const std::string& message, std::int32_t style, bool& bCancel);
 
     // Column widths.
-    void loadMyColWidth(SuperGrid& grid, const std::string& name);
-    void readMyColWidth(const std::string& name, std::int16_t mode, Widths& widths, bool& found);
-    void writeMyColWidth(const std::string& name, std::int16_t mode, const Widths& widths);
+    void LoadMyColWidth(SuperGrid& grid, const std::string& name);
+    void ReadMyColWidth(const std::string& name, std::int16_t mode, Widths& widths, bool& found);
+    void WriteMyColWidth(const std::string& name, std::int16_t mode, const Widths& widths);
+    /// The highest index of an array; 0 for one that has none yet.
+    [[nodiscard]] static std::int16_t ArrayUpper(const Widths& widths);
     [[nodiscard]] bool shouldWrite(const std::string& name, std::int16_t mode, const Widths& widths);
 
     [[nodiscard]] Connection& connection() const;

@@ -170,7 +170,7 @@ bool frmCashFlow::allLinesValid() {
         for (std::int32_t col = cells.FixedCols(); col < cells.Cols(); ++col) {
             std::string text = cells.TextMatrix(line, col);
             bool ok = true;
-            checkCell(text, line, static_cast<std::int16_t>(col), ok);
+            CheckCell(text, line, static_cast<std::int16_t>(col), ok);
             if (!ok) {
                 cells.Col(col);
                 cells.Row(line);
@@ -197,7 +197,7 @@ void frmCashFlow::cmdTemplate() {
     objData_->SaveCashFlowTemplate(connection(), account, bDir, item, date);
 }
 
-void frmCashFlow::templateSaved(const std::string& message, std::int32_t style, bool& bCancel) {
+void frmCashFlow::objData_CashFlowTemplateSave(const std::string& message, std::int32_t style, bool& bCancel) {
     constexpr std::int32_t question = 32;
     constexpr std::int32_t yesNoQuestion = 36;
     if (style != question) {
@@ -239,7 +239,7 @@ bool frmCashFlow::rowsFitTheirLines(IGlVoucherProvider& provider) {
     if (provider.CheckKmFrom(connection(), CashFlowCol_, &strInfo)) {
         return true;
     }
-    locateErrorCell(strInfo);
+    LocateErrorCell(strInfo);
     showNotice(strInfo);
     form().sendKeys(" ");
     return false;
@@ -258,7 +258,7 @@ void frmCashFlow::closeIfSumsMatch(IGlVoucherProvider& provider) {
 }
 
 // strInfo is a reason, a line number and a column, or a reason alone, which leaves the cursor in its line.
-void frmCashFlow::locateErrorCell(std::string& strInfo) {
+void frmCashFlow::LocateErrorCell(std::string& strInfo) {
     const std::vector<std::string> parts = splitAtTabs(strInfo);
     std::int32_t inid = 0;
     std::int32_t col = 0;

@@ -42,7 +42,7 @@ void frmCashFlow::BeforeEdit(bool& cancel, std::int32_t /*column*/) {
 
 void frmCashFlow::CellValidate(std::string& text, std::int32_t& cancel, std::int32_t row, std::int32_t col) {
     bool ok = true;
-    checkCell(text, row, static_cast<std::int16_t>(col), ok);
+    CheckCell(text, row, static_cast<std::int16_t>(col), ok);
     if (!ok) {
         cancel = 1;
     }
@@ -75,7 +75,7 @@ void frmCashFlow::AppendRow() {
     }
 }
 
-void frmCashFlow::checkCell(std::string& text, std::int32_t row, std::int16_t col, bool& ok) {
+void frmCashFlow::CheckCell(std::string& text, std::int32_t row, std::int16_t col, bool& ok) {
     ok = true;
     const std::shared_ptr<CashFlow> cf = collection().Item(grid().TextMatrix(row, 7));
     switch (col) {

@@ -59,7 +59,7 @@ void frmCashFlow::LoadData(const std::shared_ptr<Z7Login>& objLogin,
     openWithLogin(*local);
     objData_ = std::make_shared<DataProvider>();
     objData_->CashFlowTemplateSave = [this](const std::string& message, std::int32_t style, bool& bCancel) {
-        templateSaved(message, style, bCancel);
+        objData_CashFlowTemplateSave(message, style, bCancel);
     };
     objCon_ = createLoginConnection();
     openWithLogin(*objCon_);
@@ -106,8 +106,8 @@ void frmCashFlow::colourLine(std::int32_t line) {
 }
 
 void frmCashFlow::loadForm() {
-    initCaptions();
-    initGrid();
+    InitCaptions();
+    InitGrid();
     blnClosing_ = false;
     blnCancelled_ = false;
     const auto key = voucherKey();
@@ -115,7 +115,7 @@ void frmCashFlow::loadForm() {
         objData_->GetCashSumInVoucher(connection(), collection().VoucherTable(), key.period, key.kind, key.number);
 }
 
-void frmCashFlow::initCaptions() {
+void frmCashFlow::InitCaptions() {
     form().button("cmdOk").Caption(modPublic::GetText("Z7.GL.ZZPZ.00192"));
     form().button("cmdCancel").Caption(modPublic::GetText("Z7.GL.ZZPZ.00352"));
     form().button("cmdDel").Caption(modPublic::GetText("Z7.CW.APAR.ARAPMain.Delete_Row"));
@@ -129,7 +129,7 @@ void frmCashFlow::initCaptions() {
     }
 }
 
-void frmCashFlow::initGrid() {
+void frmCashFlow::InitGrid() {
     SuperGrid& cells = grid();
     lngFixedColor_ = 0xE8E8E8;
     cells.GridMode(1);
@@ -152,15 +152,15 @@ void frmCashFlow::initGrid() {
             cells.SetColumnEdit(col, column.maxLength, column.kind, column.style, column.decimals);
         }
     });
-    loadMyColWidth(cells, "frmCashFlow");
+    LoadMyColWidth(cells, "frmCashFlow");
     cells.GridReadOnly(ReadOnly_);
     for (const char* button : {"cmdTemplate", "cmdAdd", "cmdDel", "cmdOk", "cmdInsert", "cmdAutoGetData"}) {
         form().button(button).Enabled(!ReadOnly_);
     }
-    applyGridColors(cells);
+    ApplyGridColors(cells);
 }
 
-void frmCashFlow::applyGridColors(SuperGrid& cells) {
+void frmCashFlow::ApplyGridColors(SuperGrid& cells) {
     ignoringErrors([&] {
         const std::string type = asciiLower(cells.typeName());
         if (type != "msflexgrid" && type != "mshflexgrid" && type != "zqflexgridctl" && type != "supergrid") {

@@ -22,18 +22,17 @@ constexpr std::int32_t answerNo = 7;
 
 std::string locale() { return toText(modPublic::requiredLogin().LocaleId()); }
 
-// The highest index of an array; 0 for one that has none yet.
-std::int16_t arrayUpper(const std::vector<std::int16_t>& widths) {
+} // namespace
+
+std::int16_t frmCashFlow::ArrayUpper(const Widths& widths) {
     return toInt16(widths.empty() ? 0.0 : static_cast<double>(widths.size() - 1));
 }
 
-} // namespace
-
-void frmCashFlow::loadMyColWidth(SuperGrid& cells, const std::string& name) {
+void frmCashFlow::LoadMyColWidth(SuperGrid& cells, const std::string& name) {
     ignoringErrors([&] {
         Widths widths;
         bool found = false;
-        readMyColWidth(name, gridMode, widths, found);
+        ReadMyColWidth(name, gridMode, widths, found);
         if (found) {
             const std::int32_t columns = cells.Cols();
             for (std::int32_t col = 0; col < columns; ++col) {
@@ -44,7 +43,7 @@ void frmCashFlow::loadMyColWidth(SuperGrid& cells, const std::string& name) {
 }
 
 // Records count from the first, whatever column they name; columns without a record get the width 0.
-void frmCashFlow::readMyColWidth(const std::string& name, std::int16_t mode, Widths& widths, bool& found) {
+void frmCashFlow::ReadMyColWidth(const std::string& name, std::int16_t mode, Widths& widths, bool& found) {
     constexpr std::int32_t leastUpper = 100;
     found = true;
     const auto stored = connection().Execute(filled(statements::widthsToShow, name, mode, locale()));
@@ -52,7 +51,7 @@ void frmCashFlow::readMyColWidth(const std::string& name, std::int16_t mode, Wid
         found = false;
         return;
     }
-    const std::int32_t upper = std::max({std::int32_t{arrayUpper(widths)}, stored->RecordCount(), leastUpper});
+    const std::int32_t upper = std::max({std::int32_t{ArrayUpper(widths)}, stored->RecordCount(), leastUpper});
     widths.resize(static_cast<std::size_t>(upper) + 1);
     for (std::size_t i = 0; !stored->EndOfFile(); ++i, stored->MoveNext()) {
         widths.at(i) = toInt16(stored->Fields().Item("ilength"));
@@ -70,7 +69,7 @@ void frmCashFlow::SaveMyColWidth(SuperGrid& cells, const std::string& name) {
         for (std::int32_t col = 0; col < columns; ++col) {
             widths.push_back(cells.ColWidth(col));
         }
-        writeMyColWidth(name, gridMode, widths);
+        WriteMyColWidth(name, gridMode, widths);
     });
 }
 
@@ -99,7 +98,7 @@ bool frmCashFlow::shouldWrite(const std::string& name, std::int16_t mode, const 
     return differs;
 }
 
-void frmCashFlow::writeMyColWidth(const std::string& name, std::int16_t mode, const Widths& widths) {
+void frmCashFlow::WriteMyColWidth(const std::string& name, std::int16_t mode, const Widths& widths) {
     if (!shouldWrite(name, mode, widths)) {
         return;
     }
