@@ -3,16 +3,24 @@
 #include "doubles/ContextGuard.h"
 #include "doubles/ScriptedDatabase.h"
 #include "z7cashflow/data/DataProvider.h"
+#include "z7cashflow/statements/Statement.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 namespace z7::cashflow::test {
 
 using Lines = std::vector<std::string>;
+
+/// A statement of the library as it is sent where nothing guards it.
+template <class... Places>
+std::string sent(const statements::Statement<Places...>& statement, const std::type_identity_t<Places>&... values) {
+    return statement.fill(statements::LiteralPolicy::asGiven, values...);
+}
 
 inline std::int16_t i16(int number) { return static_cast<std::int16_t>(number); }
 

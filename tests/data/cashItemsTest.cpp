@@ -1,4 +1,5 @@
 #include "data/DataTest.h"
+#include "z7cashflow/statements/itemStatements.h"
 
 namespace z7::cashflow::test {
 namespace {
@@ -14,12 +15,10 @@ protected:
         };
     }
 
-    const std::string itemName = "select citemname from fitemss98 where citemcode=N'01'";
-    const std::string templateOf = "select * from GL_CashItemDataSource where iyear=2011 and bDataStyle=0 and "
-                                   "cDataSource=N'1001' and bdir =1";
-    const std::string draftOf = "select cCashItem from GL_VouchDraft where cUserId=N'u1' and inid=3";
-    const std::string editTemplate = "select * from GL_V_CashItemDataSource where bDataStyle=0 and cDataSource=N'1001' "
-                                     "and bdir =1 order by iID desc";
+    const std::string itemName = sent(statements::itemName, "01");
+    const std::string templateOf = sent(statements::itemTemplate, 2011, "1001", true);
+    const std::string draftOf = sent(statements::draftItem, "u1", 3);
+    const std::string editTemplate = sent(statements::itemTemplatesNewestFirst, "1001", true);
     const std::vector<std::string> templateColumns{"iyear",     "bDataStyle", "cDataSource", "bdir",
                                                    "cItemCode", "dStartDate", "dEndDate",    "iID"};
     std::vector<std::string> events;
@@ -51,7 +50,7 @@ TEST_F(CashItems, TemplateOfAnAccountAndSide) {
 }
 
 TEST_F(CashItems, TemplateOfTheOtherSideThatIsNotThere) {
-    const std::string credit = templateOf.substr(0, templateOf.size() - 1) + "0";
+    const std::string credit = sent(statements::itemTemplate, 2011, "1001", false);
     database.answer(credit, none("cItemCode"));
     std::string code = "before";
     EXPECT_FALSE(data.GetCashFlowTemplate(connection, "1001", false, Date(2.0), code));
@@ -79,8 +78,7 @@ TEST_F(CashItems, ItemOfTheUsersDraft) {
 }
 
 TEST_F(CashItems, ItemOfATemplateValidOnADate) {
-    const std::string text = "select cItemcode from GL_V_CashItemDataSource where cDataSource=N'1001' and bDir=1  and  "
-                             "dStartDate<='2013-01-05' and  (dEndDate is null or dEndDate>='2013-01-05')";
+    const std::string text = sent(statements::itemTemplateOnDate, "1001", true, "2013-01-05", "2013-01-05");
     database.answerInTurn(text, {one("cItemcode", "01"), none("cItemcode"), one("cItemcode", "")});
     database.answer(itemName, one("citemname", "Sales"));
     std::string code = "before";
@@ -98,8 +96,7 @@ TEST_F(CashItems, ItemOfATemplateValidOnADate) {
 }
 
 TEST_F(CashItems, ItemOfATemplateOnTheCreditSide) {
-    const std::string text = "select cItemcode from GL_V_CashItemDataSource where cDataSource=N'1001' and bDir=0  and  "
-                             "dStartDate<='2013-01-05' and  (dEndDate is null or dEndDate>='2013-01-05')";
+    const std::string text = sent(statements::itemTemplateOnDate, "1001", false, "2013-01-05", "2013-01-05");
     database.answer(text, none("cItemcode"));
     std::string code;
     std::string name;
@@ -116,9 +113,7 @@ TEST_F(CashItems, ANewTemplateIsAddedAndReported) {
 }
 
 TEST_F(CashItems, ANewTemplateOfTheCreditSide) {
-    const std::string credit =
-        "select * from GL_V_CashItemDataSource where bDataStyle=0 and cDataSource=N'1001' and bdir "
-        "=0 order by iID desc";
+    const std::string credit = sent(statements::itemTemplatesNewestFirst, "1001", false);
     database.answer(credit, {templateColumns, {}, {}});
     EXPECT_FALSE(data.SaveCashFlowTemplate(connection, "1001", false, "01", Date(41279.0)));
     EXPECT_EQ(database.statements(), Lines{"own(2,2,3): " + credit});

@@ -171,6 +171,14 @@ TEST_F(EmbeddedData, BudgetLinesAreAbsentUnderGovernmentAccountingAlone) {
     EXPECT_EQ(cashSum(), 250.5) << "sums know no budget accounts";
 }
 
+TEST_F(EmbeddedData, ALineOnAnAccountOfNoKindIsAbsentUnderGovernmentAccounting) {
+    company.execute("update code set cUserDefineType=N'财务会计科目'");
+    company.execute("update code set cUserDefineType=null where ccode=N'6001'");
+    EXPECT_EQ(linesOfVoucher(), (Lines{"1", "2"}));
+    login->information[117] = "政府会计制度";
+    EXPECT_EQ(linesOfVoucher(), Lines{"1"}) << "nothing is unequal to null";
+}
+
 TEST_F(EmbeddedData, ACashSumOfZeroDoesNotTellWhetherThereIsACashLine) {
     EXPECT_EQ(data.GetCashSumInVoucher(connection, "costs", 0, 0, 0), 0.0) << "a null sum";
     EXPECT_EQ(data.GetCashSumInVoucher2(connection, "costs", "NOCASH"), 0.0) << "no record";

@@ -1,16 +1,14 @@
 #include "data/DataTest.h"
+#include "z7cashflow/statements/settingStatements.h"
 
 namespace z7::cashflow::test {
 namespace {
 
 class Settings : public DataTest {
 protected:
-    const std::string option =
-        "select cvalue,cdefault from accinformation WITH(NOLOCK) where csysid =N'GL' and cname = "
-        "N'bCashCode'";
-    const std::string voucherOption = "select * from GL_VoucherOption WITH(NOLOCK) where operator =N'demo'";
-    const std::string period = "select iyear,iid from zqsystem..ua_period where cacc_id =N'001' and "
-                               "dbegin<='2013-01-05' and dend>='2013-01-05' ";
+    const std::string option = sent(statements::accountOption, "GL", "bCashCode");
+    const std::string voucherOption = sent(statements::voucherOptions, "demo");
+    const std::string period = sent(statements::accountingPeriod, "001", "2013-01-05", "2013-01-05");
 };
 
 TEST_F(Settings, AMissingAccountOptionIsEmptyWhereTheHostHasNoMessageBoxes) {
@@ -75,8 +73,7 @@ TEST_F(Settings, YearAndPeriodAreThoseOfTheLoginsAccount) {
     database.answerPrefix("select iyear", {{"iyear", "iid"}, {}, {}});
     login->accountId = "0'99";
     EXPECT_EQ(data.DateToYearPeriod(connection, Date::none()), "190000");
-    expectStatements({"main(3,-1): select iyear,iid from zqsystem..ua_period where cacc_id =N'0'99' and "
-                      "dbegin<='1900-01-01' and dend>='1900-01-01' "});
+    expectStatements({"main(3,-1): " + sent(statements::accountingPeriod, "0'99", "1900-01-01", "1900-01-01")});
 }
 
 TEST_F(Settings, AFailingStatementIsTheCallersError) {

@@ -1,4 +1,5 @@
 #include "data/DataTest.h"
+#include "z7cashflow/statements/voucherStatements.h"
 
 namespace z7::cashflow::test {
 namespace {
@@ -30,7 +31,7 @@ TEST_F(VoucherQueries, KeyedTablesAreKnownByNameAlone) {
 }
 
 TEST_F(VoucherQueries, WhetherAnAccountIsACashFlowAccount) {
-    const std::string text = "select ccode from code where iyear=2011 and  ccode=N'1001' and code.bcashitem=1";
+    const std::string text = sent(statements::cashAccount, 2011, "1001");
     database.answerInTurn(text, {one("ccode", "1001"), none("ccode")});
     EXPECT_TRUE(data.CodeIsCashFlowKm(connection, "1001"));
     EXPECT_FALSE(data.CodeIsCashFlowKm(connection, "1001"));
@@ -38,11 +39,7 @@ TEST_F(VoucherQueries, WhetherAnAccountIsACashFlowAccount) {
 }
 
 TEST_F(VoucherQueries, WhetherAKeyedVoucherTouchesCash) {
-    const std::string text =
-        "select code.ccode from GL_AccVouch as TempVoucher inner join code on "
-        "TempVoucher.ccode=code.ccode and tempvoucher.iyear=code.iyear where TempVoucher.iPeriod =1 "
-        "and TempVoucher.iSignSeq =2 and TempVoucher.iNo_id =40000 and code.bCashItem=1 and "
-        "code.bclose=0 and code.iyear=2011";
+    const std::string text = sent(statements::cashLine, "GL_AccVouch", {1, 2, 40000}, 2011);
     database.answerInTurn(text, {one("ccode", "1001"), none("ccode")});
     EXPECT_TRUE(data.HaveCashFlowCodeInVoucher(connection, "GL_AccVouch", 1, 2, 40000));
     EXPECT_FALSE(data.HaveCashFlowCodeInVoucher(connection, "GL_AccVouch", 1, 2, 40000));
@@ -50,9 +47,7 @@ TEST_F(VoucherQueries, WhetherAKeyedVoucherTouchesCash) {
 }
 
 TEST_F(VoucherQueries, WhetherAKeylessVoucherTouchesCash) {
-    const std::string text =
-        "select code.ccode from mine as TempVoucher inner join code on  "
-        "TempVoucher.ccode=code.ccode  where code.bCashItem=1 and code.bclose=0 and code.iyear=2011";
+    const std::string text = sent(statements::keylessCashLine, "mine", 2011);
     database.answerInTurn(text, {one("ccode", "1001"), none("ccode")});
     EXPECT_TRUE(data.HaveCashFlowCodeInVoucher(connection, "mine", 1, 2, 5));
     EXPECT_FALSE(data.HaveCashFlowCodeInVoucher(connection, "mine", 0, 0, 0));
@@ -62,10 +57,7 @@ TEST_F(VoucherQueries, WhetherAKeylessVoucherTouchesCash) {
 TEST_F(VoucherQueries, WhetherAnOutsideVoucherTouchesCashInAKeyedTable) {
     for (const std::string table : {"GL_accvouch", "gl_v_accvouch", "GL_V_ACCVOUCH"}) {
         database.clearJournal();
-        const std::string text = "select code.ccode from  " + table +
-                                 " as TempVoucher inner join code on TempVoucher.ccode=code.ccode and "
-                                 "tempvoucher.iyear=code.iyear where TempVoucher.coutNo_id=N'OUT' and code.bcashitem=1 "
-                                 "and code.bclose=0 and code.iyear=2013";
+        const std::string text = sent(statements::outsideCashLine, table, "OUT", 2013);
         database.answerInTurn(text, {one("ccode", "1001"), none("ccode")});
         EXPECT_TRUE(data.HaveCashFlowCodeInVoucher2(connection, table, "OUT"));
         EXPECT_FALSE(data.HaveCashFlowCodeInVoucher2(connection, table, "OUT"));
@@ -76,22 +68,14 @@ TEST_F(VoucherQueries, WhetherAnOutsideVoucherTouchesCashInAKeyedTable) {
 TEST_F(VoucherQueries, WhetherAnOutsideVoucherTouchesCashInAnyOtherTable) {
     for (const std::string table : {"gl_accvouch", "GL_ACCVOUCH", "mine"}) {
         database.clearJournal();
-        const std::string text = "select code.ccode from  " + table +
-                                 " as TempVoucher inner join code on TempVoucher.ccode=code.ccode where "
-                                 "TempVoucher.coutNo_id=N'OUT' and code.bcashitem=1 and code.bclose=0 and "
-                                 "code.iyear=2013";
+        const std::string text = sent(statements::keylessOutsideCashLine, table, "OUT", 2013);
         database.answer(text, one("ccode", "1001"));
         EXPECT_TRUE(data.HaveCashFlowCodeInVoucher2(connection, table, "OUT"));
         expectStatements({"main: " + text});
     }
 }
 
-const std::string keyedSum =
-    "select (sum(md) -sum(mc)) as mysum  from gl_v_accvouch as voucherTemp  inner join CODE on  "
-    "code.iyear=2011 and   voucherTemp.iYear=CODE.iYear and   voucherTemp.ccode=CODE.ccode where "
-    "voucherTemp.iperiod=1 and voucherTemp.isignseq =2 and voucherTemp.ino_id=40000  and "
-    "CODE.bend=1 and CODE.bclose=0 and CODE.bcashitem=1 group by "
-    "voucherTemp.iperiod,isignseq,ino_id";
+const std::string keyedSum = sent(statements::cashSum, "gl_v_accvouch", 2011, {1, 2, 40000});
 
 TEST_F(VoucherQueries, CashSumOfAKeyedVoucher) {
     database.answerInTurn(keyedSum, {one("mysum", -50.25), none("mysum")});
@@ -101,10 +85,7 @@ TEST_F(VoucherQueries, CashSumOfAKeyedVoucher) {
 }
 
 TEST_F(VoucherQueries, CashSumOfAKeylessVoucher) {
-    const std::string text =
-        "select (sum(md) -sum(mc)) as mysum  from mine as voucherTemp  inner join CODE on   "
-        "code.iyear=2011 and   voucherTemp.ccode=CODE.ccode where CODE.bend=1 and CODE.bclose=0 and "
-        "CODE.bcashitem=1  ";
+    const std::string text = sent(statements::keylessCashSum, "mine", 2011);
     database.answerInTurn(text, {one("mysum", 100.0), one("mysum", Null{})});
     EXPECT_EQ(data.GetCashSumInVoucher(connection, "mine", 1, 2, 5), 100.0);
     EXPECT_EQ(data.GetCashSumInVoucher(connection, "mine", 1, 2, 5), 0.0);
@@ -120,10 +101,7 @@ TEST_F(VoucherQueries, CashSumIsRoundedToCents) {
     }
 }
 
-const std::string outsideSum =
-    "select (sum(md) -sum(mc)) as mysum  from mine as voucherTemp  inner join gl_v_code on  "
-    "voucherTemp.ccode=gl_v_code.ccode where voucherTemp.coutno_id=N'OUT' and gl_v_code.bend=1 "
-    "and gl_v_code.bclose=0 and gl_v_code.bcashitem=1 group by voucherTemp.coutno_id";
+const std::string outsideSum = sent(statements::outsideCashSum, "mine", "OUT");
 
 TEST_F(VoucherQueries, CashSumOfAnOutsideVoucherIsNotRounded) {
     database.answerInTurn(outsideSum, {one("mysum", 1234.565), one("mysum", 0.004), none("mysum")});
@@ -139,9 +117,7 @@ TEST_F(VoucherQueries, CashSumOfAnOutsideVoucherWithoutAmountsIsAnInvalidNull) {
     EXPECT_EQ(database.openRecordsets(), Lines{});
 }
 
-const std::string outsideKey =
-    "select iperiod,isignseq,ino_id,dbill_date from gl_accvouch where iYear= 2011 and iflag is "
-    "null and coutNo_id=N'OUT'";
+const std::string outsideKey = sent(statements::ledgerVoucherOf, 2011, "OUT");
 
 TEST_F(VoucherQueries, KeyOfTheLedgerVoucherIsTakenFromItsFirstLine) {
     database.answer(outsideKey, {{"iperiod", "isignseq", "ino_id", "dbill_date"},

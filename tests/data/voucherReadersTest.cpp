@@ -1,4 +1,6 @@
 #include "data/DataTest.h"
+#include "z7cashflow/statements/rowStatements.h"
+#include "z7cashflow/statements/voucherStatements.h"
 #include "z7cashflow/support/conversions.h"
 
 namespace z7::cashflow::test {
@@ -18,12 +20,7 @@ protected:
     }
 };
 
-const std::string cashTable =
-    "select table1.*,fitemss98.citemname from (select gl_cashtable.*, "
-    "code.ccode_name,code.bCashItem from gl_cashtable inner join code on "
-    "code.iyear=gl_cashtable.iyear and gl_cashtable.ccode=code.ccode where  code.iyear=2011 and "
-    "iperiod=1 and isignseq=2 and ino_id=40000) table1 inner join fitemss98 on "
-    "table1.cCashItem =fitemss98.citemcode";
+const std::string cashTable = sent(statements::storedRows, 2011, {1, 2, 40000});
 
 TEST_F(VoucherReaders, StoredRowsOfAVoucher) {
     database.answerPrefix("select", one("RowGuid", "G"));
@@ -43,10 +40,7 @@ TEST_F(VoucherReaders, StoredRowsInStateTwoAreAskedForAndNotGiven) {
     database.answerPrefix("select", none("RowGuid"));
     modPublic::context().VouchState = 2;
     EXPECT_EQ(statementOf([&] { return data.GetCashTable(connection, 1, 2, 40000); }),
-              "select table1.*,fitemss98.citemname from (select gl_cashtable.*, code.ccode_name,code.bCashItem from "
-              "gl_cashtable inner join code on code.iyear=gl_cashtable.iyear and gl_cashtable.ccode=code.ccode where "
-              "code.iyear=2011 and  iperiod=1 and isignseq=2 and ino_id=40000) table1 inner join fitemss98 on "
-              "table1.cCashItem =fitemss98.citemcode Where 1=-1");
+              sent(statements::noStoredRows, 2011, {1, 2, 40000}));
 }
 
 TEST_F(VoucherReaders, StoredRowsOfAnOutsideVoucherAreThoseOfItsLedgerVoucher) {
@@ -55,9 +49,8 @@ TEST_F(VoucherReaders, StoredRowsOfAnOutsideVoucherAreThoseOfItsLedgerVoucher) {
                                               {}});
     database.answer(cashTable, none("RowGuid"));
     const auto records = data.GetCashTable2(connection, "OUT");
-    EXPECT_EQ(database.statements(), (Lines{"main: select iperiod,isignseq,ino_id,dbill_date from gl_accvouch where "
-                                            "iYear= 2011 and iflag is null and coutNo_id=N'OUT'",
-                                            "main: " + cashTable}));
+    EXPECT_EQ(database.statements(),
+              (Lines{"main: " + sent(statements::ledgerVoucherOf, 2011, "OUT"), "main: " + cashTable}));
     EXPECT_EQ(database.openRecordsets(), Lines{cashTable});
 }
 
@@ -122,7 +115,7 @@ TEST_F(VoucherReaders, LinesOfAnOutsideVoucherInAKeylessTable) {
 
 TEST_F(VoucherReaders, BudgetAccountsDoNotCountUnderGovernmentAccounting) {
     database.answerPrefix("select", none("inid"));
-    const std::string filter = " and code.cUserDefineType<>N'预算类会计科目'";
+    const std::string filter = sent(statements::exceptBudgetAccounts);
     for (const char* system : {"政府会计制度", "政府会计制度（事业单位）"}) {
         login->information[117] = system;
         EXPECT_TRUE(statementOf([&] {

@@ -1,20 +1,17 @@
 #include "data/DataTest.h"
 
+#include "z7cashflow/statements/temporaryTableStatements.h"
 #include "z7cashflow/support/conversions.h"
 
 namespace z7::cashflow::test {
 namespace {
 
-const std::string columnList =
-    "inid,idoc,cbill,cdigest,ccode,cexch_name,md,mc,md_f,mc_f, nd_s,nc_s, csettle ,cn_id,dt_date ,cdept_id,cperson_id,"
-    "ccus_id ,csup_id,citem_id,citem_class, cname,ccode_equal,coutaccset,ioutyear,coutsysname,coutsysver,doutbilldate,"
-    "ioutperiod,coutsign ,coutno_id,doutdate,coutbillsign, coutid,cDefine1 "
-    ",cDefine2,cDefine3,cDefine4,cDefine5,cDefine6,"
-    "cDefine7,cDefine8,cDefine9 ,cDefine10,cDefine11,cDefine12,cDefine13,cDefine14,cDefine15,cDefine16";
-
 class VoucherXml : public DataTest {
 protected:
     VoucherXml() {
+        const std::string creation = sent(statements::createVoucherTable, "", 2013);
+        const std::size_t begin = std::string("select ").size();
+        const std::string columnList = creation.substr(begin, creation.find(" into ") - begin);
         std::string name;
         for (const char c : columnList + ",") {
             if (c == ',') {
@@ -47,9 +44,9 @@ protected:
     Date dbill_date{7.0};
     std::string coutNo_id;
     const std::string table = "tempdb..TempVoucher" + GuidSequence::text(1);
-    const Lines opening{"main: drop table " + table,
-                        "main: select " + columnList + " into " + table + "  from gl_accvouch where 1=0 and iyear=2013",
-                        "own(1,3,3): select * from " + table};
+    const Lines opening{"main: " + sent(statements::dropFormerTable, table),
+                        "main: " + sent(statements::createVoucherTable, table, 2013),
+                        "own(1,3,3): " + sent(statements::voucherTableLines, table)};
 };
 
 TEST_F(VoucherXml, HasFiftyColumns) { EXPECT_EQ(lines.columns.size(), 50U); }

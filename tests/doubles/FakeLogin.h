@@ -74,6 +74,8 @@ public:
         return formattedTexts;
     }
 
+    bool guardsStatements() override { return guards; }
+
     std::int32_t localeId = 2052;
     std::string accountId = "001";
     std::string accountingYear = "2013";
@@ -82,6 +84,7 @@ public:
     std::string connectionString = "db=login";
     std::map<std::int32_t, Variant> information;
     std::string languageTag = "zh-CN";
+    bool guards = false; ///< what guardsStatements answers
     std::shared_ptr<FakeTextLookup> texts = std::make_shared<FakeTextLookup>();
     std::shared_ptr<FakeFormattedTextLookup> formattedTexts = std::make_shared<FakeFormattedTextLookup>();
     std::optional<Error> textLookupFailure;

@@ -346,5 +346,27 @@ TEST_F(Collection, NeedsNoLoginToBeMade) {
     EXPECT_EQ(other->CreateCFObject()->Count(), 42);
 }
 
+TEST_F(Collection, ARowThatIsRenamedAfterAddStaysUnderItsFormerKey) {
+    const auto row = addRow(i16(1));
+    const std::string former = row->key();
+    row->key("renamed");
+    EXPECT_EQ(collection->Item(former), row);
+    EXPECT_ERROR(collection->Item("renamed"), errors::badArgument);
+    EXPECT_EQ(row->Item("key"), Variant("renamed"));
+    collection->Remove(former);
+    EXPECT_EQ(collection->Count(), 0);
+}
+
+TEST_F(Collection, ARowInTwoCollectionsBelongsToTheSecond) {
+    const auto row = addRow(i16(1));
+    const auto second = CashFlowCollection::Create();
+    second->Add(row);
+    EXPECT_EQ(row->objParent(), second);
+    EXPECT_EQ(collection->Item(row->key()), row) << "the first one still lists it";
+    second->Remove(row->key());
+    EXPECT_EQ(row->objParent(), nullptr);
+    EXPECT_EQ(collection->Count(), 1);
+}
+
 } // namespace
 } // namespace z7::cashflow::test

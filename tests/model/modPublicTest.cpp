@@ -265,5 +265,39 @@ TEST_F(LoginContext, GivesTheLoginWhereItIsNeeded) {
     EXPECT_ERROR(modPublic::requiredLogin(), errors::objectNotSet);
 }
 
+TEST_F(LoginContext, AnotherLoginBetweenTwoBoxesKeepsTheBoxAndChangesItsLanguage) {
+    int made = 0;
+    modPublic::context().createMessageBox = [&, box = messages] {
+        ++made;
+        return box;
+    };
+    modPublic::ShowMessage("first", 0, "", "", 0);
+    const auto english = std::make_shared<FakeLogin>();
+    english->localeId = 1033;
+    modPublic::SetLogin(english);
+    modPublic::ShowMessage("second", 0, "", "", 0);
+    EXPECT_EQ(made, 1);
+    EXPECT_EQ(messages->log,
+              (std::vector<std::string>{"Locale 2052", "Show first|0|||0", "Locale 1033", "Show second|0|||0"}));
+}
+
+TEST_F(LoginContext, TheLoginDecidesWhetherStatementsAreGuarded) {
+    using statements::LiteralPolicy;
+    EXPECT_EQ(modPublic::context().literalPolicy, LiteralPolicy::asGiven);
+    login->guards = true;
+    EXPECT_EQ(modPublic::context().literalPolicy, LiteralPolicy::asGiven) << "it is asked when it is set";
+    modPublic::SetLogin(login);
+    EXPECT_EQ(modPublic::context().literalPolicy, LiteralPolicy::wholeLiterals);
+    modPublic::SetLogin(nullptr);
+    EXPECT_EQ(modPublic::context().literalPolicy, LiteralPolicy::wholeLiterals) << "as the text services stay";
+    login->guards = false;
+    modPublic::SetLogin(login);
+    EXPECT_EQ(modPublic::context().literalPolicy, LiteralPolicy::asGiven);
+    login->guards = true;
+    login->textLookupFailure = Error(7, "host", "no texts");
+    EXPECT_ERROR((modPublic::SetLogin(login), 0), 7);
+    EXPECT_EQ(modPublic::context().literalPolicy, LiteralPolicy::wholeLiterals) << "a login that fails guards as well";
+}
+
 } // namespace
 } // namespace z7::cashflow::test

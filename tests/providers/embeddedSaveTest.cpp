@@ -76,5 +76,20 @@ TEST_F(EmbeddedSave, WithoutComparingSumsStillRefusesRowsThatDoNotFit) {
     EXPECT_EQ(company.storedRows(), Lines{"2013/1/1/6 line 2 account 6001 item 01 0 9"});
 }
 
+TEST_F(EmbeddedSave, OfAnotherYearsVoucherReplacesThroughTheViewWhatTheSessionsYearHolds) {
+    company.execute("insert into code (iyear,ccode,ccode_name,bCashItem,bend,bclose) "
+                    "select 2012,ccode,ccode_name,bCashItem,bend,bclose from code where iyear=2013");
+    storeRow("02");
+    auto rows = rowsWithFormerNumber(0);
+    company.execute("update gl_accvouch set iyear=2012 where iperiod=1 and isignseq=1 and ino_id=6");
+    modPublic::SetIYear(2012);
+    rows->Item(1)->SetValue("iYear", std::int16_t{2012});
+    const std::string lastYear = "2012/1/1/6 line 2 account 6001 item 01 0 250.5";
+    EXPECT_TRUE(save(rows));
+    EXPECT_EQ(company.storedRows(), Lines{lastYear}) << "the row of 2013 under the same key is gone";
+    EXPECT_TRUE(save(rows));
+    EXPECT_EQ(company.storedRows(), (Lines{lastYear, lastYear})) << "the view does not show the row of 2012";
+}
+
 } // namespace
 } // namespace z7::cashflow::test

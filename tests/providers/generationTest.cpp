@@ -291,7 +291,7 @@ protected:
     Collection rowsOfRecords(const Table& table, const std::string& coutNo_id) {
         world.database.answer("records", table);
         const auto records = world.connection.Execute("records");
-        const Collection rows = GetCashFlowColFromRs(world.connection, *records, Date(), coutNo_id, false);
+        const Collection rows = GetCashFlowColFromRs(world.connection, *records, Date(), {coutNo_id}, false);
         EXPECT_EQ(records->State(), ObjectState::Closed);
         return rows;
     }
@@ -348,6 +348,26 @@ TEST_F(RowsOfRecords, NoRecordGivesNothingAndStillReadsTheOption) {
     EXPECT_EQ(rowsOfRecords({{"inid"}, {}, {}}, "OUT"), nullptr);
     EXPECT_TRUE(modPublic::context().bXJLL);
     EXPECT_EQ(world.statements(), (Lines{run("records"), open(option("bXJLL"))}));
+}
+
+TEST_F(Generation, OfAVoucherThatPaysCashHasANegativeSumAndGivesRows) {
+    world.setLines({{1, "1001", 0.0, 100.0, {}, {}, {}}, {2, "6001", 100.0, 0.0, "98", "01", {}}});
+    EXPECT_EQ(rowsOf(create(world)), Lines{"2:100:0:01"});
+}
+
+TEST_F(Generation, TakesANegativeDebitForTheDebitSide) {
+    world.setLines({{1, "1001", -50.0, 0.0, {}, {}, {}}, {2, "6602", -50.0, 0.0, {}, {}, {}}});
+    world.database.answer(itemTemplate("6602", true), {{"cItemCode"}, {{"03"}}, {}});
+    EXPECT_EQ(rowsOf(create(world)), Lines{"2:-50:0:03"});
+}
+
+TEST_F(Generation, ARowThatFindsNoItemEndsWithTheEmptyText) {
+    modPublic::context().bAutoDisplay = true;
+    world.setLines({{1, "1001", 100.0, 0.0, {}, {}, {}}, {2, "6001", 0.0, 100.0, {}, {}, {}}});
+    const Collection rows = create(world);
+    ASSERT_EQ(rows->Count(), 1);
+    EXPECT_EQ(rows->Item(1)->Item("cCashItem"), Variant(""));
+    EXPECT_EQ(rows->Item(1)->Item("cCashItemName"), Variant(""));
 }
 
 } // namespace

@@ -2,10 +2,11 @@
 
 #include "z7cashflow/model/CashFlowCollection.h"
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
-/// The statements that the providers send, letter by letter, for the voucher of period 1, kind 2 and number 5 in
+/// The statements that the providers send, by their templates and arguments, for the voucher of period 1, kind 2 and number 5 in
 /// the table gl_accvouch and the year 2013 unless another is given.
 namespace z7::cashflow::test::ledger {
 
@@ -23,6 +24,8 @@ namespace z7::cashflow::test::ledger {
 [[nodiscard]] std::string isCash(const std::string& account, const std::string& year = "2013");
 [[nodiscard]] std::string voucherDate(const std::string& table = "gl_accvouch");
 [[nodiscard]] std::string deleteRows(const std::string& number = "5");
+[[nodiscard]] std::string deleteRowsOfFreeNumber(std::int32_t number);
+[[nodiscard]] std::string countLines(std::int32_t number);
 [[nodiscard]] std::string currencyNames(const std::string& year = "2013");
 /// The statement that stores a row of a collection.
 [[nodiscard]] std::string insertRow(const CashFlowCollection& collection, std::int32_t index,

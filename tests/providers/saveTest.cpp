@@ -1,4 +1,5 @@
 #include "providers/ProviderTest.h"
+#include "z7cashflow/statements/rowStatements.h"
 
 namespace z7::cashflow::test {
 namespace {
@@ -20,23 +21,6 @@ protected:
         addRow(rows, i16(2), "6001", 0.0, 40.0, "02");
         return rows;
     }
-    /// The statement that stores one of the two rows, letter by letter.
-    static std::string insertText(std::uint32_t guid, const std::string& credit, const std::string& item) {
-        return "insert into gl_v_cashtable (RowGuid,iYear,iPeriod,iSignSeq,csign,iNo_id,inid,cCashItem,md,mc,ccode,"
-               "md_f,mc_f,nd_s,nc_s,cdept_id,cperson_id,ccus_id,csup_id,citem_class,citem_id,cDefine1,cDefine2,"
-               "cDefine3,cDefine4,cDefine5,cDefine6,cDefine7,cDefine8,cDefine9,cDefine10,cDefine11,cDefine12,"
-               "cDefine13,cDefine14,cDefine15,dbill_date,cDefine16) values(N'" +
-               GuidSequence::text(guid) + "',2013,1,2,N'V',5,2,N'" + item + "',0," + credit +
-               ",N'6001',7.5,0,0,0,N'D2',Null,Null,Null,N'98',N'01',Null,Null,Null,Null,Null,Null,Null,Null,Null,Null,"
-               "Null,Null,Null,Null,Null,N'2013-01-05',Null)";
-    }
-    static std::string noLinesUnder(const std::string& number) {
-        return "if not exists(Select top 1 ccode From gl_v_accvouch where iperiod=1 and isignseq=2 and ino_id=" +
-               number + ") delete from gl_v_cashtable where iperiod=1 and isignseq=2 and ino_id=" + number;
-    }
-    static std::string countUnder(const std::string& number) {
-        return "Select Count(*) From gl_v_accvouch Where iperiod=1 and isignseq=2 and ino_id=" + number;
-    }
 };
 
 TEST_F(Save, OfAHostsCollection) {
@@ -44,10 +28,10 @@ TEST_F(Save, OfAHostsCollection) {
     const Collection given = rows;
     EXPECT_TRUE(saveEx(Date(41279.0), &rows));
     EXPECT_EQ(rows, given);
-    EXPECT_EQ(world.statements(), (Lines{open(option("bCashCode")), openStatic(period()), run(haveCash()), own(kind()),
-                                         run(lines()), run(lines()), run(cashSum()), run(lines()), run(isCash("6001")),
-                                         run(isCash("6001")), run(deleteRows()), run(insertText(1, "60", "01")),
-                                         run(insertText(3, "40", "02")), run(currencyNames())}));
+    EXPECT_EQ(world.statements(),
+              (Lines{open(option("bCashCode")), openStatic(period()), run(haveCash()), own(kind()), run(lines()),
+                     run(lines()), run(cashSum()), run(lines()), run(isCash("6001")), run(isCash("6001")),
+                     run(deleteRows()), run(insertRow(*rows, 1)), run(insertRow(*rows, 2)), run(currencyNames())}));
     EXPECT_EQ(world.database.openRecordsets(), Lines{});
     EXPECT_EQ(rows->VoucherTable(), "gl_accvouch");
 }
@@ -280,24 +264,24 @@ TEST_F(Save, RowsOfAnotherVoucherInTheCollectionAreStoredUnderTheirOwnKey) {
 }
 
 TEST_F(Save, UnderANewNumberKeepsTheRowsOfAFormerNumberThatIsStillInUse) {
-    world.database.answer(countUnder("7"), {{""}, {{std::int32_t{1}}}, {}});
+    world.database.answer(countLines(7), {{""}, {{std::int32_t{1}}}, {}});
     Collection rows = fitting();
     rows->ibackno_id(7);
     EXPECT_TRUE(save(&rows));
     const auto& ran = world.statements();
-    EXPECT_EQ(std::count(ran.begin(), ran.end(), open(countUnder("7"))), 1);
+    EXPECT_EQ(std::count(ran.begin(), ran.end(), open(countLines(7))), 1);
     EXPECT_EQ(world.database.countOf("delete"), 0U) << "none for the new number either";
     EXPECT_EQ(world.database.countOf("insert"), 2U);
 }
 
 TEST_F(Save, UnderANewNumberRemovesTheRowsOfAFormerNumberThatIsFree) {
-    world.database.answer(countUnder("7"), {{""}, {{std::int32_t{0}}}, {}});
+    world.database.answer(countLines(7), {{""}, {{std::int32_t{0}}}, {}});
     Collection rows = fitting();
     rows->ibackno_id(7);
     bool checkSum = false;
     EXPECT_TRUE(save(&rows, &checkSum));
     EXPECT_EQ(world.statements(), (Lines{open(option("bCashCode")), run(haveCash()), own(kind()), run(lines()),
-                                         run(lines()), open(countUnder("7")), run(deleteRows("7")),
+                                         run(lines()), open(countLines(7)), run(deleteRows("7")),
                                          run(insertRow(*rows, 1)), run(insertRow(*rows, 2)), run(currencyNames())}));
     EXPECT_EQ(world.database.openRecordsets(), Lines{});
 }
@@ -341,13 +325,15 @@ TEST_F(Save, WithoutACashAccountAndANewNumberCleansUpUnderTheFormerOne) {
     Collection rows = hostCollection(world);
     rows->ibackno_id(7);
     EXPECT_TRUE(save(&rows));
-    EXPECT_EQ(world.statements(), (Lines{open(option("bCashCode")), run(haveCash()), run(noLinesUnder("70000"))}));
+    EXPECT_EQ(world.statements(),
+              (Lines{open(option("bCashCode")), run(haveCash()), run(deleteRowsOfFreeNumber(70000))}));
     rows = nullptr;
     world.database.clearJournal();
     EXPECT_TRUE(save(&rows));
     EXPECT_TRUE(save(nullptr));
-    EXPECT_EQ(world.statements(), (Lines{open(option("bCashCode")), run(haveCash()), run(noLinesUnder("70000")),
-                                         open(option("bCashCode")), run(haveCash()), run(noLinesUnder("70000"))}))
+    EXPECT_EQ(world.statements(),
+              (Lines{open(option("bCashCode")), run(haveCash()), run(deleteRowsOfFreeNumber(70000)),
+                     open(option("bCashCode")), run(haveCash()), run(deleteRowsOfFreeNumber(70000))}))
         << "the former number stays from voucher to voucher";
 }
 
@@ -415,6 +401,77 @@ TEST_F(Save, HostileValuesGoDownAsTheyCome) {
     EXPECT_EQ(world.database.countOf("select ccode from code where iyear=2013 and  ccode=N'60'; drop table x --' and"),
               1U);
     EXPECT_NE(insertRow(*rows, 1).find("N'0'1'"), std::string::npos);
+}
+
+TEST_F(Save, WithoutACashAccountAndWithTheFormerNumberZeroDeletesNothing) {
+    world.haveCash(false);
+    Collection rows = hostCollection(world);
+    rows->ibackno_id(0);
+    EXPECT_TRUE(save(&rows));
+    EXPECT_EQ(world.statements(), (Lines{open(option("bCashCode")), run(haveCash())}));
+}
+
+TEST_F(Save, WithoutACashAccountTakesOneForAFormerNumber) {
+    world.haveCash(false);
+    world.gl.SetOldVouchNoID(1);
+    EXPECT_TRUE(save(nullptr));
+    EXPECT_EQ(world.statements().back(), run(deleteRowsOfFreeNumber(1)));
+}
+
+TEST_F(Save, WithoutACashAccountOverflowsBeyondSixteenBitsOnlyWithACollection) {
+    world.haveCash(false);
+    Collection rows = hostCollection(world);
+    rows->UpdateCol(1, 2, 40000, Date(41279.0));
+    const Error error = errorOf([&] { (void)save(&rows); });
+    EXPECT_EQ(error.number(), errors::overflow);
+    EXPECT_EQ(error.source(), "CashFlow");
+    EXPECT_EQ(world.database.countOf("delete"), 0U);
+    EXPECT_TRUE(world.gl.SaveCashFlowCol(world.connection, "gl_accvouch", 1, 2, 40000, nullptr));
+}
+
+TEST_F(Save, InStateTwoGeneratesTheRowsAnewAndInStateThreeKeepsTheStoredOnes) {
+    world.setStored({"88"});
+    world.database.answer(statements::noStoredRows.fill(statements::LiteralPolicy::asGiven, 2013, {1, 2, 5}),
+                          {{"inid"}, {}, {}});
+    modPublic::context().VouchState = 2;
+    Collection rows;
+    EXPECT_TRUE(save(&rows));
+    EXPECT_EQ(rowsOf(rows), Lines{"2:0:100:01"});
+    modPublic::context().VouchState = 3;
+    rows = nullptr;
+    EXPECT_TRUE(save(&rows));
+    EXPECT_EQ(rowsOf(rows), Lines{"2:0:100:88"});
+}
+
+TEST_F(Save, OfTheDateZeroSetsTheYearOfThatDayAndReadsTheVouchersDate) {
+    Collection rows;
+    EXPECT_TRUE(saveEx(Date(0.0), &rows));
+    EXPECT_EQ(world.statements()[1], openStatic(period("1899-12-30")));
+    EXPECT_EQ(world.statements()[3], run(voucherDate()));
+    EXPECT_EQ(rows->dbill_date(), Date(41279.0));
+}
+
+TEST_F(Save, RefusedWithAReasonThatTheCatalogueCannotSayShowsOneBoxAndSaysNothing) {
+    world.database.answerPrefix("select  dBill_date from ", {{"dBill_date"}, {}, {}});
+    login->texts->failure = Error(7, "catalogue", "no such text");
+    Collection rows;
+    const Error error = errorOf([&] { (void)save(&rows); });
+    EXPECT_EQ(error.number(), 10010);
+    EXPECT_EQ(error.description(), "");
+    EXPECT_EQ(std::count_if(messages->log.begin(), messages->log.end(),
+                            [](const std::string& entry) { return entry.starts_with("Show "); }),
+              1);
+}
+
+TEST_F(Save, OfTwoRowsOnOneLineNumberOfAKeylessTableFollowsTheFirstLineOfIt) {
+    world.setLines({{1, "1001", 100.0, 0.0, {}, {}, {}},
+                    {2, "6001", 0.0, 60.0, "98", "01", "D1"},
+                    {2, "6001", 0.0, 40.0, "98", "02", "D2"}});
+    Collection rows;
+    EXPECT_TRUE(saveEx(Date(41279.0), &rows, "mine"));
+    ASSERT_EQ(rowsOf(rows), (Lines{"2:0:60:01", "2:0:40:02"}));
+    EXPECT_EQ(rows->Item(1)->Item("cdept_id"), Variant("D1"));
+    EXPECT_EQ(rows->Item(2)->Item("cdept_id"), Variant("D1")) << "the refresh finds the first line of that number";
 }
 
 } // namespace

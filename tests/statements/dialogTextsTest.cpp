@@ -1,23 +1,12 @@
 // The statements of the dialog once, letter by letter.
 
+#include "statements/filledText.h"
 #include "z7cashflow/statements/dialogStatements.h"
-
-#include <gtest/gtest.h>
-
-#include <string>
 
 namespace z7::cashflow::statements {
 namespace {
 
 constexpr VoucherKey key{3, 2, 15};
-
-// A statement with honest values, which go in alike under both policies.
-template <class... Places>
-std::string text(const Statement<Places...>& statement, const std::type_identity_t<Places>&... values) {
-    const std::string given = statement.fill(LiteralPolicy::asGiven, values...);
-    EXPECT_EQ(statement.fill(LiteralPolicy::wholeLiterals, values...), given) << statement.name();
-    return given;
-}
 
 TEST(DialogStatementTexts, LinesOfAVoucher) {
     EXPECT_EQ(text(lineSummary, "gl_accvouch", 2013, key, "7"),

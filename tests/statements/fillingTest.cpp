@@ -92,6 +92,17 @@ TEST(Filling, TakesTheNameOfATable) {
     }
 }
 
+TEST(Filling, TakesANameOf128CharactersAndNoneOf129) {
+    std::string name;
+    for (int i = 0; i < 64; ++i) {
+        name += "账a";
+    }
+    EXPECT_NO_THROW((void)sample.fill(LiteralPolicy::wholeLiterals, name, 1, "x"));
+    EXPECT_NO_THROW((void)sample.fill(LiteralPolicy::wholeLiterals, "dbo.[" + name + "]", 1, "x"));
+    EXPECT_EQ(refusal(name + "a", 1, "x").number(), errors::statementRefused);
+    EXPECT_EQ(refusal("dbo.[" + name + "a]", 1, "x").number(), errors::statementRefused);
+}
+
 TEST(Filling, NamesTheFirstOfSeveralHostileValues) {
     EXPECT_NE(refusal("t t", "x", "'").description().find("table is \"t t\""), std::string::npos);
     EXPECT_NE(refusal("t", "x", "'").description().find("count is \"x\""), std::string::npos);

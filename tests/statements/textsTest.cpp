@@ -1,29 +1,16 @@
-// Every statement of the library once, letter by letter.
+// Every statement of model, data and providers once, letter by letter.
 
+#include "statements/filledText.h"
 #include "z7cashflow/statements/itemStatements.h"
 #include "z7cashflow/statements/rowStatements.h"
 #include "z7cashflow/statements/settingStatements.h"
 #include "z7cashflow/statements/temporaryTableStatements.h"
 #include "z7cashflow/statements/voucherStatements.h"
 
-#include <gtest/gtest.h>
-
-#include <string>
-
 namespace z7::cashflow::statements {
 namespace {
 
 constexpr VoucherKey key{3, 2, 15};
-
-// A statement with honest values, which go in alike under both policies.
-template <class... Places>
-std::string text(const Statement<Places...>& statement, const std::type_identity_t<Places>&... values) {
-    const std::string given = statement.fill(LiteralPolicy::asGiven, values...);
-    EXPECT_EQ(statement.fill(LiteralPolicy::wholeLiterals, values...), given) << statement.name();
-    EXPECT_TRUE(given.starts_with(statement.beginning())) << statement.name();
-    EXPECT_FALSE(statement.beginning().empty()) << statement.name();
-    return given;
-}
 
 ColumnList columns() {
     ColumnList list(LiteralPolicy::wholeLiterals, "test");

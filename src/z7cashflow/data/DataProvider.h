@@ -1,6 +1,7 @@
 #pragma once
 
 #include "z7cashflow/ports/Connection.h"
+#include "z7cashflow/statements/VoucherKey.h"
 #include "z7cashflow/support/Date.h"
 
 #include <cstdint>
@@ -22,6 +23,7 @@ public:
     /// account is unknown do not show. Empty where the context's VouchState is 2.
     [[nodiscard]] std::shared_ptr<Recordset> GetCashTable(Connection& objCon, std::uint8_t iPeriod,
                                                           std::int16_t iSignSeq, std::int32_t iNo_id);
+    [[nodiscard]] std::shared_ptr<Recordset> GetCashTable(Connection& objCon, const VoucherKey& key);
     /// The same for the ledger voucher that was made from an outside voucher; empty where there is none.
     [[nodiscard]] std::shared_ptr<Recordset> GetCashTable2(Connection& objCon, const std::string& coutNo_id);
     /// The lines of a voucher on end-level, open accounts of the context's year, in the shape of a row, with bCashItem. A keyless
@@ -29,6 +31,8 @@ public:
     [[nodiscard]] std::shared_ptr<Recordset> GetVoucherTable(Connection& objCon, const std::string& strVoucherTable,
                                                              std::uint8_t iPeriod, std::int16_t iSignSeq,
                                                              std::int32_t iNo_id);
+    [[nodiscard]] std::shared_ptr<Recordset> GetVoucherTable(Connection& objCon, const std::string& strVoucherTable,
+                                                             const VoucherKey& key);
     /// The same for a voucher known by its outside key. A keyless table must have the column ccashitem_id.
     [[nodiscard]] std::shared_ptr<Recordset> GetVoucherTable2(Connection& objCon, const std::string& strVoucherTable,
                                                               const std::string& coutNo_id);
@@ -37,6 +41,8 @@ public:
     /// Debit less credit of a voucher's lines on cash-flow accounts, rounded to cents; 0 where there is none.
     [[nodiscard]] double GetCashSumInVoucher(Connection& objCon, const std::string& strVoucherTable,
                                              std::uint8_t iPeriod, std::int16_t iSignSeq, std::int32_t iNo_id);
+    [[nodiscard]] double GetCashSumInVoucher(Connection& objCon, const std::string& strVoucherTable,
+                                             const VoucherKey& key);
     /// Whether the name is that of a keyed table. Asks no database.
     [[nodiscard]] bool HaveVoucherKey(Connection& objCon, const std::string& strVoucherTable);
     /// As GetCashSumInVoucher for an outside key, over the accounts of the session's year and not rounded. Error 94 where all
@@ -47,6 +53,7 @@ public:
     /// there is none.
     void GetVoucherKeyFromOut_id(Connection& objCon, const std::string& coutNo_id, std::uint8_t& iPeriod,
                                  std::int16_t& iSignSeq, std::int32_t& iNo_id, Date& dbill_date);
+    [[nodiscard]] DatedVoucherKey ledgerVoucherOf(Connection& objCon, const OutsideKey& key);
     /// Puts a voucher given as XML where the readers find it and returns the name of the table: "gl_v_accvouch" if the XML has a
     /// whole voucher key and blnReCreate is false, else a new table in tempdb, which the caller drops. Key and date come from the
     /// root where it has them and they can be read. With a new table the outside key becomes the last one that a line
@@ -77,6 +84,8 @@ public:
     /// Whether a voucher has a line on an open cash-flow account of the context's year.
     [[nodiscard]] bool HaveCashFlowCodeInVoucher(Connection& objCon, const std::string& strVoucherTable,
                                                  std::uint8_t iPeriod, std::int16_t iSignSeq, std::int32_t iNo_id);
+    [[nodiscard]] bool HaveCashFlowCodeInVoucher(Connection& objCon, const std::string& strVoucherTable,
+                                                 const VoucherKey& key);
     /// The same for an outside key, in the year that the user logged in to. Only "GL_accvouch" in this letter case and
     /// "gl_v_accvouch" in any are tied to the year of their lines.
     [[nodiscard]] bool HaveCashFlowCodeInVoucher2(Connection& objCon, const std::string& strVoucherTable,

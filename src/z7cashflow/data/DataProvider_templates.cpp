@@ -1,6 +1,8 @@
 #include "z7cashflow/data/DataProvider.h"
 
+#include "z7cashflow/model/filled.h"
 #include "z7cashflow/model/modPublic.h"
+#include "z7cashflow/statements/itemStatements.h"
 #include "z7cashflow/support/Error.h"
 #include "z7cashflow/support/conversions.h"
 
@@ -26,13 +28,10 @@ std::shared_ptr<Recordset> readOnOwnSession(Connection& objCon, const std::strin
     return openOnOwnSession(objCon, statement, CursorType::ForwardOnly, LockType::ReadOnly);
 }
 
-const char* directionDigit(bool bDir) { return bDir ? "1" : "0"; }
-
 } // namespace
 
 std::string DataProvider::GetCFItemName(Connection& objCon, const std::string& cItemCode) {
-    const auto result =
-        readOnOwnSession(objCon, "select citemname from fitemss98 where citemcode=N'" + cItemCode + "'");
+    const auto result = readOnOwnSession(objCon, filled(statements::itemName, cItemCode));
     std::string name = result->EndOfFile() ? std::string() : toText(result->Fields().Item("citemname"));
     result->Close();
     return name;
@@ -40,9 +39,8 @@ std::string DataProvider::GetCFItemName(Connection& objCon, const std::string& c
 
 bool DataProvider::GetCashFlowTemplate(Connection& objCon, const std::string& cDataSource, bool bDir, Date /*dDate*/,
                                        std::string& cItemCode) {
-    const auto result = readOnOwnSession(
-        objCon, "select * from GL_CashItemDataSource where iyear=" + std::to_string(modPublic::GetIYear()) +
-                    " and bDataStyle=0 and cDataSource=N'" + cDataSource + "' and bdir =" + directionDigit(bDir));
+    const auto result =
+        readOnOwnSession(objCon, filled(statements::itemTemplate, modPublic::GetIYear(), cDataSource, bDir));
     const bool found = !result->EndOfFile();
     cItemCode = found ? toText(result->Fields().Item("cItemCode")) : std::string();
     result->Close();
@@ -51,8 +49,7 @@ bool DataProvider::GetCashFlowTemplate(Connection& objCon, const std::string& cD
 
 bool DataProvider::GetCashFlowFromDraft(Connection& objCon, std::int16_t inid, std::string& cCashItem) {
     Z7Login& login = modPublic::requiredLogin();
-    const auto result = readOnOwnSession(objCon, "select cCashItem from GL_VouchDraft where cUserId=N'" +
-                                                     login.UserId() + "' and inid=" + std::to_string(inid));
+    const auto result = readOnOwnSession(objCon, filled(statements::draftItem, login.UserId(), inid));
     const bool found = !result->EndOfFile();
     cCashItem = found ? toTextOrEmpty(result->Fields().Item("cCashItem")) : std::string();
     result->Close();
@@ -64,9 +61,7 @@ bool DataProvider::SaveCashFlowTemplate(Connection& objCon, const std::string& c
     if (cItemCode.empty() || cDataSource.empty()) {
         return false;
     }
-    const auto rows = openOnOwnSession(objCon,
-                                       "select * from GL_V_CashItemDataSource where bDataStyle=0 and cDataSource=N'" +
-                                           cDataSource + "' and bdir =" + directionDigit(bDir) + " order by iID desc",
+    const auto rows = openOnOwnSession(objCon, filled(statements::itemTemplatesNewestFirst, cDataSource, bDir),
                                        CursorType::Dynamic, LockType::Pessimistic);
     const auto tell = [this](const char* textKey, std::int32_t style) {
         bool bCancel = false;
@@ -100,10 +95,7 @@ bool DataProvider::SaveCashFlowTemplate(Connection& objCon, const std::string& c
 bool DataProvider::GetCashFlowItem(Connection& objCon, const std::string& cDataSource, bool bDir, Date dDate,
                                    std::string& cItemCode, std::string& cItemName) {
     const std::string day = dateText(dDate);
-    const auto result =
-        readOnOwnSession(objCon, "select cItemcode from GL_V_CashItemDataSource where cDataSource=N'" + cDataSource +
-                                     "' and bDir=" + directionDigit(bDir) + "  and  dStartDate<='" + day +
-                                     "' and  (dEndDate is null or dEndDate>='" + day + "')");
+    const auto result = readOnOwnSession(objCon, filled(statements::itemTemplateOnDate, cDataSource, bDir, day, day));
     cItemCode = result->EndOfFile() ? std::string() : toText(result->Fields().Item("cItemcode"));
     result->Close();
     if (!cItemCode.empty()) {

@@ -1,6 +1,8 @@
 #include "z7cashflow/data/DataProvider.h"
 
+#include "z7cashflow/model/filled.h"
 #include "z7cashflow/model/modPublic.h"
+#include "z7cashflow/statements/temporaryTableStatements.h"
 #include "z7cashflow/support/Error.h"
 #include "z7cashflow/support/XmlDocument.h"
 #include "z7cashflow/support/conversions.h"
@@ -11,17 +13,6 @@
 namespace z7::cashflow {
 
 namespace {
-
-// The columns of a voucher line, with the types that the ledger gives them; the false condition copies no line.
-std::string createTableStatement(const std::string& table, const std::string& year) {
-    return "select inid,idoc,cbill,cdigest,ccode,cexch_name,md,mc,md_f,mc_f, nd_s,nc_s, csettle ,cn_id,dt_date "
-           ",cdept_id,cperson_id,ccus_id ,csup_id,citem_id,citem_class, "
-           "cname,ccode_equal,coutaccset,ioutyear,coutsysname,coutsysver,doutbilldate,ioutperiod,coutsign "
-           ",coutno_id,doutdate,coutbillsign, coutid,cDefine1 "
-           ",cDefine2,cDefine3,cDefine4,cDefine5,cDefine6,cDefine7,cDefine8,cDefine9 "
-           ",cDefine10,cDefine11,cDefine12,cDefine13,cDefine14,cDefine15,cDefine16 into " +
-           table + "  from gl_accvouch where 1=0 and iyear=" + year;
-}
 
 std::string requiredAttribute(const XmlNode& node, const char* name) {
     auto text = node.attribute(name);
@@ -73,12 +64,13 @@ std::string DataProvider::VoucherXmlToDB(Connection& objCon, const std::string& 
     }
 
     std::string table = "tempdb..TempVoucher" + GetGUID();
-    ignoringErrors([&] { objCon.Execute("drop table " + table); });
-    objCon.Execute(createTableStatement(table, modPublic::requiredLogin().AccountingYear()));
+    ignoringErrors([&] { objCon.Execute(filled(statements::dropFormerTable, table)); });
+    objCon.Execute(filled(statements::createVoucherTable, table, modPublic::requiredLogin().AccountingYear()));
 
     const auto lines = objCon.CreateRecordset();
     lines->CursorLocation(CursorLocation::Client);
-    lines->Open("select * from " + table, objCon.ConnectionString(), CursorType::Keyset, LockType::Optimistic);
+    lines->Open(filled(statements::voucherTableLines, table), objCon.ConnectionString(), CursorType::Keyset,
+                LockType::Optimistic);
     if (coutNo_id.empty()) {
         coutNo_id = GetGUID();
     }

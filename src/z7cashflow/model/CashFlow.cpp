@@ -2,6 +2,7 @@
 
 #include "z7cashflow/model/CashFlowCollection.h"
 #include "z7cashflow/model/modPublic.h"
+#include "z7cashflow/statements/rowStatements.h"
 #include "z7cashflow/support/Error.h"
 #include "z7cashflow/support/conversions.h"
 
@@ -94,22 +95,9 @@ bool isNoDate(const Variant& value) {
     return date && isFirstOfJanuary1900(*date);
 }
 
-std::string quoted(const Variant& value) { return "N'" + toText(value) + "'"; }
-
-// What a field's value looks like in a statement; empty where nothing is known, which becomes Null.
-std::string valueText(const CashFlowStructItem& field, const std::string& lowerName, const Variant& value) {
-    if (lowerName == "iyear") {
-        const std::string year = toTextOrEmpty(value);
-        return year.empty() || year == "0" ? toText(modPublic::GetIYear()) : year;
-    }
-    if (field.DataType != "num") {
-        if (value.isNull()) {
-            return field.DataCanNull ? std::string() : quoted(field.DefaultValue);
-        }
-        return quoted(value);
-    }
+std::string numberText(const CashFlowStructItem& field, const Variant& value) {
     if (value.isNull()) {
-        return field.DataCanNull ? std::string() : toText(field.DefaultValue);
+        return toText(field.DefaultValue);
     }
     std::string number = toText(value);
     if (!field.DataCanNull) {
@@ -118,17 +106,35 @@ std::string valueText(const CashFlowStructItem& field, const std::string& lowerN
     return number;
 }
 
-void closeList(std::string& list) {
-    if (!list.empty() && list.back() == ',') {
-        list.back() = ')';
+std::string yearText(const Variant& value) {
+    const std::string year = toTextOrEmpty(value);
+    return year.empty() || year == "0" ? toText(modPublic::GetIYear()) : year;
+}
+
+// A number of which nothing is known becomes Null, a text may be empty.
+void addValue(statements::RowValues& values, const CashFlowStructItem& field, const std::string& lowerName,
+              const Variant& value) {
+    const bool isYear = lowerName == "iyear";
+    if (isNoDate(value) || (value.isNull() && field.DataCanNull && !isYear)) {
+        values.addNull();
+    } else if (isYear || field.DataType == "num") {
+        const std::string number = isYear ? yearText(value) : numberText(field, value);
+        if (number.empty()) {
+            values.addNull();
+        } else {
+            values.addNumber(field.FieldName, number);
+        }
+    } else {
+        values.addText(field.FieldName, toText(value.isNull() ? field.DefaultValue : value));
     }
 }
 
 } // namespace
 
 void CashFlow::appendInsertSql(std::string& out, const std::string& tableName, const CashFlowStruct& structure) const {
-    out += "insert into " + tableName + " (";
-    std::string values = " values(";
+    const statements::LiteralPolicy policy = modPublic::context().literalPolicy;
+    statements::ColumnList columns(policy, statements::insertRow.name());
+    statements::RowValues values(policy, statements::insertRow.name());
     for (const std::string& name : structure.Fields()) {
         const auto field = structure.Item(name);
         const std::string lowerName = asciiLower(name);
@@ -136,16 +142,14 @@ void CashFlow::appendInsertSql(std::string& out, const std::string& tableName, c
         if (!field->isSave || lowerName == "ccashitem_id") {
             continue;
         }
-        const Variant& value = Item(name);
-        out += name;
-        out += ',';
-        const std::string text = valueText(*field, lowerName, value);
-        values += isNoDate(value) || text.empty() ? "Null" : text;
-        values += ',';
+        columns.add(name);
+        addValue(values, *field, lowerName, Item(name));
     }
-    closeList(out);
-    closeList(values);
-    out += values;
+    if (columns.empty()) {
+        statements::insertNoField.appendTo(out, policy, tableName);
+    } else {
+        statements::insertRow.appendTo(out, policy, tableName, columns, values);
+    }
 }
 
 std::string CashFlow::InsertSql(const std::string& tableName, const CashFlowStruct& structure) const {

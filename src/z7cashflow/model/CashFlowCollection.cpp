@@ -1,7 +1,9 @@
 #include "z7cashflow/model/CashFlowCollection.h"
 
+#include "z7cashflow/model/filled.h"
 #include "z7cashflow/model/modPublic.h"
 #include "z7cashflow/model/schemaDocument.h"
+#include "z7cashflow/statements/rowStatements.h"
 #include "z7cashflow/support/Error.h"
 #include "z7cashflow/support/XmlDocument.h"
 #include "z7cashflow/support/conversions.h"
@@ -72,23 +74,27 @@ std::shared_ptr<CashFlow> CashFlowCollection::CreateCFObject() {
 }
 
 void CashFlowCollection::applyHeader(CashFlow& row) const {
-    row.SetValue("iPeriod", iPeriod_);
-    row.SetValue("iSignSeq", isignseq_);
-    row.SetValue("iNo_id", iNo_id_);
+    row.SetValue("iPeriod", key_.period);
+    row.SetValue("iSignSeq", key_.kind);
+    row.SetValue("iNo_id", key_.number);
     row.SetValue("dbill_date", dbill_date_);
 }
 
 void CashFlowCollection::UpdateCol(std::uint8_t iPeriod, std::int16_t isignseq, std::int32_t iNo_id, Date dbill_date) {
-    iPeriod_ = iPeriod;
-    isignseq_ = isignseq;
-    iNo_id_ = iNo_id;
-    dbill_date_ = dbill_date;
+    UpdateCol({{iPeriod, isignseq, iNo_id}, dbill_date});
+}
+
+void CashFlowCollection::UpdateCol(const DatedVoucherKey& voucher) {
+    key_ = voucher.key;
+    dbill_date_ = voucher.date;
     for (const auto& row : rows_) {
         applyHeader(*row);
     }
 }
 
-std::int16_t CashFlowCollection::iNo_id() const { return narrowed(iNo_id_); }
+std::int16_t CashFlowCollection::iNo_id() const { return narrowed(key_.number); }
+
+VoucherKey CashFlowCollection::voucherKey() const { return {key_.period, key_.kind, iNo_id()}; }
 
 std::int16_t CashFlowCollection::ibackno_id() const { return narrowed(ibackno_id_); }
 
@@ -159,8 +165,7 @@ void CashFlowCollection::UpdateInid(std::uint8_t iPeriod, std::int16_t isignseq,
 }
 
 std::string CashFlowCollection::InsertSql(const std::string& tableName, const CashFlowStruct& structure) const {
-    std::string text = "delete from " + tableName + " where Iperiod = " + std::to_string(iPeriod()) +
-                       " and ISignSeq=" + std::to_string(isignseq()) + " and INo_id=" + std::to_string(iNo_id()) + ";";
+    std::string text = filled(statements::deleteBeforeInserts, tableName, voucherKey());
     for (const auto& row : rows_) {
         row->appendInsertSql(text, tableName, structure);
         text += ';';
@@ -170,8 +175,8 @@ std::string CashFlowCollection::InsertSql(const std::string& tableName, const Ca
 }
 
 std::string CashFlowCollection::Save() const {
-    std::string text = "<root iperiod='" + std::to_string(iPeriod_) + "' isignseq='" + std::to_string(isignseq_) +
-                       "' ino_id='" + std::to_string(iNo_id_) + "'>";
+    std::string text = "<root iperiod='" + std::to_string(key_.period) + "' isignseq='" + std::to_string(key_.kind) +
+                       "' ino_id='" + std::to_string(key_.number) + "'>";
     text += schemaText_;
     text += "<rows>\r\n";
     const std::size_t start = text.size();

@@ -4,6 +4,7 @@
 #include "z7cashflow/model/CashFlowStruct.h"
 #include "z7cashflow/model/ISQLSerializable.h"
 #include "z7cashflow/model/IXmlSerializable.h"
+#include "z7cashflow/statements/VoucherKey.h"
 #include "z7cashflow/support/Date.h"
 #include "z7cashflow/support/KeyedList.h"
 
@@ -43,6 +44,7 @@ public:
 
     /// Gives the collection and all its rows another voucher key and date.
     void UpdateCol(std::uint8_t iPeriod, std::int16_t isignseq, std::int32_t iNo_id, Date dbill_date);
+    void UpdateCol(const DatedVoucherKey& voucher);
 
     /// The field schema. Owned by the collection.
     [[nodiscard]] const CashFlowStruct& CFStruct() const noexcept { return *CFStruct_; }
@@ -50,19 +52,21 @@ public:
     [[nodiscard]] const std::string& SchemaText() const noexcept { return schemaText_; }
 
     // The voucher's header. Setters change the collection alone; only UpdateCol reaches the rows.
-    [[nodiscard]] std::uint8_t iPeriod() const noexcept { return iPeriod_; }
+    [[nodiscard]] std::uint8_t iPeriod() const noexcept { return key_.period; }
+    /// The ledger voucher's key as statements take it. Error 6 as for iNo_id.
+    [[nodiscard]] VoucherKey voucherKey() const;
     [[nodiscard]] Date dbill_date() const noexcept { return dbill_date_; }
     void dbill_date(Date value) noexcept { dbill_date_ = value; }
     /// Name of the table or view that holds the voucher's lines, such as "gl_accvouch".
     [[nodiscard]] const std::string& VoucherTable() const noexcept { return VoucherTable_; }
     void VoucherTable(const std::string& value) { VoucherTable_ = value; }
-    void iPeriod(std::uint8_t value) noexcept { iPeriod_ = value; }
+    void iPeriod(std::uint8_t value) noexcept { key_.period = value; }
     /// Sequence number of the voucher's kind in dsign.
-    [[nodiscard]] std::int16_t isignseq() const noexcept { return isignseq_; }
-    void isignseq(std::int16_t value) noexcept { isignseq_ = value; }
+    [[nodiscard]] std::int16_t isignseq() const noexcept { return key_.kind; }
+    void isignseq(std::int16_t value) noexcept { key_.kind = value; }
     /// The voucher's number. It is kept in 32 bits and told in 16: error 6 outside -32768 to 32767.
     [[nodiscard]] std::int16_t iNo_id() const;
-    void iNo_id(std::int16_t value) noexcept { iNo_id_ = value; }
+    void iNo_id(std::int16_t value) noexcept { key_.number = value; }
     /// The number that the voucher had before, 0 for none. Error 6 as for iNo_id.
     [[nodiscard]] std::int16_t ibackno_id() const;
     void ibackno_id(std::int16_t value) noexcept { ibackno_id_ = value; }
@@ -118,9 +122,7 @@ private:
     std::string schemaText_;
     std::unique_ptr<CashFlowStruct> CFStruct_;
     std::shared_ptr<const FieldShape> schemaShape_;
-    std::uint8_t iPeriod_ = 0;
-    std::int16_t isignseq_ = 0;
-    std::int32_t iNo_id_ = 0;
+    VoucherKey key_;
     std::int32_t ibackno_id_ = 0;
     Date dbill_date_;
     std::string VoucherTable_;

@@ -1,8 +1,11 @@
 #include "z7cashflow/providers/GlSave.h"
 
 #include "z7cashflow/data/DataProvider.h"
+#include "z7cashflow/model/filled.h"
 #include "z7cashflow/model/modPublic.h"
 #include "z7cashflow/providers/rowGeneration.h"
+#include "z7cashflow/statements/rowStatements.h"
+#include "z7cashflow/statements/voucherStatements.h"
 #include "z7cashflow/support/Error.h"
 #include "z7cashflow/support/conversions.h"
 
@@ -12,16 +15,6 @@ namespace {
 
 // Dates before 1901 tell no voucher's date.
 constexpr Date firstTellingDate(367.0);
-
-// The condition on a voucher as deletes and counts spell it.
-std::string voucherCondition(int iPeriod, int isignseq, std::int32_t iNo_id) {
-    return "iperiod=" + std::to_string(iPeriod) + " and isignseq=" + std::to_string(isignseq) +
-           " and ino_id=" + std::to_string(iNo_id);
-}
-
-std::string deleteStatement(int iPeriod, int isignseq, std::int32_t iNo_id) {
-    return "delete from gl_v_cashtable where " + voucherCondition(iPeriod, isignseq, iNo_id);
-}
 
 } // namespace
 
@@ -48,7 +41,7 @@ bool GlSave::save(std::shared_ptr<CashFlowCollection>& objCFCol, bool blnCheckCF
     if (isValidDate(bill_date) && bill_date != Date::none()) {
         setYearOf(objCon, bill_date);
     }
-    if (!DataProvider().HaveCashFlowCodeInVoucher(objCon, table, iPeriod, isignseq, iNo_id)) {
+    if (!DataProvider().HaveCashFlowCodeInVoucher(objCon, table, key)) {
         removeLeftBehind(objCFCol.get());
         return true;
     }
@@ -73,18 +66,16 @@ bool GlSave::save(std::shared_ptr<CashFlowCollection>& objCFCol, bool blnCheckCF
 
 void GlSave::findRows(std::shared_ptr<CashFlowCollection>& objCFCol, const std::string& table) const {
     const Date date = bill_date < firstTellingDate ? dateOfVoucher() : bill_date;
-    objCFCol = gl.GetCashFlowColFromDB(objCon, table, iPeriod, isignseq, iNo_id, date);
+    objCFCol = gl.GetCashFlowColFromDB(objCon, table, key.period, key.kind, key.number, date);
     if (objCFCol) {
         RefreshColFromVoucher(objCon, *objCFCol);
     } else {
-        objCFCol = gl.CreateCashFlowColFromDB(objCon, table, iPeriod, isignseq, iNo_id, date);
+        objCFCol = gl.CreateCashFlowColFromDB(objCon, table, key.period, key.kind, key.number, date);
     }
 }
 
 Date GlSave::dateOfVoucher() const {
-    const auto voucher =
-        objCon.Execute("select  dBill_date from " + strVoucherTable + " where iPeriod =" + std::to_string(iPeriod) +
-                       " and iSignSeq =" + std::to_string(isignseq) + " and iNo_id =" + std::to_string(iNo_id));
+    const auto voucher = objCon.Execute(filled(statements::voucherDate, strVoucherTable, key));
     if (voucher->EndOfFile()) {
         voucher->Close();
         modPublic::RaiseCashFlowError(errors::noVoucherDateForSave, modPublic::GetText("Z7.CW.GL.CashFlow.00009"));
@@ -100,7 +91,7 @@ void GlSave::check(const std::shared_ptr<CashFlowCollection>& objCFCol, const st
     if (!gl.CheckKmFrom(objCon, objCFCol, &strInfo)) {
         modPublic::RaiseCashFlowError(errors::rowsDoNotFit, strInfo);
     }
-    if (blnCheckCF && !gl.CheckCFColFromDB(objCon, table, iPeriod, isignseq, iNo_id, objCFCol, &strInfo)) {
+    if (blnCheckCF && !gl.CheckCFColFromDB(objCon, table, key.period, key.kind, key.number, objCFCol, &strInfo)) {
         modPublic::RaiseCashFlowError(errors::sumsDiffer, strInfo);
     }
 }
@@ -110,15 +101,14 @@ void GlSave::check(const std::shared_ptr<CashFlowCollection>& objCFCol, const st
 void GlSave::removeReplacedRows(const CashFlowCollection& collection) const {
     const std::int16_t former = collection.ibackno_id();
     if (former == 0 || former == collection.iNo_id()) {
-        objCon.Execute(deleteStatement(collection.iPeriod(), collection.isignseq(), collection.iNo_id()));
+        objCon.Execute(filled(statements::deleteRows, collection.voucherKey()));
         return;
     }
+    const VoucherKey formerKey{collection.iPeriod(), collection.isignseq(), former};
     const auto count = objCon.CreateRecordset();
-    count->Open("Select Count(*) From gl_v_accvouch Where " +
-                    voucherCondition(collection.iPeriod(), collection.isignseq(), former),
-                &objCon, CursorType::ForwardOnly, LockType::ReadOnly);
+    count->Open(filled(statements::countLines, formerKey), &objCon, CursorType::ForwardOnly, LockType::ReadOnly);
     if (!(toDouble(count->Fields().Item(0)) > 0)) {
-        objCon.Execute(deleteStatement(collection.iPeriod(), collection.isignseq(), former));
+        objCon.Execute(filled(statements::deleteRows, formerKey));
     }
     count->Close();
 }
@@ -126,22 +116,15 @@ void GlSave::removeReplacedRows(const CashFlowCollection& collection) const {
 // A voucher without a cash-flow account stores nothing; what an earlier form of it left behind goes.
 void GlSave::removeLeftBehind(const CashFlowCollection* collection) const {
     if (collection != nullptr && collection->iNo_id() == collection->ibackno_id()) {
-        objCon.Execute(deleteStatement(iPeriod, isignseq, iNo_id));
+        objCon.Execute(filled(statements::deleteRows, key));
     } else if (settings.OldVouchNoID != 0) {
-        objCon.Execute("if not exists(Select top 1 ccode From gl_v_accvouch where " +
-                       voucherCondition(iPeriod, isignseq, settings.OldVouchNoID) + ") " +
-                       deleteStatement(iPeriod, isignseq, settings.OldVouchNoID));
+        const VoucherKey formerKey{key.period, key.kind, settings.OldVouchNoID};
+        objCon.Execute(filled(statements::deleteRowsOfFreeNumber, formerKey, formerKey));
     }
 }
 
 void GlSave::takeCurrencyName() const {
-    objCon.Execute(
-        "UPDATE GL_CashTable SET cexch_name =  g.cexch_name FROM dbo.GL_CashTable c INNER JOIN dbo.GL_accvouch g"
-        " ON  c.ccode = g.ccode AND  c.csign = g.csign  AND c.iyear = g.iyear"
-        " AND c.iNo_id = g.ino_id AND  c.inid = g.inid "
-        " Where c.iPeriod = " +
-        std::to_string(iPeriod) + " And c.isignseq = " + std::to_string(isignseq) +
-        " And c.iNo_id = " + std::to_string(iNo_id) + " and c.iyear = " + std::to_string(modPublic::GetIYear()));
+    objCon.Execute(filled(statements::takeCurrencyNames, key, modPublic::GetIYear()));
 }
 
 } // namespace z7::cashflow

@@ -2,8 +2,8 @@
 
 #include "z7cashflow/providers/IGlVoucherProvider.h"
 #include "z7cashflow/providers/ProviderSettings.h"
+#include "z7cashflow/statements/VoucherKey.h"
 
-#include <cstdint>
 #include <memory>
 #include <string>
 
@@ -21,9 +21,7 @@ struct GlSave {
     IGlVoucherProvider& gl;
     const ProviderSettings& settings;
     const std::string& strVoucherTable;
-    std::uint8_t iPeriod;
-    std::int16_t isignseq;
-    std::int32_t iNo_id;
+    VoucherKey key;
     Date bill_date; ///< 1900-01-01 where the caller knows no date
 
     /// Runs the save. objCFCol may come in as nothing and then goes out as the rows that were found or made. Every error comes

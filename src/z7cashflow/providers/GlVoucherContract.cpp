@@ -1,12 +1,14 @@
 #include "z7cashflow/providers/GlVoucherContract.h"
 
 #include "z7cashflow/data/DataProvider.h"
+#include "z7cashflow/model/filled.h"
 #include "z7cashflow/model/modPublic.h"
 #include "z7cashflow/providers/GlSave.h"
 #include "z7cashflow/providers/OutVoucherContract.h"
 #include "z7cashflow/providers/rowChecks.h"
 #include "z7cashflow/providers/rowGeneration.h"
 #include "z7cashflow/providers/rowsFromXml.h"
+#include "z7cashflow/statements/settingStatements.h"
 #include "z7cashflow/support/Error.h"
 #include "z7cashflow/support/conversions.h"
 
@@ -42,7 +44,7 @@ std::shared_ptr<CashFlowCollection> GlVoucherContract::GetCashFlowColFromDB(Conn
                                                                             std::int32_t iNo_id, Date dbill_date) {
     setYearOf(objCon, dbill_date);
     const auto stored = DataProvider().GetCashTable(objCon, iPeriod, isignseq, iNo_id);
-    auto collection = GetCashFlowColFromRs(objCon, *stored, dbill_date, "", settings_.bFromDraft);
+    auto collection = GetCashFlowColFromRs(objCon, *stored, dbill_date, {}, settings_.bFromDraft);
     if (!collection && settings_.bFromDraft) {
         collection = CreateCashFlowColFromDB(objCon, strVoucherTable, iPeriod, isignseq, iNo_id, dbill_date);
     }
@@ -59,7 +61,7 @@ GlVoucherContract::CreateCashFlowColFromDB(Connection& objCon, const std::string
     std::shared_ptr<CashFlowCollection> collection;
     if (cashSum(*lines) != 0.0) {
         lines->MoveFirst();
-        collection = GetCashFlowColFromRs(objCon, *lines, dbill_date, "", settings_.bFromDraft);
+        collection = GetCashFlowColFromRs(objCon, *lines, dbill_date, {}, settings_.bFromDraft);
     } else {
         lines->Close();
         collection = CashFlowCollection::Create();
@@ -95,7 +97,7 @@ bool GlVoucherContract::SaveCashFlowColEx(Connection& objCon, const std::string&
                                           std::int16_t isignseq, std::int32_t iNo_id, Date bill_date,
                                           std::shared_ptr<CashFlowCollection>* objCFCol, bool* blnCheckCF) {
     std::shared_ptr<CashFlowCollection> found;
-    const GlSave save{objCon, *this, settings_, strVoucherTable, iPeriod, isignseq, iNo_id, bill_date};
+    const GlSave save{objCon, *this, settings_, strVoucherTable, {iPeriod, isignseq, iNo_id}, bill_date};
     return save.SaveCashFlowColCore(objCFCol != nullptr ? *objCFCol : found, blnCheckCF == nullptr || *blnCheckCF);
 }
 
@@ -110,12 +112,12 @@ bool GlVoucherContract::SaveCashFlowColFromXml(Connection& objCon, const std::st
                                                std::string* strCFColxml, bool* blnCheckCF) {
     std::shared_ptr<CashFlowCollection> collection;
     if (strCFColxml != nullptr && !strCFColxml->empty()) {
-        collection = LoadCashFlowColFromXml(*strCFColxml, objCon, strVoucherTable, iPeriod, isignseq, iNo_id, "");
+        collection =
+            LoadCashFlowColFromXml(*strCFColxml, objCon, strVoucherTable, VoucherKey{iPeriod, isignseq, iNo_id});
         RefreshColFromVoucher(objCon, *collection);
     }
     // The account decides whether sums are compared on this way in, not the caller.
-    const auto option =
-        objCon.Execute("select * from accinformation where csysid=N'gl' and cname=N'bXJLL' and cvalue='true'");
+    const auto option = objCon.Execute(filled(statements::sumCheckOption));
     bool compareSums = !option->EndOfFile();
     option->Close();
     if (blnCheckCF != nullptr) {

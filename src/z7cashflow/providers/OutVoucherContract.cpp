@@ -1,11 +1,13 @@
 #include "z7cashflow/providers/OutVoucherContract.h"
 
 #include "z7cashflow/data/DataProvider.h"
+#include "z7cashflow/model/filled.h"
 #include "z7cashflow/model/modPublic.h"
 #include "z7cashflow/providers/GlSave.h"
 #include "z7cashflow/providers/rowChecks.h"
 #include "z7cashflow/providers/rowGeneration.h"
 #include "z7cashflow/providers/rowsFromXml.h"
+#include "z7cashflow/statements/rowStatements.h"
 #include "z7cashflow/support/Error.h"
 #include "z7cashflow/support/conversions.h"
 
@@ -41,21 +43,18 @@ std::string OutVoucherContract::GetCashFlowColFromDB(Connection& objCon, const s
     if (!data.HaveCashFlowCodeInVoucher2(objCon, strVoucherTable, coutNo_id)) {
         return saveOrEmpty(nullptr);
     }
-    std::uint8_t iPeriod = 0;
-    std::int16_t isignseq = 0;
-    std::int32_t iNo_id = 0;
-    Date dbill_date;
-    data.GetVoucherKeyFromOut_id(objCon, coutNo_id, iPeriod, isignseq, iNo_id, dbill_date);
+    const DatedVoucherKey voucher = data.ledgerVoucherOf(objCon, {coutNo_id});
     const auto stored = data.GetCashTable2(objCon, coutNo_id);
     std::shared_ptr<CashFlowCollection> collection;
     if (stored->EndOfFile()) {
         stored->Close();
-        collection = gl_.CreateCashFlowColFromDB(objCon, strVoucherTable, iPeriod, isignseq, iNo_id, dbill_date);
+        const auto& [key, date] = voucher;
+        collection = gl_.CreateCashFlowColFromDB(objCon, strVoucherTable, key.period, key.kind, key.number, date);
     } else {
-        collection = GetCashFlowColFromRs(objCon, *stored, Date(), coutNo_id, settings_.bFromDraft);
+        collection = GetCashFlowColFromRs(objCon, *stored, Date(), {coutNo_id}, settings_.bFromDraft);
     }
     if (collection) {
-        collection->UpdateCol(iPeriod, isignseq, iNo_id, dbill_date);
+        collection->UpdateCol(voucher);
         collection->VoucherTable(strVoucherTable);
     }
     return saveOrEmpty(collection);
@@ -73,14 +72,10 @@ std::string OutVoucherContract::CreateCashFlowColFromDB(Connection& objCon, cons
         return saveOrEmpty(nullptr);
     }
     lines->MoveFirst();
-    const auto collection = GetCashFlowColFromRs(objCon, *lines, Date(), coutNo_id, settings_.bFromDraft);
-    std::uint8_t iPeriod = 0;
-    std::int16_t isignseq = 0;
-    std::int32_t iNo_id = 0;
-    Date dbill_date;
-    data.GetVoucherKeyFromOut_id(objCon, coutNo_id, iPeriod, isignseq, iNo_id, dbill_date);
+    const auto collection = GetCashFlowColFromRs(objCon, *lines, Date(), {coutNo_id}, settings_.bFromDraft);
+    const DatedVoucherKey voucher = data.ledgerVoucherOf(objCon, {coutNo_id});
     if (collection) {
-        collection->UpdateCol(iPeriod, isignseq, iNo_id, dbill_date);
+        collection->UpdateCol(voucher);
         collection->VoucherTable(strVoucherTable);
         RefreshColFromVoucher(objCon, *collection);
     }
@@ -90,19 +85,17 @@ std::string OutVoucherContract::CreateCashFlowColFromDB(Connection& objCon, cons
 bool OutVoucherContract::CheckCFColFromXml(Connection& objCon, const std::string& strVoucherXml,
                                            const std::string& /*strCFColxml*/, std::string* /*strInfo*/) {
     DataProvider data;
-    std::uint8_t iPeriod = 0;
-    std::int16_t isignseq = 0;
-    std::int32_t iNo_id = 0;
-    Date dbill_date;
+    VoucherKey key;
+    Date date;
     std::string coutNo_id;
     const std::string table =
-        data.VoucherXmlToDB(objCon, strVoucherXml, iPeriod, isignseq, iNo_id, dbill_date, coutNo_id, false);
+        data.VoucherXmlToDB(objCon, strVoucherXml, key.period, key.kind, key.number, date, coutNo_id, false);
     const bool byOutsideKey = !coutNo_id.empty();
-    const auto lines =
-        byOutsideKey ? data.GetVoucherTable2(objCon, table, coutNo_id) : data.GetVoucherTable(objCon, table, 0, 0, 0);
+    const auto lines = byOutsideKey ? data.GetVoucherTable2(objCon, table, coutNo_id)
+                                    : data.GetVoucherTable(objCon, table, VoucherKey());
     const double sum = byOutsideKey ? data.GetCashSumInVoucher2(objCon, table, coutNo_id)
-                                    : data.GetCashSumInVoucher(objCon, table, 0, 0, 0);
-    const auto collection = GetCashFlowColFromRs(objCon, *lines, Date(), coutNo_id, settings_.bFromDraft);
+                                    : data.GetCashSumInVoucher(objCon, table, VoucherKey());
+    const auto collection = GetCashFlowColFromRs(objCon, *lines, Date(), {coutNo_id}, settings_.bFromDraft);
     // The collection names no voucher table, so the row check's read is refused by the database.
     std::string unasked;
     return CheckColSum(objCon, requiredRows(collection), sum, unasked);
@@ -113,7 +106,7 @@ bool OutVoucherContract::CheckCFColFromDB(Connection& objCon, const std::string&
                                           std::string* /*strInfo*/) {
     DataProvider data;
     const auto lines = data.GetVoucherTable2(objCon, strVoucherTable, coutNo_id);
-    const auto collection = GetCashFlowColFromRs(objCon, *lines, Date(), coutNo_id, settings_.bFromDraft);
+    const auto collection = GetCashFlowColFromRs(objCon, *lines, Date(), {coutNo_id}, settings_.bFromDraft);
     const double sum = data.GetCashSumInVoucher2(objCon, strVoucherTable, coutNo_id);
     requiredRows(collection).VoucherTable(strVoucherTable);
     std::string unasked;
@@ -124,9 +117,7 @@ namespace {
 
 // Replaces what is stored for the ledger voucher, in the context's year, by the collection's rows.
 void replaceRows(Connection& objCon, const CashFlowCollection& collection) {
-    objCon.Execute("delete from gl_cashtable where iyear=" + std::to_string(modPublic::GetIYear()) + " and  iperiod=" +
-                   std::to_string(collection.iPeriod()) + " and isignseq=" + std::to_string(collection.isignseq()) +
-                   " and ino_id=" + std::to_string(collection.iNo_id()));
+    objCon.Execute(filled(statements::deleteRowsInYear, modPublic::GetIYear(), collection.voucherKey()));
     for (const auto& row : collection) {
         objCon.Execute(row->InsertSql("gl_cashtable", collection.CFStruct()));
     }
@@ -158,7 +149,7 @@ void OutVoucherContract::save(Connection& objCon, const std::string& strVoucherT
     if (strCFColxml.empty()) {
         return;
     }
-    const auto collection = LoadCashFlowColFromXml(strCFColxml, objCon, strVoucherTable, 0, 0, 0, coutNo_id);
+    const auto collection = LoadCashFlowColFromXml(strCFColxml, objCon, strVoucherTable, OutsideKey{coutNo_id});
     if (!collection && !blnCheckCF) {
         return;
     }

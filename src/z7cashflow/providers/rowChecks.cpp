@@ -61,8 +61,7 @@ std::string namedSum(const char* name, double value) {
 bool CheckColAgainstVoucher(Connection& objCon, const CashFlowCollection& collection, std::string& strInfo) {
     DataProvider data;
     const bool keyed = data.HaveVoucherKey(objCon, collection.VoucherTable());
-    const auto lines = data.GetVoucherTable(objCon, collection.VoucherTable(), collection.iPeriod(),
-                                            collection.isignseq(), collection.iNo_id());
+    const auto lines = data.GetVoucherTable(objCon, collection.VoucherTable(), collection.voucherKey());
     for (const auto& row : collection) {
         filterToLineOf(*row, *lines, collection, keyed);
         if (const char* reason = misplacement(*row, *lines)) {

@@ -1,7 +1,10 @@
 #include "z7cashflow/providers/rowGeneration.h"
 
 #include "z7cashflow/data/DataProvider.h"
+#include "z7cashflow/model/filled.h"
 #include "z7cashflow/model/modPublic.h"
+#include "z7cashflow/statements/settingStatements.h"
+#include "z7cashflow/statements/voucherStatements.h"
 #include "z7cashflow/support/Error.h"
 #include "z7cashflow/support/conversions.h"
 
@@ -141,8 +144,8 @@ private:
 std::string kindText(Connection& objCon, std::int16_t isignseq) {
     const auto kinds = objCon.CreateRecordset();
     kinds->CursorLocation(CursorLocation::Client);
-    kinds->Open("select * from dsign where isignseq=" + std::to_string(isignseq), objCon.ConnectionString(),
-                CursorType::ForwardOnly, LockType::ReadOnly);
+    kinds->Open(filled(statements::voucherKind, isignseq), objCon.ConnectionString(), CursorType::ForwardOnly,
+                LockType::ReadOnly);
     std::string text = kinds->EndOfFile() ? std::string() : toTextOrEmpty(kinds->Fields().Item("csign"));
     kinds->Close();
     return text;
@@ -170,18 +173,19 @@ double cashSum(Recordset& lines) {
 }
 
 std::shared_ptr<CashFlowCollection> GetCashFlowColFromRs(Connection& objCon, Recordset& records, Date dbill_date,
-                                                         const std::string& coutNo_id, bool bFromDraft) {
+                                                         const OutsideKey& outsideKey, bool bFromDraft) {
     modPublic::context().bXJLL = asciiUpper(DataProvider().GetAccInfo(objCon, "GL", "bXJLL")) == "TRUE";
     std::shared_ptr<CashFlowCollection> collection;
     if (!records.EndOfFile()) {
         collection = CashFlowCollection::Create();
-        if (!coutNo_id.empty()) {
-            collection->coutNo_id(coutNo_id);
+        if (!outsideKey.empty()) {
+            collection->coutNo_id(outsideKey.text);
         }
         FieldList& first = records.Fields();
         ignoringErrors([&] { // records without a whole key leave the collection's as it is
-            collection->UpdateCol(toByte(first.Item("iPeriod")), toInt16(first.Item("isignseq")),
-                                  toInt32(first.Item("iNo_id")), toDate(first.Item("dbill_date")));
+            collection->UpdateCol(DatedVoucherKey{
+                {toByte(first.Item("iPeriod")), toInt16(first.Item("isignseq")), toInt32(first.Item("iNo_id"))},
+                toDate(first.Item("dbill_date"))});
         });
         RowMaker maker(objCon, records, *collection, bFromDraft);
         for (; !records.EndOfFile(); records.MoveNext()) {
@@ -195,11 +199,9 @@ std::shared_ptr<CashFlowCollection> GetCashFlowColFromRs(Connection& objCon, Rec
 }
 
 void filterToLineOf(const CashFlow& row, Recordset& lines, const CashFlowCollection& collection, bool keyed) {
-    const std::string line = "inid=" + toTextOrEmpty(row.Item("inid"));
-    lines.Filter(keyed ? "iperiod=" + std::to_string(collection.iPeriod()) +
-                             " and isignseq=" + std::to_string(collection.isignseq()) +
-                             " and iNo_id=" + std::to_string(collection.iNo_id()) + " and " + line
-                       : line);
+    const std::string inid = toTextOrEmpty(row.Item("inid"));
+    lines.Filter(keyed ? filled(statements::lineFilter, collection.voucherKey(), inid)
+                       : filled(statements::keylessLineFilter, inid));
 }
 
 bool sameAccount(const Variant& a, const Variant& b) { return !a.isNull() && !b.isNull() && toText(a) == toText(b); }
@@ -208,8 +210,7 @@ void RefreshColFromVoucher(Connection& objCon, CashFlowCollection& collection) {
     DataProvider data;
     const std::string kind = kindText(objCon, collection.isignseq());
     const bool keyed = data.HaveVoucherKey(objCon, collection.VoucherTable());
-    const auto lines = data.GetVoucherTable(objCon, collection.VoucherTable(), collection.iPeriod(),
-                                            collection.isignseq(), collection.iNo_id());
+    const auto lines = data.GetVoucherTable(objCon, collection.VoucherTable(), collection.voucherKey());
     for (const auto& row : collection) {
         filterToLineOf(*row, *lines, collection, keyed);
         if (lines->EndOfFile()) {

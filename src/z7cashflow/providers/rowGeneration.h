@@ -2,11 +2,10 @@
 
 #include "z7cashflow/model/CashFlowCollection.h"
 #include "z7cashflow/ports/Connection.h"
+#include "z7cashflow/statements/VoucherKey.h"
 #include "z7cashflow/support/Date.h"
 
-#include <cstdint>
 #include <memory>
-#include <string>
 
 namespace z7::cashflow {
 
@@ -17,9 +16,9 @@ namespace z7::cashflow {
 /// Makes rows of the records of stored rows or of voucher lines, from the current record to the end, and closes the
 /// recordset. Nothing comes back for an empty one. Lines give rows on the side of the voucher that the context's bCashCode
 /// names; a row that finds no item is kept only where bAutoDisplay is set. Rows get the date dbill_date; the collection gets
-/// coutNo_id unless it is empty, and the key of the first record if it has one.
+/// outside key unless it is empty, and the key of the first record if it has one.
 [[nodiscard]] std::shared_ptr<CashFlowCollection> GetCashFlowColFromRs(Connection& objCon, Recordset& records,
-                                                                       Date dbill_date, const std::string& coutNo_id,
+                                                                       Date dbill_date, const OutsideKey& outsideKey,
                                                                        bool bFromDraft);
 
 /// Lays the voucher's present descriptive fields over rows that are older than the voucher, without touching what was

@@ -1,8 +1,11 @@
 #include "z7cashflow/providers/rowsFromXml.h"
 
 #include "z7cashflow/data/DataProvider.h"
+#include "z7cashflow/model/filled.h"
 #include "z7cashflow/model/modPublic.h"
 #include "z7cashflow/providers/rowGeneration.h"
+#include "z7cashflow/statements/temporaryTableStatements.h"
+#include "z7cashflow/statements/voucherStatements.h"
 #include "z7cashflow/support/Error.h"
 #include "z7cashflow/support/conversions.h"
 
@@ -14,24 +17,13 @@ namespace z7::cashflow {
 
 namespace {
 
-struct VoucherKey {
-    std::uint8_t iPeriod = 0;
-    std::int16_t isignseq = 0;
-    std::int32_t iNo_id = 0;
-};
-
-// The condition that picks a voucher in its table. The ledger's own table holds all years; every other name shows one.
-std::string voucherCondition(const std::string& table, const VoucherKey& key, const char* beforePeriodElsewhere) {
-    const std::string voucher = "iPeriod=" + std::to_string(key.iPeriod) +
-                                " and iSignSeq=" + std::to_string(key.isignseq) +
-                                " and iNo_id=" + std::to_string(key.iNo_id);
-    return asciiLower(table) == "gl_accvouch"
-               ? " where iyear=" + std::to_string(modPublic::GetIYear()) + " and " + voucher
-               : beforePeriodElsewhere + voucher;
-}
+// The ledger's own table holds all years; every other name shows one.
+bool holdsAllYears(const std::string& table) { return asciiLower(table) == "gl_accvouch"; }
 
 Date voucherDate(Connection& objCon, const std::string& table, const VoucherKey& key) {
-    const auto voucher = objCon.Execute("select dbill_date from " + table + voucherCondition(table, key, " where "));
+    const auto voucher = objCon.Execute(
+        holdsAllYears(table) ? filled(statements::xmlVoucherDateInYear, table, modPublic::GetIYear(), key)
+                             : filled(statements::xmlVoucherDate, table, key));
     if (voucher->EndOfFile()) {
         modPublic::RaiseCashFlowError(errors::noVoucherDateForXml, modPublic::GetText("Z7.CW.GL.CashFlow.00010"));
     }
@@ -47,8 +39,10 @@ bool isOfXml(std::string_view field) {
 }
 
 void takeLine(Connection& objCon, const std::string& table, const VoucherKey& key, CashFlow& row) {
-    const auto line = objCon.Execute("select * from " + table + voucherCondition(table, key, " where  ") +
-                                     " and inid=" + toTextOrEmpty(row.Item("inid")));
+    const std::string inid = toTextOrEmpty(row.Item("inid"));
+    const auto line = objCon.Execute(
+        holdsAllYears(table) ? filled(statements::xmlVoucherLineInYear, table, modPublic::GetIYear(), key, inid)
+                             : filled(statements::xmlVoucherLine, table, key, inid));
     if (!line->EndOfFile()) {
         FieldList& columns = line->Fields();
         for (const std::string& name : row.Fields()) {
@@ -63,21 +57,21 @@ void takeLine(Connection& objCon, const std::string& table, const VoucherKey& ke
 } // namespace
 
 std::shared_ptr<CashFlowCollection> LoadCashFlowColFromXml(const std::string& strCFColxml, Connection& objCon,
-                                                           const std::string& strVoucherTable, std::uint8_t iPeriod,
-                                                           std::int16_t isignseq, std::int32_t iNo_id,
-                                                           const std::string& coutNo_id) {
-    VoucherKey key{iPeriod, isignseq, iNo_id};
-    Date date;
-    if (coutNo_id.empty()) {
-        date = voucherDate(objCon, strVoucherTable, key);
+                                                           const std::string& strVoucherTable,
+                                                           const std::variant<VoucherKey, OutsideKey>& voucher) {
+    DatedVoucherKey found;
+    if (const auto* outside = std::get_if<OutsideKey>(&voucher); outside != nullptr && !outside->empty()) {
+        found = DataProvider().ledgerVoucherOf(objCon, *outside);
     } else {
-        DataProvider().GetVoucherKeyFromOut_id(objCon, coutNo_id, key.iPeriod, key.isignseq, key.iNo_id, date);
+        const auto* key = std::get_if<VoucherKey>(&voucher);
+        found.key = key != nullptr ? *key : VoucherKey();
+        found.date = voucherDate(objCon, strVoucherTable, found.key);
     }
     auto collection = CashFlowCollection::Create();
-    collection->UpdateCol(key.iPeriod, key.isignseq, key.iNo_id, date);
+    collection->UpdateCol(found);
     collection->Load(strCFColxml);
     for (const auto& row : *collection) {
-        takeLine(objCon, strVoucherTable, key, *row);
+        takeLine(objCon, strVoucherTable, found.key, *row);
     }
     collection->VoucherTable(strVoucherTable);
     return collection;
@@ -91,13 +85,13 @@ std::shared_ptr<CashFlowCollection> GetCashFlowColFromVoucherXml(Connection& obj
     Date date;
     std::string coutNo_id;
     const std::string table =
-        data.VoucherXmlToDB(objCon, strVoucherXml, key.iPeriod, key.isignseq, key.iNo_id, date, coutNo_id, blnCreateCF);
+        data.VoucherXmlToDB(objCon, strVoucherXml, key.period, key.kind, key.number, date, coutNo_id, blnCreateCF);
     std::shared_ptr<CashFlowCollection> collection;
     if (coutNo_id.empty() && blnCreateCF) {
-        collection = gl.CreateCashFlowColFromDB(objCon, table, key.iPeriod, key.isignseq, key.iNo_id, date);
+        collection = gl.CreateCashFlowColFromDB(objCon, table, key.period, key.kind, key.number, date);
     } else if (coutNo_id.empty()) {
-        const auto stored = data.GetCashTable(objCon, key.iPeriod, key.isignseq, key.iNo_id);
-        collection = GetCashFlowColFromRs(objCon, *stored, date, "", settings.bFromDraft);
+        const auto stored = data.GetCashTable(objCon, key);
+        collection = GetCashFlowColFromRs(objCon, *stored, date, {}, settings.bFromDraft);
     } else if (blnCreateCF) {
         const std::string rows = out.CreateCashFlowColFromDB(objCon, table, coutNo_id);
         collection = CashFlowCollection::Create();
@@ -106,11 +100,11 @@ std::shared_ptr<CashFlowCollection> GetCashFlowColFromVoucherXml(Connection& obj
         }
     } else {
         const auto stored = data.GetCashTable2(objCon, coutNo_id);
-        collection = GetCashFlowColFromRs(objCon, *stored, Date(), coutNo_id, settings.bFromDraft);
+        collection = GetCashFlowColFromRs(objCon, *stored, Date(), {coutNo_id}, settings.bFromDraft);
     }
-    // A voucher with a whole key was found in the view, which is no temporary table.
+    // A voucher with a whole key was found in the view, which is not a temporary table.
     if (asciiLower(table) != "gl_v_accvouch") {
-        ignoringErrors([&] { objCon.Execute("Drop table " + table); });
+        ignoringErrors([&] { objCon.Execute(filled(statements::dropReadTable, table)); });
     }
     return collection;
 }

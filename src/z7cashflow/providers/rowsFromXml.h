@@ -5,19 +5,21 @@
 #include "z7cashflow/providers/IGlVoucherProvider.h"
 #include "z7cashflow/providers/IOutVoucherProvider.h"
 #include "z7cashflow/providers/ProviderSettings.h"
+#include "z7cashflow/statements/VoucherKey.h"
 
-#include <cstdint>
 #include <memory>
 #include <string>
+#include <variant>
 
 namespace z7::cashflow {
 
 /// Rows from collection XML for a voucher that is stored: account, amounts and quantities stay as the XML has them, every other
-/// field follows the voucher's line where it has a column of that name. With an outside key, the voucher's key is
-/// looked up in the ledger in place of the arguments. Error 1002 if the XML cannot be parsed, 10011 if there is no such voucher.
+/// field follows the voucher's line where it has a column of that name. The key of an outside voucher is looked up in the ledger; an
+/// empty outside key stands for a voucher without a number. Error 1002 if the XML cannot be parsed, 10011 if there is no such
+/// voucher.
 [[nodiscard]] std::shared_ptr<CashFlowCollection>
 LoadCashFlowColFromXml(const std::string& strCFColxml, Connection& objCon, const std::string& strVoucherTable,
-                       std::uint8_t iPeriod, std::int16_t isignseq, std::int32_t iNo_id, const std::string& coutNo_id);
+                       const std::variant<VoucherKey, OutsideKey>& voucher);
 
 /// Rows of a voucher that is given as XML: generated ones (blnCreateCF), else the stored ones, which may be nothing. The temporary
 /// table that it makes is dropped, unless an error comes out.

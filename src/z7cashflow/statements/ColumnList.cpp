@@ -6,9 +6,10 @@ void ColumnList::append(std::string_view qualifier, std::string_view name) {
     if (policy_ == LiteralPolicy::wholeLiterals) {
         requireColumnName(name, {statement_, "column"});
     }
-    if (!text_.empty()) {
+    if (begun_) {
         text_ += ',';
     }
+    begun_ = true;
     text_ += qualifier;
     text_ += name;
 }

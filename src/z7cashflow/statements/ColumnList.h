@@ -18,6 +18,8 @@ public:
     /// Adds a column of the chart of accounts, the table "code" of a join. Error as for add.
     void addOfAccount(std::string_view name);
 
+    [[nodiscard]] bool empty() const noexcept { return !begun_; }
+
     void appendTo(std::string& out, LiteralPolicy policy, const Place& place) const;
 
 private:
@@ -26,6 +28,7 @@ private:
     LiteralPolicy policy_;
     std::string_view statement_;
     std::string text_;
+    bool begun_ = false;
 };
 
 } // namespace z7::cashflow::statements

@@ -3,9 +3,10 @@
 namespace z7::cashflow::statements {
 
 void RowValues::separate() {
-    if (!text_.empty()) {
+    if (begun_) {
         text_ += ',';
     }
+    begun_ = true;
 }
 
 void RowValues::addNull() {

@@ -27,6 +27,7 @@ private:
     LiteralPolicy policy_;
     std::string_view statement_;
     std::string text_;
+    bool begun_ = false;
 };
 
 } // namespace z7::cashflow::statements

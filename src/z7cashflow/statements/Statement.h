@@ -73,9 +73,6 @@ public:
 
     [[nodiscard]] constexpr std::string_view name() const noexcept { return name_; }
 
-    /// What the text begins with, up to its first place. It is not empty.
-    [[nodiscard]] constexpr std::string_view beginning() const noexcept { return pieces_[0]; }
-
     /// The statement with its places filled. Error 10020 where the policy does not allow a value.
     [[nodiscard]] std::string fill(LiteralPolicy policy, const Places&... values) const {
         std::string out;
