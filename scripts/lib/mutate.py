@@ -24,7 +24,7 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
 LIBRARY = "src/z7cashflow"
 
 # The test programs from the ground up. A mutant of a folder meets its own program first, then those above, then those below.
-PROGRAMS = ["test_support", "test_model", "test_data", "test_providers", "test_dialog", "test_outside", "test_shared", "test_host"]
+PROGRAMS = ["test_support", "test_statements", "test_model", "test_data", "test_providers", "test_dialog", "test_outside", "test_shared", "test_host"]
 
 Mutant = collections.namedtuple("Mutant", "file line kind before after text start end")
 
@@ -136,7 +136,8 @@ class Build:
         """The programs by their distance from a source."""
         own = "test_" + file.split("/")[2]
         place = PROGRAMS.index(own) if own in PROGRAMS else 0
-        return sorted(self.programs, key=lambda name: (PROGRAMS.index(name) < place, PROGRAMS.index(name)))
+        rank = {name: PROGRAMS.index(name) if name in PROGRAMS else len(PROGRAMS) for name in self.programs}
+        return sorted(self.programs, key=lambda name: (rank[name] < place, rank[name]))
 
     def outcome(self, mutant, folder):
         """"survived", "not built", or the name of the program that noticed."""
@@ -181,6 +182,7 @@ def main():
     parser.add_argument("pattern", nargs="?", default="", help="only sources whose path matches this regular expression")
     parser.add_argument("--most", type=int, default=200, help="the most mutants to try in this run, those known from before aside")
     parser.add_argument("--seed", type=int, default=1, help="which ones are drawn")
+    parser.add_argument("--tests", default=",".join(PROGRAMS), help="the test programs to run, with commas between them")
     parser.add_argument("--list", action="store_true", help="only list what would be tried")
     options = parser.parse_args()
 
@@ -196,7 +198,7 @@ def main():
             print(f"{mutant.file}:{mutant.line} {mutant.kind}: {mutant.before!r} to {mutant.after!r}")
         return 0
     print(f"{len(mutants)} mutants possible, {len(drawn)} drawn with the seed {options.seed}", flush=True)
-    build = Build(options.build, PROGRAMS)
+    build = Build(options.build, options.tests.split(","))
     build.make()
     with tempfile.TemporaryDirectory() as folder, journal.open("a", encoding="utf-8") as log:
         for number, mutant in enumerate(drawn, 1):

@@ -3,6 +3,7 @@
 #include "adapters/odbc/Failure.h"
 #include "adapters/odbc/accountSchema.h"
 #include "adapters/odbc/quoting.h"
+#include "adapters/tsql/declaredType.h"
 #include "adapters/tsql/tokens.h"
 #include "z7cashflow/support/conversions.h"
 
@@ -20,22 +21,6 @@ bool isSystemTable(const std::string& table) {
     const std::vector<std::string> names = systemNames();
     return std::any_of(names.begin(), names.end(),
                        [&table](const std::string& name) { return asciiLower(name) == asciiLower(table); });
-}
-
-/// A type of the server as columns are loaded; "any" for one that the suite's tables do not have.
-shared::ColumnType columnType(const std::string& name) {
-    using shared::ColumnType;
-    static constexpr std::array<std::pair<std::string_view, ColumnType>, 20> known{
-        {{"bit", ColumnType::boolean},        {"tinyint", ColumnType::byte},  {"smallint", ColumnType::int16},
-         {"int", ColumnType::int32},          {"money", ColumnType::money},   {"smallmoney", ColumnType::money},
-         {"decimal", ColumnType::real},       {"numeric", ColumnType::real},  {"float", ColumnType::real},
-         {"real", ColumnType::real},          {"date", ColumnType::date},     {"datetime", ColumnType::date},
-         {"datetime2", ColumnType::date},     {"char", ColumnType::text},     {"nchar", ColumnType::text},
-         {"varchar", ColumnType::text},       {"nvarchar", ColumnType::text}, {"text", ColumnType::text},
-         {"smalldatetime", ColumnType::date}, {"ntext", ColumnType::text}}};
-    const auto found = std::find_if(known.begin(), known.end(),
-                                    [lower = asciiLower(name)](const auto& entry) { return entry.first == lower; });
-    return found == known.end() ? ColumnType::any : found->second;
 }
 
 /// Whether an error says that the server does not take this row, rather than that it takes none.
@@ -163,7 +148,7 @@ AccountTables::Found AccountTables::find(const std::string& table) {
         const std::string type = asciiLower(toText(fields.Item("type")));
         shared::TableColumn column;
         column.name = toText(fields.Item("name"));
-        column.type = columnType(type);
+        column.type = tsql::declaredColumn({}, type).type;
         const int bytes = toInt32(fields.Item("length")); // -1 without a bound
         if (column.type == shared::ColumnType::text && bytes > 0) {
             column.length = type.starts_with('n') ? bytes / 2 : bytes;
