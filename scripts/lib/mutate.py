@@ -184,7 +184,7 @@ def main():
     parser.add_argument("--seed", type=int, default=1, help="which ones are drawn")
     parser.add_argument("--tests", default=",".join(PROGRAMS), help="the test programs to run, with commas between them")
     parser.add_argument("--list", action="store_true", help="only list what would be tried")
-    options = parser.parse_args()
+    options = parser.parse_intermixed_args()
 
     sources = [path for path in sorted((ROOT / LIBRARY).rglob("*.cpp")) if re.search(options.pattern, path.as_posix())]
     mutants = [mutant for path in sources for mutant in mutants_of(path)]

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <functional>
 
 namespace z7::cashflow::host {
 
@@ -38,6 +39,45 @@ bool isTooDeep(std::string_view text) {
                   {shownPath, std::to_string(line), hostText(language, reason, arguments)});
 }
 
+/// The setting of a key that takes any text; null for every other key.
+std::optional<std::string>* textSetting(Settings& settings, const std::string& name) {
+    if (name == "account") {
+        return &settings.account;
+    }
+    if (name == "user") {
+        return &settings.user;
+    }
+    if (name == "operator") {
+        return &settings.operatorName;
+    }
+    return name == "accounting_system" ? &settings.accountingSystem : nullptr;
+}
+
+/// Takes one key with its value. refuse raises a Failure.
+void take(Settings& settings, const std::string& name, const toml::node& node,
+          const std::function<void(HostText, const std::vector<std::string>&)>& refuse) {
+    if (name == "guard") {
+        settings.guard = node.value_exact<bool>();
+        if (!settings.guard) {
+            refuse(HostText::settingsNoTruth, {name});
+        }
+        return;
+    }
+    std::optional<std::string>* const target = textSetting(settings, name);
+    if (target == nullptr && name != "language") {
+        refuse(HostText::settingsBadKey, {name});
+    }
+    const auto value = node.value_exact<std::string>();
+    if (!value) {
+        refuse(HostText::settingsBadType, {name});
+    }
+    if (target != nullptr) {
+        *target = *value;
+    } else if (settings.language = readLanguage(*value); !settings.language) {
+        refuse(HostText::settingsBadValue, {name, *value});
+    }
+}
+
 } // namespace
 
 Settings readSettings(std::string_view text, const std::string& shownPath, Language language) {
@@ -52,32 +92,10 @@ Settings readSettings(std::string_view text, const std::string& shownPath, Langu
     }
     Settings settings;
     for (const auto& [key, node] : table) {
-        const std::string name(key.str());
         const std::size_t line = node.source().begin.line;
-        std::optional<std::string>* target = name == "account"             ? &settings.account
-                                             : name == "user"              ? &settings.user
-                                             : name == "operator"          ? &settings.operatorName
-                                             : name == "accounting_system" ? &settings.accountingSystem
-                                                                           : nullptr;
-        if (name == "guard") {
-            settings.guard = node.value_exact<bool>();
-            if (!settings.guard) {
-                fail(shownPath, line, language, HostText::settingsNoTruth, {name});
-            }
-            continue;
-        }
-        if (target == nullptr && name != "language") {
-            fail(shownPath, line, language, HostText::settingsBadKey, {name});
-        }
-        const auto value = node.value_exact<std::string>();
-        if (!value) {
-            fail(shownPath, line, language, HostText::settingsBadType, {name});
-        }
-        if (target != nullptr) {
-            *target = *value;
-        } else if (settings.language = readLanguage(*value); !settings.language) {
-            fail(shownPath, line, language, HostText::settingsBadValue, {name, *value});
-        }
+        take(settings, std::string(key.str()), node, [&](HostText reason, const std::vector<std::string>& arguments) {
+            fail(shownPath, line, language, reason, arguments);
+        });
     }
     return settings;
 }
