@@ -40,10 +40,6 @@ EXCEPTIONS = {
         "RowsView.h": "routines, to be rowsView.h",
         "VoucherList.h": "routines, to be voucherList.h",
     },
-    "z7cashflow/dialog": {
-        "clsMain.h": "the class whose name hosts know",
-        "frmCashFlow.h": "the class named as its form is",
-    },
     "z7cashflow/statements": {
         "places.h": "the kinds of places that a statement has, a small type for each",
     },
