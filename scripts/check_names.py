@@ -21,8 +21,6 @@ import tempfile
 # adapters/sqlite and adapters/tsql, and those "to be" something, are renamed as soon as what is being written there has landed.
 EXCEPTIONS = {
     "adapters/tsql": {
-        "Nesting.h": "a part of the parser",
-        "Parser.cpp": "defines the routines of Rewriting.h",
         "shape.h": "holds Shape and Literal",
     },
     "host/cli": {

@@ -1,4 +1,3 @@
-#include "adapters/tsql/Nesting.h"
 #include "adapters/tsql/Parser.h"
 
 #include "z7cashflow/support/conversions.h"

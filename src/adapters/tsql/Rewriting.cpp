@@ -1,0 +1,77 @@
+#include "adapters/tsql/Rewriting.h"
+
+#include "adapters/tsql/Parser.h"
+
+#include <algorithm>
+#include <cstddef>
+
+namespace z7::cashflow::tsql {
+
+Rewriting rewrite(std::string_view statement) { return Parser(statement).parse(); }
+
+std::string_view placeName(TableName::Place place) noexcept {
+    switch (place) {
+    case TableName::Place::system:
+        return "zqsystem";
+    case TableName::Place::temp:
+        return "tempdb";
+    case TableName::Place::account:
+        break;
+    }
+    return "main";
+}
+
+std::string quotedName(std::string_view name) {
+    std::string quoted = "\"";
+    for (const char c : name) {
+        quoted += c;
+        if (c == '"') {
+            quoted += c;
+        }
+    }
+    return quoted + '"';
+}
+
+std::string qualifiedName(const TableName& table) {
+    return std::string(placeName(table.place)) + '.' + quotedName(table.name);
+}
+
+const ResultItem* itemOf(const std::vector<ResultItem>& items, std::size_t column, std::size_t columns) {
+    const auto isStar = [](const ResultItem& item) { return item.star; };
+    const auto star = static_cast<std::size_t>(std::find_if(items.begin(), items.end(), isStar) - items.begin());
+    if (column < star || star == items.size()) {
+        return column < items.size() ? &items[column] : nullptr;
+    }
+    const std::size_t fromEnd = columns - column;
+    if (fromEnd >= items.size() - star) {
+        return nullptr;
+    }
+    const std::size_t item = items.size() - fromEnd;
+    const bool starBehind = std::any_of(items.begin() + static_cast<std::ptrdiff_t>(item), items.end(), isStar);
+    return starBehind ? nullptr : &items[item];
+}
+
+std::string inlineLiterals(const Step& step, const std::vector<Literal>& literals) {
+    std::string text;
+    bool quoted = false;
+    for (std::size_t at = 0; at < step.sql.size(); ++at) {
+        const char c = step.sql[at];
+        quoted = quoted != (c == '"');
+        if (quoted || c != '?') {
+            text += c;
+            continue;
+        }
+        std::size_t number = 0;
+        while (at + 1 < step.sql.size() && byteClass(step.sql[at + 1]) == ByteClass::digit) {
+            number = number * 10 + static_cast<std::size_t>(step.sql[++at] - '0');
+        }
+        const Parameter& parameter = step.parameters.at(number - 1);
+        const Literal& literal = literals.at(static_cast<std::size_t>(parameter.literal));
+        text += parameter.negative ? "-" : "";
+        const bool prefixed = literal.kind == Literal::Kind::text && literal.source.front() != '\'';
+        text += prefixed ? literal.source.substr(1) : literal.source;
+    }
+    return text;
+}
+
+} // namespace z7::cashflow::tsql
