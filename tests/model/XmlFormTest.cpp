@@ -228,5 +228,36 @@ TEST_F(XmlForm, CarriesManyRows) {
     EXPECT_EQ(copy->Item(3000)->Item("inid"), Variant("2999"));
 }
 
+TEST_F(XmlForm, OfACollectionOfAnySizeIsReadBack) {
+    constexpr int length = 50000; // more attributes than one document may have
+    const std::string empty = collection->Save();
+    std::string saved = empty.substr(0, empty.find("</rows>"));
+    const auto row = collection->CreateCFObject();
+    row->SetValue("cDefine1", "a/>\r\n'b");
+    for (int i = 0; i < length; ++i) {
+        row->SetValue("md", static_cast<std::int32_t>(i));
+        saved += row->Save();
+    }
+    collection->Load(saved + "</rows></root>");
+    ASSERT_EQ(collection->Count(), length);
+    for (const int place : {1, 2, 14000, 30000, length}) {
+        EXPECT_EQ(collection->Item(place)->Item("md"), Variant(std::to_string(place - 1)));
+    }
+    EXPECT_EQ(collection->Item(length)->Item("cDefine1"), Variant("a/> 'b")) << "a line end in a value becomes a blank";
+    EXPECT_EQ(collection->Item(length)->Count(), 42);
+}
+
+TEST_F(XmlForm, OfALongCollectionWithABrokenRowLeavesTheRows) {
+    for (int i = 0; i < 16000; ++i) {
+        addRow();
+    }
+    std::string broken = collection->Save();
+    broken[broken.size() - 100] = '<';
+    const auto first = collection->Item(1);
+    EXPECT_ERROR(collection->Load(broken), errors::badCollectionXml);
+    EXPECT_EQ(collection->Item(1), first);
+    EXPECT_EQ(collection->Count(), 16000);
+}
+
 } // namespace
 } // namespace z7::cashflow::test

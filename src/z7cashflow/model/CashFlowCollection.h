@@ -104,7 +104,8 @@ public:
     [[nodiscard]] std::string InsertSql(const std::string& tableName, const CashFlowStruct& structure) const override;
     /// The collection's XML document.
     [[nodiscard]] std::string Save() const override;
-    /// Replaces the rows with those of a document; the header stays. Error 1002 if the text is no XML document; the rows
+    /// Replaces the rows with those of a document; the header stays. A text that Save has made is read back whatever its length.
+    /// Error 1002 if the text is no XML document; the rows
     /// stay then. Error 457 where two attributes of a row differ in their prefix alone; the list then holds the document's
     /// rows before that one.
     void Load(const XmlSource& xml) override;
