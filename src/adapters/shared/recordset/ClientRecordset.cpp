@@ -46,7 +46,7 @@ void ClientRecordset::Open(const std::string& source, const cashflow::ActiveConn
 }
 
 void ClientRecordset::Close() {
-    static_cast<void>(rows());
+    requireOpen();
     rows_.reset();
     writer_.reset();
     runner_.reset();
@@ -61,22 +61,22 @@ void ClientRecordset::Close() {
 ObjectState ClientRecordset::State() const { return rows_ == nullptr ? ObjectState::Closed : ObjectState::Open; }
 
 std::string ClientRecordset::Source() const {
-    static_cast<void>(rows());
+    requireOpen();
     return source_;
 }
 
 bool ClientRecordset::EndOfFile() const {
-    static_cast<void>(rows());
+    requireOpen();
     return !row_ && !adding_;
 }
 
 std::int32_t ClientRecordset::RecordCount() const {
-    static_cast<void>(rows());
+    requireOpen();
     return static_cast<std::int32_t>(shownCount());
 }
 
 void ClientRecordset::MoveFirst() {
-    static_cast<void>(rows());
+    requireOpen();
     writePending();
     standOn(0);
 }
@@ -90,12 +90,12 @@ void ClientRecordset::MoveNext() {
 }
 
 FieldList& ClientRecordset::Fields() {
-    static_cast<void>(rows());
+    requireOpen();
     return *this;
 }
 
 void ClientRecordset::Filter(const std::string& criteria) {
-    static_cast<void>(rows());
+    requireOpen();
     if (criteria.empty()) {
         writePending();
         shown_.reset();
@@ -109,7 +109,7 @@ void ClientRecordset::Filter(const std::string& criteria) {
 }
 
 std::string ClientRecordset::Filter() const {
-    static_cast<void>(rows());
+    requireOpen();
     return criteria_;
 }
 
@@ -136,7 +136,7 @@ void ClientRecordset::ActiveConnection(const cashflow::ActiveConnection& connect
 cashflow::ActiveConnection ClientRecordset::ActiveConnection() const { return connection_; }
 
 void ClientRecordset::AddNew() {
-    static_cast<void>(rows());
+    requireOpen();
     static_cast<void>(writer());
     writePending();
     adding_ = true;
@@ -144,7 +144,7 @@ void ClientRecordset::AddNew() {
 }
 
 void ClientRecordset::Update() {
-    static_cast<void>(rows());
+    requireOpen();
     writePending();
 }
 
@@ -194,10 +194,14 @@ void ClientRecordset::Item(std::string_view name, const Variant& value) {
     }
 }
 
-const RowSet& ClientRecordset::rows() const {
+void ClientRecordset::requireOpen() const {
     if (rows_ == nullptr) {
         raisePlatformError(errors::objectClosed);
     }
+}
+
+const RowSet& ClientRecordset::rows() const {
+    requireOpen();
     return *rows_;
 }
 

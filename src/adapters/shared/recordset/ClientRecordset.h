@@ -52,6 +52,7 @@ private:
     [[nodiscard]] Variant Item(int position) const override;
     void Item(std::string_view name, const Variant& value) override;
 
+    void requireOpen() const;
     const RowSet& rows() const;
     int position(std::string_view name) const;
     std::size_t shownCount() const;
