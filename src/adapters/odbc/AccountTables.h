@@ -19,8 +19,8 @@ public:
     explicit AccountTables(Connection& connection) : connection_(connection) {}
 
     [[nodiscard]] std::vector<std::string> names() override;
-    /// Numbers that a table would give by itself are taken from the rows if they name that column. Of such tables only the one
-    /// whose loader was made last can be filled.
+    /// An identity column takes its numbers from the rows if they name it. Of such tables only the one whose loader was made last
+    /// can be filled.
     [[nodiscard]] std::unique_ptr<RowLoader> loader(const std::string& table,
                                                     const std::vector<std::string>& columns) override;
 

@@ -19,9 +19,9 @@ struct Observers;
 ///   timeout  milliseconds to wait for a lock of another session, 0 to 3600000; 5000 if it is not given
 ///
 /// Errors of the server carry its number, its text and the SQL state, under the source "ODBC"; see diagnostics.h for those of
-/// drivers that give no number. No password or token of the string reaches a message.
+/// drivers that report no number. No password or token of the string reaches a message.
 ///
-/// A session whose line to the server is cut is given up: the error that told so is the server's or the driver's, and the next
+/// A session that loses its connection is dropped: the error is the server's or the driver's, and the next
 /// operation opens a new session. Within a transaction every operation is refused with error 3930 until RollbackTrans, since
 /// what was done in it is gone.
 class Connection final : public shared::PooledConnection {

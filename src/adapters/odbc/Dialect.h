@@ -22,7 +22,7 @@ struct Fetched {
     std::optional<tsql::TableName> target; ///< the one table whose records these are; nothing if they cannot be written
 };
 
-/// A session as a dialect sees it: a driver that runs a text, whatever its language.
+/// A session as a dialect uses it: a driver that runs a text in any language.
 class Driver {
 public:
     /// Corrects what the driver says of a result's columns.
@@ -35,31 +35,31 @@ public:
     virtual Fetched execute(const std::string& text, const std::vector<Variant>& values = {},
                             const ColumnCorrection& correct = {},
                             std::shared_ptr<const ResultShape>* known = nullptr) = 0;
-    /// The primary key of a table in the current database or in another one, as the driver's catalogue tells it.
+    /// The primary key of a table in the current database or in another one, as the driver's catalogue reports it.
     [[nodiscard]] virtual std::vector<std::string> primaryKey(const std::string& database,
                                                               const std::string& table) = 0;
 };
 
-/// What differs between the databases behind the drivers. One object belongs to one session.
+/// What differs between the databases that drivers lead to. One object belongs to one session.
 class Dialect {
 public:
     virtual ~Dialect() = default;
 
     /// Makes a new session what every session has to be: texts unambiguous, waits bounded, the year set.
     virtual void start(Driver& driver, const ConnectionOptions& options) = 0;
-    /// Runs a Transact-SQL batch. "updatable" tells that its records are to be written.
+    /// Runs a Transact-SQL batch. "updatable" says that its records are to be written.
     virtual Fetched run(Driver& driver, const std::string& batch, bool updatable) = 0;
 
     /// Begins a transaction. The session sees to it that none is open.
     virtual void begin(Driver& driver) = 0;
-    /// Makes the changes of the open transaction lasting, and ends it.
+    /// Commits the open transaction.
     virtual void commit(Driver& driver) = 0;
-    /// Takes back the changes of the transaction that was begun; nothing happens if the database has done so already.
+    /// Rolls back the transaction that was begun; does nothing if the database has rolled it back already.
     virtual void rollback(Driver& driver) = 0;
     /// Whether the transaction that was begun is still there after an error.
     [[nodiscard]] virtual bool inTransaction(Driver& driver) = 0;
 
-    /// An error of the driver with the SQL state and the text that fit it, where the driver gives others.
+    /// An error of the driver with the SQL state and the text that fit it, where the driver reports others.
     [[nodiscard]] virtual Error explained(const Error& error) const { return error; }
 
     /// How a column is handed out and fetched.
@@ -77,7 +77,7 @@ public:
     /// The columns by which a record of the result can be found again; empty if there are none.
     [[nodiscard]] virtual std::vector<std::string> key(Driver& driver, const tsql::TableName& table,
                                                        const std::vector<DriverColumn>& columns) = 0;
-    /// Runs an insert, an update or a delete and gives the number of rows that it changed.
+    /// Runs an insert, an update or a delete and returns the number of rows that it changed.
     virtual std::int64_t change(Driver& driver, const std::string& text, const std::vector<Variant>& values) = 0;
 };
 

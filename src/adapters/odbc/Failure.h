@@ -8,12 +8,12 @@
 
 namespace z7::cashflow::odbc {
 
-/// The source of the errors that come from a driver or from the server behind it.
+/// The source of the errors that come from a driver or from the server that it leads to.
 inline constexpr const char* errorSource = "ODBC";
 
 /// Numbers of the errors that this adapter itself decides, as the server's and the platform's users know them.
 namespace errors {
-inline constexpr int serverNotReached = 17; ///< no server, or the line to it is cut
+inline constexpr int serverNotReached = 17; ///< no server, or the connection to it is lost
 inline constexpr int lockTimeout = 1222;    ///< another session holds what is needed
 inline constexpr int noTransactionToCommit = 3902;
 inline constexpr int noTransactionToRollBack = 3903;
@@ -25,15 +25,15 @@ inline constexpr int recordChanged = 3197;      ///< the stored record is gone o
 inline constexpr int transactionExists = 3988;  ///< a transaction is open already
 } // namespace errors
 
-/// What a driver tells about a failed call, made one error: the number, state and text of the record that says most, the
-/// server's before the driver's, with the texts of the others behind it, and every secret masked. The makers' names in brackets
+/// What a driver reports about a failed call, as one error: the number, state and text of the record that says most, the
+/// server's before the driver's, with the texts of the others after it, and every secret masked. The makers' names in brackets
 /// before a text are left out.
 class Failure {
 public:
     Failure(short handleType, Handle handle, const std::vector<std::string>& secrets);
 
     [[nodiscard]] const Error& error() const noexcept { return error_; }
-    /// Whether it says that the line to the server is cut.
+    /// Whether it says that the connection to the server is lost.
     [[nodiscard]] bool connectionLost() const noexcept { return connectionLost_; }
 
 private:

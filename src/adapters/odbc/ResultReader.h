@@ -35,7 +35,7 @@ struct ResultShape {
 /// Reads the result on which a statement stands.
 class ResultReader {
 public:
-    /// The number of columns, 0 for a statement without a result; nothing if the driver fails to tell.
+    /// The number of columns, 0 for a statement without a result; nothing if the driver reports a failure.
     [[nodiscard]] static std::optional<int> columnCount(Handle statement);
     /// All rows. A null pointer if the driver fails, whose reason the statement then holds.
     [[nodiscard]] std::unique_ptr<shared::RowSet> read(Handle statement, const ResultShape& shape);

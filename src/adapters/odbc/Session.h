@@ -16,12 +16,12 @@ namespace z7::cashflow::odbc {
 
 class Failure;
 
-/// Who looks on.
+/// The observers of a connection and its pool.
 struct Observers : shared::Observers {
-    std::function<void()> sessionLost; ///< called when the line of a session turns out to be cut
+    std::function<void()> sessionLost; ///< called when a session finds its connection lost
 };
 
-/// One open session: a line to the database, its dialect and its transaction. It is used on one thread.
+/// One open session: a driver's connection, its dialect and its transaction. Used on one thread.
 class Session final : public shared::Session, public Driver, public std::enable_shared_from_this<Session> {
 public:
     Session(ConnectionOptions options, std::unique_ptr<Dialect> dialect, int number,
@@ -50,12 +50,12 @@ public:
     /// True between begin and commit or rollback, whatever has become of the transaction on the server.
     [[nodiscard]] bool inTransaction() const noexcept override { return transaction_ != Transaction::none; }
     [[nodiscard]] bool isLost() const noexcept override { return lost_; }
-    /// Whether the session can be handed to somebody else: its line stands, it is in no transaction, and no text that
-    /// ran on it could have left it otherwise than it was.
+    /// Whether the session can be handed to somebody else: it is connected, it is in no transaction, and no text that
+    /// ran on it may have changed its settings.
     [[nodiscard]] bool isIdle() const noexcept override;
 
 private:
-    /// Gone: the server has undone everything. Unknown: the line was cut while the server was storing it.
+    /// Gone: the server has rolled back. Unknown: the connection was lost during the commit.
     enum class Transaction { none, open, gone, unknown };
     static constexpr std::size_t mostShapes = 256;
 

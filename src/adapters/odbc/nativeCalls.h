@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-/// The ODBC calls that take or give texts, in one kind for the whole program, since drivers break when narrow and wide calls
+/// The ODBC calls that take or return texts, in one kind for the whole program, since drivers break when narrow and wide calls
 /// mix: on Windows the wide kind, because the narrow one would go through the system's code page; elsewhere the narrow kind,
 /// whose texts are UTF-8 and go through driver managers and drivers unchanged.
 namespace z7::cashflow::odbc {
@@ -19,23 +19,22 @@ struct DriverColumn {
     std::string name;
     short sqlType = 0;
     std::size_t size = 0; ///< characters of a text, digits of a number; 0 if the driver knows none
-    short digits = 0;     ///< behind the decimal point
+    short digits = 0;     ///< after the decimal point
     std::string typeName; ///< as the database names it, without its length
-    std::string
-        table; ///< the table that the column comes from; empty if the driver does not tell, or for an expression
+    std::string table; ///< the table that the column comes from; empty for an expression, or if the driver does not say
     bool identity = false; ///< the database numbers it by itself
 
     friend bool operator==(const DriverColumn&, const DriverColumn&) = default;
 };
 
-/// One record of what a driver tells about a call.
+/// One diagnostic record of a call.
 struct DiagnosticRecord {
     std::string state;
     int native = 0;
     std::string text;
 };
 
-/// Each gives the return value of its ODBC call. describeColumn fills in name, type, size and digits.
+/// Each returns the return value of its ODBC call. describeColumn fills in name, type, size and digits.
 [[nodiscard]] Return driverConnect(Handle connection, const std::string& text);
 [[nodiscard]] Return executeDirect(Handle statement, const std::string& text);
 [[nodiscard]] Return describeColumn(Handle statement, int position, DriverColumn& column);
@@ -43,7 +42,7 @@ struct DiagnosticRecord {
 void describeOrigin(Handle statement, int position, DriverColumn& column);
 /// False if there is no record of that number; they count from 1.
 [[nodiscard]] bool diagnosticRecord(short handleType, Handle handle, int number, DiagnosticRecord& record);
-/// The columns of a table's primary key in the order of the key, as SQLPrimaryKeys gives them.
+/// The columns of a table's primary key in the order of the key, as SQLPrimaryKeys reports them.
 [[nodiscard]] Return primaryKeys(Handle statement, const std::string& database, const std::string& table);
 
 /// A text as it is bound to a parameter.

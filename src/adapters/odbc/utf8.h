@@ -6,7 +6,7 @@
 
 namespace z7::cashflow::odbc {
 
-/// The position of the first byte that is no part of a UTF-8 character, or npos.
+/// The position of the first byte that is not part of a UTF-8 character, or npos.
 [[nodiscard]] std::size_t findBadUtf8(std::string_view text) noexcept;
 
 /// From and to UTF-16, for systems whose ODBC gives texts of its own character set to narrow calls. What stands alone of a

@@ -18,7 +18,7 @@ namespace z7::cashflow::shared {
 struct TableColumn {
     std::string name;
     ColumnType type = ColumnType::text;
-    int length = 0;          ///< the most characters that a text may have; 0 if there is no bound
+    int length = 0;          ///< the maximum number of characters of a text; 0 for no limit
     bool nullable = true;    ///< whether the column may be null
     bool hasDefault = false; ///< whether a value comes by itself for a row that does not name the column
 };

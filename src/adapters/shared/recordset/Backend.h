@@ -22,12 +22,12 @@ public:
     virtual ~RowWriter() = default;
     /// Adds a record that has a value in the changed columns; the others take their defaults.
     virtual void insert(const std::vector<Change>& changes) = 0;
-    /// Changes the stored record that a row of the result was read from. An Error if it cannot be told from others, or is
+    /// Changes the stored record that a row of the result was read from. An Error if it cannot be identified, is
     /// gone, or its changed columns no longer hold what was read.
     virtual void update(const RowSet& rows, std::size_t row, const std::vector<Change>& changes) = 0;
 };
 
-/// What running a statement gives.
+/// The result of a statement.
 struct Result {
     std::unique_ptr<RowSet> rows;      ///< nothing for a statement without a result
     std::shared_ptr<RowWriter> writer; ///< nothing if the records cannot be written, or if that was not asked for

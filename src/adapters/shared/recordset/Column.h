@@ -16,7 +16,7 @@ enum class ColumnType { any, boolean, byte, int16, int32, real, money, date, tex
 struct Column {
     std::string name; ///< as the database spells it; empty for an expression without a name
     ColumnType type = ColumnType::text;
-    int length = 0; ///< the most characters that a text may have; 0 if there is no bound
+    int length = 0; ///< the maximum number of characters of a text; 0 for no limit
 };
 
 /// The columns of a result, with a look-up by name that takes no heed of letter case. It does not change once it is made, so

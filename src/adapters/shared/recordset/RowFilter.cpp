@@ -136,7 +136,7 @@ std::vector<FilterCondition> parseFilter(std::string_view criteria, const Column
             raisePlatformError(errors::badFilter, "\"" + std::string(criteria) + "\" is no list of column=number");
         }
     }
-    if (!unknownColumn.empty()) { // told only of a text that is a filter at all
+    if (!unknownColumn.empty()) { // reported only for a text that is a filter at all
         raisePlatformError(errors::unknownField, unknownColumn);
     }
     std::stable_sort(conditions.begin(), conditions.end(),

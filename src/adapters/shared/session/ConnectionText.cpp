@@ -57,7 +57,7 @@ ConnectionText::ConnectionText(std::string_view text, const char* errorSource) :
     }
 }
 
-/// The value at the front of the rest, which is taken off with the semicolon behind it.
+/// Removes the value at the front of the rest with the semicolon after it, and returns it.
 std::string ConnectionText::takeValue(std::string_view& rest, const std::string& keyword) const {
     std::string value;
     const std::size_t first = rest.find_first_not_of(blanks);

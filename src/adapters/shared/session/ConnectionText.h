@@ -16,7 +16,7 @@ public:
         std::string source;  ///< as written, keyword and braces included
     };
 
-    /// Error 5 of the given source if the text is none, is too long, or gives a keyword twice.
+    /// Error 5 of the given source if the text is not a connection string, is too long, or repeats a keyword.
     ConnectionText(std::string_view text, const char* errorSource);
 
     [[nodiscard]] const std::vector<Part>& parts() const noexcept { return parts_; }

@@ -45,7 +45,7 @@ protected:
     /// The observers are those that the pool's opener hands to its sessions.
     PooledConnection(std::shared_ptr<SessionPool> pool, std::shared_ptr<Observers> observers);
 
-    /// The session, a new one if the line of the last one was cut outside a transaction. Error 3704 if it is closed.
+    /// The session; a new one if the last one lost its connection outside a transaction. Error 3704 if it is closed.
     [[nodiscard]] const std::shared_ptr<Session>& session();
 
 private:

@@ -11,7 +11,7 @@ std::shared_ptr<Session> SessionPool::take(const std::string& connectionString) 
             ++entry;
             continue;
         }
-        if (entry->second->isIdle()) { // its line may have been cut meanwhile
+        if (entry->second->isIdle()) { // its connection may be lost by now
             session = std::move(entry->second);
         }
         entry = idle_.erase(entry);
