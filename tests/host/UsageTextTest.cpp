@@ -78,6 +78,13 @@ TEST_F(UsageTextTest, QuotesANumberAsItWasTyped) {
               "z7cf: option --year takes a whole number, not \"soon\"");
 }
 
+TEST_F(UsageTextTest, NamesTheChoices) {
+    EXPECT_EQ(said({"statement", "x.db", "--year", "2024", "--by", "week"}),
+              "z7cf: option --by takes one of month/quarter/year, not \"week\"");
+    EXPECT_EQ(said({"--lang", "zh-CN", "statement", "x.db", "--year", "2024", "--by", "week"}),
+              "z7cf: 选项 --by 应为 month/quarter/year 之一，而不是“week”");
+}
+
 TEST_F(UsageTextTest, HelpIsACommandToo) {
     const RunResult all = runProgram({"help"});
     EXPECT_EQ(all.exitCode, 0);

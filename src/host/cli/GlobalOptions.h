@@ -21,6 +21,7 @@ struct GlobalOptions {
     std::string connect;               ///< the connection string in place of a file; empty for none
     bool connectGiven = false;         ///< it stands on the command line and not in the environment
     std::string account = "001";       ///< identifier of the account, by which the accounting periods are kept
+    bool accountGiven = false;         ///< the settings name it; else the only one that has periods goes before it
     std::string user = "demo";         ///< identifier of the user, by which drafts are kept
     std::string operatorName = "demo"; ///< name of the operator, by which voucher options are kept
     bool guard = true;                 ///< statements that a value has turned into others are kept from the database

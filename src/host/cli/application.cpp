@@ -131,6 +131,7 @@ GlobalOptions globalOptions(const GivenOptions& given, Language languageSoFar, c
         }
     }
     options.account = settings.account.value_or(options.account);
+    options.accountGiven = settings.account.has_value();
     options.user = settings.user.value_or(options.user);
     options.operatorName = settings.operatorName.value_or(options.operatorName);
     options.guard = settings.guard.value_or(options.guard);

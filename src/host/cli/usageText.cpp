@@ -79,6 +79,17 @@ std::string valueText(Language language, const std::string& sentence) {
                : hostText(language, HostText::optionBadValue, {before(pair, " = "), after(pair, " = ")});
 }
 
+/// The parser says "--by: week not in {month,quarter,year}" of a value that is not in a list.
+std::string choiceText(Language language, const std::string& sentence) {
+    const std::string mark = " not in {";
+    std::string choices = before(after(sentence, mark), "}");
+    std::replace(choices.begin(), choices.end(), ',', '/');
+    return sentence.find(mark) == std::string::npos
+               ? hostText(language, HostText::commandLineWrong, {sentence})
+               : hostText(language, HostText::optionChoice,
+                          {before(sentence, ": "), choices, before(after(sentence, ": "), mark.c_str())});
+}
+
 std::string countText(Language language, const std::string& sentence) {
     if (sentence.find("flag override") != std::string::npos) {
         return hostText(language, HostText::optionTakesNone, {before(sentence, " was given")});
@@ -106,6 +117,8 @@ std::string usageText(Language language, const CLI::App& program, const CLI::Par
         return countText(language, sentence);
     case CLI::ExitCodes::ConversionError:
         return valueText(language, sentence);
+    case CLI::ExitCodes::ValidationError:
+        return choiceText(language, sentence);
     case CLI::ExitCodes::ExcludesError:
         return hostText(language, HostText::optionsExclude,
                         {before(sentence, " excludes "), after(sentence, " excludes ")});

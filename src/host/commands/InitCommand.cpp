@@ -1,4 +1,5 @@
 #include "adapters/terminal/printable.h"
+#include "host/account/accountCheck.h"
 #include "host/account/accountMaker.h"
 #include "host/account/serverAccountMaker.h"
 #include "host/cli/Command.h"
@@ -59,11 +60,25 @@ public:
                                                      std::to_string(made.loaded.records)}));
         }
         output.flush();
+        if (!folder_.empty()) {
+            remarkFindings(output, place, options);
+        }
         return exitCode::done;
     }
 
 private:
-    /// What was made, as it is told.
+    /// Says what does not agree in tables that were loaded as they are. The account is made all the same.
+    static void remarkFindings(Output& output, const AccountPlace& place, const GlobalOptions& options) {
+        const auto findings = checkAccount(place, options);
+        for (const AccountFinding& finding : findings) {
+            output.remark(output.text(finding.text, finding.arguments));
+        }
+        if (!findings.empty()) {
+            output.remark(output.text(HostText::verifyRemarks, {std::to_string(findings.size())}));
+        }
+    }
+
+    /// What was made, as it is reported.
     struct Made {
         const char* kind = "file"; ///< the member of JSON that holds its name
         std::string name;

@@ -11,6 +11,7 @@ std::vector<std::unique_ptr<Command>> allCommands() {
     commands.push_back(makeCheckCommand());
     commands.push_back(makeSaveCommand());
     commands.push_back(makeAllotCommand());
+    commands.push_back(makeVerifyCommand());
     commands.push_back(makeExportCommand());
     commands.push_back(makeImportCommand());
     commands.push_back(makeOutsideCommand());

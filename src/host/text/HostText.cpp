@@ -10,7 +10,8 @@ namespace {
 
 using T = HostText;
 
-constexpr std::array texts{
+// The size is written out because compilers deduce no more than 256 elements.
+constexpr std::array<HostTextEntry, static_cast<std::size_t>(T::count)> texts{
     HostTextEntry{T::voucher, "凭证", "Voucher"},
     HostTextEntry{T::date, "日期", "Date"},
     HostTextEntry{T::summary, "摘要", "Summary"},
@@ -71,6 +72,26 @@ constexpr std::array texts{
                   "Stopped at voucher {0} by an error of the database: {2} of {1} vouchers are done, those behind "
                   "it are untouched."},
     HostTextEntry{T::databaseMade, "已建立 {0}：{1} 张表，{2} 行。", "Made {0}: tables filled: {1}, records: {2}."},
+    HostTextEntry{T::verifyHolds, "文件完好，各表内容一致。", "The files are sound and the tables agree."},
+    HostTextEntry{T::verifyFindings, "发现 {0} 处问题，见上。", "Findings: {0}, see above."},
+    HostTextEntry{T::verifyRemarks, "装入的数据有 {0} 处问题，见上；可用 z7cf verify 再次检查。",
+                  "Findings in the loaded tables: {0}, see above; z7cf verify checks them again."},
+    HostTextEntry{T::verifyItem, "表 {0} 中的现金流量项目“{1}”（{2} 行）不在项目表 fitemss98 中",
+                  "{0}: the item \"{1}\" ({2} records) is not in the list of items (fitemss98)"},
+    HostTextEntry{T::verifyAccount, "分录的科目“{0}”（{1} 年，{2} 条分录）不在科目表 code 中",
+                  "the account \"{0}\" of the year {1} ({2} entry lines) is not in the chart of accounts (code)"},
+    HostTextEntry{T::verifyNoPeriods, "表 ua_period 中没有会计期间", "there are no accounting periods (ua_period)"},
+    HostTextEntry{T::verifyForeignAccount,
+                  "账套号 {0} 没有会计期间；表 ua_period 中的账套号有 {1}；请检查设置中的 account",
+                  "the account {0} has no accounting periods; ua_period has those of {1}; look at the account in the "
+                  "settings"},
+    HostTextEntry{T::verifyDate, "日期 {0}（{3} 条分录）不在账套 {2} 的 {1} 年会计期间内",
+                  "the date {0} ({3} entry lines) lies in no period of the year {1} of the account {2}"},
+    HostTextEntry{T::verifyBalance, "凭证 {0} 借贷不平：借方 {1}，贷方 {2}",
+                  "the voucher {0} does not balance: debit {1}, credit {2}"},
+    HostTextEntry{T::verifyDamage, "文件 {0} 已损坏，请用备份恢复：{1}",
+                  "the file {0} is damaged, restore it from a backup: {1}"},
+    HostTextEntry{T::verifyMore, "另有 {0} 处同类问题", "and {0} more of this kind"},
     HostTextEntry{T::fileWritten, "已写出 {0}。", "Wrote {0}."},
     HostTextEntry{T::outsideMeets, "检查通过：由凭证分录得出的行与凭证相符。",
                   "The rows that the lines give meet the voucher."},
@@ -121,6 +142,7 @@ constexpr std::array texts{
     HostTextEntry{T::optionTakesNone, "选项 {0} 不带值", "option {0} takes no value"},
     HostTextEntry{T::optionEmpty, "选项 {0} 的值是空的", "the value of option {0} is empty"},
     HostTextEntry{T::optionsExclude, "{0} 和 {1} 不能同时使用", "{0} and {1} cannot be used together"},
+    HostTextEntry{T::optionChoice, "选项 {0} 应为 {1} 之一，而不是“{2}”", "option {0} takes one of {1}, not \"{2}\""},
     HostTextEntry{T::optionBadValue, "选项 {0} 应为整数，而不是“{1}”", "option {0} takes a whole number, not \"{1}\""},
     HostTextEntry{T::commandLineWrong, "命令行有误：{0}", "the command line cannot be used: {0}"},
     HostTextEntry{T::connectEmpty, "连接串是空的", "The connection string is empty"},
@@ -321,6 +343,8 @@ constexpr std::array texts{
                   "Save the rows of a voucher, generating them where none are stored"},
     HostTextEntry{T::helpAllot, "为某年度或期间的每张凭证生成、检查并保存现金流量行",
                   "Generate, check and save the rows of every voucher of a year or period"},
+    HostTextEntry{T::helpVerify, "检查账套的文件是否完好，各表的内容是否一致",
+                  "Check whether an account's files are sound and its tables agree"},
     HostTextEntry{T::helpExport, "把一张凭证的现金流量行写成 XML", "Write the rows of a voucher as XML"},
     HostTextEntry{T::helpImport, "用 XML 中的行替换一张凭证的现金流量行",
                   "Store the rows of an XML document in place of a voucher's own"},
@@ -427,6 +451,8 @@ constexpr std::array texts{
                   "Examples:\n"
                   "  z7cf allot company.db --year 2024 --dry-run\n"
                   "  z7cf allot company.db --year 2024 --period 3 --json"},
+    HostTextEntry{T::examplesVerify, "例：\n  z7cf verify company.db\n  z7cf verify --connect @office.txt --json",
+                  "Examples:\n  z7cf verify company.db\n  z7cf verify --connect @office.txt --json"},
     HostTextEntry{
         T::examplesExport,
         "例：\n  z7cf export company.db 2024/6/2/10 > rows.xml\n  z7cf export company.db 2024/6/2/11 --generate",
@@ -449,7 +475,6 @@ constexpr std::array texts{
     HostTextEntry{T::examplesSampleXml, "例：\n  z7cf sample-xml documents", "Examples:\n  z7cf sample-xml documents"},
 };
 
-static_assert(texts.size() == static_cast<std::size_t>(HostText::count));
 static_assert([] {
     for (std::size_t i = 0; i < texts.size(); ++i) {
         if (static_cast<std::size_t>(texts[i].id) != i) {
