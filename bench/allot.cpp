@@ -76,7 +76,7 @@ int main(int argc, char** argv) {
     {
         bench::Account account(work, year);
         vouchers = host::listVouchers(account.connection(), year, std::nullopt);
-        account.connection().OnRewrittenStatement([&](int session, const std::string& text) {
+        account.connection().onRewrittenStatement([&](int session, const std::string& text) {
             statements.push_back({session, text});
         });
         expected = allotAll(account, vouchers);

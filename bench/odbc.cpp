@@ -60,10 +60,10 @@ std::vector<Statement> recordedStatements(const std::filesystem::path& file) {
     std::vector<Statement> statements;
     bench::Account account(file, year);
     const auto vouchers = host::listVouchers(account.connection(), year, std::nullopt);
-    account.connection().OnStatement([&](int session, const std::string& text) {
+    account.connection().onStatement([&](int session, const std::string& text) {
         statements.push_back({session, text, {}});
     });
-    account.connection().OnRewrittenStatement([&](int, const std::string& text) {
+    account.connection().onRewrittenStatement([&](int, const std::string& text) {
         if (!isOfTransaction(text)) {
             statements.back().rewritten.push_back({text, {}});
         }

@@ -165,7 +165,7 @@ void expectLineError(const Saving& saving) {
 // has not noticed yet that its line is cut, because another one did, tells it now.
 void expectOnlyRollback(Desk& desk, bool triesMore) {
     auto& connection = dynamic_cast<odbc::Connection&>(desk.connection());
-    if (!connection.InTransaction()) {
+    if (!connection.inTransaction()) {
         return;
     }
     if (triesMore) {
@@ -179,7 +179,7 @@ void expectOnlyRollback(Desk& desk, bool triesMore) {
         const auto error = errorIn([&] { connection.RollbackTrans(); });
         EXPECT_TRUE(!error || tellsCutLine(*error)) << error->number();
     }
-    EXPECT_FALSE(connection.InTransaction());
+    EXPECT_FALSE(connection.inTransaction());
 }
 
 // A whole save passes again, on another session than the one that was cut.
@@ -190,7 +190,7 @@ void expectNextSavePasses(Desk& desk, const host::VoucherHead& voucher, int cutS
         desk.connection().RollbackTrans();
     });
     EXPECT_FALSE(error) << error->number() << " " << error->what();
-    EXPECT_NE(dynamic_cast<odbc::Connection&>(desk.connection()).SessionNumber(), cutSession);
+    EXPECT_NE(dynamic_cast<odbc::Connection&>(desk.connection()).sessionNumber(), cutSession);
 }
 
 void LineCutTest::cutEverywhereInASave(Cut moment) const {
@@ -200,7 +200,7 @@ void LineCutTest::cutEverywhereInASave(Cut moment) const {
     int request = 0;
     for (bool cut = true; cut && request < mostRequests;) {
         SCOPED_TRACE(++request);
-        const int session = dynamic_cast<odbc::Connection&>(desk->connection()).SessionNumber();
+        const int session = dynamic_cast<odbc::Connection&>(desk->connection()).sessionNumber();
         office_->lines()->cutAt(request, moment);
         const Saving saving = saveOnce(*desk, voucher);
         cut = office_->lines()->stopCounting();
@@ -287,7 +287,7 @@ TEST_P(LineCutTest, ADeadlockAtAnyRequestOfASaveLeavesNothingOfItAndKeepsTheSess
     int victims = 0;
     for (bool ended = true; ended && request < mostRequests;) {
         SCOPED_TRACE(++request);
-        const int session = connection.SessionNumber();
+        const int session = connection.sessionNumber();
         ASSERT_TRUE(office_->lines()->chooseVictimAt(request));
         const Saving saving = saveOnce(*desk, voucher);
         ended = office_->lines()->stopCounting();
@@ -314,9 +314,9 @@ TEST_P(LineCutTest, ADeadlockAtAnyRequestOfASaveLeavesNothingOfItAndKeepsTheSess
             }
             EXPECT_EQ(numberIn([&] { connection.RollbackTrans(); }), 0);
         }
-        EXPECT_FALSE(connection.InTransaction());
+        EXPECT_FALSE(connection.inTransaction());
         ASSERT_EQ(found(), before);
-        EXPECT_EQ(connection.SessionNumber(), session) << "its line stands";
+        EXPECT_EQ(connection.sessionNumber(), session) << "its line stands";
     }
     EXPECT_GT(request, 20) << "a save has more requests than that";
     EXPECT_GT(victims, 10);

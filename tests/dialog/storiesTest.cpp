@@ -12,7 +12,7 @@ class CompanyConnections final : public ConnectionFactory {
 public:
     [[nodiscard]] std::unique_ptr<Connection> create(const std::string& /*connectionString*/) override {
         auto made = std::make_unique<sqlite::Connection>();
-        made->OnStatement([count = count](int, const std::string& text) { count->push_back(text); });
+        made->onStatement([count = count](int, const std::string& text) { count->push_back(text); });
         return made;
     }
     std::shared_ptr<Lines> count = std::make_shared<Lines>();

@@ -113,13 +113,13 @@ TEST_F(Schema, TravelsAsThisDocument) {
         }
     }
     document += "</struct>\r\n";
-    EXPECT_EQ(collection->SchemaText(), document);
+    EXPECT_EQ(collection->schemaText(), document);
 }
 
 TEST_F(Schema, BelongsToOneCollection) {
     const auto other = CashFlowCollection::Create();
     EXPECT_NE(&other->CFStruct(), &collection->CFStruct());
-    EXPECT_EQ(other->SchemaText(), collection->SchemaText());
+    EXPECT_EQ(other->schemaText(), collection->schemaText());
 }
 
 TEST(CashFlowStruct, RefusesANameTwice) {

@@ -179,7 +179,7 @@ TEST_F(LoginContext, ABadKeyRaisesNothingWithoutAMakerEither) {
 
 TEST_F(LoginContext, AnErrorOfTheDebugSinkHasNoEffect) {
     modPublic::context().debugSink = [](const std::string&) { throw Error(5, "host", "the log is full"); };
-    EXPECT_NO_THROW(modPublic::DebugText("111"));
+    EXPECT_NO_THROW(modPublic::debugText("111"));
 }
 
 TEST_F(LoginContext, DirectionsAreLeftAloneInChinese) {
@@ -219,10 +219,10 @@ TEST_F(NoLogin, XmlEscapeTakesValuesAsText) {
 }
 
 TEST_F(LoginContext, DebugTextsGoToTheSinkAlone) {
-    modPublic::DebugText("111");
+    modPublic::debugText("111");
     EXPECT_EQ(debugTexts, Lines{"111"});
     modPublic::context().debugSink = nullptr;
-    modPublic::DebugText("222");
+    modPublic::debugText("222");
     EXPECT_EQ(debugTexts, Lines{"111"});
 }
 
@@ -253,9 +253,9 @@ TEST_F(LoginContext, EveryThreadHasItsOwn) {
 
 TEST_F(LoginContext, AppendsEscapedTextBehindWhatIsThere) {
     std::string text = "a='";
-    modPublic::AppendXmlEscaped(text, Variant("<&>"));
-    modPublic::AppendXmlEscaped(text, Variant());
-    modPublic::AppendXmlEscaped(text, Variant(1.5));
+    modPublic::appendXmlEscaped(text, Variant("<&>"));
+    modPublic::appendXmlEscaped(text, Variant());
+    modPublic::appendXmlEscaped(text, Variant(1.5));
     EXPECT_EQ(text, "a='&lt;&amp;&gt;1.5");
 }
 

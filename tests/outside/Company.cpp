@@ -59,8 +59,8 @@ Company::Company() : folder_(newFolder()), connection_(std::make_unique<sqlite::
     makeOutsideTables(account);
     connection_->Open(sqlite::connectionString(account, 2013) + ";timeout=0");
     fill();
-    const int own = connection_->SessionNumber();
-    connection_->OnStatement([this, own](int session, const std::string& text) {
+    const int own = connection_->sessionNumber();
+    connection_->onStatement([this, own](int session, const std::string& text) {
         statements_.push_back((session == own ? "main: " : "own: ") + text);
     });
 }

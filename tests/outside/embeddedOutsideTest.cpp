@@ -216,7 +216,7 @@ TEST_F(EmbeddedOutside, NothingOfTheContextIsLeftBehind) {
     EXPECT_EQ(modPublic::context().yearOverride, 2013);
     EXPECT_FALSE(modPublic::context().bXJLL);
     EXPECT_EQ(company.temporaryTables(), 0);
-    EXPECT_FALSE(company.connection().InTransaction());
+    EXPECT_FALSE(company.connection().inTransaction());
 }
 
 } // namespace

@@ -171,13 +171,13 @@ TEST_F(EmbeddedXml, WhicheverStatementFailsTheTableStaysOnceItIsMadeAndUntilItIs
                            : provider.Gl().GetCashFlowColFromXml(of.connection(), voucherXml("", ""), true);
         };
         Lines whole;
-        company.connection().OnStatement([&](int /*session*/, const std::string& text) { whole.push_back(text); });
+        company.connection().onStatement([&](int /*session*/, const std::string& text) { whole.push_back(text); });
         EXPECT_EQ(read(company), noRows());
         ASSERT_EQ(whole.size(), outside ? 7U : 5U);
         for (std::size_t failing = 1; failing <= whole.size(); ++failing) {
             Company fresh;
             std::size_t run = 0;
-            fresh.connection().OnStatement([&](int /*session*/, const std::string& /*text*/) {
+            fresh.connection().onStatement([&](int /*session*/, const std::string& /*text*/) {
                 if (++run == failing) {
                     throw Error(547, "test", "broken");
                 }
@@ -187,7 +187,7 @@ TEST_F(EmbeddedXml, WhicheverStatementFailsTheTableStaysOnceItIsMadeAndUntilItIs
             EXPECT_EQ(errorNumberOf([&] { (void)read(fresh); }), unnoticed ? 0 : 547) << statement;
             const bool made = failing > static_cast<std::size_t>(outside ? 4 : 2);
             EXPECT_EQ(fresh.temporaryTables(), made ? 1 : 0) << statement;
-            EXPECT_FALSE(fresh.connection().InTransaction());
+            EXPECT_FALSE(fresh.connection().inTransaction());
         }
     }
 }

@@ -31,7 +31,7 @@ protected:
         return world.out.SaveCashFlowCol(world.connection, "mine", "OUT", xml, blnCheckCF);
     }
     std::string noRows(const std::string& key = "iperiod='0' isignseq='0' ino_id='0'") {
-        return "<root " + key + ">" + world.provider.CreateCashFlowCollection()->SchemaText() +
+        return "<root " + key + ">" + world.provider.CreateCashFlowCollection()->schemaText() +
                "<rows>\r\n</rows></root>";
     }
     /// Rows for the ledger voucher as XML.

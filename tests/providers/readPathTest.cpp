@@ -12,7 +12,7 @@ protected:
     }
     /// The XML of no rows of a voucher.
     static std::string noRows(Ledger& on, const std::string& key) {
-        return "<root " + key + ">" + on.provider.CreateCashFlowCollection()->SchemaText() + "<rows>\r\n</rows></root>";
+        return "<root " + key + ">" + on.provider.CreateCashFlowCollection()->schemaText() + "<rows>\r\n</rows></root>";
     }
     /// A database that takes the temporary table of a voucher given as XML.
     void takeTemporaryTables() {

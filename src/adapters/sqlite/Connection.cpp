@@ -20,7 +20,7 @@ Connection::Connection() : Connection(std::make_shared<Observers>()) {}
 Connection::Connection(const std::shared_ptr<Observers>& observers)
     : PooledConnection(makePool(observers), observers), observers_(observers) {}
 
-void Connection::OnRewrittenStatement(StatementObserver observer) { observers_->rewritten = std::move(observer); }
+void Connection::onRewrittenStatement(StatementObserver observer) { observers_->rewritten = std::move(observer); }
 
 Session& Connection::session() { return static_cast<Session&>(*PooledConnection::session()); } // what its pool opens
 

@@ -39,7 +39,7 @@ public:
 
     /// Sees each text that really runs, in the embedded database's own dialect with its values in place, the begin and the end
     /// of transactions among them.
-    void OnRewrittenStatement(StatementObserver observer);
+    void onRewrittenStatement(StatementObserver observer);
 
 private:
     friend class TableLoader;

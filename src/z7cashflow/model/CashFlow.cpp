@@ -168,7 +168,7 @@ void CashFlow::appendXml(std::string& out) const {
             continue;
         }
         out += "='";
-        modPublic::AppendXmlEscaped(out, values_[at]);
+        modPublic::appendXmlEscaped(out, values_[at]);
         out += "' ";
     }
     out += "/>\r\n";

@@ -49,7 +49,7 @@ public:
     /// The field schema. Owned by the collection.
     [[nodiscard]] const CashFlowStruct& CFStruct() const noexcept { return *CFStruct_; }
     /// The schema document, as it travels in the XML form.
-    [[nodiscard]] const std::string& SchemaText() const noexcept { return schemaText_; }
+    [[nodiscard]] const std::string& schemaText() const noexcept { return schemaText_; }
 
     // The voucher's header. Setters change the collection alone; only UpdateCol reaches the rows.
     [[nodiscard]] std::uint8_t iPeriod() const noexcept { return key_.period; }

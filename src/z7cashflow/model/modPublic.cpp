@@ -147,11 +147,11 @@ std::int32_t ShowMessage(const std::string& prompt, std::int32_t buttons, const 
 
 std::string XmlEscape(const Variant& value) {
     std::string text;
-    AppendXmlEscaped(text, value);
+    appendXmlEscaped(text, value);
     return text;
 }
 
-void AppendXmlEscaped(std::string& out, const Variant& value) {
+void appendXmlEscaped(std::string& out, const Variant& value) {
     if (const auto* text = value.get<std::string>()) {
         appendEscaped(out, *text);
     } else if (!value.isNull()) {
@@ -159,7 +159,7 @@ void AppendXmlEscaped(std::string& out, const Variant& value) {
     }
 }
 
-void DebugText(const std::string& text) {
+void debugText(const std::string& text) {
     if (const auto& sink = context().debugSink) {
         ignoringErrors([&] { sink(text); });
     }

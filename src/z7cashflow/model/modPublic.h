@@ -89,10 +89,10 @@ std::int32_t ShowMessage(const std::string& prompt, std::int32_t buttons, const 
 /// already holds are not recognised.
 [[nodiscard]] std::string XmlEscape(const Variant& value);
 /// The same, put at the end of a text.
-void AppendXmlEscaped(std::string& out, const Variant& value);
+void appendXmlEscaped(std::string& out, const Variant& value);
 
 /// Hands a text to the debug sink. It has no other effect; an Error of the sink is ignored.
-void DebugText(const std::string& text);
+void debugText(const std::string& text);
 
 /// Error with the source "CashFlow".
 [[noreturn]] void RaiseCashFlowError(int number, const std::string& description);

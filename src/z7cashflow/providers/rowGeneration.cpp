@@ -116,7 +116,7 @@ private:
             isCashItem = holdsClass && toText(itemClass) == cashItemClass;
         });
         if (holdsClass) {
-            modPublic::DebugText("111");
+            modPublic::debugText("111");
             if (isCashItem) {
                 read("citem_id", takeCode);
             }
@@ -124,10 +124,10 @@ private:
         bool holdsItem = true;
         read("ccashitem_id", [&](const Variant& item) { holdsItem = !item.isNull(); });
         if (holdsItem) {
-            modPublic::DebugText("222");
+            modPublic::debugText("222");
             read("ccashitem_id", takeCode);
         }
-        modPublic::DebugText("itemCode:" + itemCode);
+        modPublic::debugText("itemCode:" + itemCode);
         ignoringErrors([&] { row.SetValue("cCashItem", itemCode); });
         ignoringErrors([&] { row.SetValue("cCashItemName", data_.GetCFItemName(objCon_, itemCode)); });
     }

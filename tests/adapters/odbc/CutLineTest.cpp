@@ -55,7 +55,7 @@ TEST_F(OdbcCutLine, WithinATransactionEndsInAnErrorAndNothingStays) {
         SCOPED_TRACE(cutBefore);
         Connection connection;
         connection.Open(text_);
-        const int session = connection.SessionNumber();
+        const int session = connection.sessionNumber();
         connection.BeginTrans();
         for (std::size_t step = 0; step < cutBefore; ++step) {
             steps[step](connection);
@@ -69,7 +69,7 @@ TEST_F(OdbcCutLine, WithinATransactionEndsInAnErrorAndNothingStays) {
         EXPECT_EQ(errorOf([&] { connection.CommitTrans(); }).number(), 3930);
         connection.RollbackTrans();
         EXPECT_EQ(connection.Execute("select * from fitemss98")->RecordCount(), 0);
-        EXPECT_NE(connection.SessionNumber(), session);
+        EXPECT_NE(connection.sessionNumber(), session);
         EXPECT_EQ(stored(), 0);
     }
 }

@@ -185,7 +185,7 @@ TEST_P(HostileCases, ManyResultsInTurn) {
 TEST_P(HostileCases, ObserverSeesEveryStatementWithItsSession) {
     auto& connection = dynamic_cast<Connection&>(*connection_);
     std::vector<std::pair<int, std::string>> seen;
-    connection.OnStatement([&seen](int session, const std::string& text) { seen.emplace_back(session, text); });
+    connection.onStatement([&seen](int session, const std::string& text) { seen.emplace_back(session, text); });
     const std::string text = "select * from fitemss98";
     run(text);
     const auto own = connection.CreateRecordset();
@@ -193,21 +193,21 @@ TEST_P(HostileCases, ObserverSeesEveryStatementWithItsSession) {
         own->Open(text, connection.ConnectionString(), CursorType::Static, LockType::ReadOnly);
         own->Close();
     }
-    const int first = connection.SessionNumber();
+    const int first = connection.sessionNumber();
     ASSERT_EQ(seen.size(), 3U);
     EXPECT_EQ(seen[0], std::pair(first, text));
     EXPECT_NE(seen[1].first, first);
     EXPECT_EQ(seen[1], seen[2]);
-    connection.OnStatement([](int, const std::string&) { throw Error(77, "test", "not this one"); });
+    connection.onStatement([](int, const std::string&) { throw Error(77, "test", "not this one"); });
     EXPECT_EQ(errorOf([&] { run("delete from fitemss98"); }).number(), 77);
-    connection.OnStatement({});
+    connection.onStatement({});
     EXPECT_EQ(count(text), 2);
 }
 
 TEST_P(HostileCases, SessionsInUseAtOnceAreDifferentOnes) {
     auto& connection = dynamic_cast<Connection&>(*connection_);
     std::set<int> sessions;
-    connection.OnStatement([&sessions](int session, const std::string&) { sessions.insert(session); });
+    connection.onStatement([&sessions](int session, const std::string&) { sessions.insert(session); });
     std::vector<std::shared_ptr<Recordset>> open;
     for (int i = 0; i < 6; ++i) { // a recordset that can be written keeps its session
         open.push_back(connection.CreateRecordset());
@@ -215,7 +215,7 @@ TEST_P(HostileCases, SessionsInUseAtOnceAreDifferentOnes) {
                           LockType::Optimistic);
     }
     EXPECT_EQ(sessions.size(), 6U);
-    EXPECT_FALSE(sessions.contains(connection.SessionNumber()));
+    EXPECT_FALSE(sessions.contains(connection.sessionNumber()));
     connection.Close();
     EXPECT_EQ(open.back()->RecordCount(), 2);
 }

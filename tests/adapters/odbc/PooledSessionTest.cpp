@@ -13,7 +13,7 @@ using conformance::errorOf;
 class PooledSession : public ::testing::Test {
 protected:
     PooledSession() {
-        connection_->OnStatement([this](int session, const std::string&) { last_ = session; });
+        connection_->onStatement([this](int session, const std::string&) { last_ = session; });
         connection_->Open(database_.connectionString(std::int16_t{2013}, 0));
     }
     /// The session on which a text runs that does not care for the caller's; whether the database takes it does not matter.

@@ -117,13 +117,13 @@ TEST(PooledConnection, OpensANewSessionForOneThatWasCutOutsideATransaction) {
     connection.Execute("a");
     fate->lost.insert(1);
     connection.Execute("b");
-    EXPECT_EQ(connection.SessionNumber(), 2);
+    EXPECT_EQ(connection.sessionNumber(), 2);
     connection.BeginTrans();
     fate->lost.insert(2);
     connection.RollbackTrans();
-    EXPECT_EQ(connection.SessionNumber(), 2) << "the transaction belongs to the session that was cut";
+    EXPECT_EQ(connection.sessionNumber(), 2) << "the transaction belongs to the session that was cut";
     connection.Execute("c");
-    EXPECT_EQ(connection.SessionNumber(), 3);
+    EXPECT_EQ(connection.sessionNumber(), 3);
 }
 
 TEST(PooledConnection, KeepsItsTextWhenItIsClosed) {
@@ -132,7 +132,7 @@ TEST(PooledConnection, KeepsItsTextWhenItIsClosed) {
     connection.Open("text");
     connection.Close();
     EXPECT_EQ(connection.ConnectionString(), "text");
-    EXPECT_EQ(connection.SessionNumber(), 0);
+    EXPECT_EQ(connection.sessionNumber(), 0);
     EXPECT_THROW(connection.Execute("a"), Error);
     EXPECT_THROW(connection.Close(), Error);
 }

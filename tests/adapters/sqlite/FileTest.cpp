@@ -276,7 +276,7 @@ TEST_P(ReplacedAccount, IsNoticedWhenATransactionBegins) {
     const Error error = errorOf([&] { connection->BeginTrans(); });
     EXPECT_EQ(error.number(), SQLITE_READONLY_DBMOVED);
     EXPECT_NE(error.description().find("deleted, moved or replaced"), std::string::npos);
-    EXPECT_FALSE(connection->InTransaction());
+    EXPECT_FALSE(connection->inTransaction());
 }
 
 TEST_P(ReplacedAccount, IsNoticedWhenATransactionIsCommitted) {
@@ -327,7 +327,7 @@ TEST(DatabaseFile, AFullDiskLeavesTheAccountAsItWas) {
     });
     EXPECT_EQ(error.number() & 0xFF, SQLITE_FULL);
     EXPECT_EQ(error.description(), "database or disk is full");
-    if (full->InTransaction()) {
+    if (full->inTransaction()) {
         full->RollbackTrans();
     }
     EXPECT_EQ(full->Execute("select * from fitemss98")->RecordCount(), 0);

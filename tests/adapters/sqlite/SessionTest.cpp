@@ -54,22 +54,22 @@ TEST_F(SessionTest, LiteralsOfTheTextAreNotMixedUp) {
 TEST_F(SessionTest, RecordsetsOnATextReuseOneSession) {
     const auto connection = database_.open();
     std::vector<int> sessions;
-    connection->OnStatement([&](int session, const std::string&) { sessions.push_back(session); });
+    connection->onStatement([&](int session, const std::string&) { sessions.push_back(session); });
     for (int i = 0; i < 3; ++i) {
         const auto records = connection->CreateRecordset();
         records->Open("select * from code", connection->ConnectionString(), CursorType::ForwardOnly,
                       LockType::ReadOnly);
     }
     EXPECT_EQ(sessions, (std::vector<int>{2, 2, 2}));
-    EXPECT_EQ(connection->SessionNumber(), 1);
+    EXPECT_EQ(connection->sessionNumber(), 1);
 }
 
 TEST_F(SessionTest, ObserversSeeBothTexts) {
     const auto connection = database_.open();
     std::vector<std::string> texts;
     std::vector<std::string> rewritten;
-    connection->OnStatement([&](int, const std::string& statement) { texts.push_back(statement); });
-    connection->OnRewrittenStatement([&](int, const std::string& statement) { rewritten.push_back(statement); });
+    connection->onStatement([&](int, const std::string& statement) { texts.push_back(statement); });
+    connection->onRewrittenStatement([&](int, const std::string& statement) { rewritten.push_back(statement); });
     connection->BeginTrans();
     connection->Execute("select * from code where  ccode=N'it''s' and iyear=2013");
     connection->CommitTrans();
@@ -77,9 +77,9 @@ TEST_F(SessionTest, ObserversSeeBothTexts) {
     EXPECT_EQ(rewritten, (std::vector<std::string>{
                              "BEGIN", "DELETE FROM main.accinformation WHERE 0",
                              "SELECT * FROM main.\"code\" WHERE \"ccode\" = 'it''s' AND \"iyear\" = 2013", "COMMIT"}));
-    connection->OnStatement([](int, const std::string&) { throw Error(1, "Test", "stop"); });
+    connection->onStatement([](int, const std::string&) { throw Error(1, "Test", "stop"); });
     EXPECT_EQ(errorOf([&] { connection->Execute("delete from code"); }).description(), "stop");
-    connection->OnStatement({});
+    connection->onStatement({});
     connection->Execute("delete from code");
     EXPECT_EQ(texts.size(), 1U);
 }
@@ -87,7 +87,7 @@ TEST_F(SessionTest, ObserversSeeBothTexts) {
 TEST_F(SessionTest, WhatTheRewritingGivesRunsOnABareSession) {
     const auto connection = database_.open();
     std::vector<std::string> rewritten;
-    connection->OnRewrittenStatement([&](int, const std::string& statement) { rewritten.push_back(statement); });
+    connection->onRewrittenStatement([&](int, const std::string& statement) { rewritten.push_back(statement); });
     connection->Execute("insert into gl_v_cashtable (iPeriod,iSignSeq,csign,iNo_id,cCashItem,ccode,md) "
                         "values(1,2,N'',5,N'A',N'1',12.5)");
     connection->Execute(
@@ -163,7 +163,7 @@ TEST_F(SessionTest, TheSecondDeskIsToldWhenItBegins) {
     EXPECT_EQ(error.number() & 0xFF, SQLITE_BUSY);
     EXPECT_EQ(error.sqlState(), "HYT00");
     EXPECT_NE(error.description().find("waited 0 ms"), std::string::npos);
-    EXPECT_FALSE(other->InTransaction());
+    EXPECT_FALSE(other->inTransaction());
     EXPECT_EQ(other->Execute("select * from code")->RecordCount(), 0) << "reading goes on";
     connection->RollbackTrans();
     other->BeginTrans();

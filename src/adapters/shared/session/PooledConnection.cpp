@@ -74,11 +74,11 @@ void PooledConnection::BeginTrans() { session()->begin(); }
 void PooledConnection::CommitTrans() { session()->commit(); }
 void PooledConnection::RollbackTrans() { session()->rollback(); }
 
-bool PooledConnection::InTransaction() const { return session_ != nullptr && session_->inTransaction(); }
+bool PooledConnection::inTransaction() const { return session_ != nullptr && session_->inTransaction(); }
 
-int PooledConnection::SessionNumber() const { return session_ == nullptr ? 0 : session_->number(); }
+int PooledConnection::sessionNumber() const { return session_ == nullptr ? 0 : session_->number(); }
 
-void PooledConnection::OnStatement(StatementObserver observer) { observers_->statement = std::move(observer); }
+void PooledConnection::onStatement(StatementObserver observer) { observers_->statement = std::move(observer); }
 
 const std::shared_ptr<Session>& PooledConnection::session() {
     if (session_ == nullptr) {

@@ -33,13 +33,13 @@ public:
     void RollbackTrans() final;
 
     /// True between BeginTrans and CommitTrans or RollbackTrans.
-    [[nodiscard]] bool InTransaction() const;
+    [[nodiscard]] bool inTransaction() const;
     /// The number of this connection's own session, from 1. Sessions of its pool count on from there. 0 if it is closed.
-    [[nodiscard]] int SessionNumber() const;
+    [[nodiscard]] int sessionNumber() const;
 
     /// Sees each statement's text as it was handed in, before anything else looks at it, on this connection's session and on
     /// those of its pool. An empty observer ends it.
-    void OnStatement(StatementObserver observer);
+    void onStatement(StatementObserver observer);
 
 protected:
     /// The observers are those that the pool's opener hands to its sessions.
