@@ -184,6 +184,18 @@ TEST_F(Stories, WidthsThatAnotherDeskKeepsFromBeingWrittenCostOneMessageAndTheDi
     EXPECT_EQ(widths(), Lines{});
 }
 
+TEST_F(Stories, ATemplateThatAnotherDeskKeepsFromBeingWrittenIsTheDatabasesError) {
+    show([this](RecordingForm& form) {
+        connection.BeginTrans();
+        EXPECT_NE(errorNumberOf([&] { form.press("cmdTemplate"); }), 0);
+        EXPECT_EQ(boxes(), Lines{"<Z7.CW.GL.CashFlow.00065><Z7.CW.GL.CashFlow.00038>"})
+            << "the question, and no notice of a template that was not saved";
+        connection.RollbackTrans();
+        form.press("cmdCancel");
+    });
+    EXPECT_EQ(company.records("select count(*) as n from GL_CashItemDataSource"), Lines{"n=1"});
+}
+
 TEST_F(Stories, WrongInputIsRefusedWithItsMessageAndNothingIsLost) {
     show([this](RecordingForm& form) {
         EXPECT_FALSE(form.cells.type(1, 3, "abc"));

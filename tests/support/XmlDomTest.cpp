@@ -67,6 +67,16 @@ TEST(XmlDom, TakesATextInPiecesAsOneNode) {
     EXPECT_EQ(childrenOf(rootOf("<r>" + std::string(100000, 'x') + "<a n='1'/></r>")), "[][n=1;]");
 }
 
+TEST(XmlDom, GivesTheTextsOfANodeAndOfAllBelowIt) {
+    EXPECT_EQ(rootOf("<r> a &lt; <![CDATA[<b>]]><!-- no --><x y='no'>c<z>d</z></x>e </r>").text(), "a < <b>cde");
+    EXPECT_EQ(rootOf("<r>  \n </r>").text(), "");
+    EXPECT_EQ(rootOf("<r a='1'/>").text(), "");
+    const XmlNode root = rootOf("<r><a>" + std::string(100000, 'x') + "</a><b>y</b></r>");
+    EXPECT_EQ(root.childNodes()[0].text().size(), 100000U);
+    EXPECT_EQ(root.childNodes()[1].text(), "y");
+    EXPECT_EQ(rootOf("<!DOCTYPE r [<!ENTITY e 'one'>]><r>&e; two</r>").text(), "one two");
+}
+
 TEST(XmlDom, LeavesRemarksOutsideTheDocumentElementAside) {
     const XmlNode root = rootOf("<!-- 1 --><?p?><!DOCTYPE r [<!-- 2 --><?p?>]><r><a n='1'/></r><!-- 3 --><?p?>");
     EXPECT_EQ(childrenOf(root), "[n=1;]");
