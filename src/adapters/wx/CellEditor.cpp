@@ -64,9 +64,10 @@ void CellEditor::open(const wxRect& place, const GridColumn& column, const wxStr
     entry_->SetMaxLength(column.maxLength > 0 ? static_cast<unsigned long>(column.maxLength) : 0);
     lastGood_ = text;
     entry_->ChangeValue(text);
-    this->place(place);
+    place_ = wxRect();
     entry_->Show();
     reference_->Show(column.kind == EditKind::reference);
+    this->place(place);
     entry_->SetFocus();
     if (selectAll) {
         entry_->SelectAll();
@@ -82,14 +83,16 @@ void CellEditor::close() {
 }
 
 void CellEditor::place(const wxRect& place) {
-    if (place == place_ && entry_->IsShown()) {
+    if (place == place_) {
         return;
     }
     place_ = place;
     const bool button = column_.kind == EditKind::reference;
     const int buttonWidth = button ? std::min(referenceWidth, place.width / 2) : 0;
     entry_->SetSize(place.x, place.y, place.width - buttonWidth, place.height);
-    reference_->SetSize(place.x + place.width - buttonWidth, place.y, buttonWidth, place.height);
+    if (button) {
+        reference_->SetSize(place.x + place.width - buttonWidth, place.y, buttonWidth, place.height);
+    }
 }
 
 wxString CellEditor::text() const { return entry_->GetValue(); }

@@ -37,7 +37,7 @@ long styleOf(std::int32_t buttons) {
     case 64:
         return style | wxICON_INFORMATION;
     default:
-        return style | wxICON_NONE;
+        return style; // wxICON_NONE is none that the generic box knows
     }
 }
 

@@ -36,6 +36,8 @@ public:
 [[nodiscard]] std::unique_ptr<Command> makeVerifyCommand();
 [[nodiscard]] std::unique_ptr<Command> makeExportCommand();
 [[nodiscard]] std::unique_ptr<Command> makeImportCommand();
+[[nodiscard]] std::unique_ptr<Command> makeEditCommand();
+[[nodiscard]] std::unique_ptr<Command> makeWidthsCommand();
 [[nodiscard]] std::unique_ptr<Command> makeOutsideCommand();
 [[nodiscard]] std::unique_ptr<Command> makeVoucherXmlCommand();
 [[nodiscard]] std::unique_ptr<Command> makeSampleXmlCommand();

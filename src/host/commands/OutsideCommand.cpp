@@ -1,4 +1,3 @@
-#include "adapters/terminal/printable.h"
 #include "host/cli/Command.h"
 #include "host/cli/ExitCode.h"
 #include "host/cli/Failure.h"
@@ -7,7 +6,7 @@
 #include "host/cli/jsonText.h"
 #include "host/cli/outputFile.h"
 #include "host/commands/arguments.h"
-#include "host/text/reasonText.h"
+#include "host/commands/savedVoucher.h"
 #include "host/work/Allotment.h"
 #include "host/work/RowsView.h"
 #include "host/work/Verdict.h"
@@ -127,21 +126,7 @@ private:
                                 : !cash     ? Outcome::noCash
                                 : rows == 0 ? Outcome::nothing
                                             : Outcome::stored;
-        if (output.json()) {
-            nlohmann::ordered_json json = {
-                {"table", table_}, {"key", key_}, {"outcome", outcomeWord(outcome)}, {"rows", rows}};
-            if (refusal) {
-                json["error"] = errorJson(*refusal);
-            }
-            output.line(jsonText(json));
-        } else if (refusal) {
-            throw Failure(exitCode::refused, HostText::voucherFailed,
-                          {std::to_string(refusal->number), reasonText(output.language(), refusal->description)});
-        } else {
-            output.line(terminal::printable(output.text(savedText(outcome), {key_, std::to_string(rows)})));
-        }
-        output.flush();
-        return refusal ? exitCode::refused : exitCode::done;
+        return tellSavedOutside(output, {table_, key_, outcome, rows, refusal});
     }
 
     std::string action_;

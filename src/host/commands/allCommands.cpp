@@ -14,6 +14,8 @@ std::vector<std::unique_ptr<Command>> allCommands() {
     commands.push_back(makeVerifyCommand());
     commands.push_back(makeExportCommand());
     commands.push_back(makeImportCommand());
+    commands.push_back(makeEditCommand());
+    commands.push_back(makeWidthsCommand());
     commands.push_back(makeOutsideCommand());
     commands.push_back(makeVoucherXmlCommand());
     commands.push_back(makeSampleXmlCommand());

@@ -3,10 +3,26 @@
 #include "host/cli/Output.h"
 #include "host/work/Allotment.h"
 
+#include <cstdint>
+#include <optional>
+#include <string>
+
 namespace z7::cashflow::host {
 
 /// Tells what became of one saved voucher and gives the command's exit code. Failure (refused) with the reason if it was
 /// refused and people read the output; machines read the reason in the result.
 [[nodiscard]] int tellSaved(Output& output, const VoucherResult& result);
+
+/// What became of a voucher of another subsystem.
+struct OutsideResult {
+    std::string table; ///< its table
+    std::string key;   ///< its outside key
+    Outcome outcome = Outcome::refused;
+    std::int32_t rows = 0; ///< the rows that were stored; 0 unless the outcome is stored
+    std::optional<Refusal> refusal;
+};
+
+/// As tellSaved.
+[[nodiscard]] int tellSavedOutside(Output& output, const OutsideResult& result);
 
 } // namespace z7::cashflow::host

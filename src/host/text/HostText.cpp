@@ -319,6 +319,41 @@ constexpr std::array<HostTextEntry, static_cast<std::size_t>(T::count)> texts{
                   "  z7cf statement company.db --year 2024\n"
                   "  z7cf statement company.db --year 2024 --period 1-3 --by month --csv -o quarter.csv\n"
                   "  z7cf statement company.db --year 2024 --html 2024.html"},
+    HostTextEntry{T::editNothingSaved, "没有保存任何内容。", "Nothing was saved."},
+    HostTextEntry{T::widthsForgotten, "已清除保存的列宽：{0} 条。", "Stored column widths removed: {0}."},
+    HostTextEntry{T::noWindowBuilt,
+                  "本程序编译时没有包含窗口，无法打开编辑窗口。请安装 libwxgtk3.2-dev 和 libgtk-3-dev 后重新编译。",
+                  "This z7cf was built without windows. Install libwxgtk3.2-dev and libgtk-3-dev and build it again."},
+    HostTextEntry{T::noScreen,
+                  "没有可用的图形界面，无法打开编辑窗口。请在桌面会话中运行，并检查 DISPLAY 或 WAYLAND_DISPLAY。",
+                  "There is no screen to show the dialog on. Run z7cf edit in a desktop session, where DISPLAY or "
+                  "WAYLAND_DISPLAY names the screen."},
+    HostTextEntry{T::helpEdit, "在窗口中编辑一张凭证的现金流量行，确定后保存",
+                  "Edit the rows of a voucher in a window and save them after OK"},
+    HostTextEntry{T::helpEditOutside, "编辑其他子系统的凭证：所在的表和它的外部凭证号",
+                  "Edit a voucher of another subsystem: its table and its outside key"},
+    HostTextEntry{T::helpEditYear, "外部凭证的会计年度；默认为其日期所在年度",
+                  "Accounting year of an outside voucher; by default the year of its date"},
+    HostTextEntry{T::helpReadOnly, "只能查看，不能修改", "Look at the rows without changing them"},
+    HostTextEntry{T::helpRegenerate, "忽略已存的行，重新从凭证取数",
+                  "Begin with rows generated from the voucher instead of the stored ones"},
+    HostTextEntry{T::helpWidths, "编辑窗口保存的列宽", "Column widths stored by the edit window"},
+    HostTextEntry{T::helpReset, "清除所有语言的列宽，恢复默认", "Remove the stored widths of all languages"},
+    HostTextEntry{T::examplesEdit,
+                  "例：\n"
+                  "  z7cf edit company.db 2024/1/1/7\n"
+                  "  z7cf edit company.db 2024/1/1/7 --read-only\n"
+                  "  z7cf edit company.db --outside sales_voucher AR-2024-0301",
+                  "Examples:\n"
+                  "  z7cf edit company.db 2024/1/1/7\n"
+                  "  z7cf edit company.db 2024/1/1/7 --read-only\n"
+                  "  z7cf edit company.db --outside sales_voucher AR-2024-0301"},
+    HostTextEntry{T::examplesWidths,
+                  "例：\n"
+                  "  z7cf widths company.db --reset",
+                  "Examples:\n"
+                  "  z7cf widths company.db --reset"},
+
     HostTextEntry{T::helpUsage, "用法：{0}", "Usage: {0}"},
     HostTextEntry{T::helpArguments, "参数：", "Arguments:"},
     HostTextEntry{T::helpOptions, "选项：", "Options:"},

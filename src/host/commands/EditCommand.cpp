@@ -1,0 +1,207 @@
+#include "host/cli/Command.h"
+#include "host/cli/ExitCode.h"
+#include "host/cli/Failure.h"
+#include "host/cli/Output.h"
+#include "host/cli/jsonText.h"
+#include "host/commands/arguments.h"
+#include "host/commands/savedVoucher.h"
+#include "host/desktop/Desktop.h"
+#include "z7cashflow/dialog/clsMain.h"
+#include "z7cashflow/model/modPublic.h"
+#include "z7cashflow/support/conversions.h"
+#include "z7cashflow/support/names.h"
+
+#include <CLI/CLI.hpp>
+#include <nlohmann/json.hpp>
+
+namespace z7::cashflow::host {
+
+namespace {
+
+std::string quoted(const std::string& text) {
+    std::string result = "N'";
+    for (const char c : text) {
+        result += c == '\'' ? std::string("''") : std::string(1, c);
+    }
+    return result + "'";
+}
+
+/// z7cf edit: plays the voucher screen. It shows the dialog on a voucher's rows, in no transaction, and saves them after OK.
+class EditCommand final : public Command {
+public:
+    CLI::App& declare(CLI::App& program, Language language) override {
+        CLI::App* command = program.add_subcommand("edit", hostText(language, HostText::helpEdit));
+        voucher_.declare(*command, language);
+        command->add_option("--outside", outside_, hostText(language, HostText::helpEditOutside))
+            ->expected(2)
+            ->type_name("TABLE OUTKEY");
+        command->add_option("--year", year_.text, hostText(language, HostText::helpEditYear))->type_name("INT");
+        command->add_flag("--read-only", readOnly_, hostText(language, HostText::helpReadOnly));
+        command->add_flag("--regenerate", regenerate_, hostText(language, HostText::helpRegenerate));
+        command->footer(hostText(language, HostText::examplesEdit));
+        return *command;
+    }
+
+    int run(const GlobalOptions& options, const Console& console) override {
+        Output output(console, options);
+        return outside_.empty() ? editVoucher(options, console, output) : editOutside(options, console, output);
+    }
+
+private:
+    int editVoucher(const GlobalOptions& options, const Console& console, Output& output) {
+        OpenVoucher voucher(voucher_, options, console);
+        Session& session = voucher.session();
+        const VoucherHead& head = voucher.head();
+        const VoucherKey& key = head.key;
+        clsMain screen;
+        prepare(screen, options, makerOf(session, key));
+        if (regenerate_) {
+            screen.CashFlowCol(session.provider().Gl().CreateCashFlowColFromDB(
+                session.guarded(), voucherTable, key.period, key.kind, key.number, head.date));
+        }
+        {
+            const Desktop desktop(options, console);
+            const bool checkEmpty = true;
+            screen.ShowCashFlow(voucherTable, key.period, key.kind, key.number, head.date, true, &checkEmpty,
+                                &key.year);
+        }
+        std::shared_ptr<CashFlowCollection> rows = screen.CashFlowCol();
+        if (!isToBeSaved(rows)) {
+            return nothingSaved(output);
+        }
+        modPublic::SetIYear(key.year);
+        VoucherResult result{key, Outcome::refused, 0, std::nullopt};
+        result.refusal = saveInTransaction(session.connection(), true, [&] {
+            session.provider().Gl().SaveCashFlowColEx(session.guarded(), voucherTable, key.period, key.kind, key.number,
+                                                      head.date, &rows);
+        });
+        if (!result.refusal) {
+            result.rows = rows->Count();
+            result.outcome = result.rows == 0 ? Outcome::nothing : Outcome::stored;
+        }
+        return tellSaved(output, result);
+    }
+
+    int editOutside(const GlobalOptions& options, const Console& console, Output& output) {
+        if (!voucher_.text.empty()) {
+            throw Failure(exitCode::usage, HostText::argumentTooMany, {voucher_.text});
+        }
+        const std::string& table = outside_[0];
+        const std::string& key = outside_[1];
+        const AccountPlace place = voucher_.database.take(options);
+        if (table.empty() || tableNameLength(table) != table.size()) {
+            throw Failure(exitCode::usage, HostText::badTable, {table});
+        }
+        Session session(place, yearOfOutside(place, options, console), options, console);
+        modPublic::SetIYear(session.year());
+        const Date date = dateOfOutside(session, table, key);
+        IOutVoucherProvider& provider = session.provider().Out();
+        // The dialog can show such a voucher only on rows that its host hands in, since the table's name is not in their document.
+        const std::string document = regenerate_ ? provider.CreateCashFlowColFromDB(session.guarded(), table, key)
+                                                 : provider.GetCashFlowColFromDB(session.guarded(), table, key);
+        const auto handedIn = session.provider().CreateCashFlowCollection();
+        if (!document.empty()) {
+            handedIn->Load(XmlSource(document));
+        }
+        handedIn->coutNo_id(key);
+        handedIn->VoucherTable(table);
+        handedIn->dbill_date(date);
+        clsMain screen;
+        prepare(screen, options, {});
+        screen.CashFlowCol(handedIn);
+        {
+            const Desktop desktop(options, console);
+            screen.ShowCashFlowOutVoucher(table, key, date);
+        }
+        if (!isToBeSaved(screen.CashFlowCol())) {
+            return nothingSaved(output);
+        }
+        return saveOutside(output, session, table, key, *screen.CashFlowCol());
+    }
+
+    void prepare(clsMain& screen, const GlobalOptions& options, const std::string& maker) const {
+        screen.Login(modPublic::GetLogin());
+        screen.ReadOnly(readOnly_);
+        screen.SetCurUserName(options.operatorName);
+        screen.SetVouchBillName(maker);
+        screen.SetVouchEdit(true); // who may change whose voucher is decided by the suite's voucher screens
+        screen.SetVouchLockSucc(true);
+        screen.SetVouchState(0);
+    }
+
+    /// Whether the user left with OK: Cancel, and the close box with it, marks the rows as unchanged.
+    [[nodiscard]] bool isToBeSaved(const std::shared_ptr<CashFlowCollection>& rows) const {
+        return !readOnly_ && rows && rows->Changed();
+    }
+
+    static int nothingSaved(Output& output) {
+        if (output.json()) {
+            output.line(jsonText({{"outcome", "not-saved"}}));
+        } else {
+            output.remark(output.text(HostText::editNothingSaved));
+        }
+        output.flush();
+        return exitCode::done;
+    }
+
+    static int saveOutside(Output& output, Session& session, const std::string& table, const std::string& key,
+                           CashFlowCollection& rows) {
+        std::string document = static_cast<IXmlSerializable&>(rows).Save();
+        bool checkSum = true;
+        const auto refusal = saveInTransaction(session.connection(), true, [&] {
+            session.provider().Out().SaveCashFlowCol(session.guarded(), table, key, &document, &checkSum);
+        });
+        const std::int32_t count = refusal ? 0 : rows.Count();
+        const Outcome outcome = refusal ? Outcome::refused : count == 0 ? Outcome::nothing : Outcome::stored;
+        return tellSavedOutside(output, {table, key, outcome, count, refusal});
+    }
+
+    /// The user who made the voucher; empty where the voucher does not say.
+    static std::string makerOf(Session& session, const VoucherKey& key) {
+        const auto lines = session.connection().Execute(
+            std::string("select top 1 cbill from ") + voucherTable + " where iyear=" + std::to_string(key.year) +
+            " and iperiod=" + std::to_string(key.period) + " and isignseq=" + std::to_string(key.kind) +
+            " and ino_id=" + std::to_string(key.number));
+        std::string maker = lines->EndOfFile() ? std::string() : toTextOrEmpty(lines->Fields().Item(0));
+        lines->Close();
+        return maker;
+    }
+
+    /// Date of an outside voucher's first line. Failure (refused) if there is no such voucher.
+    static Date dateOfOutside(Session& session, const std::string& table, const std::string& key) {
+        const auto lines =
+            session.connection().Execute("select top 1 dbill_date from " + table + " where coutno_id=" + quoted(key));
+        if (lines->EndOfFile()) {
+            throw Failure(exitCode::refused, HostText::noOutsideVoucher, {table, key});
+        }
+        const Variant date = lines->Fields().Item(0);
+        lines->Close();
+        return isNullOrEmpty(date) ? Date::none() : toDate(date);
+    }
+
+    /// The year that is named, else that of the voucher's date.
+    [[nodiscard]] std::int16_t yearOfOutside(const AccountPlace& place, const GlobalOptions& options,
+                                             const Console& console) const {
+        if (!year_.text.empty()) {
+            return year_.year();
+        }
+        Session session(place, 1, options, console);
+        const Date date = dateOfOutside(session, outside_[0], outside_[1]);
+        if (date == Date::none()) {
+            throw Failure(exitCode::usage, HostText::yearMissing, {outside_[0]});
+        }
+        return toInt16(Variant(dayText(date).substr(0, 4)));
+    }
+
+    VoucherArgument voucher_;
+    std::vector<std::string> outside_;
+    YearArgument year_; ///< its text stays empty where --year is not given
+    bool readOnly_ = false;
+    bool regenerate_ = false;
+};
+
+} // namespace
+
+std::unique_ptr<Command> makeEditCommand() { return std::make_unique<EditCommand>(); }
+
+} // namespace z7::cashflow::host

@@ -1,0 +1,57 @@
+#include "host/cli/Command.h"
+#include "host/cli/ExitCode.h"
+#include "host/cli/Failure.h"
+#include "host/cli/Output.h"
+#include "host/cli/jsonText.h"
+#include "host/commands/arguments.h"
+#include "z7cashflow/support/conversions.h"
+
+#include <CLI/CLI.hpp>
+#include <nlohmann/json.hpp>
+
+namespace z7::cashflow::host {
+
+namespace {
+
+/// z7cf widths: the column widths that the dialog has stored for all users of an account.
+class WidthsCommand final : public Command {
+public:
+    CLI::App& declare(CLI::App& program, Language language) override {
+        CLI::App* command = program.add_subcommand("widths", hostText(language, HostText::helpWidths));
+        database_.declare(*command, language);
+        command->add_flag("--reset", reset_, hostText(language, HostText::helpReset));
+        command->footer(hostText(language, HostText::examplesWidths));
+        return *command;
+    }
+
+    int run(const GlobalOptions& options, const Console& console) override {
+        if (!reset_) {
+            throw Failure(exitCode::usage, HostText::argumentMissing, {"--reset"});
+        }
+        const AccountPlace place = database_.take(options);
+        Output output(console, options);
+        Session session(place, 1, options, console); // widths belong to no year
+        const std::string stored = " from GL_myoutput where cauth=N'frmCashFlow' and csqrmode=10";
+        const auto counted = session.connection().Execute("select count(*)" + stored);
+        const std::int32_t count = toInt32(counted->Fields().Item(0));
+        counted->Close();
+        session.connection().Execute("delete" + stored);
+        if (output.json()) {
+            output.line(jsonText({{"widths", count}}));
+        } else {
+            output.line(output.text(HostText::widthsForgotten, {std::to_string(count)}));
+        }
+        output.flush();
+        return exitCode::done;
+    }
+
+private:
+    DatabaseArgument database_;
+    bool reset_ = false;
+};
+
+} // namespace
+
+std::unique_ptr<Command> makeWidthsCommand() { return std::make_unique<WidthsCommand>(); }
+
+} // namespace z7::cashflow::host
