@@ -68,7 +68,7 @@ create index gl_accvouch_coutno_id_iyear on gl_accvouch (coutno_id, iyear);
 -- Cash-flow rows: this much of a line belongs to a cash-flow item. A line may be split over several rows, so there is no key.
 create table gl_cashtable (
     RowGuid         nvarchar(40)  null      collate z7_text check (length(RowGuid) <= 40),
-    iYear           smallint      not null  default (z7_year()) check (typeof(iYear) = 'integer' and iYear between -32768 and 32767),
+    iYear           smallint      not null  default (z7_required_year()) check (typeof(iYear) = 'integer' and iYear between -32768 and 32767),
     iPeriod         tinyint       not null  check (typeof(iPeriod) = 'integer' and iPeriod between 0 and 255),
     iSignSeq        smallint      not null  check (typeof(iSignSeq) = 'integer' and iSignSeq between -32768 and 32767),
     csign           nvarchar(28)  not null  collate z7_text check (length(csign) <= 28),
@@ -130,7 +130,7 @@ create table fitemss98 (
 
 -- Templates: the cash-flow item that the lines of an account on one side (bdir 1 debit, 0 credit) normally belong to.
 create table GL_CashItemDataSource (
-    iyear           smallint      not null  default (z7_year()) check (typeof(iyear) = 'integer' and iyear between -32768 and 32767),
+    iyear           smallint      not null  default (z7_required_year()) check (typeof(iyear) = 'integer' and iyear between -32768 and 32767),
     bDataStyle      tinyint       not null  default 0 check (typeof(bDataStyle) = 'integer' and bDataStyle between 0 and 255),
     cDataSource     nvarchar(40)  not null  collate z7_text check (length(cDataSource) <= 40),
     bdir            bit           not null  check (typeof(bdir) = 'integer' and bdir between 0 and 1),

@@ -67,7 +67,7 @@ const std::string& RecordWriter::insertText(const std::vector<shared::Change>& c
         columns += (columns.empty() ? "" : ", ") + tsql::quotedName(columnName(change.column));
         places += places.empty() ? "?" : ", ?";
     }
-    const std::string sql = "INSERT INTO " + tsql::qualifiedName(target_);
+    const std::string sql = "INSERT INTO " + tsql::qualifiedName(tsql::insertionTarget(target_));
     insertText_ = changes.empty() ? sql + " DEFAULT VALUES" : sql + " (" + columns + ") VALUES (" + places + ")";
     insertColumns_ = std::move(numbers);
     return insertText_;

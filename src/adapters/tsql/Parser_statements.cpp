@@ -66,7 +66,7 @@ void Parser::parseInsert() {
     beginStep(Step::Kind::change);
     expectWord("insert");
     takeWord("into");
-    const TableName table = takeTable();
+    const TableName table = insertionTarget(takeTable());
     step().target = table;
     write("INSERT INTO " + qualifiedName(table));
     std::vector<std::string> columns;

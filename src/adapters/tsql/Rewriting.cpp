@@ -1,9 +1,11 @@
 #include "adapters/tsql/Rewriting.h"
 
 #include "adapters/tsql/Parser.h"
+#include "z7cashflow/support/conversions.h"
 
 #include <algorithm>
 #include <cstddef>
+#include <utility>
 
 namespace z7::cashflow::tsql {
 
@@ -34,6 +36,19 @@ std::string quotedName(std::string_view name) {
 
 std::string qualifiedName(const TableName& table) {
     return std::string(placeName(table.place)) + '.' + quotedName(table.name);
+}
+
+TableName insertionTarget(const TableName& table) {
+    if (table.place == TableName::Place::account) {
+        const std::string lower = asciiLower(table.name);
+        for (const auto& [view, base] : {std::pair<std::string_view, const char*>{"gl_v_cashtable", "gl_cashtable"},
+                                         {"gl_v_cashitemdatasource", "GL_CashItemDataSource"}}) {
+            if (lower == view) {
+                return {table.place, base};
+            }
+        }
+    }
+    return table;
 }
 
 const ResultItem* itemOf(const std::vector<ResultItem>& items, std::size_t column, std::size_t columns) {

@@ -42,6 +42,24 @@ TEST_P(ViewCases, ShowsTheYearOfItsSession) {
     EXPECT_EQ(none->Execute(lines)->Fields().Item(0), Variant(std::int32_t{0}));
 }
 
+TEST_P(ViewCases, InsertTakesADefaultOnlyForAColumnThatIsLeftOut) {
+    const std::string begin = "insert into gl_v_cashtable (iPeriod,iSignSeq,csign,iNo_id,inid,cCashItem,ccode";
+    const std::string values = ") values(1,2,N'',5,1,N'A',N'1001'";
+    for (const char* column : {"md", "mc", "md_f", "mc_f", "nd_s", "nc_s", "iYear"}) {
+        const Error error = errorOf([&] { run(begin + "," + column + values + ",null)"); });
+        EXPECT_EQ(error.sqlState(), "23000") << column << ": " << error.description();
+    }
+    EXPECT_EQ(count("select * from gl_cashtable"), 0);
+    run(begin + values + ")");
+    EXPECT_EQ(count("select * from gl_cashtable where md=0 and mc=0 and md_f=0 and iYear=2013"), 1);
+    EXPECT_EQ(errorOf([&] {
+                  run("insert into GL_V_CashItemDataSource (cDataSource,bdir,bDataStyle) values(N'1001',1,null)");
+              }).sqlState(),
+              "23000");
+    run("insert into GL_V_CashItemDataSource (cDataSource,bdir) values(N'1001',1)");
+    EXPECT_EQ(count("select * from GL_CashItemDataSource where bDataStyle=0 and iyear=2013"), 1);
+}
+
 TEST_P(ViewCases, DeletesInItsYearOnly) {
     addRow(2013, 5, 1, "A");
     addRow(2013, 6, 1, "A");

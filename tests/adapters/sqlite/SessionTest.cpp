@@ -106,6 +106,30 @@ TEST_F(SessionTest, WhatTheRewritingGivesRunsOnABareSession) {
     EXPECT_EQ(connection->Execute("select * from gl_cashtable where md=12.5")->RecordCount(), 2);
 }
 
+TEST_F(SessionTest, ARecordOfAViewWithAnExplicitNullIsRefused) {
+    const auto connection = database_.open();
+    const auto add = [&](bool null) {
+        const auto rows = connection->CreateRecordset();
+        rows->Open("select * from gl_v_cashtable", connection.get(), CursorType::Keyset, LockType::Optimistic);
+        rows->AddNew();
+        for (const auto& [name, value] : std::vector<std::pair<const char*, Variant>>{{"iPeriod", Variant(1)},
+                                                                                      {"iSignSeq", Variant(2)},
+                                                                                      {"csign", Variant("")},
+                                                                                      {"iNo_id", Variant(5)},
+                                                                                      {"cCashItem", Variant("A")},
+                                                                                      {"ccode", Variant("1001")}}) {
+            rows->Fields().Item(name, value);
+        }
+        if (null) {
+            rows->Fields().Item("md", Variant());
+        }
+        rows->Update();
+    };
+    EXPECT_EQ(conformance::errorOf([&] { add(true); }).sqlState(), "23000");
+    add(false);
+    EXPECT_EQ(connection->Execute("select * from gl_cashtable where md=0 and iYear=2013")->RecordCount(), 1);
+}
+
 TEST_F(SessionTest, ATransactionLeavesTempdbToOthers) {
     const auto connection = database_.open();
     connection->Execute("select inid,ccode into tempdb..X from gl_accvouch where 1=0");
