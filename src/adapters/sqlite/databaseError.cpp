@@ -63,7 +63,13 @@ std::string details(sqlite3* handle, int code) {
         return damagedFiles(handle);
     }
     const int cause = kind == SQLITE_IOERR || kind == SQLITE_CANTOPEN ? sqlite3_system_errno(handle) : 0;
-    return cause == 0 ? std::string() : ": " + std::generic_category().message(cause);
+    if (cause != 0) {
+        return ": " + std::generic_category().message(cause);
+    }
+    return code == SQLITE_IOERR_WRITE
+               ? ": the system refuses to write; look at the disk and at the limit on the size of files "
+                 "(ulimit -f)"
+               : std::string();
 }
 
 } // namespace

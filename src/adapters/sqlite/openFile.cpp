@@ -26,7 +26,7 @@ void requireFile(const fs::path& file, const std::string& remedy) {
         raiseDatabaseError(SQLITE_CANTOPEN, utf8Of(file) + " is a folder, not an account's file.");
     }
     if (!fs::exists(status)) {
-        raiseDatabaseError(SQLITE_CANTOPEN, "There is no file " + utf8Of(file) + ". " + remedy);
+        raiseDatabaseError(SQLITE_CANTOPEN, "There is no file " + utf8Of(file) + "." + remedy);
     }
 }
 
@@ -146,7 +146,7 @@ void checkMarks(sqlite3* handle, const std::string& name, const fs::path& file, 
 }
 
 void requireSystemFile(const DatabaseFiles& files) {
-    requireFile(files.system, "It holds the account's periods and belongs beside " + utf8Of(files.account) +
+    requireFile(files.system, " It holds the account's periods and belongs beside " + utf8Of(files.account) +
                                   ": put it back from the same backup.");
 }
 
@@ -207,7 +207,7 @@ std::shared_ptr<const TempDatabase> attachCompanions(sqlite3* handle, const fs::
 }
 
 OpenAccount openAccount(const ConnectionOptions& options) {
-    requireFile(options.database, "Create the account first.");
+    requireFile(options.database, " Create the account first.");
     OpenAccount account;
     account.file = accountFile(options.database);
     Probe main = probe(account.file);

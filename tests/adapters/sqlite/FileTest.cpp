@@ -1,4 +1,5 @@
 #include "adapters/sqlite/EmbeddedDatabase.h"
+#include "adapters/sqlite/FaultyDisk.h"
 
 #include <gtest/gtest.h>
 #include <sqlite3.h>
@@ -253,6 +254,22 @@ TEST(DatabaseFile, DamageThatShowsLaterNamesTheFileToo) {
     EXPECT_NE(error.description().find(database.file().filename().string() + " is damaged"), std::string::npos)
         << error.description();
     EXPECT_EQ(error.description().find("zqsystem"), std::string::npos) << error.description();
+}
+
+TEST(DatabaseFile, AWriteThatTheSystemRefusesNamesWhatToLookAt) {
+    FaultyDisk disk;
+    const EmbeddedDatabase database;
+    const auto connection = database.open();
+    connection->BeginTrans();
+    connection->Execute("insert into fitemss98 (citemcode) values(N'1')");
+    disk.failFrom(1, FaultyDisk::Fault::growsNoMore);
+    const Error error = errorOf([&] { connection->CommitTrans(); });
+    EXPECT_EQ(error.number(), SQLITE_IOERR_WRITE);
+    EXPECT_NE(error.description().find("ulimit"), std::string::npos) << error.description();
+    disk.failFrom(1000000, FaultyDisk::Fault::full);
+    connection->RollbackTrans();
+    EXPECT_EQ(connection->Execute("select * from fitemss98")->RecordCount(), 0);
+    connection->Close();
 }
 
 class ReplacedAccount : public testing::TestWithParam<bool> {
