@@ -41,6 +41,6 @@ programs=()
 while IFS= read -r program; do
     programs+=(-object "$program")
 done < <(find $build/bin $build/tests $build/fuzz -type f \( -perm -u+x -o -name '*.so' \) ! -name '*.cmake' | sort)
-llvm-cov-$version export -format=lcov -instr-profile $build/coverage.profdata "${programs[@]}" \
-    -ignore-filename-regex='/(tests|fuzz|bench|build)/' >$build/coverage.lcov 2>$build/coverage.log
+llvm-cov-$version export -format=lcov -instr-profile $build/coverage.profdata \
+    "${programs[@]}" >$build/coverage.lcov 2>$build/coverage.log
 python3 scripts/lib/coverage.py $build/coverage.lcov "${options[@]+"${options[@]}"}"

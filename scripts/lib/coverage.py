@@ -2,6 +2,7 @@
 
 import collections
 import json
+import os
 import pathlib
 import re
 import sys
@@ -38,7 +39,7 @@ def read(path):
     for line in pathlib.Path(path).read_text(encoding="utf-8").splitlines():
         key, _, value = line.partition(":")
         if key == "SF":
-            file = pathlib.Path(value)
+            file = pathlib.Path(os.path.normpath(value))  # a compiler cache makes paths relative to the build folder
             source = file.relative_to(ROOT).as_posix() if file.is_relative_to(ROOT / "src") else None
             if source:
                 figures[source] = Figures()
