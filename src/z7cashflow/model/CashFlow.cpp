@@ -111,10 +111,12 @@ std::string yearText(const Variant& value) {
     return year.empty() || year == "0" ? toText(modPublic::GetIYear()) : year;
 }
 
+bool isNamed(const std::string& name, std::string_view lowerName) {
+    return name.size() == lowerName.size() && asciiLower(name) == lowerName;
+}
+
 // A number of which nothing is known becomes Null, a text may be empty.
-void addValue(statements::RowValues& values, const CashFlowStructItem& field, const std::string& lowerName,
-              const Variant& value) {
-    const bool isYear = lowerName == "iyear";
+void addValue(statements::RowValues& values, const CashFlowStructItem& field, bool isYear, const Variant& value) {
     if (isNoDate(value) || (value.isNull() && field.DataCanNull && !isYear)) {
         values.addNull();
     } else if (isYear || field.DataType == "num") {
@@ -135,15 +137,18 @@ void CashFlow::appendInsertSql(std::string& out, const std::string& tableName, c
     const statements::LiteralPolicy policy = modPublic::context().literalPolicy;
     statements::ColumnList columns(policy, statements::insertRow.name());
     statements::RowValues values(policy, statements::insertRow.name());
-    for (const std::string& name : structure.Fields()) {
-        const auto field = structure.Item(name);
-        const std::string lowerName = asciiLower(name);
+    const auto& names = structure.Fields();
+    for (std::size_t at = 0; at < names.size(); ++at) {
+        const std::string& name = names[at];
+        const CashFlowStructItem& field = *structure.items()[at];
         // The item on the voucher's line is read by generation and stays the voucher's.
-        if (!field->isSave || lowerName == "ccashitem_id") {
+        if (!field.isSave || isNamed(name, "ccashitem_id")) {
             continue;
         }
+        // A row has its fields in the schema's order, unless it came from a document of another one.
+        const bool inPlace = at < values_.size() && shape_->names()[at] == name;
         columns.add(name);
-        addValue(values, *field, lowerName, Item(name));
+        addValue(values, field, isNamed(name, "iyear"), inPlace ? values_[at] : Item(name));
     }
     if (columns.empty()) {
         statements::insertNoField.appendTo(out, policy, tableName);

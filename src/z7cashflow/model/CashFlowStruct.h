@@ -20,6 +20,10 @@ public:
     [[nodiscard]] std::shared_ptr<const CashFlowStructItem> Item(const std::string& vntIndexKey) const;
     /// All field names in the order in which they were added.
     [[nodiscard]] const std::vector<std::string>& Fields() const noexcept;
+    /// The fields in the order of their names.
+    [[nodiscard]] const std::vector<std::shared_ptr<const CashFlowStructItem>>& items() const noexcept {
+        return items_.values();
+    }
     /// The number of fields, a 32-bit integer.
     [[nodiscard]] Variant Count() const;
 

@@ -29,6 +29,8 @@ public:
     }
 
     [[nodiscard]] const std::vector<std::string>& names() const noexcept { return names_; }
+    /// The values in the order of the names. Valid until the next add.
+    [[nodiscard]] const std::vector<T>& values() const noexcept { return values_; }
     [[nodiscard]] std::size_t size() const noexcept { return names_.size(); }
 
 private:

@@ -2,6 +2,7 @@
 
 #include <utf8proc.h>
 
+#include <algorithm>
 #include <string_view>
 
 namespace z7::cashflow {
@@ -41,6 +42,13 @@ bool isNamePart(utf8proc_int32_t code) {
            (code > 0 && code < 0x80 && signs.find(static_cast<char>(code)) != std::string_view::npos);
 }
 
+// Whether a text is a name of ASCII letters and "_", as nearly all are.
+bool isPlainName(std::string_view text) {
+    return !text.empty() && std::all_of(text.begin(), text.end(), [](char c) {
+        return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_';
+    });
+}
+
 std::size_t regularLength(std::string_view text) {
     std::size_t at = text.starts_with("##") ? 2 : text.starts_with('#') ? 1 : 0;
     std::size_t count = at;
@@ -77,6 +85,9 @@ std::size_t bracketedLength(std::string_view text) {
 } // namespace
 
 std::size_t nameLength(std::string_view text) {
+    if (text.size() <= mostCharacters && isPlainName(text)) {
+        return text.size();
+    }
     return text.starts_with('[') ? bracketedLength(text) : regularLength(text);
 }
 
