@@ -56,7 +56,7 @@ void run(std::string_view criteria) {
     try {
         conditions = shared::parseFilter(criteria, rows.columns());
     } catch (const Error& error) {
-        require(error.number() == errors::badFilter || error.number() == errors::unknownField,
+        require(error.number() == errors::invalidArgument || error.number() == errors::unknownField,
                 "a filter is refused with error 3001, or with 3265 for a column that is not there");
         return;
     }

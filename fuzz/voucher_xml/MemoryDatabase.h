@@ -59,7 +59,7 @@ private:
         }
         void update(const shared::RowSet& /*rows*/, std::size_t /*row*/,
                     const std::vector<shared::Change>& /*changes*/) override {
-            raisePlatformError(errors::notUpdatable);
+            raisePlatformError(Reason::recordsetReadOnly);
         }
 
     private:

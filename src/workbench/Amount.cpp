@@ -20,7 +20,7 @@ Amount Amount::of(const Variant& value) {
     }
     const double number = toDouble(value);
     if (!(std::fabs(number) * unit <= static_cast<double>(largest))) {
-        raisePlatformError(errors::overflow, numberText(number));
+        raisePlatformError(Reason::numberOutOfRange, {numberText(number)});
     }
     return Amount(std::llround(number * unit));
 }
@@ -28,11 +28,11 @@ Amount Amount::of(const Variant& value) {
 Amount Amount::read(const std::string& text) {
     const auto number = readNumber(text);
     if (!number) {
-        raisePlatformError(errors::typeMismatch, shortened(text));
+        raisePlatformError(Reason::notANumber, {shortened(text)});
     }
     const Amount amount = of(*number);
     if (amount.value() != *number) {
-        raisePlatformError(errors::typeMismatch, shortened(text));
+        raisePlatformError(Reason::amountTooFine, {shortened(text)});
     }
     return amount;
 }
@@ -66,7 +66,7 @@ Amount& Amount::operator-=(Amount other) { return *this += -other; }
 
 void Amount::requireInRange() const {
     if (tenThousandths_ > largest || tenThousandths_ < -largest) {
-        raisePlatformError(errors::overflow, plainText());
+        raisePlatformError(Reason::numberOutOfRange, {plainText()});
     }
 }
 

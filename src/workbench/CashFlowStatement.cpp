@@ -73,8 +73,8 @@ public:
         result_.firstPeriod = request.firstPeriod;
         result_.lastPeriod = request.lastPeriod != 0 ? request.lastPeriod : lastPeriodOf(connection, request.year);
         if (result_.firstPeriod > result_.lastPeriod) {
-            raisePlatformError(errors::badArgument,
-                               std::to_string(result_.firstPeriod) + "-" + std::to_string(result_.lastPeriod));
+            raisePlatformError(Reason::periodsReversed,
+                               {std::to_string(result_.firstPeriod), std::to_string(result_.lastPeriod)});
         }
         result_.columns = columnsOf(result_.firstPeriod, result_.lastPeriod, request.span);
         result_.cashColumns.resize(result_.columns.size());
@@ -159,7 +159,7 @@ private:
         for (const auto& [code, amount] : request_.openings) {
             const auto account = accounts.find(code);
             if (account == accounts.end()) {
-                raisePlatformError(errors::badArgument, code);
+                raisePlatformError(Reason::notCashAccount, {code});
             }
             account->second.opening += amount;
         }

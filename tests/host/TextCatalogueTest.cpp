@@ -99,6 +99,14 @@ TEST(TextCatalogue, TheTwoFiguresOfADifferenceReadWell) {
     EXPECT_EQ(sentence(chinese, "00006", "00005"), "现金流量行净额：贷方 50.00");
 }
 
+TEST(TextCatalogue, FillsPlacesAndANullWithNothing) {
+    CatalogueFormattedText formatted(Language::english);
+    EXPECT_EQ(formatted.Text("Z7.GL.USZZPUB.00571", {Variant("")}), "The column widths have changed. Save them?");
+    EXPECT_EQ(formatted.Text("Z7.GL.USZZPUB.00571", {Variant()}), "The column widths have changed. Save them?");
+    EXPECT_EQ(formatted.Text("Z7.GL.USZZPUB.00571", {Variant(std::int32_t{7})}),
+              "The column widths have changed. Save them7?");
+}
+
 TEST(TextCatalogue, TheQuestionBehindATemplateReadsWell) {
     CatalogueText english(Language::english);
     EXPECT_EQ(english.Text("Z7.CW.GL.CashFlow.00065") + english.Text("Z7.CW.GL.CashFlow.00038"),
@@ -122,17 +130,6 @@ TEST(TextCatalogue, CaptionsThatGoIntoXmlNeedNoEscape) {
             EXPECT_EQ(text.english.find_first_of("&<>'\""), std::string_view::npos) << text.key;
         }
     }
-}
-
-TEST(TextCatalogue, FillsPlaces) {
-    EXPECT_EQ(fillPlaces("a {0} b {1} c {0}", {Variant("x"), Variant(std::int32_t{7})}), "a x b 7 c x");
-    EXPECT_EQ(fillPlaces("{0}{1}", {Variant("{1}"), Variant("z")}), "{1}z")
-        << "what was filled in is not looked at again";
-    EXPECT_EQ(fillPlaces("{2} {x} {} { {-1} {0", {Variant("x")}), "{2} {x} {} { {-1} {0");
-    EXPECT_EQ(fillPlaces("a{0}b", {Variant()}), "ab");
-    EXPECT_EQ(fillPlaces("", {}), "");
-    CatalogueFormattedText formatted(Language::english);
-    EXPECT_EQ(formatted.Text("Z7.GL.USZZPUB.00571", {Variant("")}), "The column widths have changed. Save them?");
 }
 
 TEST(HostTexts, StandInBothLanguagesWithTheSamePlaces) {

@@ -259,5 +259,17 @@ TEST_F(XmlForm, OfALongCollectionWithABrokenRowLeavesTheRows) {
     EXPECT_EQ(collection->Count(), 16000);
 }
 
+TEST_F(XmlForm, CarriesMoreThanSixtyFourMebibytes) {
+    const std::string digest(9000000, 'x');
+    for (int i = 0; i < 8; ++i) {
+        addRow()->SetValue("cDefine1", digest);
+    }
+    const std::string text = collection->Save();
+    EXPECT_GT(text.size(), std::size_t{64} << 20U);
+    collection->Load(text);
+    ASSERT_EQ(collection->Count(), 8);
+    EXPECT_EQ(collection->Item(8)->Item("cDefine1"), Variant(digest));
+}
+
 } // namespace
 } // namespace z7::cashflow::test

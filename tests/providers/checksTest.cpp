@@ -76,11 +76,11 @@ TEST_F(Checks, OnlyTheFirstFailureIsTold) {
 
 TEST_F(Checks, ANullLineNumberIsNoFilter) {
     addRow(rows, Null{}, "6001", 0.0, 100.0);
-    EXPECT_ERROR(checkRows(rows), errors::badFilter);
+    EXPECT_ERROR(checkRows(rows), errors::invalidArgument);
     EXPECT_EQ(info, "before");
     addRow(rows, "2 or 1=1", "6001", 0.0, 100.0);
     rows->Remove(1);
-    EXPECT_ERROR(checkRows(rows), errors::badFilter);
+    EXPECT_ERROR(checkRows(rows), errors::invalidArgument);
     errorCameOut();
 }
 

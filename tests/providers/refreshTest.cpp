@@ -129,7 +129,7 @@ TEST_F(Refresh, RefusesARowThatBelongsToNoLine) {
     Collection argument = rows;
     const Error error =
         errorOf([&] { (void)world.gl.SaveCashFlowCol(world.connection, "gl_accvouch", 1, 2, 5, &argument); });
-    EXPECT_EQ(error.number(), errors::badFilter);
+    EXPECT_EQ(error.number(), errors::invalidArgument);
     EXPECT_EQ(error.source(), "CashFlow");
     EXPECT_EQ(world.database.countOf("delete"), 0U);
     errorCameOut();

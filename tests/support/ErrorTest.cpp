@@ -26,21 +26,34 @@ TEST(ErrorOf, AnotherSourceKeepsEverythingElse) {
     EXPECT_EQ(error.sqlState(), "23000");
 }
 
-TEST(ErrorOf, ThePlatformHasATextForItsNumberAndNamesTheDetail) {
-    for (const int number :
-         {errors::badArgument, errors::overflow, errors::badIndex, errors::typeMismatch, errors::objectNotSet,
-          errors::invalidNull, errors::keyExists, errors::badFilter, errors::noCurrentRecord, errors::notUpdatable,
-          errors::unknownField, errors::objectClosed, errors::objectOpen, errors::noConnection}) {
-        try {
-            raisePlatformError(number, "the detail");
-            FAIL() << number;
-        } catch (const Error& error) {
-            EXPECT_EQ(error.number(), number);
-            EXPECT_TRUE(error.description().ends_with(": the detail")) << error.description();
-            EXPECT_FALSE(error.description().starts_with("Application-defined")) << number;
-            EXPECT_EQ(error.sqlState(), "");
-        }
+TEST(ErrorOf, AReasonHasItsNumberAndItsEnglishText) {
+    try {
+        raisePlatformError(Reason::notANumber, {"twelve"});
+        FAIL() << "no error was raised";
+    } catch (const Error& error) {
+        EXPECT_EQ(error.number(), errors::typeMismatch);
+        EXPECT_EQ(error.source(), "Z7CashFlow");
+        EXPECT_EQ(error.description(), "\"twelve\" is not a number");
+        EXPECT_EQ(error.why().reason, Reason::notANumber);
+        EXPECT_EQ(error.why().arguments, std::vector<std::string>{"twelve"});
+        EXPECT_FALSE(error.hasOwnText());
+        EXPECT_EQ(error.sqlState(), "");
     }
+}
+
+TEST(ErrorOf, ADictatedTextKeepsItAndSaysWhyBeside) {
+    const Error error(1000, "CashFlow", "No such field.", {Reason::rowFieldUnknown, {"iyear"}});
+    EXPECT_EQ(error.description(), "No such field.");
+    EXPECT_TRUE(error.hasOwnText());
+    EXPECT_EQ(englishText(error.why()), "The row has no field named \"iyear\"");
+    EXPECT_EQ(error.withSource("other").why().reason, Reason::rowFieldUnknown);
+}
+
+TEST(ErrorOf, AReasonWithoutANumberTakesThatOfItsCause) {
+    const Error error(14, "SQLite", {Reason::rowsMissing}, "08001");
+    EXPECT_EQ(error.number(), 14);
+    EXPECT_EQ(error.sqlState(), "08001");
+    EXPECT_FALSE(error.hasOwnText());
 }
 
 TEST(IgnoringErrors, DropsErrorsAndNothingElse) {

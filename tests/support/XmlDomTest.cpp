@@ -84,7 +84,7 @@ TEST(XmlDom, LeavesRemarksOutsideTheDocumentElementAside) {
 
 TEST(XmlDom, TakesPrefixesOffBaseNames) {
     const XmlNode root = rootOf("<p:r p:x='1' x='2' xmlns:p='urn:p' xmlns='urn:q' p:xmlns='3'/>");
-    EXPECT_EQ(attributesOf(root), "p=urn:p;xmlns=urn:q;x=1;x=2;xmlns=3;");
+    EXPECT_EQ(attributesOf(root), "x=1;x=2;p=urn:p;xmlns=urn:q;xmlns=3;");
     EXPECT_EQ(root.attribute("p:x"), "1");
     EXPECT_EQ(root.attribute("x"), "2");
     EXPECT_EQ(root.attribute("xmlns:p"), "urn:p");
@@ -131,6 +131,55 @@ TEST(XmlDom, TakesTheTextAsUtf8WhateverItDeclares) {
     EXPECT_EQ(rootOf("<?xml version='1.0' encoding='gb2312' ?><r a='现金'/>").attribute("a"), "现金");
     EXPECT_EQ(rootOf("<?xml version='1.0' encoding='utf-16'?><r a='é'/>").attribute("a"), "é");
     EXPECT_EQ(rootOf("<?xml version='1.0' encoding='no-such'?><r a='é'/>").attribute("a"), "é");
+}
+
+TEST(XmlDom, KeepsTheOrderOfAttributesAmongDeclarationsOfNamespaces) {
+    const XmlNode root = rootOf(
+        "<r><e a = '1=2 b=\"3\"' xmlns:p\n=\n\"u\" p:c='>' xmlns='v' d=''/><f x='0' xmlns:p='u' y='1'>t</f></r>");
+    EXPECT_EQ(childrenOf(root), "[a=1=2 b=\"3\";p=u;c=>;xmlns=v;d=;][x=0;p=u;y=1;]");
+}
+
+TEST(XmlDom, KeepsTheOrderFarIntoALongDocument) {
+    std::string text = "<r>";
+    for (int i = 0; i < 20000; ++i) {
+        text += "<e n='借\xE5\x80\x9F'/>";
+    }
+    const XmlNode root = rootOf(text + "<e z='1' xmlns:p='u' a='2'/></r>");
+    EXPECT_EQ(attributesOf(root.childNodes().back()), "z=1;p=u;a=2;");
+}
+
+TEST(XmlDom, TakesAnyNumberOfElementsThatAWriterOfRowsCanMake) {
+    std::string text = "<r>";
+    constexpr std::size_t manyRows = 1100000;
+    for (std::size_t i = 0; i < manyRows; ++i) {
+        text += "<row a='' b='' />\r\n";
+    }
+    EXPECT_EQ(rootOf(text + "</r>").childNodes().size(), manyRows);
+}
+
+TEST(XmlDom, LeavesAByteOrderMarkAside) {
+    EXPECT_EQ(rootOf("\xEF\xBB\xBF<?xml version='1.0'?><r z='1' xmlns:p='u' a='2'/>").attribute("z"), "1");
+    EXPECT_EQ(attributesOf(rootOf("\xEF\xBB\xBF<r z='1' xmlns:p='u' a='2'/>")), "z=1;p=u;a=2;");
+    EXPECT_FALSE(XmlDocument::load("\xEF\xBB\xBF"));
+}
+
+TEST(XmlDom, SaysOnWhichLineADocumentIsWrongAndWhy) {
+    const auto why = [](std::string_view text) {
+        Explanation found;
+        EXPECT_FALSE(XmlDocument::load(text, &found)) << text;
+        return englishText(found);
+    };
+    EXPECT_EQ(why(""), "The document is empty");
+    EXPECT_EQ(why("text"), "Line 1: the text is not XML");
+    EXPECT_EQ(why("<r>\n<a>\n</b></r>"), "Line 3: an end tag does not match its start tag");
+    EXPECT_EQ(why("<r>\n<a>"), "Line 2: the document ends before all its elements are closed");
+    EXPECT_EQ(why("<r/>\n\nmore"), "Line 3: there is more text after the end of the document");
+    EXPECT_EQ(why("<r a='1'\na='2'/>"), "Line 2: an element has the same attribute twice");
+    EXPECT_EQ(why("<r a=1/>"), "Line 1: an attribute has no value in quotes");
+    EXPECT_EQ(why("<r>\n&nbsp;</r>"), "Line 2: a \"&\" does not begin a known entity; write &amp;");
+    EXPECT_EQ(why("<r>\n<p:a/></r>"), "Line 2: a prefix is not declared");
+    EXPECT_EQ(why("<r a='\xff\xfe'/>"), "Line 1: a character is not allowed, or the text is not UTF-8");
+    EXPECT_EQ(why(std::string_view("<r/>\0", 5)), "The document holds a zero byte");
 }
 
 TEST(XmlDom, RefusesWhatIsNotWellFormed) {

@@ -61,7 +61,7 @@ private:
 GuardedConnection::GuardedConnection(std::shared_ptr<Connection> inner)
     : inner_(std::move(inner)), guard_(std::make_shared<StatementGuard>()) {
     if (!inner_) {
-        raisePlatformError(errors::objectNotSet, "there is no connection to guard");
+        raisePlatformError(Reason::connectionMissing);
     }
 }
 

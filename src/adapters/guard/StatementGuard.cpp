@@ -95,11 +95,7 @@ tsql::Shape shapeToJudge(std::string_view statement) {
     try {
         return tsql::shapeOf(statement);
     } catch (const Error& error) {
-        throw Error(statementRefused, "Z7CashFlow",
-                    "A value would change the statement that it goes into, so the statement was not run. " +
-                        error.description() +
-                        " Look for a quote or other signs in the codes, keys and table names at "
-                        "hand.");
+        throw Error("Z7CashFlow", {Reason::statementRefused, {error.description()}});
     }
 }
 
@@ -153,13 +149,8 @@ void StatementGuard::check(std::string_view statement) {
     }
     constexpr std::size_t shownCharacters = 60;
     const std::size_t place = placeInStatement(statement, shape, agreed);
-    const std::string_view before = statement.substr(0, place);
-    const std::string_view lead = before.substr(before.size() - std::min<std::size_t>(before.size(), 40));
-    throw Error(statementRefused, "Z7CashFlow",
-                "A value would change the statement that it goes into, so the statement was not run. It departs at \"" +
-                    std::string(leftCharacters(statement.substr(place), shownCharacters)) + "\" behind \"" +
-                    std::string(lead) +
-                    "\". Look for a quote or other signs in the codes, keys and table names at hand.");
+    throw Error("Z7CashFlow",
+                {Reason::statementRefused, {std::string(leftCharacters(statement.substr(place), shownCharacters))}});
 }
 
 } // namespace z7::cashflow::guard

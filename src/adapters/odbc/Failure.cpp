@@ -90,7 +90,7 @@ Error errorOf(const std::vector<DiagnosticRecord>& records, const std::vector<st
 } // namespace
 
 Failure::Failure(short handleType, Handle handle, const std::vector<std::string>& secrets)
-    : error_(errors::unspecified, errorSource, {}) {
+    : error_(errors::unspecified, errorSource, std::string()) {
     const std::vector<DiagnosticRecord> records = recordsOf(handleType, handle);
     error_ = errorOf(records, secrets);
     connectionLost_ = std::any_of(records.begin(), records.end(), tellsLostConnection);

@@ -21,7 +21,6 @@ inline constexpr int transactionLost = 3930; ///< the server has ended the trans
 inline constexpr int driverNotFound = 3706;  ///< the connection string names no driver of this machine
 inline constexpr int loginFailed = 18456;
 inline constexpr int unspecified = -2147467259; ///< the driver gave no number of its own
-inline constexpr int recordChanged = 3197;      ///< the stored record is gone or no longer holds what was read
 inline constexpr int transactionExists = 3988;  ///< a transaction is open already
 } // namespace errors
 

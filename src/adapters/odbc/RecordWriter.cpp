@@ -64,9 +64,7 @@ void RecordWriter::update(const shared::RowSet& rows, std::size_t row, const std
     std::int64_t changed = 0;
     session_->guarded([&] { changed = dialect.change(*session_, command.text, command.values); });
     if (changed < 1) {
-        throw Error(errors::recordChanged, errorSource,
-                    "The record of " + target_.name +
-                        " has been changed or removed by somebody else since it was read.");
+        throw Error(errorSource, {Reason::recordChanged, {target_.name}});
     }
 }
 
@@ -97,11 +95,7 @@ const std::vector<int>& RecordWriter::keyColumns() {
         session_->guarded([&] { names = session_->dialect().key(*session_, target_, columns_); });
         std::vector<int> key = positionsOf(names);
         if (key.empty() || key.size() != names.size()) {
-            throw Error(
-                cashflow::errors::notUpdatable, errorSource,
-                "A record of " + target_.name +
-                    " cannot be changed: the table has no primary key by which to find it, or the statement does "
-                    "not select it.");
+            throw Error(errorSource, {Reason::recordWithoutKey, {target_.name}});
         }
         key_ = std::move(key);
     }

@@ -5,6 +5,7 @@
 #include "adapters/odbc/RecordWriter.h"
 #include "adapters/odbc/utf8.h"
 #include "adapters/tsql/tokens.h"
+#include "z7cashflow/support/conversions.h"
 
 #include <sql.h>
 #include <sqlext.h>
@@ -18,13 +19,12 @@ namespace z7::cashflow::odbc {
 namespace {
 
 /// Refuses a text that a driver would cut off or garble on its way.
-void requireWholeText(std::string_view text, const char* what) {
+void requireWholeText(std::string_view text) {
     if (text.find('\0') != std::string_view::npos) {
-        raisePlatformError(cashflow::errors::badArgument, std::string(what) + " holds a zero byte");
+        raisePlatformError(Reason::zeroByte, {shortened(text.substr(0, text.find('\0')))});
     }
     if (const std::size_t bad = findBadUtf8(text); bad != std::string_view::npos) {
-        raisePlatformError(cashflow::errors::badArgument,
-                           std::string(what) + " is no UTF-8 at byte " + std::to_string(bad + 1));
+        raisePlatformError(Reason::invalidUtf8, {std::to_string(bad + 1), shortened(text.substr(0, bad))});
     }
 }
 
@@ -94,19 +94,19 @@ DriverConnection& Session::line() {
         if (lost_) {
             throw Error(errors::serverNotReached, errorSource, "The line to the server was cut.", "08003");
         }
-        raisePlatformError(cashflow::errors::objectClosed);
+        raisePlatformError(Reason::objectClosed);
     }
     return *line_;
 }
 
 shared::Result Session::run(const std::string& text, bool updatable) {
     if (line_ == nullptr && !lost_) {
-        raisePlatformError(cashflow::errors::objectClosed);
+        raisePlatformError(Reason::objectClosed);
     }
     if (observers_->statement) {
         observers_->statement(number_, text);
     }
-    requireWholeText(text, "the statement");
+    requireWholeText(text);
     altered_ = altered_ || mayAlterSession(text);
     needsOrigins_ = updatable || dialect_->needsOrigins();
     Fetched fetched;
@@ -149,7 +149,7 @@ Fetched Session::execute(const std::string& text, const std::vector<Variant>& va
                          std::shared_ptr<const ResultShape>* known) {
     for (const Variant& value : values) {
         if (const auto* given = value.get<std::string>()) {
-            requireWholeText(*given, "a value");
+            requireWholeText(*given);
         }
     }
     Handle const statement = line().freshStatement();

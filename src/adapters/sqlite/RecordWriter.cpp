@@ -30,10 +30,7 @@ void RecordWriter::update(const shared::RowSet& rows, std::size_t row, const std
     }
     const std::vector<int> key = keyColumns();
     if (key.empty()) {
-        throw Error(errors::notUpdatable, errorSource,
-                    "A record of " + target_.name +
-                        " cannot be changed: the table has no primary key by which to find "
-                        "it, or the statement does not select it.");
+        throw Error(errorSource, {Reason::recordWithoutKey, {target_.name}});
     }
     std::string_view before = " WHERE ";
     for (const int column : key) {
@@ -46,9 +43,7 @@ void RecordWriter::update(const shared::RowSet& rows, std::size_t row, const std
         values.push_back(rows.value(row, change.column));
     }
     if (session_->runOwn(sql, values) == 0) {
-        throw Error(recordChanged, errorSource,
-                    "The record of " + target_.name +
-                        " has been changed or removed by somebody else since it was read.");
+        throw Error(errorSource, {Reason::recordChanged, {target_.name}});
     }
 }
 
@@ -76,7 +71,7 @@ const std::string& RecordWriter::insertText(const std::vector<shared::Change>& c
 std::string RecordWriter::columnName(int column) const {
     const ColumnOrigin& origin = origins_[static_cast<std::size_t>(column)];
     if (origin.column.empty()) {
-        raisePlatformError(errors::notUpdatable, "an expression of the view " + target_.name);
+        raisePlatformError(Reason::columnOfExpression, {target_.name});
     }
     return origin.column;
 }

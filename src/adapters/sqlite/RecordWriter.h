@@ -11,9 +11,6 @@
 
 namespace z7::cashflow::sqlite {
 
-/// The number of the error for a record that is no longer what was read.
-inline constexpr int recordChanged = 3197;
-
 /// Writes records of a query over one table or view. New records go through the name that the query used, so that a view
 /// fills in what it fills in. A record is found again by the table's primary key, and only if the columns that change still hold
 /// what was read.

@@ -52,7 +52,7 @@ void Session::close() noexcept {
 
 sqlite3* Session::handle() const {
     if (handle_ == nullptr) {
-        raisePlatformError(errors::objectClosed);
+        raisePlatformError(Reason::objectClosed);
     }
     return handle_.get();
 }

@@ -180,7 +180,7 @@ void plus(sqlite3_context* context, int, sqlite3_value** arguments) {
         } else if (a == SQLITE_INTEGER && b == SQLITE_INTEGER) {
             std::int64_t sum = 0;
             if (__builtin_add_overflow(sqlite3_value_int64(arguments[0]), sqlite3_value_int64(arguments[1]), &sum)) {
-                raisePlatformError(errors::overflow);
+                raisePlatformError(Reason::sumOutOfRange);
             }
             sqlite3_result_int64(context, sum);
         } else {

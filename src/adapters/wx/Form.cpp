@@ -26,7 +26,7 @@ double pointsOf(const ControlDesign& design) { return design.fontPoints > 0 ? de
 template <class Controls> auto& named(const Controls& controls, const std::string& name) {
     const auto found = controls.find(name);
     if (found == controls.end()) {
-        raisePlatformError(errors::badIndex, name);
+        raisePlatformError(Reason::controlUnknown, {name});
     }
     return *found->second;
 }

@@ -12,7 +12,7 @@ std::size_t index(std::int32_t number) { return static_cast<std::size_t>(number)
 
 void requireCount(std::int32_t value) {
     if (value < 0) {
-        raisePlatformError(errors::badIndex, std::to_string(value));
+        raisePlatformError(Reason::indexOutOfRange, {std::to_string(value)});
     }
 }
 
@@ -69,7 +69,7 @@ void GridModel::addRow(const std::string& firstText, const std::array<std::int32
     const std::int32_t before = rows();
     const std::int32_t at = index.value_or(before);
     if (at < fixedRows_ || at > before) {
-        raisePlatformError(errors::badIndex, std::to_string(at));
+        raisePlatformError(Reason::indexOutOfRange, {std::to_string(at)});
     }
     Row row{std::vector<Cell>(columns_.size()), true};
     if (!row.cells.empty()) {
@@ -148,7 +148,7 @@ GridModel::Cell& GridModel::cell(const CellPlace& place) {
 
 void GridModel::requireRow(std::int32_t row) const {
     if (row < 0 || row >= rows()) {
-        raisePlatformError(errors::badIndex, std::to_string(row));
+        raisePlatformError(Reason::indexOutOfRange, {std::to_string(row)});
     }
 }
 

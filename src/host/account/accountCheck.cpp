@@ -189,7 +189,7 @@ std::vector<AccountFinding> checkAccount(const AccountPlace& place, const Global
     try {
         connection->Open(place.connectionString(std::nullopt));
     } catch (const Error& error) {
-        const std::string reason = reasonText(options.language, error.description());
+        const std::string reason = reasonText(options.language, error);
         throw file ? Failure(exitCode::database, HostText::notADatabase, {file->string(), reason})
                    : Failure(exitCode::database, HostText::notConnected, {reason});
     }

@@ -39,7 +39,7 @@ template <class Step> auto onDisk(const fs::path& account, Language language, St
         return step();
     } catch (const Error& error) {
         throw Failure(exitCode::database, HostText::moveFailed,
-                      {account.string(), reasonText(language, error.description())});
+                      {account.string(), reasonText(language, error)});
     }
 }
 

@@ -120,7 +120,7 @@ std::shared_ptr<Connection> openAccount(Server& server, Language language) {
     try {
         return server.openAccount();
     } catch (const Error& error) {
-        throw Failure(exitCode::database, HostText::notConnected, {reasonText(language, error.description())});
+        throw Failure(exitCode::database, HostText::notConnected, {reasonText(language, error)});
     }
 }
 
@@ -145,7 +145,7 @@ ServerAccount makeServerAccount(const std::string& connectionString,
         return account;
     } catch (const Error& error) {
         throw Failure(exitCode::database, HostText::databaseFailed,
-                      {std::to_string(error.number()), reasonText(language, error.description())});
+                      {std::to_string(error.number()), reasonText(language, error)});
     }
 }
 

@@ -155,7 +155,7 @@ int guarded(const Console& console, const Language& language, const std::functio
         const bool database = isDatabaseFailure(error);
         say(console, language,
             hostText(language, database ? HostText::databaseFailed : HostText::voucherFailed,
-                     {std::to_string(error.number()), reasonText(language, error.description())}));
+                     {std::to_string(error.number()), reasonText(language, error)}));
         return database ? exitCode::database : exitCode::refused;
     } catch (const std::bad_alloc&) {
         say(console, language, hostText(language, HostText::outOfMemory));

@@ -1,6 +1,6 @@
 #include "host/text/HostText.h"
 
-#include "host/text/TextCatalogue.h"
+#include "z7cashflow/support/textPlaces.h"
 
 #include <array>
 
@@ -54,11 +54,7 @@ constexpr std::array<HostTextEntry, static_cast<std::size_t>(T::count)> texts{
     HostTextEntry{T::noRows, "没有现金流量行。", "There are no rows."},
     HostTextEntry{T::noVouchers, "所选年度或期间没有凭证。", "There are no vouchers."},
     HostTextEntry{T::reasonAtLine, "{0}（第 {1} 条分录）", "{0} (line {1})"},
-    HostTextEntry{
-        T::statementRefused,
-        "数据中的某个值会改变数据库语句，语句没有执行（“{0}”）。请检查编码、凭证键和表名中是否有引号等符号。",
-        "A value would change the statement that it goes into, so the statement was not run (\"{0}\"). Look for "
-        "a quote or other signs in the codes, keys and table names at hand."},
+    HostTextEntry{T::reasonInDetail, "{0}（{1}）", "{0} ({1})"},
     HostTextEntry{T::stateUnknown, "凭证 {0}：错误 {1}：{2}", "Voucher {0}: error {1}: {2}"},
     HostTextEntry{T::refusalsFollow, "被拒绝的凭证：", "Refused vouchers:"},
     HostTextEntry{T::moreRefusals, "……另有 {0} 张被拒绝的凭证，用 --all 全部列出。",
@@ -525,8 +521,7 @@ std::span<const HostTextEntry> hostTexts() noexcept { return texts; }
 
 std::string hostText(Language language, HostText text, const std::vector<std::string>& arguments) {
     const HostTextEntry& entry = texts.at(static_cast<std::size_t>(text));
-    return fillPlaces(language == Language::chinese ? entry.chinese : entry.english,
-                      std::vector<Variant>(arguments.begin(), arguments.end()));
+    return fillPlaces(language == Language::chinese ? entry.chinese : entry.english, arguments);
 }
 
 } // namespace z7::cashflow::host

@@ -50,7 +50,7 @@ enum class HostText {
     noRows,
     noVouchers,
     reasonAtLine,
-    statementRefused,
+    reasonInDetail,
     stateUnknown,
     refusalsFollow,
     moreRefusals,

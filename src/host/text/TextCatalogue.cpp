@@ -2,10 +2,11 @@
 
 #include "z7cashflow/support/Error.h"
 #include "z7cashflow/support/conversions.h"
+#include "z7cashflow/support/textPlaces.h"
 
 #include <algorithm>
 #include <array>
-#include <charconv>
+#include <iterator>
 
 namespace z7::cashflow::host {
 
@@ -91,45 +92,19 @@ constexpr std::array catalogue{
 
 std::span<const ResourceText> resourceTexts() noexcept { return catalogue; }
 
-std::string fillPlaces(std::string_view text, const std::vector<Variant>& arguments) {
-    std::string filled;
-    std::size_t from = 0;
-    while (from < text.size()) {
-        const std::size_t open = text.find('{', from);
-        const std::size_t close = open == std::string_view::npos ? open : text.find('}', open);
-        if (close == std::string_view::npos) {
-            break;
-        }
-        const std::string_view place = text.substr(open + 1, close - open - 1);
-        std::size_t index = 0;
-        const auto [end, failure] = std::from_chars(place.data(), place.data() + place.size(), index);
-        const bool isPlace = !place.empty() && failure == std::errc{} && end == place.data() + place.size();
-        if (!isPlace || index >= arguments.size()) {
-            filled += text.substr(from, open + 1 - from);
-            from = open + 1;
-            continue;
-        }
-        filled += text.substr(from, open - from);
-        filled += toTextOrEmpty(arguments[index]);
-        from = close + 1;
-    }
-    filled += text.substr(from);
-    return filled;
-}
-
 std::string CatalogueText::Text(const std::string& key) {
     const auto* const found =
         std::find_if(catalogue.begin(), catalogue.end(), [&key](const ResourceText& text) { return text.key == key; });
     if (found == catalogue.end()) {
-        throw Error(errors::badArgument, "z7cf",
-                    language_ == Language::chinese ? "文本目录中没有键 " + key
-                                                   : "The text catalogue has no key " + key);
+        throw Error("z7cf", {Reason::textKeyUnknown, {key}});
     }
     return std::string(language_ == Language::chinese ? found->chinese : found->english);
 }
 
 std::string CatalogueFormattedText::Text(const std::string& key, const std::vector<Variant>& arguments) {
-    return fillPlaces(text_.Text(key), arguments);
+    std::vector<std::string> texts;
+    std::transform(arguments.begin(), arguments.end(), std::back_inserter(texts), toTextOrEmpty);
+    return fillPlaces(text_.Text(key), texts);
 }
 
 } // namespace z7::cashflow::host

@@ -20,9 +20,6 @@ struct ResourceText {
 /// Every resource key that the library knows, with its texts.
 [[nodiscard]] std::span<const ResourceText> resourceTexts() noexcept;
 
-/// Fills the places {0}, {1} ... of a text. A place without an argument stays as it is; null fills it with nothing.
-[[nodiscard]] std::string fillPlaces(std::string_view text, const std::vector<Variant>& arguments);
-
 /// The library's texts in one language. An unknown key is an Error that names it.
 class CatalogueText final : public TextLookup {
 public:

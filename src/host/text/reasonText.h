@@ -1,14 +1,18 @@
 #pragma once
 
 #include "host/text/Language.h"
+#include "z7cashflow/support/Error.h"
 
 #include <string>
 
 namespace z7::cashflow::host {
 
-/// A reason of the library on one line for people: where it names a line of the voucher, the line is told in words and the
-/// column of the dialog is left out. What conversions and lists raise is told in words for an accountant, with the detail behind it,
-/// and so is the guard's text in Chinese. Every other text stays as it is, such as that of a database or an adapter.
-[[nodiscard]] std::string reasonText(Language language, const std::string& reason);
+/// What the library's check says of rows, on one line for people: the entry line that it names is told in words, and the column of
+/// the dialog is left out.
+[[nodiscard]] std::string reasonText(Language language, const std::string& checkText);
+
+/// An error on one line for people: its reason in the user's language, or its own description with the reason after it. A
+/// description without a reason, such as a database's, stays as it is.
+[[nodiscard]] std::string reasonText(Language language, const Error& error);
 
 } // namespace z7::cashflow::host

@@ -17,7 +17,7 @@ namespace {
 std::string requiredAttribute(const XmlNode& node, const char* name) {
     auto text = node.attribute(name);
     if (!text) {
-        raisePlatformError(errors::objectNotSet, std::string("a voucher line without the attribute ") + name);
+        raisePlatformError(Reason::attributeMissing, {name});
     }
     return *std::move(text);
 }
@@ -49,9 +49,11 @@ void fillLine(FieldList& fields, const XmlNode& line, std::string& coutNo_id) {
 std::string DataProvider::VoucherXmlToDB(Connection& objCon, const std::string& strVoucherXml, std::uint8_t& iPeriod,
                                          std::int16_t& iSignSeq, std::int32_t& iNo_id, Date& dbill_date,
                                          std::string& coutNo_id, bool blnReCreate) {
-    const auto document = XmlDocument::load(strVoucherXml);
+    Explanation why;
+    const auto document = XmlDocument::load(strVoucherXml, &why);
     if (!document) {
-        modPublic::RaiseCashFlowError(errors::badVoucherXml, modPublic::GetText("Z7.CW.GL.CashFlow.00063"));
+        modPublic::RaiseCashFlowError(errors::badVoucherXml, modPublic::GetText("Z7.CW.GL.CashFlow.00063"),
+                                      std::move(why));
     }
     const XmlNode root = document->documentElement();
     // A key that is missing or unreadable leaves what the caller gave: the voucher has no number yet.

@@ -11,6 +11,15 @@
 
 namespace z7::cashflow {
 
+namespace {
+
+[[noreturn]] void raiseUnknownField(const std::string& name) {
+    modPublic::RaiseCashFlowError(errors::unknownRowField, modPublic::GetText("Z7.CW.GL.CashFlow.00018"),
+                                  {Reason::rowFieldUnknown, {shortened(name)}});
+}
+
+} // namespace
+
 std::shared_ptr<CashFlowCollection> CashFlow::objParent() const noexcept { return objParent_.lock(); }
 
 void CashFlow::objParent(const std::shared_ptr<CashFlowCollection>& value) noexcept { objParent_ = value; }
@@ -28,7 +37,7 @@ const Variant* CashFlow::find(const std::string& Field) const noexcept {
 const Variant& CashFlow::Item(const std::string& Field) const {
     const Variant* value = find(Field);
     if (value == nullptr) {
-        modPublic::RaiseCashFlowError(errors::unknownRowField, modPublic::GetText("Z7.CW.GL.CashFlow.00018"));
+        raiseUnknownField(Field);
     }
     return *value;
 }
@@ -36,7 +45,7 @@ const Variant& CashFlow::Item(const std::string& Field) const {
 void CashFlow::SetValue(const std::string& Field, const Variant& vdata) {
     const auto position = shape_->position(Field);
     if (!position) {
-        modPublic::RaiseCashFlowError(errors::unknownRowField, modPublic::GetText("Z7.CW.GL.CashFlow.00018"));
+        raiseUnknownField(Field);
     }
     markParent();
     values_[*position] = vdata;
@@ -188,7 +197,7 @@ std::string CashFlow::Save() const {
 void CashFlow::Load(const XmlSource& xml) {
     const auto* element = std::get_if<XmlNode>(&xml);
     if (element == nullptr) {
-        raisePlatformError(errors::typeMismatch, "a row is read from its element");
+        raisePlatformError(Reason::rowNotElement);
     }
     loadElement(*element, FieldShape::empty());
 }
@@ -212,7 +221,7 @@ void CashFlow::loadElement(const XmlNode& element, const std::shared_ptr<const F
             depart();
         }
         if (own && !own->add(std::string(baseName))) {
-            raisePlatformError(errors::keyExists, std::string(baseName));
+            raisePlatformError(Reason::fieldExists, {std::string(baseName)});
         }
         values_.push_back(text.empty() ? Variant() : Variant(text));
     });

@@ -21,7 +21,7 @@ namespace {
 
 std::int16_t narrowed(std::int32_t value) {
     if (value < std::numeric_limits<std::int16_t>::min() || value > std::numeric_limits<std::int16_t>::max()) {
-        raisePlatformError(errors::overflow, std::to_string(value));
+        raisePlatformError(Reason::numberOutOfRange, {std::to_string(value)});
     }
     return static_cast<std::int16_t>(value);
 }
@@ -37,34 +37,6 @@ Variant moved(const Variant& inid, int by) {
     return fits ? Variant(static_cast<std::int16_t>(number)) : Variant(static_cast<std::int32_t>(number));
 }
 
-constexpr std::string_view rowsBegin = "<rows>\r\n";
-constexpr std::string_view rowEnd = "/>\r\n"; // nowhere inside a row, whose values have no bare ">"
-constexpr std::string_view documentEnd = "</rows></root>";
-
-// The documents to read in place of a long text that a collection has saved, each of some of its rows, in order, so that what
-// bounds a document does not bound a collection. None for any other text, which is read as it is.
-std::vector<std::string> partsOfDocument(std::string_view text, std::string_view schemaText) {
-    constexpr std::size_t mostBytes = std::size_t{16} << 20U;
-    constexpr std::size_t mostBytesOfRoot = 100;
-    const std::size_t schema = text.substr(0, mostBytesOfRoot + schemaText.size()).find(schemaText);
-    const std::size_t rows = schema == std::string_view::npos ? schema : schema + schemaText.size();
-    if (text.size() <= mostBytes || rows == std::string_view::npos || !text.starts_with("<root ") ||
-        !text.substr(rows).starts_with(rowsBegin) || !text.ends_with(documentEnd)) {
-        return {};
-    }
-    const std::string head = "<root><rows>";
-    std::vector<std::string> parts{std::string(text.substr(0, rows + rowsBegin.size())) + std::string(documentEnd)};
-    std::string_view rest = text.substr(rows + rowsBegin.size());
-    rest.remove_suffix(documentEnd.size());
-    while (!rest.empty()) {
-        const std::size_t last = rest.size() <= mostBytes ? std::string_view::npos : rest.rfind(rowEnd, mostBytes);
-        const std::size_t size = last == std::string_view::npos ? rest.size() : last + rowEnd.size();
-        parts.push_back(head + std::string(rest.substr(0, size)) + std::string(documentEnd));
-        rest.remove_prefix(size);
-    }
-    return parts;
-}
-
 } // namespace
 
 std::shared_ptr<CashFlowCollection> CashFlowCollection::Create() {
@@ -77,9 +49,11 @@ CashFlowCollection::CashFlowCollection(Private)
 }
 
 void CashFlowCollection::parseSchema() {
-    const auto document = XmlDocument::load("<?xml version='1.0' encoding='gb2312' ?>" + schemaText_);
+    Explanation why;
+    const auto document = XmlDocument::load("<?xml version='1.0' encoding='gb2312' ?>" + schemaText_, &why);
     if (!document) {
-        modPublic::RaiseCashFlowError(errors::badSchemaDocument, modPublic::GetText("Z7.CW.GL.CashFlow.00016"));
+        modPublic::RaiseCashFlowError(errors::badSchemaDocument, modPublic::GetText("Z7.CW.GL.CashFlow.00016"),
+                                      std::move(why));
     }
     auto shape = std::make_shared<FieldShape>();
     for (const XmlNode& node : document->documentElement().childNodes()) {
@@ -224,30 +198,22 @@ std::string CashFlowCollection::Save() const {
 void CashFlowCollection::Load(const XmlSource& xml) {
     const auto* text = std::get_if<std::string>(&xml);
     if (text == nullptr) {
-        raisePlatformError(errors::typeMismatch, "a collection is read from the text of a document");
+        raisePlatformError(Reason::collectionNotText);
     }
-    std::vector<XmlDocument> documents;
-    const auto read = [&](const std::string& part) {
-        auto document = XmlDocument::load(part);
-        if (!document) {
-            modPublic::RaiseCashFlowError(errors::badCollectionXml, modPublic::GetText("Z7.CW.GL.CashFlow.00017"));
-        }
-        documents.push_back(std::move(*document));
-    };
-    const std::vector<std::string> parts = partsOfDocument(*text, schemaText_);
-    if (parts.empty()) {
-        read(*text);
+    Explanation why;
+    const auto document = XmlDocument::load(*text, &why);
+    if (!document) {
+        modPublic::RaiseCashFlowError(errors::badCollectionXml, modPublic::GetText("Z7.CW.GL.CashFlow.00017"),
+                                      std::move(why));
     }
-    std::for_each(parts.begin(), parts.end(), read);
+    const auto elements = document->documentElement().selectNodes("rows/row");
     rows_.clear();
     auto shape = schemaShape_;
-    for (const XmlDocument& document : documents) {
-        for (const XmlNode& element : document.documentElement().selectNodes("rows/row")) {
-            const auto row = CreateCFObject();
-            row->loadElement(element, shape);
-            shape = row->shape_;
-            Add(row);
-        }
+    for (const XmlNode& element : elements) {
+        const auto row = CreateCFObject();
+        row->loadElement(element, shape);
+        shape = row->shape_;
+        Add(row);
     }
 }
 

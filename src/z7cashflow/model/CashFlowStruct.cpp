@@ -7,7 +7,7 @@ namespace z7::cashflow {
 
 void CashFlowStruct::Add(std::shared_ptr<const CashFlowStructItem> Item) {
     if (!Item) {
-        raisePlatformError(errors::objectNotSet);
+        raisePlatformError(Reason::schemaFieldMissing);
     }
     const std::string name = Item->FieldName;
     items_.add(name, std::move(Item));

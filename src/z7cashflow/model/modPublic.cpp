@@ -33,7 +33,7 @@ std::string lookUp(const std::string& key, const std::vector<Variant>& arguments
         return state.textLookup->Text(key);
     }
     if (!state.formattedTextLookup) {
-        raisePlatformError(errors::objectNotSet, "the login gave no formatted texts");
+        raisePlatformError(Reason::formattedTextsMissing);
     }
     return state.formattedTextLookup->Text(key, arguments);
 }
@@ -81,7 +81,7 @@ std::shared_ptr<Z7Login> GetLogin() { return context().login; }
 Z7Login& requiredLogin() {
     Z7Login* login = context().login.get();
     if (login == nullptr) {
-        raisePlatformError(errors::objectNotSet, "no login has been set");
+        raisePlatformError(Reason::loginMissing);
     }
     return *login;
 }
@@ -165,6 +165,8 @@ void debugText(const std::string& text) {
     }
 }
 
-void RaiseCashFlowError(int number, const std::string& description) { throw Error(number, "CashFlow", description); }
+void RaiseCashFlowError(int number, const std::string& description, Explanation why) {
+    throw Error(number, "CashFlow", description, std::move(why));
+}
 
 } // namespace z7::cashflow::modPublic

@@ -5,6 +5,7 @@
 #include "z7cashflow/ports/MessageBox.h"
 #include "z7cashflow/ports/Z7Login.h"
 #include "z7cashflow/statements/LiteralPolicy.h"
+#include "z7cashflow/support/Reason.h"
 #include "z7cashflow/support/Variant.h"
 #include "z7cashflow/support/guid.h"
 
@@ -94,7 +95,7 @@ void appendXmlEscaped(std::string& out, const Variant& value);
 /// Hands a text to the debug sink. It has no other effect; an Error of the sink is ignored.
 void debugText(const std::string& text);
 
-/// Error with the source "CashFlow".
-[[noreturn]] void RaiseCashFlowError(int number, const std::string& description);
+/// Raises an error with the source "CashFlow", and with why it was raised where the description says too little.
+[[noreturn]] void RaiseCashFlowError(int number, const std::string& description, Explanation why = {});
 
 } // namespace z7::cashflow::modPublic

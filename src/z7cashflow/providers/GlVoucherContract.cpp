@@ -18,7 +18,7 @@ namespace {
 
 CashFlowCollection& required(const std::shared_ptr<CashFlowCollection>& collection) {
     if (!collection) {
-        raisePlatformError(errors::objectNotSet, "there are no rows to check");
+        raisePlatformError(Reason::rowsMissing);
     }
     return *collection;
 }

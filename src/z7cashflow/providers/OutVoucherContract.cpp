@@ -17,7 +17,7 @@ namespace {
 
 CashFlowCollection& requiredRows(const std::shared_ptr<CashFlowCollection>& collection) {
     if (!collection) {
-        raisePlatformError(errors::objectNotSet, "the voucher has no lines to check");
+        raisePlatformError(Reason::linesMissing);
     }
     return *collection;
 }

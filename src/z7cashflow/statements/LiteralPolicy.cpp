@@ -13,11 +13,8 @@ namespace {
 
 constexpr std::string_view digits = "0123456789";
 
-[[noreturn]] void refuse(std::string_view value, const char* fault, const Place& place) {
-    throw Error(errors::statementRefused, "Z7CashFlow",
-                "A value would change the statement that it goes into, so the statement was not run: " +
-                    std::string(place.name) + " is \"" + shortened(value) + "\", which " + fault + " (statement " +
-                    std::string(place.statement) + "). Correct the value where it was entered.");
+[[noreturn]] void refuse(std::string_view value, Reason reason, const Place& place) {
+    raisePlatformError(reason, {std::string(place.name), shortened(value), std::string(place.statement)});
 }
 
 std::size_t skipDigits(std::string_view text, std::size_t at) {
@@ -59,25 +56,25 @@ bool isOneNumber(std::string_view text) {
 
 void requireText(std::string_view text, const Place& place) {
     if (text.find('\'') != std::string_view::npos) {
-        refuse(text, "contains a quote", place);
+        refuse(text, Reason::valueWithQuote, place);
     }
 }
 
 void requireNumber(std::string_view text, const Place& place) {
     if (!isOneNumber(text)) {
-        refuse(text, "is not one number", place);
+        refuse(text, Reason::valueNotOneNumber, place);
     }
 }
 
 void requireTableName(std::string_view text, const Place& place) {
     if (text.empty() || tableNameLength(text) != text.size()) {
-        refuse(text, "is not the name of a table", place);
+        refuse(text, Reason::valueNotTableName, place);
     }
 }
 
 void requireColumnName(std::string_view text, const Place& place) {
     if (text.empty() || nameLength(text) != text.size()) {
-        refuse(text, "is not the name of a column", place);
+        refuse(text, Reason::valueNotColumnName, place);
     }
 }
 

@@ -70,7 +70,7 @@ Date Date::fromCivil(int year, int month, int day, int hour, int minute, int sec
     if (!inRange || !year_month_day(std::chrono::year(year), std::chrono::month(static_cast<unsigned>(month)),
                                     std::chrono::day(static_cast<unsigned>(day)))
                          .ok()) {
-        raisePlatformError(errors::typeMismatch, "there is no such date");
+        raisePlatformError(Reason::noSuchDate);
     }
     const auto days = static_cast<double>(dayOf(year, static_cast<unsigned>(month), static_cast<unsigned>(day)));
     const double time = (hour * 3600 + minute * 60 + second) / static_cast<double>(secondsPerDay);
@@ -85,7 +85,7 @@ bool isValidDate(Date date) noexcept {
 
 CivilTime toCivil(Date date) {
     if (!isValidDate(date)) {
-        raisePlatformError(errors::overflow, "a date outside the years 100 to 9999");
+        raisePlatformError(Reason::dateOutOfRange);
     }
     const auto [day, second] = split(date);
     const std::chrono::year_month_day ymd{std::chrono::sys_days(std::chrono::days(day - epochDay))};

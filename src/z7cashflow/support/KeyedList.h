@@ -94,7 +94,7 @@ private:
 
     [[nodiscard]] std::size_t position(std::int64_t index) const {
         if (index < 1 || static_cast<std::uint64_t>(index) > entries_.size()) {
-            raisePlatformError(errors::badIndex, std::to_string(index));
+            raisePlatformError(Reason::indexOutOfRange, {std::to_string(index)});
         }
         return static_cast<std::size_t>(index - 1);
     }
@@ -102,7 +102,7 @@ private:
     [[nodiscard]] std::size_t position(std::string_view key) const {
         const auto found = labels_.find(foldCase(key));
         if (found == labels_.end()) {
-            raisePlatformError(errors::badArgument, std::string(key));
+            raisePlatformError(Reason::keyUnknown, {shortened(key)});
         }
         const auto at = std::lower_bound(entries_.begin(), entries_.end(), found->second,
                                          [](const Entry& entry, std::uint64_t label) { return entry.label < label; });
@@ -112,7 +112,7 @@ private:
     void insertAt(std::size_t position, std::string_view key, T value) {
         const auto [node, isNew] = labels_.try_emplace(foldCase(key), 0);
         if (!isNew) {
-            raisePlatformError(errors::keyExists, std::string(key));
+            raisePlatformError(Reason::keyExists, {shortened(key)});
         }
         try {
             entries_.insert(entries_.begin() + static_cast<std::ptrdiff_t>(position),

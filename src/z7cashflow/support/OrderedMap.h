@@ -16,7 +16,7 @@ public:
     /// Adds a value under a new name. Error 457 if the name is there already; the map then stays as it was.
     void add(const std::string& name, T value) {
         if (!positions_.try_emplace(name, names_.size()).second) {
-            raisePlatformError(errors::keyExists, name);
+            raisePlatformError(Reason::fieldExists, {name});
         }
         names_.push_back(name);
         values_.push_back(std::move(value));

@@ -97,8 +97,9 @@ std::vector<XmlNode> XmlNode::selectNodes(std::string_view path) const {
 
 XmlDocument::XmlDocument(std::shared_ptr<const XmlTree> tree) noexcept : tree_(std::move(tree)) {}
 
-std::optional<XmlDocument> XmlDocument::load(std::string_view text) {
-    auto tree = XmlTree::read(text);
+std::optional<XmlDocument> XmlDocument::load(std::string_view text, Explanation* why) {
+    Explanation found;
+    auto tree = XmlTree::read(text, why == nullptr ? found : *why);
     return tree == nullptr ? std::nullopt : std::optional(XmlDocument(std::move(tree)));
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "z7cashflow/support/Reason.h"
+
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -19,7 +21,7 @@ public:
     /// The child nodes in document order. White space between elements is no node.
     [[nodiscard]] std::vector<XmlNode> childNodes() const;
     /// Hands the attributes over in document order, each with its local name without any prefix and its text; none for a node
-    /// that is no element. Declarations of namespaces count as attributes and come first.
+    /// that is no element. Declarations of namespaces count as attributes.
     void eachAttribute(const std::function<void(std::string_view baseName, std::string_view text)>& take) const;
     /// The text of the attribute of exactly this name, prefix included; nothing if there is none.
     [[nodiscard]] std::optional<std::string> attribute(std::string_view nodeName) const;
@@ -41,13 +43,15 @@ private:
 ///
 /// The text is UTF-8 whatever its declaration says. Refused are: anything not well-formed, two attributes of one name, an
 /// undeclared prefix, an unknown entity, entities that hold more than text or add more than 16 MiB to the document (each use counts
-/// 64 bytes more than it adds), nesting beyond 256 levels, more than 64 MiB of text, 10,000,000 bytes in one value, 512 attributes
-/// on an element, 512 quoted values in all declarations, 2,097,152 attributes, 1,048,576 tags or 64 prefixes that are known at one
-/// place. Nothing is read from files or the network: a text that refers to something outside is refused too.
+/// 64 bytes more than it adds), nesting beyond 256 levels, 2 GiB of text, 10,000,000 bytes in one value, 512 attributes on an
+/// element, 512 quoted values in all declarations, 64 prefixes that are known at one place, and more markup than an honest writer
+/// needs: 2,097,152 attributes or one in five bytes, 1,048,576 tags or one in nine bytes, whichever is more. Nothing is read from
+/// files or the network: a text that refers to something outside is refused too. A byte-order mark at the beginning is left aside.
 class XmlDocument {
 public:
-    /// The document, or nothing if the text is refused.
-    [[nodiscard]] static std::optional<XmlDocument> load(std::string_view text);
+    /// The document, or nothing if the text is refused; why, with its line, goes to the explanation if one is wanted.
+    /// std::bad_alloc if memory runs out, which says nothing of the document.
+    [[nodiscard]] static std::optional<XmlDocument> load(std::string_view text, Explanation* why = nullptr);
     [[nodiscard]] XmlNode documentElement() const;
 
 private:

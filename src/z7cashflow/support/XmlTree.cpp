@@ -9,10 +9,14 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <cstdint>
+#include <limits>
 #include <new>
 #include <optional>
 #include <span>
+#include <string>
 #include <utility>
+#include <vector>
 
 namespace z7::cashflow {
 
@@ -24,8 +28,9 @@ const char* chars(const xmlChar* text) { return reinterpret_cast<const char*>(te
 constexpr int parseOptions = XML_PARSE_NONET | XML_PARSE_NOENT | XML_PARSE_NOERROR | XML_PARSE_NOWARNING |
                              XML_PARSE_NOCDATA | XML_PARSE_IGNORE_ENC;
 
-// A voucher of 32,767 lines, the most that line numbers can count, stays well below this.
-constexpr std::size_t maxDocumentSize = std::size_t{64} << 20U;
+// As far as the parser's own counters reach. The memory of a document stays within a multiple of its text, which its owner holds
+// already, so that whoever takes texts from elsewhere bounds them there.
+constexpr std::size_t maxDocumentSize = std::numeric_limits<std::int32_t>::max();
 
 // What a document may say more than once by declaring it: bytes out of entities and of attributes that come by themselves.
 constexpr std::size_t expansionBudget = std::size_t{16} << 20U;
@@ -103,9 +108,12 @@ private:
 
 /// One parse: what it reads, how far it may go, and what it has found.
 struct Reading {
-    std::string_view rest;
+    std::string_view text;
+    std::string_view rest; ///< of the text: what the parser has not taken yet
     std::size_t budget = expansionBudget;
-    bool refused = false; ///< an error was found: nothing more is read
+    bool refused = false;     ///< an error was found: nothing more is read
+    bool outOfMemory = false; ///< it was none of the document's
+    Explanation why;          ///< the first error
     TreeBuilder builder;
 };
 
@@ -127,9 +135,11 @@ int readFromText(void* context, char* buffer, int size) {
 // an element with all others, so that some ten thousand of them would keep it for minutes.
 class MarkupCount {
 public:
-    /// Nothing if the text has more markup than its largest honest reader or writer could need.
+    /// Nothing if the text has more markup than an honest writer of its length could need.
     static std::optional<MarkupCount> of(std::string_view text) {
         MarkupCount count;
+        const std::size_t mostTags = std::max(tagsOfAnyText, text.size() / shortestRow);
+        const std::size_t mostValues = std::max(valuesOfAnyText, text.size() / shortestField);
         for (std::size_t at = text.find('<'); at != std::string_view::npos; at = text.find('<', at)) {
             at = count.markup(text, at);
             if (++count.tags_ > mostTags || count.values_ > mostValues || count.declared_ > mostValuesOfTag ||
@@ -144,9 +154,12 @@ public:
     [[nodiscard]] std::size_t values() const noexcept { return values_; }
 
 private:
-    // 32,767 lines of 64 attributes each.
-    static constexpr std::size_t mostValues = std::size_t{1} << 21U;
-    static constexpr std::size_t mostTags = std::size_t{1} << 20U;
+    // Any text may have as much markup as 32,767 lines of 64 attributes each. Beyond that the length decides: rows that were written
+    // by us can always be read, however many they are, and a document of bare markup cannot cost many times its text.
+    static constexpr std::size_t valuesOfAnyText = std::size_t{1} << 21U;
+    static constexpr std::size_t tagsOfAnyText = std::size_t{1} << 20U;
+    static constexpr std::size_t shortestField = std::string_view("a='' ").size();
+    static constexpr std::size_t shortestRow = std::string_view("<row />\r\n").size();
     static constexpr std::size_t mostValuesOfTag = 512;
 
     static std::size_t behind(std::string_view text, std::size_t from, std::string_view end) {
@@ -195,11 +208,56 @@ private:
     std::size_t declared_ = 0;
 };
 
-// Ends the parse with the verdict that the text is no document.
-void refuse(void* context) {
+// Keeps the first error with its line, since those after it are its consequences.
+void note(void* context, Reason reason) {
+    Reading& reading = readingOf(context);
+    if (reading.why.reason == Reason::none) {
+        const xmlParserInput* input = static_cast<xmlParserCtxt*>(context)->input;
+        reading.why = {reason, {std::to_string(input == nullptr ? 1 : input->line)}};
+    }
+}
+
+// Ends the parse with the verdict that the text is not accepted.
+void refuse(void* context, Reason reason = Reason::xmlBeyondLimits) {
     auto* parser = static_cast<xmlParserCtxt*>(context);
+    note(context, reason);
     parser->wellFormed = 0;
     xmlStopParser(parser);
+}
+
+// What an error of the parser means to the writer of a document.
+Reason reasonOf(int code) noexcept {
+    switch (code) {
+    case XML_ERR_DOCUMENT_START:
+    case XML_ERR_DOCUMENT_EMPTY:
+        return Reason::xmlNotXml;
+    case XML_ERR_DOCUMENT_END:
+        return Reason::xmlTextAfterEnd;
+    case XML_ERR_TAG_NAME_MISMATCH:
+        return Reason::xmlTagMismatch;
+    case XML_ERR_TAG_NOT_FINISHED:
+        return Reason::xmlTagNotFinished;
+    case XML_ERR_ATTRIBUTE_REDEFINED:
+    case XML_NS_ERR_ATTRIBUTE_REDEFINED:
+        return Reason::xmlAttributeTwice;
+    case XML_ERR_ATTRIBUTE_WITHOUT_VALUE:
+    case XML_ERR_ATTRIBUTE_NOT_STARTED:
+        return Reason::xmlAttributeWithoutValue;
+    case XML_ERR_ATTRIBUTE_NOT_FINISHED:
+    case XML_ERR_LT_IN_ATTRIBUTE:
+        return Reason::xmlAttributeNotFinished;
+    case XML_ERR_UNDECLARED_ENTITY:
+    case XML_ERR_ENTITYREF_SEMICOL_MISSING:
+    case XML_ERR_NAME_REQUIRED:
+        return Reason::xmlEntityUnknown;
+    case XML_NS_ERR_UNDEFINED_NAMESPACE:
+        return Reason::xmlPrefixUndeclared;
+    case XML_ERR_INVALID_CHAR:
+    case XML_ERR_INVALID_ENCODING:
+        return Reason::xmlCharacterInvalid;
+    default:
+        return Reason::xmlNotWellFormed;
+    }
 }
 
 constexpr std::size_t expansionCost = 64; // of one use, whatever its length
@@ -249,21 +307,71 @@ void refuseExternalSubset(void* context, const xmlChar* name, const xmlChar* pub
 xmlEntity* refuseUnknownEntities(void* context, const xmlChar* name) {
     xmlEntity* entity = xmlSAX2GetEntity(context, name);
     if (entity == nullptr) {
-        refuse(context);
+        refuse(context, Reason::xmlEntityUnknown);
     } else {
         spend(context, static_cast<std::size_t>(std::max(entity->length, 0)));
     }
     return entity;
 }
 
-// Adds to the tree. No exception may pass through the parser, which is C: where memory ends there is no document, as when
-// the parser itself finds none.
+// Adds to the tree. No exception may pass through the parser, which is C: that memory has run out is noted, and said once the parser
+// has returned.
 template <class Addition> void build(void* context, Addition&& addition) {
     try {
         addition(readingOf(context).builder);
     } catch (const std::bad_alloc&) {
-        refuse(context);
+        readingOf(context).outOfMemory = true;
+        xmlStopParser(static_cast<xmlParserCtxt*>(context));
     }
+}
+
+// The names of the attributes of the tag that the parser has just read, as they stand in the text. No value holds a "<".
+std::vector<std::string_view> namesInTag(xmlParserCtxt& parser, std::string_view text) {
+    const auto end = std::min(static_cast<std::size_t>(std::max(xmlByteConsumed(&parser), 0L)), text.size());
+    const std::size_t begin = end == 0 ? std::string_view::npos : text.rfind('<', end - 1);
+    std::vector<std::string_view> names;
+    if (begin == std::string_view::npos) {
+        return names;
+    }
+    constexpr std::string_view blanks = " \t\r\n";
+    std::string_view tag = text.substr(begin, end - begin);
+    while (true) { // a name, "=", a value between two quotes of one kind
+        const std::size_t equals = tag.find('=');
+        const std::size_t quote = tag.find_first_of("'\"", equals == std::string_view::npos ? equals : equals + 1);
+        if (equals == std::string_view::npos || quote == std::string_view::npos) {
+            return names;
+        }
+        const std::string_view before = tag.substr(0, equals);
+        const std::size_t last = before.find_last_not_of(blanks);
+        const std::size_t first = last == std::string_view::npos ? last : before.find_last_of(blanks, last);
+        if (first != std::string_view::npos) {
+            names.push_back(before.substr(first + 1, last - first));
+        }
+        const std::size_t close = tag.find(tag[quote], quote + 1);
+        tag = close == std::string_view::npos ? std::string_view() : tag.substr(close + 1);
+        if (!tag.empty() && blanks.find(tag.front()) == std::string_view::npos) {
+            return names;
+        }
+    }
+}
+
+struct SaidAttribute {
+    const char* prefix;
+    const char* baseName;
+    std::string_view text;
+
+    [[nodiscard]] std::string nodeName() const {
+        return prefix == nullptr ? baseName : std::string(prefix) + ":" + baseName;
+    }
+};
+
+// The parser tells the declarations of namespaces apart from the other attributes: puts all in the order of the document.
+void orderAsWritten(std::vector<SaidAttribute>& said, const std::vector<std::string_view>& names) {
+    const auto placeOf = [&names](const SaidAttribute& attribute) {
+        return std::find(names.begin(), names.end(), attribute.nodeName()) - names.begin();
+    };
+    std::stable_sort(said.begin(), said.end(),
+                     [&](const SaidAttribute& a, const SaidAttribute& b) { return placeOf(a) < placeOf(b); });
 }
 
 void startElement(void* context, const xmlChar* name, const xmlChar* /*prefix*/, const xmlChar* uri, int namespaceCount,
@@ -285,14 +393,25 @@ void startElement(void* context, const xmlChar* name, const xmlChar* /*prefix*/,
     }
     build(context, [&](TreeBuilder& builder) {
         builder.beginElement(chars(name), uri != nullptr);
+        if (namespaceCount == 0) {
+            for (std::size_t i = 0; i < saidCount; ++i) {
+                builder.addAttribute(chars(attributes[i * pointers + 1]), chars(attributes[i * pointers]), valueOf(i));
+            }
+            return;
+        }
+        std::vector<SaidAttribute> said;
         const std::span scopes(namespaces, 2 * static_cast<std::size_t>(namespaceCount));
         for (std::size_t i = 0; i < scopes.size(); i += 2) { // each is two pointers, prefix and namespace
             const char* prefix = chars(scopes[i]);
-            builder.addAttribute(prefix == nullptr ? nullptr : "xmlns", prefix == nullptr ? "xmlns" : prefix,
-                                 chars(scopes[i + 1]));
+            said.push_back(
+                {prefix == nullptr ? nullptr : "xmlns", prefix == nullptr ? "xmlns" : prefix, chars(scopes[i + 1])});
         }
         for (std::size_t i = 0; i < saidCount; ++i) {
-            builder.addAttribute(chars(attributes[i * pointers + 1]), chars(attributes[i * pointers]), valueOf(i));
+            said.push_back({chars(attributes[i * pointers + 1]), chars(attributes[i * pointers]), valueOf(i)});
+        }
+        orderAsWritten(said, namesInTag(*static_cast<xmlParserCtxt*>(context), readingOf(context).text));
+        for (const SaidAttribute& attribute : said) {
+            builder.addAttribute(attribute.prefix, attribute.baseName, attribute.text);
         }
     });
 }
@@ -317,9 +436,13 @@ void prepare(xmlParserCtxt& parser, Reading& reading) {
     parser._private = &reading;
     // Complaints quote the document: they stay off the error stream. (Their type differs between versions of the parser.)
     parser.sax->serror = [](void* context, auto* error) {
-        if (error->level == XML_ERR_FATAL) {
-            readingOf(context).refused = true;
+        Reading& reading = readingOf(context);
+        if (error->code == XML_ERR_NO_MEMORY) {
+            reading.outOfMemory = true;
+        } else if (error->level >= XML_ERR_ERROR) {
+            note(context, reasonOf(error->code));
         }
+        reading.refused = reading.refused || error->level == XML_ERR_FATAL;
     };
     parser.sax->entityDecl = refuseEntitiesButTexts;
     parser.sax->internalSubset = refuseExternalSubset;
@@ -334,24 +457,39 @@ void prepare(xmlParserCtxt& parser, Reading& reading) {
 
 } // namespace
 
-std::shared_ptr<const XmlTree> XmlTree::read(std::string_view text) {
-    if (text.empty() || text.size() > maxDocumentSize || text.find('\0') != std::string_view::npos) {
-        return nullptr;
+std::shared_ptr<const XmlTree> XmlTree::read(std::string_view text, Explanation& why) {
+    constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+    if (text.starts_with(byteOrderMark)) {
+        text.remove_prefix(byteOrderMark.size());
     }
     const auto count = MarkupCount::of(text);
-    const std::unique_ptr<xmlParserCtxt, decltype(&xmlFreeParserCtxt)> parser(xmlNewParserCtxt(), xmlFreeParserCtxt);
-    if (!count || !parser) {
+    why = text.empty()                                ? Explanation{Reason::xmlEmpty}
+          : text.size() > maxDocumentSize             ? Explanation{Reason::xmlTooLong}
+          : text.find('\0') != std::string_view::npos ? Explanation{Reason::xmlZeroByte}
+          : !count                                    ? Explanation{Reason::xmlTooMuchMarkup}
+                                                      : Explanation{};
+    if (why.reason != Reason::none) {
         return nullptr;
     }
+    const std::unique_ptr<xmlParserCtxt, decltype(&xmlFreeParserCtxt)> parser(xmlNewParserCtxt(), xmlFreeParserCtxt);
+    if (!parser) {
+        throw std::bad_alloc();
+    }
     Reading reading;
+    reading.text = text;
     reading.rest = text;
     reading.builder.reserve(count->tags(), count->values(), text.size());
     prepare(*parser, reading);
     const std::unique_ptr<xmlDoc, decltype(&xmlFreeDoc)> document(
         xmlCtxtReadIO(parser.get(), readFromText, nullptr, &reading, nullptr, "UTF-8", parseOptions), xmlFreeDoc);
+    if (reading.outOfMemory) {
+        throw std::bad_alloc();
+    }
     auto tree = std::make_shared<XmlTree>(reading.builder.take());
     // Errors of namespaces leave a document behind; it is refused all the same.
     if (!document || parser->wellFormed == 0 || parser->nsWellFormed == 0 || tree->nodes.empty()) {
+        note(parser.get(), Reason::xmlNotWellFormed);
+        why = std::move(reading.why);
         return nullptr;
     }
     xmlDictReference(parser->dict);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "z7cashflow/support/Reason.h"
+
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -33,13 +35,12 @@ struct XmlTree {
     };
 
     std::vector<Node> nodes; ///< in document order, the document element first; white space between elements is no node
-    std::vector<Attribute>
-        attributes;    ///< in document order, declarations of namespaces before the others of an element
-    std::string texts; ///< of all attributes and text nodes, one after the other
+    std::vector<Attribute> attributes; ///< in document order
+    std::string texts;                 ///< of all attributes and text nodes, one after the other
     std::shared_ptr<const void> names; ///< where the names lie
 
-    /// Reads a text by the rules of XmlDocument. A null pointer if it is refused.
-    [[nodiscard]] static std::shared_ptr<const XmlTree> read(std::string_view text);
+    /// Reads a text by the rules of XmlDocument. A null pointer, and why, if it is refused; std::bad_alloc if memory runs out.
+    [[nodiscard]] static std::shared_ptr<const XmlTree> read(std::string_view text, Explanation& why);
 };
 
 } // namespace z7::cashflow

@@ -71,7 +71,8 @@ template <class Integer> Integer roundedTo(double value) {
     const double nearest = std::nearbyint(value); // half to even, the rounding mode that no one changes
     if (!(nearest >= static_cast<double>(std::numeric_limits<Integer>::min()) &&
           nearest <= static_cast<double>(std::numeric_limits<Integer>::max()))) {
-        raisePlatformError(errors::overflow);
+        raisePlatformError(Reason::numberOutOfRange,
+                           {std::isfinite(value) ? numberText(value) : std::to_string(value)});
     }
     return static_cast<Integer>(nearest);
 }
@@ -165,7 +166,7 @@ std::string numberText(double value) {
 
 std::string toText(const Variant& value) {
     return value.visit(Overloaded{
-        [](Null) -> std::string { raisePlatformError(errors::invalidNull); },
+        [](Null) -> std::string { raisePlatformError(Reason::valueMissing); },
         [](const std::string& text) { return text; },
         [](double number) { return numberText(number); },
         [](bool truth) { return std::string(truth ? "True" : "False"); },
@@ -182,15 +183,14 @@ std::int32_t toInt32(const Variant& value) { return toInteger<std::int32_t>(valu
 
 double toDouble(const Variant& value) {
     return value.visit(Overloaded{
-        [](Null) -> double { raisePlatformError(errors::invalidNull); },
+        [](Null) -> double { raisePlatformError(Reason::valueMissing); },
         [](const std::string& text) {
             const auto number = readNumber(text);
             if (!number) {
-                raisePlatformError(errors::typeMismatch,
-                                   "\"" + std::string(leftCharacters(text, 60)) + "\" is no number");
+                raisePlatformError(Reason::notANumber, {shortened(text)});
             }
             if (!std::isfinite(*number)) {
-                raisePlatformError(errors::overflow);
+                raisePlatformError(Reason::numberOutOfRange, {shortened(text)});
             }
             return *number;
         },
@@ -221,13 +221,13 @@ Date toDate(const Variant& value) {
     if (const auto* text = value.get<std::string>()) {
         const auto date = readDate(*text);
         if (!date) {
-            raisePlatformError(errors::typeMismatch, "\"" + std::string(leftCharacters(*text, 60)) + "\" is no date");
+            raisePlatformError(Reason::notADate, {shortened(*text)});
         }
         return *date;
     }
     const Date date(toDouble(value));
     if (!isValidDate(date)) {
-        raisePlatformError(errors::overflow, "a date outside the years 100 to 9999");
+        raisePlatformError(Reason::dateOutOfRange);
     }
     return date;
 }

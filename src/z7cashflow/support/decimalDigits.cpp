@@ -12,7 +12,7 @@ namespace z7::cashflow {
 
 DecimalDigits decimalDigits(double value) {
     if (!std::isfinite(value)) {
-        raisePlatformError(errors::overflow, "a number that is not finite");
+        raisePlatformError(Reason::numberNotFinite);
     }
     DecimalDigits result;
     if (value == 0.0) {

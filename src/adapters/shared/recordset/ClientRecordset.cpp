@@ -24,7 +24,7 @@ void ClientRecordset::present(Result result, std::string source, const cashflow:
 void ClientRecordset::Open(const std::string& source, const cashflow::ActiveConnection& connection, CursorType,
                            LockType lockType) {
     if (rows_ != nullptr) {
-        raisePlatformError(errors::objectOpen);
+        raisePlatformError(Reason::objectOpen);
     }
     if (!std::holds_alternative<std::monostate>(connection)) {
         connection_ = connection;
@@ -35,7 +35,7 @@ void ClientRecordset::Open(const std::string& source, const cashflow::ActiveConn
     } else if (const auto* text = std::get_if<std::string>(&connection_)) {
         runner = backend_->runner(*text);
     } else {
-        raisePlatformError(errors::noConnection);
+        raisePlatformError(Reason::connectionMissing);
     }
     const bool updatable = lockType == LockType::Pessimistic || lockType == LockType::Optimistic;
     Result result = runner->run(source, updatable);
@@ -83,7 +83,7 @@ void ClientRecordset::MoveFirst() {
 
 void ClientRecordset::MoveNext() {
     if (EndOfFile()) {
-        raisePlatformError(errors::noCurrentRecord);
+        raisePlatformError(Reason::recordMissing);
     }
     writePending();
     standOn(shownAt_ + 1);
@@ -115,7 +115,7 @@ std::string ClientRecordset::Filter() const {
 
 void ClientRecordset::CursorLocation(cashflow::CursorLocation location) {
     if (rows_ != nullptr) {
-        raisePlatformError(errors::objectOpen);
+        raisePlatformError(Reason::objectOpen);
     }
     location_ = location;
 }
@@ -125,7 +125,7 @@ cashflow::CursorLocation ClientRecordset::CursorLocation() const { return locati
 void ClientRecordset::ActiveConnection(const cashflow::ActiveConnection& connection) {
     if (rows_ != nullptr) { // an open recordset can only be cut off from its session
         if (!std::holds_alternative<std::monostate>(connection)) {
-            raisePlatformError(errors::objectOpen);
+            raisePlatformError(Reason::objectOpen);
         }
         writer_.reset();
         runner_.reset();
@@ -153,7 +153,7 @@ int ClientRecordset::Count() const { return rows().columns().count(); }
 const std::string& ClientRecordset::Name(int position) const {
     const ColumnList& columns = rows().columns();
     if (position < 0 || position >= columns.count()) {
-        raisePlatformError(errors::unknownField, "position " + std::to_string(position));
+        raisePlatformError(Reason::fieldPositionUnknown, {std::to_string(position)});
     }
     return columns[position].name;
 }
@@ -165,10 +165,10 @@ Variant ClientRecordset::Item(std::string_view name) const { return Item(positio
 Variant ClientRecordset::Item(int position) const {
     const RowSet& stored = rows();
     if (position < 0 || position >= stored.columns().count()) {
-        raisePlatformError(errors::unknownField, "position " + std::to_string(position));
+        raisePlatformError(Reason::fieldPositionUnknown, {std::to_string(position)});
     }
     if (!row_ && !adding_) {
-        raisePlatformError(errors::noCurrentRecord);
+        raisePlatformError(Reason::recordMissing);
     }
     for (const Change& change : pending_) {
         if (change.column == position) {
@@ -181,7 +181,7 @@ Variant ClientRecordset::Item(int position) const {
 void ClientRecordset::Item(std::string_view name, const Variant& value) {
     const int column = position(name);
     if (!row_ && !adding_) {
-        raisePlatformError(errors::noCurrentRecord);
+        raisePlatformError(Reason::recordMissing);
     }
     static_cast<void>(writer());
     Variant fitting = fieldValue(rows_->columns()[column], value);
@@ -196,7 +196,7 @@ void ClientRecordset::Item(std::string_view name, const Variant& value) {
 
 void ClientRecordset::requireOpen() const {
     if (rows_ == nullptr) {
-        raisePlatformError(errors::objectClosed);
+        raisePlatformError(Reason::objectClosed);
     }
 }
 
@@ -208,7 +208,7 @@ const RowSet& ClientRecordset::rows() const {
 int ClientRecordset::position(std::string_view name) const {
     const int found = rows().columns().find(name);
     if (found < 0) {
-        raisePlatformError(errors::unknownField, std::string(name));
+        raisePlatformError(Reason::fieldUnknown, {std::string(name)});
     }
     return found;
 }
@@ -225,7 +225,7 @@ void ClientRecordset::standOn(std::size_t shown) {
 
 RowWriter& ClientRecordset::writer() const {
     if (writer_ == nullptr) {
-        raisePlatformError(errors::notUpdatable);
+        raisePlatformError(Reason::recordsetReadOnly);
     }
     return *writer_;
 }

@@ -1,6 +1,7 @@
 #include "adapters/shared/recordset/RowFilter.h"
 
 #include "z7cashflow/support/Error.h"
+#include "z7cashflow/support/conversions.h"
 
 #include <algorithm>
 #include <charconv>
@@ -102,13 +103,12 @@ FilterCondition readCondition(FilterText& text, std::string_view criteria, const
     const std::string_view name = text.name();
     text.skipBlanks();
     if (name.empty() || !text.sign('=')) {
-        raisePlatformError(errors::badFilter, "\"" + std::string(criteria) + "\" is no list of column=number");
+        raisePlatformError(Reason::filterUnreadable, {shortened(criteria)});
     }
     text.skipBlanks();
     const auto number = text.number();
     if (!number) {
-        raisePlatformError(errors::badFilter,
-                           "no number for " + std::string(name) + " in \"" + std::string(criteria) + "\"");
+        raisePlatformError(Reason::filterWithoutNumber, {shortened(name), shortened(criteria)});
     }
     FilterCondition condition{columns.find(name), *number + 0.0}; // minus zero is zero
     if (condition.column < 0) {
@@ -133,11 +133,11 @@ std::vector<FilterCondition> parseFilter(std::string_view criteria, const Column
             break;
         }
         if (!blankFollows || !text.joiningAnd()) {
-            raisePlatformError(errors::badFilter, "\"" + std::string(criteria) + "\" is no list of column=number");
+            raisePlatformError(Reason::filterUnreadable, {shortened(criteria)});
         }
     }
     if (!unknownColumn.empty()) { // reported only for a text that is a filter at all
-        raisePlatformError(errors::unknownField, unknownColumn);
+        raisePlatformError(Reason::fieldUnknown, {unknownColumn});
     }
     std::stable_sort(conditions.begin(), conditions.end(),
                      [](const auto& a, const auto& b) { return a.column < b.column; });

@@ -9,8 +9,6 @@
 namespace z7::cashflow::shared {
 namespace {
 
-constexpr int outOfMemory = 7;
-
 template <class T> bool fits(std::int64_t value) noexcept {
     return value >= std::numeric_limits<T>::min() && value <= std::numeric_limits<T>::max();
 }
@@ -73,7 +71,7 @@ RowSet::RowSet(std::shared_ptr<const ColumnList> columns)
 
 void RowSet::addText(std::string_view text) {
     if (text.size() > std::numeric_limits<std::uint32_t>::max() / 2) {
-        throw Error(outOfMemory, "CashFlow.Cursor", "A text of the result is too long.");
+        raisePlatformError(Reason::resultTooLong);
     }
     cells_.push_back({Kind::text, static_cast<std::uint32_t>(text.size()), {.offset = texts_.size()}});
     texts_.append(text);

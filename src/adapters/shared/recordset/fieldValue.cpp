@@ -13,7 +13,7 @@ constexpr double moneyLimit = 922337203685477.5807;
 
 double moneyValue(double value) {
     if (!(std::fabs(value) <= moneyLimit)) {
-        raisePlatformError(errors::overflow);
+        raisePlatformError(Reason::numberOutOfRange, {std::to_string(value)});
     }
     return std::round(value * 10000.0) / 10000.0;
 }
@@ -37,7 +37,7 @@ Variant converted(ColumnType type, const Variant& value) {
     case ColumnType::date: {
         const Date date = toDate(value);
         if (!isValidDate(date)) {
-            raisePlatformError(errors::overflow);
+            raisePlatformError(Reason::dateOutOfRange);
         }
         return Variant(date);
     }
@@ -45,6 +45,12 @@ Variant converted(ColumnType type, const Variant& value) {
         return Variant(toText(value));
     }
     return {};
+}
+
+/// What a message shows of a value, whatever it holds.
+std::string shownText(const Variant& value) {
+    const auto* date = value.get<Date>();
+    return date != nullptr && !isValidDate(*date) ? numberText(date->dayNumber()) : shortened(toText(value));
 }
 
 } // namespace
@@ -56,14 +62,13 @@ Variant fieldValue(const Column& column, const Variant& value) {
     Variant result = [&] {
         try {
             return converted(column.type, value);
-        } catch (const Error& error) {
-            raisePlatformError(errors::typeMismatch, column.name + ": " + error.description());
+        } catch (const Error&) {
+            raisePlatformError(Reason::columnValueBad, {column.name, shownText(value)});
         }
     }();
     if (column.type == ColumnType::text && column.length > 0 &&
         characterCount(*result.get<std::string>()) > static_cast<std::size_t>(column.length)) {
-        raisePlatformError(errors::typeMismatch,
-                           column.name + " takes at most " + std::to_string(column.length) + " characters");
+        raisePlatformError(Reason::columnTextTooLong, {column.name, std::to_string(column.length)});
     }
     return result;
 }

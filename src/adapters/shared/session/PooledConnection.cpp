@@ -15,7 +15,7 @@ public:
     std::shared_ptr<Runner> runner(Connection& connection) override {
         auto* const pooled = dynamic_cast<PooledConnection*>(&connection);
         if (pooled == nullptr) {
-            raisePlatformError(errors::badFilter, "the connection belongs to another kind of database");
+            raisePlatformError(Reason::connectionForeign);
         }
         return pooled->session();
     }
@@ -39,7 +39,7 @@ PooledConnection::~PooledConnection() {
 
 void PooledConnection::Open(const std::string& connectionString) {
     if (session_ != nullptr) {
-        raisePlatformError(errors::objectOpen);
+        raisePlatformError(Reason::objectOpen);
     }
     session_ = pool_->open(connectionString);
     connectionString_ = connectionString;
@@ -48,7 +48,7 @@ void PooledConnection::Open(const std::string& connectionString) {
 
 void PooledConnection::Close() {
     if (session_ == nullptr) {
-        raisePlatformError(errors::objectClosed);
+        raisePlatformError(Reason::objectClosed);
     }
     session_->close();
     session_.reset();
@@ -82,7 +82,7 @@ void PooledConnection::onStatement(StatementObserver observer) { observers_->sta
 
 const std::shared_ptr<Session>& PooledConnection::session() {
     if (session_ == nullptr) {
-        raisePlatformError(errors::objectClosed);
+        raisePlatformError(Reason::objectClosed);
     }
     if (session_->isLost() && !session_->inTransaction()) {
         session_ = pool_->open(connectionString_);

@@ -1,0 +1,130 @@
+#include "z7cashflow/support/Reason.h"
+
+#include "z7cashflow/support/errorNumbers.h"
+#include "z7cashflow/support/textPlaces.h"
+
+#include <array>
+#include <cstddef>
+
+namespace z7::cashflow {
+
+namespace {
+
+using R = Reason;
+
+constexpr std::array table{
+    ReasonEntry{R::none, 0, ""},
+
+    ReasonEntry{R::notANumber, errors::typeMismatch, "\"{0}\" is not a number"},
+    ReasonEntry{R::notADate, errors::typeMismatch, "\"{0}\" is not a date"},
+    ReasonEntry{R::noSuchDate, errors::typeMismatch, "There is no such date"},
+    ReasonEntry{R::dateOutOfRange, errors::overflow, "The date is not in the years 100 to 9999"},
+    ReasonEntry{R::numberOutOfRange, errors::overflow, "The number {0} is out of range"},
+    ReasonEntry{R::numberNotFinite, errors::overflow, "The number is not finite"},
+    ReasonEntry{R::sumOutOfRange, errors::overflow, "The sum of two whole numbers is out of range"},
+    ReasonEntry{R::amountTooFine, errors::typeMismatch, "The amount \"{0}\" has more than four decimals"},
+    ReasonEntry{R::zeroByte, errors::badArgument, "A text holds a zero byte after \"{0}\""},
+    ReasonEntry{R::invalidUtf8, errors::badArgument, "A text is not valid UTF-8 at byte {0}, after \"{1}\""},
+    ReasonEntry{R::valueMissing, errors::invalidNull,
+                "A required value is missing, such as the debit or credit amount of an entry line"},
+
+    ReasonEntry{R::keyUnknown, errors::badArgument, "The list has no entry with the key \"{0}\""},
+    ReasonEntry{R::indexOutOfRange, errors::badIndex, "The list has no entry number {0}"},
+    ReasonEntry{R::controlUnknown, errors::badIndex, "The window has no control named \"{0}\""},
+    ReasonEntry{R::keyExists, errors::keyExists, "The list already has an entry with the key \"{0}\""},
+    ReasonEntry{R::fieldExists, errors::keyExists, "There is already a field named \"{0}\""},
+    ReasonEntry{R::loginMissing, errors::objectNotSet, "No login has been set"},
+    ReasonEntry{R::formattedTextsMissing, errors::objectNotSet, "The login has no service for texts with arguments"},
+    ReasonEntry{R::textKeyUnknown, errors::badArgument, "The text catalogue has no key \"{0}\""},
+    ReasonEntry{R::schemaFieldMissing, errors::objectNotSet, "There is no field to add"},
+    ReasonEntry{R::rowsMissing, errors::objectNotSet, "There are no rows to check"},
+    ReasonEntry{R::linesMissing, errors::objectNotSet, "The voucher has no entry lines to check"},
+    ReasonEntry{R::attributeMissing, errors::objectNotSet, "An entry line has no attribute {0}"},
+    ReasonEntry{R::collectionNotText, errors::typeMismatch, "Rows are read from the text of an XML document only"},
+    ReasonEntry{R::rowNotElement, errors::typeMismatch, "A row is read from its XML element only"},
+    ReasonEntry{R::rowFieldUnknown, errors::unknownRowField, "The row has no field named \"{0}\""},
+    ReasonEntry{
+        R::statementRefused, errors::statementRefused,
+        "A value would change the statement that it goes into, so the statement was not run (\"{0}\"). Look for a "
+        "quote or another sign in the codes, keys and table names"},
+    ReasonEntry{
+        R::valueWithQuote, errors::statementRefused,
+        "A value would change the statement that it goes into, so the statement was not run: {0} is \"{1}\", which contains a quote (statement {2}). Correct the value where it was entered"},
+    ReasonEntry{
+        R::valueNotOneNumber, errors::statementRefused,
+        "A value would change the statement that it goes into, so the statement was not run: {0} is \"{1}\", which is not one number (statement {2}). Correct the value where it was entered"},
+    ReasonEntry{
+        R::valueNotTableName, errors::statementRefused,
+        "A value would change the statement that it goes into, so the statement was not run: {0} is \"{1}\", which is not the name of a table (statement {2}). Correct the value where it was entered"},
+    ReasonEntry{
+        R::valueNotColumnName, errors::statementRefused,
+        "A value would change the statement that it goes into, so the statement was not run: {0} is \"{1}\", which is not the name of a column (statement {2}). Correct the value where it was entered"},
+    ReasonEntry{R::periodsReversed, errors::badArgument, "The first period {0} lies after the last period {1}"},
+    ReasonEntry{R::notCashAccount, errors::badArgument, "Account {0} is not a cash account of this year"},
+
+    ReasonEntry{R::xmlEmpty, 0, "The document is empty"},
+    ReasonEntry{R::xmlTooLong, 0, "The document is longer than 2 GiB"},
+    ReasonEntry{R::xmlZeroByte, 0, "The document holds a zero byte"},
+    ReasonEntry{R::xmlTooMuchMarkup, 0,
+                "The document has too many tags or attributes, or more than 512 attributes on one element"},
+    ReasonEntry{R::xmlNotXml, 0, "Line {0}: the text is not XML"},
+    ReasonEntry{R::xmlNotWellFormed, 0, "Line {0}: the document is not well-formed"},
+    ReasonEntry{R::xmlTextAfterEnd, 0, "Line {0}: there is more text after the end of the document"},
+    ReasonEntry{R::xmlTagMismatch, 0, "Line {0}: an end tag does not match its start tag"},
+    ReasonEntry{R::xmlTagNotFinished, 0, "Line {0}: the document ends before all its elements are closed"},
+    ReasonEntry{R::xmlAttributeTwice, 0, "Line {0}: an element has the same attribute twice"},
+    ReasonEntry{R::xmlAttributeWithoutValue, 0, "Line {0}: an attribute has no value in quotes"},
+    ReasonEntry{R::xmlAttributeNotFinished, 0, "Line {0}: the value of an attribute is not closed, or holds \"<\""},
+    ReasonEntry{R::xmlEntityUnknown, 0, "Line {0}: a \"&\" does not begin a known entity; write &amp;"},
+    ReasonEntry{R::xmlPrefixUndeclared, 0, "Line {0}: a prefix is not declared"},
+    ReasonEntry{R::xmlCharacterInvalid, 0, "Line {0}: a character is not allowed, or the text is not UTF-8"},
+    ReasonEntry{R::xmlBeyondLimits, 0,
+                "Line {0}: the document is nested too deeply, or declares or refers to what is not accepted"},
+
+    ReasonEntry{R::fieldUnknown, errors::unknownField, "The records have no field named \"{0}\""},
+    ReasonEntry{R::fieldPositionUnknown, errors::unknownField, "The records have no field at position {0}"},
+    ReasonEntry{R::recordMissing, errors::noCurrentRecord, "There is no current record"},
+    ReasonEntry{R::recordsetReadOnly, errors::notUpdatable, "The records cannot be changed"},
+    ReasonEntry{
+        R::recordWithoutKey, errors::notUpdatable,
+        "A record of {0} cannot be changed: the table has no primary key to find it by, or the statement does not "
+        "select the key"},
+    ReasonEntry{R::columnOfExpression, errors::notUpdatable,
+                "The column cannot be changed: it is an expression of the view {0}"},
+    ReasonEntry{R::recordChanged, errors::recordChanged,
+                "The record of {0} was changed or deleted by somebody else after it was read"},
+    ReasonEntry{R::objectClosed, errors::objectClosed, "The connection or the recordset is closed"},
+    ReasonEntry{R::objectOpen, errors::objectOpen, "The connection or the recordset is already open"},
+    ReasonEntry{R::connectionMissing, errors::noConnection, "The recordset has no connection to be opened on"},
+    ReasonEntry{R::connectionForeign, errors::invalidArgument, "The connection belongs to another kind of database"},
+    ReasonEntry{R::filterUnreadable, errors::invalidArgument,
+                "\"{0}\" is not a filter of the form column=number, joined by \"and\""},
+    ReasonEntry{R::filterWithoutNumber, errors::invalidArgument, "The filter \"{1}\" has no number for {0}"},
+    ReasonEntry{R::resultTooLong, errors::outOfMemory, "A text of the result is too long"},
+    ReasonEntry{R::columnValueBad, errors::typeMismatch, "\"{1}\" is not a value for column {0}"},
+    ReasonEntry{R::columnTextTooLong, errors::typeMismatch, "Column {0} takes at most {1} characters"},
+};
+
+static_assert(table.size() == static_cast<std::size_t>(Reason::count), "every reason has its entry");
+static_assert(
+    [] {
+        for (std::size_t i = 0; i < table.size(); ++i) {
+            if (table[i].id != static_cast<Reason>(i)) {
+                return false;
+            }
+        }
+        return true;
+    }(),
+    "the entries stand in the order of the names");
+
+const ReasonEntry& entryOf(Reason reason) noexcept { return table[static_cast<std::size_t>(reason)]; }
+
+} // namespace
+
+std::span<const ReasonEntry> reasonTable() noexcept { return table; }
+
+int numberOf(Reason reason) noexcept { return entryOf(reason).number; }
+
+std::string englishText(const Explanation& why) { return fillPlaces(entryOf(why.reason).english, why.arguments); }
+
+} // namespace z7::cashflow
