@@ -295,6 +295,16 @@ TEST_F(Commands, RegenerationOfAnEmptyGridDoesNotAsk) {
     EXPECT_EQ(rows(), Lines{"2:6001:0:100:02"});
 }
 
+TEST_F(Commands, ARegenerationThatGivesNoRowsCountsAsAChange) {
+    setGeneration();
+    database.answerPrefix("select  code.iYear", {{"inid", "md", "mc", "bCashItem"}, {}, {}});
+    openWithTwoRows();
+    form().press("cmdAutoGetData");
+    EXPECT_EQ(rows(), Lines{});
+    EXPECT_EQ(cells().Rows(), 1);
+    EXPECT_TRUE(dialog.CashFlowCol()->Changed());
+}
+
 TEST_F(Commands, AfterRegenerationCancelReturnsToTheGeneratedRows) {
     setGeneration();
     openWithTwoRows();

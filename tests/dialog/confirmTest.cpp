@@ -39,7 +39,7 @@ protected:
 TEST_F(Confirm, RowsThatFitCloseTheDialogInThisOrderOfStatements) {
     openWithTwoRows();
     form().press("cmdOk");
-    EXPECT_TRUE(isClosed());
+    EXPECT_EQ(form().unloads, 1) << "without the pass of a Cancel";
     EXPECT_EQ(boxes(), Lines{});
     Lines first = beginnings();
     first.resize(7);
@@ -135,7 +135,7 @@ TEST_F(Confirm, SumsThatDifferAreToldAndKeepTheDialogOpen) {
 TEST_F(Confirm, AnEmptyGridClosesWithoutASumCheckUnlessTheCallerAsksForIt) {
     open(false);
     form().press("cmdOk");
-    EXPECT_TRUE(isClosed());
+    EXPECT_EQ(form().unloads, 1) << "without the pass of a Cancel";
     EXPECT_EQ(database.countOf("select (sum(md)"), 0U);
 }
 

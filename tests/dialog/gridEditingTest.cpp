@@ -118,6 +118,13 @@ TEST_F(GridEditing, AnAccountOfTheLineFillsTheLineAndItsRow) {
     EXPECT_EQ(database.droppedRecordsets(), Lines{widthsQuery + "cFieldNum"}) << "left to go out of use by the load";
 }
 
+TEST_F(GridEditing, TheSummaryOfALineThatWasFoundIsColouredAsTheSystems) {
+    int coloured = 0;
+    cells().beforeOperation = [&](const std::string& operation) { coloured += operation == "SetCellColor" ? 1 : 0; };
+    EXPECT_EQ(typed(1, 1, "6001"), "6001");
+    EXPECT_EQ(coloured, 1);
+}
+
 TEST_F(GridEditing, ALineWithItsNumberIsLookedUpByIt) {
     EXPECT_EQ(typed(1, 1, "6001"), "6001");
     EXPECT_EQ(statement(2), "con2: select * from gl_accvouch where ccode=N'6001'" + keyCondition + " And inid = 2");

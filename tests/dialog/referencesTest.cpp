@@ -173,11 +173,14 @@ TEST_F(References, AnItemPopUpThatBringsNothingChangesNothing) {
     EXPECT_EQ(database.openRecordsets(), Lines{});
 }
 
-TEST_F(References, OtherColumnsHaveNoPopUp) {
+TEST_F(References, OtherColumnsHaveNoPopUpButBecomeCurrent) {
+    int moved = 0;
+    cells().beforeOperation = [&](const std::string& operation) { moved += operation == "Col=" ? 1 : 0; };
     for (const std::int32_t col : {0, 2, 3, 5, 6}) {
         cells().reference(1, col);
         cells().Col(0);
     }
+    EXPECT_EQ(moved, 2 * 5) << "by the pop-up's event and by this test";
     EXPECT_EQ(log, Lines{});
     EXPECT_EQ(database.statements(), Lines{});
 }
