@@ -13,7 +13,7 @@ import re
 import sys
 import tempfile
 
-LITERAL = re.compile(r'//[^\n]*|/\*.*?\*/|"((?:\\.|[^"\\\n])*)"', re.S)
+LITERAL = re.compile(r'//[^\n]*|/\*.*?\*/|("(?:\\.|[^"\\\n])*"(?:\s*"(?:\\.|[^"\\\n])*")*)', re.S)
 STATEMENT = re.compile(
     r"""^\s*(select|insert|delete|update|drop|truncate|merge|exec|execute|create|alter|grant|if\s+(not\s+)?exists)(\s|\()
       | \b(inner|left|outer|cross)\s+join\b | \b(order|group)\s+by\b | \bvalues\s*\( | \binsert\s+into\b | \bdelete\s+from\b
@@ -28,10 +28,10 @@ EXCEPTED = {}
 
 
 def literals(text):
-    """The string literals of a source with the lines that they begin on; those on neighbouring lines are one."""
+    """The string literals of a source with the lines that they begin on; those that only blanks part are one."""
     for found in LITERAL.finditer(text):
         if found.group(1) is not None:
-            yield text.count("\n", 0, found.start()) + 1, found.group(1)
+            yield text.count("\n", 0, found.start()) + 1, re.sub(r'"\s*"', "", found.group(1)).strip('"')
 
 
 def findings(root):
@@ -68,6 +68,7 @@ def self_test():
     right = {
         "data/j.cpp": '// "select * from code"\nrun("cItemCode", "Drop"); raise("a value where none is wanted");',
         "statements/kStatements.h": 'inline constexpr Statement<Table, Number> tested{\n    "tested", "select 1 from {t} where a={n}"};',
+        "support/k.cpp": 'raise("The records of {0} cannot be changed: "\n      "select the key");',
         "support/l.cpp": 'raise("There is no connection to work on: a row is read from its element");',
         "support/m.cpp": "out = \"<?xml version='1.0' encoding='gb2312' ?>\";",
     }
