@@ -48,5 +48,20 @@ TEST(JsonText, GivesRowsWithAllFieldsInTheirTypes) {
     EXPECT_EQ(rowsJson(*CashFlowCollection::Create()).dump(), "[]");
 }
 
+TEST(JsonText, ListsRowsByTheirLines) {
+    const auto rows = CashFlowCollection::Create();
+    for (const auto& [line, item] : {std::pair{10, "a"}, {2, "b"}, {1, "c"}, {2, "d"}}) {
+        const auto row = rows->CreateCFObject();
+        row->SetValue("inid", Variant(static_cast<std::int16_t>(line)));
+        row->SetValue("cCashItem", Variant(item));
+        rows->Add(row);
+    }
+    std::string items;
+    for (const auto& row : rowsJson(*rows)) {
+        items += row["cCashItem"].get<std::string>();
+    }
+    EXPECT_EQ(items, "cbda") << "the two rows of line 2 stay in their order";
+}
+
 } // namespace
 } // namespace z7::cashflow::host

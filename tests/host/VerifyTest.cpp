@@ -63,6 +63,7 @@ TEST_F(VerifyTest, FindsNothingInASoundAccount) {
 TEST_F(VerifyTest, TakesTheAccountFromItsOnlyPeriods) {
     init();
     EXPECT_EQ(verify().exitCode, 0) << "account 005, and no settings file";
+    EXPECT_EQ(runProgram({"allot", file, "--year", "2024"}).exitCode, 0);
     const std::string settings = scratch.write("s.toml", "account = \"006\"\n").string();
     const RunResult run = runProgram({"verify", file, "--settings", settings});
     EXPECT_EQ(run.exitCode, 1);

@@ -1,5 +1,6 @@
 #include "host/cli/jsonText.h"
 
+#include "host/report/rowsByLine.h"
 #include "z7cashflow/support/conversions.h"
 
 #include <nlohmann/json.hpp>
@@ -76,7 +77,7 @@ Json rowsJson(const CashFlowCollection& rows) {
             numbers.insert(field);
         }
     }
-    for (const auto& row : rows) {
+    for (const auto& row : rowsByLine(rows)) {
         Json object = Json::object();
         for (const std::string& field : row->Fields()) {
             const Variant& value = row->Item(field);

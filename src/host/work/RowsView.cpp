@@ -1,6 +1,7 @@
 #include "host/work/RowsView.h"
 
 #include "host/cli/jsonText.h"
+#include "host/report/rowsByLine.h"
 #include "z7cashflow/support/conversions.h"
 
 #include <nlohmann/json.hpp>
@@ -43,12 +44,12 @@ TextTable tableOf(const Output& output, Session& session, const CashFlowCollecti
     const auto names = accountNames(session);
     TextTable table({{output.text(HostText::line), TextTable::Align::right},
                      {output.text(HostText::account)},
-                     {output.text(HostText::accountName)},
+                     {output.text(HostText::accountName), TextTable::Align::left, true},
                      {output.text(HostText::debit), TextTable::Align::right},
                      {output.text(HostText::credit), TextTable::Align::right},
                      {output.text(HostText::item)},
-                     {output.text(HostText::itemName)}});
-    for (const auto& row : rows) {
+                     {output.text(HostText::itemName), TextTable::Align::left, true}});
+    for (const auto& row : rowsByLine(rows)) {
         const std::string account = fieldText(*row, "ccode");
         const auto name = names.find(account);
         table.add({fieldText(*row, "inid"), account, name == names.end() ? "" : name->second, sideText(*row, "md"),

@@ -1,6 +1,7 @@
 #include "host/work/Session.h"
 
 #include "adapters/guard/GuardedConnection.h"
+#include "host/account/accountCheck.h"
 #include "host/cli/ExitCode.h"
 #include "host/cli/Failure.h"
 #include "host/text/reasonText.h"
@@ -32,7 +33,11 @@ Session::Session(const AccountPlace& place, std::int16_t year, const GlobalOptio
     modPublic::Context& context = modPublic::context();
     context = modPublic::Context{};
     context.createMessageBox = [box = messageBox_] { return box; };
-    provider_.Gl().objLogin(std::make_shared<HostLogin>(options, year, connectionString));
+    GlobalOptions own = options;
+    if (!own.accountGiven) {
+        own.account = onlyAccount(*connection_).value_or(own.account);
+    }
+    provider_.Gl().objLogin(std::make_shared<HostLogin>(std::move(own), year, connectionString));
     context.bCashCode = accountOption("bCashCode");
     context.bAutoDisplay = accountOption("bAutoDisplay");
 }
