@@ -30,6 +30,8 @@ class Album:
             now = hashlib.sha256(pathlib.Path(file).read_bytes()).hexdigest()
             same = same + 1 if now == last else 0
             last = now
+        # Few colours make a small file, and the window has no more.
+        subprocess.run(["convert", file, "-colors", "96", "PNG8:" + file], check=True)
 
 
 def dialog(screen, album, program, company, language):
