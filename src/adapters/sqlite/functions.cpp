@@ -264,6 +264,14 @@ void requireWholeJoins(sqlite3* handle) {
     }
 }
 
+/// Where the character begins that the byte at a position belongs to.
+std::size_t characterStart(std::string_view text, std::size_t at) {
+    while (at > 0 && (static_cast<unsigned char>(text[at]) & 0xC0U) == 0x80U) {
+        --at;
+    }
+    return at;
+}
+
 /// The length in bytes of the character that a text begins with.
 std::size_t characterSize(std::string_view text) { return leftCharacters(text, 1).size(); }
 
@@ -331,14 +339,9 @@ int compareTexts(std::string_view a, std::string_view b) {
             }
             continue;
         }
-        std::size_t start = i; // back to where the character begins
-        while (start > 0 && (static_cast<unsigned char>(a[start]) & 0xC0U) == 0x80U) {
-            --start;
-        }
-        if (start == i && (right & 0xC0U) == 0x80U) {
-            while (start > 0 && (static_cast<unsigned char>(b[start]) & 0xC0U) == 0x80U) {
-                --start;
-            }
+        std::size_t start = characterStart(a, i);
+        if (start == i) {
+            start = characterStart(b, i);
         }
         return foldCase(a.substr(start)).compare(foldCase(b.substr(start)));
     }
