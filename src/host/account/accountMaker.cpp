@@ -38,8 +38,7 @@ template <class Step> auto onDisk(const fs::path& account, Language language, St
     try {
         return step();
     } catch (const Error& error) {
-        throw Failure(exitCode::database, HostText::moveFailed,
-                      {account.string(), reasonText(language, error)});
+        throw Failure(exitCode::database, HostText::moveFailed, {account.string(), reasonText(language, error)});
     }
 }
 
