@@ -71,10 +71,11 @@ void KeyHook::fontName(const std::string& /*name*/) {
 }
 
 Form::Form(const FormDesign& design, FormEvents& listener, StateLines& states) : gate_(listener), states_(states) {
-    dialog_ = new wxDialog(nullptr, wxID_ANY, shown(design.caption), wxDefaultPosition,
-                           wxDefaultSize, // NOLINT(cppcoreguidelines-owning-memory): destroyed through Destroy
+    // NOLINTBEGIN(cppcoreguidelines-owning-memory)
+    dialog_ = new wxDialog(nullptr, wxID_ANY, shown(design.caption), wxDefaultPosition, wxDefaultSize,
                            wxCAPTION | wxCLOSE_BOX | wxSYSTEM_MENU);
     dialog_->SetEscapeId(wxID_NONE); // Escape belongs to the grid's editor; no key cancels the form
+    // NOLINTEND(cppcoreguidelines-owning-memory)
     dialog_->SetName(shown(design.name));
     build(design);
     dialog_->SetClientSize(toPixels(design.width), toPixels(design.height));

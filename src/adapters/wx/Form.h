@@ -59,7 +59,7 @@ class Form final : public DialogForm {
 public:
     /// The listener and the state lines outlive the form.
     Form(const FormDesign& design, FormEvents& listener, StateLines& states);
-    ~Form();
+    ~Form() override;
     Form(const Form&) = delete;
     Form& operator=(const Form&) = delete;
 

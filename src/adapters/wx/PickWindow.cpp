@@ -93,10 +93,11 @@ public:
           rows_(rows), texts_(searchTexts(rows)), states_(states) {
         SetFont(fontOf("Tahoma", points));
         // The windows belong to the dialog, as every child window does to its parent.
-        search_ = new wxTextCtrl(this, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize,
-                                 wxTE_PROCESS_ENTER); // NOLINT(cppcoreguidelines-owning-memory)
-        list_ = new RowList(*this, rows_);            // NOLINT(cppcoreguidelines-owning-memory)
+        // NOLINTBEGIN(cppcoreguidelines-owning-memory)
+        search_ = new wxTextCtrl(this, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize, wxTE_PROCESS_ENTER);
+        list_ = new RowList(*this, rows_);
         search_->SetName("search");
+        // NOLINTEND(cppcoreguidelines-owning-memory)
         accessibleName(*search_, title);
         int width = 2 * margin + wxSystemSettings::GetMetric(wxSYS_VSCROLL_X);
         for (const PickColumn& column : columns) {

@@ -18,7 +18,7 @@ constexpr int everyMilliseconds = 10;
 /// The focused control by its name, or the nearest of its parents that has one of ours.
 std::string focusName() {
     for (const wxWindow* window = wxWindow::FindFocus(); window != nullptr; window = window->GetParent()) {
-        const std::string name = utf8(window->GetName());
+        std::string name = utf8(window->GetName());
         if (name.starts_with("cmd") || name.starts_with("SuperGrid") || name == "editor" || name == "search") {
             return name;
         }
