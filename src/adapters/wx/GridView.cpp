@@ -73,8 +73,9 @@ public:
     }
 
     wxGridCellRenderer* Clone() const override {
+        // NOLINTNEXTLINE(cppcoreguidelines-owning-memory): the grid counts references
         return new CellPainter(model_, colors_);
-    } // NOLINT(cppcoreguidelines-owning-memory): the grid counts references
+    }
 
 private:
     const GridModel& model_;
