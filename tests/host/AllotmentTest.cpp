@@ -144,8 +144,8 @@ TEST_F(AllotmentTest, RollsARefusedVoucherBackAndGoesOn) {
     EXPECT_EQ(results[0].outcome, Outcome::refused);
     EXPECT_EQ(results[0].rows, 0);
     ASSERT_TRUE(results[0].refusal);
-    EXPECT_EQ(results[0].refusal->number, 10009);
-    EXPECT_EQ(results[0].refusal->description, "the sums differ");
+    EXPECT_EQ(results[0].refusal->number(), 10009);
+    EXPECT_EQ(results[0].refusal->description(), "the sums differ");
     EXPECT_EQ(results[1].outcome, Outcome::stored);
 }
 

@@ -15,7 +15,7 @@ TEST(JsonText, TellsAResultInItsForm) {
               R"({"voucher":"2013/1/2/5","outcome":"no-cash","rows":0})");
     EXPECT_EQ(jsonText(resultJson({{2013, 1, 2, 5}, Outcome::nothing, 0, {}})),
               R"({"voucher":"2013/1/2/5","outcome":"nothing","rows":0})");
-    EXPECT_EQ(jsonText(resultJson({{2013, 1, 2, 5}, Outcome::refused, 0, Refusal{10009, "a\r\nb \"c\""}})),
+    EXPECT_EQ(jsonText(resultJson({{2013, 1, 2, 5}, Outcome::refused, 0, Error{10009, "CashFlow", "a\r\nb \"c\""}})),
               "{\"voucher\":\"2013/1/2/5\",\"outcome\":\"refused\",\"rows\":0,"
               "\"error\":{\"number\":10009,\"description\":\"a\\r\\nb \\\"c\\\"\"}}");
 }

@@ -56,7 +56,7 @@ Json resultJson(const VoucherResult& result) {
     return json;
 }
 
-Json errorJson(const Refusal& refusal) { return {{"number", refusal.number}, {"description", refusal.description}}; }
+Json errorJson(const Error& refusal) { return {{"number", refusal.number()}, {"description", refusal.description()}}; }
 
 namespace {
 

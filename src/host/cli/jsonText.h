@@ -17,7 +17,7 @@ namespace z7::cashflow::host {
 [[nodiscard]] nlohmann::ordered_json resultJson(const VoucherResult& result);
 
 /// A refusal: {"number":10009,"description":"..."}, as it was raised.
-[[nodiscard]] nlohmann::ordered_json errorJson(const Refusal& refusal);
+[[nodiscard]] nlohmann::ordered_json errorJson(const Error& refusal);
 
 /// Rows as an array of objects with all their fields by name: null as null, numbers as numbers, dates as
 /// "yyyy-mm-dd"; rows that come from a document are told alike.

@@ -137,8 +137,8 @@ private:
                                 {output.text(HostText::error), TextTable::Align::right},
                                 {output.text(HostText::message)}});
             for (const VoucherResult& result : totals.refusals) {
-                refusals.add({voucherKeyText(result.key), std::to_string(result.refusal->number),
-                              reasonText(output.language(), result.refusal->description)});
+                refusals.add({voucherKeyText(result.key), std::to_string(result.refusal->number()),
+                              reasonText(output.language(), *result.refusal)});
             }
             output.table(refusals);
             if (totals.refused() > totals.refusals.size()) {

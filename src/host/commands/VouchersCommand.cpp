@@ -18,10 +18,10 @@ namespace {
 /// How the rows of one voucher stand.
 struct VoucherState {
     double cashSum = 0.0;
-    bool needed = false;            ///< the voucher moves cash, so that it must have rows
-    std::int32_t stored = 0;        ///< the rows that are stored
-    std::optional<bool> meets;      ///< whether the stored rows meet the voucher; nothing without stored rows
-    std::optional<Refusal> refusal; ///< why it could not be found out; what was found before is told
+    bool needed = false;          ///< the voucher moves cash, so that it must have rows
+    std::int32_t stored = 0;      ///< the rows that are stored
+    std::optional<bool> meets;    ///< whether the stored rows meet the voucher; nothing without stored rows
+    std::optional<Error> refusal; ///< why it could not be found out; what was found before is told
 };
 
 void readState(Session& session, const VoucherHead& voucher, VoucherState& state) {
@@ -45,7 +45,7 @@ VoucherState stateOf(Session& session, const VoucherHead& voucher) {
         if (isDatabaseFailure(error)) {
             throw;
         }
-        state.refusal = Refusal{error.number(), error.description()};
+        state.refusal = error;
     }
     return state;
 }
@@ -78,8 +78,8 @@ public:
             const VoucherState state = stateOf(session, voucher);
             if (state.refusal) {
                 output.remark(output.text(HostText::stateUnknown,
-                                          {voucherKeyText(voucher.key), std::to_string(state.refusal->number),
-                                           reasonText(options.language, state.refusal->description)}));
+                                          {voucherKeyText(voucher.key), std::to_string(state.refusal->number()),
+                                           reasonText(options.language, *state.refusal)}));
             }
             if (output.json()) {
                 output.line(jsonText(json(voucher, state)));

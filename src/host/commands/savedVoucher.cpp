@@ -15,9 +15,8 @@ int tellSaved(Output& output, const VoucherResult& result) {
     if (output.json()) {
         output.line(jsonText(resultJson(result)));
     } else if (result.refusal) {
-        throw Failure(
-            exitCode::refused, HostText::voucherFailed,
-            {std::to_string(result.refusal->number), reasonText(output.language(), result.refusal->description)});
+        throw Failure(exitCode::refused, HostText::voucherFailed,
+                      {std::to_string(result.refusal->number()), reasonText(output.language(), *result.refusal)});
     } else {
         output.line(output.text(savedText(result.outcome), {voucherKeyText(result.key), std::to_string(result.rows)}));
     }
@@ -36,9 +35,8 @@ int tellSavedOutside(Output& output, const OutsideResult& result) {
         }
         output.line(jsonText(json));
     } else if (result.refusal) {
-        throw Failure(
-            exitCode::refused, HostText::voucherFailed,
-            {std::to_string(result.refusal->number), reasonText(output.language(), result.refusal->description)});
+        throw Failure(exitCode::refused, HostText::voucherFailed,
+                      {std::to_string(result.refusal->number()), reasonText(output.language(), *result.refusal)});
     } else {
         output.line(
             terminal::printable(output.text(savedText(result.outcome), {result.key, std::to_string(result.rows)})));

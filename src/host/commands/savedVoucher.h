@@ -19,7 +19,7 @@ struct OutsideResult {
     std::string key;   ///< its outside key
     Outcome outcome = Outcome::refused;
     std::int32_t rows = 0; ///< the rows that were stored; 0 unless the outcome is stored
-    std::optional<Refusal> refusal;
+    std::optional<Error> refusal;
 };
 
 /// As tellSaved.

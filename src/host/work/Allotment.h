@@ -25,7 +25,7 @@ struct VoucherResult {
     VoucherKey key;
     Outcome outcome = Outcome::refused;
     std::int32_t rows = 0; ///< the rows that were stored; 0 unless the outcome is stored
-    std::optional<Refusal> refusal;
+    std::optional<Error> refusal;
 };
 
 /// Allots vouchers one by one: finds or generates the rows, checks them and saves them, each voucher in a transaction of its own,

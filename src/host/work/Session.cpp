@@ -26,7 +26,7 @@ Session::Session(const AccountPlace& place, std::int16_t year, const GlobalOptio
     try {
         connection_->Open(connectionString);
     } catch (const Error& error) {
-        const std::string reason = reasonText(options.language, error.description());
+        const std::string reason = reasonText(options.language, error);
         throw file ? Failure(exitCode::database, HostText::notADatabase, {file->string(), reason})
                    : Failure(exitCode::database, HostText::notConnected, {reason});
     }

@@ -1,7 +1,6 @@
 #include "host/work/Transaction.h"
 
 #include "host/work/databaseFailure.h"
-#include "z7cashflow/support/Error.h"
 
 namespace z7::cashflow::host {
 
@@ -20,7 +19,7 @@ void Transaction::end(bool keep) {
     open_ = false;
 }
 
-std::optional<Refusal> saveInTransaction(Connection& connection, bool keep, const std::function<void()>& save) {
+std::optional<Error> saveInTransaction(Connection& connection, bool keep, const std::function<void()>& save) {
     try {
         Transaction transaction(connection);
         save();
@@ -29,7 +28,7 @@ std::optional<Refusal> saveInTransaction(Connection& connection, bool keep, cons
         if (isDatabaseFailure(error)) {
             throw;
         }
-        return Refusal{error.number(), error.description()};
+        return error;
     }
     return std::nullopt;
 }
