@@ -255,6 +255,8 @@ Reason reasonOf(int code) noexcept {
     case XML_ERR_INVALID_CHAR:
     case XML_ERR_INVALID_ENCODING:
         return Reason::xmlCharacterInvalid;
+    case XML_ERR_NO_MEMORY: // the parser says so of its own bounds too, such as that on names
+        return Reason::xmlBeyondLimits;
     default:
         return Reason::xmlNotWellFormed;
     }
@@ -437,9 +439,7 @@ void prepare(xmlParserCtxt& parser, Reading& reading) {
     // Complaints quote the document: they stay off the error stream. (Their type differs between versions of the parser.)
     parser.sax->serror = [](void* context, auto* error) {
         Reading& reading = readingOf(context);
-        if (error->code == XML_ERR_NO_MEMORY) {
-            reading.outOfMemory = true;
-        } else if (error->level >= XML_ERR_ERROR) {
+        if (error->level >= XML_ERR_ERROR) {
             note(context, reasonOf(error->code));
         }
         reading.refused = reading.refused || error->level == XML_ERR_FATAL;
