@@ -70,7 +70,7 @@ constexpr std::array table{
     ChineseReason{R::xmlAttributeTwice, "第 {0} 行：同一元素中有重复的属性"},
     ChineseReason{R::xmlAttributeWithoutValue, "第 {0} 行：属性缺少带引号的值"},
     ChineseReason{R::xmlAttributeNotFinished, "第 {0} 行：属性值的引号没有闭合，或值中含有“<”"},
-    ChineseReason{R::xmlEntityUnknown, "第 {0} 行：“&”之后不是已知的实体；应写成 &amp;"},
+    ChineseReason{R::xmlEntityUnknown, "第 {0} 行：“&”之后不是已知的实体，“&”本身须转义"},
     ChineseReason{R::xmlPrefixUndeclared, "第 {0} 行：命名空间前缀没有声明"},
     ChineseReason{R::xmlCharacterInvalid, "第 {0} 行：含有不允许的字符，或文本不是 UTF-8 编码"},
     ChineseReason{R::xmlBeyondLimits, "第 {0} 行：文档嵌套过深，或含有不接受的声明或引用"},
