@@ -11,6 +11,7 @@
 #include "host/account/tableFiles.h"
 #include "host/work/Allotment.h"
 #include "host/work/VoucherList.h"
+#include "z7cashflow/data/DataProvider.h"
 #include "z7cashflow/support/conversions.h"
 
 #include <optional>
@@ -41,7 +42,8 @@ struct Totals {
 
 Totals allotAll(bench::Account& account, const std::vector<host::VoucherHead>& vouchers) {
     Totals totals;
-    host::Allotment allotment(account.connection(), account.gl(), true);
+    DataProvider data;
+    host::Allotment allotment(account.connection(), account.connection(), data, account.gl(), true);
     totals.vouchers = allotment.allotAll(
         vouchers, [] { return false; },
         [&](const host::VoucherResult& result) {

@@ -15,6 +15,7 @@
 #include "host/account/tableFiles.h"
 #include "host/work/Allotment.h"
 #include "host/work/VoucherList.h"
+#include "z7cashflow/data/DataProvider.h"
 #include "z7cashflow/support/conversions.h"
 
 #include <map>
@@ -68,7 +69,8 @@ std::vector<Statement> recordedStatements(const std::filesystem::path& file) {
             statements.back().rewritten.push_back({text, {}});
         }
     });
-    host::Allotment allotment(account.connection(), account.gl(), true);
+    DataProvider data;
+    host::Allotment allotment(account.connection(), account.connection(), data, account.gl(), true);
     allotment.allotAll(
         vouchers, [] { return false; }, [](const host::VoucherResult&) {});
     return statements;

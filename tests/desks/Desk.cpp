@@ -1,6 +1,8 @@
 #include "desks/Desk.h"
 
+#include "host/work/Allotment.h"
 #include "host/work/HostLogin.h"
+#include "host/work/databaseFailure.h"
 #include "z7cashflow/model/CashFlow.h"
 #include "z7cashflow/model/modPublic.h"
 #include "z7cashflow/support/conversions.h"
@@ -15,9 +17,6 @@ bool isRefusal(const Error& error) {
     return error.number() == errors::rowsDoNotFit || error.number() == errors::sumsDiffer ||
            error.number() == errors::invalidNull;
 }
-
-// Another session holds what is needed, or this one was chosen to give way to it.
-bool isInTheWay(const Error& error) { return error.sqlState() == "HYT00" || error.sqlState() == "40001"; }
 
 std::string voucherOf(FieldList& field) {
     return toText(field.Item(0)) + "/" + toText(field.Item(1)) + "/" + toText(field.Item(2));
@@ -42,13 +41,32 @@ void Desk::mark(const host::VoucherHead& voucher, const std::string& mark) {
 
 void Desk::edit(const host::VoucherHead& voucher, const std::string& mark, const std::string& item) {
     const host::VoucherKey& key = voucher.key;
-    this->mark(voucher, mark);
+    host::lockVoucher(connection(), key);
     std::shared_ptr<CashFlowCollection> rows =
         gl().CreateCashFlowColFromDB(connection(), host::voucherTable, key.period, key.kind, key.number, voucher.date);
     for (const auto& row : *rows) {
         row->SetValue("cCashItem", item);
     }
     gl().SaveCashFlowColEx(connection(), host::voucherTable, key.period, key.kind, key.number, voucher.date, &rows);
+    this->mark(voucher, mark);
+    connection().Execute("update gl_cashtable set cDefine1=N'" + mark + "' where iYear=" + std::to_string(year) +
+                         " and iPeriod=" + std::to_string(key.period) + " and iSignSeq=" + std::to_string(key.kind) +
+                         " and iNo_id=" + std::to_string(key.number));
+}
+
+bool Desk::allot(const host::VoucherKey& key) {
+    constexpr int mostAttempts = 1000;
+    for (int attempt = 1; attempt <= mostAttempts; ++attempt) {
+        const auto result = host::Allotment(connection(), connection(), data_, gl(), true).allot(key);
+        if (!result.refusal) {
+            return true;
+        }
+        if (result.refusal->findings.empty() ||
+            result.refusal->findings.front().kind != host::Finding::Kind::heldElsewhere) {
+            return false;
+        }
+    }
+    throw Error(0, "test", "another desk never let go of " + nameOf(key));
 }
 
 bool Desk::save(const host::VoucherHead& voucher, const std::string& mark, const std::string& item) {
@@ -64,7 +82,7 @@ bool Desk::save(const host::VoucherHead& voucher, const std::string& mark, const
             if (isRefusal(error)) {
                 return false;
             }
-            if (!isInTheWay(error) || attempt == mostAttempts) {
+            if (!host::isHeldElsewhere(error) || attempt == mostAttempts) {
                 throw;
             }
         }

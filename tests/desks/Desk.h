@@ -2,6 +2,7 @@
 
 #include "desks/Office.h"
 #include "host/work/VoucherList.h"
+#include "z7cashflow/data/DataProvider.h"
 #include "z7cashflow/providers/VoucherProvider.h"
 
 #include <functional>
@@ -27,12 +28,15 @@ public:
 
     /// Puts the desk's mark on the voucher's lines.
     void mark(const host::VoucherHead& voucher, const std::string& mark);
-    /// Does that, generates its rows, gives all of them one item and saves them, in the
-    /// transaction that is open. Errors as they come.
+    /// Locks the voucher as the program does, generates its rows, gives all of them one item, saves them, and then marks lines and
+    /// rows, in the transaction that is open. Errors as they come.
     void edit(const host::VoucherHead& voucher, const std::string& mark, const std::string& item);
     /// The same in a transaction of its own, again and again while another desk is in the way. False if the voucher is refused,
     /// which leaves it as it was.
     bool save(const host::VoucherHead& voucher, const std::string& mark, const std::string& item);
+
+    /// Allots a voucher just as the program does, again and again while another desk is in the way. False if it is refused.
+    bool allot(const host::VoucherKey& key);
 
     [[nodiscard]] std::vector<host::VoucherHead> vouchers();
     /// What is stored of each voucher that has rows: "rows:debit:credit".
@@ -46,6 +50,7 @@ private:
 
     std::unique_ptr<Connection> connection_;
     VoucherProvider provider_;
+    DataProvider data_;
 };
 
 /// A voucher as the maps name it: "period/kind/number".

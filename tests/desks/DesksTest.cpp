@@ -2,6 +2,8 @@
 
 #include "desks/Desk.h"
 #include "desks/Office.h"
+#include "host/work/Voucher.h"
+#include "host/work/databaseFailure.h"
 #include "z7cashflow/support/conversions.h"
 
 #include <gtest/gtest.h>
@@ -140,6 +142,27 @@ TEST_P(DesksTest, LeaveNoHalfAndNoDoubleVoucherWhereTheySaveTheSame) {
     EXPECT_EQ(alone.stored(), together) << "as many rows with the same sums as one desk alone stores";
 }
 
+TEST_P(DesksTest, StoreNoRowTwiceWhereTheyAllotTheSameVouchersAsTheProgramDoes) {
+    const auto all = vouchers();
+    std::vector<std::function<int()>> work(desks, [this, &all]() -> int {
+        Desk desk(*office_);
+        for (const host::VoucherHead& voucher : all) {
+            desk.allot(voucher.key);
+        }
+        return allDone;
+    });
+    EXPECT_EQ(runDesks(work), allDeskDone);
+
+    Desk alone(*office_);
+    const auto together = alone.stored();
+    std::size_t accepted = 0;
+    for (const host::VoucherHead& voucher : all) {
+        accepted += alone.allot(voucher.key) ? 1 : 0;
+    }
+    EXPECT_EQ(accepted, 291U) << "a voucher with doubled rows would be refused from now on";
+    EXPECT_EQ(alone.stored(), together);
+}
+
 TEST_P(DesksTest, EndInAClearErrorWhereAnotherHoldsTheVoucher) {
     Z7_NEEDS(office_->tellsLockTimeout());
     const auto all = vouchers();
@@ -151,9 +174,9 @@ TEST_P(DesksTest, EndInAClearErrorWhereAnotherHoldsTheVoucher) {
         connection->Open(office_->connectionString(10));
         try {
             connection->BeginTrans();
-            connection->Execute("update gl_accvouch set cDefine1=N'impatient' where iyear=" + std::to_string(year));
+            host::lockVoucher(*connection, all.front().key);
         } catch (const Error& error) {
-            if (error.sqlState() == "HYT00") {
+            if (host::isHeldElsewhere(error)) {
                 return gaveUp;
             }
             throw;

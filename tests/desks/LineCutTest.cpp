@@ -3,6 +3,7 @@
 #include "desks/CutCalls.h"
 #include "desks/Desk.h"
 #include "desks/Office.h"
+#include "host/work/Judge.h"
 
 #include "adapters/odbc/Connection.h"
 #include "adapters/odbc/ConnectionOptions.h"

@@ -1,7 +1,10 @@
 #include "host/work/Allotment.h"
 
+#include "doubles/FakeLogin.h"
+#include "doubles/ScriptedDatabase.h"
 #include "z7cashflow/model/CashFlowCollection.h"
 #include "z7cashflow/model/modPublic.h"
+#include "z7cashflow/support/conversions.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -62,24 +65,66 @@ const Date someDay(45000.0);
 
 VoucherHead voucher(std::int32_t number) { return {{2024, 1, 2, number}, someDay, "summary"}; }
 
-/// A save that hands back that many rows.
-auto savesRows(int count) {
-    return [count](Connection&, const std::string&, std::uint8_t, std::int16_t, std::int32_t, Date, Rows* rows, bool*) {
-        *rows = CashFlowCollection::Create();
-        for (int i = 0; i < count; ++i) {
-            (*rows)->Add((*rows)->CreateCFObject());
-        }
-        return true;
-    };
-}
+const std::string lockStatement = "update gl_accvouch set cdigest=cdigest where iyear=2024 and iperiod=1 and "
+                                  "isignseq=2 and ino_id=";
 
 class AllotmentTest : public testing::Test {
 protected:
-    AllotmentTest() { modPublic::context() = modPublic::Context{}; }
+    AllotmentTest() {
+        modPublic::context() = modPublic::Context{};
+        modPublic::SetLogin(std::make_shared<test::FakeLogin>());
+        database.acceptPrefix("update gl_accvouch set cdigest=cdigest");
+        database.answerPrefix("select v.inid,", linesOf(Variant(0.0)));
+        database.answerPrefix("select t.inid,", {{"inid"}, {}, {}});
+        database.answerPrefix("select iyear,iid from zqsystem..ua_period",
+                              {{"iyear", "iid"}, {{Variant(2024), Variant(1)}}, {}});
+        database.answerWith("select table1.*", [this](const std::string&) {
+            test::Table table{{"RowGuid"}, {}, {}};
+            for (const std::string& guid : readable) {
+                table.rows.push_back({Variant(guid)});
+            }
+            return table;
+        });
+        ON_CALL(connection, Execute(_)).WillByDefault([this](const std::string& text) {
+            return database.connection().Execute(text);
+        });
+        EXPECT_CALL(connection, Execute(_)).Times(testing::AnyNumber());
+    }
     ~AllotmentTest() override { modPublic::context() = modPublic::Context{}; }
 
+    /// A receipt of 5 with that credit amount on its cash line.
+    static test::Table linesOf(const Variant& credit) {
+        const auto line = [](int number, const char* account, const Variant& debit, const Variant& mc, bool cash) {
+            return std::vector<Variant>{
+                Variant(number),  Variant(someDay), Variant(account), debit,          mc,       Variant(), Variant(),
+                Variant(account), Variant(cash),    Variant(true),    Variant(false), Variant()};
+        };
+        return {{"inid", "dbill_date", "ccode", "md", "mc", "citem_class", "citem_id", "known", "bCashItem", "bend",
+                 "bclose", "cUserDefineType"},
+                {line(1, "1001", Variant(credit.isNull() ? 0.0 : 5.0), credit, true),
+                 line(2, "6001", Variant(0.0), Variant(5.0), false)},
+                {}};
+    }
+
+    /// A save that hands back that many rows, which readers find afterwards.
+    auto savesRows(int count) {
+        return [this, count](Connection&, const std::string&, std::uint8_t, std::int16_t, std::int32_t, Date,
+                             Rows* rows, bool*) {
+            *rows = CashFlowCollection::Create();
+            readable.clear();
+            for (int i = 0; i < count; ++i) {
+                const auto row = (*rows)->CreateCFObject();
+                readable.push_back(toText(row->Item("RowGuid")));
+                (*rows)->Add(row);
+            }
+            return true;
+        };
+    }
+
+    Allotment allotment(bool keep = true) { return {connection, database.connection(), data, provider, keep}; }
+
     std::vector<VoucherResult> run(
-        Allotment& allotment, int vouchers, const std::function<bool()>& stop = [] { return false; }) {
+        Allotment allotment, int vouchers, const std::function<bool()>& stop = [] { return false; }) {
         std::vector<VoucherHead> heads;
         for (int i = 1; i <= vouchers; ++i) {
             heads.push_back(voucher(i));
@@ -89,6 +134,9 @@ protected:
         return results;
     }
 
+    test::ScriptedDatabase database;
+    DataProvider data;
+    std::vector<std::string> readable; ///< identities of the rows that readers find
     StrictMock<MockConnection> connection;
     StrictMock<MockProvider> provider;
     std::size_t done = 0;
@@ -102,8 +150,7 @@ TEST_F(AllotmentTest, StoresEachVoucherInATransactionOfItsOwn) {
             .WillOnce(savesRows(number));
         EXPECT_CALL(connection, CommitTrans());
     }
-    Allotment allotment(connection, provider, true);
-    const auto results = run(allotment, 2);
+    const auto results = run(allotment(), 2);
     ASSERT_EQ(results.size(), 2U);
     EXPECT_EQ(results[0].outcome, Outcome::stored);
     EXPECT_EQ(results[0].rows, 1);
@@ -115,8 +162,7 @@ TEST_F(AllotmentTest, RollsEveryVoucherBackWhereNothingIsToBeKept) {
     EXPECT_CALL(connection, BeginTrans()).Times(2);
     EXPECT_CALL(connection, RollbackTrans()).Times(2);
     EXPECT_CALL(provider, SaveCashFlowColEx(_, _, _, _, _, _, _, _)).WillRepeatedly(savesRows(1));
-    Allotment allotment(connection, provider, false);
-    EXPECT_EQ(run(allotment, 2)[1].outcome, Outcome::stored);
+    EXPECT_EQ(run(allotment(false), 2)[1].outcome, Outcome::stored);
 }
 
 TEST_F(AllotmentTest, TellsNoCashFromNothingToAllot) {
@@ -124,8 +170,7 @@ TEST_F(AllotmentTest, TellsNoCashFromNothingToAllot) {
     EXPECT_CALL(connection, CommitTrans()).Times(2);
     EXPECT_CALL(provider, SaveCashFlowColEx(_, _, _, _, 1, _, _, _)).WillOnce(Return(true));
     EXPECT_CALL(provider, SaveCashFlowColEx(_, _, _, _, 2, _, _, _)).WillOnce(savesRows(0));
-    Allotment allotment(connection, provider, true);
-    const auto results = run(allotment, 2);
+    const auto results = run(allotment(), 2);
     EXPECT_EQ(results[0].outcome, Outcome::noCash);
     EXPECT_EQ(results[1].outcome, Outcome::nothing);
 }
@@ -139,13 +184,12 @@ TEST_F(AllotmentTest, RollsARefusedVoucherBackAndGoesOn) {
     EXPECT_CALL(connection, BeginTrans());
     EXPECT_CALL(provider, SaveCashFlowColEx(_, _, _, _, 2, _, _, _)).WillOnce(savesRows(3));
     EXPECT_CALL(connection, CommitTrans());
-    Allotment allotment(connection, provider, true);
-    const auto results = run(allotment, 2);
+    const auto results = run(allotment(), 2);
     EXPECT_EQ(results[0].outcome, Outcome::refused);
     EXPECT_EQ(results[0].rows, 0);
     ASSERT_TRUE(results[0].refusal);
-    EXPECT_EQ(results[0].refusal->number(), 10009);
-    EXPECT_EQ(results[0].refusal->description(), "the sums differ");
+    EXPECT_EQ(results[0].refusal->error.number(), 10009);
+    EXPECT_EQ(results[0].refusal->error.description(), "the sums differ");
     EXPECT_EQ(results[1].outcome, Outcome::stored);
 }
 
@@ -153,9 +197,8 @@ TEST_F(AllotmentTest, StopsBeforeTheNextVoucherWhenAsked) {
     EXPECT_CALL(connection, BeginTrans()).Times(3);
     EXPECT_CALL(connection, CommitTrans()).Times(3);
     EXPECT_CALL(provider, SaveCashFlowColEx(_, _, _, _, _, _, _, _)).Times(3).WillRepeatedly(savesRows(1));
-    Allotment allotment(connection, provider, true);
     int asked = 0;
-    const auto results = run(allotment, 10, [&asked] { return ++asked > 3; });
+    const auto results = run(allotment(), 10, [&asked] { return ++asked > 3; });
     EXPECT_EQ(results.size(), 3U);
     EXPECT_EQ(done, 3U);
 }
@@ -166,8 +209,7 @@ TEST_F(AllotmentTest, AFailingDatabaseEndsTheRunAfterARollback) {
     EXPECT_CALL(provider, SaveCashFlowColEx(_, _, _, _, 1, _, _, _))
         .WillOnce(Throw(Error(13, "CashFlow", "database or disk is full", "HY000")));
     EXPECT_CALL(connection, RollbackTrans());
-    Allotment allotment(connection, provider, true);
-    EXPECT_THROW(run(allotment, 2), Error);
+    EXPECT_THROW(run(allotment(), 2), Error);
 }
 
 TEST_F(AllotmentTest, ACommitThatFailsIsRolledBack) {
@@ -176,8 +218,75 @@ TEST_F(AllotmentTest, ACommitThatFailsIsRolledBack) {
     EXPECT_CALL(provider, SaveCashFlowColEx(_, _, _, _, _, _, _, _)).WillOnce(savesRows(1));
     EXPECT_CALL(connection, CommitTrans()).WillOnce(Throw(Error(5, "SQLite", "database is locked", "HYT00")));
     EXPECT_CALL(connection, RollbackTrans());
-    Allotment allotment(connection, provider, true);
-    EXPECT_THROW(run(allotment, 2), Error);
+    EXPECT_THROW(run(allotment(), 2), Error);
+}
+
+TEST_F(AllotmentTest, LocksTheVoucherBeforeAnythingOfItIsRead) {
+    InSequence sequence;
+    EXPECT_CALL(connection, BeginTrans());
+    EXPECT_CALL(connection, Execute(lockStatement + "1"));
+    EXPECT_CALL(connection, Execute(testing::StartsWith("select v.inid,")));
+    EXPECT_CALL(connection, Execute(testing::StartsWith("select t.inid,")));
+    EXPECT_CALL(provider, SaveCashFlowColEx(_, _, _, _, 1, _, _, _)).WillOnce(savesRows(1));
+    EXPECT_CALL(connection, CommitTrans());
+    EXPECT_EQ(run(allotment(), 1)[0].outcome, Outcome::stored);
+}
+
+TEST_F(AllotmentTest, AVoucherThatAnotherDeskHoldsIsRefusedAndTheRunGoesOn) {
+    // As a server says it, as it says of a deadlock, and as the embedded database says it when a transaction begins.
+    for (const Error& held : {Error(1222, "ODBC", "Lock request time out period exceeded.", "42000"),
+                              Error(1205, "ODBC", "deadlocked", "40001"), Error(5, "SQLite", "locked", "HYT00")}) {
+        InSequence sequence;
+        EXPECT_CALL(connection, BeginTrans());
+        EXPECT_CALL(connection, Execute(lockStatement + "1")).WillOnce(Throw(held));
+        EXPECT_CALL(connection, RollbackTrans());
+        EXPECT_CALL(connection, BeginTrans());
+        EXPECT_CALL(connection, Execute(lockStatement + "2"));
+        EXPECT_CALL(connection, Execute(testing::StartsWith("select "))).Times(2);
+        EXPECT_CALL(provider, SaveCashFlowColEx(_, _, _, _, 2, _, _, _)).WillOnce(savesRows(3));
+        EXPECT_CALL(connection, CommitTrans());
+        const auto results = run(allotment(), 2);
+        ASSERT_EQ(results[0].outcome, Outcome::refused);
+        EXPECT_EQ(results[0].refusal->error.number(), held.number());
+        ASSERT_EQ(results[0].refusal->findings.size(), 1U);
+        EXPECT_EQ(results[0].refusal->findings[0].kind, Finding::Kind::heldElsewhere);
+        EXPECT_EQ(results[1].outcome, Outcome::stored);
+        testing::Mock::VerifyAndClearExpectations(&connection);
+    }
+}
+
+TEST_F(AllotmentTest, ATransactionThatCannotBeginBecauseAnotherWritesIsARefusal) {
+    EXPECT_CALL(connection, BeginTrans()).WillOnce(Throw(Error(5, "SQLite", "database is locked", "HYT00")));
+    EXPECT_EQ(run(allotment(), 1)[0].refusal->findings.at(0).kind, Finding::Kind::heldElsewhere);
+}
+
+TEST_F(AllotmentTest, RowsThatReadersDoNotFindAreRolledBack) {
+    InSequence sequence;
+    EXPECT_CALL(connection, BeginTrans());
+    EXPECT_CALL(provider, SaveCashFlowColEx(_, _, _, _, _, _, _, _)).WillOnce([this](auto&&... arguments) {
+        savesRows(2)(arguments...);
+        readable.pop_back();
+        return true;
+    });
+    EXPECT_CALL(connection, RollbackTrans());
+    const auto results = run(allotment(), 1);
+    EXPECT_EQ(results[0].outcome, Outcome::refused);
+    EXPECT_EQ(results[0].rows, 0);
+    EXPECT_EQ(results[0].refusal->error.number(), refusals::rowsNotReadable);
+    EXPECT_EQ(results[0].refusal->findings.at(0).rows, 1);
+}
+
+TEST_F(AllotmentTest, TheLibraryIsNotAskedAboutAVoucherOfAnotherYearOrWithoutAnAmount) {
+    EXPECT_CALL(connection, BeginTrans()).Times(3);
+    EXPECT_CALL(connection, RollbackTrans()).Times(3);
+    database.answerPrefix("select v.inid,", linesOf(Variant()));
+    EXPECT_EQ(run(allotment(), 1)[0].refusal->error.number(), errors::invalidNull);
+    database.answerPrefix("select v.inid,", linesOf(Variant(0.0)));
+    database.answerPrefix("select iyear,iid from zqsystem..ua_period",
+                          {{"iyear", "iid"}, {{Variant(2023), Variant(12)}}, {}});
+    EXPECT_EQ(run(allotment(), 1)[0].refusal->error.number(), refusals::dateOutsideYear);
+    database.answerPrefix("select iyear,iid from zqsystem..ua_period", {{"iyear", "iid"}, {}, {}});
+    EXPECT_EQ(run(allotment(), 1)[0].refusal->error.number(), refusals::dateOutsideYear);
 }
 
 TEST_F(AllotmentTest, TheYearOfOneVoucherDoesNotReachTheNext) {
@@ -189,8 +298,7 @@ TEST_F(AllotmentTest, TheYearOfOneVoucherDoesNotReachTheNext) {
         modPublic::SetIYear(1900); // as a date outside every period leaves it
         return true;
     }));
-    Allotment allotment(connection, provider, true);
-    run(allotment, 2);
+    run(allotment(), 2);
     EXPECT_THAT(years, ElementsAre(2024, 2024));
 }
 

@@ -177,18 +177,21 @@ TEST_F(ApplicationTest, ADatabaseThatIsNoneIsExitCodeThree) {
     EXPECT_FALSE(std::filesystem::exists(missing)) << "looking for a database makes none";
 }
 
-TEST_F(ApplicationTest, ALockedDatabaseIsExitCodeThreeAndStaysAsItIs) {
+TEST_F(ApplicationTest, AVoucherThatAnotherSessionHoldsIsRefusedAndTheRunGoesOn) {
     const std::string file = sample();
     sqlite::Connection other;
     other.Open(sqlite::connectionString(file, 2024));
     const std::string before = contentOf(other, "gl_cashtable");
     ASSERT_THAT(before, HasSubstr("\n")) << "some rows are there";
     other.BeginTrans();
-    const RunResult run =
-        runProgram({"allot", "--connect", "driver=sqlite;timeout=1;database=" + file, "--year", "2024"});
-    EXPECT_EQ(run.exitCode, 3);
-    EXPECT_THAT(run.err, HasSubstr("Stopped at voucher 2024/1/1/1 by an error of the database: 0 of 301 vouchers"));
-    EXPECT_THAT(run.err, HasSubstr("locked"));
+    const std::string connect = "driver=sqlite;timeout=1;database=" + file;
+    const RunResult run = runProgram({"allot", "--connect", connect, "--year", "2024", "--period", "1"});
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_THAT(run.out, HasSubstr("Another desk is using the voucher, so nothing was changed; try again."));
+    EXPECT_THAT(run.out, testing::ContainsRegex("refused +25 +0\n"));
+    const RunResult save = runProgram({"save", "--connect", connect, "2024/1/1/1", "--json"});
+    EXPECT_EQ(save.exitCode, 1);
+    EXPECT_THAT(save.out, HasSubstr("\"findings\":[{\"kind\":\"held-elsewhere\"}]"));
     other.RollbackTrans();
     EXPECT_EQ(contentOf(other, "gl_cashtable"), before);
 }

@@ -25,5 +25,16 @@ TEST(DatabaseFailure, IsTheDatabaseAndNotTheVoucher) {
     EXPECT_FALSE(isDatabaseFailure(Error(18, "CashFlow", "string or blob too big", "HY000")));
 }
 
+TEST(DatabaseFailure, TellsALockThatAnotherSessionHoldsFromEverythingElse) {
+    EXPECT_TRUE(isHeldElsewhere(Error(5, "SQLite", "database is locked", "HYT00")));
+    EXPECT_TRUE(isHeldElsewhere(Error(1222, "CashFlow", "Lock request time out period exceeded.", "HYT00")));
+    EXPECT_TRUE(isHeldElsewhere(Error(1222, "CashFlow", "Lock request time out period exceeded.", "42000")));
+    EXPECT_TRUE(isHeldElsewhere(Error(1205, "CashFlow", "deadlocked", "40001")));
+    EXPECT_TRUE(isHeldElsewhere(Error(1205, "CashFlow", "deadlocked", "HY000")));
+    EXPECT_FALSE(isHeldElsewhere(Error(3930, "CashFlow", "the transaction is gone", "25000")));
+    EXPECT_FALSE(isHeldElsewhere(Error(0, "ODBC", "connection lost", "08S01")));
+    EXPECT_FALSE(isHeldElsewhere(Error(1205, "CashFlow", "no error of a database")));
+}
+
 } // namespace
 } // namespace z7::cashflow::host

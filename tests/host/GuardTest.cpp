@@ -128,12 +128,12 @@ TEST_F(GuardTest, AHostileVoucherDoesNotEndTheList) {
                        "values (2024,1,1,N'R',1,2,N'01',0,5,N'O''Brien')");
     connection.Close();
     const RunResult list = run({"vouchers", "--year", "2024", "--json"});
-    EXPECT_EQ(list.exitCode, 0) << list.err;
+    EXPECT_EQ(list.exitCode, 1) << list.err;
     ASSERT_EQ(list.lines().size(), 7U);
     const Json first = Json::parse(list.lines()[0]);
     EXPECT_EQ(first.at("error").at("number"), guard::statementRefused);
-    EXPECT_EQ(first.at("stored"), 1);
-    EXPECT_TRUE(first.at("meets").is_null());
+    EXPECT_TRUE(first.at("stored").is_null());
+    EXPECT_TRUE(first.at("matched").is_null());
     EXPECT_FALSE(Json::parse(list.lines()[1]).contains("error"));
     EXPECT_THAT(list.err, HasSubstr("Voucher 2024/1/1/1: error 10020"));
 }

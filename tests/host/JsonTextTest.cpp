@@ -9,15 +9,40 @@ namespace z7::cashflow::host {
 namespace {
 
 TEST(JsonText, TellsAResultInItsForm) {
-    EXPECT_EQ(jsonText(resultJson({{2013, 1, 2, 5}, Outcome::stored, 2, {}})),
+    EXPECT_EQ(jsonText(resultJson({{2013, 1, 2, 5}, Outcome::stored, 2, 2, {}, {}}, Language::english)),
               R"({"voucher":"2013/1/2/5","outcome":"stored","rows":2})");
-    EXPECT_EQ(jsonText(resultJson({{2013, 1, 2, 5}, Outcome::noCash, 0, {}})),
+    EXPECT_EQ(jsonText(resultJson({{2013, 1, 2, 5}, Outcome::noCash, 0, 0, {}, {}}, Language::english)),
               R"({"voucher":"2013/1/2/5","outcome":"no-cash","rows":0})");
-    EXPECT_EQ(jsonText(resultJson({{2013, 1, 2, 5}, Outcome::nothing, 0, {}})),
+    EXPECT_EQ(jsonText(resultJson({{2013, 1, 2, 5}, Outcome::nothing, 0, 0, {}, {}}, Language::english)),
               R"({"voucher":"2013/1/2/5","outcome":"nothing","rows":0})");
-    EXPECT_EQ(jsonText(resultJson({{2013, 1, 2, 5}, Outcome::refused, 0, Error{10009, "CashFlow", "a\r\nb \"c\""}})),
+    EXPECT_EQ(jsonText(resultJson({{2013, 1, 2, 5}, Outcome::nothing, 0, 3, {}, {}}, Language::english)),
+              R"({"voucher":"2013/1/2/5","outcome":"nothing","rows":0,"removed":3})");
+    const Refusal refusal{Error(10009, "CashFlow", "a\r\nb \"c\""), {}};
+    EXPECT_EQ(jsonText(resultJson({{2013, 1, 2, 5}, Outcome::refused, 0, 0, refusal, {}}, Language::english)),
               "{\"voucher\":\"2013/1/2/5\",\"outcome\":\"refused\",\"rows\":0,"
               "\"error\":{\"number\":10009,\"description\":\"a\\r\\nb \\\"c\\\"\"}}");
+}
+
+TEST(JsonText, TellsTheFindingsOfARefusalInWordsThatStayInEveryLanguage) {
+    Finding sums;
+    sums.kind = Finding::Kind::sumsDiffer;
+    sums.voucherSum = -8800.0;
+    Finding line;
+    line.kind = Finding::Kind::noTemplate;
+    line.line = 1;
+    line.account = "1123";
+    line.debit = true;
+    line.amount = 8800.0;
+    Finding item;
+    item.kind = Finding::Kind::itemUnknown;
+    item.line = 2;
+    item.account = "6602";
+    item.item = "9999";
+    item.origin = ItemOrigin::templateOfAccount;
+    EXPECT_EQ(errorJson({Error(10009, "CashFlow", "x"), {sums, line, item}}, Language::chinese).dump(),
+              R"({"number":10009,"description":"x","findings":[{"kind":"sums-differ","voucher":-8800.0,"rows":0.0},)"
+              R"({"kind":"no-template","line":1,"account":"1123","side":"debit","amount":8800.0},)"
+              R"({"kind":"item-unknown","line":2,"account":"6602","item":"9999","origin":"template"}]})");
 }
 
 TEST(JsonText, EscapesEveryControlCharacterAndSurvivesBadBytes) {

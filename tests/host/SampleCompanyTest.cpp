@@ -261,23 +261,23 @@ TEST_F(SampleCompanyTest, APeriodAloneIsAllotted) {
     }
 }
 
-TEST_F(SampleCompanyTest, StoredRowsMeetTheirVouchersAfterwards) {
+TEST_F(SampleCompanyTest, StoredRowsMatchTheirVouchersAfterwards) {
     const auto results = resultsByVoucher(run({"allot", "--year", "2024", "--json"}));
     int looked = 0;
     for (const auto& [voucher, state] : resultsByVoucher(run({"vouchers", "--year", "2024", "--json"}))) {
         const Json& result = results.at(voucher);
         const std::string outcome = result.at("outcome");
         if (outcome == "stored") {
-            EXPECT_EQ(state.at("meets"), true) << voucher;
+            EXPECT_EQ(state.at("matched"), true) << voucher;
             EXPECT_EQ(state.at("stored"), result.at("rows")) << voucher;
             EXPECT_EQ(state.at("needed"), true) << voucher;
             ++looked;
         } else if (outcome != "refused") {
             EXPECT_EQ(state.at("stored"), 0) << voucher;
-            EXPECT_TRUE(state.at("meets").is_null()) << voucher;
+            EXPECT_TRUE(state.at("matched").is_null()) << voucher;
             EXPECT_EQ(state.at("needed"), false) << voucher;
         } else {
-            EXPECT_NE(state.at("meets"), true) << voucher;
+            EXPECT_NE(state.at("matched"), true) << voucher;
         }
     }
     EXPECT_EQ(looked, 178);

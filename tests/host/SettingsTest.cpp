@@ -170,6 +170,7 @@ TEST(Settings, OfAnAccountWithoutPeriodsAreToldInPlaceOfPassingVouchersOver) {
     scratch.write("other.toml", "account = '999'\n");
     const std::string settings = (scratch.path() / "other.toml").string();
     for (const std::vector<std::string>& command : {std::vector<std::string>{"allot", database, "--year", "2024"},
+                                                    {"vouchers", database, "--year", "2024"},
                                                     {"check", database, "2024/1/1/1"},
                                                     {"save", database, "2024/1/1/1"},
                                                     {"rows", database, "2024/1/1/1"}}) {
@@ -177,7 +178,7 @@ TEST(Settings, OfAnAccountWithoutPeriodsAreToldInPlaceOfPassingVouchersOver) {
         arguments.insert(arguments.end(), command.begin(), command.end());
         const RunResult result = runProgram(arguments);
         EXPECT_EQ(result.exitCode, exitCode::database) << command.front();
-        EXPECT_THAT(result.err, HasSubstr("no period of the year 2024 of account 999")) << command.front();
+        EXPECT_THAT(result.err, HasSubstr("Account 999 has no accounting periods")) << command.front();
     }
 }
 

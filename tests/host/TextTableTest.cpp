@@ -1,7 +1,7 @@
 #include "host/terminal/TextTable.h"
 
 #include "adapters/terminal/printable.h"
-#include "host/cli/Output.h"
+#include "host/text/amountText.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -42,6 +42,23 @@ TEST(VoucherKey, RefusesEveryOtherText) {
     }
 }
 
+TEST(VoucherKey, SaysWhichPartIsOutOfItsRange) {
+    using Part = KeyPartOutOfRange::Part;
+    const auto outOf = [](const char* text) {
+        const auto part = keyPartOutOfRange(text);
+        return part ? std::optional(part->part) : std::nullopt;
+    };
+    EXPECT_EQ(outOf("0/1/1/1"), Part::year);
+    EXPECT_EQ(outOf("10000/256/1/1"), Part::year) << "the first one is named";
+    EXPECT_EQ(outOf("2024/256/1/1"), Part::period);
+    EXPECT_EQ(outOf("2024/1/32768/1"), Part::kind);
+    EXPECT_EQ(outOf("2024/1/1/99999999999999999999"), Part::number);
+    EXPECT_EQ(outOf("2024/255/32767/2147483647"), std::nullopt);
+    EXPECT_EQ(outOf("2024/1/1"), std::nullopt) << "no key at all";
+    EXPECT_EQ(outOf("2024/256/x/1"), std::nullopt);
+    EXPECT_EQ(keyPartOutOfRange("2024/300/1/1")->most, 255);
+}
+
 TEST(VoucherKey, WritesWhatItReads) {
     const VoucherKey key{2024, 12, 3, 40000};
     EXPECT_EQ(voucherKeyText(key), "2024/12/3/40000");

@@ -4,7 +4,7 @@
 #include "adapters/odbc/SqliteDialect.h"
 #include "adapters/sqlite/Connection.h"
 #include "adapters/sqlite/database.h"
-#include "host/work/RowsView.h"
+#include "host/work/rowsDocument.h"
 #include "z7cashflow/model/CashFlowCollection.h"
 #include "z7cashflow/support/conversions.h"
 
@@ -152,7 +152,7 @@ TEST_F(XmlCommandsTest, OutsideVouchersOfTheLedgerAndOfATableOfTheirOwn) {
         EXPECT_EQ(number(rowsOfInvoice), 1);
         EXPECT_EQ(Json::parse(outside("rows", table, invoice, {"--json"}).out).size(), 1U);
         EXPECT_EQ(outside("check", table, invoice, {"--json"}).out,
-                  "{\"table\":\"" + std::string(table) + "\",\"key\":\"AR-2024-0301\",\"verdict\":\"meets\"}\n");
+                  "{\"table\":\"" + std::string(table) + "\",\"key\":\"AR-2024-0301\",\"verdict\":\"matched\"}\n");
     }
 }
 
@@ -259,7 +259,7 @@ TEST_F(XmlCommandsTest, ConnectTakesTheFilesPlace) {
     EXPECT_EQ(runProgram({"rows", "2024/6/2/10"}).out, byFile.out);
     EXPECT_EQ(runProgram({"rows", (scratch.path() / "other.db").string(), "2024/6/2/10"}).exitCode, 3)
         << "a file that is named goes before the environment";
-    EXPECT_EQ(runProgram({"vouchers", "--year", "2024"}).exitCode, 0);
+    EXPECT_EQ(runProgram({"vouchers", "--year", "2024", "--period", "1"}).exitCode, 0);
     EXPECT_EQ(runProgram({"rows", database.string(), "2024/6/2/10", "--connect", connect}).exitCode, 2);
 }
 

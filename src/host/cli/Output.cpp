@@ -3,7 +3,6 @@
 #include "adapters/terminal/printable.h"
 #include "host/cli/ExitCode.h"
 #include "host/cli/Failure.h"
-#include "z7cashflow/support/format.h"
 
 #include <cerrno>
 #include <ostream>
@@ -52,7 +51,5 @@ void Output::requireGood() {
     throw Failure(exitCode::database, HostText::outputFailed,
                   {reason == 0 ? std::string("?") : std::generic_category().message(reason)});
 }
-
-std::string amountText(double amount) { return format(amount, "##,##0.00"); }
 
 } // namespace z7::cashflow::host

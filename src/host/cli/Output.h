@@ -41,7 +41,4 @@ private:
     const GlobalOptions& options_;
 };
 
-/// An amount for people, such as "1,234.50".
-[[nodiscard]] std::string amountText(double amount);
-
 } // namespace z7::cashflow::host

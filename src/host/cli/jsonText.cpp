@@ -1,11 +1,15 @@
 #include "host/cli/jsonText.h"
 
 #include "host/report/rowsByLine.h"
+#include "host/text/refusalText.h"
 #include "z7cashflow/support/conversions.h"
 
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
+#include <array>
 #include <set>
+#include <utility>
 
 namespace z7::cashflow::host {
 
@@ -47,16 +51,112 @@ std::string jsonText(const Json& value) {
     return safe;
 }
 
-Json resultJson(const VoucherResult& result) {
+Json resultJson(const VoucherResult& result, Language language) {
     Json json = {
         {"voucher", voucherKeyText(result.key)}, {"outcome", outcomeWord(result.outcome)}, {"rows", result.rows}};
+    if (result.rows == 0 && result.removed > 0) {
+        json["removed"] = result.removed;
+    }
     if (result.refusal) {
-        json["error"] = errorJson(*result.refusal);
+        json["error"] = errorJson(*result.refusal, language);
+    }
+    if (result.mismatch) {
+        json["mismatch"] = errorJson(*result.mismatch, language);
     }
     return json;
 }
 
-Json errorJson(const Error& refusal) { return {{"number", refusal.number()}, {"description", refusal.description()}}; }
+namespace {
+
+using Kind = Finding::Kind;
+
+constexpr std::array kindWords{
+    std::pair{Kind::voucherGone, "voucher-gone"},
+    std::pair{Kind::dateMissing, "date-missing"},
+    std::pair{Kind::dateOutside, "date-outside"},
+    std::pair{Kind::amountMissing, "amount-missing"},
+    std::pair{Kind::itemUnknown, "item-unknown"},
+    std::pair{Kind::accountUnknown, "account-unknown"},
+    std::pair{Kind::rowsNotFound, "rows-not-found"},
+    std::pair{Kind::sumsDiffer, "sums-differ"},
+    std::pair{Kind::noTemplate, "no-template"},
+    std::pair{Kind::lineWithoutRow, "line-without-row"},
+    std::pair{Kind::accountNotInYear, "account-not-in-year"},
+    std::pair{Kind::accountClosed, "account-closed"},
+    std::pair{Kind::accountNotEnd, "account-not-end"},
+    std::pair{Kind::rowWithoutLine, "row-without-line"},
+    std::pair{Kind::rowOnOther, "row-on-other-account"},
+    std::pair{Kind::rowsDoubled, "rows-doubled"},
+    std::pair{Kind::notStoredYet, "not-stored-yet"},
+    std::pair{Kind::newRowsMatch, "new-rows-match"},
+    std::pair{Kind::heldElsewhere, "held-elsewhere"},
+    std::pair{Kind::noRowsDocument, "no-rows-document"},
+    std::pair{Kind::otherVoucher, "other-voucher"},
+};
+
+constexpr std::array originWords{
+    std::pair{ItemOrigin::storedRow, "stored-row"},
+    std::pair{ItemOrigin::auxiliaryItem, "auxiliary-item"},
+    std::pair{ItemOrigin::line, "line"},
+    std::pair{ItemOrigin::templateOfAccount, "template"},
+    std::pair{ItemOrigin::document, "document"},
+};
+
+template <class Words, class Id> const char* wordOf(const Words& words, Id id) {
+    return std::find_if(words.begin(), words.end(), [id](const auto& word) { return word.first == id; })->second;
+}
+
+Json findingJson(const Finding& finding) {
+    Json json = {{"kind", wordOf(kindWords, finding.kind)}};
+    const auto addText = [&json](const char* name, const std::string& text) {
+        if (!text.empty()) {
+            json[name] = text;
+        }
+    };
+    if (finding.line != 0) {
+        json["line"] = finding.line;
+    }
+    addText("account", finding.account);
+    addText("otherAccount", finding.otherAccount);
+    if (finding.amount != 0.0 || finding.kind == Kind::amountMissing) {
+        json["side"] = finding.debit ? "debit" : "credit";
+    }
+    if (finding.amount != 0.0) {
+        json["amount"] = finding.amount;
+    }
+    if (finding.kind == Kind::itemUnknown) {
+        json["item"] = finding.item;
+        json["origin"] = wordOf(originWords, finding.origin);
+    }
+    if (finding.kind == Kind::sumsDiffer) {
+        json["voucher"] = finding.voucherSum;
+        json["rows"] = finding.rowsSum;
+    }
+    if (finding.kind == Kind::rowsDoubled || finding.kind == Kind::rowsNotFound) {
+        json["rows"] = finding.rows;
+    }
+    if (finding.kind == Kind::dateOutside) {
+        json["date"] = dayText(finding.date);
+    }
+    addText("voucher", finding.voucher);
+    return json;
+}
+
+} // namespace
+
+Json errorJson(const Refusal& refusal, Language language) {
+    const std::string& raised = refusal.error.description();
+    Json json = {{"number", refusal.error.number()},
+                 {"description", raised.empty() ? refusalText(language, refusal) : raised}};
+    if (!refusal.findings.empty()) {
+        Json findings = Json::array();
+        for (const Finding& finding : refusal.findings) {
+            findings.push_back(findingJson(finding));
+        }
+        json["findings"] = std::move(findings);
+    }
+    return json;
+}
 
 namespace {
 

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "host/work/Allotment.h"
+#include "host/text/Language.h"
+#include "host/work/VoucherResult.h"
 #include "z7cashflow/model/CashFlowCollection.h"
 
 #include <nlohmann/json_fwd.hpp>
@@ -12,12 +13,13 @@ namespace z7::cashflow::host {
 /// JSON on one line, with every control character escaped and every byte that is no UTF-8 replaced.
 [[nodiscard]] std::string jsonText(const nlohmann::ordered_json& value);
 
-/// A voucher's result: {"voucher":"2013/1/2/5","outcome":"stored","rows":2}; a refused one has "error" with "number" and
-/// "description" as well.
-[[nodiscard]] nlohmann::ordered_json resultJson(const VoucherResult& result);
+/// A voucher's result: {"voucher":"2013/1/2/5","outcome":"stored","rows":2}; a refused one has its refusal as "error", one that
+/// was stored though it does not match has it as "mismatch", and one that has lost its rows has their number as "removed".
+[[nodiscard]] nlohmann::ordered_json resultJson(const VoucherResult& result, Language language);
 
-/// A refusal: {"number":10009,"description":"..."}, as it was raised.
-[[nodiscard]] nlohmann::ordered_json errorJson(const Error& refusal);
+/// A refusal: {"number":10009,"description":"...","findings":[{"kind":"no-template","line":1,...}]}. The description is as it was
+/// raised, or the program's own in the language; the findings are left out if there are none.
+[[nodiscard]] nlohmann::ordered_json errorJson(const Refusal& refusal, Language language);
 
 /// Rows as an array of objects with all their fields by name: null as null, numbers as numbers, dates as
 /// "yyyy-mm-dd"; rows that come from a document are told alike.

@@ -5,15 +5,14 @@
 #include "host/commands/arguments.h"
 #include "host/terminal/ProgressBar.h"
 #include "host/terminal/StopSignals.h"
+#include "host/text/refusalText.h"
 #include "host/work/Allotment.h"
-#include "host/work/Verdict.h"
 #include "z7cashflow/support/Error.h"
 
 #include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
 
 #include <array>
-#include <map>
 #include <optional>
 
 namespace z7::cashflow::host {
@@ -60,13 +59,12 @@ public:
         Output output(console, options);
         const AccountPlace place = period_.database.take(options);
         const std::int16_t year = period_.year();
-        const auto period = period_.period();
+        static_cast<void>(period_.periods()); // a slip is found before anything is opened
         Session session(place, year, options, console);
-        const auto vouchers = listVouchers(session.connection(), year, period);
+        const auto vouchers = period_.list(session);
         if (vouchers.empty()) {
             output.remark(output.text(HostText::noVouchers));
         }
-        checkDates(session, vouchers, output);
         Totals totals;
         totals.refusalsKept = all_ ? vouchers.size() : refusalsShown;
         StopSignals signals;
@@ -75,7 +73,8 @@ public:
         try {
             ProgressBar bar(console.err, output.text(HostText::progress), vouchers.size(),
                             console.errorsOnTerminal && !options.quiet && !options.json, console.errorColumns);
-            Allotment allotment(session.guarded(), session.provider().Gl(), !dryRun_);
+            Allotment allotment(session.connection(), session.guarded(), session.data(), session.provider().Gl(),
+                                !dryRun_);
             bar.update(0);
             allotment.allotAll(
                 vouchers, [&signals] { return signals.requested(); },
@@ -83,7 +82,8 @@ public:
                     totals.add(result);
                     bar.update(++done);
                     if (output.json()) {
-                        output.line(jsonText(resultJson(result)));
+                        output.line(jsonText(resultJson(result, options.language)));
+                        output.flush(); // who reads along sees each voucher when it is done
                     }
                 });
         } catch (const Error& error) { // the database fails; what was done before stays done and is told
@@ -106,30 +106,6 @@ public:
     }
 
 private:
-    // A wrong account or missing periods would pass every voucher over in silence.
-    static void checkDates(Session& session, const std::vector<VoucherHead>& vouchers, Output& output) {
-        std::map<double, bool> inYear; // vouchers of one day are many
-        const VoucherHead* first = nullptr;
-        std::size_t outside = 0;
-        for (const VoucherHead& voucher : vouchers) {
-            const auto [known, isNew] = inYear.try_emplace(voucher.date.dayNumber(), true);
-            if (isNew) {
-                known->second = session.isInYear(voucher.date);
-            }
-            if (!known->second) {
-                first = first == nullptr ? &voucher : first;
-                ++outside;
-            }
-        }
-        if (outside > 0 && outside == vouchers.size()) {
-            session.requireInYear(first->date);
-        }
-        if (outside > 0) {
-            output.remark(output.text(HostText::someNotInYear, {std::to_string(outside), std::to_string(session.year()),
-                                                                voucherKeyText(first->key)}));
-        }
-    }
-
     void printTotals(Output& output, const Totals& totals) const {
         if (totals.refused() > 0) {
             output.line(output.text(HostText::refusalsFollow));
@@ -137,8 +113,8 @@ private:
                                 {output.text(HostText::error), TextTable::Align::right},
                                 {output.text(HostText::message)}});
             for (const VoucherResult& result : totals.refusals) {
-                refusals.add({voucherKeyText(result.key), std::to_string(result.refusal->number()),
-                              reasonText(output.language(), *result.refusal)});
+                refusals.add({voucherKeyText(result.key), std::to_string(result.refusal->error.number()),
+                              refusalText(output.language(), *result.refusal)});
             }
             output.table(refusals);
             if (totals.refused() > totals.refusals.size()) {

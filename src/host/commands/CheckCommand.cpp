@@ -4,6 +4,7 @@
 #include "host/cli/Output.h"
 #include "host/cli/jsonText.h"
 #include "host/commands/arguments.h"
+#include "host/text/refusalText.h"
 #include "host/work/Verdict.h"
 
 #include <CLI/CLI.hpp>
@@ -15,13 +16,14 @@ namespace {
 
 const char* verdictWord(Verdict::Kind kind) noexcept {
     switch (kind) {
-    case Verdict::Kind::meets:
-        return "meets";
+    case Verdict::Kind::matched:
+        return "matched";
     case Verdict::Kind::nothing:
         return "nothing";
     case Verdict::Kind::noCash:
         return "no-cash";
-    case Verdict::Kind::refused:
+    case Verdict::Kind::unmatched:
+    case Verdict::Kind::unworkable:
         break;
     }
     return "refused";
@@ -40,23 +42,20 @@ public:
     int run(const GlobalOptions& options, const Console& console) override {
         Output output(console, options);
         OpenVoucher voucher(voucher_, options, console);
-        Session& session = voucher.session();
-        const VoucherHead& head = voucher.head();
-        const auto rows = storedRows(session, head);
-        const std::int32_t count = rows ? rows->Count() : 0;
-        const Verdict verdict = judge(session, head, rows);
+        const Verdict verdict = voucher.session().judge().standing(voucher.voucher());
         if (output.json()) {
-            nlohmann::ordered_json json = {
-                {"voucher", voucherKeyText(head.key)}, {"verdict", verdictWord(verdict.kind)}, {"rows", count}};
-            if (verdict.kind == Verdict::Kind::refused) {
-                json["reason"] = verdict.reason;
+            nlohmann::ordered_json json = {{"voucher", voucherKeyText(voucher.voucher().key)},
+                                           {"verdict", verdictWord(verdict.kind)},
+                                           {"rows", verdict.rows}};
+            if (verdict.refusal) {
+                json["error"] = errorJson(*verdict.refusal, options.language);
             }
             output.line(jsonText(json));
         } else {
             output.line(terminal::printable(verdictText(options.language, verdict)));
         }
         output.flush();
-        return verdict.kind == Verdict::Kind::refused ? exitCode::refused : exitCode::done;
+        return verdict.isRefused() ? exitCode::refused : exitCode::done;
     }
 
 private:

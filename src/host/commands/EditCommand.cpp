@@ -6,6 +6,8 @@
 #include "host/commands/arguments.h"
 #include "host/commands/savedVoucher.h"
 #include "host/desktop/Desktop.h"
+#include "host/work/Allotment.h"
+#include "host/work/Transaction.h"
 #include "z7cashflow/dialog/clsMain.h"
 #include "z7cashflow/model/modPublic.h"
 #include "z7cashflow/support/conversions.h"
@@ -51,7 +53,8 @@ private:
     int editVoucher(const GlobalOptions& options, const Console& console, Output& output) {
         OpenVoucher voucher(voucher_, options, console);
         Session& session = voucher.session();
-        const VoucherHead& head = voucher.head();
+        voucher.requireDated(options.language);
+        const Voucher& head = voucher.voucher();
         const VoucherKey& key = head.key;
         clsMain screen;
         prepare(screen, options, makerOf(session, key));
@@ -69,17 +72,8 @@ private:
         if (!isToBeSaved(rows)) {
             return nothingSaved(output);
         }
-        modPublic::SetIYear(key.year);
-        VoucherResult result{key, Outcome::refused, 0, std::nullopt};
-        result.refusal = saveInTransaction(session.connection(), true, [&] {
-            session.provider().Gl().SaveCashFlowColEx(session.guarded(), voucherTable, key.period, key.kind, key.number,
-                                                      head.date, &rows);
-        });
-        if (!result.refusal) {
-            result.rows = rows->Count();
-            result.outcome = result.rows == 0 ? Outcome::nothing : Outcome::stored;
-        }
-        return tellSaved(output, result);
+        Allotment allotment(session.connection(), session.guarded(), session.data(), session.provider().Gl(), true);
+        return tellSaved(output, allotment.allot(key, rows));
     }
 
     int editOutside(const GlobalOptions& options, const Console& console, Output& output) {
@@ -148,9 +142,15 @@ private:
                            CashFlowCollection& rows) {
         std::string document = static_cast<IXmlSerializable&>(rows).Save();
         bool checkSum = true;
-        const auto refusal = saveInTransaction(session.connection(), true, [&] {
-            session.provider().Out().SaveCashFlowCol(session.guarded(), table, key, &document, &checkSum);
-        });
+        const auto refusal = saveInTransaction(
+            session.connection(), true,
+            [&]() -> std::optional<Refusal> {
+                session.provider().Out().SaveCashFlowCol(session.guarded(), table, key, &document, &checkSum);
+                return std::nullopt;
+            },
+            [&](const Error& error) {
+                return session.judge().explained(error, Voucher{}, nullptr, RowsOrigin::document);
+            });
         const std::int32_t count = refusal ? 0 : rows.Count();
         const Outcome outcome = refusal ? Outcome::refused : count == 0 ? Outcome::nothing : Outcome::stored;
         return tellSavedOutside(output, {table, key, outcome, count, refusal});

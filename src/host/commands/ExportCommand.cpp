@@ -3,7 +3,7 @@
 #include "host/cli/Output.h"
 #include "host/cli/jsonText.h"
 #include "host/commands/arguments.h"
-#include "host/work/Verdict.h"
+#include "host/commands/savedVoucher.h"
 
 #include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
@@ -27,8 +27,12 @@ public:
         Output output(console, options);
         OpenVoucher voucher(voucher_, options, console);
         Session& session = voucher.session();
-        const VoucherHead& head = voucher.head();
-        auto rows = generate_ ? generatedRows(session, head) : storedRows(session, head);
+        voucher.requireDated(options.language);
+        const Voucher& head = voucher.voucher();
+        if (const auto unworkable = generate_ ? session.judge().unworkable(head) : std::nullopt) {
+            failAsRefused(options.language, *unworkable);
+        }
+        auto rows = generate_ ? session.judge().generatedRows(head) : session.judge().storedRows(head);
         if (!rows) { // a document without rows, which still names its voucher
             rows = session.provider().CreateCashFlowCollection();
             rows->UpdateCol(head.key.period, head.key.kind, head.key.number, head.date);

@@ -4,8 +4,6 @@
 #include "host/commands/arguments.h"
 #include "host/commands/savedVoucher.h"
 #include "host/work/Allotment.h"
-#include "z7cashflow/model/modPublic.h"
-#include "z7cashflow/support/conversions.h"
 
 #include <CLI/CLI.hpp>
 
@@ -20,6 +18,7 @@ public:
         CLI::App* command = program.add_subcommand("import", hostText(language, HostText::helpImport));
         voucher_.declare(*command, language);
         command->add_option("XML", file_, hostText(language, HostText::helpRowsXml));
+        command->add_flag("--force", force_, hostText(language, HostText::helpForce));
         command->footer(hostText(language, HostText::examplesImport));
         return *command;
     }
@@ -27,41 +26,16 @@ public:
     int run(const GlobalOptions& options, const Console& console) override {
         Output output(console, options);
         OpenVoucher voucher(voucher_, options, console, {{"XML", &file_}});
-        std::string document = inputText(file_, console);
-        return tellSaved(output, save(voucher.session(), voucher.head().key, document));
+        const std::string document = inputText(file_, console);
+        Session& session = voucher.session();
+        Allotment allotment(session.connection(), session.guarded(), session.data(), session.provider().Gl(), true);
+        return tellSaved(output, allotment.take(voucher.voucher().key, document, force_));
     }
 
 private:
-    static VoucherResult save(Session& session, const VoucherKey& key, std::string& document) {
-        VoucherResult result{key, Outcome::refused, 0, std::nullopt};
-        modPublic::SetIYear(key.year);
-        bool cash = false;
-        bool checkSum = true; // the account option bXJLL takes its place
-        result.refusal = saveInTransaction(session.connection(), true, [&] {
-            cash = session.data().HaveCashFlowCodeInVoucher(session.guarded(), voucherTable, key.period, key.kind,
-                                                            key.number);
-            session.provider().Gl().SaveCashFlowColFromXml(session.guarded(), voucherTable, key.period, key.kind,
-                                                           key.number, &document, &checkSum);
-        });
-        if (!result.refusal) {
-            result.rows = storedCount(session, key);
-            result.outcome = !cash ? Outcome::noCash : result.rows == 0 ? Outcome::nothing : Outcome::stored;
-        }
-        return result;
-    }
-
-    static std::int32_t storedCount(Session& session, const VoucherKey& key) {
-        const auto count = session.connection().Execute(
-            "select count(*) from gl_cashtable where iYear=" + std::to_string(key.year) +
-            " and iPeriod=" + std::to_string(key.period) + " and iSignSeq=" + std::to_string(key.kind) +
-            " and iNo_id=" + std::to_string(key.number));
-        const std::int32_t rows = toInt32(count->Fields().Item(0));
-        count->Close();
-        return rows;
-    }
-
     VoucherArgument voucher_;
     std::string file_;
+    bool force_ = false;
 };
 
 } // namespace

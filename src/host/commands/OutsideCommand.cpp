@@ -7,9 +7,9 @@
 #include "host/cli/outputFile.h"
 #include "host/commands/arguments.h"
 #include "host/commands/savedVoucher.h"
-#include "host/work/Allotment.h"
 #include "host/work/RowsView.h"
-#include "host/work/Verdict.h"
+#include "host/work/Transaction.h"
+#include "host/work/rowsDocument.h"
 #include "z7cashflow/model/modPublic.h"
 #include "z7cashflow/support/conversions.h"
 #include "z7cashflow/support/names.h"
@@ -98,29 +98,46 @@ private:
             output.remark(output.text(HostText::outsideCheckIgnores));
         }
         const bool cash = session.data().HaveCashFlowCodeInVoucher2(session.guarded(), table_, key_);
-        const bool meets = !cash || session.provider().Out().CheckCFColFromDB(session.guarded(), table_, key_, "");
+        const bool matched = !cash || session.provider().Out().CheckCFColFromDB(session.guarded(), table_, key_, "");
         if (output.json()) {
             output.line(jsonText({{"table", table_},
                                   {"key", key_},
-                                  {"verdict", !cash   ? "no-cash"
-                                              : meets ? "meets"
-                                                      : "refused"}}));
+                                  {"verdict", !cash     ? "no-cash"
+                                              : matched ? "matched"
+                                                        : "refused"}}));
         } else {
-            output.line(output.text(!cash   ? HostText::verdictNoCash
-                                    : meets ? HostText::outsideMeets
-                                            : HostText::outsideRefused));
+            output.line(output.text(!cash     ? HostText::verdictNoCash
+                                    : matched ? HostText::outsideMatched
+                                              : HostText::outsideRefused));
         }
         output.flush();
-        return meets ? exitCode::done : exitCode::refused;
+        return matched ? exitCode::done : exitCode::refused;
+    }
+
+    // Rows are stored under the number of the ledger voucher, so that is the one to keep other desks from.
+    Voucher lockLedgerVoucher(Session& session) const {
+        VoucherKey key{session.year(), 0, 0, 0};
+        Date date = Date::none();
+        session.data().GetVoucherKeyFromOut_id(session.guarded(), key_, key.period, key.kind, key.number, date);
+        lockVoucher(session.connection(), key);
+        return session.judge().read(key);
     }
 
     int save(Output& output, Session& session, std::string document) const {
         bool cash = false;
         bool checkSum = true;
-        const auto refusal = saveInTransaction(session.connection(), true, [&] {
-            cash = session.data().HaveCashFlowCodeInVoucher2(session.guarded(), table_, key_);
-            session.provider().Out().SaveCashFlowCol(session.guarded(), table_, key_, &document, &checkSum);
-        });
+        const auto refusal = saveInTransaction(
+            session.connection(), true,
+            [&]() -> std::optional<Refusal> {
+                const Voucher voucher = lockLedgerVoucher(session);
+                cash = session.data().HaveCashFlowCodeInVoucher2(session.guarded(), table_, key_);
+                session.provider().Out().SaveCashFlowCol(session.guarded(), table_, key_, &document, &checkSum);
+                const RowsOrigin origin = file_.empty() ? RowsOrigin::generated : RowsOrigin::document;
+                return cash ? session.judge().readBack(voucher, *rowsOfDocument(document), origin) : std::nullopt;
+            },
+            [&](const Error& error) {
+                return session.judge().explained(error, Voucher{}, nullptr, RowsOrigin::stored);
+            });
         const std::int32_t rows = refusal || !cash ? 0 : rowsOfDocument(document)->Count();
         const Outcome outcome = refusal     ? Outcome::refused
                                 : !cash     ? Outcome::noCash

@@ -3,8 +3,9 @@
 #include "host/cli/ExitCode.h"
 #include "host/cli/Output.h"
 #include "host/commands/arguments.h"
+#include "host/commands/savedVoucher.h"
+#include "host/text/refusalText.h"
 #include "host/work/RowsView.h"
-#include "host/work/Verdict.h"
 
 #include <CLI/CLI.hpp>
 
@@ -26,11 +27,18 @@ public:
     int run(const GlobalOptions& options, const Console& console) override {
         Output output(console, options);
         OpenVoucher voucher(voucher_, options, console);
+        voucher.requireDated(options.language);
         Session& session = voucher.session();
-        const VoucherHead& head = voucher.head();
-        const auto rows = generate_ ? generatedRows(session, head) : storedRows(session, head);
+        Judge& judge = session.judge();
+        const auto unworkable = generate_ ? judge.unworkable(voucher.voucher()) : std::nullopt;
+        if (unworkable) {
+            failAsRefused(options.language, *unworkable);
+        }
+        const auto rows = generate_ ? judge.generatedRows(voucher.voucher()) : judge.storedRows(voucher.voucher());
         showRows(output, session, rows.get());
-        const std::string verdict = verdictText(options.language, judge(session, head, rows));
+        const std::string verdict =
+            verdictText(options.language, generate_ ? judge.compare(voucher.voucher(), rows, RowsOrigin::generated)
+                                                    : judge.standing(voucher.voucher()));
         if (output.json()) {
             output.remark(verdict);
         } else {

@@ -23,8 +23,9 @@ public:
     int run(const GlobalOptions& options, const Console& console) override {
         Output output(console, options);
         OpenVoucher voucher(voucher_, options, console);
-        Allotment allotment(voucher.session().guarded(), voucher.session().provider().Gl(), true);
-        return tellSaved(output, allotment.allot(voucher.head()));
+        Session& session = voucher.session();
+        Allotment allotment(session.connection(), session.guarded(), session.data(), session.provider().Gl(), true);
+        return tellSaved(output, allotment.allot(voucher.voucher().key));
     }
 
 private:

@@ -5,6 +5,7 @@
 #include "host/cli/inputText.h"
 #include "host/commands/arguments.h"
 #include "host/work/RowsView.h"
+#include "host/work/rowsDocument.h"
 #include "z7cashflow/model/modPublic.h"
 #include "z7cashflow/support/Error.h"
 #include "z7cashflow/support/XmlDocument.h"

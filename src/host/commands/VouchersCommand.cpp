@@ -3,51 +3,39 @@
 #include "host/cli/Output.h"
 #include "host/cli/jsonText.h"
 #include "host/commands/arguments.h"
-#include "host/work/Verdict.h"
+#include "host/text/amountText.h"
+#include "host/text/refusalText.h"
 #include "host/work/databaseFailure.h"
 
 #include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
 
 #include <optional>
+#include <vector>
 
 namespace z7::cashflow::host {
 
 namespace {
 
-/// How the rows of one voucher stand.
-struct VoucherState {
-    double cashSum = 0.0;
-    bool needed = false;          ///< the voucher moves cash, so that it must have rows
-    std::int32_t stored = 0;      ///< the rows that are stored
-    std::optional<bool> meets;    ///< whether the stored rows meet the voucher; nothing without stored rows
-    std::optional<Error> refusal; ///< why it could not be found out; what was found before is told
-};
-
-void readState(Session& session, const VoucherHead& voucher, VoucherState& state) {
-    const VoucherKey& key = voucher.key;
-    const auto rows = storedRows(session, voucher);
-    state.cashSum =
-        session.data().GetCashSumInVoucher(session.guarded(), voucherTable, key.period, key.kind, key.number);
-    state.needed = state.cashSum != 0.0;
-    if (rows) {
-        state.stored = rows->Count();
-        state.meets = judge(session, voucher, rows).kind == Verdict::Kind::meets;
-    }
-}
-
-/// One voucher whose data cannot be worked with does not end the list.
-VoucherState stateOf(Session& session, const VoucherHead& voucher) {
-    VoucherState state;
+/// How a voucher stands. One whose data cannot be worked with does not end the list.
+Verdict standingOf(Session& session, const VoucherHead& voucher) {
+    Verdict verdict;
     try {
-        readState(session, voucher, state);
+        verdict = session.judge().standing(session.judge().read(voucher.key));
     } catch (const Error& error) {
         if (isDatabaseFailure(error)) {
             throw;
         }
-        state.refusal = error;
+        verdict.refusal = Refusal{error, {}};
     }
-    return state;
+    return verdict;
+}
+
+bool isKnown(const Verdict& verdict) { return verdict.kind != Verdict::Kind::unworkable; }
+
+/// Whether the stored rows match; nothing without stored rows.
+std::optional<bool> matched(const Verdict& verdict) {
+    return isKnown(verdict) && verdict.rows > 0 ? std::optional(verdict.kind == Verdict::Kind::matched) : std::nullopt;
 }
 
 /// z7cf vouchers: lists vouchers and how their rows stand.
@@ -64,27 +52,29 @@ public:
         Output output(console, options);
         const AccountPlace place = period_.database.take(options);
         const std::int16_t year = period_.year();
-        const auto period = period_.period();
+        static_cast<void>(period_.periods()); // a slip is found before anything is opened
         Session session(place, year, options, console);
-        const auto vouchers = listVouchers(session.connection(), year, period);
+        const auto vouchers = period_.list(session);
         TextTable table({{output.text(HostText::voucher)},
                          {output.text(HostText::date)},
                          {output.text(HostText::summary), TextTable::Align::left, true},
                          {output.text(HostText::cashSum), TextTable::Align::right},
                          {output.text(HostText::needed)},
                          {output.text(HostText::stored), TextTable::Align::right},
-                         {output.text(HostText::meets)}});
+                         {output.text(HostText::matched)}});
+        bool allKnown = true;
         for (const VoucherHead& voucher : vouchers) {
-            const VoucherState state = stateOf(session, voucher);
-            if (state.refusal) {
+            const Verdict verdict = standingOf(session, voucher);
+            if (!isKnown(verdict)) {
+                allKnown = false;
                 output.remark(output.text(HostText::stateUnknown,
-                                          {voucherKeyText(voucher.key), std::to_string(state.refusal->number()),
-                                           reasonText(options.language, *state.refusal)}));
+                                          {voucherKeyText(voucher.key), std::to_string(verdict.refusal->error.number()),
+                                           refusalText(options.language, *verdict.refusal)}));
             }
             if (output.json()) {
-                output.line(jsonText(json(voucher, state)));
+                output.line(jsonText(json(voucher, verdict, options.language)));
             } else {
-                table.add(cells(output, voucher, state));
+                table.add(cells(output, voucher, verdict));
             }
         }
         if (!output.json()) {
@@ -95,38 +85,44 @@ public:
             }
         }
         output.flush();
-        return exitCode::done;
+        return allKnown ? exitCode::done : exitCode::refused;
     }
 
 private:
-    static nlohmann::ordered_json json(const VoucherHead& voucher, const VoucherState& state) {
+    static nlohmann::ordered_json json(const VoucherHead& voucher, const Verdict& verdict, Language language) {
         const auto orNull = [](bool there, const nlohmann::ordered_json& value) {
             return there ? value : nlohmann::ordered_json();
         };
+        const bool known = isKnown(verdict);
+        const bool summed = known && verdict.cashSum;
+        const auto match = matched(verdict);
         nlohmann::ordered_json object = {{"voucher", voucherKeyText(voucher.key)},
                                          {"date", orNull(voucher.date != Date::none(), dayText(voucher.date))},
                                          {"summary", voucher.summary},
-                                         {"cashSum", state.cashSum},
-                                         {"needed", state.needed},
-                                         {"stored", state.stored},
-                                         {"meets", orNull(state.meets.has_value(), state.meets.value_or(false))}};
-        if (state.refusal) {
-            object["error"] = errorJson(*state.refusal);
+                                         {"cashSum", orNull(summed, verdict.cashSum.value_or(0.0))},
+                                         {"needed", orNull(summed, verdict.cashSum.value_or(0.0) != 0.0)},
+                                         {"stored", orNull(known, verdict.rows)},
+                                         {"matched", orNull(match.has_value(), match.value_or(false))}};
+        if (verdict.refusal && (!known || match)) {
+            object["error"] = errorJson(*verdict.refusal, language);
         }
         return object;
     }
 
-    static std::vector<std::string> cells(const Output& output, const VoucherHead& voucher, const VoucherState& state) {
+    static std::vector<std::string> cells(const Output& output, const VoucherHead& voucher, const Verdict& verdict) {
         const auto word = [&output](bool truth) { return output.text(truth ? HostText::yes : HostText::no); };
-        return {voucherKeyText(voucher.key),
-                voucher.date == Date::none() ? "" : dayText(voucher.date),
-                voucher.summary,
-                amountText(state.cashSum),
-                word(state.needed),
-                std::to_string(state.stored),
-                state.refusal ? "?"
-                : state.meets ? word(*state.meets)
-                              : "-"};
+        std::vector<std::string> cells{voucherKeyText(voucher.key),
+                                       voucher.date == Date::none() ? "" : dayText(voucher.date), voucher.summary};
+        if (!isKnown(verdict)) {
+            cells.insert(cells.end(), 4, "?");
+            return cells;
+        }
+        const auto match = matched(verdict);
+        cells.push_back(amountText(*verdict.cashSum));
+        cells.push_back(word(*verdict.cashSum != 0.0));
+        cells.push_back(std::to_string(verdict.rows));
+        cells.push_back(match ? word(*match) : "-");
+        return cells;
     }
 
     PeriodArgument period_;

@@ -3,13 +3,40 @@
 #include "host/cli/ExitCode.h"
 #include "host/cli/Failure.h"
 #include "host/cli/connectOption.h"
+#include "host/commands/savedVoucher.h"
+#include "host/work/AccountingPeriods.h"
+#include "z7cashflow/model/modPublic.h"
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
+#include <array>
 #include <charconv>
 #include <system_error>
 
 namespace z7::cashflow::host {
+
+namespace {
+
+// No voucher of a year without accounting periods can be worked with: the account's identifier is wrong, or the periods are missing.
+void requireYear(const AccountingPeriods& periods, const std::string& account, std::int16_t year) {
+    if (periods.empty()) {
+        throw Failure(exitCode::database, HostText::accountWithoutPeriods, {account});
+    }
+    if (!periods.hasYear(year)) {
+        throw Failure(exitCode::database, HostText::accountWithoutYear,
+                      {account, std::to_string(year), periods.yearsText()});
+    }
+}
+
+std::optional<std::uint8_t> periodOf(std::string_view text) {
+    std::uint8_t period = 0;
+    const auto [end, failure] = std::from_chars(text.data(), text.data() + text.size(), period);
+    const bool whole = failure == std::errc{} && end == text.data() + text.size();
+    return whole ? std::optional(period) : std::nullopt;
+}
+
+} // namespace
 
 void DatabaseArgument::declare(CLI::App& command, Language language) {
     command.add_option("FILE", file, hostText(language, HostText::helpFile));
@@ -55,31 +82,44 @@ AccountPlace VoucherArgument::take(const GlobalOptions& options, const std::vect
 
 VoucherKey VoucherArgument::key() const {
     const auto key = readVoucherKey(text);
-    if (!key) {
+    if (key) {
+        return *key;
+    }
+    const auto part = keyPartOutOfRange(text);
+    if (!part) {
         throw Failure(exitCode::usage, HostText::badKey, {text});
     }
-    return *key;
+    constexpr std::array texts{HostText::badKeyYear, HostText::badKeyPeriod, HostText::badKeyKind,
+                               HostText::badKeyNumber};
+    throw Failure(exitCode::usage, texts.at(static_cast<std::size_t>(part->part)),
+                  {text, std::to_string(part->least), std::to_string(part->most)});
 }
 
-VoucherHead VoucherArgument::find(Session& session) const {
-    auto head = findVoucher(session.connection(), key());
-    if (!head) {
+Voucher VoucherArgument::find(Session& session) const {
+    Voucher voucher = session.judge().read(key());
+    if (voucher.lines.empty()) {
         throw Failure(exitCode::refused, HostText::noVoucher, {voucherKeyText(key())});
     }
-    return *head;
+    const std::string account = modPublic::requiredLogin().AccountId();
+    requireYear(AccountingPeriods::read(session.connection(), account), account, voucher.key.year);
+    return voucher;
 }
 
 OpenVoucher::OpenVoucher(VoucherArgument& argument, const GlobalOptions& options, const Console& console,
                          const std::vector<Word>& behind)
     : place_(argument.take(options, behind)), session_(place_, argument.key().year, options, console),
-      head_(argument.find(session_)) {
-    session_.requireInYear(head_.date);
+      voucher_(argument.find(session_)) {}
+
+void OpenVoucher::requireDated(Language language) {
+    if (const auto refusal = session_.judge().outsideYear(voucher_)) {
+        failAsRefused(language, *refusal);
+    }
 }
 
 void PeriodArgument::declare(CLI::App& command, Language language) {
     database.declare(command, language);
     yearArgument.declare(command, language);
-    command.add_option("--period", periodNumber, hostText(language, HostText::helpPeriod));
+    command.add_option("--period", periodText, hostText(language, HostText::helpPeriod));
 }
 
 void YearArgument::declare(CLI::App& command, Language language) {
@@ -95,14 +135,44 @@ std::int16_t YearArgument::year() const {
     return year;
 }
 
-std::optional<std::uint8_t> PeriodArgument::period() const {
-    if (!periodNumber) {
+std::optional<PeriodRange> PeriodArgument::periods() const {
+    if (periodText.empty()) {
         return std::nullopt;
     }
-    if (*periodNumber < 0 || *periodNumber > 255) {
-        throw Failure(exitCode::usage, HostText::badPeriod, {std::to_string(*periodNumber)});
+    const std::string_view text = periodText;
+    const std::size_t dash = text.find('-');
+    const auto first = periodOf(text.substr(0, dash));
+    const auto last = dash == std::string_view::npos ? first : periodOf(text.substr(dash + 1));
+    if (!first || !last || *first > *last) {
+        throw Failure(exitCode::usage, HostText::badPeriod, {periodText});
     }
-    return static_cast<std::uint8_t>(*periodNumber);
+    return PeriodRange{*first, *last};
+}
+
+std::vector<VoucherHead> PeriodArgument::list(Session& session) const {
+    const std::int16_t ofYear = year();
+    const auto range = periods();
+    auto vouchers = listVouchers(session.connection(), ofYear, range);
+    const std::string account = modPublic::requiredLogin().AccountId();
+    const AccountingPeriods known = AccountingPeriods::read(session.connection(), account);
+    if (vouchers.empty() && !known.empty() && !known.hasYear(ofYear)) {
+        throw Failure(exitCode::usage, HostText::yearUnknown, {account, std::to_string(ofYear), known.yearsText()});
+    }
+    requireYear(known, account, ofYear);
+    const auto isThere = [&](std::uint8_t period) {
+        return known.hasPeriod(ofYear, period) ||
+               std::any_of(vouchers.begin(), vouchers.end(),
+                           [period](const VoucherHead& voucher) { return voucher.key.period == period; });
+    };
+    if (range) {
+        for (const std::uint8_t end : {range->first, range->last}) {
+            if (!isThere(end)) {
+                throw Failure(exitCode::usage, HostText::periodUnknown,
+                              {std::to_string(end), std::to_string(ofYear), known.periodsText(ofYear)});
+            }
+        }
+    }
+    return vouchers;
 }
 
 } // namespace z7::cashflow::host

@@ -31,7 +31,7 @@ struct DatabaseArgument {
     std::string file;
     /// Adds the word FILE.
     void declare(CLI::App& command, Language language);
-    /// The account's place. With --connect the words behind the file's place move up by one, since there is no file; so they do
+    /// The account's place. With --connect the words after the file's place move up by one, since there is no file; so they do
     /// with a connection string of the environment if there is one word less. Failure (usage) if a word is missing or
     /// there is one too many.
     [[nodiscard]] AccountPlace take(const GlobalOptions& options, const std::vector<Word>& behind = {});
@@ -43,29 +43,32 @@ struct VoucherArgument {
     std::string text;
     /// Adds the words FILE and VOUCHER.
     void declare(CLI::App& command, Language language);
-    /// Failure (usage) if the text is no voucher key.
+    /// Failure (usage) if the text is not a voucher key.
     [[nodiscard]] VoucherKey key() const;
-    /// As DatabaseArgument::take, with the voucher and other words behind it.
+    /// As DatabaseArgument::take, with the voucher and other words after it.
     [[nodiscard]] AccountPlace take(const GlobalOptions& options, const std::vector<Word>& behind = {});
-    /// The voucher in an open session of its year. Failure (refused) if it is not there.
-    [[nodiscard]] VoucherHead find(Session& session) const;
+    /// The voucher in an open session of its year. Failure (refused) if it is not there, (database) if the account has no
+    /// accounting periods for the year.
+    [[nodiscard]] Voucher find(Session& session) const;
 };
 
 /// A voucher of the command line in its open account.
 class OpenVoucher {
 public:
     /// Failure (usage) if a word is wrong or missing, (refused) if the voucher is not there, (database) if the account cannot be
-    /// opened or the voucher's date lies in no period of its year.
+    /// opened or has no accounting periods for the voucher's year.
     OpenVoucher(VoucherArgument& argument, const GlobalOptions& options, const Console& console,
                 const std::vector<Word>& behind = {});
 
     [[nodiscard]] Session& session() noexcept { return session_; }
-    [[nodiscard]] const VoucherHead& head() const noexcept { return head_; }
+    [[nodiscard]] const Voucher& voucher() const noexcept { return voucher_; }
+    /// Failure (refused) if the voucher has no date or one outside its year, so that its rows cannot be looked for.
+    void requireDated(Language language);
 
 private:
     AccountPlace place_;
     Session session_;
-    VoucherHead head_;
+    Voucher voucher_;
 };
 
 /// An accounting year.
@@ -77,16 +80,19 @@ struct YearArgument {
     [[nodiscard]] std::int16_t year() const;
 };
 
-/// An accounting year or one period of it.
+/// An accounting year or some of its periods.
 struct PeriodArgument {
     DatabaseArgument database;
     YearArgument yearArgument;
-    std::optional<std::int64_t> periodNumber;
+    std::string periodText;
     /// Adds the word FILE and the options --year and --period.
     void declare(CLI::App& command, Language language);
     [[nodiscard]] std::int16_t year() const { return yearArgument.year(); }
-    /// Failure (usage) if it is no period from 0 to 255.
-    [[nodiscard]] std::optional<std::uint8_t> period() const;
+    /// Failure (usage) if it is not a period from 0 to 255 or a range of them, such as "1-3".
+    [[nodiscard]] std::optional<PeriodRange> periods() const;
+    /// The vouchers of that year or those periods. Failure (usage) if the account has neither vouchers nor accounting periods there;
+    /// (database) if it has vouchers and no accounting periods, so that no voucher could be worked with.
+    [[nodiscard]] std::vector<VoucherHead> list(Session& session) const;
 };
 
 } // namespace z7::cashflow::host

@@ -4,21 +4,37 @@
 #include "host/cli/ExitCode.h"
 #include "host/cli/Failure.h"
 #include "host/cli/jsonText.h"
-#include "host/text/reasonText.h"
-#include "host/work/Verdict.h"
+#include "host/text/refusalText.h"
 
 #include <nlohmann/json.hpp>
 
 namespace z7::cashflow::host {
 
+HostText savedText(Outcome outcome) noexcept {
+    return outcome == Outcome::stored   ? HostText::savedRows
+           : outcome == Outcome::noCash ? HostText::savedNoCash
+                                        : HostText::savedNothing;
+}
+
+void failAsRefused(Language language, const Refusal& refusal) {
+    throw Failure(exitCode::refused, HostText::voucherFailed,
+                  {std::to_string(refusal.error.number()), refusalText(language, refusal)});
+}
+
 int tellSaved(Output& output, const VoucherResult& result) {
+    const std::string key = voucherKeyText(result.key);
     if (output.json()) {
-        output.line(jsonText(resultJson(result)));
+        output.line(jsonText(resultJson(result, output.language())));
     } else if (result.refusal) {
-        throw Failure(exitCode::refused, HostText::voucherFailed,
-                      {std::to_string(result.refusal->number()), reasonText(output.language(), *result.refusal)});
+        failAsRefused(output.language(), *result.refusal);
+    } else if (result.outcome == Outcome::nothing && result.removed > 0) {
+        output.line(output.text(HostText::savedRemoved, {key, std::to_string(result.removed)}));
     } else {
-        output.line(output.text(savedText(result.outcome), {voucherKeyText(result.key), std::to_string(result.rows)}));
+        output.line(output.text(savedText(result.outcome), {key, std::to_string(result.rows)}));
+    }
+    if (result.mismatch && !output.json()) {
+        output.line(terminal::printable(
+            output.text(HostText::verdictUnmatched, {refusalText(output.language(), *result.mismatch)})));
     }
     output.flush();
     return result.refusal ? exitCode::refused : exitCode::done;
@@ -31,12 +47,11 @@ int tellSavedOutside(Output& output, const OutsideResult& result) {
                                        {"outcome", outcomeWord(result.outcome)},
                                        {"rows", result.rows}};
         if (result.refusal) {
-            json["error"] = errorJson(*result.refusal);
+            json["error"] = errorJson(*result.refusal, output.language());
         }
         output.line(jsonText(json));
     } else if (result.refusal) {
-        throw Failure(exitCode::refused, HostText::voucherFailed,
-                      {std::to_string(result.refusal->number()), reasonText(output.language(), *result.refusal)});
+        failAsRefused(output.language(), *result.refusal);
     } else {
         output.line(
             terminal::printable(output.text(savedText(result.outcome), {result.key, std::to_string(result.rows)})));

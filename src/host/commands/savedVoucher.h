@@ -1,7 +1,7 @@
 #pragma once
 
 #include "host/cli/Output.h"
-#include "host/work/Allotment.h"
+#include "host/work/VoucherResult.h"
 
 #include <cstdint>
 #include <optional>
@@ -9,7 +9,13 @@
 
 namespace z7::cashflow::host {
 
-/// Tells what became of one saved voucher and gives the command's exit code. Failure (refused) with the reason if it was
+/// What is written of a save that came to an outcome, with places for the voucher and the number of rows.
+[[nodiscard]] HostText savedText(Outcome outcome) noexcept;
+
+/// Ends a command with a refusal's number and reason. Failure (refused).
+[[noreturn]] void failAsRefused(Language language, const Refusal& refusal);
+
+/// Writes what became of one saved voucher and returns the command's exit code. Failure (refused) with the reason if it was
 /// refused and people read the output; machines read the reason in the result.
 [[nodiscard]] int tellSaved(Output& output, const VoucherResult& result);
 

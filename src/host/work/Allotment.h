@@ -1,8 +1,9 @@
 #pragma once
 
-#include "host/work/Transaction.h"
+#include "host/work/Judge.h"
 #include "host/work/VoucherList.h"
-#include "z7cashflow/providers/IGlVoucherProvider.h"
+#include "host/work/VoucherResult.h"
+#include "z7cashflow/ports/Connection.h"
 
 #include <cstddef>
 #include <functional>
@@ -12,32 +13,23 @@
 
 namespace z7::cashflow::host {
 
-/// What became of a voucher.
-enum class Outcome {
-    stored,  ///< its rows are in the database
-    noCash,  ///< it has no line on a cash-flow account, and was left alone
-    nothing, ///< its cash lines cancel out, so that it has no rows
-    refused  ///< its rows do not fit it, and nothing was changed
-};
-
-/// One voucher's result.
-struct VoucherResult {
-    VoucherKey key;
-    Outcome outcome = Outcome::refused;
-    std::int32_t rows = 0; ///< the rows that were stored; 0 unless the outcome is stored
-    std::optional<Error> refusal;
-};
-
-/// Allots vouchers one by one: finds or generates the rows, checks them and saves them, each voucher in a transaction of its own,
-/// which is rolled back if the voucher is refused or nothing is to be kept.
+/// Saves the rows of vouchers one by one, each voucher in a transaction of its own: the voucher is locked before anything of it is
+/// read, what cannot be worked with is refused without asking the library, and what was stored is read back before it is
+/// committed. A refused voucher is rolled back, as is every voucher if nothing is to be kept.
 class Allotment {
 public:
-    /// The connection and the provider outlive it. With keep false every voucher is rolled back.
-    Allotment(Connection& connection, IGlVoucherProvider& provider, bool keep)
-        : connection_(connection), provider_(provider), keep_(keep) {}
+    /// The connections of the host's own statements and of the library, which are the same session. All outlive it. With keep
+    /// false every voucher is rolled back.
+    Allotment(Connection& own, Connection& library, DataProvider& data, IGlVoucherProvider& gl, bool keep)
+        : own_(own), library_(library), data_(data), gl_(gl), judge_(own, library, data, gl), keep_(keep) {}
 
-    /// Errors that concern the database as a whole come out, after a rollback; all others are refusals.
-    [[nodiscard]] VoucherResult allot(const VoucherHead& voucher);
+    /// Saves the rows that are handed in, else the stored rows of a voucher anew, or generated ones where none are stored. Errors that concern the database as a whole
+    /// come out, after a rollback; all others are refusals, a lock that another session holds among them.
+    [[nodiscard]] VoucherResult allot(const VoucherKey& key, Judge::Rows rows = nullptr);
+
+    /// Saves the rows of a document in place of the stored ones. Rows of another voucher are refused unless forced. The account
+    /// option bXJLL decides whether rows that do not match are refused, or stored with a mismatch in the result. Errors as above.
+    [[nodiscard]] VoucherResult take(const VoucherKey& key, const std::string& document, bool force);
 
     /// Allots vouchers in their order until stopRequested answers true, which is asked before each of them. Hands each
     /// result to the taker once the voucher's transaction has ended. Returns the number of vouchers that were done.
@@ -45,8 +37,14 @@ public:
                          const std::function<void(const VoucherResult&)>& take);
 
 private:
-    Connection& connection_;
-    IGlVoucherProvider& provider_;
+    [[nodiscard]] std::optional<Refusal> store(const Voucher& voucher, std::string document, Judge::Rows rows,
+                                               VoucherResult& result);
+
+    Connection& own_;
+    Connection& library_;
+    DataProvider& data_;
+    IGlVoucherProvider& gl_;
+    Judge judge_;
     bool keep_;
 };
 

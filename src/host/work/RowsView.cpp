@@ -2,6 +2,7 @@
 
 #include "host/cli/jsonText.h"
 #include "host/report/rowsByLine.h"
+#include "host/text/amountText.h"
 #include "z7cashflow/support/conversions.h"
 
 #include <nlohmann/json.hpp>
@@ -59,14 +60,6 @@ TextTable tableOf(const Output& output, Session& session, const CashFlowCollecti
 }
 
 } // namespace
-
-std::shared_ptr<CashFlowCollection> rowsOfDocument(const std::string& document) {
-    auto rows = CashFlowCollection::Create();
-    if (!document.empty()) {
-        rows->Load(XmlSource(document));
-    }
-    return rows;
-}
 
 void showRows(Output& output, Session& session, const CashFlowCollection* rows) {
     if (output.json()) {

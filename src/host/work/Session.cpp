@@ -38,6 +38,7 @@ Session::Session(const AccountPlace& place, std::int16_t year, const GlobalOptio
         own.account = onlyAccount(*connection_).value_or(own.account);
     }
     provider_.Gl().objLogin(std::make_shared<HostLogin>(std::move(own), year, connectionString));
+    judge_.emplace(*connection_, *guarded_, data_, provider_.Gl());
     context.bCashCode = accountOption("bCashCode");
     context.bAutoDisplay = accountOption("bAutoDisplay");
 }
@@ -45,18 +46,6 @@ Session::Session(const AccountPlace& place, std::int16_t year, const GlobalOptio
 Session::~Session() {
     messageBox_->reportRepeats();
     modPublic::context() = modPublic::Context{};
-}
-
-bool Session::isInYear(Date date) {
-    const std::string year = std::to_string(year_);
-    return date == Date::none() || data_.DateToYearPeriod(*guarded_, date).substr(0, year.size()) == year;
-}
-
-void Session::requireInYear(Date date) {
-    if (!isInYear(date)) {
-        throw Failure(exitCode::database, HostText::notInYear,
-                      {dayText(date), std::to_string(year_), modPublic::requiredLogin().AccountId()});
-    }
 }
 
 bool Session::accountOption(const char* name) { return asciiUpper(data_.GetAccInfo(*guarded_, "GL", name)) == "TRUE"; }

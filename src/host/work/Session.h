@@ -5,12 +5,14 @@
 #include "host/cli/GlobalOptions.h"
 #include "host/terminal/Console.h"
 #include "host/work/HostLogin.h"
+#include "host/work/Judge.h"
 #include "z7cashflow/data/DataProvider.h"
 #include "z7cashflow/ports/Connection.h"
 #include "z7cashflow/providers/VoucherProvider.h"
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 
 namespace z7::cashflow::host {
 
@@ -35,11 +37,8 @@ public:
     [[nodiscard]] VoucherProvider& provider() noexcept { return provider_; }
     [[nodiscard]] std::int16_t year() const noexcept { return year_; }
 
-    /// Whether a voucher of this date belongs to the session's year by the account's periods. A save works in the year that the
-    /// periods give; where they give another, it finds no accounts and leaves the voucher alone without a word.
-    [[nodiscard]] bool isInYear(Date date);
-    /// Failure (database) if it does not: the account's identifier is wrong, or its periods are missing.
-    void requireInYear(Date date);
+    /// Finds, compares and explains the rows of vouchers, for every command alike.
+    [[nodiscard]] Judge& judge() noexcept { return *judge_; }
 
 private:
     [[nodiscard]] bool accountOption(const char* name);
@@ -50,6 +49,7 @@ private:
     std::shared_ptr<Connection> guarded_;
     DataProvider data_;
     VoucherProvider provider_;
+    std::optional<Judge> judge_;
 };
 
 } // namespace z7::cashflow::host

@@ -19,18 +19,24 @@ void Transaction::end(bool keep) {
     open_ = false;
 }
 
-std::optional<Error> saveInTransaction(Connection& connection, bool keep, const std::function<void()>& save) {
+std::optional<Refusal> saveInTransaction(Connection& connection, bool keep,
+                                         const std::function<std::optional<Refusal>()>& save,
+                                         const std::function<Refusal(const Error&)>& explain) {
+    std::optional<Transaction> transaction;
+    std::optional<Refusal> refusal;
     try {
-        Transaction transaction(connection);
-        save();
-        transaction.end(keep);
+        transaction.emplace(connection);
+        refusal = save();
     } catch (const Error& error) {
-        if (isDatabaseFailure(error)) {
+        if (isHeldElsewhere(error)) {
+            transaction.reset();
+        } else if (isDatabaseFailure(error)) {
             throw;
         }
-        return error;
+        return explain(error);
     }
-    return std::nullopt;
+    transaction->end(keep && !refusal);
+    return refusal;
 }
 
 } // namespace z7::cashflow::host

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/work/Refusal.h"
 #include "z7cashflow/ports/Connection.h"
 #include "z7cashflow/support/Error.h"
 
@@ -24,10 +25,11 @@ private:
     bool open_ = true;
 };
 
-/// Runs a save in a transaction of its own, which is kept only if asked for and rolled back if the save raises an error. An error
-/// that concerns this voucher alone is returned (10008 to 10011, 10020, or that of a conversion, a document or a statement that
-/// failed); one of the database as a whole comes out.
-[[nodiscard]] std::optional<Error> saveInTransaction(Connection& connection, bool keep,
-                                                     const std::function<void()>& save);
+/// Runs a save in a transaction of its own, which is committed only if the save returns no refusal and the changes are to be kept.
+/// An error of the save that concerns this voucher alone is returned in the words of "explain", which is asked while the
+/// transaction is still open, unless another session holds the voucher; one of the database as a whole comes out.
+[[nodiscard]] std::optional<Refusal> saveInTransaction(Connection& connection, bool keep,
+                                                       const std::function<std::optional<Refusal>()>& save,
+                                                       const std::function<Refusal(const Error&)>& explain);
 
 } // namespace z7::cashflow::host

@@ -1,6 +1,7 @@
 #include "host/work/VoucherKey.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <limits>
 
@@ -8,35 +9,58 @@ namespace z7::cashflow::host {
 
 namespace {
 
-/// Takes digits and the separator behind them, if one is to follow, off the front of the text.
-template <class T>
-bool takeNumber(std::string_view& text, bool last, std::int64_t least, std::int64_t most, T& number) {
-    const std::size_t length = last ? text.size() : text.find('/');
-    if (length == std::string_view::npos || length == 0) {
-        return false;
+using Part = KeyPartOutOfRange::Part;
+
+constexpr std::array<KeyPartOutOfRange, 4> ranges{{
+    {Part::year, 1, 9999},
+    {Part::period, 0, 255},
+    {Part::kind, 0, std::numeric_limits<std::int16_t>::max()},
+    {Part::number, 0, std::numeric_limits<std::int32_t>::max()},
+}};
+
+/// The four numbers of a key; one that is too large for any part counts as -1. Nothing if the text is not of that form.
+std::optional<std::array<std::int64_t, 4>> partsOf(std::string_view text) {
+    std::array<std::int64_t, 4> parts{};
+    for (std::size_t i = 0; i < parts.size(); ++i) {
+        const bool last = i + 1 == parts.size();
+        const std::size_t length = last ? text.size() : text.find('/');
+        if (length == std::string_view::npos || length == 0) {
+            return std::nullopt;
+        }
+        const std::string_view digits = text.substr(0, length);
+        if (!std::all_of(digits.begin(), digits.end(), [](char c) { return c >= '0' && c <= '9'; })) {
+            return std::nullopt;
+        }
+        if (std::from_chars(digits.data(), digits.data() + digits.size(), parts[i]).ec != std::errc{}) {
+            parts[i] = -1;
+        }
+        text.remove_prefix(last ? length : length + 1);
     }
-    const std::string_view digits = text.substr(0, length);
-    if (!std::all_of(digits.begin(), digits.end(), [](char c) { return c >= '0' && c <= '9'; })) {
-        return false;
-    }
-    std::int64_t value = 0;
-    if (std::from_chars(digits.data(), digits.data() + digits.size(), value).ec != std::errc{} || value < least ||
-        value > most) {
-        return false;
-    }
-    number = static_cast<T>(value);
-    text.remove_prefix(last ? length : length + 1);
-    return true;
+    return parts;
 }
 
 } // namespace
 
+std::optional<KeyPartOutOfRange> keyPartOutOfRange(std::string_view text) {
+    const auto parts = partsOf(text);
+    if (!parts) {
+        return std::nullopt;
+    }
+    for (std::size_t i = 0; i < ranges.size(); ++i) {
+        if ((*parts)[i] < ranges[i].least || (*parts)[i] > ranges[i].most) {
+            return ranges[i];
+        }
+    }
+    return std::nullopt;
+}
+
 std::optional<VoucherKey> readVoucherKey(std::string_view text) {
-    VoucherKey key;
-    const bool read = takeNumber(text, false, 1, 9999, key.year) && takeNumber(text, false, 0, 255, key.period) &&
-                      takeNumber(text, false, 0, std::numeric_limits<std::int16_t>::max(), key.kind) &&
-                      takeNumber(text, true, 0, std::numeric_limits<std::int32_t>::max(), key.number);
-    return read ? std::optional(key) : std::nullopt;
+    const auto parts = partsOf(text);
+    if (!parts || keyPartOutOfRange(text)) {
+        return std::nullopt;
+    }
+    return VoucherKey{static_cast<std::int16_t>((*parts)[0]), static_cast<std::uint8_t>((*parts)[1]),
+                      static_cast<std::int16_t>((*parts)[2]), static_cast<std::int32_t>((*parts)[3])};
 }
 
 std::string voucherKeyText(const VoucherKey& key) {

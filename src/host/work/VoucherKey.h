@@ -21,6 +21,17 @@ struct VoucherKey {
 /// The key that a text holds: four numbers without a sign, in range, between single "/"; nothing for any other text.
 [[nodiscard]] std::optional<VoucherKey> readVoucherKey(std::string_view text);
 
+/// A part of a key that is out of its range.
+struct KeyPartOutOfRange {
+    enum class Part { year, period, kind, number };
+    Part part = Part::year;
+    std::int64_t least = 0;
+    std::int64_t most = 0;
+};
+
+/// The first such part of a text that is otherwise a key, four numbers between single "/"; nothing for any other text.
+[[nodiscard]] std::optional<KeyPartOutOfRange> keyPartOutOfRange(std::string_view text);
+
 /// The text that readVoucherKey reads.
 [[nodiscard]] std::string voucherKeyText(const VoucherKey& key);
 

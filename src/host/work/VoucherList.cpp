@@ -8,8 +8,8 @@ namespace {
 
 std::vector<VoucherHead> readHeads(Connection& connection, const std::string& condition, std::int16_t year) {
     const auto lines =
-        connection.Execute("select iperiod,isignseq,ino_id,inid,dbill_date,cdigest from " + std::string(voucherTable) +
-                           " where " + condition + " order by iperiod,isignseq,ino_id,inid");
+        connection.Execute("select iperiod,isignseq,ino_id,inid,dbill_date,cdigest from gl_accvouch where " +
+                           condition + " order by iperiod,isignseq,ino_id,inid");
     std::vector<VoucherHead> heads;
     for (; !lines->EndOfFile(); lines->MoveNext()) {
         const FieldList& fields = lines->Fields();
@@ -29,10 +29,12 @@ std::vector<VoucherHead> readHeads(Connection& connection, const std::string& co
 
 } // namespace
 
-std::vector<VoucherHead> listVouchers(Connection& connection, std::int16_t year, std::optional<std::uint8_t> period) {
+std::vector<VoucherHead> listVouchers(Connection& connection, std::int16_t year,
+                                      const std::optional<PeriodRange>& periods) {
     std::string condition = "iyear=" + std::to_string(year);
-    if (period) {
-        condition += " and iperiod=" + std::to_string(*period);
+    if (periods) {
+        condition +=
+            " and iperiod>=" + std::to_string(periods->first) + " and iperiod<=" + std::to_string(periods->last);
     }
     return readHeads(connection, condition, year);
 }

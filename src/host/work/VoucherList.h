@@ -18,12 +18,15 @@ struct VoucherHead {
     std::string summary; ///< summary text of the first line
 };
 
-/// Name of the table that holds the ledger's vouchers.
-inline constexpr const char* voucherTable = "gl_accvouch";
+/// Accounting periods from one to another, both included.
+struct PeriodRange {
+    std::uint8_t first = 0;
+    std::uint8_t last = 255;
+};
 
-/// The vouchers of a year, or of one period of it, in the order of their keys.
+/// The vouchers of a year, or of some of its periods, in the order of their keys.
 [[nodiscard]] std::vector<VoucherHead> listVouchers(Connection& connection, std::int16_t year,
-                                                    std::optional<std::uint8_t> period);
+                                                    const std::optional<PeriodRange>& periods);
 
 /// One voucher, or nothing if it has no line.
 [[nodiscard]] std::optional<VoucherHead> findVoucher(Connection& connection, const VoucherKey& key);

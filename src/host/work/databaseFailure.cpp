@@ -18,6 +18,10 @@ constexpr std::string_view generalFailure = "HY000";
 constexpr std::array<int, 4> statementFailures{1, 18, 20, 25};
 /// A table that is not there concerns every voucher: the file is no account of the suite.
 constexpr std::string_view tableMissing = "42S02";
+/// A lock that was not to be had in time, and a transaction that the server ended in favour of another one: by SQL state, and by
+/// the server's own numbers, which some drivers hand over under a state that says nothing.
+constexpr std::array<std::string_view, 2> lockStates{"HYT00", "40001"};
+constexpr std::array<int, 2> lockNumbers{1222, 1205};
 
 } // namespace
 
@@ -30,6 +34,13 @@ bool isDatabaseFailure(const Error& error) noexcept {
     }
     return state == tableMissing || std::any_of(failingClasses.begin(), failingClasses.end(),
                                                 [state](auto prefix) { return state.starts_with(prefix); });
+}
+
+bool isHeldElsewhere(const Error& error) noexcept {
+    const std::string& state = error.sqlState();
+    return std::find(lockStates.begin(), lockStates.end(), state) != lockStates.end() ||
+           (!state.empty() &&
+            std::find(lockNumbers.begin(), lockNumbers.end(), error.nativeError()) != lockNumbers.end());
 }
 
 } // namespace z7::cashflow::host

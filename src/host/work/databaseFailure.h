@@ -9,4 +9,8 @@ namespace z7::cashflow::host {
 /// breaks a statement, a row that a constraint keeps out.
 [[nodiscard]] bool isDatabaseFailure(const Error& error) noexcept;
 
+/// True if an error says that another session holds what is needed for longer than this one waits, or that the server chose this
+/// one's transaction to end because the two waited for each other. Only the voucher at hand is concerned; it can be tried again.
+[[nodiscard]] bool isHeldElsewhere(const Error& error) noexcept;
+
 } // namespace z7::cashflow::host

@@ -37,6 +37,11 @@ bool isNamed(const XmlTree::Attribute& attribute, std::string_view nodeName) {
 XmlNode::XmlNode(std::shared_ptr<const XmlTree> tree, std::uint32_t place) noexcept
     : tree_(std::move(tree)), place_(place) {}
 
+std::string XmlNode::baseName() const {
+    const char* const name = tree_->nodes[place_].baseName;
+    return name == nullptr ? std::string() : name;
+}
+
 std::vector<XmlNode> XmlNode::childNodes() const {
     std::vector<XmlNode> nodes;
     for (auto child = tree_->nodes[place_].firstChild; child != 0; child = tree_->nodes[child].nextSibling) {

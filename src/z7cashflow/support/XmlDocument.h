@@ -18,6 +18,8 @@ struct XmlTree;
 /// It keeps its document alive.
 class XmlNode {
 public:
+    /// The element's name without any prefix; empty for a node that is no element.
+    [[nodiscard]] std::string baseName() const;
     /// The child nodes in document order. White space between elements is no node.
     [[nodiscard]] std::vector<XmlNode> childNodes() const;
     /// Hands the attributes over in document order, each with its local name without any prefix and its text; none for a node
