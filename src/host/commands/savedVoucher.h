@@ -25,7 +25,7 @@ struct OutsideResult {
     std::string key;   ///< its outside key
     Outcome outcome = Outcome::refused;
     std::int32_t rows = 0; ///< the rows that were stored; 0 unless the outcome is stored
-    std::optional<Error> refusal;
+    std::optional<Refusal> refusal;
 };
 
 /// As tellSaved.
