@@ -43,7 +43,7 @@ struct Totals {
 Totals allotAll(bench::Account& account, const std::vector<host::VoucherHead>& vouchers) {
     Totals totals;
     DataProvider data;
-    host::Allotment allotment(account.connection(), account.connection(), data, account.gl(), true);
+    host::Allotment allotment(account.connection(), data, account.gl(), true);
     totals.vouchers = allotment.allotAll(
         vouchers, [] { return false; },
         [&](const host::VoucherResult& result) {

@@ -70,7 +70,7 @@ std::vector<Statement> recordedStatements(const std::filesystem::path& file) {
         }
     });
     DataProvider data;
-    host::Allotment allotment(account.connection(), account.connection(), data, account.gl(), true);
+    host::Allotment allotment(account.connection(), data, account.gl(), true);
     allotment.allotAll(
         vouchers, [] { return false; }, [](const host::VoucherResult&) {});
     return statements;

@@ -57,7 +57,7 @@ void Desk::edit(const host::VoucherHead& voucher, const std::string& mark, const
 bool Desk::allot(const host::VoucherKey& key) {
     constexpr int mostAttempts = 1000;
     for (int attempt = 1; attempt <= mostAttempts; ++attempt) {
-        const auto result = host::Allotment(connection(), connection(), data_, gl(), true).allot(key);
+        const auto result = host::Allotment(connection(), data_, gl(), true).allot(key);
         if (!result.refusal) {
             return true;
         }

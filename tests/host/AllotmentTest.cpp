@@ -121,7 +121,7 @@ protected:
         };
     }
 
-    Allotment allotment(bool keep = true) { return {connection, database.connection(), data, provider, keep}; }
+    Allotment allotment(bool keep = true) { return {connection, data, provider, keep}; }
 
     std::vector<VoucherResult> run(
         Allotment allotment, int vouchers, const std::function<bool()>& stop = [] { return false; }) {

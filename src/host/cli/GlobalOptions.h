@@ -24,7 +24,7 @@ struct GlobalOptions {
     bool accountGiven = false;         ///< the settings name it; else the only one that has periods goes before it
     std::string user = "demo";         ///< identifier of the user, by which drafts are kept
     std::string operatorName = "demo"; ///< name of the operator, by which voucher options are kept
-    bool guard = true;                 ///< statements that a value has turned into others are kept from the database
+    bool guard = true;                 ///< values that could change the statement that they go into are refused
     std::string accountingSystem; ///< name of the account's accounting system, such as "政府会计制度"; empty for none
     /// Makes the connections to databases other than the embedded one; tests put another in its place.
     ConnectionMaker serverConnection = [] { return std::make_unique<odbc::Connection>(); };

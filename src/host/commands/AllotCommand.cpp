@@ -73,7 +73,7 @@ public:
         try {
             ProgressBar bar(console.err, output.text(HostText::progress), vouchers.size(),
                             console.errorsOnTerminal && !options.quiet && !options.json, console.errorColumns);
-            Allotment allotment(session.connection(), session.guarded(), session.data(), session.provider().Gl(),
+            Allotment allotment(session.connection(), session.data(), session.provider().Gl(),
                                 !dryRun_);
             bar.update(0);
             allotment.allotAll(

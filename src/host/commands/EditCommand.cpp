@@ -60,7 +60,7 @@ private:
         prepare(screen, options, makerOf(session, key));
         if (regenerate_) {
             screen.CashFlowCol(session.provider().Gl().CreateCashFlowColFromDB(
-                session.guarded(), voucherTable, key.period, key.kind, key.number, head.date));
+                session.connection(), voucherTable, key.period, key.kind, key.number, head.date));
         }
         {
             const Desktop desktop(options, console);
@@ -72,7 +72,7 @@ private:
         if (!isToBeSaved(rows)) {
             return nothingSaved(output);
         }
-        Allotment allotment(session.connection(), session.guarded(), session.data(), session.provider().Gl(), true);
+        Allotment allotment(session.connection(), session.data(), session.provider().Gl(), true);
         return tellSaved(output, allotment.allot(key, rows));
     }
 
@@ -91,8 +91,8 @@ private:
         const Date date = dateOfOutside(session, table, key);
         IOutVoucherProvider& provider = session.provider().Out();
         // The dialog can show such a voucher only on rows that its host hands in, since the table's name is not in their document.
-        const std::string document = regenerate_ ? provider.CreateCashFlowColFromDB(session.guarded(), table, key)
-                                                 : provider.GetCashFlowColFromDB(session.guarded(), table, key);
+        const std::string document = regenerate_ ? provider.CreateCashFlowColFromDB(session.connection(), table, key)
+                                                 : provider.GetCashFlowColFromDB(session.connection(), table, key);
         const auto handedIn = session.provider().CreateCashFlowCollection();
         if (!document.empty()) {
             handedIn->Load(XmlSource(document));
@@ -145,7 +145,7 @@ private:
         const auto refusal = saveInTransaction(
             session.connection(), true,
             [&]() -> std::optional<Refusal> {
-                session.provider().Out().SaveCashFlowCol(session.guarded(), table, key, &document, &checkSum);
+                session.provider().Out().SaveCashFlowCol(session.connection(), table, key, &document, &checkSum);
                 return std::nullopt;
             },
             [&](const Error& error) {

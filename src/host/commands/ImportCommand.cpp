@@ -28,7 +28,7 @@ public:
         OpenVoucher voucher(voucher_, options, console, {{"XML", &file_}});
         const std::string document = inputText(file_, console);
         Session& session = voucher.session();
-        Allotment allotment(session.connection(), session.guarded(), session.data(), session.provider().Gl(), true);
+        Allotment allotment(session.connection(), session.data(), session.provider().Gl(), true);
         return tellSaved(output, allotment.take(voucher.voucher().key, document, force_));
     }
 

@@ -80,8 +80,8 @@ private:
     int show(Output& output, Session& session) const {
         IOutVoucherProvider& provider = session.provider().Out();
         const std::string document = action_ == "generate"
-                                         ? provider.CreateCashFlowColFromDB(session.guarded(), table_, key_)
-                                         : provider.GetCashFlowColFromDB(session.guarded(), table_, key_);
+                                         ? provider.CreateCashFlowColFromDB(session.connection(), table_, key_)
+                                         : provider.GetCashFlowColFromDB(session.connection(), table_, key_);
         if (file_.empty()) {
             showRows(output, session, rowsOfDocument(document).get());
         } else if (file_ == "-") {
@@ -97,8 +97,8 @@ private:
         if (!file_.empty()) {
             output.remark(output.text(HostText::outsideCheckIgnores));
         }
-        const bool cash = session.data().HaveCashFlowCodeInVoucher2(session.guarded(), table_, key_);
-        const bool matched = !cash || session.provider().Out().CheckCFColFromDB(session.guarded(), table_, key_, "");
+        const bool cash = session.data().HaveCashFlowCodeInVoucher2(session.connection(), table_, key_);
+        const bool matched = !cash || session.provider().Out().CheckCFColFromDB(session.connection(), table_, key_, "");
         if (output.json()) {
             output.line(jsonText({{"table", table_},
                                   {"key", key_},
@@ -118,7 +118,7 @@ private:
     Voucher lockLedgerVoucher(Session& session) const {
         VoucherKey key{session.year(), 0, 0, 0};
         Date date = Date::none();
-        session.data().GetVoucherKeyFromOut_id(session.guarded(), key_, key.period, key.kind, key.number, date);
+        session.data().GetVoucherKeyFromOut_id(session.connection(), key_, key.period, key.kind, key.number, date);
         lockVoucher(session.connection(), key);
         return session.judge().read(key);
     }
@@ -130,8 +130,8 @@ private:
             session.connection(), true,
             [&]() -> std::optional<Refusal> {
                 const Voucher voucher = lockLedgerVoucher(session);
-                cash = session.data().HaveCashFlowCodeInVoucher2(session.guarded(), table_, key_);
-                session.provider().Out().SaveCashFlowCol(session.guarded(), table_, key_, &document, &checkSum);
+                cash = session.data().HaveCashFlowCodeInVoucher2(session.connection(), table_, key_);
+                session.provider().Out().SaveCashFlowCol(session.connection(), table_, key_, &document, &checkSum);
                 const RowsOrigin origin = file_.empty() ? RowsOrigin::generated : RowsOrigin::document;
                 return cash ? session.judge().readBack(voucher, *rowsOfDocument(document), origin) : std::nullopt;
             },

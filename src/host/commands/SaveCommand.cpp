@@ -24,7 +24,7 @@ public:
         Output output(console, options);
         OpenVoucher voucher(voucher_, options, console);
         Session& session = voucher.session();
-        Allotment allotment(session.connection(), session.guarded(), session.data(), session.provider().Gl(), true);
+        Allotment allotment(session.connection(), session.data(), session.provider().Gl(), true);
         return tellSaved(output, allotment.allot(voucher.voucher().key));
     }
 

@@ -101,7 +101,7 @@ private:
     [[nodiscard]] std::string rowsOfVoucher(Output& output, Session& session, const std::string& voucher) const {
         const FirstIdentifier identifier;
         try {
-            return session.provider().Out().GetCashFlowColFromXml(session.guarded(), voucher, create_);
+            return session.provider().Out().GetCashFlowColFromXml(session.connection(), voucher, create_);
         } catch (const Error&) {
             dropLeftTable(output, session, identifier);
             throw;

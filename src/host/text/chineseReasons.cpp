@@ -41,8 +41,6 @@ constexpr std::array table{
     ChineseReason{R::collectionNotText, "现金流量行只能从 XML 文本读取"},
     ChineseReason{R::rowNotElement, "现金流量行只能从它的 XML 元素读取"},
     ChineseReason{R::rowFieldUnknown, "现金流量行没有字段“{0}”"},
-    ChineseReason{R::statementRefused,
-                  "数据中的某个值会改变数据库语句，语句没有执行（“{0}”）。请检查编码、凭证键和表名中是否有引号等符号"},
     ChineseReason{
         R::valueWithQuote,
         "该值会改变它所写入的数据库语句，语句没有执行：{0} 为“{1}”，其中含有引号（语句 {2}）。请在录入处更正该值"},

@@ -18,12 +18,12 @@ VoucherResult Allotment::allot(const VoucherKey& key, Judge::Rows rows) {
     const bool handedIn = rows != nullptr;
     RowsOrigin origin = handedIn ? RowsOrigin::document : RowsOrigin::generated;
     const auto save = [&]() -> std::optional<Refusal> {
-        lockVoucher(own_, key);
+        lockVoucher(connection_, key);
         voucher = judge_.read(key);
         if (auto refusal = judge_.unworkable(voucher)) {
             return refusal;
         }
-        const auto before = readStoredRows(own_, key);
+        const auto before = readStoredRows(connection_, key);
         if (auto refusal = handedIn ? std::nullopt : Judge::hidden(before)) {
             return refusal;
         }
@@ -31,7 +31,7 @@ VoucherResult Allotment::allot(const VoucherKey& key, Judge::Rows rows) {
             origin = RowsOrigin::stored;
         }
         modPublic::SetIYear(key.year); // the year of the voucher before this one must not reach it
-        gl_.SaveCashFlowColEx(library_, voucherTable, key.period, key.kind, key.number, voucher.date, &rows);
+        gl_.SaveCashFlowColEx(connection_, voucherTable, key.period, key.kind, key.number, voucher.date, &rows);
         if (!rows) {
             return std::nullopt;
         }
@@ -39,7 +39,7 @@ VoucherResult Allotment::allot(const VoucherKey& key, Judge::Rows rows) {
         return judge_.readBack(voucher, *rows, origin);
     };
     result.refusal = saveInTransaction(
-        own_, keep_, save, [&](const Error& error) { return judge_.explained(error, voucher, rows, origin); });
+        connection_, keep_, save, [&](const Error& error) { return judge_.explained(error, voucher, rows, origin); });
     if (!result.refusal) {
         result.rows = rows ? rows->Count() : 0;
         result.outcome = !rows ? Outcome::noCash : result.rows == 0 ? Outcome::nothing : Outcome::stored;
@@ -56,12 +56,12 @@ VoucherResult Allotment::take(const VoucherKey& key, const std::string& document
         if (auto refusal = foreignRows(document, key, force)) {
             return refusal;
         }
-        lockVoucher(own_, key);
+        lockVoucher(connection_, key);
         voucher = judge_.read(key);
         auto refusal = judge_.unworkable(voucher);
         return refusal ? refusal : store(voucher, document, rows, result);
     };
-    result.refusal = saveInTransaction(own_, keep_, save, [&](const Error& error) {
+    result.refusal = saveInTransaction(connection_, keep_, save, [&](const Error& error) {
         return judge_.explained(error, voucher, rows, RowsOrigin::document);
     });
     if (result.refusal) {
@@ -74,10 +74,10 @@ std::optional<Refusal> Allotment::store(const Voucher& voucher, std::string docu
                                         VoucherResult& result) {
     const VoucherKey& key = voucher.key;
     modPublic::SetIYear(key.year);
-    const bool cash = data_.HaveCashFlowCodeInVoucher(library_, voucherTable, key.period, key.kind, key.number);
-    const auto before = readStoredRows(own_, key);
+    const bool cash = data_.HaveCashFlowCodeInVoucher(connection_, voucherTable, key.period, key.kind, key.number);
+    const auto before = readStoredRows(connection_, key);
     bool checkSum = true; // the account option bXJLL takes its place
-    gl_.SaveCashFlowColFromXml(library_, voucherTable, key.period, key.kind, key.number, &document, &checkSum);
+    gl_.SaveCashFlowColFromXml(connection_, voucherTable, key.period, key.kind, key.number, &document, &checkSum);
     if (!cash) {
         result.outcome = Outcome::noCash;
         return std::nullopt;

@@ -18,13 +18,13 @@ namespace z7::cashflow::host {
 /// committed. A refused voucher is rolled back, as is every voucher if nothing is to be kept.
 class Allotment {
 public:
-    /// The connections of the host's own statements and of the library, which are the same session. All outlive it. With keep
-    /// false every voucher is rolled back.
-    Allotment(Connection& own, Connection& library, DataProvider& data, IGlVoucherProvider& gl, bool keep)
-        : own_(own), library_(library), data_(data), gl_(gl), judge_(own, library, data, gl), keep_(keep) {}
+    /// The connection, the data access and the provider outlive it. With keep false every voucher is rolled back.
+    Allotment(Connection& connection, DataProvider& data, IGlVoucherProvider& gl, bool keep)
+        : connection_(connection), data_(data), gl_(gl), judge_(connection, data, gl), keep_(keep) {}
 
-    /// Saves the rows that are handed in, else the stored rows of a voucher anew, or generated ones where none are stored. Errors that concern the database as a whole
-    /// come out, after a rollback; all others are refusals, a lock that another session holds among them.
+    /// Saves the rows that are handed in, else the stored rows of a voucher anew, or generated ones where none are
+    /// stored. Errors that concern the database as a whole come out, after a rollback; all others are refusals, a lock that another
+    /// session holds among them.
     [[nodiscard]] VoucherResult allot(const VoucherKey& key, Judge::Rows rows = nullptr);
 
     /// Saves the rows of a document in place of the stored ones. Rows of another voucher are refused unless forced. The account
@@ -40,8 +40,7 @@ private:
     [[nodiscard]] std::optional<Refusal> store(const Voucher& voucher, std::string document, Judge::Rows rows,
                                                VoucherResult& result);
 
-    Connection& own_;
-    Connection& library_;
+    Connection& connection_;
     DataProvider& data_;
     IGlVoucherProvider& gl_;
     Judge judge_;

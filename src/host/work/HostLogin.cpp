@@ -37,4 +37,6 @@ std::shared_ptr<cashflow::TextLookup> HostLogin::TextLookup() { return text_; }
 
 std::shared_ptr<cashflow::FormattedTextLookup> HostLogin::FormattedTextLookup() { return formattedText_; }
 
+bool HostLogin::guardsStatements() { return options_.guard; }
+
 } // namespace z7::cashflow::host

@@ -26,6 +26,8 @@ public:
     [[nodiscard]] std::string LanguageTag() override;
     [[nodiscard]] std::shared_ptr<cashflow::TextLookup> TextLookup() override;
     [[nodiscard]] std::shared_ptr<cashflow::FormattedTextLookup> FormattedTextLookup() override;
+    /// True unless the settings say otherwise.
+    [[nodiscard]] bool guardsStatements() override;
 
 private:
     GlobalOptions options_;

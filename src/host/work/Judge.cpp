@@ -22,7 +22,7 @@ Finding findingOf(Finding::Kind kind, std::int32_t line = 0, const std::string& 
 } // namespace
 
 Voucher Judge::read(const VoucherKey& key) {
-    return readVoucher(own_, key, toTextOrEmpty(modPublic::requiredLogin().Information(accountingSystemCode)));
+    return readVoucher(connection_, key, toTextOrEmpty(modPublic::requiredLogin().Information(accountingSystemCode)));
 }
 
 std::int32_t Judge::yearOf(Date date) {
@@ -30,7 +30,7 @@ std::int32_t Judge::yearOf(Date date) {
     if (known != years_.end()) {
         return known->second;
     }
-    const std::string text = data_.DateToYearPeriod(library_, date);
+    const std::string text = data_.DateToYearPeriod(connection_, date);
     const std::int32_t year = toInt32(Variant(text.substr(0, text.size() - 2))); // the last two digits are the period
     years_.emplace(date.dayNumber(), year);
     return year;
@@ -84,17 +84,17 @@ void Judge::enterYear(const Voucher& voucher) const { modPublic::SetIYear(vouche
 Judge::Rows Judge::storedRows(const Voucher& voucher) {
     const VoucherKey& key = voucher.key;
     enterYear(voucher);
-    return gl_.GetCashFlowColFromDB(library_, voucherTable, key.period, key.kind, key.number, voucher.date);
+    return gl_.GetCashFlowColFromDB(connection_, voucherTable, key.period, key.kind, key.number, voucher.date);
 }
 
 Judge::Rows Judge::generatedRows(const Voucher& voucher) {
     const VoucherKey& key = voucher.key;
     enterYear(voucher);
-    return gl_.CreateCashFlowColFromDB(library_, voucherTable, key.period, key.kind, key.number, voucher.date);
+    return gl_.CreateCashFlowColFromDB(connection_, voucherTable, key.period, key.kind, key.number, voucher.date);
 }
 
 double Judge::cashSum(const VoucherKey& key) {
-    return data_.GetCashSumInVoucher(library_, voucherTable, key.period, key.kind, key.number);
+    return data_.GetCashSumInVoucher(connection_, voucherTable, key.period, key.kind, key.number);
 }
 
 Verdict Judge::compare(const Voucher& voucher, Rows rows, RowsOrigin origin) {
@@ -109,16 +109,16 @@ Verdict Judge::compare(const Voucher& voucher, Rows rows, RowsOrigin origin) {
     verdict.rows = rows->Count();
     verdict.cashSum = cashSum(key);
     if (verdict.rows == 0 &&
-        !data_.HaveCashFlowCodeInVoucher(library_, voucherTable, key.period, key.kind, key.number)) {
+        !data_.HaveCashFlowCodeInVoucher(connection_, voucherTable, key.period, key.kind, key.number)) {
         verdict.kind = Verdict::Kind::noCash;
         return verdict;
     }
     std::string reason;
-    if (gl_.CheckCFColFromDB(library_, voucherTable, key.period, key.kind, key.number, rows, &reason)) {
+    if (gl_.CheckCFColFromDB(connection_, voucherTable, key.period, key.kind, key.number, rows, &reason)) {
         verdict.kind = verdict.rows == 0 ? Verdict::Kind::nothing : Verdict::Kind::matched;
         return verdict;
     }
-    const bool placed = gl_.CheckKmFrom(library_, rows, nullptr);
+    const bool placed = gl_.CheckKmFrom(connection_, rows, nullptr);
     verdict.kind = Verdict::Kind::unmatched;
     verdict.refusal =
         explained(Error(placed ? errors::sumsDiffer : errors::rowsDoNotFit, "CashFlow", reason), voucher, rows, origin);
@@ -130,7 +130,7 @@ Verdict Judge::standing(const Voucher& voucher) {
     verdict.refusal = unworkable(voucher);
     if (!verdict.refusal) {
         enterYear(voucher);
-        const auto rows = readStoredRows(own_, voucher.key);
+        const auto rows = readStoredRows(connection_, voucher.key);
         verdict.refusal = hidden(rows);
         if (!verdict.refusal) {
             return compare(voucher, rows.empty() ? nullptr : storedRows(voucher), RowsOrigin::stored);

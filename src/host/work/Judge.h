@@ -25,10 +25,9 @@ class Judge {
 public:
     using Rows = std::shared_ptr<CashFlowCollection>;
 
-    /// The connections, the data access and the provider outlive it. "own" takes the statements of this class, "library"
-    /// those of the library; both are the same session.
-    Judge(Connection& own, Connection& library, DataProvider& data, IGlVoucherProvider& gl)
-        : own_(own), library_(library), data_(data), gl_(gl) {}
+    /// The connection, the data access and the provider outlive it.
+    Judge(Connection& connection, DataProvider& data, IGlVoucherProvider& gl)
+        : connection_(connection), data_(data), gl_(gl) {}
 
     /// Reads a voucher; it has no lines if it is not there.
     [[nodiscard]] Voucher read(const VoucherKey& key);
@@ -71,8 +70,7 @@ private:
     void addDoubledRows(const Voucher& voucher, double voucherSum, std::vector<Finding>& findings);
     [[nodiscard]] double sumOf(const Voucher& voucher, const CashFlowCollection& rows) const;
 
-    Connection& own_;
-    Connection& library_;
+    Connection& connection_;
     DataProvider& data_;
     IGlVoucherProvider& gl_;
     std::map<double, std::int32_t> years_; ///< accounting years by day, since vouchers of one day are many

@@ -93,7 +93,7 @@ std::optional<Refusal> Judge::hidden(const std::vector<StoredRow>& rows) {
 std::optional<Refusal> Judge::readBack(const Voucher& voucher, const CashFlowCollection& saved, RowsOrigin origin) {
     const VoucherKey& key = voucher.key;
     enterYear(voucher);
-    const auto records = data_.GetCashTable(library_, key.period, key.kind, key.number);
+    const auto records = data_.GetCashTable(connection_, key.period, key.kind, key.number);
     std::multiset<std::string> found;
     for (; !records->EndOfFile(); records->MoveNext()) {
         found.insert(toTextOrEmpty(records->Fields().Item("RowGuid")));
@@ -106,7 +106,7 @@ std::optional<Refusal> Judge::readBack(const Voucher& voucher, const CashFlowCol
     if (found == wanted) {
         return std::nullopt;
     }
-    auto hidden = hiddenIn(readStoredRows(own_, key), &voucher, origin);
+    auto hidden = hiddenIn(readStoredRows(connection_, key), &voucher, origin);
     if (hidden.empty()) {
         Finding unexplained;
         unexplained.kind = Kind::rowsNotFound;
@@ -203,14 +203,14 @@ bool Judge::newRowsMatch(const Voucher& voucher) {
     ignoringErrors([&] { // a voucher whose rows cannot be generated has no better rows
         const VoucherKey& key = voucher.key;
         const Rows rows = generatedRows(voucher);
-        match = gl_.CheckCFColFromDB(library_, voucherTable, key.period, key.kind, key.number, rows, nullptr);
+        match = gl_.CheckCFColFromDB(connection_, voucherTable, key.period, key.kind, key.number, rows, nullptr);
     });
     return match;
 }
 
 // Two desks that stored a voucher at the same time left each row twice.
 void Judge::addDoubledRows(const Voucher& voucher, double voucherSum, std::vector<Finding>& findings) {
-    std::vector<StoredRow> rows = readStoredRows(own_, voucher.key); // equal rows stand side by side
+    std::vector<StoredRow> rows = readStoredRows(connection_, voucher.key); // equal rows stand side by side
     std::int32_t doubles = 0;
     double sum = 0.0;
     for (std::size_t i = 0; i < rows.size(); ++i) {

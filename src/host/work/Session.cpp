@@ -1,6 +1,5 @@
 #include "host/work/Session.h"
 
-#include "adapters/guard/GuardedConnection.h"
 #include "host/account/accountCheck.h"
 #include "host/cli/ExitCode.h"
 #include "host/cli/Failure.h"
@@ -21,7 +20,6 @@ Session::Session(const AccountPlace& place, std::int16_t year, const GlobalOptio
         throw Failure(exitCode::database, HostText::fileMissing, {file->string()});
     }
     connection_ = place.makeConnection();
-    guarded_ = options.guard ? std::make_shared<guard::GuardedConnection>(connection_) : connection_;
     const std::string connectionString = place.connectionString(year);
     try {
         connection_->Open(connectionString);
@@ -38,7 +36,7 @@ Session::Session(const AccountPlace& place, std::int16_t year, const GlobalOptio
         own.account = onlyAccount(*connection_).value_or(own.account);
     }
     provider_.Gl().objLogin(std::make_shared<HostLogin>(std::move(own), year, connectionString));
-    judge_.emplace(*connection_, *guarded_, data_, provider_.Gl());
+    judge_.emplace(*connection_, data_, provider_.Gl());
     context.bCashCode = accountOption("bCashCode");
     context.bAutoDisplay = accountOption("bAutoDisplay");
 }
@@ -48,6 +46,6 @@ Session::~Session() {
     modPublic::context() = modPublic::Context{};
 }
 
-bool Session::accountOption(const char* name) { return asciiUpper(data_.GetAccInfo(*guarded_, "GL", name)) == "TRUE"; }
+bool Session::accountOption(const char* name) { return asciiUpper(data_.GetAccInfo(*connection_, "GL", name)) == "TRUE"; }
 
 } // namespace z7::cashflow::host

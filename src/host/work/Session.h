@@ -28,11 +28,9 @@ public:
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
 
-    /// For the host's own statements and transactions.
+    /// The open database, for the calls of the library and for the host's own statements and transactions. The login has the
+    /// library refuse values that could change a statement, unless the settings say otherwise.
     [[nodiscard]] Connection& connection() noexcept { return *connection_; }
-    /// For the calls of the library: the same session, which lets the library's own statements through and refuses what
-    /// a value has made of them, unless the settings say otherwise.
-    [[nodiscard]] Connection& guarded() noexcept { return *guarded_; }
     [[nodiscard]] DataProvider& data() noexcept { return data_; }
     [[nodiscard]] VoucherProvider& provider() noexcept { return provider_; }
     [[nodiscard]] std::int16_t year() const noexcept { return year_; }
@@ -46,7 +44,6 @@ private:
     std::int16_t year_;
     std::shared_ptr<terminal::TerminalMessageBox> messageBox_;
     std::shared_ptr<Connection> connection_;
-    std::shared_ptr<Connection> guarded_;
     DataProvider data_;
     VoucherProvider provider_;
     std::optional<Judge> judge_;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "z7cashflow/statements/VoucherKey.h"
+
 #include <compare>
 #include <cstdint>
 #include <optional>
@@ -8,14 +10,23 @@
 
 namespace z7::cashflow::host {
 
-/// A ledger voucher as a user writes it: year/period/kind/number, such as "2024/1/2/15".
-struct VoucherKey {
-    std::int16_t year = 0;   ///< accounting year, 1 to 9999
-    std::uint8_t period = 0; ///< accounting period, 0 to 255
-    std::int16_t kind = 0;   ///< number of the voucher kind in dsign
-    std::int32_t number = 0; ///< number within period and kind
+/// A ledger voucher as a user writes it: year/period/kind/number, such as "2024/1/2/15". It is the library's key and the
+/// accounting year, 1 to 9999.
+struct VoucherKey : cashflow::VoucherKey {
+    constexpr VoucherKey() = default;
+    constexpr VoucherKey(std::int16_t ofYear, std::uint8_t ofPeriod, std::int16_t ofKind, std::int32_t ofNumber)
+        : cashflow::VoucherKey{ofPeriod, ofKind, ofNumber}, year(ofYear) {}
 
-    friend auto operator<=>(const VoucherKey&, const VoucherKey&) = default;
+    /// In the order in which it is written.
+    friend std::strong_ordering operator<=>(const VoucherKey& a, const VoucherKey& b) {
+        const auto byYear = a.year <=> b.year;
+        return byYear != 0
+                   ? byYear
+                   : static_cast<const cashflow::VoucherKey&>(a) <=> static_cast<const cashflow::VoucherKey&>(b);
+    }
+    friend bool operator==(const VoucherKey& a, const VoucherKey& b) { return (a <=> b) == 0; }
+
+    std::int16_t year = 0;
 };
 
 /// The key that a text holds: four numbers without a sign, in range, between single "/"; nothing for any other text.

@@ -44,10 +44,6 @@ constexpr std::array table{
     ReasonEntry{R::rowNotElement, errors::typeMismatch, "A row is read from its XML element only"},
     ReasonEntry{R::rowFieldUnknown, errors::unknownRowField, "The row has no field named \"{0}\""},
     ReasonEntry{
-        R::statementRefused, errors::statementRefused,
-        "A value would change the statement that it goes into, so the statement was not run (\"{0}\"). Look for a "
-        "quote or another sign in the codes, keys and table names"},
-    ReasonEntry{
         R::valueWithQuote, errors::statementRefused,
         "A value would change the statement that it goes into, so the statement was not run: {0} is \"{1}\", which contains a quote (statement {2}). Correct the value where it was entered"},
     ReasonEntry{

@@ -44,7 +44,6 @@ enum class Reason {
     collectionNotText,
     rowNotElement,
     rowFieldUnknown,
-    statementRefused,
     valueWithQuote,
     valueNotOneNumber,
     valueNotTableName,
