@@ -209,7 +209,7 @@ TEST_F(StatementCommandTest, AReportGoesToANewFileAndOverwritesNothing) {
     const RunResult run = statement({"--csv", "-o", target});
     EXPECT_EQ(run.exitCode, 1);
     EXPECT_EQ(run.out, "");
-    EXPECT_EQ(statement({"--csv", "-o", target}).exitCode, 2);
+    EXPECT_EQ(statement({"--csv", "--output", target}).exitCode, 2);
     std::ifstream stream(target);
     const std::string text{std::istreambuf_iterator<char>(stream), {}};
     EXPECT_EQ(text, statement({"--csv"}).out);

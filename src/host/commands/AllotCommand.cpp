@@ -73,8 +73,7 @@ public:
         try {
             ProgressBar bar(console.err, output.text(HostText::progress), vouchers.size(),
                             console.errorsOnTerminal && !options.quiet && !options.json, console.errorColumns);
-            Allotment allotment(session.connection(), session.data(), session.provider().Gl(),
-                                !dryRun_);
+            Allotment allotment(session.connection(), session.data(), session.provider().Gl(), !dryRun_);
             bar.update(0);
             allotment.allotAll(
                 vouchers, [&signals] { return signals.requested(); },

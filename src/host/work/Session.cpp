@@ -46,6 +46,8 @@ Session::~Session() {
     modPublic::context() = modPublic::Context{};
 }
 
-bool Session::accountOption(const char* name) { return asciiUpper(data_.GetAccInfo(*connection_, "GL", name)) == "TRUE"; }
+bool Session::accountOption(const char* name) {
+    return asciiUpper(data_.GetAccInfo(*connection_, "GL", name)) == "TRUE";
+}
 
 } // namespace z7::cashflow::host
