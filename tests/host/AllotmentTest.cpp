@@ -2,6 +2,7 @@
 
 #include "doubles/FakeLogin.h"
 #include "doubles/ScriptedDatabase.h"
+#include "doubles/ScriptedRecordset.h"
 #include "z7cashflow/model/CashFlowCollection.h"
 #include "z7cashflow/model/modPublic.h"
 #include "z7cashflow/support/conversions.h"
@@ -89,8 +90,20 @@ protected:
             return database.connection().Execute(text);
         });
         EXPECT_CALL(connection, Execute(_)).Times(testing::AnyNumber());
+        ON_CALL(connection, CreateRecordset()).WillByDefault([this] {
+            return std::make_shared<test::ScriptedRecordset>(database, &connection, "main");
+        });
+        ON_CALL(connection, ConnectionString())
+            .WillByDefault(testing::Return(test::ScriptedDatabase::connectionString()));
+        allowReading();
     }
     ~AllotmentTest() override { modPublic::context() = modPublic::Context{}; }
+
+    /// Lets readers open recordsets on the session as often as they like.
+    void allowReading() {
+        EXPECT_CALL(connection, CreateRecordset()).Times(testing::AnyNumber());
+        EXPECT_CALL(connection, ConnectionString()).Times(testing::AnyNumber());
+    }
 
     /// A receipt of 5 with that credit amount on its cash line.
     static test::Table linesOf(const Variant& credit) {
@@ -236,6 +249,7 @@ TEST_F(AllotmentTest, AVoucherThatAnotherDeskHoldsIsRefusedAndTheRunGoesOn) {
     // As a server says it, as it says of a deadlock, and as the embedded database says it when a transaction begins.
     for (const Error& held : {Error(1222, "ODBC", "Lock request time out period exceeded.", "42000"),
                               Error(1205, "ODBC", "deadlocked", "40001"), Error(5, "SQLite", "locked", "HYT00")}) {
+        allowReading();
         InSequence sequence;
         EXPECT_CALL(connection, BeginTrans());
         EXPECT_CALL(connection, Execute(lockStatement + "1")).WillOnce(Throw(held));
@@ -244,6 +258,7 @@ TEST_F(AllotmentTest, AVoucherThatAnotherDeskHoldsIsRefusedAndTheRunGoesOn) {
         EXPECT_CALL(connection, Execute(lockStatement + "2"));
         EXPECT_CALL(connection, Execute(testing::StartsWith("select "))).Times(2);
         EXPECT_CALL(provider, SaveCashFlowColEx(_, _, _, _, 2, _, _, _)).WillOnce(savesRows(3));
+        EXPECT_CALL(connection, Execute(testing::StartsWith("select table1.*")));
         EXPECT_CALL(connection, CommitTrans());
         const auto results = run(allotment(), 2);
         ASSERT_EQ(results[0].outcome, Outcome::refused);
