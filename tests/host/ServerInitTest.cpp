@@ -148,7 +148,7 @@ TEST_F(ServerInitTest, ABadFileLeavesNothingBehind) {
     EXPECT_EQ(count(" from " + name_ + ".sys.tables"), 0);
     scratch.write("tables/code.csv", "iyear,ccode\n2024,1001\n");
     const RunResult made = init({"--from", (scratch.path() / "tables").string()});
-    EXPECT_EQ(made.out, "Made " + name_ + ": tables filled: 2, records: 2.\n") << made.err;
+    EXPECT_EQ(made.out, "Created " + name_ + " (tables: 2, records: 2).\n") << made.err;
 }
 
 } // namespace

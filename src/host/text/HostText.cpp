@@ -70,7 +70,7 @@ constexpr std::array<HostTextEntry, static_cast<std::size_t>(T::count)> texts{
     HostTextEntry{T::stopped, "因数据库错误而停止于凭证 {0}：{1} 张凭证中已处理 {2} 张，其后的凭证没有改动。",
                   "Stopped at voucher {0} by an error of the database: {2} of {1} vouchers are done, those behind "
                   "it are untouched."},
-    HostTextEntry{T::databaseMade, "已建立 {0}：{1} 张表，{2} 行。", "Made {0}: tables filled: {1}, records: {2}."},
+    HostTextEntry{T::databaseMade, "已建立 {0}：{1} 张表，{2} 行。", "Created {0} (tables: {1}, records: {2})."},
     HostTextEntry{T::verifyHolds, "文件完好，各表内容一致。", "The files are sound and the tables agree."},
     HostTextEntry{T::verifyFindings, "发现 {0} 处问题，见上。", "Findings: {0}, see above."},
     HostTextEntry{T::verifyRemarks, "装入的数据有 {0} 处问题，见上；可用 z7cf verify 再次检查。",
