@@ -81,7 +81,7 @@ public:
     }
 
     /// The same, put at the end of a text. The text holds a part of the statement after an error.
-    void appendTo(std::string& out, LiteralPolicy policy, const Places&... values) const {
+    void appendTo(std::string& out, [[maybe_unused]] LiteralPolicy policy, const Places&... values) const {
         std::size_t slot = 0;
         (appendValue(out, policy, values, slot), ...);
         out += pieces_[slot];
