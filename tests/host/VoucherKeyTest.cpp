@@ -65,11 +65,13 @@ TEST(VoucherKey, WritesWhatItReads) {
     EXPECT_EQ(readVoucherKey(voucherKeyText(key)), key);
 }
 
-TEST(VoucherKey, OrdersByYearThenPeriodThenKindThenNumber) {
-    EXPECT_LT((VoucherKey{2023, 12, 3, 9}), (VoucherKey{2024, 1, 1, 1}));
-    EXPECT_LT((VoucherKey{2024, 1, 3, 9}), (VoucherKey{2024, 2, 1, 1}));
-    EXPECT_LT((VoucherKey{2024, 1, 1, 9}), (VoucherKey{2024, 1, 2, 1}));
-    EXPECT_LT((VoucherKey{2024, 1, 1, 9}), (VoucherKey{2024, 1, 1, 10}));
+TEST(VoucherKey, EqualsOnlyAKeyOfTheSameYearPeriodKindAndNumber) {
+    const VoucherKey key{2024, 1, 2, 15};
+    EXPECT_EQ(key, (VoucherKey{2024, 1, 2, 15}));
+    EXPECT_NE(key, (VoucherKey{2023, 1, 2, 15}));
+    EXPECT_NE(key, (VoucherKey{2024, 2, 2, 15}));
+    EXPECT_NE(key, (VoucherKey{2024, 1, 3, 15}));
+    EXPECT_NE(key, (VoucherKey{2024, 1, 2, 16}));
 }
 
 } // namespace

@@ -91,6 +91,7 @@ private:
 
     template <class Lines> static std::vector<std::pair<std::string, std::string>> names(const Lines& lines) {
         std::vector<std::pair<std::string, std::string>> result;
+        result.reserve(lines.size());
         for (const auto& line : lines) {
             result.emplace_back(line.code, line.name);
         }

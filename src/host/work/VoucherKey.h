@@ -2,7 +2,6 @@
 
 #include "z7cashflow/statements/VoucherKey.h"
 
-#include <compare>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -17,14 +16,7 @@ struct VoucherKey : cashflow::VoucherKey {
     constexpr VoucherKey(std::int16_t ofYear, std::uint8_t ofPeriod, std::int16_t ofKind, std::int32_t ofNumber)
         : cashflow::VoucherKey{ofPeriod, ofKind, ofNumber}, year(ofYear) {}
 
-    /// In the order in which it is written.
-    friend std::strong_ordering operator<=>(const VoucherKey& a, const VoucherKey& b) {
-        const auto byYear = a.year <=> b.year;
-        return byYear != 0
-                   ? byYear
-                   : static_cast<const cashflow::VoucherKey&>(a) <=> static_cast<const cashflow::VoucherKey&>(b);
-    }
-    friend bool operator==(const VoucherKey& a, const VoucherKey& b) { return (a <=> b) == 0; }
+    friend bool operator==(const VoucherKey&, const VoucherKey&) = default;
 
     std::int16_t year = 0;
 };

@@ -2,7 +2,6 @@
 
 #include "z7cashflow/support/Date.h"
 
-#include <compare>
 #include <cstdint>
 #include <string>
 
@@ -15,7 +14,7 @@ struct VoucherKey {
     std::int16_t kind = 0;   ///< number of the voucher kind in dsign
     std::int32_t number = 0; ///< number within period and kind
 
-    friend auto operator<=>(const VoucherKey&, const VoucherKey&) = default;
+    friend bool operator==(const VoucherKey&, const VoucherKey&) = default;
 };
 
 /// A ledger voucher's key with the voucher's date; 1900-01-01 where there is no date.
