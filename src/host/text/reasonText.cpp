@@ -26,7 +26,7 @@ std::string reasonText(Language language, const std::string& checkText) {
 }
 
 std::string reasonText(Language language, const Error& error) {
-    const std::string why = language == Language::chinese ? chineseText(error.why()) : englishText(error.why());
+    std::string why = language == Language::chinese ? chineseText(error.why()) : englishText(error.why());
     if (!error.hasOwnText()) {
         return why;
     }
