@@ -47,7 +47,7 @@ def options(program):
     commands = []
     listed = re.split(r"^\s*subcommands:\s*$", text, flags=re.M | re.I)
     if len(listed) == 2:
-        block = listed[1].lstrip("\n").split("\n\n")[0]  # behind it come examples
+        block = listed[1].lstrip("\n").split("\n\n")[0]  # examples follow it
         commands = re.findall(r"^  ([a-z][a-z-]*)\b", block, flags=re.M)
     if not commands:
         raise SystemExit(f"the help of {program} lists no commands")
