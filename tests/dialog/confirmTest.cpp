@@ -183,6 +183,19 @@ TEST_F(Confirm, AFailingStatementLeavesItsStepAndNeverClosesUnchecked) {
     }
 }
 
+TEST_F(Confirm, ARowThatIsRefusedKeepsTheDialogOpenEvenWhereItsMessageCannotBeShown) {
+    addTwoRows();
+    collection->Item(2)->SetValue("cCashItem", "");
+    open();
+    modPublic::context().messageBoxObject = nullptr;
+    modPublic::context().createMessageBox = []() -> std::shared_ptr<MessageBox> { throw Error(7, "box", "no box"); };
+    form().press("cmdOk");
+    EXPECT_FALSE(isClosed());
+    EXPECT_EQ(cells().Row(), 2);
+    EXPECT_EQ(factory->journal, (Lines{"FinishEdit ", "SetFocus ", "sendKeys [ ]"}));
+    EXPECT_EQ(database.countOf("select (sum(md)"), 0U) << "the sums are not looked at";
+}
+
 TEST_F(Confirm, AnErrorOfTheGridWhileSettlingLeavesThatStepAlone) {
     openWithTwoRows();
     cells().beforeOperation = [](const std::string& operation) {

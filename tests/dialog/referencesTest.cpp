@@ -160,6 +160,18 @@ TEST_F(References, APickedItemGoesIntoTheEditorAlone) {
     EXPECT_EQ(database.openRecordsets(), Lines{});
 }
 
+TEST_F(References, TheItemsFollowWhatWasTypedInTheCell) {
+    useItemClient(false, nullptr);
+    for (const char* typed : {"sal", ""}) {
+        EXPECT_TRUE(cells().beginTyping(1, 4, typed));
+        cells().reference(1, 4);
+        EXPECT_EQ(log.back(), "ItemRefInit u1 false 98 citemcode like N'%" + std::string(typed) +
+                                  "%' or citemname like N'%" + typed + "%'");
+        EXPECT_EQ(cells().TextMatrix(1, 4), "01") << "the cell has its text back";
+        cells().Col(4);
+    }
+}
+
 TEST_F(References, AnItemPopUpThatBringsNothingChangesNothing) {
     useItemClient(false, nullptr);
     cells().reference(1, 4);
@@ -226,6 +238,8 @@ TEST_F(References, TheLibrarysOwnLineClientTellsAFailureOfTheProvider) {
 TEST_F(References, TheLibrarysOwnItemClientShowsTheItemsUnderTheFilter) {
     const std::string query = "select citemcode,citemname from fitemss98 where citemcode like N'%01%' or citemname "
                               "like N'%01%' order by citemcode";
+    database.answerPrefix("select citemcode,citemname from fitemss98 where citemcode like N'%02%'",
+                          {{"citemcode", "citemname"}, {{"02", "other"}}, {}});
     database.answer(query, {{"citemcode", "citemname"}, {{"01", "sales"}, {"02", "other"}}, {}});
     factory->picks.choices = {1, std::nullopt};
     cells().reference(1, 4);

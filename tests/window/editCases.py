@@ -40,7 +40,6 @@ class Company:
         stored = json.loads(self.run("rows", self.file, voucher, "--json", may_refuse=True))
         return [[str(row[name]) for name in ("inid", "ccode", "md", "mc", "cCashItem")] for row in stored]
 
-
 STORED = [["2", "6001", "0.0", "1347.0", "0101"], ["3", "222102", "0.0", "175.11", "0101"]]
 
 
@@ -78,6 +77,27 @@ def a_line_is_split_by_f5_a_picked_account_the_rest_and_a_picked_item(screen, pr
     ended(window)
     equal(sorted(company.rows()), sorted([["2", "6001", "0.0", "1000.0", "0101"], STORED[1],
                                           ["2", "6001", "0.0", "347.0", "0103"]]))
+
+
+def the_list_of_items_follows_what_was_typed_in_the_cell(screen, program):
+    company = Company(screen, program)
+    window = company.edit(VOUCHER)
+    window.keys("F4", focus="search", pick="1", cells="0101|销售商品、提供劳务收到的现金|")
+    window.keys("Escape", top=TITLE, edit="open", text="0101")
+    window.keys("BackSpace", text="")
+    window.keys("F4", focus="search")
+    all_items = int(window.state["pick"])
+    window.keys("Down")
+    picked = window.state["cells"].split("|")
+    window.keys("Return", top=TITLE, edit="open", text=picked[0])
+    window.keys("Escape", edit="closed", cells="门市零售收款|6001|Cr|1,347.00|0101|销售商品、提供劳务收到的现金|2|")
+    window.write("02", edit="open", text="02")
+    window.keys("F4", focus="search")
+    assert 1 < int(window.state["pick"]) < all_items and "02" in window.state["cells"], window.state
+    window.keys("Return", top=TITLE, edit="open")
+    window.keys("Escape", edit="closed")
+    window.click("cmdCancel")
+    ended(window)
 
 
 def a_wrong_amount_is_refused_where_it_stands(screen, program):

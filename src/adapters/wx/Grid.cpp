@@ -254,8 +254,14 @@ void Grid::reference() {
         (!editor_.Visible() && !openEditor())) {
         return;
     }
-    std::string text = utf8(editor_.text());
+    const std::string typed = utf8(editor_.text());
+    const std::string before = model_.text(place);
+    model_.text(place, typed);
+    std::string text = typed;
     gate_.raise([&] { gate_.listener().ReferenceClick(text, place.row, place.col); });
+    if (place.row < model_.rows() && place.col < model_.cols() && model_.text(place) == typed) {
+        model_.text(place, before);
+    }
     if (!(place == model_.current()) || !model_.editable(place)) {
         return;
     }

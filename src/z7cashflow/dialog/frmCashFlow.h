@@ -99,7 +99,6 @@ private:
     void removePendingRow();
     [[nodiscard]] bool settled();
     [[nodiscard]] bool allLinesValid();
-    [[nodiscard]] bool rowsFitTheirLines(IGlVoucherProvider& provider);
     void closeIfSumsMatch(IGlVoucherProvider& provider);
     void LocateErrorCell(std::string& strInfo);
     void objData_CashFlowTemplateSave(const std::string& message, std::int32_t style, bool& bCancel);

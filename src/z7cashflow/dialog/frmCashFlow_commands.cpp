@@ -217,8 +217,12 @@ void frmCashFlow::cmdOk() {
     }
     ignoringErrors([&] { removePendingRow(); });
     ignoringErrors([&] { RefreshColFromVoucher(connection(), collection()); });
-    ignoringErrors([&] { goesOn = rowsFitTheirLines(provider.Gl()); });
+    std::string strInfo;
+    ignoringErrors([&] { goesOn = provider.Gl().CheckKmFrom(connection(), CashFlowCol_, &strInfo); });
     if (!goesOn) {
+        LocateErrorCell(strInfo);
+        ignoringErrors([&] { showNotice(strInfo); });
+        ignoringErrors([&] { form().sendKeys(" "); });
         return;
     }
     bool closesUnchecked = false;
@@ -232,17 +236,6 @@ void frmCashFlow::cmdOk() {
     if (!closesUnchecked) {
         ignoringErrors([&] { closeIfSumsMatch(provider.Gl()); });
     }
-}
-
-bool frmCashFlow::rowsFitTheirLines(IGlVoucherProvider& provider) {
-    std::string strInfo;
-    if (provider.CheckKmFrom(connection(), CashFlowCol_, &strInfo)) {
-        return true;
-    }
-    LocateErrorCell(strInfo);
-    showNotice(strInfo);
-    form().sendKeys(" ");
-    return false;
 }
 
 void frmCashFlow::closeIfSumsMatch(IGlVoucherProvider& provider) {

@@ -35,8 +35,8 @@ public:
     /// A line that the user changed, or that was added, is about to be left for another line. cancel starts 0; 1 keeps the cursor in
     /// the line, in the column that col names then.
     virtual void RowValidate(std::int32_t& cancel, std::int32_t row, std::int32_t& col) = 0;
-    /// The reference button of a cell was pressed. text is what the editor holds; what it is afterwards the editor shows, open and
-    /// not yet validated.
+    /// The reference button of a cell was pressed. text is what the editor holds, and so does the cell until the event ends, when
+    /// it gets its text from before the edit back. What text is afterwards the editor shows, open and not yet validated.
     virtual void ReferenceClick(std::string& text, std::int32_t row, std::int32_t col) = 0;
     /// The user wants to go on after the last cell of the last line, which is valid. The event adds a line if there may be one.
     virtual void AppendRow() = 0;
