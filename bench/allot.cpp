@@ -9,8 +9,8 @@
 
 #include "host/account/accountMaker.h"
 #include "host/account/tableFiles.h"
-#include "host/work/Allotment.h"
-#include "host/work/VoucherList.h"
+#include "workbench/vouchers/Allotment.h"
+#include "workbench/vouchers/voucherList.h"
 #include "z7cashflow/data/DataProvider.h"
 #include "z7cashflow/support/conversions.h"
 
@@ -40,14 +40,14 @@ struct Totals {
     std::int64_t rows = 0;
 };
 
-Totals allotAll(bench::Account& account, const std::vector<host::VoucherHead>& vouchers) {
+Totals allotAll(bench::Account& account, const std::vector<workbench::VoucherHead>& vouchers) {
     Totals totals;
     DataProvider data;
-    host::Allotment allotment(account.connection(), data, account.gl(), true);
+    workbench::Allotment allotment(account.connection(), data, account.gl(), true);
     totals.vouchers = allotment.allotAll(
         vouchers, [] { return false; },
-        [&](const host::VoucherResult& result) {
-            totals.stored += result.outcome == host::Outcome::stored ? 1 : 0;
+        [&](const workbench::VoucherResult& result) {
+            totals.stored += result.outcome == workbench::Outcome::stored ? 1 : 0;
             totals.rows += result.rows;
         });
     return totals;
@@ -69,7 +69,7 @@ int main(int argc, char** argv) {
 
     // Once with a recorder, for the floor's statements.
     std::vector<bench::RecordedStatement> statements;
-    std::vector<host::VoucherHead> vouchers;
+    std::vector<workbench::VoucherHead> vouchers;
     Totals expected;
     double storedSum = 0.0;
     const std::string sumQuery = "select total(md) - total(mc) from gl_cashtable";
@@ -77,7 +77,7 @@ int main(int argc, char** argv) {
     bench::copyAccount(pristine, work);
     {
         bench::Account account(work, year);
-        vouchers = host::listVouchers(account.connection(), year, std::nullopt);
+        vouchers = workbench::listVouchers(account.connection(), year, std::nullopt);
         account.connection().onRewrittenStatement([&](int session, const std::string& text) {
             statements.push_back({session, text});
         });

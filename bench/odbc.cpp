@@ -13,8 +13,8 @@
 #include "adapters/tsql/shape.h"
 #include "host/account/accountMaker.h"
 #include "host/account/tableFiles.h"
-#include "host/work/Allotment.h"
-#include "host/work/VoucherList.h"
+#include "workbench/vouchers/Allotment.h"
+#include "workbench/vouchers/voucherList.h"
 #include "z7cashflow/data/DataProvider.h"
 #include "z7cashflow/support/conversions.h"
 
@@ -60,7 +60,7 @@ bool isOfTransaction(const std::string& text) {
 std::vector<Statement> recordedStatements(const std::filesystem::path& file) {
     std::vector<Statement> statements;
     bench::Account account(file, year);
-    const auto vouchers = host::listVouchers(account.connection(), year, std::nullopt);
+    const auto vouchers = workbench::listVouchers(account.connection(), year, std::nullopt);
     account.connection().onStatement([&](int session, const std::string& text) {
         statements.push_back({session, text, {}});
     });
@@ -70,9 +70,9 @@ std::vector<Statement> recordedStatements(const std::filesystem::path& file) {
         }
     });
     DataProvider data;
-    host::Allotment allotment(account.connection(), data, account.gl(), true);
+    workbench::Allotment allotment(account.connection(), data, account.gl(), true);
     allotment.allotAll(
-        vouchers, [] { return false; }, [](const host::VoucherResult&) {});
+        vouchers, [] { return false; }, [](const workbench::VoucherResult&) {});
     return statements;
 }
 

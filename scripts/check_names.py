@@ -36,7 +36,6 @@ EXCEPTIONS = {
     },
     "host/work": {
         "RowsView.h": "routines, to be rowsView.h",
-        "VoucherList.h": "routines, to be voucherList.h",
     },
     "z7cashflow/statements": {
         "places.h": "the kinds of places that a statement has, a small type for each",

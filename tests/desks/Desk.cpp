@@ -1,8 +1,8 @@
 #include "desks/Desk.h"
 
-#include "host/work/Allotment.h"
 #include "host/work/HostLogin.h"
-#include "host/work/databaseFailure.h"
+#include "workbench/vouchers/Allotment.h"
+#include "workbench/vouchers/databaseFailure.h"
 #include "z7cashflow/model/CashFlow.h"
 #include "z7cashflow/model/modPublic.h"
 #include "z7cashflow/support/conversions.h"
@@ -32,44 +32,45 @@ Desk::Desk(const Office& office, const std::string& connectionString) : connecti
 
 Desk::~Desk() { modPublic::context() = modPublic::Context{}; }
 
-void Desk::mark(const host::VoucherHead& voucher, const std::string& mark) {
-    const host::VoucherKey& key = voucher.key;
+void Desk::mark(const workbench::VoucherHead& voucher, const std::string& mark) {
+    const workbench::VoucherKey& key = voucher.key;
     connection().Execute("update gl_accvouch set cDefine1=N'" + mark + "' where iyear=" + std::to_string(year) +
                          " and iperiod=" + std::to_string(key.period) + " and isignseq=" + std::to_string(key.kind) +
                          " and ino_id=" + std::to_string(key.number));
 }
 
-void Desk::edit(const host::VoucherHead& voucher, const std::string& mark, const std::string& item) {
-    const host::VoucherKey& key = voucher.key;
-    host::lockVoucher(connection(), key);
-    std::shared_ptr<CashFlowCollection> rows =
-        gl().CreateCashFlowColFromDB(connection(), host::voucherTable, key.period, key.kind, key.number, voucher.date);
+void Desk::edit(const workbench::VoucherHead& voucher, const std::string& mark, const std::string& item) {
+    const workbench::VoucherKey& key = voucher.key;
+    workbench::lockVoucher(connection(), key);
+    std::shared_ptr<CashFlowCollection> rows = gl().CreateCashFlowColFromDB(
+        connection(), workbench::voucherTable, key.period, key.kind, key.number, voucher.date);
     for (const auto& row : *rows) {
         row->SetValue("cCashItem", item);
     }
-    gl().SaveCashFlowColEx(connection(), host::voucherTable, key.period, key.kind, key.number, voucher.date, &rows);
+    gl().SaveCashFlowColEx(connection(), workbench::voucherTable, key.period, key.kind, key.number, voucher.date,
+                           &rows);
     this->mark(voucher, mark);
     connection().Execute("update gl_cashtable set cDefine1=N'" + mark + "' where iYear=" + std::to_string(year) +
                          " and iPeriod=" + std::to_string(key.period) + " and iSignSeq=" + std::to_string(key.kind) +
                          " and iNo_id=" + std::to_string(key.number));
 }
 
-bool Desk::allot(const host::VoucherKey& key) {
+bool Desk::allot(const workbench::VoucherKey& key) {
     constexpr int mostAttempts = 1000;
     for (int attempt = 1; attempt <= mostAttempts; ++attempt) {
-        const auto result = host::Allotment(connection(), data_, gl(), true).allot(key);
+        const auto result = workbench::Allotment(connection(), data_, gl(), true).allot(key);
         if (!result.refusal) {
             return true;
         }
         if (result.refusal->findings.empty() ||
-            result.refusal->findings.front().kind != host::Finding::Kind::heldElsewhere) {
+            result.refusal->findings.front().kind != workbench::Finding::Kind::heldElsewhere) {
             return false;
         }
     }
     throw Error(0, "test", "another desk never let go of " + nameOf(key));
 }
 
-bool Desk::save(const host::VoucherHead& voucher, const std::string& mark, const std::string& item) {
+bool Desk::save(const workbench::VoucherHead& voucher, const std::string& mark, const std::string& item) {
     constexpr int mostAttempts = 1000;
     for (int attempt = 1;; ++attempt) {
         try {
@@ -82,14 +83,16 @@ bool Desk::save(const host::VoucherHead& voucher, const std::string& mark, const
             if (isRefusal(error)) {
                 return false;
             }
-            if (!host::isHeldElsewhere(error) || attempt == mostAttempts) {
+            if (!workbench::isHeldElsewhere(error) || attempt == mostAttempts) {
                 throw;
             }
         }
     }
 }
 
-std::vector<host::VoucherHead> Desk::vouchers() { return host::listVouchers(connection(), year, std::nullopt); }
+std::vector<workbench::VoucherHead> Desk::vouchers() {
+    return workbench::listVouchers(connection(), year, std::nullopt);
+}
 
 std::map<std::string, std::string> Desk::stored() {
     const auto rows =
@@ -130,7 +133,7 @@ std::map<std::string, std::vector<std::string>> Desk::marks(const std::string& q
     return result;
 }
 
-std::string nameOf(const host::VoucherKey& key) {
+std::string nameOf(const workbench::VoucherKey& key) {
     return std::to_string(key.period) + "/" + std::to_string(key.kind) + "/" + std::to_string(key.number);
 }
 

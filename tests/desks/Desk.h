@@ -1,7 +1,7 @@
 #pragma once
 
 #include "desks/Office.h"
-#include "host/work/VoucherList.h"
+#include "workbench/vouchers/voucherList.h"
 #include "z7cashflow/data/DataProvider.h"
 #include "z7cashflow/providers/VoucherProvider.h"
 
@@ -27,18 +27,18 @@ public:
     [[nodiscard]] IGlVoucherProvider& gl() { return provider_.Gl(); }
 
     /// Puts the desk's mark on the voucher's lines.
-    void mark(const host::VoucherHead& voucher, const std::string& mark);
+    void mark(const workbench::VoucherHead& voucher, const std::string& mark);
     /// Locks the voucher as the program does, generates its rows, gives all of them one item, saves them, and then marks lines and
     /// rows, in the transaction that is open. Errors as they come.
-    void edit(const host::VoucherHead& voucher, const std::string& mark, const std::string& item);
+    void edit(const workbench::VoucherHead& voucher, const std::string& mark, const std::string& item);
     /// The same in a transaction of its own, again and again while another desk is in the way. False if the voucher is refused,
     /// which leaves it as it was.
-    bool save(const host::VoucherHead& voucher, const std::string& mark, const std::string& item);
+    bool save(const workbench::VoucherHead& voucher, const std::string& mark, const std::string& item);
 
     /// Allots a voucher just as the program does, again and again while another desk is in the way. False if it is refused.
-    bool allot(const host::VoucherKey& key);
+    bool allot(const workbench::VoucherKey& key);
 
-    [[nodiscard]] std::vector<host::VoucherHead> vouchers();
+    [[nodiscard]] std::vector<workbench::VoucherHead> vouchers();
     /// What is stored of each voucher that has rows: "rows:debit:credit".
     [[nodiscard]] std::map<std::string, std::string> stored();
     /// The marks on the lines of each voucher, and the marks with the items of its rows, each once: "1", "1/0102".
@@ -54,6 +54,6 @@ private:
 };
 
 /// A voucher as the maps name it: "period/kind/number".
-[[nodiscard]] std::string nameOf(const host::VoucherKey& key);
+[[nodiscard]] std::string nameOf(const workbench::VoucherKey& key);
 
 } // namespace z7::cashflow::desks

@@ -2,8 +2,8 @@
 
 #include "desks/Desk.h"
 #include "desks/Office.h"
-#include "host/work/Voucher.h"
-#include "host/work/databaseFailure.h"
+#include "workbench/vouchers/Voucher.h"
+#include "workbench/vouchers/databaseFailure.h"
 #include "z7cashflow/support/conversions.h"
 
 #include <gtest/gtest.h>
@@ -65,7 +65,7 @@ protected:
 
     // Every desk, each in a process of its own, saves those vouchers of which its number is told to be in charge.
     [[nodiscard]] std::vector<int>
-    saveAtOnce(const std::vector<host::VoucherHead>& vouchers,
+    saveAtOnce(const std::vector<workbench::VoucherHead>& vouchers,
                const std::function<bool(std::size_t desk, std::size_t voucher)>& isItsOwn) {
         std::vector<std::function<int()>> work;
         for (std::size_t number = 0; number < desks; ++number) {
@@ -82,7 +82,7 @@ protected:
         return runDesks(work);
     }
 
-    [[nodiscard]] std::vector<host::VoucherHead> vouchers() const { return Desk(*office_).vouchers(); }
+    [[nodiscard]] std::vector<workbench::VoucherHead> vouchers() const { return Desk(*office_).vouchers(); }
 
     std::unique_ptr<Office> office_;
 };
@@ -146,7 +146,7 @@ TEST_P(DesksTest, StoreNoRowTwiceWhereTheyAllotTheSameVouchersAsTheProgramDoes) 
     const auto all = vouchers();
     std::vector<std::function<int()>> work(desks, [this, &all]() -> int {
         Desk desk(*office_);
-        for (const host::VoucherHead& voucher : all) {
+        for (const workbench::VoucherHead& voucher : all) {
             desk.allot(voucher.key);
         }
         return allDone;
@@ -156,7 +156,7 @@ TEST_P(DesksTest, StoreNoRowTwiceWhereTheyAllotTheSameVouchersAsTheProgramDoes) 
     Desk alone(*office_);
     const auto together = alone.stored();
     std::size_t accepted = 0;
-    for (const host::VoucherHead& voucher : all) {
+    for (const workbench::VoucherHead& voucher : all) {
         accepted += alone.allot(voucher.key) ? 1 : 0;
     }
     EXPECT_EQ(accepted, 291U) << "a voucher with doubled rows would be refused from now on";
@@ -174,9 +174,9 @@ TEST_P(DesksTest, EndInAClearErrorWhereAnotherHoldsTheVoucher) {
         connection->Open(office_->connectionString(10));
         try {
             connection->BeginTrans();
-            host::lockVoucher(*connection, all.front().key);
+            workbench::lockVoucher(*connection, all.front().key);
         } catch (const Error& error) {
-            if (host::isHeldElsewhere(error)) {
+            if (workbench::isHeldElsewhere(error)) {
                 return gaveUp;
             }
             throw;

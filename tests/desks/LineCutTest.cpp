@@ -3,7 +3,7 @@
 #include "desks/CutCalls.h"
 #include "desks/Desk.h"
 #include "desks/Office.h"
-#include "host/work/Judge.h"
+#include "workbench/vouchers/Judge.h"
 
 #include "adapters/odbc/Connection.h"
 #include "adapters/odbc/ConnectionOptions.h"
@@ -76,10 +76,10 @@ protected:
     // Cuts the lines at every request of a save in turn until it passes whole.
     void cutEverywhereInASave(Cut moment) const;
     // The first voucher that has several rows.
-    [[nodiscard]] host::VoucherHead voucherOfSeveralRows(Desk& desk) const {
-        for (const host::VoucherHead& voucher : desk.vouchers()) {
-            const host::VoucherKey& key = voucher.key;
-            const auto rows = desk.gl().CreateCashFlowColFromDB(desk.connection(), host::voucherTable, key.period,
+    [[nodiscard]] workbench::VoucherHead voucherOfSeveralRows(Desk& desk) const {
+        for (const workbench::VoucherHead& voucher : desk.vouchers()) {
+            const workbench::VoucherKey& key = voucher.key;
+            const auto rows = desk.gl().CreateCashFlowColFromDB(desk.connection(), workbench::voucherTable, key.period,
                                                                 key.kind, key.number, voucher.date);
             if (rows->Count() > 1) {
                 return voucher;
@@ -135,15 +135,15 @@ struct Saving {
     std::optional<Error> error;
 };
 
-Saving saveOnce(Desk& desk, const host::VoucherHead& voucher) {
+Saving saveOnce(Desk& desk, const workbench::VoucherHead& voucher) {
     Saving saving;
     saving.error = errorIn([&] {
         desk.connection().BeginTrans();
         saving.reached = Step::mark;
         desk.mark(voucher, "cut");
         saving.reached = Step::save;
-        const host::VoucherKey& key = voucher.key;
-        desk.gl().SaveCashFlowColEx(desk.connection(), host::voucherTable, key.period, key.kind, key.number,
+        const workbench::VoucherKey& key = voucher.key;
+        desk.gl().SaveCashFlowColEx(desk.connection(), workbench::voucherTable, key.period, key.kind, key.number,
                                     voucher.date);
         saving.reached = Step::commit;
         desk.connection().CommitTrans();
@@ -184,7 +184,7 @@ void expectOnlyRollback(Desk& desk, bool triesMore) {
 }
 
 // A whole save passes again, on another session than the one that was cut.
-void expectNextSavePasses(Desk& desk, const host::VoucherHead& voucher, int cutSession) {
+void expectNextSavePasses(Desk& desk, const workbench::VoucherHead& voucher, int cutSession) {
     const auto error = errorIn([&] {
         desk.connection().BeginTrans();
         desk.edit(voucher, "next", "0103");
@@ -196,7 +196,7 @@ void expectNextSavePasses(Desk& desk, const host::VoucherHead& voucher, int cutS
 
 void LineCutTest::cutEverywhereInASave(Cut moment) const {
     const auto desk = openDesk();
-    const host::VoucherHead voucher = voucherOfSeveralRows(*desk);
+    const workbench::VoucherHead voucher = voucherOfSeveralRows(*desk);
     const auto before = found();
     int request = 0;
     for (bool cut = true; cut && request < mostRequests;) {
@@ -232,7 +232,7 @@ TEST_P(LineCutTest, BeforeAnyAnswerOfASaveLeavesNothingOfIt) { cutEverywhereInAS
 
 TEST_P(LineCutTest, AtEveryRequestOfChangingARecordIsToldAndChangesNothing) {
     const auto desk = openDesk();
-    const host::VoucherKey key = desk->vouchers().front().key;
+    const workbench::VoucherKey key = desk->vouchers().front().key;
     const std::string query = "select * from gl_accvouch where iperiod=" + std::to_string(key.period) +
                               " and isignseq=" + std::to_string(key.kind) +
                               " and ino_id=" + std::to_string(key.number) + " and inid=1";
@@ -269,7 +269,7 @@ TEST_P(LineCutTest, ADeadlockAtAnyRequestOfASaveLeavesNothingOfItAndKeepsTheSess
         GTEST_SKIP() << "the server cannot be told when to find a deadlock";
     }
     office_->lines()->stopCounting();
-    const host::VoucherHead voucher = voucherOfSeveralRows(*desk);
+    const workbench::VoucherHead voucher = voucherOfSeveralRows(*desk);
     auto& connection = dynamic_cast<odbc::Connection&>(desk->connection());
     const auto before = found();
     const std::string ofVoucher = " where iperiod=" + std::to_string(voucher.key.period) +

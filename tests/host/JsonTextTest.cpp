@@ -6,6 +6,11 @@
 #include <nlohmann/json.hpp>
 
 namespace z7::cashflow::host {
+
+using workbench::Finding;
+using workbench::ItemOrigin;
+using workbench::Outcome;
+using workbench::Refusal;
 namespace {
 
 TEST(JsonText, TellsAResultInItsForm) {

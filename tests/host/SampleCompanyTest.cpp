@@ -5,7 +5,7 @@
 #include "adapters/sqlite/database.h"
 #include "host/account/csvReader.h"
 #include "host/account/tableFiles.h"
-#include "host/work/VoucherKey.h"
+#include "workbench/vouchers/VoucherKey.h"
 #include "z7cashflow/support/conversions.h"
 
 #include <gmock/gmock.h>

@@ -4,7 +4,7 @@
 #include "adapters/odbc/SqliteDialect.h"
 #include "adapters/sqlite/Connection.h"
 #include "adapters/sqlite/database.h"
-#include "host/work/rowsDocument.h"
+#include "workbench/vouchers/rowsDocument.h"
 #include "z7cashflow/model/CashFlowCollection.h"
 #include "z7cashflow/support/conversions.h"
 
@@ -17,6 +17,8 @@
 #include <sstream>
 
 namespace z7::cashflow::host {
+
+using workbench::rowsOfDocument;
 namespace {
 
 using Json = nlohmann::json;

@@ -1,4 +1,4 @@
-#include "workbench/CashFlowStatement.h"
+#include "workbench/statement/CashFlowStatement.h"
 
 #include "outside/Company.h"
 #include "z7cashflow/support/Error.h"

@@ -7,7 +7,7 @@
 #include "host/cli/Failure.h"
 #include "host/text/joined.h"
 #include "host/text/reasonText.h"
-#include "host/work/Transaction.h"
+#include "workbench/vouchers/Transaction.h"
 #include "z7cashflow/support/Error.h"
 #include "z7cashflow/support/conversions.h"
 
@@ -16,6 +16,8 @@
 #include <string_view>
 
 namespace z7::cashflow::host {
+
+using workbench::Transaction;
 
 namespace {
 

@@ -11,7 +11,7 @@
 #include "host/cli/usageText.h"
 #include "host/text/reasonText.h"
 #include "host/version.h"
-#include "host/work/databaseFailure.h"
+#include "workbench/vouchers/databaseFailure.h"
 #include "z7cashflow/support/Error.h"
 
 #include <CLI/CLI.hpp>
@@ -25,6 +25,8 @@
 #include <sstream>
 
 namespace z7::cashflow::host {
+
+using workbench::isDatabaseFailure;
 
 namespace {
 

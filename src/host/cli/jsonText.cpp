@@ -13,6 +13,13 @@
 
 namespace z7::cashflow::host {
 
+using workbench::Finding;
+using workbench::ItemOrigin;
+using workbench::Outcome;
+using workbench::Refusal;
+using workbench::voucherKeyText;
+using workbench::VoucherResult;
+
 using Json = nlohmann::ordered_json;
 
 namespace {

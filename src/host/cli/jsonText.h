@@ -1,7 +1,7 @@
 #pragma once
 
 #include "host/text/Language.h"
-#include "host/work/VoucherResult.h"
+#include "workbench/vouchers/VoucherResult.h"
 #include "z7cashflow/model/CashFlowCollection.h"
 
 #include <nlohmann/json_fwd.hpp>
@@ -15,17 +15,17 @@ namespace z7::cashflow::host {
 
 /// A voucher's result: {"voucher":"2013/1/2/5","outcome":"stored","rows":2}; a refused one has its refusal as "error", one that
 /// was stored though it does not match has it as "mismatch", and one that has lost its rows has their number as "removed".
-[[nodiscard]] nlohmann::ordered_json resultJson(const VoucherResult& result, Language language);
+[[nodiscard]] nlohmann::ordered_json resultJson(const workbench::VoucherResult& result, Language language);
 
 /// A refusal: {"number":10009,"description":"...","findings":[{"kind":"no-template","line":1,...}]}. The description is as it was
 /// raised, or the program's own in the language; the findings are left out if there are none.
-[[nodiscard]] nlohmann::ordered_json errorJson(const Refusal& refusal, Language language);
+[[nodiscard]] nlohmann::ordered_json errorJson(const workbench::Refusal& refusal, Language language);
 
 /// Rows as an array of objects with all their fields by name: null as null, numbers as numbers, dates as
 /// "yyyy-mm-dd"; rows that come from a document are told alike.
 [[nodiscard]] nlohmann::ordered_json rowsJson(const CashFlowCollection& rows);
 
 /// The word for an outcome in JSON: "stored", "no-cash", "nothing" or "refused".
-[[nodiscard]] const char* outcomeWord(Outcome outcome) noexcept;
+[[nodiscard]] const char* outcomeWord(workbench::Outcome outcome) noexcept;
 
 } // namespace z7::cashflow::host

@@ -6,7 +6,7 @@
 #include "host/terminal/ProgressBar.h"
 #include "host/terminal/StopSignals.h"
 #include "host/text/refusalText.h"
-#include "host/work/Allotment.h"
+#include "workbench/vouchers/Allotment.h"
 #include "z7cashflow/support/Error.h"
 
 #include <CLI/CLI.hpp>
@@ -16,6 +16,11 @@
 #include <optional>
 
 namespace z7::cashflow::host {
+
+using workbench::Allotment;
+using workbench::Outcome;
+using workbench::voucherKeyText;
+using workbench::VoucherResult;
 
 namespace {
 

@@ -5,12 +5,15 @@
 #include "host/cli/jsonText.h"
 #include "host/commands/arguments.h"
 #include "host/text/refusalText.h"
-#include "host/work/Verdict.h"
+#include "workbench/vouchers/Verdict.h"
 
 #include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
 
 namespace z7::cashflow::host {
+
+using workbench::Verdict;
+using workbench::voucherKeyText;
 
 namespace {
 

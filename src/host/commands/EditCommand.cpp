@@ -6,8 +6,8 @@
 #include "host/commands/arguments.h"
 #include "host/commands/savedVoucher.h"
 #include "host/desktop/Desktop.h"
-#include "host/work/Allotment.h"
-#include "host/work/Transaction.h"
+#include "workbench/vouchers/Allotment.h"
+#include "workbench/vouchers/Transaction.h"
 #include "z7cashflow/dialog/clsMain.h"
 #include "z7cashflow/model/modPublic.h"
 #include "z7cashflow/support/conversions.h"
@@ -17,6 +17,15 @@
 #include <nlohmann/json.hpp>
 
 namespace z7::cashflow::host {
+
+using workbench::Allotment;
+using workbench::Outcome;
+using workbench::Refusal;
+using workbench::RowsOrigin;
+using workbench::saveInTransaction;
+using workbench::Voucher;
+using workbench::VoucherKey;
+using workbench::voucherTable;
 
 namespace {
 

@@ -10,6 +10,9 @@
 
 namespace z7::cashflow::host {
 
+using workbench::Voucher;
+using workbench::voucherKeyText;
+
 namespace {
 
 /// z7cf export: writes the rows of a voucher as an XML document.

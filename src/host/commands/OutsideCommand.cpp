@@ -8,8 +8,8 @@
 #include "host/commands/arguments.h"
 #include "host/commands/savedVoucher.h"
 #include "host/work/RowsView.h"
-#include "host/work/Transaction.h"
-#include "host/work/rowsDocument.h"
+#include "workbench/vouchers/Transaction.h"
+#include "workbench/vouchers/rowsDocument.h"
 #include "z7cashflow/model/modPublic.h"
 #include "z7cashflow/support/conversions.h"
 #include "z7cashflow/support/names.h"
@@ -18,6 +18,15 @@
 #include <nlohmann/json.hpp>
 
 namespace z7::cashflow::host {
+
+using workbench::lockVoucher;
+using workbench::Outcome;
+using workbench::Refusal;
+using workbench::rowsOfDocument;
+using workbench::RowsOrigin;
+using workbench::saveInTransaction;
+using workbench::Voucher;
+using workbench::VoucherKey;
 
 namespace {
 

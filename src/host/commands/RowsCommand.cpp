@@ -11,6 +11,9 @@
 
 namespace z7::cashflow::host {
 
+using workbench::Judge;
+using workbench::RowsOrigin;
+
 namespace {
 
 /// z7cf rows: shows the rows of a voucher.

@@ -2,11 +2,13 @@
 #include "host/cli/Output.h"
 #include "host/commands/arguments.h"
 #include "host/commands/savedVoucher.h"
-#include "host/work/Allotment.h"
+#include "workbench/vouchers/Allotment.h"
 
 #include <CLI/CLI.hpp>
 
 namespace z7::cashflow::host {
+
+using workbench::Allotment;
 
 namespace {
 

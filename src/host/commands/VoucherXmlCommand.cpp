@@ -5,7 +5,7 @@
 #include "host/cli/inputText.h"
 #include "host/commands/arguments.h"
 #include "host/work/RowsView.h"
-#include "host/work/rowsDocument.h"
+#include "workbench/vouchers/rowsDocument.h"
 #include "z7cashflow/model/modPublic.h"
 #include "z7cashflow/support/Error.h"
 #include "z7cashflow/support/XmlDocument.h"
@@ -17,6 +17,8 @@
 #include <optional>
 
 namespace z7::cashflow::host {
+
+using workbench::rowsOfDocument;
 
 namespace {
 

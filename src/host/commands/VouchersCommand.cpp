@@ -5,7 +5,7 @@
 #include "host/commands/arguments.h"
 #include "host/text/amountText.h"
 #include "host/text/refusalText.h"
-#include "host/work/databaseFailure.h"
+#include "workbench/vouchers/databaseFailure.h"
 
 #include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
@@ -14,6 +14,12 @@
 #include <vector>
 
 namespace z7::cashflow::host {
+
+using workbench::isDatabaseFailure;
+using workbench::Refusal;
+using workbench::Verdict;
+using workbench::VoucherHead;
+using workbench::voucherKeyText;
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include "host/cli/Failure.h"
 #include "host/cli/connectOption.h"
 #include "host/commands/savedVoucher.h"
-#include "host/work/AccountingPeriods.h"
+#include "workbench/vouchers/AccountingPeriods.h"
 #include "z7cashflow/model/modPublic.h"
 
 #include <CLI/CLI.hpp>
@@ -15,6 +15,16 @@
 #include <system_error>
 
 namespace z7::cashflow::host {
+
+using workbench::AccountingPeriods;
+using workbench::keyPartOutOfRange;
+using workbench::listVouchers;
+using workbench::PeriodRange;
+using workbench::readVoucherKey;
+using workbench::Voucher;
+using workbench::VoucherHead;
+using workbench::VoucherKey;
+using workbench::voucherKeyText;
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include "host/cli/GlobalOptions.h"
 #include "host/text/Language.h"
 #include "host/work/Session.h"
-#include "host/work/VoucherList.h"
+#include "workbench/vouchers/voucherList.h"
 
 #include <cstdint>
 #include <optional>
@@ -44,12 +44,12 @@ struct VoucherArgument {
     /// Adds the words FILE and VOUCHER.
     void declare(CLI::App& command, Language language);
     /// Failure (usage) if the text is not a voucher key.
-    [[nodiscard]] VoucherKey key() const;
+    [[nodiscard]] workbench::VoucherKey key() const;
     /// As DatabaseArgument::take, with the voucher and other words after it.
     [[nodiscard]] AccountPlace take(const GlobalOptions& options, const std::vector<Word>& behind = {});
     /// The voucher in an open session of its year. Failure (refused) if it is not there, (database) if the account has no
     /// accounting periods for the year.
-    [[nodiscard]] Voucher find(Session& session) const;
+    [[nodiscard]] workbench::Voucher find(Session& session) const;
 };
 
 /// A voucher of the command line in its open account.
@@ -61,14 +61,14 @@ public:
                 const std::vector<Word>& behind = {});
 
     [[nodiscard]] Session& session() noexcept { return session_; }
-    [[nodiscard]] const Voucher& voucher() const noexcept { return voucher_; }
+    [[nodiscard]] const workbench::Voucher& voucher() const noexcept { return voucher_; }
     /// Failure (refused) if the voucher has no date or one outside its year, so that its rows cannot be looked for.
     void requireDated(Language language);
 
 private:
     AccountPlace place_;
     Session session_;
-    Voucher voucher_;
+    workbench::Voucher voucher_;
 };
 
 /// An accounting year.
@@ -89,10 +89,10 @@ struct PeriodArgument {
     void declare(CLI::App& command, Language language);
     [[nodiscard]] std::int16_t year() const { return yearArgument.year(); }
     /// Failure (usage) if it is not a period from 0 to 255 or a range of them, such as "1-3".
-    [[nodiscard]] std::optional<PeriodRange> periods() const;
+    [[nodiscard]] std::optional<workbench::PeriodRange> periods() const;
     /// The vouchers of that year or those periods. Failure (usage) if the account has neither vouchers nor accounting periods there;
     /// (database) if it has vouchers and no accounting periods, so that no voucher could be worked with.
-    [[nodiscard]] std::vector<VoucherHead> list(Session& session) const;
+    [[nodiscard]] std::vector<workbench::VoucherHead> list(Session& session) const;
 };
 
 } // namespace z7::cashflow::host

@@ -10,6 +10,11 @@
 
 namespace z7::cashflow::host {
 
+using workbench::Outcome;
+using workbench::Refusal;
+using workbench::voucherKeyText;
+using workbench::VoucherResult;
+
 HostText savedText(Outcome outcome) noexcept {
     return outcome == Outcome::stored   ? HostText::savedRows
            : outcome == Outcome::noCash ? HostText::savedNoCash

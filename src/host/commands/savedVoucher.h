@@ -1,7 +1,7 @@
 #pragma once
 
 #include "host/cli/Output.h"
-#include "host/work/VoucherResult.h"
+#include "workbench/vouchers/VoucherResult.h"
 
 #include <cstdint>
 #include <optional>
@@ -10,22 +10,22 @@
 namespace z7::cashflow::host {
 
 /// What is written of a save that came to an outcome, with places for the voucher and the number of rows.
-[[nodiscard]] HostText savedText(Outcome outcome) noexcept;
+[[nodiscard]] HostText savedText(workbench::Outcome outcome) noexcept;
 
 /// Ends a command with a refusal's number and reason. Failure (refused).
-[[noreturn]] void failAsRefused(Language language, const Refusal& refusal);
+[[noreturn]] void failAsRefused(Language language, const workbench::Refusal& refusal);
 
 /// Writes what became of one saved voucher and returns the command's exit code. Failure (refused) with the reason if it was
 /// refused and people read the output; machines read the reason in the result.
-[[nodiscard]] int tellSaved(Output& output, const VoucherResult& result);
+[[nodiscard]] int tellSaved(Output& output, const workbench::VoucherResult& result);
 
 /// What became of a voucher of another subsystem.
 struct OutsideResult {
     std::string table; ///< its table
     std::string key;   ///< its outside key
-    Outcome outcome = Outcome::refused;
+    workbench::Outcome outcome = workbench::Outcome::refused;
     std::int32_t rows = 0; ///< the rows that were stored; 0 unless the outcome is stored
-    std::optional<Refusal> refusal;
+    std::optional<workbench::Refusal> refusal;
 };
 
 /// As tellSaved.

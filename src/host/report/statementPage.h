@@ -1,7 +1,7 @@
 #pragma once
 
 #include "host/text/Language.h"
-#include "workbench/CashFlowStatement.h"
+#include "workbench/statement/CashFlowStatement.h"
 
 #include <string>
 #include <vector>

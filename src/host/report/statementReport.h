@@ -2,7 +2,7 @@
 
 #include "host/report/ReportTable.h"
 #include "host/text/Language.h"
-#include "workbench/CashFlowStatement.h"
+#include "workbench/statement/CashFlowStatement.h"
 
 #include <nlohmann/json_fwd.hpp>
 

@@ -8,6 +8,11 @@
 
 namespace z7::cashflow::host {
 
+using workbench::Finding;
+using workbench::ItemOrigin;
+using workbench::Refusal;
+using workbench::Verdict;
+
 namespace {
 
 using Kind = Finding::Kind;

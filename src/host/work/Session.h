@@ -5,7 +5,7 @@
 #include "host/cli/GlobalOptions.h"
 #include "host/terminal/Console.h"
 #include "host/work/HostLogin.h"
-#include "host/work/Judge.h"
+#include "workbench/vouchers/Judge.h"
 #include "z7cashflow/data/DataProvider.h"
 #include "z7cashflow/ports/Connection.h"
 #include "z7cashflow/providers/VoucherProvider.h"
@@ -36,7 +36,7 @@ public:
     [[nodiscard]] std::int16_t year() const noexcept { return year_; }
 
     /// Finds, compares and explains the rows of vouchers, for every command alike.
-    [[nodiscard]] Judge& judge() noexcept { return *judge_; }
+    [[nodiscard]] workbench::Judge& judge() noexcept { return *judge_; }
 
 private:
     [[nodiscard]] bool accountOption(const char* name);
@@ -46,7 +46,7 @@ private:
     std::shared_ptr<Connection> connection_;
     DataProvider data_;
     VoucherProvider provider_;
-    std::optional<Judge> judge_;
+    std::optional<workbench::Judge> judge_;
 };
 
 } // namespace z7::cashflow::host

@@ -1,4 +1,4 @@
-#include "workbench/statementQueries.h"
+#include "workbench/statement/statementQueries.h"
 
 namespace z7::cashflow::workbench::queries {
 

@@ -1,11 +1,11 @@
-#include "host/work/Judge.h"
+#include "workbench/vouchers/Judge.h"
 
 #include "z7cashflow/model/modPublic.h"
 #include "z7cashflow/support/conversions.h"
 
 #include <algorithm>
 
-namespace z7::cashflow::host {
+namespace z7::cashflow::workbench {
 
 namespace {
 
@@ -142,4 +142,4 @@ Verdict Judge::standing(const Voucher& voucher) {
     return verdict;
 }
 
-} // namespace z7::cashflow::host
+} // namespace z7::cashflow::workbench

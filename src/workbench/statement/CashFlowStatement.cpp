@@ -1,6 +1,6 @@
-#include "workbench/CashFlowStatement.h"
+#include "workbench/statement/CashFlowStatement.h"
 
-#include "workbench/statementQueries.h"
+#include "workbench/statement/statementQueries.h"
 #include "z7cashflow/support/Error.h"
 #include "z7cashflow/support/conversions.h"
 

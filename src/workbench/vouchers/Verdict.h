@@ -1,11 +1,11 @@
 #pragma once
 
-#include "host/work/Refusal.h"
+#include "workbench/vouchers/Refusal.h"
 
 #include <cstdint>
 #include <optional>
 
-namespace z7::cashflow::host {
+namespace z7::cashflow::workbench {
 
 /// How a voucher and its rows stand to each other. Every command judges by the same routine, see Judge.
 struct Verdict {
@@ -24,4 +24,4 @@ struct Verdict {
     [[nodiscard]] bool isRefused() const noexcept { return refusal.has_value(); }
 };
 
-} // namespace z7::cashflow::host
+} // namespace z7::cashflow::workbench

@@ -1,12 +1,12 @@
 #pragma once
 
-#include "host/work/Refusal.h"
-#include "host/work/VoucherKey.h"
+#include "workbench/vouchers/Refusal.h"
+#include "workbench/vouchers/VoucherKey.h"
 
 #include <cstdint>
 #include <optional>
 
-namespace z7::cashflow::host {
+namespace z7::cashflow::workbench {
 
 /// What became of a voucher.
 enum class Outcome {
@@ -27,4 +27,4 @@ struct VoucherResult {
     std::optional<Refusal> mismatch;
 };
 
-} // namespace z7::cashflow::host
+} // namespace z7::cashflow::workbench

@@ -1,10 +1,10 @@
-#include "host/work/Allotment.h"
+#include "workbench/vouchers/Allotment.h"
 
-#include "host/work/Transaction.h"
-#include "host/work/rowsDocument.h"
+#include "workbench/vouchers/Transaction.h"
+#include "workbench/vouchers/rowsDocument.h"
 #include "z7cashflow/model/modPublic.h"
 
-namespace z7::cashflow::host {
+namespace z7::cashflow::workbench {
 
 namespace {
 
@@ -108,4 +108,4 @@ std::size_t Allotment::allotAll(const std::vector<VoucherHead>& vouchers, const 
     return done;
 }
 
-} // namespace z7::cashflow::host
+} // namespace z7::cashflow::workbench

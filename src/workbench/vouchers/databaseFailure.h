@@ -2,7 +2,7 @@
 
 #include "z7cashflow/support/Error.h"
 
-namespace z7::cashflow::host {
+namespace z7::cashflow::workbench {
 
 /// True if an error says that the database as a whole fails (locked, full, broken, gone, not the suite's), so that the next
 /// voucher would fail too. False for what concerns one voucher: a refusal, a value that does not convert, a text that
@@ -13,4 +13,4 @@ namespace z7::cashflow::host {
 /// one's transaction to end because the two waited for each other. Only the voucher at hand is concerned; it can be tried again.
 [[nodiscard]] bool isHeldElsewhere(const Error& error) noexcept;
 
-} // namespace z7::cashflow::host
+} // namespace z7::cashflow::workbench

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/work/VoucherKey.h"
+#include "workbench/vouchers/VoucherKey.h"
 #include "z7cashflow/ports/Connection.h"
 #include "z7cashflow/support/Date.h"
 
@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-namespace z7::cashflow::host {
+namespace z7::cashflow::workbench {
 
 /// A voucher as lists show it.
 struct VoucherHead {
@@ -31,4 +31,4 @@ struct PeriodRange {
 /// One voucher, or nothing if it has no line.
 [[nodiscard]] std::optional<VoucherHead> findVoucher(Connection& connection, const VoucherKey& key);
 
-} // namespace z7::cashflow::host
+} // namespace z7::cashflow::workbench

@@ -1,10 +1,10 @@
-#include "host/work/databaseFailure.h"
+#include "workbench/vouchers/databaseFailure.h"
 
 #include <algorithm>
 #include <array>
 #include <string_view>
 
-namespace z7::cashflow::host {
+namespace z7::cashflow::workbench {
 
 namespace {
 
@@ -43,4 +43,4 @@ bool isHeldElsewhere(const Error& error) noexcept {
             std::find(lockNumbers.begin(), lockNumbers.end(), error.nativeError()) != lockNumbers.end());
 }
 
-} // namespace z7::cashflow::host
+} // namespace z7::cashflow::workbench

@@ -1,10 +1,10 @@
-#include "host/work/Voucher.h"
+#include "workbench/vouchers/Voucher.h"
 
 #include "z7cashflow/support/conversions.h"
 
 #include <algorithm>
 
-namespace z7::cashflow::host {
+namespace z7::cashflow::workbench {
 
 namespace {
 
@@ -107,4 +107,4 @@ std::vector<StoredRow> readStoredRows(Connection& connection, const VoucherKey& 
     return rows;
 }
 
-} // namespace z7::cashflow::host
+} // namespace z7::cashflow::workbench

@@ -1,11 +1,11 @@
-#include "host/work/VoucherKey.h"
+#include "workbench/vouchers/VoucherKey.h"
 
 #include <algorithm>
 #include <array>
 #include <charconv>
 #include <limits>
 
-namespace z7::cashflow::host {
+namespace z7::cashflow::workbench {
 
 namespace {
 
@@ -68,4 +68,4 @@ std::string voucherKeyText(const VoucherKey& key) {
            std::to_string(key.number);
 }
 
-} // namespace z7::cashflow::host
+} // namespace z7::cashflow::workbench

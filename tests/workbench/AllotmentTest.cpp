@@ -1,4 +1,4 @@
-#include "host/work/Allotment.h"
+#include "workbench/vouchers/Allotment.h"
 
 #include "doubles/FakeLogin.h"
 #include "doubles/ScriptedDatabase.h"
@@ -10,7 +10,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-namespace z7::cashflow::host {
+namespace z7::cashflow::workbench {
 namespace {
 
 using testing::_;
@@ -318,4 +318,4 @@ TEST_F(AllotmentTest, TheYearOfOneVoucherDoesNotReachTheNext) {
 }
 
 } // namespace
-} // namespace z7::cashflow::host
+} // namespace z7::cashflow::workbench

@@ -1,8 +1,8 @@
-#include "host/work/VoucherKey.h"
+#include "workbench/vouchers/VoucherKey.h"
 
 #include <gtest/gtest.h>
 
-namespace z7::cashflow::host {
+namespace z7::cashflow::workbench {
 namespace {
 
 TEST(VoucherKey, ReadsFourNumbers) {
@@ -75,4 +75,4 @@ TEST(VoucherKey, EqualsOnlyAKeyOfTheSameYearPeriodKindAndNumber) {
 }
 
 } // namespace
-} // namespace z7::cashflow::host
+} // namespace z7::cashflow::workbench

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "host/work/Judge.h"
-#include "host/work/VoucherList.h"
-#include "host/work/VoucherResult.h"
+#include "workbench/vouchers/Judge.h"
+#include "workbench/vouchers/VoucherResult.h"
+#include "workbench/vouchers/voucherList.h"
 #include "z7cashflow/ports/Connection.h"
 
 #include <cstddef>
@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-namespace z7::cashflow::host {
+namespace z7::cashflow::workbench {
 
 /// Saves the rows of vouchers one by one, each voucher in a transaction of its own: the voucher is locked before anything of it is
 /// read, what cannot be worked with is refused without asking the library, and what was stored is read back before it is
@@ -47,4 +47,4 @@ private:
     bool keep_;
 };
 
-} // namespace z7::cashflow::host
+} // namespace z7::cashflow::workbench

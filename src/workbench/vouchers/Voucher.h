@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/work/VoucherKey.h"
+#include "workbench/vouchers/VoucherKey.h"
 #include "z7cashflow/ports/Connection.h"
 #include "z7cashflow/support/Date.h"
 
@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-namespace z7::cashflow::host {
+namespace z7::cashflow::workbench {
 
 /// An entry line of a voucher, with what the chart of accounts says of its account.
 struct VoucherLine {
@@ -71,4 +71,4 @@ struct StoredRow {
 /// All rows that are stored under a voucher's key, by line.
 [[nodiscard]] std::vector<StoredRow> readStoredRows(Connection& connection, const VoucherKey& key);
 
-} // namespace z7::cashflow::host
+} // namespace z7::cashflow::workbench

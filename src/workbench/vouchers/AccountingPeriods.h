@@ -7,7 +7,7 @@
 #include <set>
 #include <string>
 
-namespace z7::cashflow::host {
+namespace z7::cashflow::workbench {
 
 /// The accounting years of an account with their periods, as ua_period has them.
 class AccountingPeriods {
@@ -26,4 +26,4 @@ private:
     std::map<std::int16_t, std::set<std::uint8_t>> years_;
 };
 
-} // namespace z7::cashflow::host
+} // namespace z7::cashflow::workbench

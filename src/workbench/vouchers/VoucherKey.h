@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-namespace z7::cashflow::host {
+namespace z7::cashflow::workbench {
 
 /// A ledger voucher as a user writes it: year/period/kind/number, such as "2024/1/2/15". It is the library's key and the
 /// accounting year, 1 to 9999.
@@ -38,4 +38,4 @@ struct KeyPartOutOfRange {
 /// The text that readVoucherKey reads.
 [[nodiscard]] std::string voucherKeyText(const VoucherKey& key);
 
-} // namespace z7::cashflow::host
+} // namespace z7::cashflow::workbench

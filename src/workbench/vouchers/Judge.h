@@ -1,7 +1,7 @@
 #pragma once
 
-#include "host/work/Verdict.h"
-#include "host/work/Voucher.h"
+#include "workbench/vouchers/Verdict.h"
+#include "workbench/vouchers/Voucher.h"
 #include "z7cashflow/data/DataProvider.h"
 #include "z7cashflow/model/CashFlowCollection.h"
 #include "z7cashflow/providers/IGlVoucherProvider.h"
@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-namespace z7::cashflow::host {
+namespace z7::cashflow::workbench {
 
 /// Name of the table that holds the ledger's vouchers.
 inline constexpr const char* voucherTable = "gl_accvouch";
@@ -76,4 +76,4 @@ private:
     std::map<double, std::int32_t> years_; ///< accounting years by day, since vouchers of one day are many
 };
 
-} // namespace z7::cashflow::host
+} // namespace z7::cashflow::workbench

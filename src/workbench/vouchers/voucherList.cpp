@@ -1,8 +1,8 @@
-#include "host/work/VoucherList.h"
+#include "workbench/vouchers/voucherList.h"
 
 #include "z7cashflow/support/conversions.h"
 
-namespace z7::cashflow::host {
+namespace z7::cashflow::workbench {
 
 namespace {
 
@@ -48,4 +48,4 @@ std::optional<VoucherHead> findVoucher(Connection& connection, const VoucherKey&
     return heads.empty() ? std::nullopt : std::optional(heads.front());
 }
 
-} // namespace z7::cashflow::host
+} // namespace z7::cashflow::workbench

@@ -1,8 +1,8 @@
-#include "host/work/Transaction.h"
+#include "workbench/vouchers/Transaction.h"
 
-#include "host/work/databaseFailure.h"
+#include "workbench/vouchers/databaseFailure.h"
 
-namespace z7::cashflow::host {
+namespace z7::cashflow::workbench {
 
 Transaction::~Transaction() {
     if (open_) {
@@ -39,4 +39,4 @@ std::optional<Refusal> saveInTransaction(Connection& connection, bool keep,
     return refusal;
 }
 
-} // namespace z7::cashflow::host
+} // namespace z7::cashflow::workbench

@@ -1,9 +1,9 @@
-#include "host/work/rowsDocument.h"
+#include "workbench/vouchers/rowsDocument.h"
 
 #include "z7cashflow/support/XmlDocument.h"
 #include "z7cashflow/support/conversions.h"
 
-namespace z7::cashflow::host {
+namespace z7::cashflow::workbench {
 
 namespace {
 
@@ -75,4 +75,4 @@ std::optional<Refusal> foreignRows(const std::string& document, const VoucherKey
     return std::nullopt;
 }
 
-} // namespace z7::cashflow::host
+} // namespace z7::cashflow::workbench

@@ -1,14 +1,14 @@
 #pragma once
 
-#include "host/work/Refusal.h"
-#include "host/work/VoucherKey.h"
+#include "workbench/vouchers/Refusal.h"
+#include "workbench/vouchers/VoucherKey.h"
 #include "z7cashflow/model/CashFlowCollection.h"
 
 #include <memory>
 #include <optional>
 #include <string>
 
-namespace z7::cashflow::host {
+namespace z7::cashflow::workbench {
 
 /// The rows of a collection document in a collection of their own. Error 1002 if it cannot be parsed; an empty text has no rows.
 [[nodiscard]] std::shared_ptr<CashFlowCollection> rowsOfDocument(const std::string& document);
@@ -18,4 +18,4 @@ namespace z7::cashflow::host {
 /// not compared.
 [[nodiscard]] std::optional<Refusal> foreignRows(const std::string& document, const VoucherKey& key, bool force);
 
-} // namespace z7::cashflow::host
+} // namespace z7::cashflow::workbench

@@ -1,8 +1,8 @@
-#include "host/work/AccountingPeriods.h"
+#include "workbench/vouchers/AccountingPeriods.h"
 
 #include "z7cashflow/support/conversions.h"
 
-namespace z7::cashflow::host {
+namespace z7::cashflow::workbench {
 
 AccountingPeriods AccountingPeriods::read(Connection& connection, const std::string& account) {
     std::string quoted;
@@ -43,4 +43,4 @@ std::string AccountingPeriods::periodsText(std::int16_t year) const {
     return text;
 }
 
-} // namespace z7::cashflow::host
+} // namespace z7::cashflow::workbench

@@ -1,5 +1,5 @@
-#include "host/work/Judge.h"
-#include "host/work/databaseFailure.h"
+#include "workbench/vouchers/Judge.h"
+#include "workbench/vouchers/databaseFailure.h"
 #include "z7cashflow/model/modPublic.h"
 #include "z7cashflow/support/conversions.h"
 
@@ -7,7 +7,7 @@
 #include <cmath>
 #include <set>
 
-namespace z7::cashflow::host {
+namespace z7::cashflow::workbench {
 
 namespace {
 
@@ -230,4 +230,4 @@ void Judge::addDoubledRows(const Voucher& voucher, double voucherSum, std::vecto
     }
 }
 
-} // namespace z7::cashflow::host
+} // namespace z7::cashflow::workbench

@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-namespace z7::cashflow::host {
+namespace z7::cashflow::workbench {
 
 /// Numbers of the refusals that the program decides itself. Those of the library and of databases keep their own.
 namespace refusals {
@@ -74,4 +74,4 @@ struct Refusal {
     return {Error(number, "z7cf", std::string()), std::move(findings)};
 }
 
-} // namespace z7::cashflow::host
+} // namespace z7::cashflow::workbench

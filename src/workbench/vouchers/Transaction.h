@@ -1,13 +1,13 @@
 #pragma once
 
-#include "host/work/Refusal.h"
+#include "workbench/vouchers/Refusal.h"
 #include "z7cashflow/ports/Connection.h"
 #include "z7cashflow/support/Error.h"
 
 #include <functional>
 #include <optional>
 
-namespace z7::cashflow::host {
+namespace z7::cashflow::workbench {
 
 /// A transaction that is rolled back unless it was ended. The connection outlives it.
 class Transaction {
@@ -32,4 +32,4 @@ private:
                                                        const std::function<std::optional<Refusal>()>& save,
                                                        const std::function<Refusal(const Error&)>& explain);
 
-} // namespace z7::cashflow::host
+} // namespace z7::cashflow::workbench

@@ -1,8 +1,8 @@
-#include "host/work/databaseFailure.h"
+#include "workbench/vouchers/databaseFailure.h"
 
 #include <gtest/gtest.h>
 
-namespace z7::cashflow::host {
+namespace z7::cashflow::workbench {
 namespace {
 
 TEST(DatabaseFailure, IsTheDatabaseAndNotTheVoucher) {
@@ -37,4 +37,4 @@ TEST(DatabaseFailure, TellsALockThatAnotherSessionHoldsFromEverythingElse) {
 }
 
 } // namespace
-} // namespace z7::cashflow::host
+} // namespace z7::cashflow::workbench
