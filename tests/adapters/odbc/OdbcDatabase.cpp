@@ -62,8 +62,10 @@ DriverDatabase::~DriverDatabase() {
 std::unique_ptr<cashflow::Connection> DriverDatabase::makeConnection() const { return makeDriverConnection(); }
 
 std::string DriverDatabase::connectionString(std::optional<std::int16_t> year, int timeout) const {
-    return "Driver={SQLite3};Database=" + file_.string() + ";LoadExt=" + Z7_SESSION_FUNCTIONS +
-           ";timeout=" + std::to_string(timeout) + (year ? ";year=" + std::to_string(*year) : "");
+    // The driver waits for a lock by its own keyword, which has the name of the adapter's.
+    const std::string milliseconds = std::to_string(timeout);
+    return "driver=odbc;odbc={Driver=SQLite3;Database=" + file_.string() + ";LoadExt=" + Z7_SESSION_FUNCTIONS +
+           ";Timeout=" + milliseconds + "};timeout=" + milliseconds + (year ? ";year=" + std::to_string(*year) : "");
 }
 
 std::unique_ptr<Connection> DriverDatabase::open() const {

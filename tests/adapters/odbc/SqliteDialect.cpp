@@ -66,8 +66,6 @@ std::string sqlState(int number, std::string_view text, const std::string& given
 } // namespace
 
 void SqliteDialect::start(Driver& driver, const ConnectionOptions& options) {
-    // Takes the place of the driver's own way to wait.
-    driver.execute("PRAGMA busy_timeout = " + std::to_string(options.timeout));
     if (options.year) {
         driver.execute("select z7_use_year(" + std::to_string(*options.year) + ")");
     }
