@@ -143,7 +143,9 @@ TEST_F(StatementCommandTest, TheDifferenceIsWhatTheRefusedVouchersLack) {
             refused.insert(result["voucher"]);
         }
     }
-    for (const Json& voucher : Json::parse(statement({"--json"}).out)["vouchers"]) {
+    const Json found = Json::parse(statement({"--json"}).out);
+    ASSERT_FALSE(found["vouchers"].empty());
+    for (const Json& voucher : found["vouchers"]) {
         EXPECT_TRUE(refused.contains(voucher["voucher"])) << voucher;
     }
 }

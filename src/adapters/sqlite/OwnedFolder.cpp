@@ -33,9 +33,16 @@ Handle lock(const fs::path& folder, int create) {
     return handle;
 }
 
-/// Removes a folder whose lock is held; the lock goes last.
-void removeLocked(const fs::path& folder, Handle held) {
+/// Removes a folder whose lock is held; the lock goes last. The folder gets another name first, so that whoever has opened its lock
+/// file in the meantime, and locks it as soon as it is free, notices that the folder is gone.
+void removeLocked(fs::path folder, Handle held) {
     std::error_code ignored; // what cannot be removed now is removed by a later run
+    std::error_code notRenamed;
+    const fs::path gone = fs::path(folder) += "-removed";
+    fs::rename(folder, gone, notRenamed);
+    if (!notRenamed) {
+        folder = gone;
+    }
     for (fs::directory_iterator entry(folder, ignored); entry != fs::directory_iterator(); entry.increment(ignored)) {
         if (entry->path().filename() != lockName) {
             std::error_code alsoIgnored;
@@ -63,7 +70,9 @@ OwnedFolder::OwnedFolder(const fs::path& parent, const std::string& prefix) {
                                "No folder can be created in " + utf8Of(parent) + ": " + failure.message());
         }
         lock_ = lock(path_, SQLITE_OPEN_CREATE);
-        if (lock_ == nullptr) {
+        if (lock_ != nullptr && !fs::exists(path_ / lockName, failure)) {
+            lock_ = nullptr; // another run took the folder for abandoned
+        } else if (lock_ == nullptr) {
             std::error_code ignored; // another run may have removed it
             fs::remove_all(path_, ignored);
         }
