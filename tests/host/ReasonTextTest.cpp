@@ -18,6 +18,11 @@ namespace {
 using testing::HasSubstr;
 using testing::Not;
 
+std::set<std::size_t> distinctPlaces(std::string_view text) {
+    const auto places = placesOf(text);
+    return {places.begin(), places.end()};
+}
+
 /// The error that an action raises, in Chinese.
 std::string inChinese(const std::function<void()>& action) {
     try {
@@ -30,28 +35,46 @@ std::string inChinese(const std::function<void()>& action) {
 }
 
 TEST(ChineseReasons, FollowTheReasonsOfTheLibraryOneByOne) {
-    ASSERT_EQ(chineseReasons().size(), reasonTable().size());
-    for (std::size_t i = 1; i < reasonTable().size(); ++i) {
-        const ReasonEntry& english = reasonTable()[i];
-        const ChineseReason& chinese = chineseReasons()[i];
-        EXPECT_EQ(chinese.id, english.id);
-        const auto placesInEnglish = placesOf(english.english);
-        const auto placesInChinese = placesOf(chinese.chinese);
-        EXPECT_EQ((std::set(placesInChinese.begin(), placesInChinese.end())),
-                  (std::set(placesInEnglish.begin(), placesInEnglish.end())))
-            << english.english;
+    for (const ReasonRoom& room : reasonRooms()) {
+        ASSERT_EQ(room.chinese.size(), room.english.size());
+        for (std::size_t i = 0; i < room.english.size(); ++i) {
+            EXPECT_EQ(room.chinese[i].place, room.english[i].place);
+            EXPECT_EQ(distinctPlaces(room.chinese[i].chinese), distinctPlaces(room.english[i].english))
+                << room.english[i].english;
+        }
     }
 }
 
 TEST(ChineseReasons, AreChineseWithFullWidthMarksAndNoStopAtTheEnd) {
-    for (const ChineseReason& entry : chineseReasons().subspan(1)) {
-        const std::string text(entry.chinese);
-        EXPECT_TRUE(std::any_of(text.begin(), text.end(), [](char c) { return (c & 0x80) != 0; })) << text;
-        for (const char* mark : {",", ";", ":", "\"", "(", ")"}) {
-            EXPECT_THAT(text, Not(HasSubstr(mark)));
+    for (const ReasonRoom& room : reasonRooms()) {
+        for (const ChineseReason& entry : room.chinese) {
+            const std::string text(entry.chinese);
+            const bool isNone = &room.english[entry.place] == &entryOf(Reason::none);
+            EXPECT_NE(std::any_of(text.begin(), text.end(), [](char c) { return (c & 0x80) != 0; }), isNone) << text;
+            for (const char* mark : {",", ";", ":", "\"", "(", ")"}) {
+                EXPECT_THAT(text, Not(HasSubstr(mark)));
+            }
+            EXPECT_FALSE(text.ends_with("。")) << text;
         }
-        EXPECT_FALSE(text.ends_with("。")) << text;
     }
+}
+
+TEST(ChineseReasons, FillTheirPlacesWithArgumentsAndThenWithCauses) {
+    const Explanation why{Reason::columnValueBad, {"md"}, {{Reason::keyUnknown, {"k"}}}};
+    EXPECT_EQ(chineseText(why), "“列表中没有键“k””不能存入列 md");
+    EXPECT_EQ(englishText(why), "\"The list has no entry with the key \"k\"\" is not a value for column md");
+}
+
+enum class ForeignReason { strange };
+
+const ReasonEntry& entryOf(ForeignReason /*reason*/) noexcept {
+    static constexpr ReasonEntry entry(ForeignReason::strange, 7, "strange {0}");
+    return entry;
+}
+
+TEST(ChineseReasons, AreEnglishForARoomThatTheProgramDoesNotKnow) {
+    EXPECT_EQ(chineseText({ForeignReason::strange, {"thing"}}), "strange thing");
+    EXPECT_EQ(Error("s", {ForeignReason::strange, {}}).number(), 7);
 }
 
 TEST(ReasonText, SaysWhatConversionsFoundInTheUsersLanguage) {

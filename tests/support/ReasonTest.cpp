@@ -14,7 +14,7 @@ namespace {
 TEST(ReasonTable, SaysSomethingOfItsOwnForEachReason) {
     std::set<std::string_view> texts;
     for (const ReasonEntry& entry : reasonTable().subspan(1)) {
-        EXPECT_FALSE(entry.english.empty()) << static_cast<int>(entry.id);
+        EXPECT_FALSE(entry.english.empty()) << entry.place;
         EXPECT_TRUE(texts.insert(entry.english).second) << entry.english;
         EXPECT_GE(entry.number, 0) << entry.english;
     }

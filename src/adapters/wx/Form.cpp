@@ -18,7 +18,6 @@ namespace z7::cashflow::wx {
 
 namespace {
 
-constexpr int methodNotSupported = 438;
 constexpr double usualPoints = 9.0;
 
 double pointsOf(const ControlDesign& design) { return design.fontPoints > 0 ? design.fontPoints : usualPoints; }
@@ -66,9 +65,7 @@ void Button::Enabled(bool value) { button_->Enable(value); }
 
 void Caption::caption(const std::string& text) { form_.SetTitle(shown(text)); }
 
-void KeyHook::fontName(const std::string& /*name*/) {
-    throw Error(methodNotSupported, "Z7CashFlow", "Object doesn't support this property or method: Font");
-}
+void KeyHook::fontName(const std::string& /*name*/) { raisePlatformError(Reason::propertyUnknown, {"Font"}); }
 
 Form::Form(const FormDesign& design, FormEvents& listener, StateLines& states) : gate_(listener), states_(states) {
     // NOLINTBEGIN(cppcoreguidelines-owning-memory)

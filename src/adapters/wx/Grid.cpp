@@ -68,7 +68,7 @@ void Grid::FixedCols(std::int32_t value) { model_.fixedCols(value); }
 
 void Grid::Row(std::int32_t value) {
     if (value < 0 || value >= model_.rows()) {
-        raisePlatformError(errors::badIndex, std::to_string(value));
+        raisePlatformError(Reason::indexOutOfRange, {std::to_string(value)});
     }
     closeEditor();
     setCurrent({value, model_.current().col});
@@ -76,7 +76,7 @@ void Grid::Row(std::int32_t value) {
 
 void Grid::Col(std::int32_t value) {
     if (value < 0 || value >= model_.cols()) {
-        raisePlatformError(errors::badIndex, std::to_string(value));
+        raisePlatformError(Reason::indexOutOfRange, {std::to_string(value)});
     }
     closeEditor();
     setCurrent({model_.current().row, value});
@@ -102,7 +102,7 @@ std::int16_t Grid::ColWidth(std::int32_t col) const {
 
 void Grid::ColWidth(std::int32_t col, std::int16_t twips) {
     if (twips < 0) {
-        raisePlatformError(errors::badArgument, std::to_string(twips));
+        raisePlatformError(Reason::argumentNegative, {std::to_string(twips)});
     }
     model_.column(col).width = twips;
     view_.columnWidth(col, toPixels(twips));
@@ -136,7 +136,7 @@ void Grid::RemoveItem(std::int32_t row) {
 void Grid::SetColumnEdit(std::int32_t col, std::int16_t maxLength, std::int32_t kind, std::int32_t /*style*/,
                          std::optional<std::int16_t> decimals) {
     if (kind < 0 || kind > static_cast<std::int32_t>(EditKind::number)) {
-        raisePlatformError(errors::badArgument, std::to_string(kind));
+        raisePlatformError(Reason::editKindUnknown, {std::to_string(kind)});
     }
     GridColumn& column = model_.column(col);
     column.maxLength = maxLength;

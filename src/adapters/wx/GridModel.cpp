@@ -154,7 +154,7 @@ void GridModel::requireRow(std::int32_t row) const {
 
 void GridModel::requireCol(std::int32_t col) const {
     if (col < 0 || col >= cols()) {
-        raisePlatformError(errors::badIndex, std::to_string(col));
+        raisePlatformError(Reason::indexOutOfRange, {std::to_string(col)});
     }
 }
 

@@ -11,7 +11,7 @@ namespace {
 
 using R = Reason;
 
-constexpr std::array table{
+constexpr std::array libraryReasons{
     ChineseReason{R::none, ""},
 
     ChineseReason{R::notANumber, "“{0}”不是数字"},
@@ -56,6 +56,15 @@ constexpr std::array table{
     ChineseReason{R::periodsReversed, "起始期间 {0} 晚于结束期间 {1}"},
     ChineseReason{R::notCashAccount, "科目 {0} 不是本年度的现金科目"},
 
+    ChineseReason{R::connectionFactoryMissing, "尚未设置创建数据库连接的对象"},
+    ChineseReason{R::dialogFactoryMissing, "尚未设置创建窗口的对象"},
+    ChineseReason{R::dialogConnectionMissing, "窗口没有数据库连接"},
+    ChineseReason{R::dialogRowsMissing, "窗口没有现金流量行"},
+    ChineseReason{R::referenceNotXml, "参照的说明不是有效的 XML"},
+    ChineseReason{R::argumentNegative, "数值 {0} 为负数"},
+    ChineseReason{R::editKindUnknown, "没有录入类型 {0}"},
+    ChineseReason{R::propertyUnknown, "对象没有属性 {0}"},
+
     ChineseReason{R::xmlEmpty, "文档是空的"},
     ChineseReason{R::xmlTooLong, "文档超过 2 GiB"},
     ChineseReason{R::xmlZeroByte, "文档含有零字节"},
@@ -91,24 +100,24 @@ constexpr std::array table{
     ChineseReason{R::columnTextTooLong, "列 {0} 最多 {1} 个字符"},
 };
 
-static_assert(table.size() == static_cast<std::size_t>(Reason::count), "every reason has its Chinese");
-static_assert(
-    [] {
-        for (std::size_t i = 0; i < table.size(); ++i) {
-            if (table[i].id != static_cast<Reason>(i)) {
-                return false;
-            }
-        }
-        return true;
-    }(),
-    "the entries stand in the order of the names");
+static_assert(isComplete<Reason>(libraryReasons));
 
 } // namespace
 
-std::span<const ChineseReason> chineseReasons() noexcept { return table; }
+std::vector<ReasonRoom> reasonRooms() { return {{reasonTable(), libraryReasons}}; }
 
 std::string chineseText(const Explanation& why) {
-    return fillPlaces(table[static_cast<std::size_t>(why.reason)].chinese, why.arguments);
+    std::vector<std::string> arguments = why.arguments;
+    for (const Explanation& cause : why.causes) {
+        arguments.push_back(chineseText(cause));
+    }
+    const ReasonEntry& entry = why.reason.entry();
+    for (const ReasonRoom& room : reasonRooms()) {
+        if (entry.place < room.english.size() && &room.english[entry.place] == &entry) {
+            return fillPlaces(room.chinese[entry.place].chinese, arguments);
+        }
+    }
+    return fillPlaces(entry.english, arguments);
 }
 
 } // namespace z7::cashflow::host

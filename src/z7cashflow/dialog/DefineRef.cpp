@@ -87,7 +87,7 @@ void DefineRef::GetSrvData(const std::string& sRefID, const std::string& sXML, c
 
 Connection& DefineRef::connection() const {
     if (!objCon_) {
-        raisePlatformError(errors::objectNotSet, "no connection has been set");
+        raisePlatformError(Reason::dialogConnectionMissing);
     }
     return *objCon_;
 }

@@ -21,7 +21,7 @@ Reference readReference(const std::string& document) {
     Reference reference;
     const auto parsed = XmlDocument::load(document);
     if (!parsed) {
-        raisePlatformError(errors::badArgument, "the description of the reference is not valid XML");
+        raisePlatformError(Reason::referenceNotXml);
     }
     const XmlNode root = parsed->documentElement();
     reference.title = root.attribute("cRefName").value_or("");

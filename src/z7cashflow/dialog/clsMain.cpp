@@ -177,7 +177,7 @@ bool clsMain::InitCashFlow(const std::string& strVoucherTable, std::uint8_t iPer
         return true;
     }
     if (!objCon) {
-        raisePlatformError(errors::objectNotSet, "no connection was made");
+        raisePlatformError(Reason::dialogConnectionMissing);
     }
     objCon->Close();
     return false;

@@ -85,7 +85,7 @@ DialogForm& frmCashFlow::form() {
     if (!form_) {
         const auto& factory = modPublic::context().dialogFactory;
         if (!factory) {
-            raisePlatformError(errors::objectNotSet, "no dialog factory has been set");
+            raisePlatformError(Reason::dialogFactoryMissing);
         }
         form_ = factory->createForm(design(), *this);
         loadForm();
@@ -95,14 +95,14 @@ DialogForm& frmCashFlow::form() {
 
 Connection& frmCashFlow::connection() const {
     if (!objCon_) {
-        raisePlatformError(errors::objectNotSet, "the dialog has no connection");
+        raisePlatformError(Reason::dialogConnectionMissing);
     }
     return *objCon_;
 }
 
 CashFlowCollection& frmCashFlow::collection() const {
     if (!CashFlowCol_) {
-        raisePlatformError(errors::objectNotSet, "the dialog has no collection");
+        raisePlatformError(Reason::dialogRowsMissing);
     }
     return *CashFlowCol_;
 }

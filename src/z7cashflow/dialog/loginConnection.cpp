@@ -8,7 +8,7 @@ namespace z7::cashflow {
 std::shared_ptr<Connection> createLoginConnection() {
     const auto& factory = modPublic::context().connectionFactory;
     if (!factory) {
-        raisePlatformError(errors::objectNotSet, "no connection factory has been set");
+        raisePlatformError(Reason::connectionFactoryMissing);
     }
     return factory->create(modPublic::requiredLogin().ConnectionString());
 }

@@ -12,7 +12,7 @@ namespace {
 DialogFactory& requiredFactory() {
     const auto& factory = modPublic::context().dialogFactory;
     if (!factory) {
-        raisePlatformError(errors::objectNotSet, "no dialog factory has been set");
+        raisePlatformError(Reason::dialogFactoryMissing);
     }
     return *factory;
 }

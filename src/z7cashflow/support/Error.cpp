@@ -13,7 +13,7 @@ Error::Error(int number, std::string source, std::string description, Explanatio
       hasOwnText_(true) {}
 
 Error::Error(std::string source, Explanation why, std::string sqlState)
-    : number_(numberOf(why.reason)), source_(std::move(source)), description_(englishText(why)),
+    : number_(why.reason.entry().number), source_(std::move(source)), description_(englishText(why)),
       sqlState_(std::move(sqlState)), why_(std::move(why)), hasOwnText_(false) {}
 
 Error::Error(int number, std::string source, Explanation why, std::string sqlState)
@@ -26,10 +26,8 @@ Error Error::withSource(std::string source) const {
     return copy;
 }
 
-void raisePlatformError(Reason reason, std::vector<std::string> arguments) {
+void raisePlatformError(ReasonId reason, std::vector<std::string> arguments) {
     throw Error("Z7CashFlow", {reason, std::move(arguments)});
 }
-
-void raisePlatformError(int number, const std::string& detail) { throw Error(number, "Z7CashFlow", detail); }
 
 } // namespace z7::cashflow

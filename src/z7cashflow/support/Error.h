@@ -50,10 +50,7 @@ private:
 };
 
 /// Raises an error for a reason, under the source "Z7CashFlow" and the reason's number.
-[[noreturn]] void raisePlatformError(Reason reason, std::vector<std::string> arguments = {});
-
-/// The same for a detail that has no reason yet: the text is not translated. New code names a reason.
-[[noreturn]] void raisePlatformError(int number, const std::string& detail = {});
+[[noreturn]] void raisePlatformError(ReasonId reason, std::vector<std::string> arguments = {});
 
 /// Runs an action and drops any Error that it raises. For the places where the rules of the voucher say that one
 /// statement may fail unnoticed; everything else (out of memory, a defect) passes through.

@@ -58,6 +58,15 @@ constexpr std::array table{
     ReasonEntry{R::periodsReversed, errors::badArgument, "The first period {0} lies after the last period {1}"},
     ReasonEntry{R::notCashAccount, errors::badArgument, "Account {0} is not a cash account of this year"},
 
+    ReasonEntry{R::connectionFactoryMissing, errors::objectNotSet, "No connection factory has been set"},
+    ReasonEntry{R::dialogFactoryMissing, errors::objectNotSet, "No dialog factory has been set"},
+    ReasonEntry{R::dialogConnectionMissing, errors::objectNotSet, "The dialog has no connection"},
+    ReasonEntry{R::dialogRowsMissing, errors::objectNotSet, "The dialog has no rows"},
+    ReasonEntry{R::referenceNotXml, errors::badArgument, "The description of the reference is not valid XML"},
+    ReasonEntry{R::argumentNegative, errors::badArgument, "The number {0} is negative"},
+    ReasonEntry{R::editKindUnknown, errors::badArgument, "There is no kind of entry {0}"},
+    ReasonEntry{R::propertyUnknown, errors::memberUnknown, "The object has no property {0}"},
+
     ReasonEntry{R::xmlEmpty, 0, "The document is empty"},
     ReasonEntry{R::xmlTooLong, 0, "The document is longer than 2 GiB"},
     ReasonEntry{R::xmlZeroByte, 0, "The document holds a zero byte"},
@@ -101,26 +110,20 @@ constexpr std::array table{
     ReasonEntry{R::columnTextTooLong, errors::typeMismatch, "Column {0} takes at most {1} characters"},
 };
 
-static_assert(table.size() == static_cast<std::size_t>(Reason::count), "every reason has its entry");
-static_assert(
-    [] {
-        for (std::size_t i = 0; i < table.size(); ++i) {
-            if (table[i].id != static_cast<Reason>(i)) {
-                return false;
-            }
-        }
-        return true;
-    }(),
-    "the entries stand in the order of the names");
-
-const ReasonEntry& entryOf(Reason reason) noexcept { return table[static_cast<std::size_t>(reason)]; }
+static_assert(isComplete<Reason>(table));
 
 } // namespace
 
 std::span<const ReasonEntry> reasonTable() noexcept { return table; }
 
-int numberOf(Reason reason) noexcept { return entryOf(reason).number; }
+const ReasonEntry& entryOf(Reason reason) noexcept { return table[static_cast<std::size_t>(reason)]; }
 
-std::string englishText(const Explanation& why) { return fillPlaces(entryOf(why.reason).english, why.arguments); }
+std::string englishText(const Explanation& why) {
+    std::vector<std::string> arguments = why.arguments;
+    for (const Explanation& cause : why.causes) {
+        arguments.push_back(englishText(cause));
+    }
+    return fillPlaces(why.reason.entry().english, arguments);
+}
 
 } // namespace z7::cashflow

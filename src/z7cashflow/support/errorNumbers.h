@@ -4,14 +4,15 @@
 namespace z7::cashflow::errors {
 
 // Conversions, lists and objects.
-inline constexpr int badArgument = 5;   ///< a key that a list does not hold, an argument out of its range
-inline constexpr int overflow = 6;      ///< a number outside the range of its target
-inline constexpr int outOfMemory = 7;   ///< a text or a document that does not fit into memory
-inline constexpr int badIndex = 9;      ///< an index outside 1 to the number of elements
-inline constexpr int typeMismatch = 13; ///< a value that cannot be read as the wanted type
-inline constexpr int objectNotSet = 91; ///< an object that is needed and missing
-inline constexpr int invalidNull = 94;  ///< a null where a value is needed
-inline constexpr int keyExists = 457;   ///< a key that a list or a map already holds
+inline constexpr int badArgument = 5;     ///< a key that a list does not hold, an argument out of its range
+inline constexpr int overflow = 6;        ///< a number outside the range of its target
+inline constexpr int outOfMemory = 7;     ///< a text or a document that does not fit into memory
+inline constexpr int badIndex = 9;        ///< an index outside 1 to the number of elements
+inline constexpr int typeMismatch = 13;   ///< a value that cannot be read as the wanted type
+inline constexpr int objectNotSet = 91;   ///< an object that is needed and missing
+inline constexpr int invalidNull = 94;    ///< a null where a value is needed
+inline constexpr int memberUnknown = 438; ///< a property or an operation that an object does not have
+inline constexpr int keyExists = 457;     ///< a key that a list or a map already holds
 
 // Connections and recordsets.
 inline constexpr int invalidArgument =
