@@ -58,8 +58,8 @@ bool isLeftOut(const std::string& name, bool byOutsideKey, bool keyed) {
     return !byOutsideKey && asciiLower(name) == "ccashitem_id";
 }
 
-// The fields of a row as far as a voucher table can give them. Account and year come from the chart of accounts, which is what
-// gives a keyless table a year.
+// The fields of a row as far as a voucher table can give them. Account and year come from the chart of accounts, which
+// is what ties a keyless table to a year.
 statements::ColumnList voucherColumns(bool byOutsideKey, bool keyed) {
     const auto shape = CashFlowCollection::Create();
     const CashFlowStruct& fields = shape->CFStruct();

@@ -24,8 +24,8 @@ std::string requiredAttribute(const XmlNode& node, const char* name) {
 
 constexpr std::string_view outsideKey = "coutno_id";
 
-// Gives the current record what the line's attributes say. An attribute that is no column, or whose text does not fit its
-// column, leaves the record as it was. The outside key goes on to all later lines that have the attribute.
+// Writes the line's attributes into the current record. An attribute that is not a column, or whose text does not fit
+// its column, leaves the record as it was. The outside key goes on to all later lines that have the attribute.
 void fillLine(FieldList& fields, const XmlNode& line, std::string& coutNo_id) {
     line.eachAttribute([&](std::string_view baseName, std::string_view text) {
         if (baseName.size() == outsideKey.size() && asciiLower(baseName) == outsideKey) {

@@ -91,7 +91,7 @@ namespace {
 
 bool isFirstOfJanuary1900(Date date) { return isValidDate(date) && dayText(date) == "1900-01-01"; }
 
-// Whether a value stands for no date. Only dates and texts can: the number 2 stays a number.
+// Whether a value means "no date". Only dates and texts can: the number 2 stays a number.
 bool isNoDate(const Variant& value) {
     if (const auto* date = value.get<Date>()) {
         return isFirstOfJanuary1900(*date);

@@ -36,8 +36,8 @@ public:
 
     /// The value of a field. Error 1000 if the row has no such field.
     [[nodiscard]] const Variant& Item(const std::string& Field) const;
-    /// Stores a value as it is and marks the collection as changed, also if the value is the same. Error 1000 if the row has
-    /// no such field; nothing has changed then.
+    /// Stores a value as it is and marks the collection as changed, also if the value is the same. Error 1000 if the
+    /// row has no such field; nothing has changed then.
     void SetValue(const std::string& Field, const Variant& vdata);
     /// The number of fields.
     [[nodiscard]] std::int32_t Count() const noexcept;
@@ -52,14 +52,15 @@ public:
     [[nodiscard]] std::string InsertSql(const std::string& tableName, const CashFlowStruct& structure) const override;
     /// One row element.
     [[nodiscard]] std::string Save() const override;
-    /// Takes a row element: the row then has exactly the element's attributes as fields, texts or null. The property key stays.
-    /// Error 457 where two attributes differ in their prefix alone; the row then has those before the second one.
+    /// Takes a row element: the row then has exactly the element's attributes as fields, texts or null. The property
+    /// key stays. Error 457 where two attributes differ in their prefix alone; the row then has those before the second
+    /// one.
     void Load(const XmlSource& xml) override;
 
 private:
     friend class CashFlowCollection;
 
-    /// Gives the row the fields of a shape, each null, in place of those that it has.
+    /// Replaces the row's fields by those of a shape, each null.
     void takeShape(std::shared_ptr<const FieldShape> shape);
     /// Load for one of many rows, which most likely has the shape of the one before it.
     void loadElement(const XmlNode& element, const std::shared_ptr<const FieldShape>& likely);

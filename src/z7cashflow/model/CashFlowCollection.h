@@ -16,8 +16,8 @@ namespace z7::cashflow {
 
 /// The cash-flow rows of one voucher, with the voucher's key and date.
 ///
-/// A ledger voucher is known by iPeriod, isignseq and iNo_id, the year coming from the login context; a voucher of another
-/// subsystem is known by coutNo_id. The collection makes its own rows and knows whether anything was changed.
+/// A ledger voucher is known by iPeriod, isignseq and iNo_id, the year coming from the login context; a voucher of
+/// another subsystem is known by coutNo_id. The collection makes its own rows and knows whether anything was changed.
 /// It is always held by shared pointers; Create makes one.
 class CashFlowCollection final : public ISQLSerializable,
                                  public IXmlSerializable,
@@ -38,11 +38,11 @@ public:
     /// Whether rows were added, removed or given values since creation. Nothing sets it back but the dialog.
     [[nodiscard]] bool Changed() const noexcept { return Changed_; }
 
-    /// A new row with all fields of the schema, a fresh RowGuid and key, and the voucher's key and date. It is not yet in
-    /// the list.
+    /// A new row with all fields of the schema, a fresh RowGuid and key, and the voucher's key and date. It is not yet
+    /// in the list.
     [[nodiscard]] std::shared_ptr<CashFlow> CreateCFObject();
 
-    /// Gives the collection and all its rows another voucher key and date.
+    /// Changes the voucher key and date of the collection and all its rows.
     void UpdateCol(std::uint8_t iPeriod, std::int16_t isignseq, std::int32_t iNo_id, Date dbill_date);
     void UpdateCol(const DatedVoucherKey& voucher);
 
@@ -64,7 +64,7 @@ public:
     /// Sequence number of the voucher's kind in dsign.
     [[nodiscard]] std::int16_t isignseq() const noexcept { return key_.kind; }
     void isignseq(std::int16_t value) noexcept { key_.kind = value; }
-    /// The voucher's number. It is kept in 32 bits and told in 16: error 6 outside -32768 to 32767.
+    /// The voucher's number. It is kept in 32 bits and read in 16: error 6 outside -32768 to 32767.
     [[nodiscard]] std::int16_t iNo_id() const;
     void iNo_id(std::int16_t value) noexcept { key_.number = value; }
     /// The number that the voucher had before, 0 for none. Error 6 as for iNo_id.
@@ -74,11 +74,11 @@ public:
     [[nodiscard]] const std::string& coutNo_id() const noexcept { return coutNo_id_; }
     void coutNo_id(const std::string& value) { coutNo_id_ = value; }
 
-    /// Appends a row under its key; nothing happens without a row. Error 457 if the key is in the list; the row's objParent
-    /// is set all the same.
+    /// Appends a row under its key; nothing happens without a row. Error 457 if the key is in the list; the row's
+    /// objParent is set all the same.
     void Add(const std::shared_ptr<CashFlow>& objItem);
-    /// Puts a row in front of the one whose key is BeforeItem. Where that cannot be done nothing is raised, and the row is
-    /// not in the list, yet its objParent is set and the collection counts as changed.
+    /// Puts a row in front of the one whose key is BeforeItem. Where that cannot be done nothing is raised, and the row
+    /// is not in the list, yet its objParent is set and the collection counts as changed.
     void Insert(const std::shared_ptr<CashFlow>& objItem, const std::string& BeforeItem);
     /// The row at an index from 1 (error 9 outside the list) or of a key (error 5 if there is none).
     [[nodiscard]] std::shared_ptr<CashFlow> Item(std::int32_t vntIndexKey) const;
@@ -93,9 +93,9 @@ public:
     [[nodiscard]] const Rows& NewEnum() const noexcept { return rows_; }
     [[nodiscard]] Rows::const_iterator begin() const noexcept { return rows_.begin(); }
     [[nodiscard]] Rows::const_iterator end() const noexcept { return rows_.end(); }
-    /// Follows a change of the voucher's lines: line CurInid was inserted (bInsert) or deleted, so the rows of the lines behind it
-    /// move by one, and the rows of a deleted line go. Touches only rows of the voucher of that key, or of that period and
-    /// kind without a number.
+    /// Follows a change of the voucher's lines: line CurInid was inserted (bInsert) or deleted, so the rows of the
+    /// lines after it move by one, and the rows of a deleted line go. Touches only rows of the voucher of that key, or
+    /// of that period and kind without a number.
     void UpdateInid(std::uint8_t iPeriod, std::int16_t isignseq, std::int32_t iNo_id, std::int16_t CurInid,
                     bool bInsert);
 
@@ -104,10 +104,9 @@ public:
     [[nodiscard]] std::string InsertSql(const std::string& tableName, const CashFlowStruct& structure) const override;
     /// The collection's XML document.
     [[nodiscard]] std::string Save() const override;
-    /// Replaces the rows with those of a document; the header stays. A text that Save has made is read back whatever its length.
-    /// Error 1002 if the text is no XML document; the rows
-    /// stay then. Error 457 where two attributes of a row differ in their prefix alone; the list then holds the document's
-    /// rows before that one.
+    /// Replaces the rows with those of a document; the header stays. A text that Save has made is read back whatever
+    /// its length. Error 1002 if the text is not an XML document; the rows stay then. Error 457 where two attributes of
+    /// a row differ in their prefix alone; the list then holds the document's rows before that one.
     void Load(const XmlSource& xml) override;
 
 private:

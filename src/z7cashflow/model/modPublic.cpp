@@ -38,7 +38,7 @@ std::string lookUp(const std::string& key, const std::vector<Variant>& arguments
     return state.formattedTextLookup->Text(key, arguments);
 }
 
-// What stands for a character in XML text; empty for one that stands for itself.
+// The escape of a character in XML text; empty where none is needed.
 std::string_view escapeOf(char c) {
     switch (c) {
     case '&':
@@ -57,7 +57,7 @@ std::string_view escapeOf(char c) {
 }
 
 void appendEscaped(std::string& out, std::string_view text) {
-    std::size_t plain = 0; // where the characters begin that stand for themselves
+    std::size_t plain = 0; // where the characters begin that need no escape
     for (std::size_t at = 0; at < text.size(); ++at) {
         const std::string_view escape = escapeOf(text[at]);
         if (!escape.empty()) {
@@ -98,7 +98,7 @@ void SetLogin(std::shared_ptr<Z7Login> login) {
 }
 
 std::int16_t GetIYear() {
-    // The login's year is read even where an override stands, so that a missing login never goes unnoticed.
+    // The login's year is read even where an override is set, so that a missing login never goes unnoticed.
     const std::string year = requiredLogin().AccountingYear();
     const std::int16_t override = context().yearOverride;
     return override == 0 ? toInt16(year) : override;

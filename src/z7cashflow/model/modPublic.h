@@ -38,7 +38,7 @@ struct Context {
     std::string VouchBillName;    ///< the user who made the voucher
     bool VouchEdit = false;       ///< whether another user's voucher may be edited
     bool VouchLockSucc = false;   ///< kept for the host
-    bool bCashCode = false;       ///< rows stand on the lines of cash-flow accounts; else on the lines of all others
+    bool bCashCode = false;       ///< rows belong to the lines of cash-flow accounts; else to the lines of all others
     bool bAutoDisplay = false;    ///< a generated row that found no item is kept
     bool bXJLL = false;           ///< last answer to the account option of that name; nothing reads it
     bool iUpdateCashFlow = false; ///< the operator's voucher option of that name
@@ -60,20 +60,20 @@ struct Context {
 /// The user's login. Error 91 if none was set on this thread.
 [[nodiscard]] Z7Login& requiredLogin();
 
-/// Takes over a login, its two text services and whether it guards statements. Without a login these three stay what they were. A
-/// failure of the login to return its services reaches the caller.
+/// Takes over a login, its two text services and whether it guards statements. Without a login these three stay what
+/// they were. A failure of the login to return its services reaches the caller.
 void SetLogin(std::shared_ptr<Z7Login> login);
 
 /// The accounting year that year-bound statements use: the override if there is one, else the login's.
-/// Error 91 without a login, 13 or 6 if the login's year is no 16-bit number and no override stands.
+/// Error 91 without a login, 13 or 6 if the login's year is not a 16-bit number and no override is set.
 [[nodiscard]] std::int16_t GetIYear();
 
 /// Sets the year override; 0 takes it away.
 void SetIYear(std::int16_t value);
 
-/// The text of a resource key in the user's language. Never raises for a bad key: the failure is shown in a message box, and
-/// the text is empty. With arguments the formatted catalogue is asked. Error 91 if not even the box can be shown
-/// for want of a login.
+/// The text of a resource key in the user's language. Never raises for a bad key: the failure is shown in a message
+/// box, and the text is empty. With arguments the formatted catalogue is asked. Error 91 if not even the box can be
+/// shown for want of a login.
 [[nodiscard]] std::string GetText(const std::string& key, const std::vector<Variant>& arguments = {});
 
 /// A word of direction ("借" debit, "贷" credit, "平" even) in the user's language; any other text unchanged.
@@ -81,18 +81,18 @@ void SetIYear(std::int16_t value);
 [[nodiscard]] std::string DirectionText(const std::string& text);
 
 /// Shows a message box and returns the answer (6 yes, 7 no). buttons holds the style bits of MessageBox::Show.
-/// Where the host makes no message boxes the message goes to the error stream, and the answer is no to a question, else 1.
-/// Error 91 without a login.
+/// Where the host makes no message boxes the message goes to the error stream, and the answer is "no" to a question,
+/// else 1. Error 91 without a login.
 std::int32_t ShowMessage(const std::string& prompt, std::int32_t buttons, const std::string& title,
                          const std::string& helpFile, std::int32_t context);
 
-/// A value as text that can stand in XML, with &, >, <, ' and " escaped; null gives the empty text. Escapes that the text
+/// A value as text for XML, with &, >, <, ' and " escaped; null becomes the empty text. Escapes that the text
 /// already holds are not recognised.
 [[nodiscard]] std::string XmlEscape(const Variant& value);
 /// The same, put at the end of a text.
 void appendXmlEscaped(std::string& out, const Variant& value);
 
-/// Hands a text to the debug sink. It has no other effect; an Error of the sink is ignored.
+/// Passes a text to the debug sink. It has no other effect; an Error of the sink is ignored.
 void debugText(const std::string& text);
 
 /// Raises an error with the source "CashFlow", and with why it was raised where the description says too little.

@@ -12,8 +12,8 @@ struct Declaration {
     const char* isnull;
     const char* defaultValue;
     const char* save;
-    const char* beforeSave = " ";  ///< what stands between the default and the save flag
-    const char* beforeClose = " "; ///< what stands between the save flag and the closing bracket
+    const char* beforeSave = " ";  ///< what comes between the default and the save flag
+    const char* beforeClose = " "; ///< what comes between the save flag and the closing bracket
 };
 
 constexpr std::array<Declaration, 42> declarations{{

@@ -39,13 +39,13 @@ public:
     /// such column, 3021 if there is no current record, 3704 if the recordset is closed.
     [[nodiscard]] virtual Variant Item(std::string_view name) const = 0;
     [[nodiscard]] virtual Variant Item(int position) const = 0;
-    /// Gives the current record's column another value, which reaches the database with Update. The value is converted
+    /// Changes the value of the current record's column, which reaches the database with Update. The value is converted
     /// to the column's type; a value that does not convert, or does not fit, is error 13 and leaves the column as
     /// it was. Error 3251 if the recordset is read-only, else as for reading.
     virtual void Item(std::string_view name, const Variant& value) = 0;
 };
 
-/// What a recordset works on: an open connection, or the text of a connection string, which stands for a
+/// What a recordset works on: an open connection, or the text of a connection string, which means a
 /// session of its own that does not see what others have not committed. The connection is not owned and must
 /// outlive the recordset's use of it.
 using ActiveConnection = std::variant<std::monostate, Connection*, std::string>;
@@ -59,18 +59,19 @@ class Recordset {
 public:
     virtual ~Recordset() = default;
 
-    /// Runs the statement and stands on its first record, if there is one. A statement without a result leaves the
+    /// Runs the statement and moves to its first record, if there is one. A statement without a result leaves the
     /// recordset closed. Error 3705 if it is open already, 3709 if there is nothing to run it on.
     virtual void Open(const std::string& source, const ActiveConnection& connection, CursorType cursorType,
                       LockType lockType) = 0;
-    /// Gives the rows and the session back. Closing a closed recordset is error 3704.
+    /// Releases the rows and the session. Closing a closed recordset is error 3704.
     virtual void Close() = 0;
     [[nodiscard]] virtual ObjectState State() const = 0;
 
     /// The text of the statement that gave the records, exactly as it was handed in.
     [[nodiscard]] virtual std::string Source() const = 0;
 
-    /// True behind the last record, and where there is none. (The platform calls it EOF, which is a macro of the C library.)
+    /// True after the last record, and where there is none. (The platform calls it EOF, which is a macro of the C
+    /// library.)
     [[nodiscard]] virtual bool EndOfFile() const = 0;
     /// The number of records that the filter lets through.
     [[nodiscard]] virtual std::int32_t RecordCount() const = 0;
@@ -96,7 +97,8 @@ public:
     virtual void ActiveConnection(const cashflow::ActiveConnection& connection) = 0;
     [[nodiscard]] virtual cashflow::ActiveConnection ActiveConnection() const = 0;
 
-    /// Begins a new record with null in every column and makes it the current one. Error 3251 if the recordset is read-only.
+    /// Begins a new record with null in every column and makes it the current one. Error 3251 if the recordset is
+    /// read-only.
     virtual void AddNew() = 0;
     /// Writes the current record's changes to the database. Without changes it does nothing. If the database refuses,
     /// its error comes out and the changes stay pending.

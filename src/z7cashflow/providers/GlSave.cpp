@@ -96,7 +96,7 @@ void GlSave::check(const std::shared_ptr<CashFlowCollection>& objCFCol, const st
     }
 }
 
-// The rows that the new ones replace stand under the voucher's number, or under its former one if it has got a new
+// The rows that the new ones replace are stored under the voucher's number, or under its former one if it has got a new
 // number; under the former one they stay as long as a voucher still has it.
 void GlSave::removeReplacedRows(const CashFlowCollection& collection) const {
     const std::int16_t former = collection.ibackno_id();
@@ -113,7 +113,7 @@ void GlSave::removeReplacedRows(const CashFlowCollection& collection) const {
     count->Close();
 }
 
-// A voucher without a cash-flow account stores nothing; what an earlier form of it left behind goes.
+// A voucher without a cash-flow account stores nothing, and what an earlier form of it stored is deleted.
 void GlSave::removeLeftBehind(const CashFlowCollection* collection) const {
     if (collection != nullptr && collection->iNo_id() == collection->ibackno_id()) {
         objCon.Execute(filled(statements::deleteRows, key));

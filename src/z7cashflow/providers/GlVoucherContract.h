@@ -5,7 +5,7 @@
 
 namespace z7::cashflow {
 
-/// The ledger side of a VoucherProvider, over settings that it shares with the outside side and does not own.
+/// The ledger contract of a VoucherProvider. It shares its settings with the outside contract and does not own them.
 class GlVoucherContract final : public IGlVoucherProvider {
 public:
     explicit GlVoucherContract(ProviderSettings& settings) noexcept : settings_(settings) {}

@@ -16,7 +16,7 @@ namespace z7::cashflow {
 ///
 /// objCon is an open connection to the account's database, and every operation works on what it holds at that moment.
 /// strVoucherTable names the table or view that holds the voucher's lines. A pointer argument may be left out; what
-/// then counts is told with the operation. Errors of the database come out with their own number and text.
+/// then counts is said with the operation. Errors of the database come out with their own number and text.
 class IGlVoucherProvider {
 public:
     virtual ~IGlVoucherProvider() = default;
@@ -26,7 +26,8 @@ public:
     virtual void VoucherTempTable(const std::string& value) = 0;
     /// The user's login, for this thread; to be set before any other operation.
     virtual void objLogin(const std::shared_ptr<Z7Login>& value) = 0;
-    /// The number that the voucher had before this save, for a voucher that no longer has a cash-flow account. Gives null.
+    /// The number that the voucher had before this save, for a voucher that no longer has a cash-flow account. Returns
+    /// null.
     virtual Variant SetOldVouchNoID(const std::int32_t& vdata) = 0;
 
     /// The stored rows of a voucher, or nothing if none are stored. Sets the context's year from dbill_date. A voucher
@@ -35,27 +36,27 @@ public:
     GetCashFlowColFromDB(Connection& objCon, const std::string& strVoucherTable, std::uint8_t iPeriod,
                          std::int16_t isignseq, std::int32_t iNo_id, Date dbill_date) = 0;
 
-    /// Rows generated from the voucher's lines under the context's year; empty, but never nothing, where the voucher moves no
-    /// cash. Error 94 if a line on a cash-flow account lacks an amount.
+    /// Rows generated from the voucher's lines under the context's year; empty, but never nothing, where the voucher
+    /// moves no cash. Error 94 if a line on a cash-flow account lacks an amount.
     [[nodiscard]] virtual std::shared_ptr<CashFlowCollection>
     CreateCashFlowColFromDB(Connection& objCon, const std::string& strVoucherTable, std::uint8_t iPeriod,
                             std::int16_t isignseq, std::int32_t iNo_id, Date dbill_date) = 0;
 
-    /// Whether each row is complete and stands on its line's account. If not, strInfo becomes the reason. The voucher is
+    /// Whether each row is complete and on its line's account. If not, strInfo becomes the reason. The voucher is
     /// the one that the collection names.
     [[nodiscard]] virtual bool CheckKmFrom(Connection& objCon, const std::shared_ptr<CashFlowCollection>& objCFCol,
                                            std::string* strInfo = nullptr) = 0;
 
-    /// As CheckKmFrom, and whether the rows' sum meets the voucher's cash sum to less than 0.001. The collection's
+    /// As CheckKmFrom, and whether the rows' sum matches the voucher's cash sum to less than 0.001. The collection's
     /// VoucherTable becomes strVoucherTable, also on a failure.
     [[nodiscard]] virtual bool CheckCFColFromDB(Connection& objCon, const std::string& strVoucherTable,
                                                 std::uint8_t iPeriod, std::int16_t isignseq, std::int32_t iNo_id,
                                                 const std::shared_ptr<CashFlowCollection>& objCFCol,
                                                 std::string* strInfo = nullptr) = 0;
 
-    /// Replaces the voucher's stored rows by those of a collection, in the host's transaction; true on every return. Without a
-    /// collection it takes the stored rows, or else generates them, and hands them back in objCFCol. blnCheckCF left out or
-    /// true compares the sums too. Errors with the source "CashFlow": 10008 a row does not fit, 10009 the
+    /// Replaces the voucher's stored rows by those of a collection, in the host's transaction; true on every return.
+    /// Without a collection it takes the stored rows, or else generates them, and returns them in objCFCol. blnCheckCF
+    /// left out or true compares the sums too. Errors with the source "CashFlow": 10008 a row does not fit, 10009 the
     /// sums differ, 10010 there is no such voucher, and the database's own.
     virtual bool SaveCashFlowCol(Connection& objCon, const std::string& strVoucherTable, std::uint8_t iPeriod,
                                  std::int16_t isignseq, std::int32_t iNo_id,
@@ -73,8 +74,8 @@ public:
     [[nodiscard]] virtual std::string GetCashFlowColFromXml(Connection& objCon, const std::string& strVoucherXml,
                                                             bool blnCreateCF = false) = 0;
 
-    /// As SaveCashFlowCol with rows from collection XML, whose other fields come from the voucher; left out or empty, the rows are
-    /// found in the database. blnCheckCF is not read: it becomes what the account option bXJLL says.
+    /// As SaveCashFlowCol with rows from collection XML, whose other fields come from the voucher; left out or empty,
+    /// the rows are found in the database. blnCheckCF is not read: it becomes what the account option bXJLL says.
     /// Errors also: 1002 the XML cannot be parsed, 10011 there is no such voucher.
     virtual bool SaveCashFlowColFromXml(Connection& objCon, const std::string& strVoucherTable, std::uint8_t iPeriod,
                                         std::int16_t isignseq, std::int32_t iNo_id, std::string* strCFColxml = nullptr,

@@ -15,7 +15,7 @@ namespace {
 
 constexpr double tolerance = 0.001;
 
-// The key of the reason why a row does not stand on its line's account; null if it does.
+// The key of the reason why a row is not on its line's account; null if it is.
 const char* misplacement(const CashFlow& row, Recordset& lines) {
     if (lines.EndOfFile()) {
         return "Z7.CW.GL.CashFlow.00002";
@@ -37,7 +37,7 @@ double rowsSum(Connection& objCon, const CashFlowCollection& collection) {
     return debit - credit;
 }
 
-// A part that cannot be had stays empty: the answer is no in any case.
+// A part that cannot be read stays empty: the check fails in any case.
 template <class Make> std::string partOrEmpty(Make&& make) {
     std::string text;
     ignoringErrors([&] { text = make(); });

@@ -7,13 +7,14 @@
 
 namespace z7::cashflow {
 
-/// Whether each row has its line in the voucher that the collection names, stands on the same account and is complete. If
+/// Whether each row has its line in the voucher that the collection names, is on the same account and is complete. If
 /// not, strInfo becomes the reason of the first row that fails; if so, strInfo stays.
 [[nodiscard]] bool CheckColAgainstVoucher(Connection& objCon, const CashFlowCollection& collection,
                                           std::string& strInfo);
 
-/// As CheckColAgainstVoucher, and whether the rows' sum meets the voucher's cash sum to less than 0.001. Rows on accounts
-/// that are no cash-flow accounts count with the opposite sign, since they stand on the other side of the voucher.
+/// As CheckColAgainstVoucher, and whether the rows' sum matches the voucher's cash sum to less than 0.001. Rows on
+/// accounts that are not cash-flow accounts count with the opposite sign, since they are on the other side of the
+/// voucher.
 [[nodiscard]] bool CheckColSum(Connection& objCon, const CashFlowCollection& collection, double voucherSum,
                                std::string& strInfo);
 

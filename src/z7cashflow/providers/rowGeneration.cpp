@@ -20,7 +20,7 @@ constexpr const char* cashItemClass = "98";
 
 bool isTrue(const Variant& flag) { return !flag.isNull() && toBool(flag); }
 
-/// Where records came from, told by the text of their statement.
+/// Where records came from, as the text of their statement shows.
 struct Origin {
     bool storedRows = false;       ///< cash-flow rows, not voucher lines
     bool storedRowsOfView = false; ///< read through the year-free view, whose rows keep their identity
@@ -100,7 +100,7 @@ private:
     }
 
     // An auxiliary item of the cash-flow class is the item; an item written on the line itself goes before it. A column
-    // that the lines do not have passes its tests but gives no code.
+    // that the lines do not have passes its tests but has no code.
     void takeItemOfLine(CashFlow& row) {
         std::string itemCode;
         const auto read = [&](const char* column, auto&& use) {

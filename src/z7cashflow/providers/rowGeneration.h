@@ -9,20 +9,20 @@
 
 namespace z7::cashflow {
 
-/// Debit less credit over a voucher's lines on cash-flow accounts, from the current record to the end. A voucher of which it
-/// is exactly 0 needs no rows. Error 94 if such a line lacks an amount.
+/// Debit less credit over a voucher's lines on cash-flow accounts, from the current record to the end. A voucher of
+/// which it is exactly 0 needs no rows. Error 94 if such a line lacks an amount.
 [[nodiscard]] double cashSum(Recordset& lines);
 
 /// Makes rows of the records of stored rows or of voucher lines, from the current record to the end, and closes the
-/// recordset. Nothing comes back for an empty one. Lines give rows on the side of the voucher that the context's bCashCode
-/// names; a row that finds no item is kept only where bAutoDisplay is set. Rows get the date dbill_date; the collection gets
-/// outside key unless it is empty, and the key of the first record if it has one.
+/// recordset. Nothing comes back for an empty one. Lines give rows on the side of the voucher that the context's
+/// bCashCode names; a row that finds no item is kept only where bAutoDisplay is set. Rows get the date dbill_date; the
+/// collection gets outside key unless it is empty, and the key of the first record if it has one.
 [[nodiscard]] std::shared_ptr<CashFlowCollection> GetCashFlowColFromRs(Connection& objCon, Recordset& records,
                                                                        Date dbill_date, const OutsideKey& outsideKey,
                                                                        bool bFromDraft);
 
-/// Lays the voucher's present descriptive fields over rows that are older than the voucher, without touching what was
-/// allotted: RowGuid, item, account and the two amounts stay. The voucher is the one that the collection names.
+/// Copies the voucher's present descriptive fields to rows that are older than the voucher, without touching what was
+/// allocated: RowGuid, item, account and the two amounts stay. The voucher is the one that the collection names.
 void RefreshColFromVoucher(Connection& objCon, CashFlowCollection& collection);
 
 /// Shows of a voucher's lines only the one that a row belongs to. Error 3001 if the row has no line number.

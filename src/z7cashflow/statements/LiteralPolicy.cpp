@@ -25,7 +25,7 @@ bool hasSignAt(std::string_view text, std::size_t at) {
     return at < text.size() && (text[at] == '+' || text[at] == '-');
 }
 
-// Where the digits and the decimal point end that begin at a place; the place itself if there is no digit.
+// Where the digits and the decimal point that begin at a position end; the position itself if there is no digit.
 std::size_t skipDecimal(std::string_view text, std::size_t at) {
     const std::size_t point = skipDigits(text, at);
     if (point == text.size() || text[point] != '.') {

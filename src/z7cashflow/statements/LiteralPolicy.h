@@ -16,10 +16,10 @@ struct Place {
     std::string_view name;      ///< what the place holds, such as "ccode"
 };
 
-/// Error 10020 (statementRefused) unless a text can stand between quotes as it is.
+/// Error 10020 (statementRefused) unless a text can go between quotes as it is.
 void requireText(std::string_view text, const Place& place);
-/// Error 10020 unless a text is one number: digits with one decimal point at most, with a sign, an exponent and blanks around it
-/// where it has them.
+/// Error 10020 unless a text is one number: digits with one decimal point at most, with a sign, an exponent and blanks
+/// around it where it has them.
 void requireNumber(std::string_view text, const Place& place);
 /// Error 10020 unless a text is the name of a table, in one to three parts.
 void requireTableName(std::string_view text, const Place& place);

@@ -14,7 +14,7 @@
 
 // The statements of the library, each once, as constants in the headers of this folder. To add one:
 //   1. Write an entry beside those of its trade: inline constexpr Statement<places...> name{"name", "text"}. Every place of the
-//      text is a word in braces; the types of the places stand in the order of the text. A VoucherKey fills three places in
+//      text is a word in braces; the types of the places follow the order of the text. A VoucherKey fills three places in
 //      a row: period, kind and number. A text that does not fit its places does not compile.
 //   2. Test its text letter by letter in tests/statements; scripts/check_statements.py fails until its name occurs there.
 //   3. Run filled(statements::name, values...), which is declared in model/filled.h and applies the login's policy.
@@ -40,8 +40,8 @@ void appendSlot(std::string& out, LiteralPolicy policy, const Place& place, cons
 /// A statement as a text with places that are yet to be filled, each with a value of its type.
 template <class... Places> class Statement {
 public:
-    /// A text with its places in braces, such as "select * from dsign where isignseq={kind}". Text places stand between quotes, all
-    /// others outside them; else the constant does not compile.
+    /// A text with its places in braces, such as "select * from dsign where isignseq={kind}". Text places go between
+    /// quotes, all others outside them; else the constant does not compile.
     constexpr Statement(std::string_view name, std::string_view text) : name_(name) {
         constexpr std::array<bool, slots + 1> isText{textSlots()};
         bool quoted = false;
@@ -57,7 +57,7 @@ public:
                 }
                 const bool enclosed = text[at - 1] == '\'' && end + 1 < text.size() && text[end + 1] == '\'';
                 if (isText[slot] != quoted || quoted != enclosed) {
-                    throw "a text stands alone between its quotes, every other value outside quotes";
+                    throw "a text is alone between its quotes, every other value is outside quotes";
                 }
                 places_[slot] = {name, text.substr(at + 1, end - at - 1)};
                 pieces_[slot++] = text.substr(begin, at - begin);

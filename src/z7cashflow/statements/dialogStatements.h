@@ -13,7 +13,7 @@ inline constexpr Statement<Table, Number, VoucherKey, Number> lineSummary{
 inline constexpr Statement<Table, Number> keylessLineSummary{"keylessLineSummary",
                                                              "select cdigest from {table} where inid ={inid}"};
 
-/// Whether rows stand on cash-flow accounts.
+/// Whether rows belong to the lines of cash-flow accounts.
 inline constexpr Statement<> cashCodeOption{
     "cashCodeOption", "select cvalue from accinformation where csysid=N'GL'  and cname='bCashCode' "};
 /// Whether an account is a cash-flow account of a year.
@@ -38,8 +38,8 @@ inline constexpr Statement<Table, Text> linesOfAccount{"linesOfAccount",
 
 inline constexpr Statement<Text> cashFlowItem{"cashFlowItem", "select * from fitemss98 where citemcode=N'{code}'"};
 
-/// The entry lines that rows can belong to. bCashItem is "1 ", with a blank, or "0". Another condition may follow, after " and " or,
-/// of a keyless table, " where ".
+/// The entry lines that rows can belong to. bCashItem is "1 ", with a blank, or "0". Another condition may follow,
+/// after " and " or, of a keyless table, " where ".
 inline constexpr Statement<Table, Number, VoucherKey> referenceLines{
     "referenceLines", "select  cast(0 as bit) as bRefSelectColumn,inid,a.ccode,md,mc from {table} a"
                       " inner join gl_v_code on a.ccode=gl_v_code.ccode and gl_v_code.bCashItem={bCashItem}"

@@ -8,13 +8,13 @@
 #include <string>
 #include <string_view>
 
-// What stands in the places of a statement. Places refer to the texts that they are made of, so they live no longer than the
+// The values of a statement's places. Places refer to the texts that they are made of, so they live no longer than the
 // call that fills the statement.
 
 namespace z7::cashflow::statements {
 
-/// A number: an integer of the program, or a text that came from a row, a login or a document and goes in as it is. A truth value
-/// is 1 or 0.
+/// A number: an integer of the program, or a text that came from a row, a login or a document and goes in as it is. A
+/// truth value is 1 or 0.
 class Number {
 public:
     template <std::integral T> Number(T value) : integer_(static_cast<std::int64_t>(value)), isText_(false) {}

@@ -8,7 +8,7 @@ namespace z7::cashflow {
 /// A point in time of the accounting calendar, without a time zone: the number of days since
 /// 1899-12-30, the time of day as the fraction. 2013-01-05 is 41279.0, noon of that day 41279.5.
 ///
-/// The value 2.0, which is 1900-01-01, stands for "no date" wherever a voucher's date is told.
+/// The value 2.0, which is 1900-01-01, means "no date" wherever a voucher's date is given.
 class Date {
 public:
     /// 1899-12-30, the date of day number 0.

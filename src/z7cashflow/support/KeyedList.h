@@ -68,7 +68,7 @@ public:
     /// Appends under a key. Error 457 if the key is there already; the list then stays as it was.
     void append(std::string_view key, T value) { insertAt(entries_.size(), key, std::move(value)); }
 
-    /// Puts an element in front of the one whose key is before. Error 5 if there is no such key, 457 if the new
+    /// Inserts an element in front of the one whose key is before. Error 5 if there is no such key, 457 if the new
     /// key is there already; the list then stays as it was.
     void insertBefore(std::string_view before, std::string_view key, T value) {
         insertAt(position(before), key, std::move(value));

@@ -14,22 +14,23 @@ namespace z7::cashflow {
 
 struct XmlTree;
 
-/// A node of a document: an element, or a piece of text, a remark or the like, which has neither attributes nor child nodes.
-/// It keeps its document alive.
+/// A node of a document: an element, or a piece of text, a remark or the like, which has neither attributes nor child
+/// nodes. It keeps its document alive.
 class XmlNode {
 public:
-    /// The element's name without any prefix; empty for a node that is no element.
+    /// The element's name without any prefix; empty for a node that is not an element.
     [[nodiscard]] std::string baseName() const;
-    /// The child nodes in document order. White space between elements is no node.
+    /// The child nodes in document order. White space between elements does not count as a node.
     [[nodiscard]] std::vector<XmlNode> childNodes() const;
-    /// Hands the attributes over in document order, each with its local name without any prefix and its text; none for a node
-    /// that is no element. Declarations of namespaces count as attributes.
+    /// Passes the attributes in document order, each with its local name without any prefix and its text; none for a
+    /// node that is not an element. Declarations of namespaces count as attributes.
     void eachAttribute(const std::function<void(std::string_view baseName, std::string_view text)>& take) const;
     /// The text of the attribute of exactly this name, prefix included; nothing if there is none.
     [[nodiscard]] std::optional<std::string> attribute(std::string_view nodeName) const;
     /// The texts at and below this node in document order, without blanks at either end.
     [[nodiscard]] std::string text() const;
-    /// The elements below this one that a path of names without prefixes leads to, such as "rows/row", in document order.
+    /// The elements below this one that a path of names without prefixes leads to, such as "rows/row", in document
+    /// order.
     [[nodiscard]] std::vector<XmlNode> selectNodes(std::string_view path) const;
 
 private:
@@ -43,12 +44,13 @@ private:
 
 /// A parsed XML document.
 ///
-/// The text is UTF-8 whatever its declaration says. Refused are: anything not well-formed, two attributes of one name, an
-/// undeclared prefix, an unknown entity, entities that hold more than text or add more than 16 MiB to the document (each use counts
-/// 64 bytes more than it adds), nesting beyond 256 levels, 2 GiB of text, 10,000,000 bytes in one value, 512 attributes on an
-/// element, 512 quoted values in all declarations, 64 prefixes that are known at one place, and more markup than an honest writer
-/// needs: 2,097,152 attributes or one in five bytes, 1,048,576 tags or one in nine bytes, whichever is more. Nothing is read from
-/// files or the network: a text that refers to something outside is refused too. A byte-order mark at the beginning is left aside.
+/// The text is UTF-8 whatever its declaration says. Refused are: anything not well-formed, two attributes of one name,
+/// an undeclared prefix, an unknown entity, entities that hold more than text or add more than 16 MiB to the document
+/// (each use counts 64 bytes more than it adds), nesting beyond 256 levels, 2 GiB of text, 10,000,000 bytes in one
+/// value, 512 attributes on an element, 512 quoted values in all declarations, 64 prefixes that are known at one place,
+/// and more markup than an honest writer needs: 2,097,152 attributes or one in five bytes, 1,048,576 tags or one in
+/// nine bytes, whichever is more. Nothing is read from files or the network: a text that refers to something outside is
+/// refused too. A byte-order mark at the beginning is left aside.
 class XmlDocument {
 public:
     /// The document, or nothing if the text is refused; why, with its line, goes to the explanation if one is wanted.

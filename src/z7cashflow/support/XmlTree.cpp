@@ -28,11 +28,12 @@ const char* chars(const xmlChar* text) { return reinterpret_cast<const char*>(te
 constexpr int parseOptions = XML_PARSE_NONET | XML_PARSE_NOENT | XML_PARSE_NOERROR | XML_PARSE_NOWARNING |
                              XML_PARSE_NOCDATA | XML_PARSE_IGNORE_ENC;
 
-// As far as the parser's own counters reach. The memory of a document stays within a multiple of its text, which its owner holds
-// already, so that whoever takes texts from elsewhere bounds them there.
+// As far as the parser's own counters reach. The memory of a document stays within a multiple of its text, which its
+// owner holds already, so that whoever takes texts from elsewhere bounds them there.
 constexpr std::size_t maxDocumentSize = std::numeric_limits<std::int32_t>::max();
 
-// What a document may say more than once by declaring it: bytes out of entities and of attributes that come by themselves.
+// What a document may say more than once by declaring it: bytes out of entities and of attributes that come by
+// themselves.
 constexpr std::size_t expansionBudget = std::size_t{16} << 20U;
 
 /// Puts a tree together as the parser comes by its parts.
@@ -119,8 +120,9 @@ struct Reading {
 
 Reading& readingOf(void* context) { return *static_cast<Reading*>(static_cast<xmlParserCtxt*>(context)->_private); }
 
-// Feeds the parser piece by piece: handed over whole, a text would count as one long look-ahead, which its guards end at
-// ten million bytes. Behind an error the parser would go on and complain of every byte of a broken text, so it gets no more.
+// Feeds the parser piece by piece: handed over whole, a text would count as one long look-ahead, which its guards end
+// at ten million bytes. Behind an error the parser would go on and complain of every byte of a broken text, so it gets
+// no more.
 int readFromText(void* context, char* buffer, int size) {
     auto* reading = static_cast<Reading*>(context);
     if (reading->refused) {
@@ -131,8 +133,8 @@ int readFromText(void* context, char* buffer, int size) {
     return static_cast<int>(taken);
 }
 
-// Counts the tags of a text and the quoted values in them, before the parser sees it: the parser compares each attribute of
-// an element with all others, so that some ten thousand of them would keep it for minutes.
+// Counts the tags of a text and the quoted values in them, before the parser sees it: the parser compares each
+// attribute of an element with all others, so that some ten thousand of them would keep it for minutes.
 class MarkupCount {
 public:
     /// Nothing if the text has more markup than an honest writer of its length could need.
@@ -154,31 +156,32 @@ public:
     [[nodiscard]] std::size_t values() const noexcept { return values_; }
 
 private:
-    // Any text may have as much markup as 32,767 lines of 64 attributes each. Beyond that the length decides: rows that were written
-    // by us can always be read, however many they are, and a document of bare markup cannot cost many times its text.
+    // Any text may have as much markup as 32,767 lines of 64 attributes each. Beyond that the length decides: rows that
+    // were written by us can always be read, however many they are, and a document of bare markup cannot cost many
+    // times its text.
     static constexpr std::size_t valuesOfAnyText = std::size_t{1} << 21U;
     static constexpr std::size_t tagsOfAnyText = std::size_t{1} << 20U;
     static constexpr std::size_t shortestField = std::string_view("a='' ").size();
     static constexpr std::size_t shortestRow = std::string_view("<row />\r\n").size();
     static constexpr std::size_t mostValuesOfTag = 512;
 
-    static std::size_t behind(std::string_view text, std::size_t from, std::string_view end) {
+    static std::size_t after(std::string_view text, std::size_t from, std::string_view end) {
         const std::size_t found = text.find(end, from);
         return found == std::string_view::npos ? text.size() : found + end.size();
     }
 
-    // Gives the place behind the markup that begins at a place, or where other markup begins inside it.
+    // Returns the position after the markup that begins at a position, or where other markup begins inside it.
     std::size_t markup(std::string_view text, std::size_t at) {
         valuesOfTag_ = 0;
         const std::string_view rest = text.substr(at);
         if (rest.starts_with("<!--")) {
-            return behind(text, at + 4, "-->");
+            return after(text, at + 4, "-->");
         }
         if (rest.starts_with("<![CDATA[")) {
-            return behind(text, at, "]]>");
+            return after(text, at, "]]>");
         }
         if (rest.starts_with("<?")) {
-            return behind(text, at, "?>");
+            return after(text, at, "?>");
         }
         const std::size_t end = tag(text, at + 1);
         values_ += valuesOfTag_;
@@ -196,7 +199,7 @@ private:
             }
             if (c == '\'' || c == '"') {
                 ++valuesOfTag_;
-                at = behind(text, at, std::string_view(&c, 1));
+                at = after(text, at, std::string_view(&c, 1));
             }
         }
         return at;
@@ -316,8 +319,8 @@ xmlEntity* refuseUnknownEntities(void* context, const xmlChar* name) {
     return entity;
 }
 
-// Adds to the tree. No exception may pass through the parser, which is C: that memory has run out is noted, and said once the parser
-// has returned.
+// Adds to the tree. No exception may pass through the parser, which is C: that memory has run out is noted, and said
+// once the parser has returned.
 template <class Addition> void build(void* context, Addition&& addition) {
     try {
         addition(readingOf(context).builder);
@@ -327,7 +330,7 @@ template <class Addition> void build(void* context, Addition&& addition) {
     }
 }
 
-// The names of the attributes of the tag that the parser has just read, as they stand in the text. No value holds a "<".
+// The names of the attributes of the tag that the parser has just read, as written in the text. No value holds a "<".
 std::vector<std::string_view> namesInTag(xmlParserCtxt& parser, std::string_view text) {
     const auto end = std::min(static_cast<std::size_t>(std::max(xmlByteConsumed(&parser), 0L)), text.size());
     const std::size_t begin = end == 0 ? std::string_view::npos : text.rfind('<', end - 1);
@@ -367,7 +370,8 @@ struct SaidAttribute {
     }
 };
 
-// The parser tells the declarations of namespaces apart from the other attributes: puts all in the order of the document.
+// The parser reports the declarations of namespaces apart from the other attributes: puts all in the order of the
+// document.
 void orderAsWritten(std::vector<SaidAttribute>& said, const std::vector<std::string_view>& names) {
     const auto placeOf = [&names](const SaidAttribute& attribute) {
         return std::find(names.begin(), names.end(), attribute.nodeName()) - names.begin();
@@ -378,8 +382,8 @@ void orderAsWritten(std::vector<SaidAttribute>& said, const std::vector<std::str
 
 void startElement(void* context, const xmlChar* name, const xmlChar* /*prefix*/, const xmlChar* uri, int namespaceCount,
                   const xmlChar** namespaces, int attributeCount, int defaultedCount, const xmlChar** attributes) {
-    // Each attribute is five pointers: name, prefix, namespace, and the value's begin and end. Those that the document does
-    // not say but declares come last: they count, and are left out.
+    // Each attribute is five pointers: name, prefix, namespace, and the value's begin and end. Those that the document
+    // does not say but declares come last: they count, and are left out.
     constexpr std::size_t pointers = 5;
     const auto count = static_cast<std::size_t>(attributeCount);
     const std::size_t saidCount = count - static_cast<std::size_t>(defaultedCount);
@@ -433,10 +437,11 @@ void comment(void* context, const xmlChar* /*text*/) {
 void instruction(void* context, const xmlChar* target, const xmlChar* /*text*/) { comment(context, target); }
 
 // A document is what its text says, not much more than its text, and nothing that it would fetch from elsewhere. The
-// parser tells what it finds and makes no tree of its own, which would cost as much again as the parse.
+// parser reports what it finds and builds no tree of its own, which would cost as much again as the parse.
 void prepare(xmlParserCtxt& parser, Reading& reading) {
     parser._private = &reading;
-    // Complaints quote the document: they stay off the error stream. (Their type differs between versions of the parser.)
+    // Complaints quote the document: they stay off the error stream. (Their type differs between versions of the
+    // parser.)
     parser.sax->serror = [](void* context, auto* error) {
         Reading& reading = readingOf(context);
         if (error->level >= XML_ERR_ERROR) {
@@ -486,7 +491,7 @@ std::shared_ptr<const XmlTree> XmlTree::read(std::string_view text, Explanation&
         throw std::bad_alloc();
     }
     auto tree = std::make_shared<XmlTree>(reading.builder.take());
-    // Errors of namespaces leave a document behind; it is refused all the same.
+    // After an error of namespaces there is a document, which is refused all the same.
     if (!document || parser->wellFormed == 0 || parser->nsWellFormed == 0 || tree->nodes.empty()) {
         note(parser.get(), Reason::xmlNotWellFormed);
         why = std::move(reading.why);

@@ -239,7 +239,7 @@ std::optional<double> readNumber(std::string_view text) {
         negative = text.front() == '-';
         text.remove_prefix(1);
     }
-    // Thousands commas may stand between digits of the whole part.
+    // Thousands commas are allowed between digits of the whole part.
     std::size_t wholeEnd = 0;
     while (wholeEnd < text.size() && (isDigit(text[wholeEnd]) || text[wholeEnd] == ',')) {
         ++wholeEnd;
@@ -320,11 +320,11 @@ std::optional<Date> readDate(std::string_view text) {
         if (!isBlank(text.front())) {
             return std::nullopt;
         }
-        const auto told = readTime(trimmed(text));
-        if (!told) {
+        const auto given = readTime(trimmed(text));
+        if (!given) {
             return std::nullopt;
         }
-        time = *told;
+        time = *given;
     }
     try {
         return Date::fromCivil(*year, *month, *day, time.hour, time.minute, time.second);

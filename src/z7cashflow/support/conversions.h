@@ -9,25 +9,25 @@
 
 /// Conversions between values and texts. They follow one table of rules and depend on no locale and no time zone.
 ///
-/// Numbers read strictly: blanks around, a sign, thousands commas, a fraction, an exponent; anything else is no number.
-/// A boolean counts as 0 or -1 where a number is wanted, a date as its day number.
+/// Numbers read strictly: blanks around, a sign, thousands commas, a fraction, an exponent; anything else is not a
+/// number. A boolean counts as 0 or -1 where a number is wanted, a date as its day number.
 namespace z7::cashflow {
 
 /// The text of a value: null fails with error 94; a number has at most 15 significant digits, no exponent
 /// between 1E-15 and 1E15 and "." as its decimal sign; a boolean is "True" or "False"; a date is "yyyy-mm-dd", with
 /// " hh:mm:ss" only where there is a time.
 [[nodiscard]] std::string toText(const Variant& value);
-/// As toText, but null gives the empty text.
+/// As toText, but null becomes the empty text.
 [[nodiscard]] std::string toTextOrEmpty(const Variant& value);
-/// The text that toText gives a number.
+/// The text of a number, as by toText.
 [[nodiscard]] std::string numberText(double value);
 
-/// Integers: a number is rounded half to even. Error 6 if the result is out of range, 13 if the text is no number,
+/// Integers: a number is rounded half to even. Error 6 if the result is out of range, 13 if the text is not a number,
 /// 94 for null.
 [[nodiscard]] std::uint8_t toByte(const Variant& value);
 [[nodiscard]] std::int16_t toInt16(const Variant& value);
 [[nodiscard]] std::int32_t toInt32(const Variant& value);
-/// Error 13 if the text is no number, 94 for null, 6 if the number is beyond what a double holds.
+/// Error 13 if the text is not a number, 94 for null, 6 if the number is beyond what a double holds.
 [[nodiscard]] double toDouble(const Variant& value);
 /// A text reads as true or false in any letter case, or as a number, of which 0 is false; any other text is error 13,
 /// null is error 94.
@@ -40,8 +40,8 @@ namespace z7::cashflow {
 [[nodiscard]] std::optional<double> readNumber(std::string_view text);
 /// The number that a text begins with, 0 if it begins with none: "12a" is 12. Commas end the number.
 [[nodiscard]] double leadingNumber(std::string_view text);
-/// A date written year first (yyyy-m-d, yyyy/m/d or yyyy.m.d with an optional h:mm or h:mm:ss behind it), a valid day, blanks
-/// around allowed; nothing for any other text, such as digits alone, day-first forms and times alone.
+/// A date written year first (yyyy-m-d, yyyy/m/d or yyyy.m.d optionally followed by h:mm or h:mm:ss), a valid day,
+/// blanks around allowed; nothing for any other text, such as digits alone, day-first forms and times alone.
 [[nodiscard]] std::optional<Date> readDate(std::string_view text);
 
 /// True if two values mean the same: as numbers if both read as numbers, else as texts, case included.
@@ -63,7 +63,7 @@ namespace z7::cashflow {
 /// The first count characters of a UTF-8 text, or all of it if it has fewer.
 [[nodiscard]] std::string_view leftCharacters(std::string_view text, std::size_t count) noexcept;
 
-/// As much of a text as a message shows of it: 60 characters, and "..." behind them if there are more.
+/// As much of a text as a message shows of it: 60 characters, followed by "..." if there are more.
 [[nodiscard]] std::string shortened(std::string_view text);
 
 } // namespace z7::cashflow

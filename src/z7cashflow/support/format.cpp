@@ -11,7 +11,7 @@ namespace {
 
 struct Pattern {
     std::size_t minWhole = 0;    ///< digits in front of the point at least
-    std::size_t minDecimals = 0; ///< digits behind the point at least
+    std::size_t minDecimals = 0; ///< least number of digits after the decimal point
     std::size_t maxDecimals = 0;
     bool point = false;
     bool grouped = false;
@@ -34,7 +34,7 @@ Pattern parsePattern(std::string_view text) {
     return pattern;
 }
 
-// The digits in front of and behind the point.
+// The digits before and after the decimal point.
 struct Split {
     std::string whole;
     std::string decimals;

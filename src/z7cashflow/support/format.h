@@ -12,7 +12,7 @@ namespace z7::cashflow {
 /// 0 is ".00" under "#.00".
 ///
 /// Rounds half away from zero on the 15-digit decimal text of the number. A result that shows zero has no sign.
-/// Null gives the empty text, and a text that is no number comes back unchanged.
+/// Null becomes the empty text, and a text that is not a number is returned unchanged.
 [[nodiscard]] std::string format(const Variant& value, std::string_view pattern);
 
 } // namespace z7::cashflow

@@ -64,7 +64,7 @@ GuidSource systemGuidSource() {
             if (!*generator) {
                 *generator = seededGenerator();
             }
-        } catch (const std::exception&) { // no source of randomness is told as such, not as a failure
+        } catch (const std::exception&) { // the caller reports that no randomness is available
             return std::nullopt;
         }
         std::array<std::uint8_t, 16> bytes{};

@@ -8,12 +8,12 @@
 
 namespace z7::cashflow {
 
-/// Gives 16 new random bytes, or nothing if there are none to be had. Replaceable, so that a test or a host can
+/// Returns 16 new random bytes, or nothing if none are available. Replaceable, so that a test or a host can
 /// make texts that repeat.
 using GuidSource = std::function<std::optional<std::array<std::uint8_t, 16>>()>;
 
-/// A generator that is seeded with 256 random bits of the operating system at its first use. It makes names that do not
-/// meet, not secrets.
+/// A generator that is seeded with 256 random bits of the operating system at its first use. It produces unique
+/// names and is not suitable for secrets.
 [[nodiscard]] GuidSource systemGuidSource();
 
 /// A text of upper-case hexadecimal digits, new each time, that is safe as a part of a table's name. It has at most 40

@@ -7,10 +7,11 @@
 
 namespace z7::cashflow {
 
-/// Fills the places {0}, {1} ... of a text. A place without an argument stays as it is, and so does a brace that marks no place.
+/// Fills the places {0}, {1} ... of a text. A place without an argument stays as it is, and so does a brace that marks
+/// no place.
 [[nodiscard]] std::string fillPlaces(std::string_view text, const std::vector<std::string>& arguments);
 
-/// The numbers of the places of a text, in the order in which they stand.
+/// The numbers of the places of a text, in the order of the text.
 [[nodiscard]] std::vector<std::size_t> placesOf(std::string_view text);
 
 } // namespace z7::cashflow
