@@ -16,6 +16,7 @@
 #include <cmath>
 #include <map>
 #include <set>
+#include <tuple>
 
 namespace z7::cashflow::host {
 namespace {
@@ -122,15 +123,18 @@ const std::map<std::string, std::pair<std::string, int>>& particularVouchers() {
         {"2024/7/2/11", {"refused", 10008}},  // a stored row of a line that is gone
         {"2024/7/2/12", {"refused", 10009}},  // a stored row of 400 for a line of 450
         {"2024/8/2/10", {"stored", 0}},       // the loan paid back with interest
+        {"2024/8/2/11", {"stored", 0}},       // too much paid, taken back in red: negative on both sides
         {"2024/8/1/6", {"no-cash", 0}},       // the bank account is closed
         {"2024/1/3/8", {"no-cash", 0}},       // the same, on the credit side
         {"2024/9/1/6", {"nothing", 0}},       // booked on a bank account that is no end-level account
         {"2024/9/2/10", {"refused", 10009}},  // no template for this account and side
         {"2024/10/1/6", {"stored", 0}},       // equipment sold
+        {"2024/10/1/7", {"stored", 0}},       // a receipt taken back in red: a negative debit of the bank
         {"2024/6/3/8", {"nothing", 0}},       // three cash lines that cancel out
         {"2024/10/3/8", {"nothing", 0}},      // two cash lines that cancel out, beside two others
         {"2024/11/1/6", {"refused", 10009}},  // the other account is closed, so its line does not count
         {"2024/11/2/10", {"refused", 10009}}, // a budget line with a template counts twice
+        {"2024/11/2/11", {"stored", 0}},      // a red line beside a black one on the same account
         {"2024/12/1/6", {"refused", 94}},     // a cash line without a credit amount
         {"2024/12/2/10", {"stored", 0}},      // rows stored before that meet the voucher
     };
@@ -143,7 +147,7 @@ TEST(SampleData, EveryVoucherBalancesToTheCent) {
     for (const Record& line : tables.at("gl_accvouch")) {
         balance[keyOf(line)] += cents(line.at("md")) - cents(line.at("mc"));
     }
-    EXPECT_EQ(balance.size(), 301U);
+    EXPECT_EQ(balance.size(), 304U);
     for (const auto& [voucher, difference] : balance) {
         EXPECT_EQ(difference, 0) << voucher;
     }
@@ -224,12 +228,13 @@ TEST_F(SampleCompanyTest, EveryVoucherComesToTheOutcomeThatItsLinesGive) {
         EXPECT_FALSE(result.contains("error")) << voucher;
     }
     // Twelve months of 14 vouchers with cash, 2 moves and 7 without cash, and the particular ones.
-    EXPECT_EQ(counts["stored"], 12 * 14 + 10);
+    EXPECT_EQ(counts["stored"], 12 * 14 + 13);
     EXPECT_EQ(counts["nothing"], 12 * 2 + 3);
     EXPECT_EQ(counts["no-cash"], 12 * 7 + 2);
     EXPECT_EQ(counts["refused"], 10);
-    // A month's receipts give 2+1+2+1+1 rows and its payments 1+2+1+1+1+1+1+1+2; the particular ones give 12.
-    EXPECT_EQ(rows, 12 * (7 + 11) + 12);
+    // A month's receipts give 2+1+2+1+1 rows and its payments 1+2+1+1+1+1+1+1+2; the particular ones give 12,
+    // and the three with red lines 1, 1 and 2.
+    EXPECT_EQ(rows, 12 * (7 + 11) + 12 + 4);
 }
 
 TEST_F(SampleCompanyTest, ASecondAllotmentChangesNothingButTheGuids) {
@@ -240,8 +245,8 @@ TEST_F(SampleCompanyTest, ASecondAllotmentChangesNothingButTheGuids) {
     EXPECT_EQ(second.out, first.out);
     EXPECT_EQ(storedRows(database, false), rows);
     EXPECT_NE(storedRows(database, true), guids);
-    // What was there of refused vouchers stays: their 4 rows beside the 228 stored ones.
-    EXPECT_EQ(rows.size(), 228U + 4U);
+    // What was there of refused vouchers stays: their 4 rows beside the 232 stored ones.
+    EXPECT_EQ(rows.size(), 232U + 4U);
 }
 
 TEST_F(SampleCompanyTest, ADryRunTellsTheSameAndChangesNothing) {
@@ -280,7 +285,26 @@ TEST_F(SampleCompanyTest, StoredRowsMatchTheirVouchersAfterwards) {
             EXPECT_NE(state.at("matched"), true) << voucher;
         }
     }
-    EXPECT_EQ(looked, 178);
+    EXPECT_EQ(looked, 181);
+}
+
+// A red line lowers what its own side moved; it is not booked on the other side.
+TEST_F(SampleCompanyTest, RedLinesGiveNegativeRowsOnTheirOwnSide) {
+    ASSERT_EQ(run({"allot", "--year", "2024", "--period", "8-11", "--quiet"}).exitCode, 1);
+    using Row = std::tuple<std::string, std::string, double, double>; // account, item, debit, credit
+    const std::map<std::string, std::vector<Row>> expected{
+        {"2024/8/2/11", {{"2202", "0111", -300.0, 0.0}}},
+        {"2024/10/1/7", {{"1122", "0101", 0.0, -500.0}}},
+        {"2024/11/2/11", {{"2211", "0112", 400.0, 0.0}, {"2211", "0112", -100.0, 0.0}}},
+    };
+    for (const auto& [voucher, rows] : expected) {
+        const Json stored = Json::parse(run({"rows", voucher, "--json"}).out);
+        std::vector<Row> found;
+        for (const Json& row : stored) {
+            found.emplace_back(row.at("ccode"), row.at("cCashItem"), row.at("md"), row.at("mc"));
+        }
+        EXPECT_EQ(found, rows) << voucher;
+    }
 }
 
 TEST_F(SampleCompanyTest, TheAccountingSystemOfTheSettingsKeepsBudgetLinesOut) {

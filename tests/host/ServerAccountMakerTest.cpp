@@ -102,13 +102,13 @@ TEST_F(ServerAccountMakerTest, MakesAnEmptyAccountStatementByStatement) {
 TEST_F(ServerAccountMakerTest, FillsItWithTheSampleCompany) {
     const ServerAccount account = make(tableFilesOfSample(), {"bCashCode=true"});
     EXPECT_EQ(account.loaded.tables, 11);
-    EXPECT_EQ(account.loaded.records, 918);
+    EXPECT_EQ(account.loaded.records, 925);
     std::size_t rows = server.content.at("zqsystem").at("ua_period").rows.size();
     EXPECT_EQ(rows, 24U);
     for (const auto& [name, table] : server.content.at("company")) {
         rows += table.rows.size();
     }
-    EXPECT_EQ(rows, 918U + 1U) << "and the option";
+    EXPECT_EQ(rows, 925U + 1U) << "and the option";
     EXPECT_THAT(server.content.at("company").at("accinformation").rows.back(),
                 ElementsAre("GL", "bCashCode", "True", "(null)"));
     EXPECT_THAT(server.content.at("company").at("sales_voucher").rows, Not(IsEmpty()));
