@@ -56,6 +56,13 @@ protected:
         return toInt32(connection.Execute(query)->Fields().Item(0));
     }
 
+    void execute(const std::string& statement) const {
+        sqlite::Connection connection;
+        connection.Open(sqlite::connectionString(database, 2024));
+        connection.Execute(statement);
+        connection.Close();
+    }
+
     static std::string contentOf(const std::filesystem::path& path) {
         std::ifstream file(path, std::ios::binary);
         std::ostringstream text;
@@ -198,6 +205,42 @@ TEST_F(XmlCommandsTest, OutsideRefusesWhatIsNotThereOrHostile) {
     EXPECT_EQ(hostile.exitCode, 1);
     EXPECT_EQ(Json::parse(hostile.out).at("error").at("number"), 10020);
     EXPECT_EQ(number(rowsOfInvoice), 0);
+}
+
+// The reading join hides a row whose item is not in the list, so nothing may be called stored.
+TEST_F(XmlCommandsTest, OutsideSaveRefusesAnItemThatIsNotThereAndStoresNothing) {
+    ASSERT_EQ(outside("save", "sales_voucher", invoice).exitCode, 0);
+    const std::string item = "select count(*) from gl_cashtable where iYear=2024 and iPeriod=3 and iSignSeq=1 and "
+                             "iNo_id=2 and cCashItem=N'0101'";
+    std::string document = outside("rows", "sales_voucher", invoice, {"--xml", "-"}).out;
+    const std::size_t at = document.find("cCashItem='0101'");
+    ASSERT_NE(at, std::string::npos) << document;
+    document.replace(at, 16, "cCashItem='9999'");
+    const std::string file = scratch.write("rows.xml", document).string();
+    const RunResult refused = outside("save", "sales_voucher", invoice, {"--xml", file, "--json"});
+    EXPECT_EQ(refused.exitCode, 1) << refused.out;
+    EXPECT_EQ(Json::parse(refused.out).at("error").at("number"), 10022);
+    EXPECT_EQ(Json::parse(refused.out).at("rows"), 0);
+    const RunResult told = outside("save", "sales_voucher", invoice, {"--xml", file});
+    EXPECT_THAT(told.err, HasSubstr("9999"));
+    EXPECT_EQ(number(item), 1) << "the rows that were stored before are there";
+    execute("delete from gl_cashtable");
+    execute("delete from fitemss98 where citemcode=N'0101'");
+    EXPECT_EQ(outside("save", "sales_voucher", invoice).exitCode, 1) << "the template's item";
+    EXPECT_EQ(number(rowsOfInvoice), 0);
+}
+
+TEST_F(XmlCommandsTest, OutsideSaveRefusesADocumentThatIsNotOneOfRows) {
+    ASSERT_EQ(outside("save", "sales_voucher", invoice).exitCode, 0);
+    execute("update accinformation set cvalue=N'False' where cname=N'bXJLL'");
+    const std::string page = scratch.write("page.html", "<html><body>x</body></html>").string();
+    const RunResult refused = outside("save", "sales_voucher", invoice, {"--xml", page, "--json"});
+    EXPECT_EQ(refused.exitCode, 1);
+    EXPECT_EQ(Json::parse(refused.out).at("error").at("number"), 10023);
+    const std::string broken = scratch.write("broken.xml", "<root><rows>").string();
+    const RunResult unparsed = outside("save", "sales_voucher", invoice, {"--xml", broken, "--json"});
+    EXPECT_EQ(Json::parse(unparsed.out).at("error").at("number"), 1002);
+    EXPECT_EQ(number(rowsOfInvoice), 1);
 }
 
 TEST_F(XmlCommandsTest, SampleXmlWritesDocumentsThatTheOtherCommandsTake) {

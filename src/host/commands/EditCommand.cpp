@@ -7,7 +7,7 @@
 #include "host/commands/savedVoucher.h"
 #include "host/desktop/Desktop.h"
 #include "workbench/vouchers/Allotment.h"
-#include "workbench/vouchers/Transaction.h"
+#include "workbench/vouchers/OutsideAllotment.h"
 #include "z7cashflow/dialog/clsMain.h"
 #include "z7cashflow/model/modPublic.h"
 #include "z7cashflow/support/conversions.h"
@@ -19,10 +19,6 @@
 namespace z7::cashflow::host {
 
 using workbench::Allotment;
-using workbench::Outcome;
-using workbench::Refusal;
-using workbench::RowsOrigin;
-using workbench::saveInTransaction;
 using workbench::Voucher;
 using workbench::VoucherKey;
 using workbench::voucherTable;
@@ -119,7 +115,10 @@ private:
         if (!isToBeSaved(screen.CashFlowCol())) {
             return nothingSaved(output);
         }
-        return saveOutside(output, session, table, key, *screen.CashFlowCol());
+        // A document without rows stays one, while an empty text would have the rows generated.
+        const std::string rows = static_cast<IXmlSerializable&>(*screen.CashFlowCol()).Save();
+        workbench::OutsideAllotment allotment(session.connection(), session.data(), session.provider());
+        return tellSavedOutside(output, allotment.save(session.year(), table, key, rows));
     }
 
     void prepare(clsMain& screen, const GlobalOptions& options, const std::string& maker) const {
@@ -145,24 +144,6 @@ private:
         }
         output.flush();
         return exitCode::done;
-    }
-
-    static int saveOutside(Output& output, Session& session, const std::string& table, const std::string& key,
-                           CashFlowCollection& rows) {
-        std::string document = static_cast<IXmlSerializable&>(rows).Save();
-        bool checkSum = true;
-        const auto refusal = saveInTransaction(
-            session.connection(), true,
-            [&]() -> std::optional<Refusal> {
-                session.provider().Out().SaveCashFlowCol(session.connection(), table, key, &document, &checkSum);
-                return std::nullopt;
-            },
-            [&](const Error& error) {
-                return session.judge().explained(error, Voucher{}, nullptr, RowsOrigin::document);
-            });
-        const std::int32_t count = refusal ? 0 : rows.Count();
-        const Outcome outcome = refusal ? Outcome::refused : count == 0 ? Outcome::nothing : Outcome::stored;
-        return tellSavedOutside(output, {table, key, outcome, count, refusal});
     }
 
     /// The user who made the voucher; empty where the voucher does not say.

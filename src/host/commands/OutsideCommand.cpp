@@ -8,7 +8,7 @@
 #include "host/commands/arguments.h"
 #include "host/commands/savedVoucher.h"
 #include "host/work/RowsView.h"
-#include "workbench/vouchers/Transaction.h"
+#include "workbench/vouchers/OutsideAllotment.h"
 #include "workbench/vouchers/rowsDocument.h"
 #include "z7cashflow/model/modPublic.h"
 #include "z7cashflow/support/conversions.h"
@@ -19,14 +19,7 @@
 
 namespace z7::cashflow::host {
 
-using workbench::lockVoucher;
-using workbench::Outcome;
-using workbench::Refusal;
 using workbench::rowsOfDocument;
-using workbench::RowsOrigin;
-using workbench::saveInTransaction;
-using workbench::Voucher;
-using workbench::VoucherKey;
 
 namespace {
 
@@ -123,36 +116,9 @@ private:
         return matched ? exitCode::done : exitCode::refused;
     }
 
-    // Rows are stored under the number of the ledger voucher, so that is the one to keep other desks from.
-    Voucher lockLedgerVoucher(Session& session) const {
-        VoucherKey key{session.year(), 0, 0, 0};
-        Date date = Date::none();
-        session.data().GetVoucherKeyFromOut_id(session.connection(), key_, key.period, key.kind, key.number, date);
-        lockVoucher(session.connection(), key);
-        return session.judge().read(key);
-    }
-
-    int save(Output& output, Session& session, std::string document) const {
-        bool cash = false;
-        bool checkSum = true;
-        const auto refusal = saveInTransaction(
-            session.connection(), true,
-            [&]() -> std::optional<Refusal> {
-                const Voucher voucher = lockLedgerVoucher(session);
-                cash = session.data().HaveCashFlowCodeInVoucher2(session.connection(), table_, key_);
-                session.provider().Out().SaveCashFlowCol(session.connection(), table_, key_, &document, &checkSum);
-                const RowsOrigin origin = file_.empty() ? RowsOrigin::generated : RowsOrigin::document;
-                return cash ? session.judge().readBack(voucher, *rowsOfDocument(document), origin) : std::nullopt;
-            },
-            [&](const Error& error) {
-                return session.judge().explained(error, Voucher{}, nullptr, RowsOrigin::stored);
-            });
-        const std::int32_t rows = refusal || !cash ? 0 : rowsOfDocument(document)->Count();
-        const Outcome outcome = refusal     ? Outcome::refused
-                                : !cash     ? Outcome::noCash
-                                : rows == 0 ? Outcome::nothing
-                                            : Outcome::stored;
-        return tellSavedOutside(output, {table_, key_, outcome, rows, refusal});
+    int save(Output& output, Session& session, const std::string& document) const {
+        workbench::OutsideAllotment allotment(session.connection(), session.data(), session.provider());
+        return tellSavedOutside(output, allotment.save(session.year(), table_, key_, document));
     }
 
     std::string action_;

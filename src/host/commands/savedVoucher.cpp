@@ -11,6 +11,7 @@
 namespace z7::cashflow::host {
 
 using workbench::Outcome;
+using workbench::OutsideResult;
 using workbench::Refusal;
 using workbench::voucherKeyText;
 using workbench::VoucherResult;

@@ -1,11 +1,8 @@
 #pragma once
 
 #include "host/cli/Output.h"
+#include "workbench/vouchers/OutsideAllotment.h"
 #include "workbench/vouchers/VoucherResult.h"
-
-#include <cstdint>
-#include <optional>
-#include <string>
 
 namespace z7::cashflow::host {
 
@@ -19,16 +16,7 @@ namespace z7::cashflow::host {
 /// refused and people read the output; machines read the reason in the result.
 [[nodiscard]] int tellSaved(Output& output, const workbench::VoucherResult& result);
 
-/// What became of a voucher of another subsystem.
-struct OutsideResult {
-    std::string table; ///< its table
-    std::string key;   ///< its outside key
-    workbench::Outcome outcome = workbench::Outcome::refused;
-    std::int32_t rows = 0; ///< the rows that were stored; 0 unless the outcome is stored
-    std::optional<workbench::Refusal> refusal;
-};
-
 /// As tellSaved.
-[[nodiscard]] int tellSavedOutside(Output& output, const OutsideResult& result);
+[[nodiscard]] int tellSavedOutside(Output& output, const workbench::OutsideResult& result);
 
 } // namespace z7::cashflow::host

@@ -1,0 +1,46 @@
+#include "workbench/vouchers/OutsideAllotment.h"
+
+#include "workbench/vouchers/Transaction.h"
+#include "workbench/vouchers/rowsDocument.h"
+#include "z7cashflow/model/modPublic.h"
+
+namespace z7::cashflow::workbench {
+
+// Rows are stored under the number of the ledger voucher, so that is the one to keep other desks from.
+Voucher OutsideAllotment::lockLedgerVoucher(std::int16_t year, const std::string& key) {
+    VoucherKey ledger{year, 0, 0, 0};
+    Date date = Date::none();
+    data_.GetVoucherKeyFromOut_id(connection_, key, ledger.period, ledger.kind, ledger.number, date);
+    lockVoucher(connection_, ledger);
+    return judge_.read(ledger);
+}
+
+OutsideResult OutsideAllotment::save(std::int16_t year, const std::string& table, const std::string& key,
+                                     std::string document) {
+    OutsideResult result{table, key, Outcome::refused, 0, std::nullopt};
+    const bool handedIn = !document.empty();
+    const RowsOrigin origin = handedIn ? RowsOrigin::document : RowsOrigin::generated;
+    bool cash = false;
+    bool checkSum = true;
+    result.refusal = saveInTransaction(
+        connection_, true,
+        [&]() -> std::optional<Refusal> {
+            static_cast<void>(rowsOfDocument(document)); // one that cannot be parsed is refused by its own number
+            if (auto refusal = handedIn ? foreignRows(document, {}, true) : std::nullopt) {
+                return refusal;
+            }
+            modPublic::SetIYear(year); // the outside contract leaves the year to its host
+            const Voucher voucher = lockLedgerVoucher(year, key);
+            cash = data_.HaveCashFlowCodeInVoucher2(connection_, table, key);
+            provider_.Out().SaveCashFlowCol(connection_, table, key, &document, &checkSum);
+            return cash ? judge_.readBack(voucher, *rowsOfDocument(document), origin) : std::nullopt;
+        },
+        [&](const Error& error) { return judge_.explained(error, Voucher{}, nullptr, RowsOrigin::stored); });
+    if (!result.refusal) {
+        result.rows = cash ? rowsOfDocument(document)->Count() : 0;
+        result.outcome = !cash ? Outcome::noCash : result.rows == 0 ? Outcome::nothing : Outcome::stored;
+    }
+    return result;
+}
+
+} // namespace z7::cashflow::workbench

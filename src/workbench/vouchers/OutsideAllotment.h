@@ -1,0 +1,42 @@
+#pragma once
+
+#include "workbench/vouchers/Judge.h"
+#include "workbench/vouchers/VoucherResult.h"
+#include "z7cashflow/providers/VoucherProvider.h"
+
+#include <string>
+
+namespace z7::cashflow::workbench {
+
+/// What became of a voucher of another subsystem.
+struct OutsideResult {
+    std::string table; ///< its table
+    std::string key;   ///< its outside key
+    Outcome outcome = Outcome::refused;
+    std::int32_t rows = 0; ///< the rows that were stored; 0 unless the outcome is stored
+    std::optional<Refusal> refusal;
+};
+
+/// Stores the rows of vouchers of other subsystems, each in a transaction of its own, which is rolled back unless a reader finds what
+/// was stored. A refused voucher is a result; an error of the database as a whole is not, it comes out.
+class OutsideAllotment {
+public:
+    /// The connection, the data access and the provider outlive it; the connection is in no transaction. The thread's login must be set.
+    OutsideAllotment(Connection& connection, DataProvider& data, VoucherProvider& provider)
+        : connection_(connection), data_(data), provider_(provider), judge_(connection, data, provider.Gl()) {}
+
+    /// Stores the rows of a collection document in place of those of a voucher of that year; an empty document stands for the stored
+    /// rows or, where there are none, for generated ones.
+    [[nodiscard]] OutsideResult save(std::int16_t year, const std::string& table, const std::string& key,
+                                     std::string document);
+
+private:
+    [[nodiscard]] Voucher lockLedgerVoucher(std::int16_t year, const std::string& key);
+
+    Connection& connection_;
+    DataProvider& data_;
+    VoucherProvider& provider_;
+    Judge judge_;
+};
+
+} // namespace z7::cashflow::workbench
