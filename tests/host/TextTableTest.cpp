@@ -89,6 +89,45 @@ TEST(Printable, CountsColumns) {
     EXPECT_EQ(terminal::fitToWidth("abc", 0), "");
 }
 
+const std::string family = "\U0001F468\u200D\U0001F469\u200D\U0001F467"; // man, woman and girl, joined to one
+
+TEST(Printable, KeepsTheJoinerBetweenTwoEmojiAlone) {
+    EXPECT_EQ(terminal::printable(family), family);
+    const std::string toned = "\U0001F469\U0001F3FD\u200D\U0001F4BB"; // a woman of a skin tone and a computer
+    EXPECT_EQ(terminal::printable(toned), toned);
+    const std::string heart = "\u2764\uFE0F\u200D\U0001F525"; // a heart, shown as emoji, and a fire
+    EXPECT_EQ(terminal::printable(heart), heart);
+    const std::string replaced = "\xEF\xBF\xBD";
+    EXPECT_EQ(terminal::printable("a\u200D" + family), "a" + replaced + family);
+    EXPECT_EQ(terminal::printable("\U0001F468\u200Db"), "\U0001F468" + replaced + "b");
+    EXPECT_EQ(terminal::printable("\U0001F468\u200D"), "\U0001F468" + replaced) << "at the end";
+    EXPECT_EQ(terminal::printable("\u200D\U0001F468"), replaced + "\U0001F468");
+    EXPECT_EQ(terminal::printable("\U0001F468\u200D\u200D\U0001F467"),
+              "\U0001F468" + replaced + replaced + "\U0001F467");
+    EXPECT_EQ(terminal::printable("\U0001F468\u200D\xFF\U0001F467"), "\U0001F468" + replaced + replaced + "\U0001F467");
+}
+
+TEST(Printable, CountsJoinedEmojiAsOneWideCharacter) {
+    EXPECT_EQ(terminal::displayWidth(family), 2U);
+    EXPECT_EQ(terminal::displayWidth(family + family + "x"), 5U);
+    EXPECT_EQ(terminal::displayWidth("\U0001F44D\U0001F3FD"), 2U) << "a hand of a skin tone";
+    EXPECT_EQ(terminal::displayWidth("\U0001F1E8\U0001F1F3\U0001F1E9\U0001F1EA"), 4U) << "two flags";
+    EXPECT_EQ(terminal::firstCharacter(family + "x"), family);
+    EXPECT_EQ(terminal::firstCharacter("e\u0301x"), "e\u0301");
+    EXPECT_EQ(terminal::firstCharacter("\xFF\xFF"), "\xFF");
+    EXPECT_EQ(terminal::firstCharacter(""), "");
+    EXPECT_EQ(terminal::fitToWidth("a" + family + "b", 2), "a") << "never a part of a character";
+    EXPECT_EQ(terminal::fitToWidth("a" + family + "b", 3), "a" + family);
+}
+
+TEST(TextTable, AlignsJoinedEmoji) {
+    TextTable table({{"Summary", TextTable::Align::left, true}, {"End"}});
+    table.add({family, "x"});
+    table.add({"abcdefghijklm" + family + family, "x"});
+    EXPECT_EQ(table.lines()[2], family + std::string(17, ' ') + "x");
+    EXPECT_EQ(table.lines(21).back(), "abcdefghijklm" + family + "…  x") << "a cell is cut beside a character";
+}
+
 TEST(AmountText, ShowsTwoDecimalsAndThousands) {
     EXPECT_EQ(amountText(1234.5), "1,234.50");
     EXPECT_EQ(amountText(0.0), "0.00");

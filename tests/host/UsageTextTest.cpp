@@ -135,6 +135,8 @@ TEST(FoldedText, BreaksAtBlanksAndBesideWideCharacters) {
     EXPECT_THAT(foldedText("incomprehensible word", 5), ElementsAre("incomprehensible", "word"));
     EXPECT_THAT(foldedText("会计年度会计", 8), ElementsAre("会计年度", "会计"));
     EXPECT_THAT(foldedText("会计年度，会计", 8), ElementsAre("会计年", "度，会计")) << "no line begins with a comma";
+    const std::string family = "\U0001F468\u200D\U0001F467"; // two emoji joined to one
+    EXPECT_THAT(foldedText(family + family, 3), ElementsAre(family, family));
     EXPECT_THAT(foldedText("用 abc 文件", 6), ElementsAre("用 abc", "文件"));
 }
 

@@ -9,14 +9,7 @@ namespace z7::cashflow::host {
 
 namespace {
 
-/// The character that a text begins with; one byte if that is not valid.
-std::string_view firstCharacter(std::string_view text) {
-    std::size_t length = 1;
-    while (length < text.size() && (static_cast<unsigned char>(text[length]) & 0xC0U) == 0x80U) {
-        ++length;
-    }
-    return text.substr(0, length);
-}
+using terminal::firstCharacter;
 
 bool isWide(std::string_view character) { return terminal::displayWidth(character) == 2; }
 
