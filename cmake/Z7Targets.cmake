@@ -51,7 +51,7 @@ endfunction()
 # z7_embed_scripts(ADAPTER FOLDER result) puts the scripts of schema/FOLDER into an adapter: nothing is read from a folder at run
 # time. The result is the source file that holds them.
 function(z7_embed_scripts adapter folder result)
-  set(scripts account_tables.sql account_views.sql system_tables.sql)
+  set(scripts account_tables.sql account_views.sql log_tables.sql system_tables.sql)
   list(TRANSFORM scripts PREPEND ${PROJECT_SOURCE_DIR}/schema/${folder}/)
   set(output ${CMAKE_CURRENT_BINARY_DIR}/scripts.cpp)
   add_custom_command(

@@ -25,13 +25,15 @@ struct RunResult {
     }
 };
 
-/// Runs the program inside the test, away from any terminal. serverConnection stands in for the ODBC adapter's connections.
-inline RunResult runProgram(const std::vector<std::string>& arguments, const ConnectionMaker& serverConnection = {}) {
+/// Runs the program inside the test, away from any terminal. serverConnection stands in for the ODBC adapter's connections, clock
+/// for the machine's.
+inline RunResult runProgram(const std::vector<std::string>& arguments, const ConnectionMaker& serverConnection = {},
+                            const Clock& clock = {}) {
     std::istringstream in;
     std::ostringstream out;
     std::ostringstream err;
     RunResult result;
-    result.exitCode = runApplication(arguments, Console{in, out, err}, serverConnection);
+    result.exitCode = runApplication(arguments, Console{in, out, err}, serverConnection, clock);
     result.out = out.str();
     result.err = err.str();
     return result;

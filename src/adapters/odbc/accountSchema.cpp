@@ -58,8 +58,10 @@ std::vector<std::string> namesMade(const std::vector<std::string>& batches) {
 
 std::vector<std::string> accountBatches() {
     std::vector<std::string> batches = scriptBatches(scripts::account_tables);
-    const std::vector<std::string> views = scriptBatches(scripts::account_views);
-    batches.insert(batches.end(), views.begin(), views.end());
+    for (const char* script : {scripts::account_views, scripts::log_tables}) {
+        const std::vector<std::string> more = scriptBatches(script);
+        batches.insert(batches.end(), more.begin(), more.end());
+    }
     return batches;
 }
 

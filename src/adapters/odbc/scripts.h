@@ -5,6 +5,7 @@ namespace z7::cashflow::odbc::scripts {
 
 extern const char* const account_tables;
 extern const char* const account_views;
+extern const char* const log_tables;
 extern const char* const system_tables;
 
 } // namespace z7::cashflow::odbc::scripts

@@ -141,7 +141,8 @@ NewDatabase::NewDatabase(fs::path account)
       file_(folder_.path() / account_.filename()) {
     const DatabaseFiles files = databaseFiles(file_);
     createFile(files.system, systemMark, scripts::system_tables);
-    createFile(files.account, accountMark, std::string(scripts::account_tables) + scripts::account_views);
+    createFile(files.account, accountMark,
+               std::string(scripts::account_tables) + scripts::account_views + scripts::log_tables);
 }
 
 std::optional<fs::path> NewDatabase::publish(const std::function<void()>& beforeStep) {

@@ -33,6 +33,8 @@ public:
 [[nodiscard]] std::unique_ptr<Command> makeCheckCommand();
 [[nodiscard]] std::unique_ptr<Command> makeSaveCommand();
 [[nodiscard]] std::unique_ptr<Command> makeAllotCommand();
+[[nodiscard]] std::unique_ptr<Command> makeLogCommand();
+[[nodiscard]] std::unique_ptr<Command> makeUndoCommand();
 [[nodiscard]] std::unique_ptr<Command> makeVerifyCommand();
 [[nodiscard]] std::unique_ptr<Command> makeExportCommand();
 [[nodiscard]] std::unique_ptr<Command> makeImportCommand();

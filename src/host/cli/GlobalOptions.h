@@ -1,8 +1,10 @@
 #pragma once
 
 #include "adapters/odbc/Connection.h"
+#include "host/cli/localTime.h"
 #include "host/text/Language.h"
 #include "z7cashflow/ports/Connection.h"
+#include "z7cashflow/support/Date.h"
 
 #include <functional>
 #include <memory>
@@ -12,6 +14,9 @@ namespace z7::cashflow::host {
 
 /// Makes a closed connection.
 using ConnectionMaker = std::function<std::unique_ptr<Connection>()>;
+
+/// Tells the time of the desk.
+using Clock = std::function<Date()>;
 
 /// What every command takes.
 struct GlobalOptions {
@@ -26,6 +31,8 @@ struct GlobalOptions {
     std::string operatorName = "demo"; ///< name of the operator, by which voucher options are kept
     bool guard = true;                 ///< values that could change the statement that they go into are refused
     std::string accountingSystem; ///< name of the account's accounting system, such as "政府会计制度"; empty for none
+    /// The time that the log of changes notes; tests put another in its place.
+    Clock clock = localTime;
     /// Makes the connections to databases other than the embedded one; tests put another in its place.
     ConnectionMaker serverConnection = [] { return std::make_unique<odbc::Connection>(); };
 };

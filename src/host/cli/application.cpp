@@ -171,7 +171,7 @@ int guarded(const Console& console, const Language& language, const std::functio
 } // namespace
 
 int runApplication(const std::vector<std::string>& arguments, const Console& console,
-                   const ConnectionMaker& serverConnection) {
+                   const ConnectionMaker& serverConnection, const Clock& clock) {
     Language language = languageOfArguments(arguments);
     return guarded(console, language, [&]() -> int {
         requireNoEmptyOption(arguments);
@@ -206,6 +206,9 @@ int runApplication(const std::vector<std::string>& arguments, const Console& con
         GlobalOptions options = globalOptions(given, language, console);
         if (serverConnection) {
             options.serverConnection = serverConnection;
+        }
+        if (clock) {
+            options.clock = clock;
         }
         language = options.language;
         for (std::size_t i = 0; i < commands.size(); ++i) {

@@ -36,6 +36,8 @@ constexpr const char* hexDigits = "0123456789abcdef";
 
 } // namespace
 
+Json valueJson(const Variant& value) { return value.visit(JsonOfValue{}); }
+
 std::string jsonText(const Json& value) {
     const std::string text = value.dump(-1, ' ', false, Json::error_handler_t::replace);
     std::string safe;
@@ -99,6 +101,7 @@ constexpr std::array kindWords{
     std::pair{Kind::heldElsewhere, "held-elsewhere"},
     std::pair{Kind::noRowsDocument, "no-rows-document"},
     std::pair{Kind::otherVoucher, "other-voucher"},
+    std::pair{Kind::changedSince, "changed-since"},
 };
 
 constexpr std::array originWords{
@@ -146,6 +149,9 @@ Json findingJson(const Finding& finding) {
         json["date"] = dayText(finding.date);
     }
     addText("voucher", finding.voucher);
+    if (finding.run != 0) {
+        json["run"] = finding.run;
+    }
     return json;
 }
 
@@ -189,7 +195,7 @@ Json rowsJson(const CashFlowCollection& rows) {
         for (const std::string& field : row->Fields()) {
             const Variant& value = row->Item(field);
             const bool isNumberText = value.is<std::string>() && numbers.contains(field);
-            object[field] = isNumberText ? numberOf(toText(value)) : value.visit(JsonOfValue{});
+            object[field] = isNumberText ? numberOf(toText(value)) : valueJson(value);
         }
         array.push_back(std::move(object));
     }

@@ -3,6 +3,7 @@
 #include "host/text/Language.h"
 #include "workbench/vouchers/VoucherResult.h"
 #include "z7cashflow/model/CashFlowCollection.h"
+#include "z7cashflow/support/Variant.h"
 
 #include <nlohmann/json_fwd.hpp>
 
@@ -24,6 +25,9 @@ namespace z7::cashflow::host {
 /// Rows as an array of objects with all their fields by name: null as null, numbers as numbers, dates as
 /// "yyyy-mm-dd"; rows that come from a document are told alike.
 [[nodiscard]] nlohmann::ordered_json rowsJson(const CashFlowCollection& rows);
+
+/// One value: null as null, numbers as numbers, a date as "yyyy-mm-dd".
+[[nodiscard]] nlohmann::ordered_json valueJson(const Variant& value);
 
 /// The word for an outcome in JSON: "stored", "no-cash", "nothing" or "refused".
 [[nodiscard]] const char* outcomeWord(workbench::Outcome outcome) noexcept;

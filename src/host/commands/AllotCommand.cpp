@@ -3,9 +3,11 @@
 #include "host/cli/Output.h"
 #include "host/cli/jsonText.h"
 #include "host/commands/arguments.h"
+#include "host/commands/savedVoucher.h"
 #include "host/terminal/ProgressBar.h"
 #include "host/terminal/StopSignals.h"
 #include "host/text/refusalText.h"
+#include "host/work/runNote.h"
 #include "workbench/vouchers/Allotment.h"
 #include "z7cashflow/support/Error.h"
 
@@ -19,6 +21,7 @@ namespace z7::cashflow::host {
 
 using workbench::Allotment;
 using workbench::Outcome;
+using workbench::RunLog;
 using workbench::voucherKeyText;
 using workbench::VoucherResult;
 
@@ -35,11 +38,13 @@ struct Totals {
     std::array<Count, 4> counts;         ///< by Outcome
     std::vector<VoucherResult> refusals; ///< as many as are to be shown
     std::size_t refusalsKept = refusalsShown;
+    bool changed = false; ///< a voucher has other rows than before
 
     void add(const VoucherResult& result) {
         Count& count = counts.at(static_cast<std::size_t>(result.outcome));
         ++count.vouchers;
         count.rows += result.rows;
+        changed = changed || result.changed();
         if (result.refusal && refusals.size() < refusalsKept) {
             refusals.push_back(result);
         }
@@ -72,13 +77,14 @@ public:
         }
         Totals totals;
         totals.refusalsKept = all_ ? vouchers.size() : refusalsShown;
+        RunLog log(session.connection(), runNote(options, commandText()));
         StopSignals signals;
         std::size_t done = 0;
         std::optional<Error> failure;
         try {
             ProgressBar bar(console.err, output.text(HostText::progress), vouchers.size(),
                             console.errorsOnTerminal && !options.quiet && !options.json, console.errorColumns);
-            Allotment allotment(session.connection(), session.data(), session.provider().Gl(), !dryRun_);
+            Allotment allotment(session.connection(), session.data(), session.provider().Gl(), !dryRun_, &log);
             bar.update(0);
             allotment.allotAll(
                 vouchers, [&signals] { return signals.requested(); },
@@ -97,6 +103,7 @@ public:
             printTotals(output, totals);
         }
         output.flush();
+        tellRun(output, log, !dryRun_ && totals.changed);
         if (failure) {
             output.remark(output.text(HostText::stopped, {voucherKeyText(vouchers.at(done).key),
                                                           std::to_string(vouchers.size()), std::to_string(done)}));
@@ -110,6 +117,12 @@ public:
     }
 
 private:
+    /// The words of the command for the log.
+    [[nodiscard]] std::string commandText() const {
+        return "allot --year " + period_.yearArgument.text +
+               (period_.periodText.empty() ? "" : " --period " + period_.periodText);
+    }
+
     void printTotals(Output& output, const Totals& totals) const {
         if (totals.refused() > 0) {
             output.line(output.text(HostText::refusalsFollow));

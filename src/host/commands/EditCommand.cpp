@@ -6,6 +6,7 @@
 #include "host/commands/arguments.h"
 #include "host/commands/savedVoucher.h"
 #include "host/desktop/Desktop.h"
+#include "host/work/runNote.h"
 #include "workbench/vouchers/Allotment.h"
 #include "workbench/vouchers/OutsideAllotment.h"
 #include "z7cashflow/dialog/clsMain.h"
@@ -19,6 +20,7 @@
 namespace z7::cashflow::host {
 
 using workbench::Allotment;
+using workbench::RunLog;
 using workbench::Voucher;
 using workbench::VoucherKey;
 using workbench::voucherTable;
@@ -77,8 +79,9 @@ private:
         if (!isToBeSaved(rows)) {
             return nothingSaved(output);
         }
-        Allotment allotment(session.connection(), session.data(), session.provider().Gl(), true);
-        return tellSaved(output, allotment.allot(key, rows));
+        RunLog log(session.connection(), runNote(options, "edit"));
+        Allotment allotment(session.connection(), session.data(), session.provider().Gl(), true, &log);
+        return tellSaved(output, allotment.allot(key, rows), log);
     }
 
     int editOutside(const GlobalOptions& options, const Console& console, Output& output) {
@@ -117,8 +120,9 @@ private:
         }
         // A document without rows stays one, while an empty text would have the rows generated.
         const std::string rows = static_cast<IXmlSerializable&>(*screen.CashFlowCol()).Save();
-        workbench::OutsideAllotment allotment(session.connection(), session.data(), session.provider());
-        return tellSavedOutside(output, allotment.save(session.year(), table, key, rows));
+        RunLog log(session.connection(), runNote(options, "edit --outside " + table + " " + key));
+        workbench::OutsideAllotment allotment(session.connection(), session.data(), session.provider(), &log);
+        return tellSavedOutside(output, allotment.save(session.year(), table, key, rows), log);
     }
 
     void prepare(clsMain& screen, const GlobalOptions& options, const std::string& maker) const {

@@ -3,6 +3,7 @@
 #include "host/cli/inputText.h"
 #include "host/commands/arguments.h"
 #include "host/commands/savedVoucher.h"
+#include "host/work/runNote.h"
 #include "workbench/vouchers/Allotment.h"
 
 #include <CLI/CLI.hpp>
@@ -10,6 +11,7 @@
 namespace z7::cashflow::host {
 
 using workbench::Allotment;
+using workbench::RunLog;
 
 namespace {
 
@@ -30,8 +32,9 @@ public:
         OpenVoucher voucher(voucher_, options, console, {{"XML", &file_}});
         const std::string document = inputText(file_, console);
         Session& session = voucher.session();
-        Allotment allotment(session.connection(), session.data(), session.provider().Gl(), true);
-        return tellSaved(output, allotment.take(voucher.voucher().key, document, force_));
+        RunLog log(session.connection(), runNote(options, "import"));
+        Allotment allotment(session.connection(), session.data(), session.provider().Gl(), true, &log);
+        return tellSaved(output, allotment.take(voucher.voucher().key, document, force_), log);
     }
 
 private:

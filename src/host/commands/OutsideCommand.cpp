@@ -8,6 +8,7 @@
 #include "host/commands/arguments.h"
 #include "host/commands/savedVoucher.h"
 #include "host/work/RowsView.h"
+#include "host/work/runNote.h"
 #include "workbench/vouchers/OutsideAllotment.h"
 #include "workbench/vouchers/rowsDocument.h"
 #include "z7cashflow/model/modPublic.h"
@@ -65,7 +66,7 @@ public:
         if (writes) {
             return show(output, session);
         }
-        return action_ == "check" ? check(output, session) : save(output, session, document);
+        return action_ == "check" ? check(output, session) : save(output, session, document, options);
     }
 
 private:
@@ -116,9 +117,10 @@ private:
         return matched ? exitCode::done : exitCode::refused;
     }
 
-    int save(Output& output, Session& session, const std::string& document) const {
-        workbench::OutsideAllotment allotment(session.connection(), session.data(), session.provider());
-        return tellSavedOutside(output, allotment.save(session.year(), table_, key_, document));
+    int save(Output& output, Session& session, const std::string& document, const GlobalOptions& options) const {
+        workbench::RunLog log(session.connection(), runNote(options, "outside save " + table_ + " " + key_));
+        workbench::OutsideAllotment allotment(session.connection(), session.data(), session.provider(), &log);
+        return tellSavedOutside(output, allotment.save(session.year(), table_, key_, document), log);
     }
 
     std::string action_;

@@ -2,6 +2,7 @@
 #include "host/cli/Output.h"
 #include "host/commands/arguments.h"
 #include "host/commands/savedVoucher.h"
+#include "host/work/runNote.h"
 #include "workbench/vouchers/Allotment.h"
 
 #include <CLI/CLI.hpp>
@@ -9,6 +10,7 @@
 namespace z7::cashflow::host {
 
 using workbench::Allotment;
+using workbench::RunLog;
 
 namespace {
 
@@ -26,8 +28,9 @@ public:
         Output output(console, options);
         OpenVoucher voucher(voucher_, options, console);
         Session& session = voucher.session();
-        Allotment allotment(session.connection(), session.data(), session.provider().Gl(), true);
-        return tellSaved(output, allotment.allot(voucher.voucher().key));
+        RunLog log(session.connection(), runNote(options, "save"));
+        Allotment allotment(session.connection(), session.data(), session.provider().Gl(), true, &log);
+        return tellSaved(output, allotment.allot(voucher.voucher().key), log);
     }
 
 private:

@@ -11,6 +11,8 @@ std::vector<std::unique_ptr<Command>> allCommands() {
     commands.push_back(makeCheckCommand());
     commands.push_back(makeSaveCommand());
     commands.push_back(makeAllotCommand());
+    commands.push_back(makeLogCommand());
+    commands.push_back(makeUndoCommand());
     commands.push_back(makeVerifyCommand());
     commands.push_back(makeExportCommand());
     commands.push_back(makeImportCommand());

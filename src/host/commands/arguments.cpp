@@ -13,6 +13,7 @@
 #include <array>
 #include <charconv>
 #include <system_error>
+#include <utility>
 
 namespace z7::cashflow::host {
 
@@ -52,11 +53,31 @@ void DatabaseArgument::declare(CLI::App& command, Language language) {
     command.add_option("FILE", file, hostText(language, HostText::helpFile));
 }
 
-AccountPlace DatabaseArgument::take(const GlobalOptions& options, const std::vector<Word>& behind) {
+void DatabaseArgument::requireNoSecret() const {
     // A connection string in the place of a file would stand in the message about it.
     if (file.find(';') != std::string::npos && holdsSecret(file)) {
         throw Failure(exitCode::usage, HostText::connectSecret);
     }
+}
+
+AccountPlace DatabaseArgument::takeOpen(const GlobalOptions& options, std::vector<std::string>& behind,
+                                        const std::function<bool(const std::string&)>& comesAfterFile) {
+    requireNoSecret();
+    const bool connected = !options.connect.empty() && (options.connectGiven || file.empty() || comesAfterFile(file));
+    if (!connected) {
+        if (file.empty()) {
+            throw Failure(exitCode::usage, HostText::argumentMissing, {"FILE"});
+        }
+        return AccountPlace::ofFile(file);
+    }
+    if (!file.empty()) {
+        behind.insert(behind.begin(), std::exchange(file, {}));
+    }
+    return AccountPlace::behind(options.connect, options.serverConnection);
+}
+
+AccountPlace DatabaseArgument::take(const GlobalOptions& options, const std::vector<Word>& behind) {
+    requireNoSecret();
     const bool oneLess = behind.empty() ? file.empty() : behind.back().text->empty();
     const bool connected = !options.connect.empty() && (options.connectGiven || oneLess);
     if (connected) {
@@ -90,7 +111,9 @@ AccountPlace VoucherArgument::take(const GlobalOptions& options, const std::vect
     return database.take(options, words);
 }
 
-VoucherKey VoucherArgument::key() const {
+VoucherKey VoucherArgument::key() const { return readKey(text); }
+
+VoucherKey readKey(const std::string& text) {
     const auto key = readVoucherKey(text);
     if (key) {
         return *key;

@@ -7,6 +7,7 @@
 #include "workbench/vouchers/voucherList.h"
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -35,7 +36,17 @@ struct DatabaseArgument {
     /// with a connection string of the environment if there is one word less. Failure (usage) if a word is missing or
     /// there is one too many.
     [[nodiscard]] AccountPlace take(const GlobalOptions& options, const std::vector<Word>& behind = {});
+    /// The same for a command whose words after the file's place may be left out: they are checked by the command. A connection string
+    /// of the environment counts if there is no word, or if the first one is such as comes after the file.
+    [[nodiscard]] AccountPlace takeOpen(const GlobalOptions& options, std::vector<std::string>& behind,
+                                        const std::function<bool(const std::string&)>& comesAfterFile);
+
+private:
+    void requireNoSecret() const;
 };
+
+/// The voucher key that a word holds. Failure (usage) if it is not one.
+[[nodiscard]] workbench::VoucherKey readKey(const std::string& text);
 
 /// One voucher of an account.
 struct VoucherArgument {

@@ -27,7 +27,7 @@ void failAsRefused(Language language, const Refusal& refusal) {
                   {std::to_string(refusal.error.number()), refusalText(language, refusal)});
 }
 
-int tellSaved(Output& output, const VoucherResult& result) {
+int tellSaved(Output& output, const VoucherResult& result, workbench::RunLog& log) {
     const std::string key = voucherKeyText(result.key);
     if (output.json()) {
         output.line(jsonText(resultJson(result, output.language())));
@@ -43,10 +43,19 @@ int tellSaved(Output& output, const VoucherResult& result) {
             output.text(HostText::verdictUnmatched, {refusalText(output.language(), *result.mismatch)})));
     }
     output.flush();
+    tellRun(output, log, result.changed());
     return result.refusal ? exitCode::refused : exitCode::done;
 }
 
-int tellSavedOutside(Output& output, const OutsideResult& result) {
+void tellRun(Output& output, workbench::RunLog& log, bool changed) {
+    if (const auto number = log.number()) {
+        output.remark(output.text(HostText::runNumber, {std::to_string(*number)}));
+    } else if (changed && !log.available()) {
+        output.remark(output.text(HostText::noLogNoted));
+    }
+}
+
+int tellSavedOutside(Output& output, const OutsideResult& result, workbench::RunLog& log) {
     if (output.json()) {
         nlohmann::ordered_json json = {{"table", result.table},
                                        {"key", result.key},
@@ -63,6 +72,7 @@ int tellSavedOutside(Output& output, const OutsideResult& result) {
             terminal::printable(output.text(savedText(result.outcome), {result.key, std::to_string(result.rows)})));
     }
     output.flush();
+    tellRun(output, log, result.changed);
     return result.refusal ? exitCode::refused : exitCode::done;
 }
 

@@ -391,6 +391,57 @@ constexpr std::array<HostTextEntry, static_cast<std::size_t>(T::count)> texts{
                   "  z7cf statement company.db --year 2024\n"
                   "  z7cf statement company.db --year 2024 --period 1-3 --by month --csv -o quarter.csv\n"
                   "  z7cf statement company.db --year 2024 --html 2024.html"},
+    HostTextEntry{T::run, "批次", "Run"},
+    HostTextEntry{T::time, "时间", "Time"},
+    HostTextEntry{T::user, "用户", "User"},
+    HostTextEntry{T::command, "命令", "Command"},
+    HostTextEntry{T::undoes, "撤销的批次", "Undoes"},
+    HostTextEntry{T::undoneBy, "被撤销于批次", "Undone by"},
+    HostTextEntry{T::rowChange, "变动", "Change"},
+    HostTextEntry{T::rowKept, "保留", "kept"},
+    HostTextEntry{T::rowNew, "新增", "new"},
+    HostTextEntry{T::rowChanged, "修改", "changed"},
+    HostTextEntry{T::rowRemoved, "删除", "removed"},
+    HostTextEntry{T::formerValues, "原值", "Was"},
+    HostTextEntry{T::listSeparator, "，", ", "},
+    HostTextEntry{T::noRuns, "日志中没有批次。", "The log holds no runs."},
+    HostTextEntry{
+        T::noLog, "此账套没有变动日志，因为它由不带日志的版本建立；文档说明如何添加日志表。",
+        "This account has no log of changes, because a version without one made it; the documentation says how to "
+        "add its tables."},
+    HostTextEntry{T::noLogNoted, "此账套没有变动日志，本次变动无法撤销。",
+                  "This account has no log of changes, so this run cannot be undone."},
+    HostTextEntry{T::runMissing, "日志中没有批次 {0}。", "The log holds no run {0}."},
+    HostTextEntry{T::runLacksVoucher, "批次 {0} 没有改动凭证 {1}。", "Run {0} did not change voucher {1}."},
+    HostTextEntry{T::badRun, "“{0}”不是批次号；请写日志中的号码，例如 3",
+                  "\"{0}\" is not a run; write its number in the log, such as 3"},
+    HostTextEntry{T::runNumber, "本次变动在日志中为批次 {0}。", "The log holds this as run {0}."},
+    HostTextEntry{T::undoneVouchers, "批次 {0}：已恢复 {1} 张凭证，拒绝 {2} 张。",
+                  "Run {0}: vouchers restored: {1}, refused: {2}."},
+    HostTextEntry{T::findingChangedSince, "现金流量行已不是批次 {0} 留下的样子，因此没有恢复。",
+                  "The rows are no longer what run {0} left, so they were not restored."},
+    HostTextEntry{T::helpLog, "列出改动过现金流量行的批次，或一个批次改动的行",
+                  "List the runs that changed rows, or the rows that one run changed"},
+    HostTextEntry{T::helpUndo, "恢复一个批次之前的现金流量行", "Restore the rows from before a run"},
+    HostTextEntry{T::helpRun, "批次号，例如 3", "Number of the run, such as 3"},
+    HostTextEntry{T::helpUndoKeys, "只恢复这些凭证", "Restore these vouchers only"},
+    HostTextEntry{T::helpUndoDryRun, "只显示将要恢复的内容：全部回滚",
+                  "Only show what would be restored: roll everything back"},
+    HostTextEntry{T::examplesLog,
+                  "例：\n"
+                  "  z7cf log company.db\n"
+                  "  z7cf log company.db 3 --csv -o run3.csv",
+                  "Examples:\n"
+                  "  z7cf log company.db\n"
+                  "  z7cf log company.db 3 --csv -o run3.csv"},
+    HostTextEntry{T::examplesUndo,
+                  "例：\n"
+                  "  z7cf undo company.db 3 --dry-run\n"
+                  "  z7cf undo company.db 3 2024/1/2/15",
+                  "Examples:\n"
+                  "  z7cf undo company.db 3 --dry-run\n"
+                  "  z7cf undo company.db 3 2024/1/2/15"},
+
     HostTextEntry{T::editNothingSaved, "没有保存任何内容。", "Nothing was saved."},
     HostTextEntry{T::widthsForgotten, "已清除保存的列宽：{0} 条。", "Stored column widths removed: {0}."},
     HostTextEntry{T::noWindowBuilt,

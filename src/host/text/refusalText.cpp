@@ -120,6 +120,8 @@ std::string Words::of(const Finding& finding) const {
         return text(HostText::findingNoRowsDocument);
     case Kind::otherVoucher:
         return text(HostText::findingOtherVoucher, {finding.voucher});
+    case Kind::changedSince:
+        return text(HostText::findingChangedSince, {std::to_string(finding.run)});
     }
     return {};
 }

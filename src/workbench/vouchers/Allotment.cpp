@@ -12,11 +12,12 @@ std::int32_t countOf(const std::vector<StoredRow>& rows) { return static_cast<st
 
 } // namespace
 
-VoucherResult Allotment::allot(const VoucherKey& key, Judge::Rows rows) {
-    VoucherResult result{key, Outcome::refused, 0, 0, std::nullopt, std::nullopt};
+VoucherResult Allotment::change(const VoucherKey& key, const RowMaker& make) {
+    VoucherResult result;
+    result.key = key;
     Voucher voucher{key, Date::none(), {}};
-    const bool handedIn = rows != nullptr;
-    RowsOrigin origin = handedIn ? RowsOrigin::document : RowsOrigin::generated;
+    Judge::Rows rows;
+    RowsOrigin origin = RowsOrigin::document;
     const auto save = [&]() -> std::optional<Refusal> {
         lockVoucher(connection_, key);
         voucher = judge_.read(key);
@@ -24,31 +25,42 @@ VoucherResult Allotment::allot(const VoucherKey& key, Judge::Rows rows) {
             return refusal;
         }
         const auto before = readStoredRows(connection_, key);
-        if (auto refusal = handedIn ? std::nullopt : Judge::hidden(before)) {
+        if (auto refusal = make(voucher, before, rows, origin)) {
             return refusal;
         }
-        if (!handedIn && !before.empty()) {
-            origin = RowsOrigin::stored;
-        }
+        takeBefore(key, !before.empty());
         modPublic::SetIYear(key.year); // the year of the voucher before this one must not reach it
         gl_.SaveCashFlowColEx(connection_, voucherTable, key.period, key.kind, key.number, voucher.date, &rows);
         if (!rows) {
             return std::nullopt;
         }
         result.removed = countOf(before);
+        result.rows = rows->Count();
         return judge_.readBack(voucher, *rows, origin);
     };
-    result.refusal = saveInTransaction(
-        connection_, keep_, save, [&](const Error& error) { return judge_.explained(error, voucher, rows, origin); });
+    finish(result, save, [&](const Error& error) { return judge_.explained(error, voucher, rows, origin); });
     if (!result.refusal) {
-        result.rows = rows ? rows->Count() : 0;
         result.outcome = !rows ? Outcome::noCash : result.rows == 0 ? Outcome::nothing : Outcome::stored;
     }
     return result;
 }
 
+VoucherResult Allotment::allot(const VoucherKey& key, Judge::Rows handedIn) {
+    return change(key,
+                  [&](const Voucher&, const std::vector<StoredRow>& before, Judge::Rows& rows,
+                      RowsOrigin& origin) -> std::optional<Refusal> {
+                      rows = handedIn;
+                      if (handedIn) {
+                          return std::nullopt;
+                      }
+                      origin = before.empty() ? RowsOrigin::generated : RowsOrigin::stored;
+                      return Judge::hidden(before);
+                  });
+}
+
 VoucherResult Allotment::take(const VoucherKey& key, const std::string& document, bool force) {
-    VoucherResult result{key, Outcome::refused, 0, 0, std::nullopt, std::nullopt};
+    VoucherResult result;
+    result.key = key;
     Voucher voucher{key, Date::none(), {}};
     Judge::Rows rows;
     const auto save = [&]() -> std::optional<Refusal> {
@@ -61,12 +73,8 @@ VoucherResult Allotment::take(const VoucherKey& key, const std::string& document
         auto refusal = judge_.unworkable(voucher);
         return refusal ? refusal : store(voucher, document, rows, result);
     };
-    result.refusal = saveInTransaction(connection_, keep_, save, [&](const Error& error) {
-        return judge_.explained(error, voucher, rows, RowsOrigin::document);
-    });
-    if (result.refusal) {
-        result = {key, Outcome::refused, 0, 0, result.refusal, std::nullopt};
-    }
+    finish(result, save,
+           [&](const Error& error) { return judge_.explained(error, voucher, rows, RowsOrigin::document); });
     return result;
 }
 
@@ -76,6 +84,7 @@ std::optional<Refusal> Allotment::store(const Voucher& voucher, std::string docu
     modPublic::SetIYear(key.year);
     const bool cash = data_.HaveCashFlowCodeInVoucher(connection_, voucherTable, key.period, key.kind, key.number);
     const auto before = readStoredRows(connection_, key);
+    takeBefore(key, !before.empty());
     bool checkSum = true; // the account option bXJLL takes its place
     gl_.SaveCashFlowColFromXml(connection_, voucherTable, key.period, key.kind, key.number, &document, &checkSum);
     if (!cash) {
@@ -92,6 +101,51 @@ std::optional<Refusal> Allotment::store(const Voucher& voucher, std::string docu
         result.mismatch = judge_.compare(voucher, std::move(rows), RowsOrigin::document).refusal;
     }
     return std::nullopt;
+}
+
+void Allotment::takeBefore(const VoucherKey& key, bool some) {
+    before_.clear();
+    if (some) {
+        before_ = readRowImages(connection_, key);
+        if (log_ != nullptr) {
+            log_->noteBefore(key);
+        }
+    }
+}
+
+void Allotment::finish(VoucherResult& result, const std::function<std::optional<Refusal>()>& save,
+                       const std::function<Refusal(const Error&)>& explain) {
+    before_.clear();
+    const VoucherKey key = result.key;
+    bool changed = false;
+    const auto saveAndNote = [&]() -> std::optional<Refusal> {
+        auto refusal = save();
+        if (refusal) {
+            return refusal;
+        }
+        if (before_.empty() && keep_) { // every row is new, which costs no further question
+            changed = result.rows > 0;
+        } else {
+            const auto after = readRowImages(connection_, key);
+            changed = !sameRows(before_, after, false);
+            result.changes = compareRows(before_, after);
+        }
+        if (changed && log_ != nullptr) {
+            log_->noteAfter(key);
+        }
+        return std::nullopt;
+    };
+    const auto kept = [&] { return keep_ && changed; };
+    result.refusal = saveInTransaction(connection_, kept, saveAndNote, explain);
+    if (result.refusal) {
+        const auto refusal = std::move(result.refusal);
+        result = VoucherResult();
+        result.key = key;
+        result.refusal = refusal;
+    }
+    if (log_ != nullptr) {
+        log_->ended(kept() && !result.refusal);
+    }
 }
 
 std::size_t Allotment::allotAll(const std::vector<VoucherHead>& vouchers, const std::function<bool()>& stopRequested,

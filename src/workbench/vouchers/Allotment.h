@@ -1,5 +1,6 @@
 #pragma once
 
+#include "workbench/changes/RunLog.h"
 #include "workbench/vouchers/Judge.h"
 #include "workbench/vouchers/VoucherResult.h"
 #include "workbench/vouchers/voucherList.h"
@@ -15,17 +16,27 @@ namespace z7::cashflow::workbench {
 
 /// Saves the rows of vouchers one by one, each voucher in a transaction of its own: the voucher is locked before anything of it is
 /// read, what cannot be worked with is refused without asking the library, and what was stored is read back before it is
-/// committed. A refused voucher is rolled back, as is every voucher if nothing is to be kept.
+/// committed. A refused voucher is rolled back, as is every voucher if nothing is to be kept. A voucher whose rows come out as they
+/// were is rolled back too: its rows stay untouched, with their identities.
 class Allotment {
 public:
-    /// The connection, the data access and the provider outlive it. With keep false every voucher is rolled back.
-    Allotment(Connection& connection, DataProvider& data, IGlVoucherProvider& gl, bool keep)
-        : connection_(connection), data_(data), gl_(gl), judge_(connection, data, gl), keep_(keep) {}
+    /// The connection, the data access, the provider and the log outlive it. With keep false every voucher is rolled back, nothing
+    /// is noted, and the results hold the changes of every row. Without a log nothing is noted.
+    Allotment(Connection& connection, DataProvider& data, IGlVoucherProvider& gl, bool keep, RunLog* log = nullptr)
+        : connection_(connection), data_(data), gl_(gl), judge_(connection, data, gl), keep_(keep),
+          log_(keep && log != nullptr && log->available() ? log : nullptr) {}
 
     /// Saves the rows that are handed in, else the stored rows of a voucher anew, or generated ones where none are
     /// stored. Errors that concern the database as a whole come out, after a rollback; all others are refusals, a lock that another
     /// session holds among them.
     [[nodiscard]] VoucherResult allot(const VoucherKey& key, Judge::Rows rows = nullptr);
+
+    /// Prepares the rows that are to be saved for a voucher, from the voucher and what is stored for it, and says where they come from
+    /// (a document unless it says otherwise). A null pointer leaves that to the library. Nothing is saved if it returns a refusal.
+    using RowMaker = std::function<std::optional<Refusal>(const Voucher& voucher, const std::vector<StoredRow>& before,
+                                                          Judge::Rows& rows, RowsOrigin& origin)>;
+    /// Saves rows that are made while the voucher is locked. Errors as above.
+    [[nodiscard]] VoucherResult change(const VoucherKey& key, const RowMaker& make);
 
     /// Saves the rows of a document in place of the stored ones. Rows of another voucher are refused unless forced. The account
     /// option bXJLL decides whether rows that do not match are refused, or stored with a mismatch in the result. Errors as above.
@@ -37,6 +48,11 @@ public:
                          const std::function<void(const VoucherResult&)>& take);
 
 private:
+    /// Runs a save in the voucher's transaction, notes it, and fills in what became of the rows.
+    void finish(VoucherResult& result, const std::function<std::optional<Refusal>()>& save,
+                const std::function<Refusal(const Error&)>& explain);
+    /// Keeps the rows that are about to be replaced, if there are some, and notes them.
+    void takeBefore(const VoucherKey& key, bool some);
     [[nodiscard]] std::optional<Refusal> store(const Voucher& voucher, std::string document, Judge::Rows rows,
                                                VoucherResult& result);
 
@@ -45,6 +61,8 @@ private:
     IGlVoucherProvider& gl_;
     Judge judge_;
     bool keep_;
+    RunLog* log_;
+    std::vector<RowImage> before_; ///< of the voucher in hand
 };
 
 } // namespace z7::cashflow::workbench

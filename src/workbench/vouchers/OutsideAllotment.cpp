@@ -17,13 +17,14 @@ Voucher OutsideAllotment::lockLedgerVoucher(std::int16_t year, const std::string
 
 OutsideResult OutsideAllotment::save(std::int16_t year, const std::string& table, const std::string& key,
                                      std::string document) {
-    OutsideResult result{table, key, Outcome::refused, 0, std::nullopt};
+    OutsideResult result{table, key, Outcome::refused, 0, std::nullopt, false};
     const bool handedIn = !document.empty();
     const RowsOrigin origin = handedIn ? RowsOrigin::document : RowsOrigin::generated;
     bool cash = false;
     bool checkSum = true;
+    bool changed = false;
     result.refusal = saveInTransaction(
-        connection_, true,
+        connection_, [&] { return changed; },
         [&]() -> std::optional<Refusal> {
             static_cast<void>(rowsOfDocument(document)); // one that cannot be parsed is refused by its own number
             if (auto refusal = handedIn ? foreignRows(document, {}, true) : std::nullopt) {
@@ -32,10 +33,22 @@ OutsideResult OutsideAllotment::save(std::int16_t year, const std::string& table
             modPublic::SetIYear(year); // the outside contract leaves the year to its host
             const Voucher voucher = lockLedgerVoucher(year, key);
             cash = data_.HaveCashFlowCodeInVoucher2(connection_, table, key);
+            const auto before = readRowImages(connection_, voucher.key);
+            if (log_ != nullptr && !before.empty()) {
+                log_->noteBefore(voucher.key);
+            }
             provider_.Out().SaveCashFlowCol(connection_, table, key, &document, &checkSum);
+            changed = !sameRows(before, readRowImages(connection_, voucher.key), false);
+            if (log_ != nullptr && changed) {
+                log_->noteAfter(voucher.key);
+            }
             return cash ? judge_.readBack(voucher, *rowsOfDocument(document), origin) : std::nullopt;
         },
         [&](const Error& error) { return judge_.explained(error, Voucher{}, nullptr, RowsOrigin::stored); });
+    if (log_ != nullptr) {
+        log_->ended(changed && !result.refusal);
+    }
+    result.changed = changed && !result.refusal;
     if (!result.refusal) {
         result.rows = cash ? rowsOfDocument(document)->Count() : 0;
         result.outcome = !cash ? Outcome::noCash : result.rows == 0 ? Outcome::nothing : Outcome::stored;

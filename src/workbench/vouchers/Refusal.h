@@ -15,6 +15,7 @@ namespace refusals {
 inline constexpr int dateOutsideYear = 10021; ///< a voucher without a date, or with one outside its accounting year
 inline constexpr int rowsNotReadable = 10022; ///< stored rows that no reader finds
 inline constexpr int foreignDocument = 10023; ///< a document that holds no rows, or those of another voucher
+inline constexpr int changedSince = 10024;    ///< rows that are no longer what a run left, so that it cannot be undone
 } // namespace refusals
 
 /// Where a row has its cash-flow item from.
@@ -43,7 +44,8 @@ struct Finding {
         newRowsMatch,     ///< rows generated anew would match in place of the stored ones
         heldElsewhere,    ///< another session holds the voucher
         noRowsDocument,   ///< the document is not one of cash-flow rows
-        otherVoucher      ///< voucher: the document holds rows of this voucher
+        otherVoucher,     ///< voucher: the document holds rows of this voucher
+        changedSince      ///< run: the rows are no longer those that this run left
     };
     Kind kind = Kind::voucherGone;
     std::int32_t line = 0; ///< number of the entry line, inid
@@ -59,6 +61,7 @@ struct Finding {
     Date date = Date::none();
     std::int32_t year = 0;
     std::string voucher;
+    std::int32_t run = 0;
 };
 
 /// Why a voucher was refused: 10008 to 10023, or the error of a conversion, a document or a statement that concerns this voucher

@@ -19,7 +19,7 @@ void Transaction::end(bool keep) {
     open_ = false;
 }
 
-std::optional<Refusal> saveInTransaction(Connection& connection, bool keep,
+std::optional<Refusal> saveInTransaction(Connection& connection, const std::function<bool()>& keep,
                                          const std::function<std::optional<Refusal>()>& save,
                                          const std::function<Refusal(const Error&)>& explain) {
     std::optional<Transaction> transaction;
@@ -35,7 +35,7 @@ std::optional<Refusal> saveInTransaction(Connection& connection, bool keep,
         }
         return explain(error);
     }
-    transaction->end(keep && !refusal);
+    transaction->end(!refusal && keep());
     return refusal;
 }
 

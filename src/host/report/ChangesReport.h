@@ -1,0 +1,32 @@
+#pragma once
+
+#include "host/report/ReportTable.h"
+#include "host/text/Language.h"
+#include "workbench/changes/RowImage.h"
+
+#include <nlohmann/json_fwd.hpp>
+
+#include <vector>
+
+namespace z7::cashflow::host {
+
+/// What became of the rows of vouchers, a line for each row: voucher, change, line, account, debit, credit, item, and in the last column
+/// the former values of a changed row, field by field.
+class ChangesReport {
+public:
+    explicit ChangesReport(Language language);
+
+    /// Adds the rows of one voucher.
+    void add(const workbench::VoucherKey& key, const std::vector<workbench::RowChange>& changes);
+    [[nodiscard]] const ReportTable& table() const noexcept { return table_; }
+
+private:
+    Language language_;
+    ReportTable table_;
+};
+
+/// The rows of one voucher as an array: {"change":"changed","line":2,"account":"6001","item":"0102","debit":0.0,"credit":5.0,
+/// "was":{"cCashItem":"0101"}}. A removed row has the values that it had; "was" holds every field of a changed row that differs.
+[[nodiscard]] nlohmann::ordered_json changesJson(const std::vector<workbench::RowChange>& changes);
+
+} // namespace z7::cashflow::host
