@@ -118,6 +118,11 @@ protected:
         }
         return lines;
     }
+    /// What was left to go out of use: no recordset but that of the widths, which the load leaves where none are stored.
+    void expectAllClosed() const {
+        EXPECT_EQ(database.openRecordsets(), Lines{});
+        EXPECT_EQ(database.droppedRecordsets(), Lines{widthsQuery + "cFieldNum"});
+    }
     /// The boxes shown, without the locale: "prompt|buttons|title".
     Lines boxes() const {
         Lines shown;

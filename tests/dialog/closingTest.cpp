@@ -91,6 +91,13 @@ TEST_F(DialogClosing, ALineLeftWithoutAnAccountIsRestoredAwayOnCancel) {
     EXPECT_EQ(cells().TextMatrix(3, 1), "") << "the line itself was still there";
 }
 
+TEST_F(DialogClosing, ARowThatHadNoAccountFromTheBeginningOutlivesCancel) {
+    addRow(i16(2), Null{}, 0.0, 60.0, "01");
+    open();
+    form().press("cmdCancel");
+    EXPECT_EQ(rows(), Lines{"2::0:60:01"});
+}
+
 TEST_F(DialogClosing, ReadOnlyStillClosesByCancelAndStoresTheWidths) {
     dialog.ReadOnly(true);
     addTwoRows();

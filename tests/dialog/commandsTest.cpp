@@ -151,7 +151,7 @@ TEST_F(Commands, InsertTakesTheLineAboveAsItsPatternAndProposesWhatRemains) {
     EXPECT_EQ(rows(), (Lines{"2:6001:0:60:01", "::0:15.50:", "3:6002:0:40:01"})) << "account and number come later";
     EXPECT_EQ(keysInGrid(), keysOfRows());
     EXPECT_NE(cells().text().find("> *digest|6001|*贷|15.50||*|2|"), std::string::npos);
-    EXPECT_EQ(database.openRecordsets(), Lines{});
+    expectAllClosed();
     EXPECT_TRUE(cells().type(2, 4, "02"));
     EXPECT_TRUE(cells().goToLine(3));
     EXPECT_EQ(rows()[1], "2:6001:0:15.50:02") << "the row is whole once its line was left";
@@ -174,7 +174,7 @@ TEST_F(Commands, InsertBelowALineThatIsGoneFromTheVoucherProposesZero) {
     form().press("cmdInsert");
     EXPECT_EQ(cells().TextMatrix(2, 3), "0.00");
     EXPECT_EQ(rows()[1], "::0:0:");
-    EXPECT_EQ(database.openRecordsets(), Lines{});
+    expectAllClosed();
 }
 
 TEST_F(Commands, InsertInAKeylessTableLooksByAccountAndNumber) {

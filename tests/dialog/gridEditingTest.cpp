@@ -114,8 +114,7 @@ TEST_F(GridEditing, AnAccountOfTheLineFillsTheLineAndItsRow) {
     EXPECT_EQ(database.statements(),
               (Lines{option, "con2: select bCashItem from code where iyear=2013 and  ccode=N'6001'",
                      "con2: select top 1 * from gl_accvouch where ccode=N'6001'" + keyCondition}));
-    EXPECT_EQ(database.openRecordsets(), Lines{});
-    EXPECT_EQ(database.droppedRecordsets(), Lines{widthsQuery + "cFieldNum"}) << "left to go out of use by the load";
+    expectAllClosed();
 }
 
 TEST_F(GridEditing, TheSummaryOfALineThatWasFoundIsColouredAsTheSystems) {
@@ -137,6 +136,7 @@ TEST_F(GridEditing, ALineNumberThatIsGoneFallsBackToTheFirstLineOfTheAccountAnyw
     EXPECT_EQ(typed(1, 1, "6001"), "6001");
     EXPECT_EQ(cells().TextMatrix(1, 6), "9");
     EXPECT_EQ(cells().TextMatrix(1, 2), "借");
+    expectAllClosed();
     EXPECT_EQ(cells().TextMatrix(1, 3), "60.00") << "an amount in the cell stays";
     EXPECT_EQ(rows()[0], "2:6001:60.00:0:01") << "and goes to the side of the line";
 }
@@ -255,7 +255,7 @@ TEST_F(GridEditing, AnEmptyItemIsRefusedWithoutAStatement) {
 TEST_F(GridEditing, AnUnknownItemIsRefused) {
     expectRefused(1, 4, "77", "<Z7.CW.GL.CashFlow.00054>");
     EXPECT_EQ(database.statements(), Lines{"con2: select * from fitemss98 where citemcode=N'77'"});
-    EXPECT_EQ(database.openRecordsets(), Lines{});
+    expectAllClosed();
 }
 
 TEST_F(GridEditing, AnItemGoesIntoTheRowAndItsNameIntoTheNextCell) {

@@ -160,6 +160,18 @@ TEST_F(DialogLoad, FieldsThatAreNullLeaveTheirCellsEmptyAndAskForNoItem) {
     EXPECT_EQ(database.countOf("select citemname"), 0U);
 }
 
+TEST_F(DialogLoad, ALineWithoutAnItemDoesNotKeepTheOneThatStoodThereBefore) {
+    addTwoRows();
+    load();
+    collection = CashFlowCollection::Create();
+    collection->UpdateCol(1, 2, 5, Date(41279.0));
+    collection->VoucherTable("gl_accvouch");
+    addRow(i16(2), "6001", 0.0, 60.0, Null{});
+    load();
+    EXPECT_EQ(cells().line(1), "digest|6001|贷|60.00|||2|" + collection->Item(1)->key());
+    EXPECT_EQ(cells().Rows(), 2);
+}
+
 TEST_F(DialogLoad, StatementsRunOnTheirSessionsInOrder) {
     modPublic::SetIYear(2011);
     addRow(i16(1), "1001", 100.0, 0.0, "01");

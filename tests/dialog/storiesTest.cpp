@@ -83,7 +83,7 @@ TEST_F(Stories, APaymentIsSplitOverTwoItemsAndStored) {
     });
     EXPECT_EQ(factory->picks.shown,
               (Lines{"t58: t59 1000 t60 1500 t61 1500 right t62 1500 right ; 2 6001 0.00 250.50",
-                     "<Z7.CW.GL.CashFlow.00035>: <Z7.CW.GL.CashFlow.00035> 1500 <Z7.CW.GL.CashFlow.00036> 4500 ; 01 "
+                     "<Z7.CW.GL.CashFlow.00036>: <Z7.CW.GL.CashFlow.00035> 1500 <Z7.CW.GL.CashFlow.00036> 4500 ; 01 "
                      "销售商品收到的现金 ; 02 other receipts"}));
     save();
     EXPECT_EQ(company.storedRows(), (Lines{stored("01", "200"), stored("02", "50.5")}));

@@ -53,6 +53,7 @@ TEST_F(ColumnWidths, StoredWidthsAreShownInTheOrderOfTheirRecords) {
     setWidths({100.0, 200.0, 300.0, 400.0, 500.0, 600.0, 700.0, i16(0)});
     open();
     EXPECT_EQ(shownWidths(), "100 200 300 400 500 600 700 0");
+    EXPECT_EQ(database.droppedRecordsets(), Lines{}) << "closed once it was read";
 }
 
 TEST_F(ColumnWidths, ColumnsWithoutARecordGetTheWidthZeroAndTheNextCloseStoresAllWithoutAQuestion) {
@@ -95,6 +96,7 @@ TEST_F(ColumnWidths, AChangeOf60TwipsIsNoneAndOf61AsksOnce) {
         save();
         EXPECT_EQ(written(), allWritten({3000 + change, 1600, 500, 1500, 1200, 4000, 1000, 0}));
         EXPECT_EQ(boxes(), Lines{question});
+        EXPECT_EQ(database.droppedRecordsets(), Lines{}) << "closed before anything is written";
     }
     EXPECT_EQ(login->formattedTexts->asked.front(),
               (std::pair<std::string, std::vector<Variant>>("Z7.GL.USZZPUB.00571", {Variant("")})));

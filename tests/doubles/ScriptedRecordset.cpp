@@ -106,7 +106,7 @@ void ScriptedRecordset::Open(const std::string& source, const cashflow::ActiveCo
     if (State() == ObjectState::Open) {
         throw Error(errors::objectOpen, "ScriptedRecordset", "the recordset is open");
     }
-    const auto& on = std::holds_alternative<std::monostate>(connection) ? active_ : connection;
+    const auto on = std::holds_alternative<std::monostate>(connection) ? active_ : connection;
     std::string session =
         "(" + std::to_string(static_cast<int>(cursorType)) + "," + std::to_string(static_cast<int>(lockType));
     if (const auto* text = std::get_if<std::string>(&on)) {
@@ -122,6 +122,8 @@ void ScriptedRecordset::Open(const std::string& source, const cashflow::ActiveCo
     if (!table.columns.empty()) {
         fill(source, table, lockType == LockType::Pessimistic || lockType == LockType::Optimistic);
     }
+    active_ = on;
+    countsRows_ = location_ == cashflow::CursorLocation::Client || cursorType != CursorType::Dynamic;
 }
 
 void ScriptedRecordset::Close() {

@@ -25,7 +25,7 @@ public:
     [[nodiscard]] ObjectState State() const override { return records_.State(); }
     [[nodiscard]] std::string Source() const override { return records_.Source(); }
     [[nodiscard]] bool EndOfFile() const override { return records_.EndOfFile(); }
-    [[nodiscard]] std::int32_t RecordCount() const override { return records_.RecordCount(); }
+    [[nodiscard]] std::int32_t RecordCount() const override { return countsRows_ ? records_.RecordCount() : -1; }
     void MoveFirst() override { records_.MoveFirst(); }
     void MoveNext() override { records_.MoveNext(); }
     [[nodiscard]] FieldList& Fields() override;
@@ -54,6 +54,7 @@ private:
     std::string source_;
     cashflow::CursorLocation location_ = cashflow::CursorLocation::Server;
     cashflow::ActiveConnection active_;
+    bool countsRows_ = true; ///< a dynamic cursor on the server does not know how many rows it will give
 };
 
 } // namespace z7::cashflow::test

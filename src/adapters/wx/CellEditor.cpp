@@ -43,9 +43,8 @@ CellEditor::CellEditor(wxWindow& cells, std::function<bool(const wxKeyEvent&)> o
     // NOLINTEND(cppcoreguidelines-owning-memory)
     makeCompact(*entry_);
     makeCompact(*reference_);
-    accessibleName(*reference_, wxString::FromUTF8("…"));
-    entry_->Hide();
-    reference_->Hide();
+    showOnScrolled(*entry_, false);
+    showOnScrolled(*reference_, false);
     entry_->Bind(wxEVT_KEY_DOWN, [this](wxKeyEvent& event) {
         if (!onKey_(event)) {
             event.Skip();
@@ -65,8 +64,8 @@ void CellEditor::open(const wxRect& place, const GridColumn& column, const wxStr
     lastGood_ = text;
     entry_->ChangeValue(text);
     place_ = wxRect();
-    entry_->Show();
-    reference_->Show(column.kind == EditKind::reference);
+    showOnScrolled(*entry_, true);
+    showOnScrolled(*reference_, column.kind == EditKind::reference);
     this->place(place);
     entry_->SetFocus();
     if (selectAll) {
@@ -78,8 +77,8 @@ void CellEditor::open(const wxRect& place, const GridColumn& column, const wxStr
 
 void CellEditor::close() {
     open_ = false;
-    entry_->Hide();
-    reference_->Hide();
+    showOnScrolled(*entry_, false);
+    showOnScrolled(*reference_, false);
 }
 
 void CellEditor::place(const wxRect& place) {
@@ -112,10 +111,13 @@ void CellEditor::font(const wxFont& value) {
     reference_->SetFont(value);
 }
 
-void CellEditor::name(const wxString& value) { accessibleName(*entry_, value); }
+void CellEditor::name(const wxString& value) {
+    accessibleName(*entry_, value);
+    accessibleName(*reference_, value + wxString::FromUTF8("…"));
+}
 
 std::optional<wxRect> CellEditor::referencePlace() const {
-    return open_ && reference_->IsShown() ? std::optional(reference_->GetScreenRect()) : std::nullopt;
+    return open_ && column_.kind == EditKind::reference ? std::optional(reference_->GetScreenRect()) : std::nullopt;
 }
 
 void CellEditor::keepNumber() {

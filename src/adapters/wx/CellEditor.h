@@ -40,7 +40,7 @@ public:
     void focus();
     [[nodiscard]] bool hasFocus() const;
     void font(const wxFont& value);
-    /// What assistive technology reads out for it: the title of its column.
+    /// What assistive technology reads out for it: the title of its column, which has an ellipsis at the reference button.
     void name(const wxString& value);
 
     /// The reference button's place on the screen while it shows.

@@ -169,6 +169,7 @@ void Form::showModal() {
     if (!unloaded_) {
         dialog_->Centre();
         if (mainGrid_ != nullptr) {
+            accessibleName(mainGrid_->window(), dialog_->GetTitle());
             mainGrid_->SetFocus();
         } else {
             focusFirst(true);

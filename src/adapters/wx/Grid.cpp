@@ -89,6 +89,9 @@ std::string Grid::TextMatrix(std::int32_t row, std::int32_t col) const { return 
 void Grid::TextMatrix(std::int32_t row, std::int32_t col, const std::string& text) {
     model_.text({row, col}, text);
     view_.refresh({row, col});
+    if (CellPlace{row, col} == model_.current()) {
+        nameCells();
+    }
 }
 
 std::int16_t Grid::ColWidth(std::int32_t col) const {
@@ -210,6 +213,14 @@ void Grid::setCurrent(const CellPlace& place) {
     }
     view_.refresh(place);
     view_.makeVisible(place);
+    nameCells();
+}
+
+void Grid::nameCells() {
+    const CellPlace place = model_.current();
+    if (model_.onDataRow() && place.col < model_.cols()) {
+        accessibleName(view_.cells(), shown(model_.text({0, place.col}) + ": " + model_.text(place)));
+    }
 }
 
 bool Grid::openEditor(const std::optional<wxString>& typed) {

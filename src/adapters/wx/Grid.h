@@ -24,8 +24,10 @@ namespace z7::cashflow::wx {
 ///
 /// Keys: Tab and Enter go to the next cell that can be edited, and after the last one ask for a further line; if there is none, Tab
 /// leaves the grid, as Ctrl+Tab does anywhere. Shift goes backwards. The arrow keys, Home, End and the page keys move the cursor, with
-/// Ctrl to the ends. F2 or any character opens the editor; F4 and Alt+Down are its reference button; Escape drops what
-/// was typed.
+/// Ctrl to the ends. F2 opens the editor, any character opens it with that in place of the text, Backspace opens it empty; F4 and
+/// Alt+Down are its reference button; Escape drops what was typed.
+///
+/// Assistive technology reads the grid as one control, whose name is the title and the text of the current cell.
 class Grid final : public SuperGrid {
 public:
     /// The form owns the grid's window; the gate outlives the grid.
@@ -104,6 +106,7 @@ private:
     bool moveTo(CellPlace target);
     void setCurrent(const CellPlace& place);
     [[nodiscard]] std::int32_t neighbourColumn(std::int32_t from, std::int32_t step) const;
+    void nameCells();
 
     EventGate& gate_;
     GridModel model_;

@@ -1,5 +1,6 @@
 #include "adapters/wx/GridView.h"
 
+#include "adapters/wx/platform.h"
 #include "adapters/wx/text.h"
 #include "z7cashflow/support/Error.h"
 #include "z7cashflow/support/conversions.h"
@@ -18,6 +19,7 @@ namespace {
 constexpr int rowHeight = 21;
 constexpr int headerHeight = 22;
 constexpr int cellMargin = 3;
+constexpr int scrollStep = 5; // fine enough that the last column comes in without cutting the first digit of another
 
 /// Hands the texts of a model to the toolkit's grid, which has no row for the header.
 class ModelTable final : public wxGridTableBase {
@@ -135,10 +137,12 @@ GridView::GridView(wxWindow& parent, const GridModel& model, const wxRect& place
     grid_->SetTable(table, true, wxGrid::wxGridSelectNone);
     grid_->SetDefaultRenderer(new CellPainter(model_, colors_));
     grid_->EnableEditing(false);
+    keepScrollBars(*grid_);
     grid_->SetRowLabelSize(0);
     grid_->SetColLabelSize(headerHeight);
     grid_->SetDefaultRowSize(rowHeight);
     grid_->SetMargins(0, 0);
+    grid_->SetScrollLineX(scrollStep);
     grid_->DisableDragRowSize();
     grid_->DisableDragGridSize();
     grid_->SetCellHighlightPenWidth(0);

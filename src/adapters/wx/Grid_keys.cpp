@@ -38,6 +38,8 @@ void Grid::onGridKey(wxKeyEvent& event) {
     const int key = event.GetKeyCode();
     if (key == WXK_F2) {
         openEditor();
+    } else if (key == WXK_BACK) {
+        openEditor(wxString());
     } else if (!travel(event) && !travelByPlace(event)) {
         event.Skip();
     }

@@ -22,7 +22,8 @@ namespace {
 
 constexpr int margin = 8;
 constexpr int smallestWidth = 360;
-constexpr int listHeight = 300;
+constexpr int rowsShown = 11;
+constexpr int emptyListHeight = 300;
 constexpr int pageOfRows = 10;
 constexpr double points = 9.0;
 
@@ -47,6 +48,14 @@ public:
                          wxLIST_STATE_SELECTED | wxLIST_STATE_FOCUSED);
             EnsureVisible(bounded);
         }
+    }
+    /// The height that shows so many whole rows below the titles.
+    [[nodiscard]] int heightOfRows(int rows) const {
+        wxRect first;
+        if (positions_.empty() || !GetItemRect(0, first)) {
+            return emptyListHeight;
+        }
+        return first.y + rows * first.height;
     }
     [[nodiscard]] long current() const { return GetNextItem(-1, wxLIST_NEXT_ALL, wxLIST_STATE_SELECTED); }
     [[nodiscard]] std::optional<std::size_t> currentPosition() const {
@@ -96,6 +105,7 @@ public:
         // NOLINTBEGIN(cppcoreguidelines-owning-memory)
         search_ = new wxTextCtrl(this, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize, wxTE_PROCESS_ENTER);
         list_ = new RowList(*this, rows_);
+        keepScrollBars(*list_);
         search_->SetName("search");
         // NOLINTEND(cppcoreguidelines-owning-memory)
         accessibleName(*search_, title);
@@ -108,10 +118,10 @@ public:
         auto* const sizer = new wxBoxSizer(wxVERTICAL); // NOLINT(cppcoreguidelines-owning-memory)
         sizer->Add(search_, wxSizerFlags().Expand().Border(wxALL, margin));
         sizer->Add(list_, wxSizerFlags(1).Expand().Border(wxLEFT | wxRIGHT | wxBOTTOM, margin));
-        list_->SetInitialSize(wxSize(std::max(smallestWidth, width), listHeight));
+        narrow();
+        list_->SetInitialSize(wxSize(std::max(smallestWidth, width), list_->heightOfRows(rowsShown)));
         SetSizerAndFit(sizer);
         Centre();
-        narrow();
         search_->SetFocus();
         search_->Bind(wxEVT_TEXT, [this](wxCommandEvent& /*event*/) { narrow(); });
         search_->Bind(wxEVT_TEXT_ENTER, [this](wxCommandEvent& /*event*/) { take(); });

@@ -27,6 +27,17 @@ void accessibleName(wxWindow& control, const wxString& name) {
     atk_object_set_name(gtk_widget_get_accessible(control.GetHandle()), name.utf8_str());
 }
 
+void showOnScrolled(wxWindow& control, bool show) {
+    gtk_widget_set_child_visible(control.GetHandle(), show ? TRUE : FALSE);
+}
+
+void keepScrollBars(wxWindow& window) {
+    GtkWidget* const widget = window.GetHandle();
+    if (GTK_IS_SCROLLED_WINDOW(widget) != FALSE) {
+        gtk_scrolled_window_set_overlay_scrolling(GTK_SCROLLED_WINDOW(widget), FALSE);
+    }
+}
+
 wxString activeTitle() {
     wxString title;
     GList* const windows = gtk_window_list_toplevels();
@@ -46,6 +57,10 @@ wxString activeTitle() {
 void makeCompact(wxWindow& /*control*/) {}
 
 void accessibleName(wxWindow& control, const wxString& name) { control.SetName(name); }
+
+void showOnScrolled(wxWindow& control, bool show) { control.Show(show); }
+
+void keepScrollBars(wxWindow& /*window*/) {}
 
 wxString activeTitle() {
     const auto* const window = dynamic_cast<wxTopLevelWindow*>(wxGetActiveWindow());

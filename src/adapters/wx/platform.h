@@ -15,6 +15,13 @@ void makeCompact(wxWindow& control);
 /// The name that assistive technology reads out for a control.
 void accessibleName(wxWindow& control, const wxString& name);
 
+/// Shows or hides a control on a window that scrolls. The toolkit's own Hide is not for these: it moves hidden controls along when the
+/// window scrolls, and the window system writes a complaint about each.
+void showOnScrolled(wxWindow& control, bool show);
+
+/// Keeps the scroll bars of a window on the screen as long as there is more to see than fits.
+void keepScrollBars(wxWindow& window);
+
 /// Title of the window that has the keyboard, message boxes included; empty if it is none of this program's.
 [[nodiscard]] wxString activeTitle();
 

@@ -30,7 +30,7 @@ void PickListReferClient::Show() {
                 CursorType::Static, LockType::ReadOnly);
     const std::string code = modPublic::GetText("Z7.CW.GL.CashFlow.00035");
     const std::string name = modPublic::GetText("Z7.CW.GL.CashFlow.00036");
-    if (pickRecord(*list_, code, {{"citemcode", {code, 1500, false}}, {"citemname", {name, 4500, false}}}, *items)) {
+    if (pickRecord(*list_, name, {{"citemcode", {code, 1500, false}}, {"citemname", {name, 4500, false}}}, *items)) {
         recmx_ = items;
     } else {
         items->Close();

@@ -23,8 +23,6 @@ bool refuse(const std::string& prompt) {
     return false;
 }
 
-bool isBlank(const std::string& text) { return text.find_first_not_of(' ') == std::string::npos; }
-
 std::string debitWord() { return modPublic::DirectionText("借"); }
 
 std::string creditWord() { return modPublic::DirectionText("贷"); }
@@ -185,7 +183,7 @@ void frmCashFlow::bookAmount(std::int32_t row, FieldList& line, CashFlow& cf) {
 }
 
 bool frmCashFlow::checkAmount(std::string& text, std::int32_t row, CashFlow& cf) {
-    if (leadingNumber(text) == 0.0 || isBlank(text)) {
+    if (leadingNumber(text) == 0.0) {
         return refuse(modPublic::GetText("Z7.CW.GL.CashFlow.00049"));
     }
     const std::string given = text;
