@@ -55,7 +55,6 @@ void CashFlowCollection::parseSchema() {
         modPublic::RaiseCashFlowError(errors::badSchemaDocument, modPublic::GetText("Z7.CW.GL.CashFlow.00016"),
                                       std::move(why));
     }
-    auto shape = std::make_shared<FieldShape>();
     for (const XmlNode& node : document->documentElement().childNodes()) {
         auto item = std::make_shared<CashFlowStructItem>();
         item->FieldName = node.attribute("name").value_or("");
@@ -63,10 +62,9 @@ void CashFlowCollection::parseSchema() {
         item->DataCanNull = node.attribute("isnull") == "true";
         item->DefaultValue = node.attribute("default").value_or("");
         item->isSave = node.attribute("save") == "true";
-        shape->add(item->FieldName);
         CFStruct_->Add(std::move(item));
     }
-    schemaShape_ = std::move(shape);
+    schemaShape_ = std::make_shared<const FieldShape>(CFStruct_->shape());
 }
 
 std::shared_ptr<CashFlow> CashFlowCollection::CreateCFObject() {

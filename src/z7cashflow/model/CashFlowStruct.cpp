@@ -1,6 +1,10 @@
 #include "z7cashflow/model/CashFlowStruct.h"
 
+#include "z7cashflow/support/Error.h"
+
+#include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <utility>
 
 namespace z7::cashflow {
@@ -9,16 +13,16 @@ void CashFlowStruct::Add(std::shared_ptr<const CashFlowStructItem> Item) {
     if (!Item) {
         raisePlatformError(Reason::schemaFieldMissing);
     }
-    const std::string name = Item->FieldName;
-    items_.add(name, std::move(Item));
+    if (!shape_.add(Item->FieldName)) {
+        raisePlatformError(Reason::fieldExists, {Item->FieldName});
+    }
+    items_.push_back(std::move(Item));
 }
 
 std::shared_ptr<const CashFlowStructItem> CashFlowStruct::Item(const std::string& vntIndexKey) const {
-    const auto* found = items_.find(vntIndexKey);
-    return found == nullptr ? nullptr : *found;
+    const std::optional<std::size_t> position = shape_.position(vntIndexKey);
+    return position ? items_[*position] : nullptr;
 }
-
-const std::vector<std::string>& CashFlowStruct::Fields() const noexcept { return items_.names(); }
 
 Variant CashFlowStruct::Count() const { return static_cast<std::int32_t>(items_.size()); }
 

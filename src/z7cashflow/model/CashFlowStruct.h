@@ -1,7 +1,7 @@
 #pragma once
 
 #include "z7cashflow/model/CashFlowStructItem.h"
-#include "z7cashflow/support/OrderedMap.h"
+#include "z7cashflow/model/FieldShape.h"
 #include "z7cashflow/support/Variant.h"
 
 #include <memory>
@@ -19,16 +19,19 @@ public:
     /// The field of that name, or nothing if there is none.
     [[nodiscard]] std::shared_ptr<const CashFlowStructItem> Item(const std::string& vntIndexKey) const;
     /// All field names in the order in which they were added.
-    [[nodiscard]] const std::vector<std::string>& Fields() const noexcept;
+    [[nodiscard]] const std::vector<std::string>& Fields() const noexcept { return shape_.names(); }
+    /// The names as the shape of a row that has these fields.
+    [[nodiscard]] const FieldShape& shape() const noexcept { return shape_; }
     /// The fields in the order of their names.
     [[nodiscard]] const std::vector<std::shared_ptr<const CashFlowStructItem>>& items() const noexcept {
-        return items_.values();
+        return items_;
     }
     /// The number of fields, a 32-bit integer.
     [[nodiscard]] Variant Count() const;
 
 private:
-    OrderedMap<std::shared_ptr<const CashFlowStructItem>> items_;
+    FieldShape shape_;
+    std::vector<std::shared_ptr<const CashFlowStructItem>> items_; ///< in the order of the shape's names
 };
 
 } // namespace z7::cashflow

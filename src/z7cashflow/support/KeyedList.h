@@ -8,7 +8,7 @@
 #include <cstdint>
 #include <deque>
 #include <iterator>
-#include <limits>
+#include <new>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -17,18 +17,11 @@
 namespace z7::cashflow {
 
 /// A list that keeps its order of insertion, is indexed from 1, and finds an element by a text key without regard to
-/// letter case. Neither an index nor a key makes it walk the list, and taking elements from the front costs no more
-/// than taking them from the end.
-///
-/// Each element carries a label that rises along the list; a key leads to the label, and the label to the position by
-/// halving. Labels leave room between neighbours, so that an insertion seldom needs to hand out new ones.
+/// letter case. Neither an index nor a key makes it walk the list, nor does taking elements from either end; to remove
+/// by key or to insert in the middle it compares the addresses of the elements on the way.
 template <class T> class KeyedList {
-    struct Entry {
-        std::uint64_t label;
-        const std::string* foldedKey; ///< the key inside labels_, whose nodes stay where they are
-        T value;
-    };
-    using Entries = std::deque<Entry>;
+    using Elements = std::unordered_map<std::string, T>;
+    using Order = std::deque<const typename Elements::value_type*>; // elements stay where they are in memory
 
 public:
     /// Walks the values in list order. Any change of the list ends its validity.
@@ -41,9 +34,9 @@ public:
         using reference = const T&;
 
         const_iterator() = default;
-        explicit const_iterator(typename Entries::const_iterator at) : at_(at) {}
-        reference operator*() const { return at_->value; }
-        pointer operator->() const { return &at_->value; }
+        explicit const_iterator(typename Order::const_iterator at) : at_(at) {}
+        reference operator*() const { return (*at_)->second; }
+        pointer operator->() const { return &(*at_)->second; }
         const_iterator& operator++() {
             ++at_;
             return *this;
@@ -56,99 +49,84 @@ public:
         friend bool operator==(const const_iterator& a, const const_iterator& b) { return a.at_ == b.at_; }
 
     private:
-        typename Entries::const_iterator at_;
+        typename Order::const_iterator at_;
     };
 
-    [[nodiscard]] std::size_t size() const noexcept { return entries_.size(); }
-    [[nodiscard]] bool empty() const noexcept { return entries_.empty(); }
-    [[nodiscard]] bool contains(std::string_view key) const { return labels_.count(foldCase(key)) != 0; }
-    [[nodiscard]] const_iterator begin() const { return const_iterator(entries_.begin()); }
-    [[nodiscard]] const_iterator end() const { return const_iterator(entries_.end()); }
+    KeyedList() = default;
+    KeyedList(const KeyedList&) = delete; // its order refers to its own elements
+    KeyedList& operator=(const KeyedList&) = delete;
+
+    [[nodiscard]] std::size_t size() const noexcept { return order_.size(); }
+    [[nodiscard]] bool empty() const noexcept { return order_.empty(); }
+    [[nodiscard]] bool contains(std::string_view key) const { return elements_.count(foldCase(key)) != 0; }
+    [[nodiscard]] const_iterator begin() const { return const_iterator(order_.begin()); }
+    [[nodiscard]] const_iterator end() const { return const_iterator(order_.end()); }
 
     /// Appends under a key. Error 457 if the key is there already; the list then stays as it was.
-    void append(std::string_view key, T value) { insertAt(entries_.size(), key, std::move(value)); }
+    void append(std::string_view key, T value) { insertAt(order_.end(), key, std::move(value)); }
 
     /// Inserts an element in front of the one whose key is before. Error 5 if there is no such key, 457 if the new
     /// key is there already; the list then stays as it was.
     void insertBefore(std::string_view before, std::string_view key, T value) {
-        insertAt(position(before), key, std::move(value));
+        insertAt(placeOf(element(before)), key, std::move(value));
     }
 
     /// The element at an index from 1. Error 9 outside the list.
-    [[nodiscard]] const T& at(std::int64_t index) const { return entries_[position(index)].value; }
+    [[nodiscard]] const T& at(std::int64_t index) const { return order_[position(index)]->second; }
     /// The element of a key. Error 5 if there is none.
-    [[nodiscard]] const T& at(std::string_view key) const { return entries_[position(key)].value; }
+    [[nodiscard]] const T& at(std::string_view key) const { return element(key).second; }
 
     /// Takes out the element at an index from 1. Error 9 outside the list.
-    void remove(std::int64_t index) { removeAt(position(index)); }
+    void remove(std::int64_t index) { removeAt(order_.begin() + static_cast<std::ptrdiff_t>(position(index))); }
     /// Takes out the element of a key. Error 5 if there is none.
-    void remove(std::string_view key) { removeAt(position(key)); }
+    void remove(std::string_view key) { removeAt(placeOf(element(key))); }
 
     void clear() noexcept {
-        entries_.clear();
-        labels_.clear();
+        order_.clear();
+        elements_.clear();
     }
 
 private:
-    static constexpr std::uint64_t gap = std::uint64_t{1} << 24U;
-
     [[nodiscard]] std::size_t position(std::int64_t index) const {
-        if (index < 1 || static_cast<std::uint64_t>(index) > entries_.size()) {
+        if (index < 1 || static_cast<std::uint64_t>(index) > order_.size()) {
             raisePlatformError(Reason::indexOutOfRange, {std::to_string(index)});
         }
         return static_cast<std::size_t>(index - 1);
     }
 
-    [[nodiscard]] std::size_t position(std::string_view key) const {
-        const auto found = labels_.find(foldCase(key));
-        if (found == labels_.end()) {
+    [[nodiscard]] const typename Elements::value_type& element(std::string_view key) const {
+        const auto found = elements_.find(foldCase(key));
+        if (found == elements_.end()) {
             raisePlatformError(Reason::keyUnknown, {shortened(key)});
         }
-        const auto at = std::lower_bound(entries_.begin(), entries_.end(), found->second,
-                                         [](const Entry& entry, std::uint64_t label) { return entry.label < label; });
-        return static_cast<std::size_t>(at - entries_.begin());
+        return *found;
     }
 
-    void insertAt(std::size_t position, std::string_view key, T value) {
-        const auto [node, isNew] = labels_.try_emplace(foldCase(key), 0);
+    [[nodiscard]] typename Order::const_iterator placeOf(const typename Elements::value_type& element) const {
+        return std::find(order_.begin(), order_.end(), &element);
+    }
+
+    void insertAt(typename Order::const_iterator place, std::string_view key, T value) {
+        const auto [element, isNew] = elements_.try_emplace(foldCase(key), std::move(value));
         if (!isNew) {
             raisePlatformError(Reason::keyExists, {shortened(key)});
         }
         try {
-            entries_.insert(entries_.begin() + static_cast<std::ptrdiff_t>(position),
-                            Entry{0, &node->first, std::move(value)});
+            order_.insert(place, &*element);
         } catch (const std::bad_alloc&) {
-            labels_.erase(node);
+            elements_.erase(element);
             throw;
         }
-        const std::uint64_t low = position == 0 ? 0 : entries_[position - 1].label;
-        const bool last = position + 1 == entries_.size();
-        const std::uint64_t high = last ? std::numeric_limits<std::uint64_t>::max() : entries_[position + 1].label;
-        if (high - low < 2) {
-            relabel();
-            return;
-        }
-        const std::uint64_t label = low + (last ? std::min(gap, (high - low) / 2) : (high - low) / 2);
-        entries_[position].label = label;
-        node->second = label;
     }
 
-    void relabel() {
-        std::uint64_t label = 0;
-        for (Entry& entry : entries_) {
-            entry.label = label += gap;
-            labels_.find(*entry.foldedKey)->second = label;
-        }
+    void removeAt(typename Order::const_iterator place) {
+        const std::string& key = (*place)->first;
+        order_.erase(place);
+        elements_.erase(elements_.find(key));
     }
 
-    void removeAt(std::size_t position) {
-        const auto at = entries_.begin() + static_cast<std::ptrdiff_t>(position);
-        labels_.erase(*at->foldedKey);
-        entries_.erase(at);
-    }
-
-    Entries entries_;
-    std::unordered_map<std::string, std::uint64_t> labels_;
+    Elements elements_; ///< by their folded keys
+    Order order_;
 };
 
 } // namespace z7::cashflow

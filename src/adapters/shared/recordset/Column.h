@@ -1,9 +1,9 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace z7::cashflow::shared {
@@ -19,7 +19,7 @@ struct Column {
     int length = 0; ///< the maximum number of characters of a text; 0 for no limit
 };
 
-/// The columns of a result, with a look-up by name that takes no heed of letter case. It does not change once it is made, so
+/// The columns of a result, with a look-up by name without regard to letter case. It does not change once it is made, so
 /// that all results of one statement can share it.
 class ColumnList {
 public:
@@ -28,11 +28,11 @@ public:
     [[nodiscard]] int count() const noexcept { return static_cast<int>(columns_.size()); }
     [[nodiscard]] const Column& operator[](int position) const { return columns_[static_cast<std::size_t>(position)]; }
     /// The position of the first column of that name, or -1 if there is none.
-    [[nodiscard]] int find(std::string_view name) const noexcept;
+    [[nodiscard]] int find(std::string_view name) const;
 
 private:
     std::vector<Column> columns_;
-    std::vector<std::int32_t> slots_; ///< open addressing over the lower-cased names; -1 is free
+    std::unordered_map<std::string, int> positions_; ///< of the lower-cased names
 };
 
 } // namespace z7::cashflow::shared
