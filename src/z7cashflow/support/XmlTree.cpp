@@ -113,7 +113,7 @@ struct Reading {
     std::string_view rest; ///< of the text: what the parser has not taken yet
     std::size_t budget = expansionBudget;
     bool refused = false;     ///< an error was found: nothing more is read
-    bool outOfMemory = false; ///< it was none of the document's
+    bool outOfMemory = false; ///< the error is none of the document's
     Explanation why;          ///< the first error
     TreeBuilder builder;
 };
@@ -258,12 +258,37 @@ Reason reasonOf(int code) noexcept {
     case XML_ERR_INVALID_CHAR:
     case XML_ERR_INVALID_ENCODING:
         return Reason::xmlCharacterInvalid;
-    case XML_ERR_NO_MEMORY: // the parser says so of its own bounds too, such as that on names
+    case XML_ERR_NO_MEMORY: // of a bound of the parser's own, see isMemoryLost
         return Reason::xmlBeyondLimits;
     default:
         return Reason::xmlNotWellFormed;
     }
 }
+
+// The parser says "no memory" of its bound on names too, and after an error that ends the parse.
+bool isMemoryLost(const Reading& reading, const xmlParserCtxt& parser, int code) {
+    return code == XML_ERR_NO_MEMORY && !reading.refused && xmlDictGetUsage(parser.dict) <= XML_MAX_DICTIONARY_LIMIT;
+}
+
+/// Hears on this thread that the parser lacks memory where it does not say so to the parse, which would go to the error stream, and
+/// gives the hearing back to whom it had before.
+class MemoryWatch {
+public:
+    explicit MemoryWatch(Reading& reading) noexcept
+        : handler_(xmlStructuredError), context_(xmlStructuredErrorContext) {
+        xmlSetStructuredErrorFunc(&reading, [](void* context, auto* error) {
+            auto* reading = static_cast<Reading*>(context);
+            reading->outOfMemory = reading->outOfMemory || (error->code == XML_ERR_NO_MEMORY && !reading->refused);
+        });
+    }
+    ~MemoryWatch() { xmlSetStructuredErrorFunc(context_, handler_); }
+    MemoryWatch(const MemoryWatch&) = delete;
+    MemoryWatch& operator=(const MemoryWatch&) = delete;
+
+private:
+    xmlStructuredErrorFunc handler_;
+    void* context_;
+};
 
 constexpr std::size_t expansionCost = 64; // of one use, whatever its length
 constexpr int mostNamespacesInScope = 64;
@@ -444,7 +469,9 @@ void prepare(xmlParserCtxt& parser, Reading& reading) {
     // parser.)
     parser.sax->serror = [](void* context, auto* error) {
         Reading& reading = readingOf(context);
-        if (error->level >= XML_ERR_ERROR) {
+        if (isMemoryLost(reading, *static_cast<xmlParserCtxt*>(context), error->code)) {
+            reading.outOfMemory = true;
+        } else if (error->level >= XML_ERR_ERROR) {
             note(context, reasonOf(error->code));
         }
         reading.refused = reading.refused || error->level == XML_ERR_FATAL;
@@ -458,6 +485,35 @@ void prepare(xmlParserCtxt& parser, Reading& reading) {
     parser.sax->ignorableWhitespace = characters;
     parser.sax->comment = comment;
     parser.sax->processingInstruction = instruction;
+}
+
+// A null pointer, and why, if the parser refuses the text.
+std::shared_ptr<const XmlTree> parse(std::string_view text, const MarkupCount& count, Explanation& why) {
+    Reading reading;
+    const MemoryWatch memory(reading);
+    const std::unique_ptr<xmlParserCtxt, decltype(&xmlFreeParserCtxt)> parser(xmlNewParserCtxt(), xmlFreeParserCtxt);
+    if (!parser) {
+        throw std::bad_alloc();
+    }
+    reading.text = text;
+    reading.rest = text;
+    reading.builder.reserve(count.tags(), count.values(), text.size());
+    prepare(*parser, reading);
+    const std::unique_ptr<xmlDoc, decltype(&xmlFreeDoc)> document(
+        xmlCtxtReadIO(parser.get(), readFromText, nullptr, &reading, nullptr, "UTF-8", parseOptions), xmlFreeDoc);
+    if (reading.outOfMemory) {
+        throw std::bad_alloc();
+    }
+    auto tree = std::make_shared<XmlTree>(reading.builder.take());
+    // Errors of namespaces leave a document behind; it is refused all the same.
+    if (!document || parser->wellFormed == 0 || parser->nsWellFormed == 0 || tree->nodes.empty()) {
+        note(parser.get(), Reason::xmlNotWellFormed);
+        why = std::move(reading.why);
+        return nullptr;
+    }
+    xmlDictReference(parser->dict);
+    tree->names = std::shared_ptr<xmlDict>(parser->dict, xmlDictFree);
+    return tree;
 }
 
 } // namespace
@@ -476,29 +532,17 @@ std::shared_ptr<const XmlTree> XmlTree::read(std::string_view text, Explanation&
     if (why.reason != Reason::none) {
         return nullptr;
     }
-    const std::unique_ptr<xmlParserCtxt, decltype(&xmlFreeParserCtxt)> parser(xmlNewParserCtxt(), xmlFreeParserCtxt);
-    if (!parser) {
+    if (auto tree = parse(text, *count, why)) {
+        return tree;
+    }
+    // The parser does not always say that its memory has run out, and then refuses what it could not hold: a verdict counts when it
+    // is found twice.
+    const Explanation first = std::move(why);
+    why = {};
+    auto tree = parse(text, *count, why);
+    if (tree == nullptr && (why.reason != first.reason || why.arguments != first.arguments)) {
         throw std::bad_alloc();
     }
-    Reading reading;
-    reading.text = text;
-    reading.rest = text;
-    reading.builder.reserve(count->tags(), count->values(), text.size());
-    prepare(*parser, reading);
-    const std::unique_ptr<xmlDoc, decltype(&xmlFreeDoc)> document(
-        xmlCtxtReadIO(parser.get(), readFromText, nullptr, &reading, nullptr, "UTF-8", parseOptions), xmlFreeDoc);
-    if (reading.outOfMemory) {
-        throw std::bad_alloc();
-    }
-    auto tree = std::make_shared<XmlTree>(reading.builder.take());
-    // After an error of namespaces there is a document, which is refused all the same.
-    if (!document || parser->wellFormed == 0 || parser->nsWellFormed == 0 || tree->nodes.empty()) {
-        note(parser.get(), Reason::xmlNotWellFormed);
-        why = std::move(reading.why);
-        return nullptr;
-    }
-    xmlDictReference(parser->dict);
-    tree->names = std::shared_ptr<xmlDict>(parser->dict, xmlDictFree);
     return tree;
 }
 

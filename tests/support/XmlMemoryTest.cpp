@@ -1,0 +1,124 @@
+// A program of its own: it takes the XML parser's allocator away before the parser is used for the first time.
+
+#include "z7cashflow/support/XmlDocument.h"
+
+#include <gtest/gtest.h>
+#include <libxml/xmlmemory.h>
+
+#include <cstdlib>
+#include <cstring>
+#include <new>
+#include <string>
+#include <vector>
+
+namespace z7::cashflow {
+namespace {
+
+/// The parser's allocator, of which one call fails, or all from one on.
+struct Allocator {
+    static inline long calls = 0;
+    static inline long failAt = 0; ///< 0 for never
+    static inline bool failAfter = false;
+    static inline long failures = 0;
+
+    static bool fails() {
+        ++calls;
+        const bool now = failAt > 0 && (calls == failAt || (failAfter && calls > failAt));
+        failures += now ? 1 : 0;
+        return now;
+    }
+    static void* allocate(std::size_t size) { return fails() ? nullptr : std::malloc(size); }
+    static void* resize(void* block, std::size_t size) { return fails() ? nullptr : std::realloc(block, size); }
+    static char* copy(const char* text) { return fails() ? nullptr : strdup(text); }
+    static void begin(long at, bool after) {
+        calls = 0;
+        failures = 0;
+        failAt = at;
+        failAfter = after;
+    }
+};
+
+const bool taken = xmlMemSetup(std::free, Allocator::allocate, Allocator::resize, Allocator::copy) == 0;
+
+/// The elements of a document with their attributes, in order.
+std::string writtenOut(const XmlNode& node) {
+    std::string text = "<" + node.baseName();
+    node.eachAttribute([&text](std::string_view name, std::string_view value) {
+        text.append(" ").append(name).append("='").append(value).append("'");
+    });
+    for (const XmlNode& child : node.childNodes()) {
+        text += writtenOut(child);
+    }
+    return text + ">";
+}
+
+std::string outcomeOf(std::string_view text) {
+    try {
+        Explanation why;
+        const auto document = XmlDocument::load(text, &why);
+        return document ? writtenOut(document->documentElement()) : "refused: " + englishText(why);
+    } catch (const std::bad_alloc&) {
+        return "out of memory";
+    }
+}
+
+struct Case {
+    const char* name;
+    std::string text;
+};
+
+std::string manyRows() {
+    std::string text = "<root iperiod='1'><rows>";
+    for (int i = 0; i < 300; ++i) { // more names than the parser's first tables hold
+        text += "<row inid='" + std::to_string(i) + "' field" + std::to_string(i) + "='&lt;a&#65;'/>";
+    }
+    return text + "</rows></root>";
+}
+
+class XmlMemoryTest : public testing::TestWithParam<Case> {};
+
+TEST_P(XmlMemoryTest, AnAllocationThatFailsIsSaidToBeJustThat) {
+    ASSERT_TRUE(taken);
+    const std::string& text = GetParam().text;
+    const std::string expected = outcomeOf(text); // and what the parser sets up once
+    for (const bool after : {false, true}) {
+        long at = 0;
+        for (bool failed = true; failed;) {
+            Allocator::begin(++at, after);
+            const std::string outcome = outcomeOf(text);
+            failed = Allocator::failures > 0;
+            Allocator::begin(0, false);
+            if (outcome != expected) { // the parser may do without what it asked for
+                EXPECT_EQ(outcome, "out of memory") << "allocation " << at << (after ? " and all after it" : "");
+            }
+        }
+        EXPECT_GT(at, 10);
+    }
+    EXPECT_EQ(outcomeOf(text), expected) << "nothing is left behind";
+}
+
+// The parser calls it a lack of memory too, but it is the document that asks for too much.
+TEST(XmlMemory, NamesBeyondTheParsersBoundAreAVerdict) {
+    std::string text = "<r>";
+    for (int i = 1000000; i < 1650000; ++i) {
+        text += "<a_name_of_a_good_length_for_an_element_" + std::to_string(i) + "/>";
+    }
+    EXPECT_EQ(outcomeOf(text + "</r>").substr(0, 7), "refused");
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Documents, XmlMemoryTest,
+    testing::Values(
+        Case{"Rows", manyRows()}, Case{"OneRow", "<root><rows><row a='1' b='2'>text</row></rows></root>"},
+        Case{"Namespaces", "<r xmlns='u' xmlns:p='v' p:a='1'><p:x p:y='2'/><q xmlns:q='w' q:z='3'/></r>"},
+        Case{"Entities",
+             "<!DOCTYPE r [<!ENTITY e 'some &lt;text&gt;'><!ATTLIST x d CDATA 'v'>]><r a='&e;'>&e;<x/></r>"},
+        Case{"OtherNodes", "<?xml version='1.0' encoding='UTF-8'?><!-- c --><r>a<!-- c --><?p i?><![CDATA[<]]></r>"},
+        Case{"LongValue", "<r a='" + std::string(50000, 'x') + "'>" + std::string(50000, 'y') + "</r>"},
+        Case{"NotWellFormed", "<root><rows><row a='1' a='2'/></rows></root>"},
+        Case{"NotFinished", "<root><rows><row a='1'"}, Case{"UnknownEntity", "<r>&nothing;</r>"},
+        Case{"UndeclaredPrefix", "<r><p:x/></r>"}),
+    [](const auto& info) { return info.param.name; });
+
+} // namespace
+} // namespace z7::cashflow
