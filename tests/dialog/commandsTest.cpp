@@ -383,6 +383,15 @@ TEST_F(Commands, ANewTemplateTakesAccountSideItemAndDateOfTheLine) {
     EXPECT_EQ(rows()[0], "2:6001:0:60.00:01") << "the check of the cells has stored them";
 }
 
+TEST_F(Commands, ATemplateStartsOnTheDateOfItsRowWhateverTheVouchersIs) {
+    setTemplates(false);
+    addTwoRows();
+    collection->Item(1)->SetValue("dbill_date", Date(41280.0));
+    open();
+    form().press("cmdTemplate");
+    EXPECT_EQ(templateEvents()[5], "dStartDate = 2013-01-06");
+}
+
 TEST_F(Commands, ATemplateOfADebitLineHasTheDebitSide) {
     setTemplates(false);
     addRow(i16(1), "1001", 100.0, 0.0, "02");

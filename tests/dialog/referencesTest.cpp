@@ -2,6 +2,7 @@
 
 #include "dialog/DialogTest.h"
 #include "z7cashflow/dialog/DefineRef.h"
+#include "z7cashflow/dialog/referenceClients.h"
 
 namespace z7::cashflow::test {
 namespace {
@@ -221,6 +222,38 @@ TEST_F(References, TheLibrarysOwnLineClientShowsTheProvidersColumnsAndRows) {
     cells().reference(3, 1);
     EXPECT_EQ(cells().editorText(), "6002") << "Escape";
     expectAllClosed();
+}
+
+TEST_F(References, TheLibrarysOwnLineClientHidesAColumnThatIsNotForDisplay) {
+    class Provider final : public ReferenceProvider {
+    public:
+        explicit Provider(std::shared_ptr<Recordset> records) : records_(std::move(records)) {}
+        void GetSrvRefMeta(const std::string& /*sRefID*/, const std::string& /*sXML*/, std::string& MetaXML,
+                           std::string& /*sMsg*/, bool& /*bFlag*/) override {
+            MetaXML = "<Ref cRefName='r'><RefColSet><Z7ColSet><Data>"
+                      "<ColSet cFld='inid' bDisp='0' cCaption='hidden' iColWidth='1000'/>"
+                      "<ColSet cFld='ccode' bDisp='1' cCaption='account' iColWidth='1500'/>"
+                      "</Data></Z7ColSet></RefColSet></Ref>";
+        }
+        void GetSrvData(const std::string& /*sRefID*/, const std::string& /*sXML*/, const std::string& /*EleMeta*/,
+                        std::shared_ptr<Recordset>& /*RstClass*/, std::shared_ptr<Recordset>& RstGrid,
+                        std::shared_ptr<Recordset>& /*RstColSet*/, std::string& /*sMsg*/, bool& /*bFlag*/) override {
+            RstGrid = records_;
+        }
+
+    private:
+        std::shared_ptr<Recordset> records_;
+    };
+    factory->picks.choices = {0};
+    std::shared_ptr<ReferenceProvider> provider =
+        std::make_shared<Provider>(openItems(voucherLine("6002", i16(3), 0.0, 45.0)));
+    std::shared_ptr<Recordset> shown;
+    std::shared_ptr<Recordset> picked;
+    std::string errorText;
+    EXPECT_TRUE(createServerRefClient()->ShowServerRef(provider, shown, picked, errorText)) << errorText;
+    EXPECT_EQ(factory->picks.shown, Lines{"r: account 1500 ; 6002"});
+    EXPECT_EQ(toText(picked->Fields().Item("inid")), "3");
+    picked->Close();
 }
 
 TEST_F(References, TheLibrarysOwnLineClientTellsAFailureOfTheProvider) {
