@@ -24,7 +24,7 @@ public:
     Desktop& operator=(const Desktop&) = delete;
 
 private:
-    std::unique_ptr<wx::WindowSystem> windows_;
+    std::shared_ptr<wx::WindowSystem> windows_; ///< shared, since a build without windows does not know its type
 };
 
 } // namespace z7::cashflow::host

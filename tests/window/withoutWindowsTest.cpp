@@ -1,0 +1,29 @@
+// A program that was built without windows, whatever this build has.
+
+#include "RunProgram.h"
+#include "ScratchFolder.h"
+#include "host/cli/ExitCode.h"
+
+#include <gtest/gtest.h>
+
+namespace z7::cashflow::host {
+namespace {
+
+TEST(WithoutWindows, EditSaysWhatIsMissingAndSavesNothing) {
+    const ScratchFolder scratch;
+    const std::string file = (scratch.path() / "company.db").string();
+    ASSERT_EQ(runProgram({"init", file, "--sample", "--quiet"}).exitCode, exitCode::done);
+    for (const auto& arguments :
+         {std::vector<std::string>{"2024/3/1/1"}, {"--outside", "sales_voucher", "AR-2024-0301"}}) {
+        std::vector<std::string> line{"edit", file, "--lang", "en"};
+        line.insert(line.end(), arguments.begin(), arguments.end());
+        const RunResult run = runProgram(line);
+        EXPECT_EQ(run.exitCode, exitCode::usage);
+        EXPECT_NE(run.err.find("built without windows"), std::string::npos) << run.err;
+        EXPECT_EQ(run.out, "");
+    }
+    EXPECT_EQ(runProgram({"rows", file, "2024/3/1/1", "--json"}).out, "[]\n");
+}
+
+} // namespace
+} // namespace z7::cashflow::host
