@@ -86,7 +86,8 @@ protected:
 };
 
 TEST_F(ApplicationTest, HelpStandsInBothLanguagesWithExamples) {
-    for (const char* command : {"init", "vouchers", "rows", "check", "save", "allot"}) {
+    for (const char* command :
+         {"init", "vouchers", "rows", "check", "save", "allot", "assign", "clear", "reassign", "log", "undo"}) {
         const RunResult english = runProgram({command, "--help"});
         EXPECT_EQ(english.exitCode, 0);
         EXPECT_THAT(english.out, HasSubstr("Usage:"));

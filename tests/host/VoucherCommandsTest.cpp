@@ -283,8 +283,9 @@ TEST_F(VoucherCommandsTest, ASumThatDoesNotMatchIsSaidWhereItMayBeStored) {
     const std::string file = scratch.write("rows.xml", document).string();
     const RunResult stored = run({"import", "2024/1/1/1", file});
     EXPECT_EQ(stored.exitCode, 0) << stored.err;
-    EXPECT_THAT(stored.out, HasSubstr("rows stored: 1.\nThe rows do not match the voucher: The voucher moves 70.00 "
-                                      "debit in cash, its rows 1.00 debit: 69.00 debit is not allocated."));
+    EXPECT_THAT(stored.out,
+                HasSubstr("rows stored: 1.\nchanged 1\nThe rows do not match the voucher: The voucher moves 70.00 "
+                          "debit in cash, its rows 1.00 debit: 69.00 debit is not allocated."));
     const Json json = Json::parse(run({"import", "2024/1/1/1", file, "--json"}).out);
     EXPECT_EQ(json.at("outcome"), "stored");
     EXPECT_EQ(json.at("mismatch").at("number"), 10009);

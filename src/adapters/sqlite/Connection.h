@@ -9,6 +9,7 @@
 namespace z7::cashflow::sqlite {
 
 class Connection;
+class RelaxedCommits;
 class Session;
 class TableLoader;
 struct Observers;
@@ -42,6 +43,7 @@ public:
     void onRewrittenStatement(StatementObserver observer);
 
 private:
+    friend class RelaxedCommits;
     friend class TableLoader;
     friend std::vector<std::string> tableNames(Connection& connection);
     friend std::vector<TableColumn> tableColumns(Connection& connection, const std::string& table);

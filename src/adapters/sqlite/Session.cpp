@@ -355,6 +355,22 @@ void Session::rollback() {
     }
 }
 
+void Session::waitForDisk(bool wait) {
+    executeScript(handle(), std::string("PRAGMA main.synchronous = ") + (wait ? "FULL" : "NORMAL"));
+    if (!wait) {
+        return;
+    }
+    // What was moved to the account's file meanwhile is on the disk; what is still in the log is not.
+    sqlite3_file* log = nullptr;
+    const bool known = sqlite3_file_control(handle(), "main", SQLITE_FCNTL_JOURNAL_POINTER, &log) == SQLITE_OK;
+    if (known && log != nullptr && log->pMethods != nullptr) {
+        const int code = log->pMethods->xSync(log, SQLITE_SYNC_NORMAL);
+        if (code != SQLITE_OK) {
+            raiseDatabaseError(SQLITE_IOERR_FSYNC, sqlite3_errstr(code));
+        }
+    }
+}
+
 bool Session::isIdle() const noexcept {
     return handle_ != nullptr && !inTransaction_ && sqlite3_get_autocommit(handle_.get()) != 0;
 }

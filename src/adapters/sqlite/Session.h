@@ -57,6 +57,9 @@ public:
     void begin() override;
     void commit() override;
     void rollback() override;
+    /// Whether each commit waits until the disk has it, as it does unless told otherwise. Told so again, it waits for all that was
+    /// committed meanwhile; error of the database if the disk does not take it. Not within a transaction.
+    void waitForDisk(bool wait);
     [[nodiscard]] bool inTransaction() const noexcept override { return inTransaction_; }
     [[nodiscard]] bool isIdle() const noexcept override;
 

@@ -33,6 +33,9 @@ public:
 [[nodiscard]] std::unique_ptr<Command> makeCheckCommand();
 [[nodiscard]] std::unique_ptr<Command> makeSaveCommand();
 [[nodiscard]] std::unique_ptr<Command> makeAllotCommand();
+[[nodiscard]] std::unique_ptr<Command> makeAssignCommand();
+[[nodiscard]] std::unique_ptr<Command> makeClearCommand();
+[[nodiscard]] std::unique_ptr<Command> makeReassignCommand();
 [[nodiscard]] std::unique_ptr<Command> makeLogCommand();
 [[nodiscard]] std::unique_ptr<Command> makeUndoCommand();
 [[nodiscard]] std::unique_ptr<Command> makeVerifyCommand();

@@ -102,6 +102,9 @@ constexpr std::array kindWords{
     std::pair{Kind::noRowsDocument, "no-rows-document"},
     std::pair{Kind::otherVoucher, "other-voucher"},
     std::pair{Kind::changedSince, "changed-since"},
+    std::pair{Kind::lineMissing, "line-missing"},
+    std::pair{Kind::amountExceedsLine, "amount-exceeds-line"},
+    std::pair{Kind::restWithoutItem, "rest-without-item"},
 };
 
 constexpr std::array originWords{

@@ -1,7 +1,11 @@
+#include "adapters/sqlite/RelaxedCommits.h"
 #include "host/cli/Command.h"
 #include "host/cli/ExitCode.h"
 #include "host/cli/Output.h"
 #include "host/cli/jsonText.h"
+#include "host/commands/ChangesOutput.h"
+#include "host/commands/GenerationOptions.h"
+#include "host/commands/RowCounts.h"
 #include "host/commands/arguments.h"
 #include "host/commands/savedVoucher.h"
 #include "host/terminal/ProgressBar.h"
@@ -20,6 +24,7 @@
 namespace z7::cashflow::host {
 
 using workbench::Allotment;
+using workbench::Assignment;
 using workbench::Outcome;
 using workbench::RunLog;
 using workbench::voucherKeyText;
@@ -38,6 +43,7 @@ struct Totals {
     std::array<Count, 4> counts;         ///< by Outcome
     std::vector<VoucherResult> refusals; ///< as many as are to be shown
     std::size_t refusalsKept = refusalsShown;
+    RowCounts kinds;      ///< kept, new, changed and removed rows
     bool changed = false; ///< a voucher has other rows than before
 
     void add(const VoucherResult& result) {
@@ -45,6 +51,7 @@ struct Totals {
         ++count.vouchers;
         count.rows += result.rows;
         changed = changed || result.changed();
+        kinds.add(result);
         if (result.refusal && refusals.size() < refusalsKept) {
             refusals.push_back(result);
         }
@@ -60,6 +67,7 @@ public:
         CLI::App* command = program.add_subcommand("allot", hostText(language, HostText::helpAllot));
         period_.declare(*command, language);
         command->add_flag("--dry-run", dryRun_, hostText(language, HostText::helpDryRun));
+        generation_.declare(*command, language);
         command->add_flag("--all", all_, hostText(language, HostText::helpAll));
         command->footer(hostText(language, HostText::examplesAllot));
         return *command;
@@ -75,6 +83,7 @@ public:
         if (vouchers.empty()) {
             output.remark(output.text(HostText::noVouchers));
         }
+        ChangesReport report(output.language());
         Totals totals;
         totals.refusalsKept = all_ ? vouchers.size() : refusalsShown;
         RunLog log(session.connection(), runNote(options, commandText()));
@@ -86,20 +95,41 @@ public:
                             console.errorsOnTerminal && !options.quiet && !options.json, console.errorColumns);
             Allotment allotment(session.connection(), session.data(), session.provider().Gl(), !dryRun_, &log);
             bar.update(0);
-            allotment.allotAll(
-                vouchers, [&signals] { return signals.requested(); },
+            // On the embedded file a whole run waits for the disk once, at its end, and not at every voucher.
+            std::optional<sqlite::RelaxedCommits> relaxed;
+            if (auto* embedded = dynamic_cast<sqlite::Connection*>(&session.connection()); embedded != nullptr) {
+                relaxed.emplace(*embedded);
+            }
+            Assignment assignment(session.connection(), session.data(), session.provider().Gl(), allotment);
+            const auto save = [&](const workbench::VoucherKey& key) {
+                return generation_.save(allotment, assignment, key);
+            };
+            Allotment::saveAll(
+                vouchers, save, [&signals] { return signals.requested(); },
                 [&](const VoucherResult& result) {
                     totals.add(result);
                     bar.update(++done);
+                    if (dryRun_) {
+                        report.add(result.key, result.changes);
+                    }
                     if (output.json()) {
-                        output.line(jsonText(resultJson(result, options.language)));
+                        nlohmann::ordered_json json = resultJson(result, options.language);
+                        addChangesJson(json, result, dryRun_);
+                        output.line(jsonText(json));
                         output.flush(); // who reads along sees each voucher when it is done
                     }
                 });
+            if (relaxed) {
+                relaxed->finish();
+            }
         } catch (const Error& error) { // the database fails; what was done before stays done and is told
             failure = error;
         }
         if (!output.json()) {
+            if (!report.table().empty()) {
+                output.table(report.table().forTerminal());
+                output.line("");
+            }
             printTotals(output, totals);
         }
         output.flush();
@@ -120,7 +150,7 @@ private:
     /// The words of the command for the log.
     [[nodiscard]] std::string commandText() const {
         return "allot --year " + period_.yearArgument.text +
-               (period_.periodText.empty() ? "" : " --period " + period_.periodText);
+               (period_.periodText.empty() ? "" : " --period " + period_.periodText) + generation_.words();
     }
 
     void printTotals(Output& output, const Totals& totals) const {
@@ -154,12 +184,16 @@ private:
         }
         table.add({output.text(HostText::total), std::to_string(sum.vouchers), std::to_string(sum.rows)});
         output.table(table);
+        if (const std::string rows = totals.kinds.text(output.language()); !rows.empty()) {
+            output.line(output.text(HostText::rowsOf) + output.text(HostText::colon) + rows);
+        }
         if (dryRun_) {
             output.line(output.text(HostText::dryRun));
         }
     }
 
     PeriodArgument period_;
+    GenerationOptions generation_;
     bool dryRun_ = false;
     bool all_ = false;
 };

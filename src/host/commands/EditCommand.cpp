@@ -79,7 +79,7 @@ private:
         if (!isToBeSaved(rows)) {
             return nothingSaved(output);
         }
-        RunLog log(session.connection(), runNote(options, "edit"));
+        RunLog log(session.connection(), runNote(options, "edit " + workbench::voucherKeyText(key)));
         Allotment allotment(session.connection(), session.data(), session.provider().Gl(), true, &log);
         return tellSaved(output, allotment.allot(key, rows), log);
     }

@@ -32,7 +32,8 @@ public:
         OpenVoucher voucher(voucher_, options, console, {{"XML", &file_}});
         const std::string document = inputText(file_, console);
         Session& session = voucher.session();
-        RunLog log(session.connection(), runNote(options, "import"));
+        RunLog log(session.connection(),
+                   runNote(options, "import " + workbench::voucherKeyText(voucher.voucher().key)));
         Allotment allotment(session.connection(), session.data(), session.provider().Gl(), true, &log);
         return tellSaved(output, allotment.take(voucher.voucher().key, document, force_), log);
     }

@@ -1,5 +1,7 @@
 #include "host/cli/Command.h"
 #include "host/cli/Output.h"
+#include "host/commands/ChangesOutput.h"
+#include "host/commands/GenerationOptions.h"
 #include "host/commands/arguments.h"
 #include "host/commands/savedVoucher.h"
 #include "host/work/runNote.h"
@@ -10,6 +12,7 @@
 namespace z7::cashflow::host {
 
 using workbench::Allotment;
+using workbench::Assignment;
 using workbench::RunLog;
 
 namespace {
@@ -20,6 +23,8 @@ public:
     CLI::App& declare(CLI::App& program, Language language) override {
         CLI::App* command = program.add_subcommand("save", hostText(language, HostText::helpSave));
         voucher_.declare(*command, language);
+        generation_.declare(*command, language);
+        command->add_flag("--dry-run", dryRun_, hostText(language, HostText::helpShowChanges));
         command->footer(hostText(language, HostText::examplesSave));
         return *command;
     }
@@ -28,13 +33,22 @@ public:
         Output output(console, options);
         OpenVoucher voucher(voucher_, options, console);
         Session& session = voucher.session();
-        RunLog log(session.connection(), runNote(options, "save"));
-        Allotment allotment(session.connection(), session.data(), session.provider().Gl(), true, &log);
-        return tellSaved(output, allotment.allot(voucher.voucher().key), log);
+        RunLog log(session.connection(), runNote(options, "save " + voucher_.text + generation_.words()));
+        Allotment allotment(session.connection(), session.data(), session.provider().Gl(), !dryRun_, &log);
+        Assignment assignment(session.connection(), session.data(), session.provider().Gl(), allotment);
+        const auto result = generation_.save(allotment, assignment, voucher.voucher().key);
+        if (dryRun_) {
+            ChangesOutput shown(output, dryRun_);
+            shown.add(result);
+            return shown.finish(log);
+        }
+        return tellSaved(output, result, log);
     }
 
 private:
     VoucherArgument voucher_;
+    GenerationOptions generation_;
+    bool dryRun_ = false;
 };
 
 } // namespace

@@ -11,6 +11,9 @@ std::vector<std::unique_ptr<Command>> allCommands() {
     commands.push_back(makeCheckCommand());
     commands.push_back(makeSaveCommand());
     commands.push_back(makeAllotCommand());
+    commands.push_back(makeAssignCommand());
+    commands.push_back(makeClearCommand());
+    commands.push_back(makeReassignCommand());
     commands.push_back(makeLogCommand());
     commands.push_back(makeUndoCommand());
     commands.push_back(makeVerifyCommand());

@@ -4,6 +4,8 @@
 #include "host/cli/ExitCode.h"
 #include "host/cli/Failure.h"
 #include "host/cli/jsonText.h"
+#include "host/commands/ChangesOutput.h"
+#include "host/commands/RowCounts.h"
 #include "host/text/refusalText.h"
 
 #include <nlohmann/json.hpp>
@@ -30,13 +32,20 @@ void failAsRefused(Language language, const Refusal& refusal) {
 int tellSaved(Output& output, const VoucherResult& result, workbench::RunLog& log) {
     const std::string key = voucherKeyText(result.key);
     if (output.json()) {
-        output.line(jsonText(resultJson(result, output.language())));
+        nlohmann::ordered_json json = resultJson(result, output.language());
+        addChangesJson(json, result, false);
+        output.line(jsonText(json));
     } else if (result.refusal) {
         failAsRefused(output.language(), *result.refusal);
     } else if (result.outcome == Outcome::nothing && result.removed > 0) {
         output.line(output.text(HostText::savedRemoved, {key, std::to_string(result.removed)}));
     } else {
         output.line(output.text(savedText(result.outcome), {key, std::to_string(result.rows)}));
+        RowCounts counts;
+        counts.add(result);
+        if (!result.changes.empty()) {
+            output.line(counts.text(output.language()));
+        }
     }
     if (result.mismatch && !output.json()) {
         output.line(terminal::printable(

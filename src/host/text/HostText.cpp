@@ -442,6 +442,69 @@ constexpr std::array<HostTextEntry, static_cast<std::size_t>(T::count)> texts{
                   "  z7cf undo company.db 3 --dry-run\n"
                   "  z7cf undo company.db 3 2024/1/2/15"},
 
+    HostTextEntry{T::rowCount, "{0} {1}", "{0} {1}"},
+    HostTextEntry{T::colon, "：", ": "},
+    HostTextEntry{T::itemMissing, "没有现金流量项目“{0}”", "There is no cash-flow item \"{0}\""},
+    HostTextEntry{T::itemNear, "没有现金流量项目“{0}”；是否指 {1}？",
+                  "There is no cash-flow item \"{0}\"; was one of these meant: {1}?"},
+    HostTextEntry{T::restStays, "凭证 {0} 分录 {1}：余下的 {2} 留在项目 {3} {4}。",
+                  "Voucher {0}, line {1}: the remaining {2} stay on item {3} {4}."},
+    HostTextEntry{T::nothingToChange, "没有需要改动的凭证。", "There is no voucher to change."},
+    HostTextEntry{T::findingLineMissing, "凭证没有第 {0} 号分录。", "The voucher has no line {0}."},
+    HostTextEntry{T::findingAmountExceedsLine, "指定的金额超过分录 {0}（科目 {1}，{2}）、为零或符号相反。",
+                  "What was assigned exceeds line {0} (account {1}, {2}), is 0 or has the other sign."},
+    HostTextEntry{T::findingRestWithoutItem, "分录 {0}（科目 {1}）余下 {2} 没有项目；请在同一命令中为其指定项目。",
+                  "Line {0} (account {1}): {2} are left over and have no item; name one for them in the same command."},
+    HostTextEntry{T::sheetFaults, "{0} 中有 {1} 处错误，没有改动任何凭证",
+                  "{0} has {1} faults, and no voucher was changed"},
+    HostTextEntry{T::sheetNoCsv, "不是 UTF-8 的 CSV 文件", "this is not CSV in UTF-8"},
+    HostTextEntry{T::sheetNoColumn, "缺少列 {0}", "the column {0} is missing"},
+    HostTextEntry{T::sheetBadLine, "“{0}”不是分录号", "\"{0}\" is not the number of a line"},
+    HostTextEntry{T::sheetBadAmount, "“{0}”不是金额；请写最多四位小数的数字，例如 1234.50",
+                  "\"{0}\" is not an amount; write a number with at most four decimals, such as 1234.50"},
+    HostTextEntry{T::sheetOtherYear, "凭证 {0} 不属于年度 {1}；一个文件只能有一个年度",
+                  "voucher {0} is not of the year {1}; a file has vouchers of one year"},
+    HostTextEntry{T::sheetNoLine, "凭证 {0} 没有第 {1} 号分录", "voucher {0} has no line {1}"},
+    HostTextEntry{T::sheetOtherAccount, "科目 {0} 与分录的科目 {1} 不同", "the account is {0}, that of the line {1}"},
+    HostTextEntry{T::sheetOtherSide, "方向“{0}”与分录不同", "the side \"{0}\" is not that of the line"},
+    HostTextEntry{T::sheetTooMuch, "金额 {0} 超过分录余下的部分（分录金额 {1}）",
+                  "the amount {0} is more than is left of the line, whose amount is {1}"},
+    HostTextEntry{T::helpShowChanges, "只逐行显示变动：全部回滚",
+                  "Only show the changes, row by row: roll everything back"},
+    HostTextEntry{T::helpAssign, "把分录的金额指定到现金流量项目", "Put the amounts of lines on cash-flow items"},
+    HostTextEntry{T::helpAssignLine, "分录号，例如 2", "Number of the line, such as 2"},
+    HostTextEntry{T::helpAssignItems, "项目（编码或名称）及金额；可重复，最后一个可以不写金额",
+                  "Item, by code or name, and its amount; may be repeated, and the last amount left out"},
+    HostTextEntry{T::helpAssignFrom, "填好项目的分录 CSV 文件，- 为标准输入",
+                  "CSV file of lines with their items filled in; - for standard input"},
+    HostTextEntry{T::helpClear, "删除一张凭证的全部现金流量行", "Remove all rows of a voucher"},
+    HostTextEntry{T::helpReassign, "把一个项目的现金流量行改到另一个项目", "Move the rows of one item to another"},
+    HostTextEntry{T::helpReassignFrom, "原项目（编码或名称）", "The item that the rows have, by code or name"},
+    HostTextEntry{T::helpReassignTo, "新项目（编码或名称）", "The item that they get, by code or name"},
+    HostTextEntry{T::helpReassignAccount, "只改这个科目的行", "Only the rows on this account"},
+    HostTextEntry{T::helpRegenerateRows, "重新生成，替换已存的行", "Generate the rows anew in place of stored ones"},
+    HostTextEntry{T::helpKeepItems, "重新生成时，没有找到项目的分录保留已存的项目",
+                  "Lines for which that finds no item keep the stored one"},
+    HostTextEntry{T::examplesAssign,
+                  "例：\n"
+                  "  z7cf assign company.db 2024/1/2/15 2 0102\n"
+                  "  z7cf assign company.db 2024/1/2/15 2 0101 300.00 0102\n"
+                  "  z7cf assign company.db --from open.csv --dry-run",
+                  "Examples:\n"
+                  "  z7cf assign company.db 2024/1/2/15 2 0102\n"
+                  "  z7cf assign company.db 2024/1/2/15 2 0101 300.00 0102\n"
+                  "  z7cf assign company.db --from open.csv --dry-run"},
+    HostTextEntry{T::examplesClear,
+                  "例：\n"
+                  "  z7cf clear company.db 2024/1/2/15",
+                  "Examples:\n"
+                  "  z7cf clear company.db 2024/1/2/15"},
+    HostTextEntry{T::examplesReassign,
+                  "例：\n"
+                  "  z7cf reassign company.db --year 2024 --from 0111 --to 0114 --account 2202 --dry-run",
+                  "Examples:\n"
+                  "  z7cf reassign company.db --year 2024 --from 0111 --to 0114 --account 2202 --dry-run"},
+
     HostTextEntry{T::editNothingSaved, "没有保存任何内容。", "Nothing was saved."},
     HostTextEntry{T::widthsForgotten, "已清除保存的列宽：{0} 条。", "Stored column widths removed: {0}."},
     HostTextEntry{T::noWindowBuilt,

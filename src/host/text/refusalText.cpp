@@ -120,6 +120,12 @@ std::string Words::of(const Finding& finding) const {
         return text(HostText::findingNoRowsDocument);
     case Kind::otherVoucher:
         return text(HostText::findingOtherVoucher, {finding.voucher});
+    case Kind::lineMissing:
+        return text(HostText::findingLineMissing, {line});
+    case Kind::amountExceedsLine:
+        return lineText(HostText::findingAmountExceedsLine, finding);
+    case Kind::restWithoutItem:
+        return lineText(HostText::findingRestWithoutItem, finding);
     case Kind::changedSince:
         return text(HostText::findingChangedSince, {std::to_string(finding.run)});
     }

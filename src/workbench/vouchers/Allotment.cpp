@@ -12,7 +12,7 @@ std::int32_t countOf(const std::vector<StoredRow>& rows) { return static_cast<st
 
 } // namespace
 
-VoucherResult Allotment::change(const VoucherKey& key, const RowMaker& make) {
+VoucherResult Allotment::change(const VoucherKey& key, const RowMaker& make, bool compareSums) {
     VoucherResult result;
     result.key = key;
     Voucher voucher{key, Date::none(), {}};
@@ -30,13 +30,18 @@ VoucherResult Allotment::change(const VoucherKey& key, const RowMaker& make) {
         }
         takeBefore(key, !before.empty());
         modPublic::SetIYear(key.year); // the year of the voucher before this one must not reach it
-        gl_.SaveCashFlowColEx(connection_, voucherTable, key.period, key.kind, key.number, voucher.date, &rows);
+        gl_.SaveCashFlowColEx(connection_, voucherTable, key.period, key.kind, key.number, voucher.date, &rows,
+                              &compareSums);
         if (!rows) {
             return std::nullopt;
         }
         result.removed = countOf(before);
         result.rows = rows->Count();
-        return judge_.readBack(voucher, *rows, origin);
+        auto unread = judge_.readBack(voucher, *rows, origin);
+        if (!unread && !compareSums) {
+            result.mismatch = judge_.compare(voucher, rows, origin).refusal;
+        }
+        return unread;
     };
     finish(result, save, [&](const Error& error) { return judge_.explained(error, voucher, rows, origin); });
     if (!result.refusal) {
@@ -56,6 +61,24 @@ VoucherResult Allotment::allot(const VoucherKey& key, Judge::Rows handedIn) {
                       origin = before.empty() ? RowsOrigin::generated : RowsOrigin::stored;
                       return Judge::hidden(before);
                   });
+}
+
+VoucherResult Allotment::removeRows(const VoucherKey& key) {
+    VoucherResult result;
+    result.key = key;
+    const auto remove = [&]() -> std::optional<Refusal> {
+        lockVoucher(connection_, key);
+        const auto before = readStoredRows(connection_, key);
+        takeBefore(key, !before.empty());
+        connection_.Execute("delete from gl_cashtable where " + rowsOfVoucher(key));
+        result.removed = countOf(before);
+        result.outcome = Outcome::nothing;
+        return std::nullopt;
+    };
+    finish(result, remove, [&](const Error& error) {
+        return judge_.explained(error, Voucher{key, Date::none(), {}}, nullptr, RowsOrigin::stored);
+    });
+    return result;
 }
 
 VoucherResult Allotment::take(const VoucherKey& key, const std::string& document, bool force) {
@@ -123,7 +146,7 @@ void Allotment::finish(VoucherResult& result, const std::function<std::optional<
         if (refusal) {
             return refusal;
         }
-        if (before_.empty() && keep_) { // every row is new, which costs no further question
+        if (before_.empty() && keep_ && !everyRow_) { // every row is new, which costs no further question
             changed = result.rows > 0;
         } else {
             const auto after = readRowImages(connection_, key);
@@ -148,14 +171,15 @@ void Allotment::finish(VoucherResult& result, const std::function<std::optional<
     }
 }
 
-std::size_t Allotment::allotAll(const std::vector<VoucherHead>& vouchers, const std::function<bool()>& stopRequested,
-                                const std::function<void(const VoucherResult&)>& take) {
+std::size_t Allotment::saveAll(const std::vector<VoucherHead>& vouchers, const SaveOne& save,
+                               const std::function<bool()>& stopRequested,
+                               const std::function<void(const VoucherResult&)>& take) {
     std::size_t done = 0;
     for (const VoucherHead& voucher : vouchers) {
         if (stopRequested()) {
             break;
         }
-        const VoucherResult result = allot(voucher.key);
+        const VoucherResult result = save(voucher.key);
         ++done;
         take(result);
     }

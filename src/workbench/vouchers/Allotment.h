@@ -26,6 +26,9 @@ public:
         : connection_(connection), data_(data), gl_(gl), judge_(connection, data, gl), keep_(keep),
           log_(keep && log != nullptr && log->available() ? log : nullptr) {}
 
+    /// Has the changes of every row told in the results of saves that are kept, too, for one statement more a voucher.
+    void tellEveryRow() noexcept { everyRow_ = true; }
+
     /// Saves the rows that are handed in, else the stored rows of a voucher anew, or generated ones where none are
     /// stored. Errors that concern the database as a whole come out, after a rollback; all others are refusals, a lock that another
     /// session holds among them.
@@ -35,17 +38,29 @@ public:
     /// (a document unless it says otherwise). A null pointer leaves that to the library. Nothing is saved if it returns a refusal.
     using RowMaker = std::function<std::optional<Refusal>(const Voucher& voucher, const std::vector<StoredRow>& before,
                                                           Judge::Rows& rows, RowsOrigin& origin)>;
-    /// Saves rows that are made while the voucher is locked. Errors as above.
-    [[nodiscard]] VoucherResult change(const VoucherKey& key, const RowMaker& make);
+    /// Saves rows that are made while the voucher is locked. Where their sum is not to be compared with the voucher's, a mismatch is in
+    /// the result. Errors as above.
+    [[nodiscard]] VoucherResult change(const VoucherKey& key, const RowMaker& make, bool compareSums = true);
+    /// Removes all rows of a voucher, whether readers find them or not. Errors as above.
+    [[nodiscard]] VoucherResult removeRows(const VoucherKey& key);
 
     /// Saves the rows of a document in place of the stored ones. Rows of another voucher are refused unless forced. The account
     /// option bXJLL decides whether rows that do not match are refused, or stored with a mismatch in the result. Errors as above.
     [[nodiscard]] VoucherResult take(const VoucherKey& key, const std::string& document, bool force);
 
+    /// Saves one voucher of a run.
+    using SaveOne = std::function<VoucherResult(const VoucherKey&)>;
     /// Allots vouchers in their order until stopRequested answers true, which is asked before each of them. Hands each
     /// result to the taker once the voucher's transaction has ended. Returns the number of vouchers that were done.
     std::size_t allotAll(const std::vector<VoucherHead>& vouchers, const std::function<bool()>& stopRequested,
-                         const std::function<void(const VoucherResult&)>& take);
+                         const std::function<void(const VoucherResult&)>& take) {
+        return saveAll(
+            vouchers, [this](const VoucherKey& key) { return allot(key); }, stopRequested, take);
+    }
+    /// The same, each voucher saved by a routine.
+    static std::size_t saveAll(const std::vector<VoucherHead>& vouchers, const SaveOne& save,
+                               const std::function<bool()>& stopRequested,
+                               const std::function<void(const VoucherResult&)>& take);
 
 private:
     /// Runs a save in the voucher's transaction, notes it, and fills in what became of the rows.
@@ -61,6 +76,7 @@ private:
     IGlVoucherProvider& gl_;
     Judge judge_;
     bool keep_;
+    bool everyRow_ = false;
     RunLog* log_;
     std::vector<RowImage> before_; ///< of the voucher in hand
 };

@@ -15,6 +15,7 @@ namespace refusals {
 inline constexpr int dateOutsideYear = 10021; ///< a voucher without a date, or with one outside its accounting year
 inline constexpr int rowsNotReadable = 10022; ///< stored rows that no reader finds
 inline constexpr int foreignDocument = 10023; ///< a document that holds no rows, or those of another voucher
+inline constexpr int cannotAssign = 10025;    ///< a line that is not there, or an amount that it cannot take
 inline constexpr int changedSince = 10024;    ///< rows that are no longer what a run left, so that it cannot be undone
 } // namespace refusals
 
@@ -45,7 +46,10 @@ struct Finding {
         heldElsewhere,    ///< another session holds the voucher
         noRowsDocument,   ///< the document is not one of cash-flow rows
         otherVoucher,     ///< voucher: the document holds rows of this voucher
-        changedSince      ///< run: the rows are no longer those that this run left
+        changedSince,     ///< run: the rows are no longer those that this run left
+        lineMissing,      ///< line: the voucher has no such line
+        amountExceedsLine, ///< line, account, debit, amount: what was assigned is more than the line's amount, 0, or against its sign
+        restWithoutItem ///< line, account, debit, amount: so much of the line is left over and has no item
     };
     Kind kind = Kind::voucherGone;
     std::int32_t line = 0; ///< number of the entry line, inid

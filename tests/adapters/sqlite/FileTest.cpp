@@ -1,5 +1,6 @@
 #include "adapters/sqlite/EmbeddedDatabase.h"
 #include "adapters/sqlite/FaultyDisk.h"
+#include "adapters/sqlite/RelaxedCommits.h"
 
 #include <gtest/gtest.h>
 #include <sqlite3.h>
@@ -269,6 +270,40 @@ TEST(DatabaseFile, AWriteThatTheSystemRefusesNamesWhatToLookAt) {
     disk.failFrom(1000000, FaultyDisk::Fault::full);
     connection->RollbackTrans();
     EXPECT_EQ(connection->Execute("select * from fitemss98")->RecordCount(), 0);
+    connection->Close();
+}
+
+TEST(DatabaseFile, RelaxedCommitsWaitForTheDiskOnceAtTheirEnd) {
+    FaultyDisk disk;
+    const EmbeddedDatabase database;
+    const auto connection = database.open();
+    int item = 0;
+    const auto commit = [&] {
+        try {
+            connection->BeginTrans();
+            connection->Execute("insert into fitemss98 (citemcode) values(N'" + std::to_string(++item) + "')");
+            connection->CommitTrans();
+        } catch (const Error& error) {
+            return error.number();
+        }
+        return 0;
+    };
+    const auto syncsFail = [&](bool fail) { disk.failFrom(fail ? 1 : 1000000, FaultyDisk::Fault::syncFails); };
+    syncsFail(false);
+    EXPECT_EQ(commit(), 0);
+    {
+        RelaxedCommits relaxed(*connection);
+        syncsFail(true);
+        EXPECT_EQ(commit(), 0);
+        EXPECT_EQ(commit(), 0);
+        EXPECT_EQ(errorOf([&] { relaxed.finish(); }).number(), SQLITE_IOERR_FSYNC);
+        syncsFail(false);
+    }
+    EXPECT_EQ(connection->Execute("select * from fitemss98")->RecordCount(), 3);
+    syncsFail(true);
+    EXPECT_EQ(commit() & 0xFF, SQLITE_IOERR) << "each commit waits again";
+    syncsFail(false);
+    connection->RollbackTrans();
     connection->Close();
 }
 

@@ -1,0 +1,49 @@
+#include "host/cli/Command.h"
+#include "host/cli/Output.h"
+#include "host/commands/ChangesOutput.h"
+#include "host/commands/arguments.h"
+#include "host/work/runNote.h"
+#include "workbench/vouchers/Allotment.h"
+
+#include <CLI/CLI.hpp>
+
+namespace z7::cashflow::host {
+
+using workbench::Allotment;
+using workbench::RunLog;
+
+namespace {
+
+/// z7cf clear: removes the rows of a voucher.
+class ClearCommand final : public Command {
+public:
+    CLI::App& declare(CLI::App& program, Language language) override {
+        CLI::App* command = program.add_subcommand("clear", hostText(language, HostText::helpClear));
+        voucher_.declare(*command, language);
+        command->add_flag("--dry-run", dryRun_, hostText(language, HostText::helpShowChanges));
+        command->footer(hostText(language, HostText::examplesClear));
+        return *command;
+    }
+
+    int run(const GlobalOptions& options, const Console& console) override {
+        Output output(console, options);
+        const AccountPlace place = voucher_.take(options);
+        const workbench::VoucherKey key = voucher_.key();
+        Session session(place, key.year, options, console);
+        RunLog log(session.connection(), runNote(options, "clear " + voucher_.text));
+        Allotment allotment(session.connection(), session.data(), session.provider().Gl(), !dryRun_, &log);
+        ChangesOutput shown(output, dryRun_);
+        shown.add(allotment.removeRows(key));
+        return shown.finish(log);
+    }
+
+private:
+    VoucherArgument voucher_;
+    bool dryRun_ = false;
+};
+
+} // namespace
+
+std::unique_ptr<Command> makeClearCommand() { return std::make_unique<ClearCommand>(); }
+
+} // namespace z7::cashflow::host
