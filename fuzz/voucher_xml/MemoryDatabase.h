@@ -1,5 +1,6 @@
 #pragma once
 
+#include "adapters/shared/reasons/DatabaseReason.h"
 #include "adapters/shared/recordset/Backend.h"
 #include "adapters/shared/recordset/ClientRecordset.h"
 #include "z7cashflow/ports/Connection.h"
@@ -59,7 +60,7 @@ private:
         }
         void update(const shared::RowSet& /*rows*/, std::size_t /*row*/,
                     const std::vector<shared::Change>& /*changes*/) override {
-            raisePlatformError(Reason::recordsetReadOnly);
+            raisePlatformError(shared::DatabaseReason::recordsetReadOnly);
         }
 
     private:

@@ -27,8 +27,8 @@
 namespace z7::cashflow::desks {
 namespace {
 
+using errors::transactionLost;
 using odbc::Cut;
-using odbc::errors::transactionLost;
 
 constexpr int mostRequests = 1000;
 

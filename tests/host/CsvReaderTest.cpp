@@ -17,12 +17,12 @@ std::vector<CsvRecord> recordsOf(const std::string& text) {
     return records;
 }
 
-/// Kind and line of the error that a text gives, as "kind@line".
-std::pair<CsvError::Kind, std::size_t> errorOf(const std::string& text) {
+/// Reason and line of the error that a text ends in.
+std::pair<ReasonId, std::size_t> errorOf(const std::string& text) {
     try {
         recordsOf(text);
     } catch (const CsvError& error) {
-        return {error.kind(), error.line()};
+        return {error.why().reason, error.line()};
     }
     ADD_FAILURE() << "no error was raised";
     return {};
@@ -73,7 +73,7 @@ TEST(CsvReader, ReadsQuotedFields) {
 
 TEST(CsvReader, KeepsBlanksAtTheEndsOfUnquotedFields) {
     EXPECT_EQ(recordsOf("  a  ,\tb c\t, \n")[0].fields, (Fields{"  a  ", "\tb c\t", " "}));
-    EXPECT_EQ(errorOf("\"a\" ,b\n"), (std::pair{CsvError::Kind::strayQuote, std::size_t{1}}));
+    EXPECT_EQ(errorOf("\"a\" ,b\n"), (std::pair{ReasonId(CsvReason::strayQuote), std::size_t{1}}));
 }
 
 TEST(CsvReader, KeepsChineseAndFourByteCharacters) {
@@ -86,18 +86,20 @@ TEST(CsvReader, NothingGivesNoRecord) {
 }
 
 TEST(CsvReader, RefusesBytesThatAreNoUtf8) {
-    EXPECT_EQ(errorOf("a\nb\xFFz\n"), (std::pair{CsvError::Kind::invalidUtf8, std::size_t{2}}));
-    EXPECT_EQ(errorOf("借\n\xE5\x80\n"), (std::pair{CsvError::Kind::invalidUtf8, std::size_t{2}})) << "cut short";
-    EXPECT_EQ(errorOf("\xED\xA0\x80\n"), (std::pair{CsvError::Kind::invalidUtf8, std::size_t{1}})) << "a surrogate";
-    EXPECT_EQ(errorOf("借\xC0\x80\n"), (std::pair{CsvError::Kind::invalidUtf8, std::size_t{1}})) << "an overlong zero";
+    EXPECT_EQ(errorOf("a\nb\xFFz\n"), (std::pair{ReasonId(CsvReason::invalidUtf8), std::size_t{2}}));
+    EXPECT_EQ(errorOf("借\n\xE5\x80\n"), (std::pair{ReasonId(CsvReason::invalidUtf8), std::size_t{2}})) << "cut short";
+    EXPECT_EQ(errorOf("\xED\xA0\x80\n"), (std::pair{ReasonId(CsvReason::invalidUtf8), std::size_t{1}}))
+        << "a surrogate";
+    EXPECT_EQ(errorOf("借\xC0\x80\n"), (std::pair{ReasonId(CsvReason::invalidUtf8), std::size_t{1}}))
+        << "an overlong zero";
 }
 
 TEST(CsvReader, RecognisesGb18030) {
-    EXPECT_EQ(errorOf("a\n1,\xBD\xE8\xB7\xBD\n"), (std::pair{CsvError::Kind::gb18030, std::size_t{2}}));
-    EXPECT_EQ(errorOf("\x81\x30\x84\x36\xBD\xE8\n"), (std::pair{CsvError::Kind::gb18030, std::size_t{1}}))
+    EXPECT_EQ(errorOf("a\n1,\xBD\xE8\xB7\xBD\n"), (std::pair{ReasonId(CsvReason::gb18030), std::size_t{2}}));
+    EXPECT_EQ(errorOf("\x81\x30\x84\x36\xBD\xE8\n"), (std::pair{ReasonId(CsvReason::gb18030), std::size_t{1}}))
         << "a character of four bytes";
-    EXPECT_EQ(errorOf("caf\xE9,1\n"), (std::pair{CsvError::Kind::invalidUtf8, std::size_t{1}})) << "Latin-1";
-    EXPECT_EQ(errorOf("a\n1,\xBD"), (std::pair{CsvError::Kind::invalidUtf8, std::size_t{2}})) << "half a pair";
+    EXPECT_EQ(errorOf("caf\xE9,1\n"), (std::pair{ReasonId(CsvReason::invalidUtf8), std::size_t{1}})) << "Latin-1";
+    EXPECT_EQ(errorOf("a\n1,\xBD"), (std::pair{ReasonId(CsvReason::invalidUtf8), std::size_t{2}})) << "half a pair";
 }
 
 TEST(CsvReader, RecognisesUtf16) {
@@ -106,26 +108,26 @@ TEST(CsvReader, RecognisesUtf16) {
                       "a\0,\0\n\0",
                       8),
           std::string("\xFE\xFF\0a\0\n", 6), std::string("a\0,\0\n\0", 6), std::string("\0a\0\n", 4)}) {
-        EXPECT_EQ(errorOf(text), (std::pair{CsvError::Kind::utf16, std::size_t{1}}));
+        EXPECT_EQ(errorOf(text), (std::pair{ReasonId(CsvReason::utf16), std::size_t{1}}));
     }
 }
 
 TEST(CsvReader, RecognisesSpreadsheetDocuments) {
-    EXPECT_EQ(errorOf("PK\x03\x04zip"), (std::pair{CsvError::Kind::spreadsheet, std::size_t{1}}));
-    EXPECT_EQ(errorOf("\xD0\xCF\x11\xE0old"), (std::pair{CsvError::Kind::spreadsheet, std::size_t{1}}));
+    EXPECT_EQ(errorOf("PK\x03\x04zip"), (std::pair{ReasonId(CsvReason::spreadsheet), std::size_t{1}}));
+    EXPECT_EQ(errorOf("\xD0\xCF\x11\xE0old"), (std::pair{ReasonId(CsvReason::spreadsheet), std::size_t{1}}));
 }
 
 TEST(CsvReader, RefusesZeroBytes) {
-    EXPECT_EQ(errorOf(std::string("a\nb\0c\n", 6)), (std::pair{CsvError::Kind::zeroByte, std::size_t{2}}));
+    EXPECT_EQ(errorOf(std::string("a\nb\0c\n", 6)), (std::pair{ReasonId(CsvReason::zeroByte), std::size_t{2}}));
 }
 
 TEST(CsvReader, RefusesQuotesWhereNoneMayBe) {
-    EXPECT_EQ(errorOf("x\na\"b,c\n"), (std::pair{CsvError::Kind::strayQuote, std::size_t{2}}));
-    EXPECT_EQ(errorOf("x\n\"a\"b,c\n"), (std::pair{CsvError::Kind::strayQuote, std::size_t{2}}));
+    EXPECT_EQ(errorOf("x\na\"b,c\n"), (std::pair{ReasonId(CsvReason::strayQuote), std::size_t{2}}));
+    EXPECT_EQ(errorOf("x\n\"a\"b,c\n"), (std::pair{ReasonId(CsvReason::strayQuote), std::size_t{2}}));
 }
 
 TEST(CsvReader, RefusesAnUnclosedQuoteAtTheLineWhereItsRecordBegins) {
-    EXPECT_EQ(errorOf("x\ny\n\"a,b\nc\nd\n"), (std::pair{CsvError::Kind::unclosedQuote, std::size_t{3}}));
+    EXPECT_EQ(errorOf("x\ny\n\"a,b\nc\nd\n"), (std::pair{ReasonId(CsvReason::unclosedQuote), std::size_t{3}}));
 }
 
 TEST(CsvReader, RefusesARecordWithoutEnd) {
@@ -133,9 +135,9 @@ TEST(CsvReader, RefusesARecordWithoutEnd) {
     for (int i = 0; i < 17; ++i) {
         text += std::string(std::size_t{1} << 20, 'a') + "\n";
     }
-    EXPECT_EQ(errorOf(text), (std::pair{CsvError::Kind::recordTooLong, std::size_t{2}}));
+    EXPECT_EQ(errorOf(text), (std::pair{ReasonId(CsvReason::recordTooLong), std::size_t{2}}));
     EXPECT_EQ(errorOf("x\n" + std::string(std::size_t{17} << 20, 'a')),
-              (std::pair{CsvError::Kind::recordTooLong, std::size_t{2}}));
+              (std::pair{ReasonId(CsvReason::recordTooLong), std::size_t{2}}));
 }
 
 TEST(CsvReader, ReadsAcrossItsOwnChunks) {

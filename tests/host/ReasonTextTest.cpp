@@ -1,6 +1,11 @@
 #include "host/text/reasonText.h"
 
-#include "host/text/chineseReasons.h"
+#include "adapters/odbc/ConnectionOptions.h"
+#include "adapters/shared/reasons/DatabaseReason.h"
+#include "adapters/sqlite/ConnectionOptions.h"
+#include "adapters/sqlite/SqliteReason.h"
+#include "adapters/tsql/Rewriting.h"
+#include "host/text/ChineseReason.h"
 #include "z7cashflow/support/Date.h"
 #include "z7cashflow/support/conversions.h"
 #include "z7cashflow/support/textPlaces.h"
@@ -49,8 +54,9 @@ TEST(ChineseReasons, AreChineseWithFullWidthMarksAndNoStopAtTheEnd) {
     for (const ReasonRoom& room : reasonRooms()) {
         for (const ChineseReason& entry : room.chinese) {
             const std::string text(entry.chinese);
-            const bool isNone = &room.english[entry.place] == &entryOf(Reason::none);
-            EXPECT_NE(std::any_of(text.begin(), text.end(), [](char c) { return (c & 0x80) != 0; }), isNone) << text;
+            const bool onlyPlaces = text.empty() || text == "{0}";
+            EXPECT_NE(std::any_of(text.begin(), text.end(), [](char c) { return (c & 0x80) != 0; }), onlyPlaces)
+                << text;
             for (const char* mark : {",", ";", ":", "\"", "(", ")"}) {
                 EXPECT_THAT(text, Not(HasSubstr(mark)));
             }
@@ -59,8 +65,20 @@ TEST(ChineseReasons, AreChineseWithFullWidthMarksAndNoStopAtTheEnd) {
     }
 }
 
+TEST(EnglishReasons, SaySomethingOfTheirOwnInEveryRoomWithPlacesCountedFromZero) {
+    for (const ReasonRoom& room : reasonRooms()) {
+        std::set<std::string_view> texts;
+        for (const ReasonEntry& entry : room.english) {
+            EXPECT_TRUE(texts.insert(entry.english).second) << entry.english;
+            const auto places = distinctPlaces(entry.english);
+            EXPECT_TRUE(places.empty() || *places.rbegin() + 1 == places.size()) << entry.english;
+            EXPECT_FALSE(entry.english.ends_with('.')) << entry.english;
+        }
+    }
+}
+
 TEST(ChineseReasons, FillTheirPlacesWithArgumentsAndThenWithCauses) {
-    const Explanation why{Reason::columnValueBad, {"md"}, {{Reason::keyUnknown, {"k"}}}};
+    const Explanation why{shared::DatabaseReason::columnValueBad, {"md"}, {{Reason::keyUnknown, {"k"}}}};
     EXPECT_EQ(chineseText(why), "“列表中没有键“k””不能存入列 md");
     EXPECT_EQ(englishText(why), "\"The list has no entry with the key \"k\"\" is not a value for column md");
 }
@@ -94,6 +112,25 @@ TEST(ReasonText, AddsTheReasonToATextThatIsLaidDown) {
     EXPECT_EQ(
         reasonText(Language::english, Error(1000, "CashFlow", "No such field.", {Reason::rowFieldUnknown, {"iyear"}})),
         "No such field. (The row has no field named \"iyear\")");
+}
+
+TEST(ReasonText, TranslatesWhatAnAdapterAddsToTheWordsOfADatabase) {
+    const Error library(11, "SQLite", "database disk image is malformed");
+    const Error damaged(11, "SQLite", {sqlite::SqliteReason::fileDamaged, {"a.db"}, {library.asCause()}});
+    EXPECT_EQ(damaged.description(), "database disk image is malformed: a.db is damaged; put it back from a backup");
+    EXPECT_EQ(reasonText(Language::chinese, damaged), "database disk image is malformed：a.db 已损坏，请从备份恢复");
+    EXPECT_EQ(inChinese([&] {
+                  throw Error(11, "SQLite", {sqlite::SqliteReason::cannotOpen, {"a.db"}, {damaged.asCause()}});
+              }),
+              "a.db 无法打开：database disk image is malformed：a.db 已损坏，请从备份恢复");
+}
+
+TEST(ReasonText, TranslatesConnectionStringsAndStatements) {
+    EXPECT_EQ(inChinese([] { static_cast<void>(sqlite::parseConnectionString("driver=sqlite;year=x;database=a")); }),
+              "连接字符串不能使用：year 应为 1 至 9999 的整数");
+    EXPECT_EQ(inChinese([] { static_cast<void>(odbc::parseConnectionString("server=s")); }),
+              "连接字符串不能使用：其中既没有驱动程序（Driver={...}），也没有数据源（DSN=...）");
+    EXPECT_EQ(inChinese([] { static_cast<void>(tsql::rewrite("select 'x")); }), "字符串“x”之后的引号没有闭合");
 }
 
 TEST(ReasonText, LeavesTheTextsOfADatabaseAsTheyAre) {

@@ -288,7 +288,7 @@ TEST_F(AllotmentTest, RowsThatReadersDoNotFindAreRolledBack) {
     const auto results = run(allotment(), 1);
     EXPECT_EQ(results[0].outcome, Outcome::refused);
     EXPECT_EQ(results[0].rows, 0);
-    EXPECT_EQ(results[0].refusal->error.number(), refusals::rowsNotReadable);
+    EXPECT_EQ(results[0].refusal->error.number(), errors::rowsNotReadable);
     EXPECT_EQ(results[0].refusal->findings.at(0).rows, 1);
 }
 
@@ -300,9 +300,9 @@ TEST_F(AllotmentTest, TheLibraryIsNotAskedAboutAVoucherOfAnotherYearOrWithoutAnA
     database.answerPrefix("select v.inid,", linesOf(Variant(0.0)));
     database.answerPrefix("select iyear,iid from zqsystem..ua_period",
                           {{"iyear", "iid"}, {{Variant(2023), Variant(12)}}, {}});
-    EXPECT_EQ(run(allotment(), 1)[0].refusal->error.number(), refusals::dateOutsideYear);
+    EXPECT_EQ(run(allotment(), 1)[0].refusal->error.number(), errors::dateOutsideYear);
     database.answerPrefix("select iyear,iid from zqsystem..ua_period", {{"iyear", "iid"}, {}, {}});
-    EXPECT_EQ(run(allotment(), 1)[0].refusal->error.number(), refusals::dateOutsideYear);
+    EXPECT_EQ(run(allotment(), 1)[0].refusal->error.number(), errors::dateOutsideYear);
 }
 
 TEST_F(AllotmentTest, TheYearOfOneVoucherDoesNotReachTheNext) {

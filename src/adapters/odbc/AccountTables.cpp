@@ -77,7 +77,7 @@ private:
             if (!concernsRow(error)) {
                 throw;
             }
-            refuseRow(error.description());
+            refuseRow(error);
         }
     }
 
@@ -162,7 +162,7 @@ AccountTables::Found AccountTables::find(const std::string& table) {
         found.columns.push_back(std::move(column));
     }
     if (found.columns.empty()) {
-        tsql::raiseError(tsql::errors::unknownObject, "Invalid object name '" + table + "'.", "42S02");
+        tsql::raiseError(tsql::TsqlReason::objectUnknown, {table}, "42S02");
     }
     return found;
 }

@@ -1,6 +1,8 @@
 #include "adapters/odbc/ConnectionOptions.h"
 
 #include "adapters/odbc/Failure.h"
+#include "adapters/odbc/OdbcReason.h"
+#include "adapters/shared/reasons/DatabaseReason.h"
 #include "adapters/shared/session/ConnectionText.h"
 #include "z7cashflow/support/conversions.h"
 
@@ -38,7 +40,7 @@ void completeFreeTds(ConnectionOptions& options, const ConnectionText& text) {
     }
     if (const Part* charset = text.find("clientcharset")) {
         if (asciiLower(charset->value) != "utf-8") {
-            text.refuse("ClientCharset must be UTF-8");
+            text.refuse(OdbcReason::charsetNotUtf8);
         }
     } else {
         add(options, "ClientCharset=UTF-8");
@@ -59,24 +61,12 @@ void takeDriverPart(ConnectionOptions& options, const Part& part) {
     add(options, part.source);
 }
 
-/// What the string says of where the connection goes: "server s, port 1433, database d".
+/// What the string says of where the connection goes: "server=s, port=1433, database=d".
 std::string targetOf(const ConnectionText& text) {
-    struct Keyword {
-        const char* keyword;
-        const char* label;
-    };
-    constexpr std::array<Keyword, 8> keywords = {{{"dsn", "data source"},
-                                                  {"filedsn", "data source file"},
-                                                  {"server", "server"},
-                                                  {"servername", "server"},
-                                                  {"address", "server"},
-                                                  {"addr", "server"},
-                                                  {"port", "port"},
-                                                  {"database", "database"}}};
     std::string target;
-    for (const auto& [keyword, label] : keywords) {
+    for (const char* keyword : {"dsn", "filedsn", "server", "servername", "address", "addr", "port", "database"}) {
         if (const Part* part = text.find(keyword); part != nullptr && !part->value.empty()) {
-            target.append(target.empty() ? "" : ", ").append(label).append(" ").append(part->value);
+            target.append(target.empty() ? "" : ", ").append(keyword).append("=").append(part->value);
         }
     }
     return target;
@@ -85,10 +75,10 @@ std::string targetOf(const ConnectionText& text) {
 /// Checks and completes what the driver gets.
 void complete(ConnectionOptions& options, const ConnectionText& text) {
     if (text.find("driver") == nullptr && text.find("dsn") == nullptr && text.find("filedsn") == nullptr) {
-        text.refuse("it names neither a driver (Driver={...}) nor a data source (DSN=...)");
+        text.refuse(OdbcReason::driverNotNamed);
     }
     if (asciiLower(options.driver) == "sqlite") {
-        text.refuse("driver=sqlite names the embedded database, which is not reached through ODBC");
+        text.refuse(OdbcReason::driverEmbedded);
     }
     completeFreeTds(options, text);
     options.target = targetOf(text);
@@ -106,12 +96,11 @@ ConnectionOptions parseConnectionString(const std::string& text) {
     if (driver != nullptr && asciiLower(driver->value) == "odbc") {
         const Part* odbc = given.find("odbc");
         if (odbc == nullptr) {
-            given.refuse("driver=odbc needs odbc={...} with the text for the ODBC driver");
+            given.refuse(OdbcReason::odbcPartMissing);
         }
         for (const Part& part : given.parts()) {
             if (&part != driver && &part != odbc && !takeOwn(options, given, part)) {
-                given.refuse("the keyword \"" + part.keyword +
-                             "\" is unknown; beside odbc={...} the known ones are year and timeout");
+                given.refuse(shared::DatabaseReason::keywordUnknown, {part.keyword, "driver, odbc, year, timeout"});
             }
         }
         const ConnectionText inner(odbc->value, errorSource);

@@ -1,6 +1,7 @@
 #include "adapters/odbc/DriverConnection.h"
 
 #include "adapters/odbc/Failure.h"
+#include "adapters/odbc/OdbcReason.h"
 
 #include <sql.h>
 #include <sqlext.h>
@@ -21,7 +22,7 @@ SQLPOINTER attribute(std::intptr_t value) {
 Handle allocated(SQLSMALLINT type, Handle parent) {
     SQLHANDLE handle = nullptr;
     if (!SQL_SUCCEEDED(SQLAllocHandle(type, parent, &handle))) {
-        throw Error(errors::unspecified, errorSource, "The ODBC driver manager has no memory left.", "HY001");
+        throw Error(errorSource, {OdbcReason::noMemory}, "HY001");
     }
     return handle;
 }
@@ -46,14 +47,14 @@ DriverConnection::DriverConnection(std::shared_ptr<Environment> environment, con
     SQLSetConnectAttr(connection_.get(), SQL_ATTR_LOGIN_TIMEOUT, attribute(loginSeconds), SQL_IS_UINTEGER);
     if (!SQL_SUCCEEDED(driverConnect(connection_.get(), options.driverText))) {
         const Error error = Failure(SQL_HANDLE_DBC, connection_.get(), options.secrets).error();
-        std::string text = error.description();
+        Explanation why = error.asCause();
         if (error.number() == errors::driverNotFound) {
-            text += " (The ODBC driver \"" + options.driver + "\" is not installed, or the data source is not set up.)";
+            why = {OdbcReason::driverMissing, {withoutSecrets(options.driver, options.secrets)}, {std::move(why)}};
         }
         if (!options.target.empty()) {
-            text += " (Connecting to " + options.target + ".)";
+            why = {OdbcReason::connectingTo, {withoutSecrets(options.target, options.secrets)}, {std::move(why)}};
         }
-        throw Error(error.number(), error.source(), withoutSecrets(std::move(text), options.secrets), error.sqlState());
+        throw Error(error.number(), error.source(), std::move(why), error.sqlState());
     }
     connected_ = true;
 }

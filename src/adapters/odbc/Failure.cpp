@@ -1,6 +1,7 @@
 #include "adapters/odbc/Failure.h"
 
 #include "adapters/odbc/ConnectionOptions.h"
+#include "adapters/odbc/OdbcReason.h"
 
 #include <algorithm>
 #include <string_view>
@@ -73,7 +74,7 @@ int numberOf(const DiagnosticRecord& record) {
 
 Error errorOf(const std::vector<DiagnosticRecord>& records, const std::vector<std::string>& secrets) {
     if (records.empty()) {
-        return {errors::unspecified, errorSource, "The driver reports a failure without a reason.", "HY000"};
+        return {errorSource, {OdbcReason::driverSilent}, "HY000"};
     }
     const DiagnosticRecord& first = *std::min_element(records.begin(), records.end(),
                                                       [](const auto& a, const auto& b) { return rank(a) < rank(b); });
@@ -84,7 +85,7 @@ Error errorOf(const std::vector<DiagnosticRecord>& records, const std::vector<st
             text += " " + more;
         }
     }
-    return {numberOf(first), errorSource, withoutSecrets(std::move(text), secrets), first.state};
+    return {numberOf(first), errorSource, {Reason::verbatim, {withoutSecrets(std::move(text), secrets)}}, first.state};
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "adapters/odbc/RecordWriter.h"
 
 #include "adapters/odbc/Failure.h"
+#include "adapters/shared/reasons/DatabaseReason.h"
 #include "z7cashflow/support/conversions.h"
 
 #include <sql.h>
@@ -64,7 +65,7 @@ void RecordWriter::update(const shared::RowSet& rows, std::size_t row, const std
     std::int64_t changed = 0;
     session_->guarded([&] { changed = dialect.change(*session_, command.text, command.values); });
     if (changed < 1) {
-        throw Error(errorSource, {Reason::recordChanged, {target_.name}});
+        throw Error(errorSource, {shared::DatabaseReason::recordChanged, {target_.name}});
     }
 }
 
@@ -95,7 +96,7 @@ const std::vector<int>& RecordWriter::keyColumns() {
         session_->guarded([&] { names = session_->dialect().key(*session_, target_, columns_); });
         std::vector<int> key = positionsOf(names);
         if (key.empty() || key.size() != names.size()) {
-            throw Error(errorSource, {Reason::recordWithoutKey, {target_.name}});
+            throw Error(errorSource, {shared::DatabaseReason::recordWithoutKey, {target_.name}});
         }
         key_ = std::move(key);
     }

@@ -1,9 +1,11 @@
 #include "adapters/odbc/Session.h"
 
 #include "adapters/odbc/Failure.h"
+#include "adapters/odbc/OdbcReason.h"
 #include "adapters/odbc/Parameters.h"
 #include "adapters/odbc/RecordWriter.h"
 #include "adapters/odbc/utf8.h"
+#include "adapters/shared/reasons/DatabaseReason.h"
 #include "adapters/tsql/tokens.h"
 #include "z7cashflow/support/conversions.h"
 
@@ -70,7 +72,7 @@ Error tellingCutLine(const Error& error) {
     }
     const bool numbered = error.number() != errors::unspecified;
     return {numbered ? error.number() : errors::serverNotReached, error.source(),
-            numbered ? error.description() : "The line to the server was cut. " + error.description(), "08S01"};
+            numbered ? error.asCause() : Explanation{OdbcReason::connectionLostWith, {}, {error.asCause()}}, "08S01"};
 }
 
 } // namespace
@@ -92,16 +94,16 @@ void Session::close() noexcept {
 DriverConnection& Session::line() {
     if (line_ == nullptr) {
         if (lost_) {
-            throw Error(errors::serverNotReached, errorSource, "The line to the server was cut.", "08003");
+            throw Error(errorSource, {OdbcReason::connectionLost}, "08003");
         }
-        raisePlatformError(Reason::objectClosed);
+        raisePlatformError(shared::DatabaseReason::objectClosed);
     }
     return *line_;
 }
 
 shared::Result Session::run(const std::string& text, bool updatable) {
     if (line_ == nullptr && !lost_) {
-        raisePlatformError(Reason::objectClosed);
+        raisePlatformError(shared::DatabaseReason::objectClosed);
     }
     if (observers_->statement) {
         observers_->statement(number_, text);
@@ -285,24 +287,20 @@ void Session::noteFailureInTransaction() {
 }
 
 void Session::requireTransactionAlive() const {
-    const char* reason = nullptr;
+    ReasonId reason = Reason::none;
     if (transaction_ == Transaction::gone) {
-        reason = lost_ ? "The line to the server was cut within the transaction, and the server rolls it back; roll it "
-                         "back here before going on."
-                       : "The server has rolled the transaction back; roll it back here before going on.";
+        reason = lost_ ? ReasonId(OdbcReason::lostInTransaction) : shared::DatabaseReason::transactionRolledBack;
     } else if (transaction_ == Transaction::unknown) {
-        reason = "The line to the server was cut while the server was storing the transaction, which may be stored or "
-                 "not; roll it back here and read what is stored before going on.";
+        reason = OdbcReason::lostInCommit;
     }
-    if (reason != nullptr) {
-        throw Error(errors::transactionLost, errorSource, reason, "25000");
+    if (reason != Reason::none) {
+        throw Error(errors::transactionLost, errorSource, {reason}, "25000");
     }
 }
 
 void Session::begin() {
     if (inTransaction()) {
-        throw Error(errors::transactionExists, errorSource,
-                    "A transaction is open already; transactions cannot be nested.", "25000");
+        throw Error(errors::transactionExists, errorSource, {shared::DatabaseReason::transactionOpen}, "25000");
     }
     dialect_->begin(*this);
     transaction_ = Transaction::open;
@@ -310,7 +308,8 @@ void Session::begin() {
 
 void Session::commit() {
     if (!inTransaction()) {
-        throw Error(errors::noTransactionToCommit, errorSource, "There is no transaction to commit.", "25000");
+        throw Error(errors::noTransactionToCommit, errorSource, {shared::DatabaseReason::noTransactionToCommit},
+                    "25000");
     }
     requireTransactionAlive();
     try {
@@ -320,15 +319,16 @@ void Session::commit() {
             throw;
         }
         transaction_ = Transaction::unknown;
-        throw Error(error.number(), error.source(),
-                    "Whether the transaction was stored is not known. " + error.description(), error.sqlState());
+        throw Error(error.number(), error.source(), {OdbcReason::commitUnknown, {}, {error.asCause()}},
+                    error.sqlState());
     }
     transaction_ = Transaction::none;
 }
 
 void Session::rollback() {
     if (!inTransaction()) {
-        throw Error(errors::noTransactionToRollBack, errorSource, "There is no transaction to roll back.", "25000");
+        throw Error(errors::noTransactionToRollBack, errorSource, {shared::DatabaseReason::noTransactionToRollBack},
+                    "25000");
     }
     const bool standing = transaction_ == Transaction::open;
     transaction_ = Transaction::none; // if it fails the line is cut, and then the server rolls back

@@ -1,6 +1,7 @@
 #include "adapters/odbc/TsqlDialect.h"
 
 #include "adapters/odbc/Failure.h"
+#include "adapters/odbc/OdbcReason.h"
 #include "adapters/odbc/quoting.h"
 #include "adapters/tsql/tokens.h"
 #include "z7cashflow/support/conversions.h"
@@ -142,11 +143,7 @@ void TsqlDialect::start(Driver& driver, const ConnectionOptions& options) {
     const bool asTheyAre = probe.rows != nullptr && probe.rows->rowCount() == 1 && probe.rows->number(0, 0) == 0x73B0 &&
                            probe.rows->value(0, 1) == Variant("现金");
     if (!asTheyAre) {
-        throw Error(
-            errors::unspecified, errorSource,
-            "The ODBC driver does not pass texts as UTF-8. For FreeTDS set ClientCharset=UTF-8 in the connection "
-            "string or the data source; for other drivers run under a UTF-8 locale.",
-            "22021");
+        throw Error(errorSource, {OdbcReason::driverNotUtf8}, "22021");
     }
     if (options.year) {
         driver.execute("exec sp_set_session_context N'iyear', " + std::to_string(*options.year));
@@ -177,7 +174,7 @@ Error TsqlDialect::explained(const Error& error) const {
         state =
             "HYT00"; // an open-source server passes on the words of the database below it, with no number of its own
     }
-    return state == nullptr ? error : Error(error.number(), error.source(), error.description(), state);
+    return state == nullptr ? error : Error(error.number(), error.source(), error.asCause(), state);
 }
 
 ResultColumn TsqlDialect::resultColumn(const DriverColumn& column) const {

@@ -1,6 +1,8 @@
 #include "adapters/sqlite/ConnectionOptions.h"
 
+#include "adapters/shared/reasons/DatabaseReason.h"
 #include "adapters/shared/session/ConnectionText.h"
+#include "adapters/sqlite/SqliteReason.h"
 #include "z7cashflow/support/conversions.h"
 
 namespace z7::cashflow::sqlite {
@@ -9,11 +11,11 @@ namespace {
 void take(ConnectionOptions& options, const shared::ConnectionText& text, const shared::ConnectionText::Part& part) {
     if (part.keyword == "driver") {
         if (asciiLower(part.value) != "sqlite") {
-            text.refuse("driver must be sqlite for the embedded database");
+            text.refuse(SqliteReason::driverNotSqlite);
         }
     } else if (part.keyword == "database") {
         if (part.value.empty()) {
-            text.refuse("database must name the account's file");
+            text.refuse(SqliteReason::databaseEmpty);
         }
         options.database = pathOf(part.value);
     } else if (part.keyword == "year") {
@@ -23,8 +25,8 @@ void take(ConnectionOptions& options, const shared::ConnectionText& text, const 
     } else if (part.keyword == "maxpages") {
         options.maxPages = text.number(part, 1, 2147483646);
     } else {
-        text.refuse("the keyword \"" + part.keyword +
-                    "\" is unknown; the known ones are driver, database, year, timeout and maxpages");
+        text.refuse(shared::DatabaseReason::keywordUnknown,
+                    {part.keyword, "driver, database, year, timeout, maxpages"});
     }
 }
 
@@ -38,7 +40,7 @@ ConnectionOptions parseConnectionString(const std::string& text) {
     }
     for (const char* needed : {"driver", "database"}) {
         if (taken.find(needed) == nullptr) {
-            taken.refuse("the keyword \"" + std::string(needed) + "\" is missing");
+            taken.refuse(shared::DatabaseReason::keywordMissing, {needed});
         }
     }
     return options;

@@ -35,7 +35,7 @@ fs::path requiredFolder(const fs::path& account) {
     fs::path folder = folderOf(account);
     std::error_code error;
     if (!fs::is_directory(folder, error)) {
-        raiseDatabaseError(SQLITE_CANTOPEN, "There is no folder " + utf8Of(folder) + " to create the account in.");
+        raiseDatabaseError(SqliteReason::folderMissing, {utf8Of(folder)});
     }
     return folder;
 }
@@ -50,8 +50,8 @@ template <class Action> void naming(const fs::path& file, Action&& action) {
     try {
         action();
     } catch (const Error& error) {
-        throw Error(error.number(), errorSource, utf8Of(file.filename()) + " cannot be created: " + error.description(),
-                    error.sqlState());
+        throw Error(error.number(), errorSource,
+                    {SqliteReason::cannotCreate, {utf8Of(file.filename())}, {error.asCause()}}, error.sqlState());
     }
 }
 
@@ -72,7 +72,7 @@ void createFile(const fs::path& file, std::int64_t mark, const std::string& scri
 void emptyLog(const fs::path& file) {
     const Handle handle = openHandle(file, SQLITE_OPEN_READWRITE);
     if (queryInteger(handle.get(), "PRAGMA wal_checkpoint(TRUNCATE)") != 0) {
-        raiseDatabaseError(SQLITE_BUSY, "another program has it open");
+        raiseDatabaseError(SqliteReason::openElsewhere);
     }
 }
 
@@ -83,14 +83,17 @@ void checkFile(const fs::path& file) {
     Statement check(handle.get(), "PRAGMA integrity_check(1)");
     const bool answered = check.step();
     const auto* answer = answered ? reinterpret_cast<const char*>(sqlite3_column_text(check.get(), 0)) : nullptr;
-    if (answer == nullptr || std::string(answer) != "ok") {
-        raiseDatabaseError(SQLITE_CORRUPT, answer == nullptr ? "it cannot be checked" : answer);
+    if (answer == nullptr) {
+        raiseDatabaseError(SqliteReason::cannotCheck);
+    }
+    if (std::string_view(answer) != "ok") {
+        raiseDatabaseError(SQLITE_CORRUPT, {Reason::verbatim, {answer}});
     }
 }
 
 void require(const std::error_code& failure, const fs::path& path) {
     if (failure) {
-        raiseDatabaseError(SQLITE_IOERR, utf8Of(path) + " cannot be written: " + failure.message());
+        raiseDatabaseError(SqliteReason::cannotWrite, {utf8Of(path), failure.message()});
     }
 }
 

@@ -66,8 +66,7 @@ OwnedFolder::OwnedFolder(const fs::path& parent, const std::string& prefix) {
             continue;
         }
         if (failure) {
-            raiseDatabaseError(SQLITE_CANTOPEN,
-                               "No folder can be created in " + utf8Of(parent) + ": " + failure.message());
+            raiseDatabaseError(SqliteReason::folderNotCreated, {utf8Of(parent), failure.message()});
         }
         lock_ = lock(path_, SQLITE_OPEN_CREATE);
         if (lock_ != nullptr && !fs::exists(path_ / lockName, failure)) {
@@ -78,9 +77,7 @@ OwnedFolder::OwnedFolder(const fs::path& parent, const std::string& prefix) {
         }
     }
     if (lock_ == nullptr) {
-        raiseDatabaseError(SQLITE_CANTOPEN,
-                           "No folder in " + utf8Of(parent) +
-                               " can be locked: the disk may be full, or its file system may have no locks.");
+        raiseDatabaseError(SqliteReason::folderNotLocked, {utf8Of(parent)});
     }
 }
 

@@ -1,5 +1,6 @@
 #include "adapters/sqlite/RecordWriter.h"
 
+#include "adapters/shared/reasons/DatabaseReason.h"
 #include "adapters/sqlite/databaseError.h"
 #include "z7cashflow/support/Error.h"
 #include "z7cashflow/support/conversions.h"
@@ -30,7 +31,7 @@ void RecordWriter::update(const shared::RowSet& rows, std::size_t row, const std
     }
     const std::vector<int> key = keyColumns();
     if (key.empty()) {
-        throw Error(errorSource, {Reason::recordWithoutKey, {target_.name}});
+        throw Error(errorSource, {shared::DatabaseReason::recordWithoutKey, {target_.name}});
     }
     std::string_view before = " WHERE ";
     for (const int column : key) {
@@ -43,7 +44,7 @@ void RecordWriter::update(const shared::RowSet& rows, std::size_t row, const std
         values.push_back(rows.value(row, change.column));
     }
     if (session_->runOwn(sql, values) == 0) {
-        throw Error(errorSource, {Reason::recordChanged, {target_.name}});
+        throw Error(errorSource, {shared::DatabaseReason::recordChanged, {target_.name}});
     }
 }
 
@@ -71,7 +72,7 @@ const std::string& RecordWriter::insertText(const std::vector<shared::Change>& c
 std::string RecordWriter::columnName(int column) const {
     const ColumnOrigin& origin = origins_[static_cast<std::size_t>(column)];
     if (origin.column.empty()) {
-        raisePlatformError(Reason::columnOfExpression, {target_.name});
+        raisePlatformError(shared::DatabaseReason::columnOfExpression, {target_.name});
     }
     return origin.column;
 }

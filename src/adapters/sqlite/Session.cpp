@@ -1,5 +1,6 @@
 #include "adapters/sqlite/Session.h"
 
+#include "adapters/shared/reasons/DatabaseReason.h"
 #include "adapters/sqlite/RecordWriter.h"
 #include "adapters/sqlite/TempDatabase.h"
 #include "adapters/sqlite/databaseError.h"
@@ -28,9 +29,9 @@ bool namesTempDatabase(const tsql::Step& step) {
 } // namespace
 
 Session::Session(const ConnectionOptions& options, int number, std::shared_ptr<const Observers> observers)
-    : number_(number), observers_(std::move(observers)),
-      lockedRemark_("another session is writing to " + utf8Of(options.database) + "; waited " +
-                    std::to_string(options.timeout) + " ms") {
+    : number_(number),
+      observers_(std::move(observers)), lockedRemark_{SqliteReason::locked,
+                                                      {utf8Of(options.database), std::to_string(options.timeout)}} {
     OpenAccount opened = openAccount(options);
     handle_ = std::move(opened.handle);
     file_ = std::move(opened.file);
@@ -52,7 +53,7 @@ void Session::close() noexcept {
 
 sqlite3* Session::handle() const {
     if (handle_ == nullptr) {
-        raisePlatformError(Reason::objectClosed);
+        raisePlatformError(shared::DatabaseReason::objectClosed);
     }
     return handle_.get();
 }
@@ -262,8 +263,7 @@ void Session::runInto(PreparedStep& step, const std::vector<tsql::Literal>& lite
 std::string Session::columnText(const PreparedStep& step, int column) const {
     const std::string& name = (*step.columns)[column].name;
     if (name.empty()) {
-        constexpr int nameMissing = 1038;
-        tsql::raiseError(nameMissing, "A column of the new table has no name; give the expression an alias.");
+        tsql::raiseError(tsql::TsqlReason::columnUnnamed);
     }
     std::string text = tsql::quotedName(name);
     sqlite3_stmt* statement = step.statement->get();
@@ -317,12 +317,10 @@ std::int64_t Session::runOwn(const std::string& sql, const std::vector<Variant>&
 
 void Session::begin() {
     if (inTransaction_) {
-        raiseDatabaseError(SQLITE_ERROR, "cannot start a transaction within a transaction");
+        raiseDatabaseError(SQLITE_ERROR, {shared::DatabaseReason::transactionOpen});
     }
     if (readOnly_) {
-        raiseDatabaseError(SQLITE_READONLY, utf8Of(file_) +
-                                                " can only be read: allow writing to the file, to the one of its "
-                                                "periods (zqsystem) and to their folder.");
+        raiseDatabaseError(SqliteReason::fileReadOnly, {utf8Of(file_)});
     }
     tsql::beginTransaction(textRunner());
     inTransaction_ = true;
@@ -337,7 +335,7 @@ void Session::begin() {
 void Session::commit() {
     requireTransactionAlive();
     if (!inTransaction_) {
-        raiseDatabaseError(SQLITE_ERROR, "cannot commit - no transaction is active");
+        raiseDatabaseError(SQLITE_ERROR, {shared::DatabaseReason::noTransactionToCommit});
     }
     requireInPlace();
     runText("COMMIT");
@@ -347,7 +345,7 @@ void Session::commit() {
 
 void Session::rollback() {
     if (!inTransaction_) {
-        raiseDatabaseError(SQLITE_ERROR, "cannot rollback - no transaction is active");
+        raiseDatabaseError(SQLITE_ERROR, {shared::DatabaseReason::noTransactionToRollBack});
     }
     inTransaction_ = false;
     if (sqlite3_get_autocommit(handle()) == 0) { // else the database has rolled back already
@@ -366,7 +364,7 @@ void Session::waitForDisk(bool wait) {
     if (known && log != nullptr && log->pMethods != nullptr) {
         const int code = log->pMethods->xSync(log, SQLITE_SYNC_NORMAL);
         if (code != SQLITE_OK) {
-            raiseDatabaseError(SQLITE_IOERR_FSYNC, sqlite3_errstr(code));
+            raiseDatabaseError(SQLITE_IOERR_FSYNC, {Reason::verbatim, {sqlite3_errstr(code)}});
         }
     }
 }
@@ -377,9 +375,7 @@ bool Session::isIdle() const noexcept {
 
 void Session::requireTransactionAlive() const {
     if (inTransaction_ && sqlite3_get_autocommit(handle()) != 0) {
-        raiseDatabaseError(
-            SQLITE_ABORT_ROLLBACK,
-            "The database has rolled the transaction back after an earlier error; roll back and begin anew.");
+        raiseDatabaseError(SQLITE_ABORT_ROLLBACK, {shared::DatabaseReason::transactionRolledBack});
     }
 }
 
@@ -387,11 +383,7 @@ void Session::requireInPlace() const {
     for (const char* name : {"main", "zqsystem"}) {
         int moved = 0;
         if (sqlite3_file_control(handle(), name, SQLITE_FCNTL_HAS_MOVED, &moved) == SQLITE_OK && moved != 0) {
-            raiseDatabaseError(
-                SQLITE_READONLY_DBMOVED,
-                orEmpty(sqlite3_db_filename(handle(), name)) +
-                    " was deleted, moved or replaced while it was open: what this transaction wrote is not in "
-                    "the file that bears its name now.");
+            raiseDatabaseError(SqliteReason::fileMoved, {orEmpty(sqlite3_db_filename(handle(), name))});
         }
     }
 }
@@ -399,9 +391,7 @@ void Session::requireInPlace() const {
 void Session::requireUnchanged() const {
     for (const UnlockedFile& file : unlocked_) {
         if (!file.isUnchanged()) {
-            raiseDatabaseError(SQLITE_BUSY_SNAPSHOT,
-                               "Somebody is writing to " + utf8Of(file.path()) +
-                                   ", which could not be locked here for lack of rights; try again.");
+            raiseDatabaseError(SqliteReason::fileChanged, {utf8Of(file.path())});
         }
     }
 }

@@ -108,7 +108,7 @@ private:
     bool readOnly_ = false;
     int number_;
     std::shared_ptr<const Observers> observers_;
-    std::string lockedRemark_;
+    Explanation lockedRemark_;
     std::optional<Catalogue> catalogue_;
     tsql::RewritingCache<PreparedStep> rewritings_{mostPrepared};
     shared::LruCache<std::unique_ptr<Statement>> own_{mostPrepared};

@@ -12,7 +12,7 @@ namespace z7::cashflow::sqlite {
 
 Statement::Statement(sqlite3* handle, std::string_view sql) {
     if (sql.size() > static_cast<std::size_t>(std::numeric_limits<int>::max())) {
-        raiseDatabaseError(SQLITE_TOOBIG, "The statement is too long.");
+        raiseDatabaseError(SqliteReason::statementTooLong);
     }
     sqlite3_stmt* prepared = nullptr;
     const int code = sqlite3_prepare_v3(handle, sql.data(), static_cast<int>(sql.size()), SQLITE_PREPARE_PERSISTENT,
@@ -51,7 +51,7 @@ void Statement::bind(int position, std::int64_t value) { check(sqlite3_bind_int6
 
 void Statement::bind(int position, double value) { check(sqlite3_bind_double(get(), position, value)); }
 
-bool Statement::step(const std::string& remarkWhenLocked) {
+bool Statement::step(const Explanation& remarkWhenLocked) {
     const int code = sqlite3_step(get());
     if (code == SQLITE_ROW) {
         return true;
@@ -59,7 +59,7 @@ bool Statement::step(const std::string& remarkWhenLocked) {
     if (code != SQLITE_DONE) {
         const int primary = code & 0xFF;
         raiseDatabaseError(handle(),
-                           primary == SQLITE_BUSY || primary == SQLITE_LOCKED ? remarkWhenLocked : std::string());
+                           primary == SQLITE_BUSY || primary == SQLITE_LOCKED ? remarkWhenLocked : Explanation{});
     }
     return false;
 }
@@ -79,10 +79,10 @@ void Statement::check(int code) const {
     }
 }
 
-void executeScript(sqlite3* handle, const std::string& sql, const std::string& remarkWhenLocked) {
+void executeScript(sqlite3* handle, const std::string& sql, const Explanation& remarkWhenLocked) {
     const int code = sqlite3_exec(handle, sql.c_str(), nullptr, nullptr, nullptr);
     if (code != SQLITE_OK) {
-        raiseDatabaseError(handle, (code & 0xFF) == SQLITE_BUSY ? remarkWhenLocked : std::string());
+        raiseDatabaseError(handle, (code & 0xFF) == SQLITE_BUSY ? remarkWhenLocked : Explanation{});
     }
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "z7cashflow/support/Reason.h"
 #include "z7cashflow/support/Variant.h"
 
 #include <cstdint>
@@ -25,8 +26,8 @@ public:
     void bindBorrowed(int position, std::string_view text);
     void bind(int position, std::int64_t value);
     void bind(int position, double value);
-    /// True for a row, false at the end. An error of the database is raised with the remark behind its text.
-    bool step(const std::string& remarkWhenLocked = {});
+    /// True for a row, false at the end. An error of the database is raised with its text in the last place of the remark.
+    bool step(const Explanation& remarkWhenLocked = {});
     void reset() noexcept;
     /// The text with its values in place.
     [[nodiscard]] std::string expanded() const;
@@ -40,7 +41,7 @@ private:
     std::unique_ptr<sqlite3_stmt, Finalizer> statement_;
 };
 
-/// Resets a statement when it goes, so that no read stays open behind a result or an error.
+/// Resets a statement when it goes, so that no read stays open after a result or an error.
 class StatementReset {
 public:
     explicit StatementReset(Statement& statement) : statement_(statement) {}
@@ -53,7 +54,7 @@ private:
 };
 
 /// Runs a text of one or several statements without results.
-void executeScript(sqlite3* handle, const std::string& sql, const std::string& remarkWhenLocked = {});
+void executeScript(sqlite3* handle, const std::string& sql, const Explanation& remarkWhenLocked = {});
 /// The first column of a query's first row, 0 if there is none.
 [[nodiscard]] std::int64_t queryInteger(sqlite3* handle, const std::string& sql);
 

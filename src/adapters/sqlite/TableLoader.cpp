@@ -43,7 +43,7 @@ FoundTable findTable(Session& session, const std::string& table) {
             return {name, std::move(shape)};
         }
     }
-    tsql::raiseError(tsql::errors::unknownObject, "Invalid object name '" + table + "'.", "42S02");
+    tsql::raiseError(tsql::TsqlReason::objectUnknown, {table}, "42S02");
 }
 
 /// The columns that SQLite names in "UNIQUE constraint failed: t.a, t.b"; none in any other text.
@@ -123,7 +123,7 @@ void TableLoader::insert(const std::vector<Variant>& values) {
         if (!key.empty()) {
             refuseDoubleKey(std::move(key));
         }
-        refuseRow(error.description());
+        refuseRow(error);
     }
 }
 

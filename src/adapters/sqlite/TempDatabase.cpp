@@ -26,8 +26,7 @@ fs::path clearedParent() {
     std::error_code failure;
     fs::path parent = fs::temp_directory_path(failure);
     if (failure) {
-        raiseDatabaseError(SQLITE_CANTOPEN, "There is no folder for temporary files: " + failure.message() +
-                                                "; name one in the environment variable TMPDIR.");
+        raiseDatabaseError(SqliteReason::noTemporaryFolder, {failure.message()});
     }
     OwnedFolder::removeAbandoned(parent, folderPrefix);
     return parent;

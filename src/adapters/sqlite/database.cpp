@@ -24,7 +24,7 @@ fs::path companion(const fs::path& account, const std::string& name) {
 
 void requireFree(const std::optional<fs::path>& taken) {
     if (taken) {
-        raiseDatabaseError(SQLITE_CANTOPEN, utf8Of(*taken) + " exists already; choose another name or remove it.");
+        raiseDatabaseError(SqliteReason::fileTaken, {utf8Of(*taken)});
     }
 }
 

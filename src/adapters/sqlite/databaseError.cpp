@@ -7,6 +7,7 @@
 #include <memory>
 #include <string_view>
 #include <system_error>
+#include <utility>
 
 namespace z7::cashflow::sqlite {
 namespace {
@@ -44,49 +45,45 @@ bool isWhole(sqlite3* handle, const std::string& name) {
     return answer != nullptr && std::string_view(answer) == "ok";
 }
 
-/// Names the damaged ones of a handle's files, as far as a check finds them.
-std::string damagedFiles(sqlite3* handle) {
-    std::string text;
-    for (const char* name : {"main", "zqsystem"}) {
-        const char* file = sqlite3_db_filename(handle, name);
-        if (file != nullptr && !isWhole(handle, name)) {
-            text += std::string(": ") + file + " is damaged; put it back from a backup";
-        }
-    }
-    return text;
-}
-
-/// What of a failure the database library does not say: which file is damaged, or why the system refused.
-std::string details(sqlite3* handle, int code) {
+/// What the library says, with what it does not say: which file is damaged, or why the system refused.
+Explanation explained(sqlite3* handle, int code) {
+    Explanation why{Reason::verbatim, {sqlite3_errmsg(handle)}};
     const int kind = code & 0xFF;
     if (kind == SQLITE_CORRUPT) {
-        return damagedFiles(handle);
+        for (const char* name : {"main", "zqsystem"}) {
+            const char* file = sqlite3_db_filename(handle, name);
+            if (file != nullptr && !isWhole(handle, name)) {
+                why = {SqliteReason::fileDamaged, {file}, {std::move(why)}};
+            }
+        }
+        return why;
     }
     const int cause = kind == SQLITE_IOERR || kind == SQLITE_CANTOPEN ? sqlite3_system_errno(handle) : 0;
     if (cause != 0) {
-        return ": " + std::generic_category().message(cause);
+        return {SqliteReason::systemSays, {std::generic_category().message(cause)}, {std::move(why)}};
     }
-    return code == SQLITE_IOERR_WRITE
-               ? ": the system refuses to write; look at the disk and at the limit on the size of files "
-                 "(ulimit -f)"
-               : std::string();
+    return code == SQLITE_IOERR_WRITE ? Explanation{SqliteReason::writeRefused, {}, {std::move(why)}} : why;
 }
 
 } // namespace
 
-void raiseDatabaseError(sqlite3* handle, const std::string& remark) {
+void raiseDatabaseError(sqlite3* handle, Explanation remark) {
     const int code = sqlite3_extended_errcode(handle);
-    std::string text = sqlite3_errmsg(handle);
-    const char* state = sqlState(code, text);
-    text += details(handle, code);
-    if (!remark.empty()) {
-        text += ": " + remark;
+    const char* state = sqlState(code, sqlite3_errmsg(handle));
+    Explanation why = explained(handle, code);
+    if (remark.reason != Reason::none) {
+        remark.causes.push_back(std::move(why));
+        why = std::move(remark);
     }
-    throw Error(code > 0 ? code : SQLITE_INTERNAL, errorSource, text, state);
+    throw Error(code > 0 ? code : SQLITE_INTERNAL, errorSource, std::move(why), state);
 }
 
-void raiseDatabaseError(int code, const std::string& text) {
-    throw Error(code, errorSource, text, sqlState(code, text));
+void raiseDatabaseError(int code, Explanation why) {
+    throw Error(code, errorSource, std::move(why), sqlState(code, {}));
+}
+
+void raiseDatabaseError(SqliteReason reason, std::vector<std::string> arguments) {
+    raiseDatabaseError(entryOf(reason).number, {reason, std::move(arguments)});
 }
 
 } // namespace z7::cashflow::sqlite

@@ -1,6 +1,9 @@
 #pragma once
 
+#include "adapters/sqlite/SqliteReason.h"
+
 #include <string>
+#include <vector>
 
 struct sqlite3;
 
@@ -9,10 +12,12 @@ namespace z7::cashflow::sqlite {
 /// The source of the errors that this adapter raises itself or passes on from the database library.
 inline constexpr const char* errorSource = "SQLite";
 
-/// Raises the handle's last error with its extended result code, its text and the SQL state that fits it. The remark,
-/// if there is one, follows the text.
-[[noreturn]] void raiseDatabaseError(sqlite3* handle, const std::string& remark = {});
-/// The same for a result code when there is no handle, or another text tells more.
-[[noreturn]] void raiseDatabaseError(int code, const std::string& text);
+/// Raises the handle's last error with its extended result code, its text and the SQL state that fits it. A remark takes that text
+/// as its last place.
+[[noreturn]] void raiseDatabaseError(sqlite3* handle, Explanation remark = {});
+/// The same for a result code when there is no handle, or another text says more.
+[[noreturn]] void raiseDatabaseError(int code, Explanation why);
+/// The same for a reason with the result code of its own.
+[[noreturn]] void raiseDatabaseError(SqliteReason reason, std::vector<std::string> arguments = {});
 
 } // namespace z7::cashflow::sqlite

@@ -259,8 +259,7 @@ void requireWholeJoins(sqlite3* handle) {
     constexpr int bloomFilter = 0x80000;
     sqlite3_test_control(SQLITE_TESTCTRL_OPTIMIZATIONS, handle, bloomFilter);
     if (!joinFindsEqualTexts(handle)) {
-        raiseDatabaseError(SQLITE_INTERNAL, std::string("The database library ") + sqlite3_libversion() +
-                                                " loses rows when it joins texts; install another version of SQLite.");
+        raiseDatabaseError(SqliteReason::joinsLoseRows, {sqlite3_libversion()});
     }
 }
 

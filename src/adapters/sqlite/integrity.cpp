@@ -19,7 +19,7 @@ void readThrough(const Handle& handle, const std::filesystem::path& file, std::v
     while (check.step()) {
         const std::string line = reinterpret_cast<const char*>(sqlite3_column_text(check.get(), 0));
         if (line != "ok") {
-            damages.push_back({file, line});
+            damages.push_back({file, {Reason::verbatim, {line}}});
         }
     }
 }
@@ -35,7 +35,7 @@ void readThrough(const std::filesystem::path& file, std::vector<Damage>& damages
             readThrough(openUnlocked(file), file, damages); // nothing can be written beside it
         }
     } catch (const Error& error) {
-        damages.push_back({file, error.description()});
+        damages.push_back({file, error.asCause()});
     }
 }
 

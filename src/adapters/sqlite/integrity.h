@@ -1,7 +1,8 @@
 #pragma once
 
+#include "z7cashflow/support/Reason.h"
+
 #include <filesystem>
-#include <string>
 #include <vector>
 
 namespace z7::cashflow::sqlite {
@@ -9,7 +10,7 @@ namespace z7::cashflow::sqlite {
 /// Damage in one of an account's files.
 struct Damage {
     std::filesystem::path file;
-    std::string reason; ///< in the words of the database library
+    Explanation reason; ///< in the words of the database library, as far as it has any
 };
 
 /// Reads every page of an account's files and compares the indexes with the tables, and the values with the conditions of their columns.

@@ -19,14 +19,14 @@ namespace {
 
 namespace fs = std::filesystem;
 
-void requireFile(const fs::path& file, const std::string& remedy) {
+void requireFile(const fs::path& file, SqliteReason whenMissing, std::vector<std::string> arguments) {
     std::error_code error;
     const fs::file_status status = fs::status(file, error);
     if (fs::is_directory(status)) {
-        raiseDatabaseError(SQLITE_CANTOPEN, utf8Of(file) + " is a folder, not an account's file.");
+        raiseDatabaseError(SqliteReason::folderNotFile, {utf8Of(file)});
     }
     if (!fs::exists(status)) {
-        raiseDatabaseError(SQLITE_CANTOPEN, "There is no file " + utf8Of(file) + "." + remedy);
+        raiseDatabaseError(whenMissing, std::move(arguments));
     }
 }
 
@@ -62,7 +62,8 @@ Handle openNamed(const std::string& name, const fs::path& file, int flags) {
         sqlite3_open_v2(name.c_str(), &opened, flags | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE, nullptr);
     Handle handle(opened);
     if (code != SQLITE_OK) {
-        raiseDatabaseError(code, utf8Of(file) + " cannot be opened: " + sqlite3_errstr(code));
+        raiseDatabaseError(code,
+                           {SqliteReason::cannotOpen, {utf8Of(file)}, {{Reason::verbatim, {sqlite3_errstr(code)}}}});
     }
     return handle;
 }
@@ -74,7 +75,7 @@ void attachNamed(sqlite3* handle, const std::string& uri, const fs::path& file, 
     try {
         statement.step();
     } catch (const Error& error) {
-        throw Error(error.number(), errorSource, utf8Of(file) + " cannot be opened: " + error.description(),
+        throw Error(error.number(), errorSource, {SqliteReason::cannotOpen, {utf8Of(file)}, {error.asCause()}},
                     error.sqlState());
     }
 }
@@ -111,10 +112,7 @@ Probe probe(const fs::path& file) {
         const int kind = error.number() & 0xFF;
         const bool needsRights = kind == SQLITE_CANTOPEN || kind == SQLITE_READONLY;
         if (needsRights && log) {
-            raiseDatabaseError(error.number(),
-                               utf8Of(file) +
-                                   " cannot be read: a program has left its log (-wal) beside it. Someone who "
-                                   "can write to the file and its folder must open the account once.");
+            raiseDatabaseError(error.number(), {SqliteReason::logLeftBehind, {utf8Of(file)}});
         }
         found.unlocked = found.readOnly = needsRights; // other faults show, and are named, when the file is opened
     }
@@ -130,24 +128,21 @@ void checkMarks(sqlite3* handle, const std::string& name, const fs::path& file, 
         version = queryInteger(handle, "PRAGMA " + name + ".user_version");
         static_cast<void>(queryInteger(handle, "SELECT count(*) FROM " + name + ".sqlite_schema"));
     } catch (const Error& error) {
-        throw Error(error.number(), errorSource, utf8Of(file) + " cannot be read as a database: " + error.description(),
+        throw Error(error.number(), errorSource, {SqliteReason::notADatabase, {utf8Of(file)}, {error.asCause()}},
                     error.sqlState());
     }
     if (found != mark) {
-        raiseDatabaseError(SQLITE_NOTADB, utf8Of(file) + " is a database, but it was not created as " +
-                                              (name == "main" ? "an account" : name) + ".");
+        raiseDatabaseError(name == "main" ? SqliteReason::notAnAccount : SqliteReason::notThePeriods,
+                           {utf8Of(file), name});
     }
     if (version != schemaVersion) {
-        raiseDatabaseError(SQLITE_MISMATCH, utf8Of(file) + " has the schema version " + std::to_string(version) +
-                                                ", and this program knows the version " +
-                                                std::to_string(schemaVersion) +
-                                                (version > schemaVersion ? ": use a newer program." : "."));
+        raiseDatabaseError(version > schemaVersion ? SqliteReason::versionNewer : SqliteReason::versionOlder,
+                           {utf8Of(file), std::to_string(version), std::to_string(schemaVersion)});
     }
 }
 
 void requireSystemFile(const DatabaseFiles& files) {
-    requireFile(files.system, " It holds the account's periods and belongs beside " + utf8Of(files.account) +
-                                  ": put it back from the same backup.");
+    requireFile(files.system, SqliteReason::periodsMissing, {utf8Of(files.system), utf8Of(files.account)});
 }
 
 void attachSystem(OpenAccount& account) {
@@ -207,7 +202,7 @@ std::shared_ptr<const TempDatabase> attachCompanions(sqlite3* handle, const fs::
 }
 
 OpenAccount openAccount(const ConnectionOptions& options) {
-    requireFile(options.database, " Create the account first.");
+    requireFile(options.database, SqliteReason::accountMissing, {utf8Of(options.database)});
     OpenAccount account;
     account.file = accountFile(options.database);
     Probe main = probe(account.file);

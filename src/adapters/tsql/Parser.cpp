@@ -137,7 +137,7 @@ TableName Parser::tableOf(const DottedName& name) {
     const std::string owner = count > 1 ? asciiLower(name.parts[count - 2]) : std::string();
     const bool ownerLeftOut = count > 1 && owner.empty();
     if (count > 3 || (count == 2 && ownerLeftOut) || (!owner.empty() && owner != "dbo")) {
-        raiseError(errors::unknownObject, "Invalid object name '" + std::string(name.text) + "'.", "42S02");
+        raiseError(TsqlReason::objectUnknown, {std::string(name.text)}, "42S02");
     }
     TableName table{TableName::Place::account, name.parts.back()};
     if (count == 3) {
@@ -147,7 +147,7 @@ TableName Parser::tableOf(const DottedName& name) {
         } else if (database == "zqsystem") {
             table.place = TableName::Place::system;
         } else {
-            raiseError(errors::unknownDatabase, "Database '" + name.parts.front() + "' does not exist.", "08004");
+            raiseError(TsqlReason::databaseUnknown, {name.parts.front()}, "08004");
         }
     }
     result_.steps.back().tables.push_back(table);
@@ -179,7 +179,7 @@ std::string Parser::takeInlinedNumber() {
 int Parser::addParameter(int literal, bool negative) {
     std::vector<Parameter>& parameters = result_.steps.back().parameters;
     if (parameters.size() >= mostParameters) {
-        raiseError(errors::tooDeep, "The statement has more than " + std::to_string(mostParameters) + " values.");
+        raiseError(TsqlReason::tooManyValues, {std::to_string(mostParameters)});
     }
     Parameter parameter;
     parameter.literal = literal;

@@ -183,7 +183,7 @@ public:
     explicit Nesting(Parser& parser) : parser_(parser) {
         constexpr int deepest = 300;
         if (parser_.depth_ >= deepest) {
-            raiseError(errors::tooDeep, "Some part of your SQL statement is nested too deeply.");
+            raiseError(TsqlReason::tooDeep);
         }
         ++parser_.depth_;
     }

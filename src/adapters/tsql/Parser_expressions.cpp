@@ -307,7 +307,7 @@ Parser::Expression Parser::parseFunction(std::string_view name) {
         function = candidate.name == name ? &candidate : function;
     }
     if (function == nullptr) {
-        raiseError(errors::unknownFunction, "'" + std::string(name) + "' is not a recognized built-in function name.");
+        raiseError(TsqlReason::functionUnknown, {std::string(name)});
     }
     write(function->written);
     write("(");
@@ -327,8 +327,7 @@ Parser::Expression Parser::parseFunction(std::string_view name) {
             valueOnly(parseSum());
         } while (takeSymbol(","));
         if (count < function->fewest || count > function->most) {
-            raiseError(174, "The " + std::string(name) + " function does not take " + std::to_string(count) +
-                                " argument(s).");
+            raiseError(TsqlReason::argumentCountWrong, {std::string(name), std::to_string(count)});
         }
     }
     expectSymbol(")");
@@ -359,7 +358,7 @@ std::string Parser::parseType() {
         found = found || candidate == type;
     }
     if (!found) {
-        raiseError(errors::unknownType, "Type '" + std::string(name.text) + "' is not a defined system type.");
+        raiseError(TsqlReason::typeUnknown, {std::string(name.text)});
     }
     ++at_;
     if (!takeSymbol("(")) {

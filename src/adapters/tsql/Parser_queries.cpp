@@ -262,7 +262,7 @@ void Parser::parseOrder() {
         write(first ? "" : ", ");
         first = false;
         if (valueOnly(parseSum()).parameter >= 0) {
-            raiseError(errors::badSyntax, "Incorrect syntax near 'order by': a column is needed, not a position.");
+            raiseError(TsqlReason::orderByPosition);
         }
         if (takeWord("desc")) {
             write(" DESC");

@@ -111,10 +111,8 @@ void Parser::parseValues(const TableName& table, const std::vector<std::string>&
         expectSymbol(")");
         write(")");
         if (!columns.empty() && position != columns.size()) {
-            raiseError(position < columns.size() ? 109 : 110,
-                       "There are " + std::to_string(columns.size()) + " columns in the INSERT statement and " +
-                           std::to_string(position) + " values in the VALUES clause.",
-                       "21S01");
+            raiseError(position < columns.size() ? TsqlReason::valuesMissing : TsqlReason::valuesTooMany,
+                       {std::to_string(columns.size()), std::to_string(position)}, "21S01");
         }
     } while (takeSymbol(","));
 }
@@ -241,7 +239,7 @@ Parser::UpdateSources::Item Parser::takeUpdated(const DottedName& name, UpdateSo
                 continue;
             }
             if (found < sources.items.size()) {
-                raiseError(8154, "The table '" + std::string(name.text) + "' is ambiguous.");
+                raiseError(TsqlReason::tableAmbiguous, {std::string(name.text)});
             }
             found = i;
         }

@@ -15,8 +15,7 @@ namespace {
 using shared::ColumnType;
 
 [[noreturn]] void raiseOverflow(const shared::Column& column) {
-    raiseError(errors::numberTooLarge,
-               "Arithmetic overflow error converting a value to the type of column " + column.name + ".", "22003");
+    raiseError(TsqlReason::overflow, {column.name}, "22003");
 }
 
 double numberOf(const Literal& literal, bool negative, const shared::Column& column) {
@@ -40,8 +39,7 @@ double numberOf(const Literal& literal, bool negative, const shared::Column& col
     const bool commas = column.type != ColumnType::money && text.find(',') != std::string::npos;
     const auto number = commas ? std::nullopt : readNumber(text);
     if (!number) {
-        raiseError(errors::badNumber,
-                   "Error converting data type nvarchar to the number type of column " + column.name + ".", "22018");
+        raiseError(TsqlReason::notANumber, {column.name}, "22018");
     }
     return *number;
 }
@@ -66,8 +64,7 @@ Variant dateOf(const Literal& literal, bool negative, const shared::Column& colu
     }
     const auto date = readDate(text);
     if (!date) {
-        raiseError(errors::badDate, "Conversion failed when converting date and/or time from character string.",
-                   "22007");
+        raiseError(TsqlReason::notADate, {}, "22007");
     }
     return Variant(*date);
 }
@@ -128,10 +125,9 @@ Variant plainValue(const Literal& literal, bool negative) {
 } // namespace
 
 void requireLength(std::string_view text, const shared::Column& column) {
-    constexpr int textTooLong = 8152;
     const auto most = static_cast<std::size_t>(column.length);
     if (most > 0 && text.size() > most && characterCount(text) > most) {
-        raiseError(textTooLong, "String or binary data would be truncated in column " + column.name + ".", "22001");
+        raiseError(TsqlReason::textTooLong, {column.name}, "22001");
     }
 }
 

@@ -64,7 +64,7 @@ std::size_t skipComment(std::string_view text, std::size_t at) {
             ++at;
         }
     }
-    raiseError(errors::unclosedComment, "Missing end comment mark '*/'.");
+    raiseError(TsqlReason::commentNotClosed);
 }
 
 std::size_t skipQuotedName(std::string_view text, std::size_t at) {
@@ -74,8 +74,7 @@ std::size_t skipQuotedName(std::string_view text, std::size_t at) {
             return readableUpTo(text, at, end + 1);
         }
     }
-    raiseError(errors::unclosedQuote,
-               "Unclosed quotation mark after the name '" + shortened(text.substr(at + 1)) + "'.");
+    raiseError(TsqlReason::nameNotClosed, {shortened(text.substr(at + 1))});
 }
 
 std::size_t scanNumber(std::string_view text, std::size_t at, Literal& literal) noexcept {
@@ -104,8 +103,7 @@ std::size_t scanText(std::string_view text, std::size_t from, std::size_t quote,
         }
         doubled = true;
     }
-    raiseError(errors::unclosedQuote,
-               "Unclosed quotation mark after the character string '" + shortened(text.substr(quote + 1)) + "'.");
+    raiseError(TsqlReason::textNotClosed, {shortened(text.substr(quote + 1))});
 }
 
 Tokens::Tokens(std::string_view text) : lowered_(asciiLower(text)) {
@@ -157,13 +155,13 @@ void raiseInvalidByte(char byte) {
 
 void raiseSyntaxError(std::string_view near) {
     if (near.empty()) {
-        raiseError(errors::badSyntax, "Incorrect syntax near the end of the statement.");
+        raiseError(TsqlReason::syntaxAtEnd);
     }
-    raiseError(errors::badSyntax, "Incorrect syntax near '" + shortened(near) + "'.");
+    raiseError(TsqlReason::syntaxNear, {shortened(near)});
 }
 
-void raiseError(int number, const std::string& description, const char* sqlState) {
-    throw Error(number, "Transact-SQL", description, sqlState);
+void raiseError(TsqlReason reason, std::vector<std::string> arguments, const char* sqlState) {
+    throw Error("Transact-SQL", {reason, std::move(arguments)}, sqlState);
 }
 
 } // namespace z7::cashflow::tsql

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "adapters/tsql/TsqlReason.h"
 #include "adapters/tsql/shape.h"
 
 #include <array>
@@ -10,21 +11,6 @@
 
 /// The pieces of a Transact-SQL text, and the scanning that the lexer and the shape share.
 namespace z7::cashflow::tsql {
-
-/// Numbers of the errors that the server's users know.
-namespace errors {
-inline constexpr int badSyntax = 102;       ///< incorrect syntax near a token
-inline constexpr int unclosedQuote = 105;   ///< a text that is not closed
-inline constexpr int unclosedComment = 113; ///< a comment that is not closed
-inline constexpr int tooDeep = 191;         ///< nested too deeply
-inline constexpr int unknownFunction = 195; ///< a function that is not known
-inline constexpr int unknownObject = 208;   ///< a table or a view that is not there
-inline constexpr int badDate = 241;         ///< a text that is no date
-inline constexpr int unknownType = 243;     ///< a data type that is not known
-inline constexpr int unknownDatabase = 911; ///< a database that is not there
-inline constexpr int badNumber = 8114;      ///< a text that is no number
-inline constexpr int numberTooLarge = 8115; ///< a number out of the range of its column
-} // namespace errors
 
 struct Token {
     enum class Kind { identifier, quotedIdentifier, literal, symbol, end };
@@ -101,6 +87,7 @@ inline constexpr std::array<ByteClass, 256> byteClasses = makeByteClasses();
 [[noreturn]] void raiseInvalidByte(char byte);
 /// "Incorrect syntax near 'x'."
 [[noreturn]] void raiseSyntaxError(std::string_view near);
-[[noreturn]] void raiseError(int number, const std::string& description, const char* sqlState = "42000");
+[[noreturn]] void raiseError(TsqlReason reason, std::vector<std::string> arguments = {},
+                             const char* sqlState = "42000");
 
 } // namespace z7::cashflow::tsql

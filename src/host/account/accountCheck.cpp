@@ -145,7 +145,7 @@ void checkBalances(Connection& connection, std::vector<AccountFinding>& all) {
 
 } // namespace
 
-std::vector<AccountFinding> checkAccount(Connection& connection, const std::string& account) {
+std::vector<AccountFinding> checkAccount(Connection& connection, const std::string& account, Language language) {
     std::vector<AccountFinding> all;
     const auto checks = {
         std::function<void()>(
@@ -164,7 +164,7 @@ std::vector<AccountFinding> checkAccount(Connection& connection, const std::stri
             if (error.sqlState() != tableMissing) {
                 throw;
             }
-            all.push_back({"schema", HostText::asItIs, {error.description()}});
+            all.push_back({"schema", HostText::asItIs, {reasonText(language, error)}});
         }
     }
     return all;
@@ -179,7 +179,9 @@ std::vector<AccountFinding> checkAccount(const AccountPlace& place, const Global
     std::vector<AccountFinding> all;
     if (file) {
         for (const sqlite::Damage& damage : sqlite::findDamage(*file)) {
-            all.push_back({"damage", HostText::verifyDamage, {damage.file.string(), damage.reason}});
+            all.push_back({"damage",
+                           HostText::verifyDamage,
+                           {damage.file.string(), reasonText(options.language, damage.reason)}});
         }
     }
     if (!all.empty()) {
@@ -194,7 +196,7 @@ std::vector<AccountFinding> checkAccount(const AccountPlace& place, const Global
                    : Failure(exitCode::database, HostText::notConnected, {reason});
     }
     const auto only = options.accountGiven ? std::nullopt : onlyAccount(*connection);
-    all = checkAccount(*connection, only.value_or(options.account));
+    all = checkAccount(*connection, only.value_or(options.account), options.language);
     connection->Close();
     return all;
 }

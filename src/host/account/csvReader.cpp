@@ -61,10 +61,10 @@ void requireCsv(std::string_view line) {
     constexpr std::string_view zip = "PK\x03\x04";
     constexpr std::string_view compound = "\xD0\xCF\x11\xE0";
     if (line.starts_with(zip) || line.starts_with(compound)) {
-        throw CsvError(CsvError::Kind::spreadsheet, 1);
+        throw CsvError(CsvReason::spreadsheet, 1);
     }
     if (line.starts_with("\xFF\xFE") || line.starts_with("\xFE\xFF") || line.find('\0') < 2) {
-        throw CsvError(CsvError::Kind::utf16, 1);
+        throw CsvError(CsvReason::utf16, 1);
     }
 }
 
@@ -92,11 +92,10 @@ public:
             line.remove_prefix(line.starts_with("\xEF\xBB\xBF") ? 3 : 0);
         }
         if (line.find('\0') != std::string_view::npos) {
-            throw CsvError(CsvError::Kind::zeroByte, line_);
+            throw CsvError(CsvReason::zeroByte, line_);
         }
         if (firstInvalidByte(line) != std::string_view::npos) {
-            throw CsvError(!foreignSeen_ && mayBeGb18030(line) ? CsvError::Kind::gb18030 : CsvError::Kind::invalidUtf8,
-                           line_);
+            throw CsvError(!foreignSeen_ && mayBeGb18030(line) ? CsvReason::gb18030 : CsvReason::invalidUtf8, line_);
         }
         foreignSeen_ = foreignSeen_ || !isAscii(line);
         if (!insideRecord()) {
@@ -108,7 +107,7 @@ public:
         }
         recordBytes_ += line.size();
         if (recordBytes_ > longestRecord) {
-            throw CsvError(CsvError::Kind::recordTooLong, record_.line);
+            throw CsvError(CsvReason::recordTooLong, record_.line);
         }
         if (csv_parse(&parser_, line.data(), line.size(), &Reader::onField, &Reader::onRecord, this) != line.size()) {
             failed();
@@ -118,7 +117,7 @@ public:
 
     void finish() {
         if (csv_fini(&parser_, &Reader::onField, &Reader::onRecord, this) != 0) {
-            throw CsvError(CsvError::Kind::unclosedQuote, record_.line);
+            throw CsvError(CsvReason::unclosedQuote, record_.line);
         }
         rethrow();
     }
@@ -130,8 +129,7 @@ private:
 
     [[noreturn]] void failed() {
         rethrow();
-        throw CsvError(csv_error(&parser_) == CSV_EPARSE ? CsvError::Kind::strayQuote : CsvError::Kind::outOfMemory,
-                       line_);
+        throw CsvError(csv_error(&parser_) == CSV_EPARSE ? CsvReason::strayQuote : CsvReason::outOfMemory, line_);
     }
 
     void rethrow() {
@@ -179,8 +177,6 @@ private:
 
 } // namespace
 
-CsvError::CsvError(Kind kind, std::size_t line) : std::runtime_error("not a CSV file"), kind_(kind), line_(line) {}
-
 void readCsv(std::istream& input, const std::function<void(const CsvRecord&)>& take) {
     Reader reader(take);
     std::array<char, 65536> chunk{};
@@ -196,11 +192,11 @@ void readCsv(std::istream& input, const std::function<void(const CsvRecord&)>& t
         }
         line += rest;
         if (line.size() > longestRecord) {
-            throw CsvError(CsvError::Kind::recordTooLong, reader.line() + 1);
+            throw CsvError(CsvReason::recordTooLong, reader.line() + 1);
         }
     }
     if (input.bad()) {
-        throw CsvError(CsvError::Kind::unreadable, reader.line() + 1);
+        throw CsvError(CsvReason::unreadable, reader.line() + 1);
     }
     if (!line.empty()) {
         reader.feed(line);

@@ -1,36 +1,24 @@
 #pragma once
 
+#include "host/account/CsvReason.h"
+#include "z7cashflow/support/Error.h"
+
 #include <cstddef>
 #include <functional>
 #include <iosfwd>
 #include <optional>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
 namespace z7::cashflow::host {
 
 /// A file that is not CSV: what is wrong, and the line (from 1) where it is.
-class CsvError : public std::runtime_error {
+class CsvError : public Error {
 public:
-    enum class Kind {
-        utf16,         ///< the file is text in UTF-16
-        gb18030,       ///< the line is not UTF-8, but could be GB18030
-        spreadsheet,   ///< the file is a document of a spreadsheet program
-        invalidUtf8,   ///< a byte that is not UTF-8
-        zeroByte,      ///< a NUL byte
-        strayQuote,    ///< a quote inside an unquoted field, or text after a closing quote
-        unclosedQuote, ///< the file ends inside a quoted field
-        recordTooLong, ///< one record of more than 16 MiB
-        unreadable,    ///< the stream fails while it is read
-        outOfMemory    ///< the record does not fit into memory
-    };
-    CsvError(Kind kind, std::size_t line);
-    [[nodiscard]] Kind kind() const noexcept { return kind_; }
+    CsvError(CsvReason reason, std::size_t line) : Error("z7cf", {reason}), line_(line) {}
     [[nodiscard]] std::size_t line() const noexcept { return line_; }
 
 private:
-    Kind kind_;
     std::size_t line_;
 };
 

@@ -1,11 +1,13 @@
 #include "host/account/tableFiles.h"
 
 #include "adapters/shared/loading/TableLoader.h"
+#include "adapters/shared/reasons/DatabaseReason.h"
 #include "host/account/csvReader.h"
 #include "host/account/sampleData.h"
 #include "host/cli/ExitCode.h"
 #include "host/cli/Failure.h"
 #include "host/text/joined.h"
+#include "host/text/reasonText.h"
 #include "z7cashflow/support/Error.h"
 #include "z7cashflow/support/conversions.h"
 
@@ -20,68 +22,6 @@
 namespace z7::cashflow::host {
 
 namespace {
-
-HostText reasonText(CsvError::Kind kind) noexcept {
-    switch (kind) {
-    case CsvError::Kind::utf16:
-        return HostText::csvUtf16;
-    case CsvError::Kind::gb18030:
-        return HostText::csvGb18030;
-    case CsvError::Kind::spreadsheet:
-        return HostText::csvSpreadsheet;
-    case CsvError::Kind::invalidUtf8:
-        return HostText::csvInvalidUtf8;
-    case CsvError::Kind::zeroByte:
-        return HostText::csvZeroByte;
-    case CsvError::Kind::strayQuote:
-        return HostText::csvStrayQuote;
-    case CsvError::Kind::unclosedQuote:
-        return HostText::csvUnclosedQuote;
-    case CsvError::Kind::recordTooLong:
-        return HostText::csvTooLong;
-    case CsvError::Kind::outOfMemory:
-        return HostText::csvNoMemory;
-    case CsvError::Kind::unreadable:
-        break;
-    }
-    return HostText::csvUnreadable;
-}
-
-/// What each kind of refusal says; its places are the kind's arguments.
-HostText reasonText(shared::LoadError::Kind kind) noexcept {
-    using Kind = shared::LoadError::Kind;
-    switch (kind) {
-    case Kind::unknownColumn:
-        return HostText::csvUnknownColumn;
-    case Kind::columnTwice:
-        return HostText::csvColumnTwice;
-    case Kind::columnMissing:
-        return HostText::csvColumnMissing;
-    case Kind::wrongCount:
-        return HostText::csvWrongCount;
-    case Kind::noValue:
-        return HostText::csvNoValue;
-    case Kind::noTruth:
-        return HostText::csvNoTruth;
-    case Kind::noWhole:
-        return HostText::csvNoWhole;
-    case Kind::noNumber:
-        return HostText::csvNoNumber;
-    case Kind::tooLarge:
-        return HostText::csvTooLarge;
-    case Kind::tooPrecise:
-        return HostText::csvTooPrecise;
-    case Kind::noDate:
-        return HostText::csvNoDate;
-    case Kind::tooLong:
-        return HostText::csvTextTooLong;
-    case Kind::doubleKey:
-        return HostText::csvDoubleKey;
-    case Kind::refused:
-        break;
-    }
-    return HostText::csvRefused;
-}
 
 /// What is wrong with the files, up to a number that nobody wants to exceed.
 class Faults {
@@ -157,7 +97,7 @@ public:
                 fault(1, text(HostText::csvNoHeading));
             }
         } catch (const CsvError& error) {
-            fault(error.line(), text(reasonText(error.kind())));
+            fault(error.line(), reasonText(language_, error));
         } catch (const Unusable&) { // its heading is a fault
         }
         return loader_ ? loader_->count() : 0;
@@ -176,13 +116,16 @@ private:
     }
 
     void fault(const CsvRecord& record, const shared::LoadError& error) {
-        const std::string reason = error.kind() == shared::LoadError::Kind::doubleKey
-                                       ? doubleKeyText(record, error.arguments())
-                                       : text(reasonText(error.kind()), error.arguments());
-        if (error.column().empty()) {
+        if (error.fault().reason == shared::DatabaseReason::keyTaken) {
+            fault(record.line, doubleKeyText(record, error.columns()));
+            return;
+        }
+        const std::string reason = reasonText(language_, error.fault());
+        if (error.columns().empty()) {
             fault(record.line, reason);
         } else {
-            faults_.add(HostText::csvAtColumn, {file_.shownName, std::to_string(record.line), error.column(), reason});
+            faults_.add(HostText::csvAtColumn,
+                        {file_.shownName, std::to_string(record.line), error.columns().front(), reason});
         }
     }
 
@@ -252,7 +195,7 @@ private:
         const std::string keyText = joined(key, text(HostText::listComma));
         const auto line = earlierLine(record, places);
         return line ? text(HostText::csvDoubleKeyAt, {keyText, std::to_string(*line)})
-                    : text(HostText::csvDoubleKey, {keyText});
+                    : reasonText(language_, Explanation{shared::DatabaseReason::keyTaken, {keyText}});
     }
 
     /// The line of the first record before this one with the same fields in these places.

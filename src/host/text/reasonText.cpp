@@ -1,7 +1,7 @@
 #include "host/text/reasonText.h"
 
+#include "host/text/ChineseReason.h"
 #include "host/text/HostText.h"
-#include "host/text/chineseReasons.h"
 
 namespace z7::cashflow::host {
 
@@ -25,8 +25,12 @@ std::string reasonText(Language language, const std::string& checkText) {
     return line.empty() ? text : hostText(language, HostText::reasonAtLine, {text, line});
 }
 
+std::string reasonText(Language language, const Explanation& why) {
+    return language == Language::chinese ? chineseText(why) : englishText(why);
+}
+
 std::string reasonText(Language language, const Error& error) {
-    std::string why = language == Language::chinese ? chineseText(error.why()) : englishText(error.why());
+    std::string why = reasonText(language, error.why());
     if (!error.hasOwnText()) {
         return why;
     }

@@ -11,6 +11,9 @@ namespace z7::cashflow::host {
 /// the dialog is left out.
 [[nodiscard]] std::string reasonText(Language language, const std::string& checkText);
 
+/// An explanation in the user's language; the empty text for Reason::none.
+[[nodiscard]] std::string reasonText(Language language, const Explanation& why);
+
 /// An error on one line for people: its reason in the user's language, or its own description with the reason after it. A
 /// description without a reason, such as a database's, stays as it is.
 [[nodiscard]] std::string reasonText(Language language, const Error& error);

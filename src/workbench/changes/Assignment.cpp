@@ -145,17 +145,17 @@ VoucherResult Assignment::assign(const VoucherKey& key, const std::vector<LineWi
                 Finding missing;
                 missing.kind = Finding::Kind::lineMissing;
                 missing.line = wish.line;
-                return ownRefusal(refusals::cannotAssign, {missing});
+                return ownRefusal(errors::cannotAssign, {missing});
             }
             const bool debit = line->isDebit();
             const LineSplit split = splitLine(partsOf(rowsOfLine(*rows, wish.line), debit), Amount::of(line->amount()),
                                               wish.items, proposedItem(*proposed, wish.line));
             if (split.fault == LineSplit::Fault::tooMuch) {
-                return refusalOf(refusals::cannotAssign, Finding::Kind::amountExceedsLine, *line,
+                return refusalOf(errors::cannotAssign, Finding::Kind::amountExceedsLine, *line,
                                  Amount::of(line->amount()));
             }
             if (split.fault == LineSplit::Fault::noItemLeft) {
-                return refusalOf(refusals::cannotAssign, Finding::Kind::restWithoutItem, *line, split.rest);
+                return refusalOf(errors::cannotAssign, Finding::Kind::restWithoutItem, *line, split.rest);
             }
             setParts(*rows, *line, split.parts);
             if (!split.rest.isZero()) {

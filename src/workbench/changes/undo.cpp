@@ -12,7 +12,7 @@ Refusal changedSince(std::int32_t run) {
     Finding finding;
     finding.kind = Finding::Kind::changedSince;
     finding.run = run;
-    return ownRefusal(refusals::changedSince, {finding});
+    return ownRefusal(errors::changedSince, {finding});
 }
 
 Refusal explained(const Error& error) {
@@ -41,7 +41,7 @@ VoucherResult undoVoucher(Connection& connection, RunLog& log, std::int32_t run,
         log.noteAfter(key);
         const auto restored = readRowImages(connection, key);
         if (!sameRows(restored, logged.before, true)) {
-            return ownRefusal(refusals::rowsNotReadable, {});
+            return ownRefusal(errors::rowsNotReadable, {});
         }
         result.changes = compareRows(rows, restored);
         result.rows = static_cast<std::int32_t>(restored.size());

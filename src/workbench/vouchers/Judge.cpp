@@ -42,14 +42,14 @@ std::optional<Refusal> Judge::outsideYear(const Voucher& voucher) {
         return ownRefusal(errors::noVoucherDateForSave, {findingOf(Kind::voucherGone)});
     }
     if (voucher.date == Date::none()) {
-        return ownRefusal(refusals::dateOutsideYear, {findingOf(Kind::dateMissing)});
+        return ownRefusal(errors::dateOutsideYear, {findingOf(Kind::dateMissing)});
     }
     for (const VoucherLine& line : voucher.lines) {
         if (line.date && yearOf(*line.date) != voucher.key.year) {
             Finding outside = findingOf(Kind::dateOutside, line.number, line.account);
             outside.date = *line.date;
             outside.year = voucher.key.year;
-            return ownRefusal(refusals::dateOutsideYear, {outside});
+            return ownRefusal(errors::dateOutsideYear, {outside});
         }
     }
     return std::nullopt;

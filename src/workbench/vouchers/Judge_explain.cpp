@@ -87,7 +87,7 @@ std::vector<Finding> hiddenIn(const std::vector<StoredRow>& rows, const Voucher*
 
 std::optional<Refusal> Judge::hidden(const std::vector<StoredRow>& rows) {
     auto hidden = hiddenIn(rows, nullptr, RowsOrigin::stored);
-    return hidden.empty() ? std::nullopt : std::optional(ownRefusal(refusals::rowsNotReadable, std::move(hidden)));
+    return hidden.empty() ? std::nullopt : std::optional(ownRefusal(errors::rowsNotReadable, std::move(hidden)));
 }
 
 std::optional<Refusal> Judge::readBack(const Voucher& voucher, const CashFlowCollection& saved, RowsOrigin origin) {
@@ -113,7 +113,7 @@ std::optional<Refusal> Judge::readBack(const Voucher& voucher, const CashFlowCol
         unexplained.rows = static_cast<std::int32_t>(found.size());
         hidden.push_back(std::move(unexplained));
     }
-    return ownRefusal(refusals::rowsNotReadable, std::move(hidden));
+    return ownRefusal(errors::rowsNotReadable, std::move(hidden));
 }
 
 Refusal Judge::explained(const Error& error, const Voucher& voucher, const Rows& rows, RowsOrigin origin) {

@@ -10,15 +10,6 @@
 
 namespace z7::cashflow::workbench {
 
-/// Numbers of the refusals that the program decides itself. Those of the library and of databases keep their own.
-namespace refusals {
-inline constexpr int dateOutsideYear = 10021; ///< a voucher without a date, or with one outside its accounting year
-inline constexpr int rowsNotReadable = 10022; ///< stored rows that no reader finds
-inline constexpr int foreignDocument = 10023; ///< a document that holds no rows, or those of another voucher
-inline constexpr int cannotAssign = 10025;    ///< a line that is not there, or an amount that it cannot take
-inline constexpr int changedSince = 10024;    ///< rows that are no longer what a run left, so that it cannot be undone
-} // namespace refusals
-
 /// Where a row has its cash-flow item from.
 enum class ItemOrigin { storedRow, auxiliaryItem, line, templateOfAccount, document };
 

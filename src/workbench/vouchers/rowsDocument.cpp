@@ -39,7 +39,7 @@ Refusal foreign(Finding::Kind kind, const std::string& voucher = {}) {
     Finding finding;
     finding.kind = kind;
     finding.voucher = voucher;
-    return ownRefusal(refusals::foreignDocument, {finding});
+    return ownRefusal(errors::foreignDocument, {finding});
 }
 
 } // namespace

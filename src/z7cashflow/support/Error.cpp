@@ -26,6 +26,8 @@ Error Error::withSource(std::string source) const {
     return copy;
 }
 
+Explanation Error::asCause() const { return hasOwnText_ ? Explanation{Reason::verbatim, {description_}} : why_; }
+
 void raisePlatformError(ReasonId reason, std::vector<std::string> arguments) {
     throw Error("Z7CashFlow", {reason, std::move(arguments)});
 }

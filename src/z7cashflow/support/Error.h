@@ -39,6 +39,8 @@ public:
 
     /// The same error under another source.
     [[nodiscard]] Error withSource(std::string source) const;
+    /// What it says as the cause of another error: its explanation, or its own text as it stands.
+    [[nodiscard]] Explanation asCause() const;
 
 private:
     int number_;

@@ -14,6 +14,7 @@ using R = Reason;
 
 constexpr std::array table{
     ReasonEntry{R::none, 0, ""},
+    ReasonEntry{R::verbatim, 0, "{0}"},
 
     ReasonEntry{R::notANumber, errors::typeMismatch, "\"{0}\" is not a number"},
     ReasonEntry{R::notADate, errors::typeMismatch, "\"{0}\" is not a date"},
@@ -85,29 +86,6 @@ constexpr std::array table{
     ReasonEntry{R::xmlCharacterInvalid, 0, "Line {0}: a character is not allowed, or the text is not UTF-8"},
     ReasonEntry{R::xmlBeyondLimits, 0,
                 "Line {0}: the document is nested too deeply, or declares or refers to what is not accepted"},
-
-    ReasonEntry{R::fieldUnknown, errors::unknownField, "The records have no field named \"{0}\""},
-    ReasonEntry{R::fieldPositionUnknown, errors::unknownField, "The records have no field at position {0}"},
-    ReasonEntry{R::recordMissing, errors::noCurrentRecord, "There is no current record"},
-    ReasonEntry{R::recordsetReadOnly, errors::notUpdatable, "The records cannot be changed"},
-    ReasonEntry{
-        R::recordWithoutKey, errors::notUpdatable,
-        "A record of {0} cannot be changed: the table has no primary key to find it by, or the statement does not "
-        "select the key"},
-    ReasonEntry{R::columnOfExpression, errors::notUpdatable,
-                "The column cannot be changed: it is an expression of the view {0}"},
-    ReasonEntry{R::recordChanged, errors::recordChanged,
-                "The record of {0} was changed or deleted by somebody else after it was read"},
-    ReasonEntry{R::objectClosed, errors::objectClosed, "The connection or the recordset is closed"},
-    ReasonEntry{R::objectOpen, errors::objectOpen, "The connection or the recordset is already open"},
-    ReasonEntry{R::connectionMissing, errors::noConnection, "The recordset has no connection to be opened on"},
-    ReasonEntry{R::connectionForeign, errors::invalidArgument, "The connection belongs to another kind of database"},
-    ReasonEntry{R::filterUnreadable, errors::invalidArgument,
-                "\"{0}\" is not a filter of the form column=number, joined by \"and\""},
-    ReasonEntry{R::filterWithoutNumber, errors::invalidArgument, "The filter \"{1}\" has no number for {0}"},
-    ReasonEntry{R::resultTooLong, errors::outOfMemory, "A text of the result is too long"},
-    ReasonEntry{R::columnValueBad, errors::typeMismatch, "\"{1}\" is not a value for column {0}"},
-    ReasonEntry{R::columnTextTooLong, errors::typeMismatch, "Column {0} takes at most {1} characters"},
 };
 
 static_assert(isComplete<Reason>(table));

@@ -33,7 +33,7 @@ template <class Id, class Table> [[nodiscard]] constexpr bool isComplete(const T
 }
 
 /// Why an error was raised. The id is what programs and translations work with; its English stands in Reason.cpp, the Chinese of
-/// z7cf in host/text/chineseReasons.cpp, and a host of its own adds a table of its own. It is an enumeration and not a text so
+/// z7cf in host/text/ChineseReason.cpp, and a host of its own adds a table of its own. It is an enumeration and not a text so
 /// that the compiler finds a misspelled one, and so that a table that lacks one does not compile. What each says, and what its
 /// places take, is to be read in the table.
 ///
@@ -41,9 +41,10 @@ template <class Id, class Table> [[nodiscard]] constexpr bool isComplete(const T
 /// and an entryOf(); the database adapters have shared::DatabaseReason, for example.
 ///
 /// To add a reason: name it here, give it a number and English at the same place in Reason.cpp, and Chinese at the same place in
-/// chineseReasons.cpp with the same places; then raise it (raisePlatformError, or an Error with a source of its own).
+/// ChineseReason.cpp with the same places; then raise it (raisePlatformError, or an Error with a source of its own).
 enum class Reason {
-    none, ///< the error has only its description, such as a database's own text
+    none,     ///< the error has only its description
+    verbatim, ///< somebody else's words, such as a database's own text
     // values
     notANumber,
     notADate,
@@ -104,23 +105,6 @@ enum class Reason {
     xmlPrefixUndeclared,
     xmlCharacterInvalid,
     xmlBeyondLimits,
-    // connections and recordsets
-    fieldUnknown,
-    fieldPositionUnknown,
-    recordMissing,
-    recordsetReadOnly,
-    recordWithoutKey,
-    columnOfExpression,
-    recordChanged,
-    objectClosed,
-    objectOpen,
-    connectionMissing,
-    connectionForeign,
-    filterUnreadable,
-    filterWithoutNumber,
-    resultTooLong,
-    columnValueBad,
-    columnTextTooLong,
     count ///< the number of reasons, not a reason itself
 };
 

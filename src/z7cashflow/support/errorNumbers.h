@@ -23,6 +23,7 @@ inline constexpr int notUpdatable = 3251;    ///< a change of a recordset that i
 inline constexpr int unknownField = 3265;    ///< a field that the recordset does not have
 inline constexpr int objectClosed = 3704;    ///< an operation that needs an open recordset or connection
 inline constexpr int objectOpen = 3705;      ///< an operation that needs a closed recordset or connection
+inline constexpr int driverNotFound = 3706;  ///< a connection string that names no driver of this machine
 inline constexpr int noConnection = 3709;    ///< a recordset that has no connection to be opened on
 
 // Cash-flow rows and vouchers; the source is "CashFlow".
@@ -36,23 +37,38 @@ inline constexpr int noVoucherDateForSave = 10010; ///< no line of the voucher t
 inline constexpr int noVoucherDateForXml = 10011;  ///< no line of the voucher to give its date to rows from XML
 inline constexpr int statementRefused = 10020;     ///< a value that would change the statement that it goes into
 
+// Vouchers that the workbench refuses.
+inline constexpr int dateOutsideYear = 10021; ///< a voucher without a date, or with one outside its accounting year
+inline constexpr int rowsNotReadable = 10022; ///< stored rows that no reader finds
+inline constexpr int foreignDocument = 10023; ///< a document that holds no rows, or those of another voucher
+inline constexpr int changedSince = 10024;    ///< rows that are no longer what a run left, so that it cannot be undone
+inline constexpr int cannotAssign = 10025;    ///< a line that is not there, or an amount that it cannot take
+
 // What a server of the suite answers, and the embedded database in its place.
-inline constexpr int badSyntax = 102;         ///< incorrect syntax near a token
-inline constexpr int unclosedQuote = 105;     ///< a text or a name that is not closed
-inline constexpr int fewerValues = 109;       ///< an insert names more columns than it has values
-inline constexpr int moreValues = 110;        ///< an insert has more values than it names columns
-inline constexpr int unclosedComment = 113;   ///< a comment that is not closed
-inline constexpr int argumentCount = 174;     ///< a function with too many or too few arguments
-inline constexpr int tooDeep = 191;           ///< nested too deeply
-inline constexpr int unknownFunction = 195;   ///< a function that is not known
-inline constexpr int unknownObject = 208;     ///< a table or a view that is not there
-inline constexpr int badDate = 241;           ///< a text that is not a date
-inline constexpr int unknownType = 243;       ///< a data type that is not known
-inline constexpr int unknownDatabase = 911;   ///< a database that is not there
-inline constexpr int unnamedColumn = 1038;    ///< a column of a new table without a name
-inline constexpr int conversionFailed = 8114; ///< a text that is not a number, or not a value of its column
-inline constexpr int numberTooLarge = 8115;   ///< a number out of the range of its column
-inline constexpr int textTooLong = 8152;      ///< a text with more characters than its column takes
-inline constexpr int ambiguousTable = 8154;   ///< a table name that stands for two tables of a statement
+inline constexpr int unspecified = -2147467259; ///< a driver that gives no number of its own
+inline constexpr int serverNotReached = 17;     ///< no server, or the connection to it is lost
+inline constexpr int badSyntax = 102;           ///< incorrect syntax near a token
+inline constexpr int unclosedQuote = 105;       ///< a text or a name that is not closed
+inline constexpr int fewerValues = 109;         ///< an insert names more columns than it has values
+inline constexpr int moreValues = 110;          ///< an insert has more values than it names columns
+inline constexpr int unclosedComment = 113;     ///< a comment that is not closed
+inline constexpr int argumentCount = 174;       ///< a function with too many or too few arguments
+inline constexpr int tooDeep = 191;             ///< nested too deeply
+inline constexpr int unknownFunction = 195;     ///< a function that is not known
+inline constexpr int unknownObject = 208;       ///< a table or a view that is not there
+inline constexpr int badDate = 241;             ///< a text that is not a date
+inline constexpr int unknownType = 243;         ///< a data type that is not known
+inline constexpr int unknownDatabase = 911;     ///< a database that is not there
+inline constexpr int unnamedColumn = 1038;      ///< a column of a new table without a name
+inline constexpr int lockTimeout = 1222;        ///< another session holds what is needed
+inline constexpr int noTransactionToCommit = 3902;
+inline constexpr int noTransactionToRollBack = 3903;
+inline constexpr int transactionLost = 3930;   ///< the server has ended the transaction; only a rollback is left
+inline constexpr int transactionExists = 3988; ///< a transaction is open already
+inline constexpr int conversionFailed = 8114;  ///< a text that is not a number, or not a value of its column
+inline constexpr int numberTooLarge = 8115;    ///< a number out of the range of its column
+inline constexpr int textTooLong = 8152;       ///< a text with more characters than its column takes
+inline constexpr int loginFailed = 18456;
+inline constexpr int ambiguousTable = 8154; ///< a table name that stands for two tables of a statement
 
 } // namespace z7::cashflow::errors

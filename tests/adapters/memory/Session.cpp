@@ -1,5 +1,6 @@
 #include "adapters/memory/Session.h"
 
+#include "adapters/shared/reasons/DatabaseReason.h"
 #include "z7cashflow/support/Error.h"
 #include "z7cashflow/support/conversions.h"
 
@@ -29,7 +30,7 @@ public:
         auto& records = session_->table(table_).records;
         const auto stored = std::find(records.begin(), records.end(), read);
         if (stored == records.end()) {
-            throw Error(3197, errorSource, "The record of " + table_ + " was changed or removed since it was read.");
+            throw Error(errorSource, {shared::DatabaseReason::recordChanged, {table_}});
         }
         assign(*stored, changes);
     }
@@ -56,7 +57,7 @@ shared::Result Session::run(const std::string& statement, bool updatable) {
     }
     const std::string beginning = "select * from ";
     if (!asciiLower(statement).starts_with(beginning)) {
-        throw Error(102, errorSource, "Only \"select * from TABLE\" is understood.", "42000");
+        throw Error(errors::badSyntax, errorSource, "Only \"select * from TABLE\" is understood.", "42000");
     }
     const std::string name = statement.substr(beginning.size());
     const Table& found = table(name);
@@ -83,32 +84,34 @@ void Session::close() noexcept {
 
 void Session::begin() {
     if (before_) {
-        throw Error(3988, errorSource, "A transaction is open already.", "25000");
+        throw Error(errors::transactionExists, errorSource, {shared::DatabaseReason::transactionOpen}, "25000");
     }
     before_ = *tables_;
 }
 
 void Session::commit() {
     if (!before_) {
-        throw Error(3902, errorSource, "There is no transaction to commit.", "25000");
+        throw Error(errors::noTransactionToCommit, errorSource, {shared::DatabaseReason::noTransactionToCommit},
+                    "25000");
     }
     before_.reset();
 }
 
 void Session::rollback() {
     if (!before_) {
-        throw Error(3903, errorSource, "There is no transaction to roll back.", "25000");
+        throw Error(errors::noTransactionToRollBack, errorSource, {shared::DatabaseReason::noTransactionToRollBack},
+                    "25000");
     }
     *tables_ = *std::exchange(before_, std::nullopt);
 }
 
 Table& Session::table(const std::string& name) {
     if (tables_ == nullptr) {
-        throw Error(3704, errorSource, "The session is closed.");
+        throw Error(errorSource, {shared::DatabaseReason::objectClosed});
     }
     const auto found = tables_->find(asciiLower(name));
     if (found == tables_->end()) {
-        throw Error(208, errorSource, "There is no table " + name + ".", "42S02");
+        throw Error(errors::unknownObject, errorSource, "There is no table " + name + ".", "42S02");
     }
     return found->second;
 }

@@ -13,7 +13,8 @@ using conformance::errorOf;
 
 class TableLoaderTest : public ::testing::Test {
 protected:
-    using Kind = LoadError::Kind;
+    using Reason = shared::DatabaseReason;
+    using Columns = std::vector<std::string>;
     void SetUp() override { connection_ = database_.open(); }
     /// The refusal that an action ends in.
     template <class Action> static LoadError refusal(Action&& action) {
@@ -23,7 +24,7 @@ protected:
             return error;
         }
         ADD_FAILURE() << "no error came out";
-        return {"", "", "", Kind::refused, {""}};
+        return {"", "", {}, {Reason::rowRefused}};
     }
     EmbeddedDatabase database_;
     std::unique_ptr<Connection> connection_;
@@ -66,16 +67,16 @@ TEST_F(TableLoaderTest, LoadsRows) {
 
 TEST_F(TableLoaderTest, TellsAWrongColumn) {
     const LoadError unknown = refusal([&] { TableLoader(*connection_, "code", {"iyear", "nosuch"}); });
-    EXPECT_EQ(unknown.kind(), Kind::unknownColumn);
-    EXPECT_EQ(unknown.column(), "nosuch");
-    EXPECT_EQ(unknown.arguments(), std::vector<std::string>{"code"});
-    EXPECT_EQ(unknown.description(), "code.nosuch: the table has no such column");
+    EXPECT_EQ(unknown.fault().reason, Reason::columnUnknown);
+    EXPECT_EQ(unknown.columns(), Columns{"nosuch"});
+    EXPECT_EQ(unknown.fault().arguments, std::vector<std::string>{"code"});
+    EXPECT_EQ(unknown.description(), "code.nosuch: table \"code\" has no such column");
     const LoadError twice = refusal([&] { TableLoader(*connection_, "code", {"iyear", "ccode", "IYEAR"}); });
-    EXPECT_EQ(twice.kind(), Kind::columnTwice);
-    EXPECT_EQ(twice.column(), "IYEAR");
+    EXPECT_EQ(twice.fault().reason, Reason::columnTwice);
+    EXPECT_EQ(twice.columns(), Columns{"IYEAR"});
     const LoadError missing = refusal([&] { TableLoader(*connection_, "code", {"iyear"}); });
-    EXPECT_EQ(missing.kind(), Kind::columnMissing);
-    EXPECT_EQ(missing.column(), "ccode");
+    EXPECT_EQ(missing.fault().reason, Reason::columnMissing);
+    EXPECT_EQ(missing.columns(), Columns{"ccode"});
 }
 
 TEST_F(TableLoaderTest, TellsColumnAndReason) {
@@ -84,26 +85,29 @@ TEST_F(TableLoaderTest, TellsColumnAndReason) {
     struct Case {
         std::vector<std::optional<std::string_view>> row;
         std::string column;
-        Kind kind;
+        Reason reason;
         std::vector<std::string> arguments;
     };
     const std::string least = "-32768";
     const std::string greatest = "32767";
-    for (const Case& bad : std::vector<Case>{
-             {{"2013", "1", "1"}, "", Kind::wrongCount, {"3", "4"}},
-             {{"20x3", "1", "1", "n"}, "iyear", Kind::noWhole, {"20x3", least, greatest}},
-             {{"2,013", "1", "1", "n"}, "iyear", Kind::noWhole, {"2,013", least, greatest}},
-             {{"2013.5", "1", "1", "n"}, "iyear", Kind::noWhole, {"2013.5", least, greatest}},
-             {{"40000", "1", "1", "n"}, "iyear", Kind::noWhole, {"40000", least, greatest}},
-             {{"", "1", "1", "n"}, "iyear", Kind::noWhole, {"", least, greatest}},
-             {{std::nullopt, "1", "1", "n"}, "iyear", Kind::noValue, {}},
-             {{"2013", "1", "2", "n"}, "bend", Kind::noTruth, {"2"}},
-             {{"2013", "1", "yes", "n"}, "bend", Kind::noTruth, {"yes"}},
-             {{"2013", "1", "1", longName}, "ccode_name", Kind::tooLong, {std::string(60, 'x') + "...", "120"}}}) {
+    for (const Case& bad :
+         std::vector<Case>{{{"2013", "1", "1"}, "", Reason::valueCountWrong, {"3", "4"}},
+                           {{"20x3", "1", "1", "n"}, "iyear", Reason::notAWholeNumber, {"20x3", least, greatest}},
+                           {{"2,013", "1", "1", "n"}, "iyear", Reason::notAWholeNumber, {"2,013", least, greatest}},
+                           {{"2013.5", "1", "1", "n"}, "iyear", Reason::notAWholeNumber, {"2013.5", least, greatest}},
+                           {{"40000", "1", "1", "n"}, "iyear", Reason::notAWholeNumber, {"40000", least, greatest}},
+                           {{"", "1", "1", "n"}, "iyear", Reason::notAWholeNumber, {"", least, greatest}},
+                           {{std::nullopt, "1", "1", "n"}, "iyear", Reason::columnWithoutValue, {}},
+                           {{"2013", "1", "2", "n"}, "bend", Reason::notATruth, {"2"}},
+                           {{"2013", "1", "yes", "n"}, "bend", Reason::notATruth, {"yes"}},
+                           {{"2013", "1", "1", longName},
+                            "ccode_name",
+                            Reason::textTooLong,
+                            {std::string(60, 'x') + "...", "120"}}}) {
         const LoadError error = refusal([&] { loader.add(bad.row); });
-        EXPECT_EQ(error.column(), bad.column) << error.description();
-        EXPECT_EQ(error.kind(), bad.kind) << error.description();
-        EXPECT_EQ(error.arguments(), bad.arguments) << error.description();
+        EXPECT_EQ(error.columns(), bad.column.empty() ? Columns() : Columns{bad.column}) << error.description();
+        EXPECT_EQ(error.fault().reason, bad.reason) << error.description();
+        EXPECT_EQ(error.fault().arguments, bad.arguments) << error.description();
         for (const std::string& argument : bad.arguments) {
             EXPECT_NE(error.description().find(argument), std::string::npos) << error.description();
         }
@@ -111,18 +115,33 @@ TEST_F(TableLoaderTest, TellsColumnAndReason) {
     EXPECT_EQ(loader.count(), 0);
     loader.add({"2013", "1", "TRUE", "n"});
     const LoadError again = refusal([&] { loader.add({"2013", "1", "0", "m"}); });
-    EXPECT_EQ(again.kind(), Kind::doubleKey);
-    EXPECT_EQ(again.column(), "");
-    EXPECT_EQ(again.arguments(), (std::vector<std::string>{"iyear", "ccode"}));
+    EXPECT_EQ(again.fault().reason, Reason::keyTaken);
+    EXPECT_EQ(again.columns(), (Columns{"iyear", "ccode"}));
+    EXPECT_EQ(again.description(), "code: the key iyear, ccode is in the table already");
     EXPECT_EQ(loader.count(), 1);
     TableLoader dates(*connection_, "zqsystem..ua_period", {"cacc_id", "iyear", "iid", "dbegin", "dend"});
     const LoadError date = refusal([&] { dates.add({"1", "2013", "1", "2013-02-30", "2013-03-01"}); });
-    EXPECT_EQ(date.column(), "dbegin");
-    EXPECT_EQ(date.kind(), Kind::noDate);
+    EXPECT_EQ(date.columns(), Columns{"dbegin"});
+    EXPECT_EQ(date.fault().reason, Reason::notADate);
     TableLoader amounts(*connection_, "gl_accvouch", {"iyear", "iperiod", "isignseq", "ino_id", "inid", "ccode", "md"});
-    EXPECT_EQ(refusal([&] { amounts.add({"2013", "1", "2", "5", "1", "1001", "1,000"}); }).kind(), Kind::noNumber);
-    EXPECT_EQ(refusal([&] { amounts.add({"2013", "1", "2", "5", "1", "1001", "1e99"}); }).kind(), Kind::tooLarge);
-    EXPECT_EQ(refusal([&] { amounts.add({"2013", "1", "2", "5", "1", "1001", "0.12345"}); }).kind(), Kind::tooPrecise);
+    EXPECT_EQ(refusal([&] {
+                  amounts.add({"2013", "1", "2", "5", "1", "1001", "1,000"});
+              })
+                  .fault()
+                  .reason,
+              Reason::notANumber);
+    EXPECT_EQ(refusal([&] {
+                  amounts.add({"2013", "1", "2", "5", "1", "1001", "1e99"});
+              })
+                  .fault()
+                  .reason,
+              Reason::numberTooLarge);
+    EXPECT_EQ(refusal([&] {
+                  amounts.add({"2013", "1", "2", "5", "1", "1001", "0.12345"});
+              })
+                  .fault()
+                  .reason,
+              Reason::amountTooFine);
 }
 
 TEST_F(TableLoaderTest, WorksInsideTheCallersTransaction) {

@@ -9,52 +9,9 @@
 namespace z7::cashflow::shared {
 namespace {
 
-constexpr int badRow = 8114;
-
-/// The reason in English.
-std::string sentence(LoadError::Kind kind, const std::vector<std::string>& arguments) {
-    using Kind = LoadError::Kind;
-    switch (kind) {
-    case Kind::unknownColumn:
-        return "the table has no such column";
-    case Kind::columnTwice:
-        return "the column is named twice";
-    case Kind::columnMissing:
-        return "the column must have a value and is not there";
-    case Kind::wrongCount:
-        return "the row has " + arguments.at(0) + " values, but " + arguments.at(1) + " columns are named";
-    case Kind::noValue:
-        return "the column must have a value";
-    case Kind::noTruth:
-        return "\"" + arguments.at(0) + "\" is not 0, 1, true or false";
-    case Kind::noWhole:
-        return "\"" + arguments.at(0) + "\" is not a whole number from " + arguments.at(1) + " to " + arguments.at(2);
-    case Kind::noNumber:
-        return "\"" + arguments.at(0) + "\" is not a number (thousands commas are not allowed)";
-    case Kind::tooLarge:
-        return "\"" + arguments.at(0) + "\" is too large; the column takes at most " + arguments.at(1);
-    case Kind::tooPrecise:
-        return "\"" + arguments.at(0) + "\" has more than four decimals";
-    case Kind::noDate:
-        return "\"" + arguments.at(0) + "\" is not a date, written year first";
-    case Kind::tooLong:
-        return "\"" + arguments.at(0) + "\" is not a text of at most " + arguments.at(1) + " characters";
-    case Kind::doubleKey: {
-        std::string columns;
-        for (const std::string& column : arguments) {
-            columns += (columns.empty() ? "" : ", ") + column;
-        }
-        return "a row with the same key (" + columns + ") is in the table already";
-    }
-    case Kind::refused:
-        break;
-    }
-    return arguments.at(0);
-}
-
 /// What a text that is no value of a column should have been.
 struct Wanted {
-    LoadError::Kind kind;
+    DatabaseReason reason;
     std::vector<std::string> arguments{}; ///< those after the text itself
 };
 
@@ -126,37 +83,36 @@ bool isTooPrecise(std::string_view text) {
 }
 
 Wanted wantedNumber(const TableColumn& column, std::string_view text) {
-    using Kind = LoadError::Kind;
     if (!readNumeral(text)) {
-        return {Kind::noNumber};
+        return {DatabaseReason::notANumber};
     }
     if (column.type == ColumnType::money && isTooPrecise(text)) {
-        return {Kind::tooPrecise};
+        return {DatabaseReason::amountTooFine};
     }
-    return {Kind::tooLarge, {column.type == ColumnType::money ? "922337203685477.5807" : "1.7976931348623157e308"}};
+    return {DatabaseReason::numberTooLarge,
+            {column.type == ColumnType::money ? "922337203685477.5807" : "1.7976931348623157e308"}};
 }
 
 Wanted wanted(const TableColumn& column, std::string_view text) {
-    using Kind = LoadError::Kind;
     switch (column.type) {
     case ColumnType::boolean:
-        return {Kind::noTruth};
+        return {DatabaseReason::notATruth};
     case ColumnType::byte:
-        return {Kind::noWhole, {"0", "255"}};
+        return {DatabaseReason::notAWholeNumber, {"0", "255"}};
     case ColumnType::int16:
-        return {Kind::noWhole, {"-32768", "32767"}};
+        return {DatabaseReason::notAWholeNumber, {"-32768", "32767"}};
     case ColumnType::int32:
-        return {Kind::noWhole, {"-2147483648", "2147483647"}};
+        return {DatabaseReason::notAWholeNumber, {"-2147483648", "2147483647"}};
     case ColumnType::real:
     case ColumnType::money:
         return wantedNumber(column, text);
     case ColumnType::date:
-        return {Kind::noDate};
+        return {DatabaseReason::notADate};
     case ColumnType::text:
     case ColumnType::any:
         break;
     }
-    return {Kind::tooLong, {std::to_string(column.length)}};
+    return {DatabaseReason::textTooLong, {std::to_string(column.length)}};
 }
 
 bool isWhole(ColumnType type) {
@@ -199,11 +155,13 @@ std::optional<Variant> columnValue(const TableColumn& column, std::string_view t
 
 } // namespace
 
-LoadError::LoadError(std::string source, const std::string& table, std::string column, Kind kind,
-                     std::vector<std::string> arguments)
-    : Error(badRow, std::move(source), table + (column.empty() ? "" : "." + column) + ": " + sentence(kind, arguments),
+LoadError::LoadError(std::string source, const std::string& table, std::vector<std::string> columns, Explanation fault)
+    : Error(std::move(source),
+            columns.size() == 1 && fault.reason != DatabaseReason::keyTaken
+                ? Explanation{DatabaseReason::rowsOfColumn, {table, columns.front()}, {std::move(fault)}}
+                : Explanation{DatabaseReason::rowsOfTable, {table}, {std::move(fault)}},
             "22018"),
-      column_(std::move(column)), kind_(kind), arguments_(std::move(arguments)) {}
+      columns_(std::move(columns)) {}
 
 TableLoader::TableLoader(std::string source, std::string table, const std::vector<TableColumn>& known,
                          const std::vector<std::string>& columns)
@@ -214,18 +172,18 @@ TableLoader::TableLoader(std::string source, std::string table, const std::vecto
             return asciiLower(column.name) == asciiLower(name);
         });
         if (found == known.end()) {
-            refuse(LoadError::Kind::unknownColumn, name, {table_});
+            refuse(DatabaseReason::columnUnknown, name, {table_});
         }
         const auto position = static_cast<std::size_t>(found - known.begin());
         if (named[position]) {
-            refuse(LoadError::Kind::columnTwice, name);
+            refuse(DatabaseReason::columnTwice, name);
         }
         named[position] = true;
         columns_.push_back(*found);
     }
     for (std::size_t i = 0; i < named.size(); ++i) {
         if (!named[i] && !known[i].nullable && !known[i].hasDefault) {
-            refuse(LoadError::Kind::columnMissing, known[i].name);
+            refuse(DatabaseReason::columnMissing, known[i].name);
         }
     }
     values_.resize(columns_.size());
@@ -233,7 +191,7 @@ TableLoader::TableLoader(std::string source, std::string table, const std::vecto
 
 void TableLoader::add(const std::vector<std::optional<std::string_view>>& values) {
     if (values.size() != columns_.size()) {
-        refuse(LoadError::Kind::wrongCount, {}, {std::to_string(values.size()), std::to_string(columns_.size())});
+        refuse(DatabaseReason::valueCountWrong, {}, {std::to_string(values.size()), std::to_string(columns_.size())});
     }
     for (std::size_t i = 0; i < values.size(); ++i) {
         const TableColumn& column = columns_[i];
@@ -241,16 +199,16 @@ void TableLoader::add(const std::vector<std::optional<std::string_view>>& values
         const std::string_view given = !values[i] ? std::string_view() : text ? *values[i] : withoutBlanks(*values[i]);
         if (!values[i] || (given.empty() && !values[i]->empty())) {
             if (!column.nullable) {
-                refuse(LoadError::Kind::noValue, column.name);
+                refuse(DatabaseReason::columnWithoutValue, column.name);
             }
             values_[i] = Variant();
             continue;
         }
         auto value = columnValue(column, given);
         if (!value) {
-            Wanted reason = wanted(column, given);
-            reason.arguments.insert(reason.arguments.begin(), shortened(given));
-            refuse(reason.kind, column.name, std::move(reason.arguments));
+            Wanted fault = wanted(column, given);
+            fault.arguments.insert(fault.arguments.begin(), shortened(given));
+            refuse(fault.reason, column.name, std::move(fault.arguments));
         }
         values_[i] = std::move(*value);
     }
@@ -258,14 +216,21 @@ void TableLoader::add(const std::vector<std::optional<std::string_view>>& values
     ++count_;
 }
 
-void TableLoader::refuse(LoadError::Kind kind, const std::string& column, std::vector<std::string> arguments) const {
-    throw LoadError(source_, table_, column, kind, std::move(arguments));
+void TableLoader::refuse(DatabaseReason reason, const std::string& column, std::vector<std::string> arguments) const {
+    const std::vector<std::string> columns(column.empty() ? 0 : 1, column);
+    throw LoadError(source_, table_, columns, {reason, std::move(arguments)});
 }
 
-void TableLoader::refuseRow(const std::string& reason) const { refuse(LoadError::Kind::refused, {}, {reason}); }
+void TableLoader::refuseRow(const Error& reason) const {
+    throw LoadError(source_, table_, {}, {DatabaseReason::rowRefused, {}, {reason.asCause()}});
+}
 
 void TableLoader::refuseDoubleKey(std::vector<std::string> keyColumns) const {
-    refuse(LoadError::Kind::doubleKey, {}, std::move(keyColumns));
+    std::string key;
+    for (const std::string& column : keyColumns) {
+        key += (key.empty() ? "" : ", ") + column;
+    }
+    throw LoadError(source_, table_, std::move(keyColumns), {DatabaseReason::keyTaken, {std::move(key)}});
 }
 
 } // namespace z7::cashflow::shared

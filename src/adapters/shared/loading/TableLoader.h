@@ -1,5 +1,6 @@
 #pragma once
 
+#include "adapters/shared/reasons/DatabaseReason.h"
 #include "adapters/shared/recordset/Column.h"
 #include "z7cashflow/ports/LoadableTables.h"
 #include "z7cashflow/support/Error.h"
@@ -23,38 +24,19 @@ struct TableColumn {
     bool hasDefault = false; ///< whether a value comes by itself for a row that does not name the column
 };
 
-/// Why a row, or the columns that rows are to give, cannot be taken. The description names table and column and tells the reason in
-/// English; a program that speaks to people words the reason by its kind, with what the sentence speaks of.
+/// Why a row, or the columns that rows are to give, cannot be taken. Its description names the table and the column; a program that
+/// names them in its own way takes fault().
 class LoadError : public Error {
 public:
-    enum class Kind {
-        unknownColumn, ///< the table, which it names, has no such column
-        columnTwice,   ///< the column is named twice
-        columnMissing, ///< the column must have a value and is not named
-        wrongCount,    ///< values given, columns expected
-        noValue,       ///< the column must have a value
-        noTruth,       ///< this is not 0, 1, true or false
-        noWhole,       ///< this is not a whole number from here to there
-        noNumber,      ///< this is not a number
-        tooLarge,      ///< this number lies beyond that largest one of its column
-        tooPrecise,    ///< this amount has more than four decimals
-        noDate,        ///< this is not a date
-        tooLong,       ///< this is longer than so many characters
-        doubleKey,     ///< the table has a row with the same values in these columns
-        refused        ///< the database refuses the row with these words
-    };
-    LoadError(std::string source, const std::string& table, std::string column, Kind kind,
-              std::vector<std::string> arguments);
-    [[nodiscard]] Kind kind() const noexcept { return kind_; }
-    /// The column as it was named; empty for wrongCount, doubleKey and refused.
-    [[nodiscard]] const std::string& column() const noexcept { return column_; }
-    /// What the sentence speaks of, in the order of the kind's description. A long value is shortened.
-    [[nodiscard]] const std::vector<std::string>& arguments() const noexcept { return arguments_; }
+    /// Takes the source, the table, the columns concerned and what is wrong.
+    LoadError(std::string source, const std::string& table, std::vector<std::string> columns, Explanation fault);
+    /// What is wrong, without the table and the column.
+    [[nodiscard]] const Explanation& fault() const noexcept { return why().causes.front(); }
+    /// The column concerned, as it was named; those of the key for keyTaken; none for valueCountWrong and rowRefused.
+    [[nodiscard]] const std::vector<std::string>& columns() const noexcept { return columns_; }
 
 private:
-    std::string column_;
-    Kind kind_;
-    std::vector<std::string> arguments_;
+    std::vector<std::string> columns_;
 };
 
 /// Checks rows of texts and converts their values for every database alike. Adapters derive from it and write the rows.
@@ -78,14 +60,14 @@ protected:
     /// The named columns in their order.
     [[nodiscard]] const std::vector<TableColumn>& columns() const noexcept { return columns_; }
     /// Raises the LoadError of a row that the database refuses, with its words.
-    [[noreturn]] void refuseRow(const std::string& reason) const;
+    [[noreturn]] void refuseRow(const Error& reason) const;
     /// Raises the LoadError of a row whose values in the columns of a key are in the table already.
     [[noreturn]] void refuseDoubleKey(std::vector<std::string> keyColumns) const;
 
 private:
     /// Writes one row, a value for each column. An Error of the database, or LoadError (refuseRow) if it refuses this row.
     virtual void insert(const std::vector<Variant>& values) = 0;
-    [[noreturn]] void refuse(LoadError::Kind kind, const std::string& column,
+    [[noreturn]] void refuse(DatabaseReason reason, const std::string& column,
                              std::vector<std::string> arguments = {}) const;
 
     std::string source_;

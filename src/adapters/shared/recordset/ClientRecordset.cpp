@@ -1,5 +1,6 @@
 #include "adapters/shared/recordset/ClientRecordset.h"
 
+#include "adapters/shared/reasons/DatabaseReason.h"
 #include "adapters/shared/recordset/fieldValue.h"
 #include "z7cashflow/ports/Connection.h"
 #include "z7cashflow/support/Error.h"
@@ -24,7 +25,7 @@ void ClientRecordset::present(Result result, std::string source, const cashflow:
 void ClientRecordset::Open(const std::string& source, const cashflow::ActiveConnection& connection, CursorType,
                            LockType lockType) {
     if (rows_ != nullptr) {
-        raisePlatformError(Reason::objectOpen);
+        raisePlatformError(DatabaseReason::objectOpen);
     }
     if (!std::holds_alternative<std::monostate>(connection)) {
         connection_ = connection;
@@ -35,7 +36,7 @@ void ClientRecordset::Open(const std::string& source, const cashflow::ActiveConn
     } else if (const auto* text = std::get_if<std::string>(&connection_)) {
         runner = backend_->runner(*text);
     } else {
-        raisePlatformError(Reason::connectionMissing);
+        raisePlatformError(DatabaseReason::connectionMissing);
     }
     const bool updatable = lockType == LockType::Pessimistic || lockType == LockType::Optimistic;
     Result result = runner->run(source, updatable);
@@ -83,7 +84,7 @@ void ClientRecordset::MoveFirst() {
 
 void ClientRecordset::MoveNext() {
     if (EndOfFile()) {
-        raisePlatformError(Reason::recordMissing);
+        raisePlatformError(DatabaseReason::recordMissing);
     }
     writePending();
     standOn(shownAt_ + 1);
@@ -115,7 +116,7 @@ std::string ClientRecordset::Filter() const {
 
 void ClientRecordset::CursorLocation(cashflow::CursorLocation location) {
     if (rows_ != nullptr) {
-        raisePlatformError(Reason::objectOpen);
+        raisePlatformError(DatabaseReason::objectOpen);
     }
     location_ = location;
 }
@@ -125,7 +126,7 @@ cashflow::CursorLocation ClientRecordset::CursorLocation() const { return locati
 void ClientRecordset::ActiveConnection(const cashflow::ActiveConnection& connection) {
     if (rows_ != nullptr) { // an open recordset can only be cut off from its session
         if (!std::holds_alternative<std::monostate>(connection)) {
-            raisePlatformError(Reason::objectOpen);
+            raisePlatformError(DatabaseReason::objectOpen);
         }
         writer_.reset();
         runner_.reset();
@@ -153,7 +154,7 @@ int ClientRecordset::Count() const { return rows().columns().count(); }
 const std::string& ClientRecordset::Name(int position) const {
     const ColumnList& columns = rows().columns();
     if (position < 0 || position >= columns.count()) {
-        raisePlatformError(Reason::fieldPositionUnknown, {std::to_string(position)});
+        raisePlatformError(DatabaseReason::fieldPositionUnknown, {std::to_string(position)});
     }
     return columns[position].name;
 }
@@ -165,10 +166,10 @@ Variant ClientRecordset::Item(std::string_view name) const { return Item(positio
 Variant ClientRecordset::Item(int position) const {
     const RowSet& stored = rows();
     if (position < 0 || position >= stored.columns().count()) {
-        raisePlatformError(Reason::fieldPositionUnknown, {std::to_string(position)});
+        raisePlatformError(DatabaseReason::fieldPositionUnknown, {std::to_string(position)});
     }
     if (!row_ && !adding_) {
-        raisePlatformError(Reason::recordMissing);
+        raisePlatformError(DatabaseReason::recordMissing);
     }
     for (const Change& change : pending_) {
         if (change.column == position) {
@@ -181,7 +182,7 @@ Variant ClientRecordset::Item(int position) const {
 void ClientRecordset::Item(std::string_view name, const Variant& value) {
     const int column = position(name);
     if (!row_ && !adding_) {
-        raisePlatformError(Reason::recordMissing);
+        raisePlatformError(DatabaseReason::recordMissing);
     }
     static_cast<void>(writer());
     Variant fitting = fieldValue(rows_->columns()[column], value);
@@ -196,7 +197,7 @@ void ClientRecordset::Item(std::string_view name, const Variant& value) {
 
 void ClientRecordset::requireOpen() const {
     if (rows_ == nullptr) {
-        raisePlatformError(Reason::objectClosed);
+        raisePlatformError(DatabaseReason::objectClosed);
     }
 }
 
@@ -208,7 +209,7 @@ const RowSet& ClientRecordset::rows() const {
 int ClientRecordset::position(std::string_view name) const {
     const int found = rows().columns().find(name);
     if (found < 0) {
-        raisePlatformError(Reason::fieldUnknown, {std::string(name)});
+        raisePlatformError(DatabaseReason::fieldUnknown, {std::string(name)});
     }
     return found;
 }
@@ -225,7 +226,7 @@ void ClientRecordset::standOn(std::size_t shown) {
 
 RowWriter& ClientRecordset::writer() const {
     if (writer_ == nullptr) {
-        raisePlatformError(Reason::recordsetReadOnly);
+        raisePlatformError(DatabaseReason::recordsetReadOnly);
     }
     return *writer_;
 }

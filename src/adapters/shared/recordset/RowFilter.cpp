@@ -1,5 +1,6 @@
 #include "adapters/shared/recordset/RowFilter.h"
 
+#include "adapters/shared/reasons/DatabaseReason.h"
 #include "z7cashflow/support/Error.h"
 #include "z7cashflow/support/conversions.h"
 
@@ -103,12 +104,12 @@ FilterCondition readCondition(FilterText& text, std::string_view criteria, const
     const std::string_view name = text.name();
     text.skipBlanks();
     if (name.empty() || !text.sign('=')) {
-        raisePlatformError(Reason::filterUnreadable, {shortened(criteria)});
+        raisePlatformError(DatabaseReason::filterUnreadable, {shortened(criteria)});
     }
     text.skipBlanks();
     const auto number = text.number();
     if (!number) {
-        raisePlatformError(Reason::filterWithoutNumber, {shortened(name), shortened(criteria)});
+        raisePlatformError(DatabaseReason::filterWithoutNumber, {shortened(name), shortened(criteria)});
     }
     FilterCondition condition{columns.find(name), *number + 0.0}; // minus zero is zero
     if (condition.column < 0) {
@@ -133,11 +134,11 @@ std::vector<FilterCondition> parseFilter(std::string_view criteria, const Column
             break;
         }
         if (!blankFollows || !text.joiningAnd()) {
-            raisePlatformError(Reason::filterUnreadable, {shortened(criteria)});
+            raisePlatformError(DatabaseReason::filterUnreadable, {shortened(criteria)});
         }
     }
     if (!unknownColumn.empty()) { // reported only for a text that is a filter at all
-        raisePlatformError(Reason::fieldUnknown, {unknownColumn});
+        raisePlatformError(DatabaseReason::fieldUnknown, {unknownColumn});
     }
     std::stable_sort(conditions.begin(), conditions.end(),
                      [](const auto& a, const auto& b) { return a.column < b.column; });

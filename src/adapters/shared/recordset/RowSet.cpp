@@ -1,5 +1,6 @@
 #include "adapters/shared/recordset/RowSet.h"
 
+#include "adapters/shared/reasons/DatabaseReason.h"
 #include "z7cashflow/support/Error.h"
 #include "z7cashflow/support/conversions.h"
 
@@ -71,7 +72,7 @@ RowSet::RowSet(std::shared_ptr<const ColumnList> columns)
 
 void RowSet::addText(std::string_view text) {
     if (text.size() > std::numeric_limits<std::uint32_t>::max() / 2) {
-        raisePlatformError(Reason::resultTooLong);
+        raisePlatformError(DatabaseReason::resultTooLong);
     }
     cells_.push_back({Kind::text, static_cast<std::uint32_t>(text.size()), {.offset = texts_.size()}});
     texts_.append(text);

@@ -1,5 +1,6 @@
 #include "adapters/shared/recordset/fieldValue.h"
 
+#include "adapters/shared/reasons/DatabaseReason.h"
 #include "z7cashflow/support/Error.h"
 #include "z7cashflow/support/conversions.h"
 
@@ -63,12 +64,12 @@ Variant fieldValue(const Column& column, const Variant& value) {
         try {
             return converted(column.type, value);
         } catch (const Error&) {
-            raisePlatformError(Reason::columnValueBad, {column.name, shownText(value)});
+            raisePlatformError(DatabaseReason::columnValueBad, {column.name, shownText(value)});
         }
     }();
     if (column.type == ColumnType::text && column.length > 0 &&
         characterCount(*result.get<std::string>()) > static_cast<std::size_t>(column.length)) {
-        raisePlatformError(Reason::columnTextTooLong, {column.name, std::to_string(column.length)});
+        raisePlatformError(DatabaseReason::columnTextTooLong, {column.name, std::to_string(column.length)});
     }
     return result;
 }

@@ -1,5 +1,6 @@
 #include "adapters/shared/session/ConnectionText.h"
 
+#include "adapters/shared/reasons/DatabaseReason.h"
 #include "z7cashflow/support/Error.h"
 #include "z7cashflow/support/conversions.h"
 
@@ -25,10 +26,10 @@ std::string_view trimmed(std::string_view text) {
 
 ConnectionText::ConnectionText(std::string_view text, const char* errorSource) : errorSource_(errorSource) {
     if (text.find('\0') != std::string_view::npos) {
-        refuse("it holds a zero byte");
+        refuse(DatabaseReason::stringWithZeroByte);
     }
     if (text.size() > longestText) {
-        refuse("it has more than " + std::to_string(longestText) + " bytes");
+        refuse(DatabaseReason::stringTooLong, {std::to_string(longestText)});
     }
     std::string_view rest = text;
     while (!trimmed(rest).empty()) {
@@ -39,7 +40,7 @@ ConnectionText::ConnectionText(std::string_view text, const char* errorSource) :
         }
         const std::size_t equals = rest.find('=');
         if (equals == std::string_view::npos || rest.find(';') < equals) {
-            refuse("each part must be keyword=value");
+            refuse(DatabaseReason::partWithoutValue);
         }
         Part part;
         part.keyword = asciiLower(trimmed(rest.substr(0, equals)));
@@ -51,7 +52,7 @@ ConnectionText::ConnectionText(std::string_view text, const char* errorSource) :
             part.source.pop_back();
         }
         if (find(part.keyword) != nullptr) {
-            refuse("the keyword \"" + part.keyword + "\" is given twice");
+            refuse(DatabaseReason::keywordTwice, {part.keyword});
         }
         parts_.push_back(std::move(part));
     }
@@ -70,7 +71,7 @@ std::string ConnectionText::takeValue(std::string_view& rest, const std::string&
             at += rest[at] == '}' ? 2 : 1;
         }
         if (at >= rest.size()) {
-            refuse("the brace of " + keyword + " is not closed");
+            refuse(DatabaseReason::braceNotClosed, {keyword});
         }
         rest.remove_prefix(at + 1);
     }
@@ -79,7 +80,7 @@ std::string ConnectionText::takeValue(std::string_view& rest, const std::string&
     if (!braced) {
         value = before;
     } else if (!before.empty()) {
-        refuse("something follows the closing brace of " + keyword);
+        refuse(DatabaseReason::textAfterBrace, {keyword});
     }
     rest.remove_prefix(end == std::string_view::npos ? rest.size() : end + 1);
     return value;
@@ -96,13 +97,13 @@ int ConnectionText::number(const Part& part, int least, int most) const {
     const char* const end = part.value.data() + part.value.size();
     const auto [stop, error] = std::from_chars(part.value.data(), end, number);
     if (error != std::errc() || stop != end || number < least || number > most) {
-        refuse(part.keyword + " must be a number from " + std::to_string(least) + " to " + std::to_string(most));
+        refuse(DatabaseReason::keywordNotNumber, {part.keyword, std::to_string(least), std::to_string(most)});
     }
     return number;
 }
 
-void ConnectionText::refuse(const std::string& reason) const {
-    throw Error(errors::badArgument, errorSource_, "The connection string cannot be used: " + reason + ".");
+void ConnectionText::refuse(ReasonId reason, std::vector<std::string> arguments) const {
+    throw Error(errorSource_, {DatabaseReason::connectionStringBad, {}, {{reason, std::move(arguments)}}});
 }
 
 bool namesSecret(std::string_view keyword) {

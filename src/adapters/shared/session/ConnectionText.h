@@ -1,5 +1,7 @@
 #pragma once
 
+#include "z7cashflow/support/Reason.h"
+
 #include <string>
 #include <string_view>
 #include <vector>
@@ -25,7 +27,7 @@ public:
     /// A part's value as a whole number; error 5 if it is none, or out of the range.
     [[nodiscard]] int number(const Part& part, int least, int most) const;
     /// Error 5: the connection string cannot be used, and why.
-    [[noreturn]] void refuse(const std::string& reason) const;
+    [[noreturn]] void refuse(ReasonId reason, std::vector<std::string> arguments = {}) const;
 
 private:
     [[nodiscard]] std::string takeValue(std::string_view& rest, const std::string& keyword) const;

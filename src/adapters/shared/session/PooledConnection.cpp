@@ -1,5 +1,6 @@
 #include "adapters/shared/session/PooledConnection.h"
 
+#include "adapters/shared/reasons/DatabaseReason.h"
 #include "adapters/shared/recordset/ClientRecordset.h"
 #include "z7cashflow/support/Error.h"
 
@@ -15,7 +16,7 @@ public:
     std::shared_ptr<Runner> runner(Connection& connection) override {
         auto* const pooled = dynamic_cast<PooledConnection*>(&connection);
         if (pooled == nullptr) {
-            raisePlatformError(Reason::connectionForeign);
+            raisePlatformError(DatabaseReason::connectionForeign);
         }
         return pooled->session();
     }
@@ -39,7 +40,7 @@ PooledConnection::~PooledConnection() {
 
 void PooledConnection::Open(const std::string& connectionString) {
     if (session_ != nullptr) {
-        raisePlatformError(Reason::objectOpen);
+        raisePlatformError(DatabaseReason::objectOpen);
     }
     session_ = pool_->open(connectionString);
     connectionString_ = connectionString;
@@ -48,7 +49,7 @@ void PooledConnection::Open(const std::string& connectionString) {
 
 void PooledConnection::Close() {
     if (session_ == nullptr) {
-        raisePlatformError(Reason::objectClosed);
+        raisePlatformError(DatabaseReason::objectClosed);
     }
     session_->close();
     session_.reset();
@@ -82,7 +83,7 @@ void PooledConnection::onStatement(StatementObserver observer) { observers_->sta
 
 const std::shared_ptr<Session>& PooledConnection::session() {
     if (session_ == nullptr) {
-        raisePlatformError(Reason::objectClosed);
+        raisePlatformError(DatabaseReason::objectClosed);
     }
     if (session_->isLost() && !session_->inTransaction()) {
         session_ = pool_->open(connectionString_);
