@@ -1,6 +1,6 @@
 """A virtual screen with a window manager, and a program on it that is watched by its state lines.
 
-Nothing here waits for a time: Screen waits until the window manager has announced itself, Watched.until until the program has
+Nothing here waits for a time: Screen waits until the window manager does what it is asked, Watched.until until the program has
 written the state that is wanted. The limits are there so that a broken program ends the test.
 """
 
@@ -44,10 +44,16 @@ class Screen:
         self.environment.pop("Z7CF_CONNECT", None)
         self.manager = subprocess.Popen(["openbox"], env=self.environment, stdout=subprocess.DEVNULL,
                                         stderr=subprocess.DEVNULL)
+        # It announces itself before it looks at events, and a window that comes up in between never gets the keys. So ask
+        # for another desktop until that is there.
         end = time.monotonic() + LIMIT
-        while "window id" not in self.output("xprop", "-root", "_NET_SUPPORTING_WM_CHECK"):
+        while self._asked_for_desktop("1") != "1":
             if time.monotonic() > end or self.manager.poll() is not None:
                 raise RuntimeError("openbox did not start")
+
+    def _asked_for_desktop(self, number):
+        self.output("xdotool", "set_desktop", number)
+        return self.output("xdotool", "get_desktop").strip()
 
     def output(self, *command):
         return subprocess.run(command, env=self.environment, capture_output=True, text=True, check=False).stdout
