@@ -1,6 +1,7 @@
 #include "adapters/odbc/accountSchema.h"
 #include "adapters/odbc/databaseKeyword.h"
 #include "adapters/odbc/quoting.h"
+#include "adapters/odbc/scripts.h"
 
 #include "adapters/conformance/DatabaseUnderTest.h"
 #include "adapters/odbc/ConnectionOptions.h"
@@ -12,6 +13,7 @@ namespace z7::cashflow::odbc {
 namespace {
 
 using testing::ElementsAre;
+using testing::HasSubstr;
 using testing::IsEmpty;
 
 TEST(ScriptBatches, EndAtLinesThatSayGo) {
@@ -43,8 +45,13 @@ TEST(AccountSchema, KnowsTheNamesOfItsScripts) {
     EXPECT_THAT(accountNames(), ElementsAre("gl_accvouch", "gl_cashtable", "code", "fitemss98", "GL_CashItemDataSource",
                                             "GL_VouchDraft", "GL_VoucherOption", "GL_myoutput", "accinformation",
                                             "dsign", "gl_v_accvouch", "gl_v_code", "gl_v_cashtable",
-                                            "GL_V_CashItemDataSource", "z7_run", "z7_run_row"));
+                                            "GL_V_CashItemDataSource", "z7_schema_version", "z7_run", "z7_run_row"));
     EXPECT_THAT(systemNames(), ElementsAre("ua_period"));
+}
+
+TEST(AccountSchema, SaysItsVersionInAView) {
+    EXPECT_THAT(scripts::account_views, HasSubstr("create view z7_schema_version as select " +
+                                                  std::to_string(accountSchemaVersion) + " as version;"));
 }
 
 TEST(DatabaseKeyword, IsReadWhereItStands) {

@@ -1,11 +1,9 @@
 // Joins and filters on texts that are equal for an accountant, but not byte by byte, against nested loops over the same rows.
 
 #include "adapters/sqlite/EmbeddedDatabase.h"
-#include "adapters/sqlite/functions.h"
-#include "z7cashflow/support/conversions.h"
+#include "adapters/sqlite/spellings.h"
 
 #include <gtest/gtest.h>
-#include <sqlite3.h>
 
 #include <algorithm>
 #include <string>
@@ -14,32 +12,6 @@
 namespace z7::cashflow::sqlite {
 namespace {
 
-/// With blanks at the end, in both letter cases, and with letters that fold to others of another length.
-const std::vector<std::string> spellings{"1001",
-                                         "1001  ",
-                                         "1002",
-                                         "1002 ",
-                                         "A",
-                                         "a ",
-                                         "k",
-                                         "\u212A", // kelvin
-                                         "K ",
-                                         "\u017F",
-                                         "s",
-                                         "S  ",
-                                         "\u212B ",
-                                         "\u00E5",
-                                         "\u1E9E",
-                                         "\u00DF", // ß
-                                         "ss",
-                                         "\u5E93\u5B58",
-                                         "\u5E93\u5B58 ",
-                                         "\u0130",
-                                         "i\u0307"};
-
-bool equal(const std::string& a, const std::string& b) { return compareTexts(a, b) == 0; }
-
-enum class Statistics { shipped, none, gathered };
 struct Case {
     Statistics statistics;
     bool longestFirst; ///< which of equal spellings the keyed tables hold
@@ -48,11 +20,6 @@ struct Case {
 class JoinTest : public testing::TestWithParam<Case> {
 protected:
     JoinTest() {
-        for (const std::string& text : ordered()) {
-            if (std::none_of(keyed_.begin(), keyed_.end(), [&](const auto& known) { return equal(known, text); })) {
-                keyed_.push_back(text);
-            }
-        }
         const auto connection = database_.open();
         connection->Execute("select * into sales from gl_accvouch where 1=0");
         connection->BeginTrans();
@@ -75,19 +42,12 @@ protected:
         }
         connection->CommitTrans();
         connection->Close();
-        prepareStatistics();
+        prepareStatistics(database_.file(), GetParam().statistics);
     }
 
-    [[nodiscard]] std::vector<std::string> ordered() const {
-        std::vector<std::string> texts = spellings;
-        std::stable_sort(texts.begin(), texts.end(), [](const auto& a, const auto& b) {
-            return GetParam().longestFirst ? a.size() > b.size() : a.size() < b.size();
-        });
-        return texts;
-    }
     /// The spelling that a keyed table holds for a text.
     [[nodiscard]] std::string stored(const std::string& text) const {
-        return *std::find_if(keyed_.begin(), keyed_.end(), [&](const auto& known) { return equal(known, text); });
+        return *std::find_if(keyed_.begin(), keyed_.end(), [&](const auto& known) { return equalTexts(known, text); });
     }
     static void addLine(Connection& connection, const std::string& table, std::size_t i) {
         connection.Execute("insert into " + table +
@@ -95,33 +55,8 @@ protected:
                            std::to_string(i) + ",N'" + spellings[i] + "',N'" + spellings[i] + "',N'" + spellings[i] +
                            "',1)");
     }
-    void prepareStatistics() const {
-        sqlite3* handle = nullptr;
-        ASSERT_EQ(sqlite3_open(database_.file().string().c_str(), &handle), SQLITE_OK);
-        prepareSession(handle, std::int16_t{2013});
-        const char* text = GetParam().statistics == Statistics::none       ? "delete from sqlite_stat1"
-                           : GetParam().statistics == Statistics::gathered ? "analyze"
-                                                                           : "select 1";
-        EXPECT_EQ(sqlite3_exec(handle, text, nullptr, nullptr, nullptr), SQLITE_OK) << sqlite3_errmsg(handle);
-        sqlite3_close(handle);
-    }
-    /// The rows of a query, all columns joined, in order.
-    static std::vector<std::string> rowsOf(Connection& connection, const std::string& query) {
-        std::vector<std::string> rows;
-        const auto found = connection.Execute(query);
-        for (; !found->EndOfFile(); found->MoveNext()) {
-            std::string row;
-            for (int i = 0; i < found->Fields().Count(); ++i) {
-                row += toTextOrEmpty(found->Fields().Item(i)) + "|";
-            }
-            rows.push_back(row);
-        }
-        std::sort(rows.begin(), rows.end());
-        return rows;
-    }
-
     EmbeddedDatabase database_;
-    std::vector<std::string> keyed_;
+    std::vector<std::string> keyed_ = distinctSpellings(GetParam().longestFirst);
 };
 
 TEST_P(JoinTest, LinesFindTheirAccount) {
@@ -164,7 +99,7 @@ TEST_P(JoinTest, TablesWithoutAKeyFindEachOthersLines) {
     std::vector<std::string> expected;
     for (std::size_t i = 0; i < spellings.size(); ++i) {
         for (std::size_t j = 0; j < spellings.size(); ++j) {
-            if (equal(spellings[i], spellings[j])) {
+            if (equalTexts(spellings[i], spellings[j])) {
                 expected.push_back(std::to_string(i) + "|" + std::to_string(j) + "|");
             }
         }
@@ -201,7 +136,7 @@ TEST_P(JoinTest, FiltersFindEverySpelling) {
     for (const std::string& text : spellings) {
         std::vector<std::string> lines;
         for (std::size_t i = 0; i < spellings.size(); ++i) {
-            if (equal(spellings[i], text)) {
+            if (equalTexts(spellings[i], text)) {
                 lines.push_back(std::to_string(i) + "|");
             }
         }
