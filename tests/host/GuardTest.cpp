@@ -159,7 +159,7 @@ TEST_F(GuardTest, AHostileVoucherDoesNotEndTheList) {
     EXPECT_TRUE(first.at("stored").is_null());
     EXPECT_TRUE(first.at("matched").is_null());
     EXPECT_FALSE(Json::parse(list.lines()[1]).contains("error"));
-    EXPECT_THAT(list.err, HasSubstr("Voucher 2024/1/1/1: error 10020"));
+    EXPECT_THAT(list.err, HasSubstr("Voucher 2024/1/R/1: error 10020"));
 }
 
 TEST_F(GuardTest, TextsOfOneLineThatWorkTogetherStoreNothing) {

@@ -27,6 +27,16 @@ std::string failureOf(const std::string& text) {
     return {};
 }
 
+TEST(Settings, ReadsTheNamesOfGroups) {
+    const Settings settings = readSettings("account = \"1\"\n[statement_groups]\n01 = \"经营活动\"\n\"0 2\" = \"b\"\n",
+                                           "my.toml", Language::english);
+    EXPECT_EQ(settings.statementGroups, (std::map<std::string, std::string>{{"0 2", "b"}, {"01", "经营活动"}}));
+    for (const char* text : {"statement_groups = \"01\"\n", "[statement_groups]\n01 = 5\n",
+                             "[statement_groups]\n\"\" = \"x\"\n", "[[statement_groups]]\n01 = \"x\"\n"}) {
+        EXPECT_THAT(failureOf(text), HasSubstr("statement_groups")) << text;
+    }
+}
+
 TEST(Settings, ReadsEveryKey) {
     const Settings settings = readSettings("# mine\naccount = \"002\"\nuser = 'wang'\noperator = \"王芳\"\n"
                                            "accounting_system = \"政府会计制度（2019）\"\nlanguage = \"zh_cn\"\n",
@@ -52,7 +62,7 @@ TEST(Settings, SwitchTheGuard) {
 TEST(Settings, NamesWhatIsWrongAndWhere) {
     EXPECT_EQ(failureOf("account = \"1\"\npassword = \"x\"\n"),
               "Settings file my.toml, line 2: unknown setting \"password\"; known are account, user, operator, "
-              "accounting_system, language and guard");
+              "accounting_system, language, guard and statement_groups");
     EXPECT_EQ(failureOf("account = 1\n"), "Settings file my.toml, line 1: setting \"account\" must be a text");
     EXPECT_EQ(failureOf("\n\nlanguage = \"fr\"\n"),
               "Settings file my.toml, line 3: setting \"language\" cannot be \"fr\"");

@@ -1,15 +1,14 @@
 #include "EnvironmentGuard.h"
+#include "PlainTables.h"
 #include "RunProgram.h"
 #include "ScratchFolder.h"
 #include "adapters/sqlite/Connection.h"
 #include "adapters/sqlite/database.h"
-#include "z7cashflow/support/conversions.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
-#include <cmath>
 #include <fstream>
 #include <map>
 #include <set>
@@ -20,65 +19,6 @@ namespace {
 using Json = nlohmann::json;
 using ::testing::HasSubstr;
 using ::testing::Not;
-
-/// An account file, read table by table without the program's own queries.
-class PlainTables {
-public:
-    PlainTables(const std::filesystem::path& file, int year) {
-        connection_.Open(sqlite::connectionString(file));
-        std::set<std::string> items;
-        read("select citemcode from fitemss98", [&](auto&& text) { items.insert(text("citemcode")); });
-        std::map<std::string, bool> accounts;
-        read("select ccode,bCashItem,bend,bclose from code where iyear=" + std::to_string(year), [&](auto&& text) {
-            accounts[text("ccode")] = text("bCashItem") == "True";
-            if (text("bCashItem") == "True" && text("bend") == "True" && text("bclose") == "False") {
-                cashAccounts.insert(text("ccode"));
-            }
-        });
-        read("select iperiod,isignseq,ino_id,ccode,md,mc from gl_accvouch where iyear=" + std::to_string(year),
-             [&](auto&& text) {
-                 if (cashAccounts.contains(text("ccode"))) {
-                     const std::int64_t moved = units(text("md")) - units(text("mc"));
-                     cash += moved;
-                     open[key(year, text)] += moved;
-                 }
-             });
-        read("select iPeriod,iSignSeq,iNo_id,ccode,cCashItem,md,mc from gl_cashtable where iyear=" +
-                 std::to_string(year),
-             [&](auto&& text) {
-                 if (!items.contains(text("cCashItem")) || !accounts.contains(text("ccode"))) {
-                     return;
-                 }
-                 std::int64_t effect = units(text("md")) - units(text("mc"));
-                 effect = accounts[text("ccode")] ? effect : -effect;
-                 (effect > 0 ? receipts : payments)[text("cCashItem")] += std::abs(effect);
-                 open[key(year, text)] -= effect;
-             });
-        std::erase_if(open, [](const auto& each) { return each.second == 0; });
-    }
-
-    std::set<std::string> cashAccounts;
-    std::int64_t cash = 0; ///< in ten-thousandths, as all amounts here
-    std::map<std::string, std::int64_t> receipts;
-    std::map<std::string, std::int64_t> payments;
-    std::map<std::string, std::int64_t> open; ///< by voucher, without those that are accounted for
-
-    static std::int64_t units(double amount) { return std::llround(amount * 10000); }
-
-private:
-    static std::int64_t units(const std::string& amount) { return amount.empty() ? 0 : units(std::stod(amount)); }
-    template <class Text> static std::string key(int year, Text&& text) {
-        return std::to_string(year) + "/" + text("iperiod") + "/" + text("isignseq") + "/" + text("ino_id");
-    }
-    template <class Action> void read(const std::string& query, Action&& action) {
-        const auto records = connection_.Execute(query);
-        for (; !records->EndOfFile(); records->MoveNext()) {
-            action([&](const char* column) { return toTextOrEmpty(records->Fields().Item(column)); });
-        }
-    }
-
-    sqlite::Connection connection_;
-};
 
 void expectSame(const Json& statement, const PlainTables& tables) {
     std::map<std::string, std::int64_t> receipts;
@@ -146,6 +86,9 @@ TEST_F(StatementCommandTest, TheDifferenceIsWhatTheRefusedVouchersLack) {
     const Json found = Json::parse(statement({"--json"}).out);
     ASSERT_FALSE(found["vouchers"].empty());
     for (const Json& voucher : found["vouchers"]) {
+    const Json drawn = Json::parse(statement({"--json"}).out);
+    ASSERT_FALSE(drawn["vouchers"].empty());
+    for (const Json& voucher : drawn["vouchers"]) {
         EXPECT_TRUE(refused.contains(voucher["voucher"])) << voucher;
     }
 }
@@ -238,6 +181,50 @@ TEST_F(StatementCommandTest, EveryLinkOfThePageLeadsSomewhereAndTextsAreEscaped)
         ++links;
     }
     EXPECT_GT(links, 20U);
+}
+
+TEST_F(StatementCommandTest, GroupsFollowTheSettingsAndItsNames) {
+    std::ofstream(folder_.path() / "groups.toml") << "[statement_groups]\n010 = \"Operating\"\n0111 = \"Suppliers\"\n";
+    const std::string settings = (folder_.path() / "groups.toml").string();
+    const Json grouped = Json::parse(statement({"--json", "--settings", settings}).out);
+    const Json plain = Json::parse(statement({"--json"}).out);
+    std::map<std::string, std::int64_t> expected;
+    for (const Json& item : plain["items"]) {
+        const std::string code = item["code"];
+        const std::string group = code.starts_with("0111")  ? "0111"
+                                  : code.starts_with("010") ? "010"
+                                                            : code.substr(0, 2);
+        expected[group] += PlainTables::units(item["net"].get<double>());
+    }
+    ASSERT_GE(expected.size(), 3U);
+    std::map<std::string, std::int64_t> nets;
+    std::map<std::string, std::string> names;
+    for (const Json& group : grouped["groups"]) {
+        nets[group["code"]] = PlainTables::units(group["net"].get<double>());
+        names[group["code"]] = group["name"];
+    }
+    EXPECT_EQ(nets, expected);
+    EXPECT_EQ(names["010"], "Operating");
+    EXPECT_EQ(names["0111"], "Suppliers");
+    EXPECT_EQ(grouped["items"], plain["items"]);
+    EXPECT_THAT(statement({"--settings", settings}).out, HasSubstr("010     Operating"));
+}
+
+TEST_F(StatementCommandTest, EveryFigureOfThePageThatVouchersMakeUpIsALink) {
+    const std::string target = (folder_.path() / "months.html").string();
+    EXPECT_EQ(statement({"--html", target, "--by", "month"}).exitCode, 1);
+    std::ifstream stream(target);
+    const std::string page{std::istreambuf_iterator<char>(stream), {}};
+    const std::string figures = page.substr(page.find("<table>"), page.find("</table>") - page.find("<table>"));
+    std::size_t cells = 0;
+    for (std::size_t place = figures.find("<td class=\"n\">"); place != std::string::npos;
+         place = figures.find("<td class=\"n\">", place)) {
+        place += 14;
+        const bool nothing = figures.compare(place, 9, "0.00</td>") == 0;
+        EXPECT_TRUE(nothing || figures.compare(place, 10, "<a href=\"#") == 0) << figures.substr(place, 60);
+        ++cells;
+    }
+    EXPECT_GT(cells, 100U);
 }
 
 TEST(StatementOfTheHouseholdJournal, FiguresOfEachYearEqualThoseCountedRowByRow) {

@@ -1,4 +1,5 @@
 #include "providers/ProviderTest.h"
+#include "z7cashflow/model/ItemSource.h"
 #include "z7cashflow/providers/rowGeneration.h"
 
 namespace z7::cashflow::test {
@@ -368,6 +369,75 @@ TEST_F(Generation, ARowThatFindsNoItemEndsWithTheEmptyText) {
     ASSERT_EQ(rows->Count(), 1);
     EXPECT_EQ(rows->Item(1)->Item("cCashItem"), Variant(""));
     EXPECT_EQ(rows->Item(1)->Item("cCashItemName"), Variant(""));
+}
+
+/// What generation says of the item of each row: line number and source.
+class Observed : public Generation {
+protected:
+    Observed() {
+        modPublic::context().itemObserver = [this](const CashFlow& row, const ItemSource& source) {
+            static constexpr const char* kinds[] = {"record", "draft", "line", "auxiliary", "template", "none"};
+            told.push_back(toText(row.Item("inid")) + " " + kinds[static_cast<int>(source.kind)] + " " + source.user +
+                           source.account + (source.debit ? " debit" : "") +
+                           (source.start ? " " + dayText(*source.start) : std::string()));
+        };
+    }
+    ~Observed() override { modPublic::context().itemObserver = nullptr; }
+
+    Lines told;
+};
+
+TEST_F(Observed, IsToldWhetherTheItemIsOfTheLineOrOfATemplate) {
+    world.setLines({{1, "1001", 100.0, 0.0, {}, {}, {}},
+                    {2, "6001", 0.0, 100.0, "98", "01", {}},
+                    {3, "6002", 5.0, 0.0, {}, {}, {}},
+                    {4, "6003", 0.0, 5.0, {}, {}, {}}});
+    world.database.answer(itemTemplate("6002", true), {{"cItemCode", "dStartDate"}, {{"23", Date(41275.0)}}, {}});
+    world.database.answer(itemTemplate("6003", false), {{"cItemCode", "dStartDate"}, {{"24", Null{}}}, {}});
+    (void)create(world);
+    EXPECT_EQ(told, (Lines{"2 auxiliary ", "3 template 6002 debit 2013-01-01", "4 template 6003"}));
+}
+
+TEST_F(Observed, IsToldOfTheUsersDraft) {
+    world.gl.bFromDraft(true);
+    world.database.answer("select cCashItem from GL_VouchDraft where cUserId=N'u1' and inid=2",
+                          {{"cCashItem"}, {{"33"}}, {}});
+    (void)create(world);
+    EXPECT_EQ(told, Lines{"2 draft u1"});
+}
+
+TEST_F(Observed, IsToldOfTheItemThatWasEnteredOnTheLine) {
+    world.database.answer("records",
+                          {{"inid", "md", "mc", "ccode", "citem_class", "citem_id", "ccashitem_id", "bCashItem"},
+                           {{i16(2), 0.0, 100.0, "6001", "98", "44", "55", false}},
+                           {}});
+    (void)GetCashFlowColFromRs(world.connection, *world.connection.Execute("records"), Date(), {"OUT"}, false);
+    EXPECT_EQ(told, Lines{"2 line "});
+}
+
+TEST_F(Observed, IsToldOfAStoredRowAsItIs) {
+    world.setStored({"01", "02"});
+    (void)world.gl.GetCashFlowColFromDB(world.connection, "gl_accvouch", 1, 2, 5, Date(41279.0));
+    EXPECT_EQ(told, (Lines{"2 record ", "2 record "}));
+}
+
+TEST_F(Observed, IsToldOfARowWithoutAnItemOnlyWhereItIsKept) {
+    world.setLines({{1, "1001", 100.0, 0.0, {}, {}, {}}, {2, "6001", 0.0, 100.0, {}, {}, {}}});
+    (void)create(world);
+    EXPECT_EQ(told, Lines{});
+    modPublic::context().bAutoDisplay = true;
+    world.database.answerPrefix("select * from GL_CashItemDataSource", {{"cItemCode", "dStartDate"}, {}, {}});
+    (void)create(world);
+    EXPECT_EQ(told, Lines{"2 none "});
+}
+
+TEST_F(Observed, SendsTheStatementsThatAreSentWithoutAnObserver) {
+    (void)create(world);
+    const Lines observed = world.statements();
+    modPublic::context().itemObserver = nullptr;
+    Ledger other;
+    (void)create(other);
+    EXPECT_EQ(observed, other.statements());
 }
 
 } // namespace

@@ -109,11 +109,11 @@ protected:
     static test::Table linesOf(const Variant& credit) {
         const auto line = [](int number, const char* account, const Variant& debit, const Variant& mc, bool cash) {
             return std::vector<Variant>{
-                Variant(number),  Variant(someDay), Variant(account), debit,          mc,       Variant(), Variant(),
-                Variant(account), Variant(cash),    Variant(true),    Variant(false), Variant()};
+                Variant(number),  Variant(someDay), Variant(account), debit,          mc,        Variant(), Variant(),
+                Variant(account), Variant(cash),    Variant(true),    Variant(false), Variant(), Variant(), Variant()};
         };
         return {{"inid", "dbill_date", "ccode", "md", "mc", "citem_class", "citem_id", "known", "bCashItem", "bend",
-                 "bclose", "cUserDefineType"},
+                 "bclose", "cUserDefineType", "ccode_name", "cdigest"},
                 {line(1, "1001", Variant(credit.isNull() ? 0.0 : 5.0), credit, true),
                  line(2, "6001", Variant(0.0), Variant(5.0), false)},
                 {}};

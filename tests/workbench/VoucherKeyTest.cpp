@@ -55,7 +55,7 @@ TEST(VoucherKey, SaysWhichPartIsOutOfItsRange) {
     EXPECT_EQ(outOf("2024/1/1/99999999999999999999"), Part::number);
     EXPECT_EQ(outOf("2024/255/32767/2147483647"), std::nullopt);
     EXPECT_EQ(outOf("2024/1/1"), std::nullopt) << "no key at all";
-    EXPECT_EQ(outOf("2024/256/x/1"), std::nullopt);
+    EXPECT_EQ(outOf("2024/256/x/1"), Part::period) << "x may be the sign of a kind";
     EXPECT_EQ(keyPartOutOfRange("2024/300/1/1")->most, 255);
 }
 
@@ -72,6 +72,27 @@ TEST(VoucherKey, EqualsOnlyAKeyOfTheSameYearPeriodKindAndNumber) {
     EXPECT_NE(key, (VoucherKey{2024, 2, 2, 15}));
     EXPECT_NE(key, (VoucherKey{2024, 1, 3, 15}));
     EXPECT_NE(key, (VoucherKey{2024, 1, 2, 16}));
+}
+
+TEST(WrittenVoucherKey, TakesTheSignOfAKindInPlaceOfItsNumber) {
+    const auto written = readWrittenVoucherKey("2024/1/付/5");
+    ASSERT_TRUE(written);
+    EXPECT_EQ(written->sign, "付");
+    EXPECT_EQ(written->key, (VoucherKey{2024, 1, 0, 5}));
+    EXPECT_EQ(readVoucherKey("2024/1/付/5"), std::nullopt);
+    const auto number = readWrittenVoucherKey("2024/1/2/5");
+    ASSERT_TRUE(number);
+    EXPECT_EQ(number->sign, "");
+    EXPECT_EQ(number->key, (VoucherKey{2024, 1, 2, 5}));
+}
+
+TEST(WrittenVoucherKey, HasNoSignElsewhere) {
+    for (const char* text : {"付/1/2/5", "2024/付/2/5", "2024/1/2/付", "2024/1//5", "2024/1/付", "2024/1/付/5/6",
+                             "a/b/c/d", "2024/256/付/5", "2024/1/付/2147483648"}) {
+        EXPECT_FALSE(readWrittenVoucherKey(text)) << text;
+    }
+    ASSERT_TRUE(keyPartOutOfRange("2024/256/付/5"));
+    EXPECT_EQ(keyPartOutOfRange("2024/256/付/5")->part, KeyPartOutOfRange::Part::period);
 }
 
 } // namespace

@@ -29,6 +29,11 @@ public:
 [[nodiscard]] std::unique_ptr<Command> makeInitCommand();
 [[nodiscard]] std::unique_ptr<Command> makeStatementCommand();
 [[nodiscard]] std::unique_ptr<Command> makeVouchersCommand();
+[[nodiscard]] std::unique_ptr<Command> makeVoucherCommand();
+[[nodiscard]] std::unique_ptr<Command> makeItemsCommand();
+[[nodiscard]] std::unique_ptr<Command> makeAccountsCommand();
+[[nodiscard]] std::unique_ptr<Command> makeTemplatesCommand();
+[[nodiscard]] std::unique_ptr<Command> makeKindsCommand();
 [[nodiscard]] std::unique_ptr<Command> makeRowsCommand();
 [[nodiscard]] std::unique_ptr<Command> makeCheckCommand();
 [[nodiscard]] std::unique_ptr<Command> makeSaveCommand();

@@ -7,6 +7,7 @@
 #include "z7cashflow/support/Date.h"
 
 #include <functional>
+#include <map>
 #include <memory>
 #include <string>
 
@@ -33,6 +34,8 @@ struct GlobalOptions {
     std::string accountingSystem; ///< name of the account's accounting system, such as "政府会计制度"; empty for none
     /// The time that the log of changes notes; tests put another in its place.
     Clock clock = localTime;
+    std::map<std::string, std::string>
+        statementGroups; ///< names of a statement's groups, by the beginning of item codes
     /// Makes the connections to databases other than the embedded one; tests put another in its place.
     ConnectionMaker serverConnection = [] { return std::make_unique<odbc::Connection>(); };
 };

@@ -5,6 +5,7 @@
 #include "host/terminal/TextTable.h"
 #include "host/text/HostText.h"
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -19,6 +20,8 @@ public:
 
     /// Whether the output is for machines.
     [[nodiscard]] bool json() const noexcept { return options_.json; }
+    /// Width of the terminal that standard output is; 0 if it is not one.
+    [[nodiscard]] std::size_t columns() const noexcept { return console_.columns; }
     [[nodiscard]] Language language() const noexcept { return options_.language; }
     [[nodiscard]] std::string text(HostText text, const std::vector<std::string>& arguments = {}) const {
         return hostText(options_.language, text, arguments);

@@ -63,6 +63,21 @@ void take(Settings& settings, const std::string& name, const toml::node& node,
         }
         return;
     }
+    if (name == "statement_groups") {
+        const toml::table* const groups = node.as_table();
+        if (groups == nullptr) {
+            refuse(HostText::settingsBadGroups, {name});
+            return;
+        }
+        for (const auto& [code, groupNode] : *groups) {
+            const auto groupName = groupNode.value_exact<std::string>();
+            if (!groupName || code.str().empty()) {
+                refuse(HostText::settingsBadGroups, {name});
+            }
+            settings.statementGroups[std::string(code.str())] = *groupName;
+        }
+        return;
+    }
     std::optional<std::string>* const target = textSetting(settings, name);
     if (target == nullptr && name != "language") {
         refuse(HostText::settingsBadKey, {name});

@@ -3,6 +3,7 @@
 #include "host/text/Language.h"
 
 #include <filesystem>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -17,10 +18,11 @@ struct Settings {
     std::optional<std::string> accountingSystem;
     std::optional<Language> language;
     std::optional<bool> guard;
+    std::map<std::string, std::string> statementGroups;
 };
 
-/// Reads TOML text with the keys account, user, operator, accounting_system and language, all texts, and guard, which is true or
-/// false. Failure (usage) for text that is not TOML or nests too deep, an unknown key or an unfit value; shownPath names
+/// Reads TOML text with the keys account, user, operator, accounting_system and language, all texts, guard, which is true or false,
+/// and statement_groups, a table of texts. Failure (usage) for text that is not TOML or nests too deep, an unknown key or an unfit value; shownPath names
 /// the file in it, in the language given.
 [[nodiscard]] Settings readSettings(std::string_view text, const std::string& shownPath, Language language);
 

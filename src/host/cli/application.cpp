@@ -138,6 +138,7 @@ GlobalOptions globalOptions(const GivenOptions& given, Language languageSoFar, c
     options.operatorName = settings.operatorName.value_or(options.operatorName);
     options.guard = settings.guard.value_or(options.guard);
     options.accountingSystem = settings.accountingSystem.value_or(options.accountingSystem);
+    options.statementGroups = settings.statementGroups;
     return options;
 }
 

@@ -115,7 +115,7 @@ constexpr std::array originWords{
     std::pair{ItemOrigin::document, "document"},
 };
 
-template <class Words, class Id> const char* wordOf(const Words& words, Id id) {
+template <class Words, class Id> const char* wordOf(const Words& words, Id id) noexcept {
     return std::find_if(words.begin(), words.end(), [id](const auto& word) { return word.first == id; })->second;
 }
 
@@ -159,6 +159,8 @@ Json findingJson(const Finding& finding) {
 }
 
 } // namespace
+
+const char* findingWord(Finding::Kind kind) noexcept { return wordOf(kindWords, kind); }
 
 Json errorJson(const Refusal& refusal, Language language) {
     const std::string& raised = refusal.error.description();

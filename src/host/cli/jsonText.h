@@ -22,6 +22,9 @@ namespace z7::cashflow::host {
 /// raised, or the program's own in the language; the findings are left out if there are none.
 [[nodiscard]] nlohmann::ordered_json errorJson(const workbench::Refusal& refusal, Language language);
 
+/// The word for what is wrong, as in the findings of a refusal: "no-template".
+[[nodiscard]] const char* findingWord(workbench::Finding::Kind kind) noexcept;
+
 /// Rows as an array of objects with all their fields by name: null as null, numbers as numbers, dates as
 /// "yyyy-mm-dd"; rows that come from a document are told alike.
 [[nodiscard]] nlohmann::ordered_json rowsJson(const CashFlowCollection& rows);

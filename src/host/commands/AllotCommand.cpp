@@ -8,6 +8,7 @@
 #include "host/commands/RowCounts.h"
 #include "host/commands/arguments.h"
 #include "host/commands/savedVoucher.h"
+#include "host/report/openReport.h"
 #include "host/terminal/ProgressBar.h"
 #include "host/terminal/StopSignals.h"
 #include "host/text/refusalText.h"
@@ -27,7 +28,6 @@ using workbench::Allotment;
 using workbench::Assignment;
 using workbench::Outcome;
 using workbench::RunLog;
-using workbench::voucherKeyText;
 using workbench::VoucherResult;
 
 namespace {
@@ -45,6 +45,7 @@ struct Totals {
     std::size_t refusalsKept = refusalsShown;
     RowCounts kinds;      ///< kept, new, changed and removed rows
     bool changed = false; ///< a voucher has other rows than before
+    workbench::OpenSummary lacking; ///< what all refused vouchers lack
 
     void add(const VoucherResult& result) {
         Count& count = counts.at(static_cast<std::size_t>(result.outcome));
@@ -52,6 +53,9 @@ struct Totals {
         count.rows += result.rows;
         changed = changed || result.changed();
         kinds.add(result);
+        if (result.refusal) {
+            lacking.add(result.key, *result.refusal);
+        }
         if (result.refusal && refusals.size() < refusalsKept) {
             refusals.push_back(result);
         }
@@ -80,6 +84,7 @@ public:
         static_cast<void>(period_.periods()); // a slip is found before anything is opened
         Session session(place, year, options, console);
         const auto vouchers = period_.list(session);
+        const workbench::VoucherKinds& kinds = session.kinds();
         if (vouchers.empty()) {
             output.remark(output.text(HostText::noVouchers));
         }
@@ -115,6 +120,7 @@ public:
                     if (output.json()) {
                         nlohmann::ordered_json json = resultJson(result, options.language);
                         addChangesJson(json, result, dryRun_);
+                        json["sign"] = kinds.sign(result.key.kind);
                         output.line(jsonText(json));
                         output.flush(); // who reads along sees each voucher when it is done
                     }
@@ -130,12 +136,12 @@ public:
                 output.table(report.table().forTerminal());
                 output.line("");
             }
-            printTotals(output, totals);
+            printTotals(output, totals, kinds);
         }
         output.flush();
         tellRun(output, log, !dryRun_ && totals.changed);
         if (failure) {
-            output.remark(output.text(HostText::stopped, {voucherKeyText(vouchers.at(done).key),
+            output.remark(output.text(HostText::stopped, {kinds.keyText(vouchers.at(done).key),
                                                           std::to_string(vouchers.size()), std::to_string(done)}));
             throw Error(*failure);
         }
@@ -153,14 +159,14 @@ private:
                (period_.periodText.empty() ? "" : " --period " + period_.periodText) + generation_.words();
     }
 
-    void printTotals(Output& output, const Totals& totals) const {
+    void printTotals(Output& output, const Totals& totals, const workbench::VoucherKinds& kinds) const {
         if (totals.refused() > 0) {
             output.line(output.text(HostText::refusalsFollow));
             TextTable refusals({{output.text(HostText::voucher)},
                                 {output.text(HostText::error), TextTable::Align::right},
                                 {output.text(HostText::message)}});
             for (const VoucherResult& result : totals.refusals) {
-                refusals.add({voucherKeyText(result.key), std::to_string(result.refusal->error.number()),
+                refusals.add({kinds.keyText(result.key), std::to_string(result.refusal->error.number()),
                               refusalText(output.language(), *result.refusal)});
             }
             output.table(refusals);
@@ -168,6 +174,9 @@ private:
                 output.line(
                     output.text(HostText::moreRefusals, {std::to_string(totals.refused() - totals.refusals.size())}));
             }
+            output.line("");
+            output.line(output.text(HostText::openSummary));
+            output.raw(groupTable(totals.lacking, kinds, output.language()).text(output.columns()));
             output.line("");
         }
         TextTable table({{output.text(HostText::outcome)},

@@ -23,6 +23,7 @@ public:
         CLI::App* command = program.add_subcommand("rows", hostText(language, HostText::helpRows));
         voucher_.declare(*command, language);
         command->add_flag("--generate", generate_, hostText(language, HostText::helpGenerate));
+        command->add_flag("--why", why_, hostText(language, HostText::helpWhy));
         command->footer(hostText(language, HostText::examplesRows));
         return *command;
     }
@@ -37,8 +38,9 @@ public:
         if (unworkable) {
             failAsRefused(options.language, *unworkable);
         }
+        const ItemSourceNotes notes;
         const auto rows = generate_ ? judge.generatedRows(voucher.voucher()) : judge.storedRows(voucher.voucher());
-        showRows(output, session, rows.get());
+        showRows(output, session, rows.get(), why_ ? &notes.sources() : nullptr);
         const std::string verdict =
             verdictText(options.language, generate_ ? judge.compare(voucher.voucher(), rows, RowsOrigin::generated)
                                                     : judge.standing(voucher.voucher()));
@@ -54,6 +56,7 @@ public:
 private:
     VoucherArgument voucher_;
     bool generate_ = false;
+    bool why_ = false;
 };
 
 } // namespace

@@ -63,14 +63,14 @@ public:
     int run(const GlobalOptions& options, const Console& console) override {
         Output output(console, options);
         const AccountPlace place = database_.take(options);
-        StatementRequest request = requested();
+        StatementRequest request = requested(options);
         report_.requireNewFile();
         if (!html_.empty()) {
             requireNewFile(html_);
         }
         Session session(place, request.year, options, console);
         const CashFlowStatement statement = draw(session, request);
-        report_.write(output, text(output, statement));
+        report_.write(output, text(output, session.kinds(), statement));
         if (!html_.empty()) {
             writeNewFile(html_, page(session, request, statement, output.language()));
         }
@@ -78,7 +78,7 @@ public:
     }
 
 private:
-    [[nodiscard]] StatementRequest requested() const {
+    [[nodiscard]] StatementRequest requested(const GlobalOptions& options) const {
         StatementRequest request;
         request.year = year_.year();
         if (!periods_.empty()) {
@@ -86,6 +86,7 @@ private:
         }
         request.span = by_ == "month" ? Span::month : by_ == "quarter" ? Span::quarter : Span::year;
         request.byCurrency = byCurrency_;
+        request.groups = options.statementGroups;
         for (const std::string& opening : openings_) {
             const std::size_t sign = opening.find('=');
             try {
@@ -109,29 +110,25 @@ private:
         return statement;
     }
 
-    [[nodiscard]] std::string text(const Output& output, const CashFlowStatement& statement) const {
+    [[nodiscard]] std::string text(const Output& output, const workbench::VoucherKinds& kinds,
+                                   const CashFlowStatement& statement) const {
         const Language language = output.language();
         if (output.json()) {
-            return jsonText(statementJson(statement, language)) + "\n";
+            return jsonText(statementJson(statement, kinds, language)) + "\n";
         }
         if (report_.csv()) {
-            return wholeTable(statement, language).csv();
+            return wholeTable(statement, kinds, language).csv();
         }
         const std::string periods = columnName({statement.firstPeriod, statement.lastPeriod});
         std::string text = output.text(HostText::statementTitle, {std::to_string(statement.year), periods}) + "\n\n";
-        const auto add = [&text](const ReportTable& table) {
-            for (const std::string& line : table.forTerminal().lines()) {
-                text += line + "\n";
-            }
-            text += "\n";
-        };
+        const auto add = [&](const ReportTable& table) { text += table.text(report_.columns(output)) + "\n"; };
         add(itemTable(statement, language));
         if (byCurrency_) {
             add(currencyTable(statement, language));
         }
         add(accountTable(statement, language));
         if (!statement.gaps.empty()) {
-            add(gapTable(statement, language));
+            add(gapTable(statement, kinds, language));
         }
         return text +
                output.text(statement.proven() ? HostText::statementProven : HostText::statementOpen,
@@ -146,7 +143,8 @@ private:
         request.byCurrency = false;
         const CashFlowStatement months = workbench::drawUpStatement(session.connection(), request);
         return statementHtml({statement, months, workbench::vouchersOfItems(session.connection(), statement),
-                              workbench::vouchersOfAccounts(session.connection(), statement), language});
+                              workbench::vouchersOfAccounts(session.connection(), statement), session.kinds(),
+                              language});
     }
 
     DatabaseArgument database_;

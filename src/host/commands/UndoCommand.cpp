@@ -49,11 +49,15 @@ public:
             throw Failure(exitCode::usage, HostText::argumentMissing, {"RUN"});
         }
         const std::int32_t number = readRun(words.front());
-        std::vector<VoucherKey> keys;
-        for (auto word = words.begin() + 1; word != words.end(); ++word) {
-            keys.push_back(readKey(*word));
+        words.erase(words.begin());
+        for (const std::string& word : words) {
+            static_cast<void>(writtenKey(word)); // a slip is found before anything is opened
         }
         Session session(place, 1, options, console);
+        std::vector<VoucherKey> keys;
+        for (const std::string& word : words) {
+            keys.push_back(keyOf(word, session));
+        }
         return undo(output, session.connection(), number, std::move(keys), options);
     }
 

@@ -7,6 +7,7 @@ std::vector<std::unique_ptr<Command>> allCommands() {
     commands.push_back(makeInitCommand());
     commands.push_back(makeStatementCommand());
     commands.push_back(makeVouchersCommand());
+    commands.push_back(makeVoucherCommand());
     commands.push_back(makeRowsCommand());
     commands.push_back(makeCheckCommand());
     commands.push_back(makeSaveCommand());
@@ -16,6 +17,10 @@ std::vector<std::unique_ptr<Command>> allCommands() {
     commands.push_back(makeReassignCommand());
     commands.push_back(makeLogCommand());
     commands.push_back(makeUndoCommand());
+    commands.push_back(makeItemsCommand());
+    commands.push_back(makeAccountsCommand());
+    commands.push_back(makeTemplatesCommand());
+    commands.push_back(makeKindsCommand());
     commands.push_back(makeVerifyCommand());
     commands.push_back(makeExportCommand());
     commands.push_back(makeImportCommand());

@@ -4,6 +4,7 @@
 #include "host/cli/Failure.h"
 #include "host/cli/connectOption.h"
 #include "host/commands/savedVoucher.h"
+#include "host/text/joined.h"
 #include "workbench/vouchers/AccountingPeriods.h"
 #include "z7cashflow/model/modPublic.h"
 
@@ -21,11 +22,12 @@ using workbench::AccountingPeriods;
 using workbench::keyPartOutOfRange;
 using workbench::listVouchers;
 using workbench::PeriodRange;
-using workbench::readVoucherKey;
+using workbench::readWrittenVoucherKey;
 using workbench::Voucher;
 using workbench::VoucherHead;
 using workbench::VoucherKey;
-using workbench::voucherKeyText;
+using workbench::VoucherKinds;
+using workbench::WrittenVoucherKey;
 
 namespace {
 
@@ -111,10 +113,8 @@ AccountPlace VoucherArgument::take(const GlobalOptions& options, const std::vect
     return database.take(options, words);
 }
 
-VoucherKey VoucherArgument::key() const { return readKey(text); }
-
-VoucherKey readKey(const std::string& text) {
-    const auto key = readVoucherKey(text);
+WrittenVoucherKey writtenKey(const std::string& text) {
+    const auto key = readWrittenVoucherKey(text);
     if (key) {
         return *key;
     }
@@ -128,10 +128,39 @@ VoucherKey readKey(const std::string& text) {
                   {text, std::to_string(part->least), std::to_string(part->most)});
 }
 
+std::int16_t VoucherArgument::year() const { return writtenKey(text).key.year; }
+
+VoucherKey VoucherArgument::key(Session& session) const { return keyOf(text, session); }
+
+VoucherKey keyOf(const std::string& text, Session& session) {
+    const WrittenVoucherKey written = writtenKey(text);
+    if (written.sign.empty()) {
+        return written.key;
+    }
+    const VoucherKinds& kinds = session.kinds();
+    if (const auto key = kinds.resolved(written)) {
+        return *key;
+    }
+    std::vector<std::string> signs;
+    for (const VoucherKinds::Kind& kind : kinds.all()) {
+        if (!kind.sign.empty()) {
+            signs.push_back(kind.sign + " (" + std::to_string(kind.number) + ")");
+        }
+    }
+    const std::string known = signs.empty() ? std::string("-") : joined(signs, ", ");
+    std::vector<std::string> numbers;
+    for (const std::int16_t number : kinds.kindsOf(written.sign)) {
+        numbers.push_back(std::to_string(number));
+    }
+    throw numbers.empty()
+        ? Failure(exitCode::usage, HostText::kindUnknown, {written.sign, known})
+        : Failure(exitCode::usage, HostText::kindAmbiguous, {written.sign, joined(numbers, ", "), known});
+}
+
 Voucher VoucherArgument::find(Session& session) const {
-    Voucher voucher = session.judge().read(key());
+    Voucher voucher = session.judge().read(key(session));
     if (voucher.lines.empty()) {
-        throw Failure(exitCode::refused, HostText::noVoucher, {voucherKeyText(key())});
+        throw Failure(exitCode::refused, HostText::noVoucher, {text});
     }
     const std::string account = modPublic::requiredLogin().AccountId();
     requireYear(AccountingPeriods::read(session.connection(), account), account, voucher.key.year);
@@ -140,7 +169,7 @@ Voucher VoucherArgument::find(Session& session) const {
 
 OpenVoucher::OpenVoucher(VoucherArgument& argument, const GlobalOptions& options, const Console& console,
                          const std::vector<Word>& behind)
-    : place_(argument.take(options, behind)), session_(place_, argument.key().year, options, console),
+    : place_(argument.take(options, behind)), session_(place_, argument.year(), options, console),
       voucher_(argument.find(session_)) {}
 
 void OpenVoucher::requireDated(Language language) {

@@ -45,8 +45,8 @@ private:
     void requireNoSecret() const;
 };
 
-/// The voucher key that a word holds. Failure (usage) if it is not one.
-[[nodiscard]] workbench::VoucherKey readKey(const std::string& text);
+/// The key that a word holds, before it is known whether there is a kind of its sign. Failure (usage) if it is not a key.
+[[nodiscard]] workbench::WrittenVoucherKey writtenKey(const std::string& text);
 
 /// One voucher of an account.
 struct VoucherArgument {
@@ -54,14 +54,20 @@ struct VoucherArgument {
     std::string text;
     /// Adds the words FILE and VOUCHER.
     void declare(CLI::App& command, Language language);
-    /// Failure (usage) if the text is not a voucher key.
-    [[nodiscard]] workbench::VoucherKey key() const;
+    /// The accounting year of the key. Failure (usage) if the text is not a voucher key.
+    [[nodiscard]] std::int16_t year() const;
+    /// The key, with its kind looked up in the open session where it is written by its sign. Failure (usage) as above, and if no
+    /// kind or several kinds have that sign.
+    [[nodiscard]] workbench::VoucherKey key(Session& session) const;
     /// As DatabaseArgument::take, with the voucher and other words after it.
     [[nodiscard]] AccountPlace take(const GlobalOptions& options, const std::vector<Word>& behind = {});
     /// The voucher in an open session of its year. Failure (refused) if it is not there, (database) if the account has no
     /// accounting periods for the year.
     [[nodiscard]] workbench::Voucher find(Session& session) const;
 };
+
+/// A key that a user wrote, as VoucherArgument::key reads it.
+[[nodiscard]] workbench::VoucherKey keyOf(const std::string& text, Session& session);
 
 /// A voucher of the command line in its open account.
 class OpenVoucher {

@@ -4,6 +4,7 @@
 #include "host/report/ReportTable.h"
 #include "host/text/Language.h"
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -21,6 +22,12 @@ public:
     [[nodiscard]] bool csv() const noexcept { return csv_; }
     /// Failure (usage) if the file of -o exists: nothing is overwritten. Called before the work, which may take long.
     void requireNewFile() const;
+    /// Width of the terminal that the report goes to; 0 if it goes to a file or a pipe, where nothing is cut.
+    [[nodiscard]] std::size_t columns(const Output& output) const { return file_.empty() ? output.columns() : 0; }
+    /// A table as CSV or for people, as the options ask.
+    [[nodiscard]] std::string text(const Output& output, const ReportTable& table) const {
+        return csv_ ? table.csv() : table.text(columns(output));
+    }
     /// Writes a finished report to the file of -o, or to standard output where none was given. Failure (database) if it cannot be
     /// written; a file that was begun is removed then.
     void write(Output& output, std::string_view report) const;

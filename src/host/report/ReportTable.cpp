@@ -26,10 +26,19 @@ std::string csvField(std::string_view text) {
 
 } // namespace
 
+std::string ReportTable::text(std::size_t terminalColumns) const {
+    std::string text;
+    for (const std::string& line : forTerminal().lines(terminalColumns)) {
+        text += line + "\n";
+    }
+    return text;
+}
+
 TextTable ReportTable::forTerminal() const {
     std::vector<TextTable::Column> columns;
     for (const Column& column : columns_) {
-        columns.push_back({column.heading, column.amounts ? TextTable::Align::right : TextTable::Align::left});
+        columns.push_back(
+            {column.heading, column.amounts ? TextTable::Align::right : TextTable::Align::left, column.shrinks});
     }
     TextTable table(std::move(columns));
     for (const auto& record : records_) {

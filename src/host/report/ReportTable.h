@@ -3,6 +3,7 @@
 #include "host/terminal/TextTable.h"
 #include "workbench/Amount.h"
 
+#include <cstddef>
 #include <string>
 #include <variant>
 #include <vector>
@@ -16,7 +17,8 @@ public:
     using Cell = std::variant<std::string, workbench::Amount>;
     struct Column {
         std::string heading;
-        bool amounts = false;
+        bool amounts = false; ///< cells stand at the right: amounts, or texts of numbers
+        bool shrinks = false; ///< long texts may be cut on a narrow terminal
     };
 
     explicit ReportTable(std::vector<Column> columns) : columns_(std::move(columns)) {}
@@ -26,6 +28,8 @@ public:
     [[nodiscard]] bool empty() const noexcept { return records_.empty(); }
 
     [[nodiscard]] TextTable forTerminal() const;
+    /// The lines of the table for people, each with a line break, for a terminal of so many columns; 0 stands for a file or a pipe.
+    [[nodiscard]] std::string text(std::size_t terminalColumns) const;
     /// A line of headings and a line for each record, separated by commas, as spreadsheets read them (RFC 4180 with line feeds).
     [[nodiscard]] std::string csv() const;
 

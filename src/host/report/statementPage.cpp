@@ -6,6 +6,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
+#include <span>
 
 namespace z7::cashflow::host {
 
@@ -79,23 +81,14 @@ public:
         writePicture();
         writeAccounts();
         writeGaps();
-        writeDetails('i', HostText::vouchersOfItem, source_.itemVouchers, names(statement_.items));
-        writeDetails('a', HostText::vouchersOfAccount, source_.accountVouchers, names(statement_.accounts));
+        writeItemDetails();
+        writeAccountDetails();
         return out_ + "</body></html>\n";
     }
 
 private:
     [[nodiscard]] std::string text(HostText id, const std::vector<std::string>& arguments = {}) const {
         return hostText(source_.language, id, arguments);
-    }
-
-    template <class Lines> static std::vector<std::pair<std::string, std::string>> names(const Lines& lines) {
-        std::vector<std::pair<std::string, std::string>> result;
-        result.reserve(lines.size());
-        for (const auto& line : lines) {
-            result.emplace_back(line.code, line.name);
-        }
-        return result;
     }
 
     void heading(const std::vector<std::pair<std::string, bool>>& columns) {
@@ -127,11 +120,19 @@ private:
                 "</p>\n";
     }
 
-    void itemRow(const StatementLine& line, const char* style, const std::string& target) {
+    /// The anchor of the vouchers of a period under an item: those of one column stand together.
+    static std::string columnAnchor(const std::string& target, std::size_t column) {
+        return target + "." + std::to_string(column);
+    }
+
+    /// A line of the statement. The figures of its columns have targets of their own where it is an item.
+    void itemRow(const StatementLine& line, const char* style, const std::string& target, bool isItem) {
         out_ += "<tr" + std::string(style) + "><td>" + escaped(line.code) + "</td><td>" + escaped(line.name) + "</td>";
         if (statement_.columns.size() > 1) {
-            for (const Flow& column : line.columns) {
-                amount(column.net(), target);
+            for (std::size_t i = 0; i < line.columns.size(); ++i) {
+                const Flow& column = line.columns[i];
+                const bool moved = !column.receipts.isZero() || !column.payments.isZero();
+                amount(column.net(), moved ? (isItem ? columnAnchor(target, i) : target) : std::string());
             }
         }
         flow(line.total, target);
@@ -150,16 +151,17 @@ private:
             columns.emplace_back(text(id), true);
         }
         heading(columns);
-        auto item = statement_.items.begin();
         for (const StatementLine& group : statement_.groups) {
-            itemRow(group, " class=\"group\"", "");
-            for (; item != statement_.items.end() && groupOf(item->code) == group.code; ++item) {
-                itemRow(*item, "", anchor('i', item->code));
+            itemRow(group, " class=\"group\"", anchor('g', group.code), false);
+            for (const StatementLine& item : statement_.items) {
+                if (item.group == group.code) {
+                    itemRow(item, "", anchor('i', item.code), true);
+                }
             }
         }
         StatementLine total = statement_.total;
         total.name = text(HostText::total);
-        itemRow(total, " class=\"total\"", "");
+        itemRow(total, " class=\"total\"", "items", false);
         out_ += "</table>\n";
     }
 
@@ -231,7 +233,7 @@ private:
         for (const CashAccount& account : statement_.accounts) {
             row(account, account.name, "", anchor('a', account.code));
         }
-        row(statement_.cash, text(HostText::total), " class=\"total\"", "");
+        row(statement_.cash, text(HostText::total), " class=\"total\"", "accounts");
         out_ += "</table>\n";
     }
 
@@ -246,7 +248,7 @@ private:
                  {text(HostText::difference), true},
                  {text(HostText::message), false}});
         for (const VoucherGap& gap : statement_.gaps) {
-            out_ += "<tr><td>" + gapKey(statement_, gap) + "</td>";
+            out_ += "<tr><td>" + escaped(source_.kinds.keyText(keyIn(statement_, gap))) + "</td>";
             amount(gap.cash);
             amount(gap.rows);
             amount(gap.difference());
@@ -255,26 +257,75 @@ private:
         out_ += "</table>\n";
     }
 
-    void writeDetails(char kind, HostText title, const std::vector<VoucherFlow>& flows,
-                      const std::vector<std::pair<std::string, std::string>>& lines) {
-        auto flow = flows.begin();
-        for (const auto& [code, name] : lines) {
-            out_ += "<details open id=\"" + anchor(kind, code) + "\"><summary>" + escaped(text(title, {code, name})) +
-                    "</summary>\n";
-            heading({{text(HostText::voucher), false},
-                     {text(HostText::receipts), true},
-                     {text(HostText::payments), true},
-                     {text(HostText::net), true}});
-            for (flow = std::find_if(flow, flows.end(),
-                                     [&code = code](const VoucherFlow& each) { return each.code == code; });
-                 flow != flows.end() && flow->code == code; ++flow) {
-                out_ += "<tr><td>" + std::to_string(statement_.year) + "/" + std::to_string(flow->period) + "/" +
-                        std::to_string(flow->kind) + "/" + std::to_string(flow->number) + "</td>";
-                this->flow(flow->flow, "");
-                out_ += "</tr>\n";
+    /// The vouchers under the figures of the items, group by group.
+    void writeItemDetails() {
+        const auto ranges = rangesOf(source_.itemVouchers);
+        out_ += "<div id=\"items\">\n";
+        for (const StatementLine& group : statement_.groups) {
+            out_ += "<div id=\"" + anchor('g', group.code) + "\">\n";
+            for (const StatementLine& item : statement_.items) {
+                if (item.group == group.code) {
+                    writeDetails(anchor('i', item.code), text(HostText::vouchersOfItem, {item.code, item.name}), ranges,
+                                 item.code);
+                }
             }
-            out_ += "</table></details>\n";
+            out_ += "</div>\n";
         }
+        out_ += "</div>\n";
+    }
+
+    void writeAccountDetails() {
+        const auto ranges = rangesOf(source_.accountVouchers);
+        out_ += "<div id=\"accounts\">\n";
+        for (const CashAccount& account : statement_.accounts) {
+            writeDetails(anchor('a', account.code), text(HostText::vouchersOfAccount, {account.code, account.name}),
+                         ranges, account.code);
+        }
+        out_ += "</div>\n";
+    }
+
+    using Vouchers = std::span<const VoucherFlow>;
+
+    /// The vouchers of each code, which stand together.
+    static std::map<std::string, Vouchers> rangesOf(const std::vector<VoucherFlow>& flows) {
+        std::map<std::string, Vouchers> ranges;
+        for (std::size_t first = 0; first < flows.size();) {
+            std::size_t end = first + 1;
+            while (end < flows.size() && flows[end].code == flows[first].code) {
+                ++end;
+            }
+            ranges.emplace(flows[first].code, Vouchers(flows).subspan(first, end - first));
+            first = end;
+        }
+        return ranges;
+    }
+
+    [[nodiscard]] std::size_t columnOf(std::uint8_t period) const {
+        std::size_t column = 0;
+        while (column + 1 < statement_.columns.size() && period > statement_.columns[column].last) {
+            ++column;
+        }
+        return column;
+    }
+
+    void writeDetails(const std::string& target, const std::string& title,
+                      const std::map<std::string, Vouchers>& ranges, const std::string& code) {
+        out_ += "<details open id=\"" + target + "\"><summary>" + escaped(title) + "</summary>\n";
+        heading({{text(HostText::voucher), false},
+                 {text(HostText::receipts), true},
+                 {text(HostText::payments), true},
+                 {text(HostText::net), true}});
+        const auto found = ranges.find(code);
+        std::size_t columns = 0; // those whose first voucher is behind
+        for (const VoucherFlow& voucher : found == ranges.end() ? Vouchers() : found->second) {
+            const std::size_t column = columnOf(voucher.period);
+            out_ += column < columns ? "<tr>" : "<tr id=\"" + columnAnchor(target, column) + "\">";
+            columns = column + 1;
+            out_ += "<td>" + escaped(source_.kinds.keyText(keyIn(statement_, voucher))) + "</td>";
+            flow(voucher.flow, "");
+            out_ += "</tr>\n";
+        }
+        out_ += "</table></details>\n";
     }
 
     const StatementPage& source_;

@@ -87,11 +87,6 @@ std::string columnName(const StatementColumn& column) {
     return column.first == column.last ? first : first + "-" + std::to_string(column.last);
 }
 
-std::string gapKey(const CashFlowStatement& statement, const VoucherGap& gap) {
-    return std::to_string(statement.year) + "/" + std::to_string(gap.period) + "/" + std::to_string(gap.kind) + "/" +
-           std::to_string(gap.number);
-}
-
 std::string gapText(Gap gap, Language language) {
     switch (gap) {
     case Gap::unallocated:
@@ -108,18 +103,17 @@ std::string gapText(Gap gap, Language language) {
 
 ReportTable itemTable(const CashFlowStatement& statement, Language language) {
     std::vector<ReportTable::Column> columns{{hostText(language, HostText::item)},
-                                             {hostText(language, HostText::itemName)}};
+                                             {hostText(language, HostText::itemName), false, true}};
     addColumnHeadings(columns, statement);
     for (const HostText heading : {HostText::receipts, HostText::payments, HostText::net}) {
         columns.push_back({hostText(language, heading), true});
     }
     ReportTable table(std::move(columns));
-    auto item = statement.items.begin();
     for (const StatementLine& group : statement.groups) {
         table.add(itemCells(statement, group, group.code, group.name));
-        for (; item != statement.items.end() && groupOf(item->code) == group.code; ++item) {
-            if (item->code != group.code) {
-                table.add(itemCells(statement, *item, "  " + item->code, "  " + item->name));
+        for (const StatementLine& item : statement.items) {
+            if (item.group == group.code && item.code != group.code) {
+                table.add(itemCells(statement, item, "  " + item.code, "  " + item.name));
             }
         }
     }
@@ -129,7 +123,7 @@ ReportTable itemTable(const CashFlowStatement& statement, Language language) {
 
 ReportTable currencyTable(const CashFlowStatement& statement, Language language) {
     ReportTable table({{hostText(language, HostText::item)},
-                       {hostText(language, HostText::itemName)},
+                       {hostText(language, HostText::itemName), false, true},
                        {hostText(language, HostText::currency)},
                        {hostText(language, HostText::receipts), true},
                        {hostText(language, HostText::payments), true},
@@ -147,7 +141,7 @@ ReportTable currencyTable(const CashFlowStatement& statement, Language language)
 
 ReportTable accountTable(const CashFlowStatement& statement, Language language) {
     ReportTable table({{hostText(language, HostText::account)},
-                       {hostText(language, HostText::accountName)},
+                       {hostText(language, HostText::accountName), false, true},
                        {hostText(language, HostText::opening), true},
                        {hostText(language, HostText::receipts), true},
                        {hostText(language, HostText::payments), true},
@@ -163,19 +157,20 @@ ReportTable accountTable(const CashFlowStatement& statement, Language language) 
     return table;
 }
 
-ReportTable gapTable(const CashFlowStatement& statement, Language language) {
+ReportTable gapTable(const CashFlowStatement& statement, const VoucherKinds& kinds, Language language) {
     ReportTable table({{hostText(language, HostText::voucher)},
                        {hostText(language, HostText::cashSum), true},
                        {hostText(language, HostText::allocated), true},
                        {hostText(language, HostText::difference), true},
                        {hostText(language, HostText::message)}});
     for (const VoucherGap& gap : statement.gaps) {
-        table.add({gapKey(statement, gap), gap.cash, gap.rows, gap.difference(), gapText(gap.gap, language)});
+        table.add(
+            {kinds.keyText(keyIn(statement, gap)), gap.cash, gap.rows, gap.difference(), gapText(gap.gap, language)});
     }
     return table;
 }
 
-ReportTable wholeTable(const CashFlowStatement& statement, Language language) {
+ReportTable wholeTable(const CashFlowStatement& statement, const VoucherKinds& kinds, Language language) {
     std::vector<ReportTable::Column> columns{{"section"},  {"code"},     {"name"}, {"opening"},
                                              {"receipts"}, {"payments"}, {"net"},  {"closing"}};
     addColumnHeadings(columns, statement);
@@ -205,14 +200,15 @@ ReportTable wholeTable(const CashFlowStatement& statement, Language language) {
     }
     addAccount("cash", statement.cash, statement.cashColumns);
     for (const VoucherGap& gap : statement.gaps) {
-        Cells cells{"difference", gapKey(statement, gap), gapText(gap.gap, language), "", "", "", gap.difference()};
+        Cells cells{"difference",    kinds.keyText(keyIn(statement, gap)), gapText(gap.gap, language), "", "", "",
+                    gap.difference()};
         cells.resize(width);
         table.add(std::move(cells));
     }
     return table;
 }
 
-ordered_json statementJson(const CashFlowStatement& statement, Language language) {
+ordered_json statementJson(const CashFlowStatement& statement, const VoucherKinds& kinds, Language language) {
     ordered_json object = {{"year", statement.year}, {"from", statement.firstPeriod}, {"to", statement.lastPeriod}};
     auto& items = object["items"] = ordered_json::array();
     for (const StatementLine& item : statement.items) {
@@ -233,7 +229,8 @@ ordered_json statementJson(const CashFlowStatement& statement, Language language
     object["difference"] = statement.difference().value();
     auto& vouchers = object["vouchers"] = ordered_json::array();
     for (const VoucherGap& gap : statement.gaps) {
-        vouchers.push_back({{"voucher", gapKey(statement, gap)},
+        vouchers.push_back({{"voucher", voucherKeyText(keyIn(statement, gap))},
+                            {"sign", kinds.sign(gap.kind)},
                             {"cash", gap.cash.value()},
                             {"rows", gap.rows.value()},
                             {"difference", gap.difference().value()},

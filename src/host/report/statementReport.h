@@ -3,6 +3,7 @@
 #include "host/report/ReportTable.h"
 #include "host/text/Language.h"
 #include "workbench/statement/CashFlowStatement.h"
+#include "workbench/vouchers/VoucherKinds.h"
 
 #include <nlohmann/json_fwd.hpp>
 
@@ -18,17 +19,23 @@ namespace z7::cashflow::host {
 /// The cash accounts and their total: opening, receipts, payments, closing.
 [[nodiscard]] ReportTable accountTable(const workbench::CashFlowStatement& statement, Language language);
 /// The vouchers that make up the difference.
-[[nodiscard]] ReportTable gapTable(const workbench::CashFlowStatement& statement, Language language);
+[[nodiscard]] ReportTable gapTable(const workbench::CashFlowStatement& statement, const workbench::VoucherKinds& kinds,
+                                   Language language);
 /// All of it as one rectangular table, a line for each figure, for a spreadsheet.
-[[nodiscard]] ReportTable wholeTable(const workbench::CashFlowStatement& statement, Language language);
+[[nodiscard]] ReportTable wholeTable(const workbench::CashFlowStatement& statement,
+                                     const workbench::VoucherKinds& kinds, Language language);
 
 /// The statement as JSON: year, from, to, items, groups, total, accounts, cash, difference, vouchers.
-[[nodiscard]] nlohmann::ordered_json statementJson(const workbench::CashFlowStatement& statement, Language language);
+[[nodiscard]] nlohmann::ordered_json statementJson(const workbench::CashFlowStatement& statement,
+                                                   const workbench::VoucherKinds& kinds, Language language);
 
 /// "1-3", or "5" for a single period.
 [[nodiscard]] std::string columnName(const workbench::StatementColumn& column);
-/// "2024/1/2/15".
-[[nodiscard]] std::string gapKey(const workbench::CashFlowStatement& statement, const workbench::VoucherGap& gap);
+/// The key of a voucher of the statement, which is a VoucherGap or a VoucherFlow.
+template <class Voucher>
+[[nodiscard]] workbench::VoucherKey keyIn(const workbench::CashFlowStatement& statement, const Voucher& voucher) {
+    return {statement.year, voucher.period, voucher.kind, voucher.number};
+}
 /// Why the rows do not account for the voucher's cash, for people.
 [[nodiscard]] std::string gapText(workbench::Gap gap, Language language);
 

@@ -46,6 +46,13 @@ Session::~Session() {
     modPublic::context() = modPublic::Context{};
 }
 
+const workbench::VoucherKinds& Session::kinds() {
+    if (!kinds_) {
+        kinds_ = workbench::VoucherKinds::read(*connection_);
+    }
+    return *kinds_;
+}
+
 bool Session::accountOption(const char* name) {
     return asciiUpper(data_.GetAccInfo(*connection_, "GL", name)) == "TRUE";
 }

@@ -6,6 +6,7 @@
 #include "host/terminal/Console.h"
 #include "host/work/HostLogin.h"
 #include "workbench/vouchers/Judge.h"
+#include "workbench/vouchers/VoucherKinds.h"
 #include "z7cashflow/data/DataProvider.h"
 #include "z7cashflow/ports/Connection.h"
 #include "z7cashflow/providers/VoucherProvider.h"
@@ -38,6 +39,9 @@ public:
     /// Finds, compares and explains the rows of vouchers, for every command alike.
     [[nodiscard]] workbench::Judge& judge() noexcept { return *judge_; }
 
+    /// The account's voucher kinds, which are read when they are first asked for. Errors of the database.
+    [[nodiscard]] const workbench::VoucherKinds& kinds();
+
 private:
     [[nodiscard]] bool accountOption(const char* name);
 
@@ -47,6 +51,7 @@ private:
     DataProvider data_;
     VoucherProvider provider_;
     std::optional<workbench::Judge> judge_;
+    std::optional<workbench::VoucherKinds> kinds_;
 };
 
 } // namespace z7::cashflow::host

@@ -1,5 +1,6 @@
 #include "workbench/statement/CashFlowStatement.h"
 
+#include "workbench/forEachRecord.h"
 #include "workbench/statement/statementQueries.h"
 #include "z7cashflow/support/Error.h"
 #include "z7cashflow/support/conversions.h"
@@ -11,15 +12,6 @@ namespace z7::cashflow::workbench {
 namespace {
 
 constexpr std::uint8_t periodsOfYear = 12;
-
-/// Calls a routine for each record of a query.
-template <class Action> void forEachRecord(Connection& connection, const std::string& query, Action&& action) {
-    const auto records = connection.Execute(query);
-    for (; !records->EndOfFile(); records->MoveNext()) {
-        action(records->Fields());
-    }
-    records->Close();
-}
 
 std::string textOf(const FieldList& fields, const char* column) { return toTextOrEmpty(fields.Item(column)); }
 
@@ -65,6 +57,24 @@ std::vector<VoucherFlow> voucherFlows(Connection& connection, const std::string&
     return flows;
 }
 
+bool isInLedger(Connection& connection, std::int16_t year, const VoucherGap& voucher) {
+    bool there = false;
+    forEachRecord(connection, queries::voucherLines(year, voucher.period, voucher.kind, voucher.number),
+                  [&there](const FieldList&) { there = true; });
+    return there;
+}
+
+/// Why the rows do not account for the voucher's cash; readers see that many of them.
+Gap reasonOf(Connection& connection, std::int16_t year, const VoucherGap& voucher, std::int32_t seen) {
+    if (voucher.stored == 0) {
+        return Gap::unallocated;
+    }
+    if (voucher.cash.isZero() && !isInLedger(connection, year, voucher)) {
+        return Gap::voucherMissing;
+    }
+    return seen < voucher.stored ? Gap::hiddenRows : Gap::sumsDiffer;
+}
+
 /// Draws up one statement part by part.
 class Drawing {
 public:
@@ -88,13 +98,13 @@ public:
         }
         formGroups();
         readAccounts();
-        readGaps();
+        result_.gaps = findGaps(connection_, result_.year, result_.firstPeriod, result_.lastPeriod);
         return std::move(result_);
     }
 
 private:
     [[nodiscard]] StatementLine newLine(std::string code, std::string name) const {
-        return {std::move(code), std::move(name), {}, std::vector<Flow>(result_.columns.size()), {}};
+        return {std::move(code), std::move(name), {}, {}, std::vector<Flow>(result_.columns.size()), {}};
     }
 
     [[nodiscard]] std::size_t columnOf(std::uint8_t period) const {
@@ -131,22 +141,37 @@ private:
         });
     }
 
+    /// The group that the request gives an item: the longest code that the item's begins with, else the item's own beginning.
+    [[nodiscard]] std::string groupOf(const std::string& item) const {
+        std::string group;
+        for (const auto& [code, name] : request_.groups) {
+            group = item.starts_with(code) && code.size() > group.size() ? code : group;
+        }
+        return group.empty() ? std::string(leftCharacters(item, 2)) : group;
+    }
+
     void formGroups() {
         std::map<std::string, std::string> names;
         forEachRecord(connection_, queries::itemNames(), [&names](const FieldList& fields) {
             names[textOf(fields, "citemcode")] = textOf(fields, "citemname");
         });
-        for (const StatementLine& item : result_.items) {
-            const std::string code = groupOf(item.code);
-            if (result_.groups.empty() || result_.groups.back().code != code) {
-                const auto name = names.find(code);
-                result_.groups.push_back(newLine(code, name == names.end() ? std::string() : name->second));
-            }
-            StatementLine& group = result_.groups.back();
+        for (const auto& [code, name] : request_.groups) {
+            names[code] = name;
+        }
+        std::map<std::string, StatementLine> groups;
+        for (StatementLine& item : result_.items) {
+            item.group = groupOf(item.code);
+            const auto name = names.find(item.group);
+            StatementLine& group =
+                groups.try_emplace(item.group, newLine(item.group, name == names.end() ? "" : name->second))
+                    .first->second;
             group.total += item.total;
             for (std::size_t column = 0; column < item.columns.size(); ++column) {
                 group.columns[column] += item.columns[column];
             }
+        }
+        for (auto& [code, group] : groups) {
+            result_.groups.push_back(std::move(group));
         }
     }
 
@@ -180,32 +205,6 @@ private:
         }
     }
 
-    void readGaps() {
-        forEachRecord(connection_, queries::gaps(range_), [this](const FieldList& fields) {
-            VoucherGap gap{toByte(fields.Item("iperiod")), toInt16(fields.Item("isignseq")),
-                           toInt32(fields.Item("ino_id")), amountOf(fields, "cash"),
-                           amountOf(fields, "effect"),     toInt32(fields.Item("stored"))};
-            gap.gap = reasonOf(gap, toInt32(fields.Item("seen")));
-            result_.gaps.push_back(gap);
-        });
-    }
-
-    [[nodiscard]] Gap reasonOf(const VoucherGap& voucher, std::int32_t seen) {
-        if (voucher.stored == 0) {
-            return Gap::unallocated;
-        }
-        if (voucher.cash.isZero()) {
-            bool there = false;
-            forEachRecord(connection_,
-                          queries::voucherLines(request_.year, voucher.period, voucher.kind, voucher.number),
-                          [&there](const FieldList&) { there = true; });
-            if (!there) {
-                return Gap::voucherMissing;
-            }
-        }
-        return seen < voucher.stored ? Gap::hiddenRows : Gap::sumsDiffer;
-    }
-
     Connection& connection_;
     const StatementRequest& request_;
     queries::Range range_{};
@@ -219,8 +218,6 @@ Flow& Flow::operator+=(const Flow& other) {
     payments += other.payments;
     return *this;
 }
-
-std::string groupOf(const std::string& itemCode) { return std::string(leftCharacters(itemCode, 2)); }
 
 std::string unknownOpening(Connection& connection, const StatementRequest& request) {
     auto openings = request.openings;
@@ -238,6 +235,21 @@ std::vector<VoucherFlow> vouchersOfAccounts(Connection& connection, const CashFl
     return voucherFlows(connection, queries::accountVouchers(rangeOf(statement)), "ccode", [](const FieldList& fields) {
         return Flow{amountOf(fields, "debit"), amountOf(fields, "credit")};
     });
+}
+
+std::vector<VoucherGap> findGaps(Connection& connection, std::int16_t year, std::uint8_t first, std::uint8_t last) {
+    std::vector<VoucherGap> gaps;
+    std::vector<std::int32_t> seen;
+    forEachRecord(connection, queries::gaps({year, first, last}), [&](const FieldList& fields) {
+        gaps.push_back({toByte(fields.Item("iperiod")), toInt16(fields.Item("isignseq")),
+                        toInt32(fields.Item("ino_id")), amountOf(fields, "cash"), amountOf(fields, "effect"),
+                        toInt32(fields.Item("stored"))});
+        seen.push_back(toInt32(fields.Item("seen")));
+    });
+    for (std::size_t i = 0; i < gaps.size(); ++i) {
+        gaps[i].gap = reasonOf(connection, year, gaps[i], seen[i]);
+    }
+    return gaps;
 }
 
 CashFlowStatement drawUpStatement(Connection& connection, const StatementRequest& request) {

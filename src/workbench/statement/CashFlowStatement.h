@@ -22,6 +22,9 @@ struct StatementRequest {
     bool byCurrency = false;
     /// Balances of cash accounts, by code, from before the first voucher of the ledger.
     std::map<std::string, Amount> openings;
+    /// Names of groups by the beginning of their items' codes, such as "01". An item belongs to the longest code that its own begins
+    /// with; one without such a code belongs to the group of its first two characters.
+    std::map<std::string, std::string> groups;
 };
 
 /// Cash that came in and went out. A payment is a positive amount.
@@ -42,7 +45,8 @@ struct CurrencyFlow {
 /// A line of the statement: one cash-flow item, or one group of items.
 struct StatementLine {
     std::string code;
-    std::string name; ///< empty where no item has the code
+    std::string name;  ///< empty where no item has the code
+    std::string group; ///< code of the item's group; empty for a group and for the total
     Flow total;
     std::vector<Flow> columns;            ///< one for each column of the statement
     std::vector<CurrencyFlow> currencies; ///< by name; only where they were asked for
@@ -98,7 +102,7 @@ struct CashFlowStatement {
     std::uint8_t firstPeriod = 0;
     std::uint8_t lastPeriod = 0;
     std::vector<StatementColumn> columns;
-    std::vector<StatementLine> groups; ///< items by the first two characters of their codes, in the order of the codes
+    std::vector<StatementLine> groups; ///< in the order of their codes
     std::vector<StatementLine> items;  ///< in the order of their codes; items without a row are left out
     StatementLine total;
     std::vector<CashAccount>
@@ -113,9 +117,6 @@ struct CashFlowStatement {
     [[nodiscard]] bool proven() const { return gaps.empty() && difference().isZero(); }
 };
 
-/// The group of an item: the first two characters of its code.
-[[nodiscard]] std::string groupOf(const std::string& itemCode);
-
 /// Draws up the statement from the stored rows that readers of a voucher see. A row's effect on cash is its debit less its credit
 /// if its account is a cash account, and the opposite if not, as when a voucher's rows are compared with its cash. The cash
 /// accounts are those whose lines count as a voucher's cash: flagged as cash, end-level and open in the year; the opening balance
@@ -125,6 +126,11 @@ struct CashFlowStatement {
 /// vouchers. Error 5 if the first period lies after the last or an opening names an account that is not a cash account; error 6 if
 /// a sum is too large; errors of the database as they are.
 [[nodiscard]] CashFlowStatement drawUpStatement(Connection& connection, const StatementRequest& request);
+
+/// The vouchers of some periods of a year whose rows do not account for their cash, in the order of their keys. Errors as
+/// drawUpStatement.
+[[nodiscard]] std::vector<VoucherGap> findGaps(Connection& connection, std::int16_t year, std::uint8_t first,
+                                               std::uint8_t last);
 
 /// The first account of the request's openings whose lines do not count as cash in the year; empty if there is none. Errors of the
 /// database.

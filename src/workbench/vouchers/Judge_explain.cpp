@@ -177,8 +177,12 @@ std::vector<Finding> Judge::differentSums(const Voucher& voucher, const Rows& ro
     const bool none = origin == RowsOrigin::stored && rows->Count() == 0;
     const bool generated = origin == RowsOrigin::generated || none;
     Rows present = rows;
-    if (none) { // the lines that would get no row either
-        ignoringErrors([&] { present = generatedRows(voucher); });
+    Finding lacking = sums; // what the lines have to make up
+    if (none) {             // the lines that would get no row either
+        ignoringErrors([&] {
+            present = generatedRows(voucher);
+            lacking.rowsSum = sumOf(voucher, *present);
+        });
     }
     for (const VoucherLine& line : voucher.lines) {
         const bool hasRow =
@@ -188,7 +192,7 @@ std::vector<Finding> Judge::differentSums(const Voucher& voucher, const Rows& ro
         }
         if (line.state != VoucherLine::Account::counts) {
             findings.push_back(findingOn(kindOf(line.state), line));
-        } else if (line.cash == modPublic::context().bCashCode && helps(line, sums)) {
+        } else if (line.cash == modPublic::context().bCashCode && helps(line, lacking)) {
             findings.push_back(findingOn(generated ? Kind::noTemplate : Kind::lineWithoutRow, line));
         }
     }

@@ -42,6 +42,8 @@ VoucherLine lineOf(const FieldList& fields, bool withoutBudget) {
     VoucherLine line;
     line.number = fields.Item("inid").isNull() ? 0 : toInt32(fields.Item("inid"));
     line.account = toTextOrEmpty(fields.Item("ccode"));
+    line.accountName = toTextOrEmpty(fields.Item("ccode_name"));
+    line.summary = toTextOrEmpty(fields.Item("cdigest"));
     const Variant date = fields.Item("dbill_date");
     line.date = date.isNull() ? std::nullopt : std::optional(toDate(date));
     line.debit = amountOf(fields.Item("md"));
@@ -64,7 +66,7 @@ const VoucherLine* Voucher::line(std::int32_t number) const {
 Voucher readVoucher(Connection& connection, const VoucherKey& key, const std::string& accountingSystem) {
     const auto records = connection.Execute(
         "select v.inid,v.dbill_date,v.ccode,v.md,v.mc,v.citem_class,v.citem_id,c.ccode as known,c.bCashItem,c.bend,"
-        "c.bclose,c.cUserDefineType from gl_accvouch as v left join code as c on c.iyear=v.iyear and c.ccode=v.ccode "
+        "c.bclose,c.cUserDefineType,c.ccode_name,v.cdigest from gl_accvouch as v left join code as c on c.iyear=v.iyear and c.ccode=v.ccode "
         "where " +
         keyCondition(key, "v.") + " order by v.inid");
     const bool withoutBudget = accountingSystem.starts_with(governmentSystem);
@@ -86,7 +88,7 @@ void lockVoucher(Connection& connection, const VoucherKey& key) {
 
 std::vector<StoredRow> readStoredRows(Connection& connection, const VoucherKey& key) {
     const auto records = connection.Execute(
-        "select t.inid,t.ccode,t.cCashItem,t.md,t.mc,i.citemcode as knownItem,c.ccode as knownAccount from "
+        "select t.inid,t.ccode,t.cCashItem,t.md,t.mc,i.citemcode as knownItem,i.citemname,c.ccode as knownAccount from "
         "gl_cashtable as t left join fitemss98 as i on i.citemcode=t.cCashItem left join code as c on "
         "c.iyear=t.iyear and c.ccode=t.ccode where " +
         keyCondition(key, "t.") + " order by t.inid,t.cCashItem,t.md,t.mc");
@@ -97,6 +99,7 @@ std::vector<StoredRow> readStoredRows(Connection& connection, const VoucherKey& 
         row.line = fields.Item("inid").isNull() ? 0 : toInt32(fields.Item("inid"));
         row.account = toTextOrEmpty(fields.Item("ccode"));
         row.item = toTextOrEmpty(fields.Item("cCashItem"));
+        row.itemName = toTextOrEmpty(fields.Item("citemname"));
         row.debit = amountOf(fields.Item("md")).value_or(0.0);
         row.credit = amountOf(fields.Item("mc")).value_or(0.0);
         row.itemKnown = !fields.Item("knownItem").isNull();

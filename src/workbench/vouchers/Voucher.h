@@ -22,6 +22,8 @@ struct VoucherLine {
     };
     std::int32_t number = 0; ///< inid
     std::string account;     ///< such as "100201"
+    std::string accountName; ///< empty if the chart of accounts of the year lacks the account
+    std::string summary;
     std::optional<Date> date;
     std::optional<double> debit;  ///< such as 8800.00; nothing if the amount is missing
     std::optional<double> credit; ///< the same for the credit side
@@ -60,6 +62,7 @@ struct StoredRow {
     std::int32_t line = 0;
     std::string account;
     std::string item;
+    std::string itemName; ///< empty if the item is not known
     double debit = 0.0;
     double credit = 0.0;
     bool itemKnown = true;    ///< fitemss98 has the item

@@ -18,49 +18,72 @@ constexpr std::array<KeyPartOutOfRange, 4> ranges{{
     {Part::number, 0, std::numeric_limits<std::int32_t>::max()},
 }};
 
-/// The four numbers of a key; one that is too large for any part counts as -1. Nothing if the text is not of that form.
-std::optional<std::array<std::int64_t, 4>> partsOf(std::string_view text) {
-    std::array<std::int64_t, 4> parts{};
-    for (std::size_t i = 0; i < parts.size(); ++i) {
-        const bool last = i + 1 == parts.size();
+/// The parts of a written key. A number that is too large for any part counts as -1; a kind that is written as a sign counts as 0.
+struct Parts {
+    std::array<std::int64_t, 4> numbers{};
+    std::string sign;
+};
+
+constexpr std::size_t kindPart = 2;
+
+bool isNumber(std::string_view text) {
+    return std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
+}
+
+/// Nothing if the text is not of that form.
+std::optional<Parts> partsOf(std::string_view text) {
+    Parts parts;
+    for (std::size_t i = 0; i < parts.numbers.size(); ++i) {
+        const bool last = i + 1 == parts.numbers.size();
         const std::size_t length = last ? text.size() : text.find('/');
         if (length == std::string_view::npos || length == 0) {
             return std::nullopt;
         }
-        const std::string_view digits = text.substr(0, length);
-        if (!std::all_of(digits.begin(), digits.end(), [](char c) { return c >= '0' && c <= '9'; })) {
+        const std::string_view part = text.substr(0, length);
+        if (isNumber(part)) {
+            if (std::from_chars(part.data(), part.data() + part.size(), parts.numbers[i]).ec != std::errc{}) {
+                parts.numbers[i] = -1;
+            }
+        } else if (i == kindPart) {
+            parts.sign = part;
+        } else {
             return std::nullopt;
-        }
-        if (std::from_chars(digits.data(), digits.data() + digits.size(), parts[i]).ec != std::errc{}) {
-            parts[i] = -1;
         }
         text.remove_prefix(last ? length : length + 1);
     }
     return parts;
 }
 
-} // namespace
-
-std::optional<KeyPartOutOfRange> keyPartOutOfRange(std::string_view text) {
-    const auto parts = partsOf(text);
-    if (!parts) {
-        return std::nullopt;
-    }
+std::optional<KeyPartOutOfRange> outOfRange(const Parts& parts) {
     for (std::size_t i = 0; i < ranges.size(); ++i) {
-        if ((*parts)[i] < ranges[i].least || (*parts)[i] > ranges[i].most) {
+        if (parts.numbers[i] < ranges[i].least || parts.numbers[i] > ranges[i].most) {
             return ranges[i];
         }
     }
     return std::nullopt;
 }
 
-std::optional<VoucherKey> readVoucherKey(std::string_view text) {
+} // namespace
+
+std::optional<KeyPartOutOfRange> keyPartOutOfRange(std::string_view text) {
     const auto parts = partsOf(text);
-    if (!parts || keyPartOutOfRange(text)) {
+    return parts ? outOfRange(*parts) : std::nullopt;
+}
+
+std::optional<WrittenVoucherKey> readWrittenVoucherKey(std::string_view text) {
+    const auto parts = partsOf(text);
+    if (!parts || outOfRange(*parts)) {
         return std::nullopt;
     }
-    return VoucherKey{static_cast<std::int16_t>((*parts)[0]), static_cast<std::uint8_t>((*parts)[1]),
-                      static_cast<std::int16_t>((*parts)[2]), static_cast<std::int32_t>((*parts)[3])};
+    const auto& numbers = parts->numbers;
+    return WrittenVoucherKey{{static_cast<std::int16_t>(numbers[0]), static_cast<std::uint8_t>(numbers[1]),
+                              static_cast<std::int16_t>(numbers[2]), static_cast<std::int32_t>(numbers[3])},
+                             parts->sign};
+}
+
+std::optional<VoucherKey> readVoucherKey(std::string_view text) {
+    const auto written = readWrittenVoucherKey(text);
+    return written && written->sign.empty() ? std::optional(written->key) : std::nullopt;
 }
 
 std::string voucherKeyText(const VoucherKey& key) {

@@ -21,8 +21,18 @@ struct VoucherKey : cashflow::VoucherKey {
     std::int16_t year = 0;
 };
 
-/// The key that a text holds: four numbers without a sign, in range, between single "/"; nothing for any other text.
+/// The key that a text holds: four plain numbers, in range, between single "/"; nothing for any other text.
 [[nodiscard]] std::optional<VoucherKey> readVoucherKey(std::string_view text);
+
+/// A key as people write it: its kind may be the sign of a kind in place of its number, such as "2024/1/付/5".
+struct WrittenVoucherKey {
+    VoucherKey key;   ///< its kind is 0 where a sign is written
+    std::string sign; ///< the sign; empty where a number is written
+};
+
+/// The written key that a text holds; nothing for any other text, and for one with a number out of its range. Whether there is a kind of
+/// that sign, VoucherKinds knows.
+[[nodiscard]] std::optional<WrittenVoucherKey> readWrittenVoucherKey(std::string_view text);
 
 /// A part of a key that is out of its range.
 struct KeyPartOutOfRange {
@@ -32,7 +42,7 @@ struct KeyPartOutOfRange {
     std::int64_t most = 0;
 };
 
-/// The first such part of a text that is otherwise a key, four numbers between single "/"; nothing for any other text.
+/// The first such part of a text that is otherwise a written key; nothing for any other text.
 [[nodiscard]] std::optional<KeyPartOutOfRange> keyPartOutOfRange(std::string_view text);
 
 /// The text that readVoucherKey reads.

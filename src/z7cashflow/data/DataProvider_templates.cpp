@@ -38,11 +38,15 @@ std::string DataProvider::GetCFItemName(Connection& objCon, const std::string& c
 }
 
 bool DataProvider::GetCashFlowTemplate(Connection& objCon, const std::string& cDataSource, bool bDir, Date /*dDate*/,
-                                       std::string& cItemCode) {
+                                       std::string& cItemCode, std::optional<Date>* dStartDate) {
     const auto result =
         readOnOwnSession(objCon, filled(statements::itemTemplate, modPublic::GetIYear(), cDataSource, bDir));
     const bool found = !result->EndOfFile();
     cItemCode = found ? toText(result->Fields().Item("cItemCode")) : std::string();
+    if (dStartDate != nullptr) {
+        const Variant start = found ? result->Fields().Item("dStartDate") : Variant();
+        *dStartDate = start.isNull() ? std::nullopt : std::optional(toDate(start));
+    }
     result->Close();
     return found;
 }

@@ -19,6 +19,13 @@
 ///
 /// Every thread has its own copy of the context, empty at first. The login must be set before anything else, since no
 /// message has a text without it.
+namespace z7::cashflow {
+
+class CashFlow;
+struct ItemSource;
+
+} // namespace z7::cashflow
+
 namespace z7::cashflow::modPublic {
 
 /// What the thread knows of its user and of the voucher on the screen. Some of it steers later calls by being left
@@ -49,6 +56,9 @@ struct Context {
     std::shared_ptr<DialogFactory> dialogFactory;         ///< windows of the dialog; none by default
     GuidSource guidSource = systemGuidSource();           ///< random bytes of GetGUID
     std::function<void(const std::string&)> debugSink;    ///< takes debug texts; nowhere by default
+    /// Is told of each row that is made from stored rows or voucher lines where its item was found, as soon as the row is in its
+    /// collection. It changes nothing; what it raises reaches the caller. Nobody by default.
+    std::function<void(const CashFlow& row, const ItemSource& source)> itemObserver;
 };
 
 /// The calling thread's context, which lives as long as the thread.

@@ -1,6 +1,7 @@
 #include "z7cashflow/providers/rowGeneration.h"
 
 #include "z7cashflow/data/DataProvider.h"
+#include "z7cashflow/model/ItemSource.h"
 #include "z7cashflow/model/filled.h"
 #include "z7cashflow/model/modPublic.h"
 #include "z7cashflow/statements/settingStatements.h"
@@ -68,26 +69,39 @@ public:
         row->SetValue("dbill_date", dbill_date);
         if (!lacksItem(*row) || modPublic::context().bAutoDisplay) {
             collection_.Add(row);
+            if (isObserved()) {
+                modPublic::context().itemObserver(*row, source_);
+            }
         }
     }
 
 private:
+    [[nodiscard]] static bool isObserved() { return modPublic::context().itemObserver != nullptr; }
+
     // The row's own item, else the user's draft, else the voucher line, else the template of account and side.
     void findItem(CashFlow& row) {
         const Variant debit = row.Item("md");
         const bool bDir = !debit.isNull() && toDouble(debit) != 0.0;
         std::string itemCode;
+        source_ = ItemSource{};
+        source_.kind = ItemSource::Kind::record;
         if (bFromDraft_ && lacksItem(row)) {
             data_.GetCashFlowFromDraft(objCon_, toInt16(row.Item("inid")), itemCode);
             allot(row, itemCode);
+            source_.kind = ItemSource::Kind::draft;
+            source_.user = isObserved() ? modPublic::requiredLogin().UserId() : std::string();
         }
         if (lacksItem(row)) {
             takeItemOfLine(row);
         }
         if (lacksItem(row)) {
-            data_.GetCashFlowTemplate(objCon_, toText(row.Item("ccode")), bDir, toDate(row.Item("dbill_date")),
-                                      itemCode);
+            source_ = {ItemSource::Kind::itemTemplate, {}, toText(row.Item("ccode")), bDir, {}};
+            data_.GetCashFlowTemplate(objCon_, source_.account, bDir, toDate(row.Item("dbill_date")), itemCode,
+                                      isObserved() ? &source_.start : nullptr);
             allot(row, itemCode);
+            if (lacksItem(row)) {
+                source_ = ItemSource{};
+            }
         } else {
             // Names of items change; the row shows the present one.
             row.SetValue("cCashItemName", data_.GetCFItemName(objCon_, toText(row.Item("cCashItem"))));
@@ -123,9 +137,14 @@ private:
         }
         bool holdsItem = true;
         read("ccashitem_id", [&](const Variant& item) { holdsItem = !item.isNull(); });
+        source_ = ItemSource{};
+        source_.kind = ItemSource::Kind::auxiliary;
         if (holdsItem) {
             modPublic::debugText("222");
-            read("ccashitem_id", takeCode);
+            read("ccashitem_id", [&](const Variant& code) {
+                takeCode(code);
+                source_.kind = ItemSource::Kind::line;
+            });
         }
         modPublic::debugText("itemCode:" + itemCode);
         ignoringErrors([&] { row.SetValue("cCashItem", itemCode); });
@@ -138,6 +157,7 @@ private:
     Origin origin_;
     bool bFromDraft_;
     DataProvider data_;
+    ItemSource source_; ///< of the row at hand
 };
 
 // The text of the voucher's kind, read on a session of its own; empty where the kind is unknown.

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "z7cashflow/ports/Connection.h"
+
+#include <string>
+
+namespace z7::cashflow::workbench {
+
+/// Calls a routine with the fields of each record of a query. Errors of the database and of the routine come out.
+template <class Action> void forEachRecord(Connection& connection, const std::string& query, Action&& action) {
+    const auto records = connection.Execute(query);
+    for (; !records->EndOfFile(); records->MoveNext()) {
+        action(records->Fields());
+    }
+    records->Close();
+}
+
+} // namespace z7::cashflow::workbench
