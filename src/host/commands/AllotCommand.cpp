@@ -43,8 +43,8 @@ struct Totals {
     std::array<Count, 4> counts;         ///< by Outcome
     std::vector<VoucherResult> refusals; ///< as many as are to be shown
     std::size_t refusalsKept = refusalsShown;
-    RowCounts kinds;      ///< kept, new, changed and removed rows
-    bool changed = false; ///< a voucher has other rows than before
+    RowCounts kinds;                ///< kept, new, changed and removed rows
+    bool changed = false;           ///< a voucher has other rows than before
     workbench::OpenSummary lacking; ///< what all refused vouchers lack
 
     void add(const VoucherResult& result) {

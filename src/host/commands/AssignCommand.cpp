@@ -57,16 +57,15 @@ private:
         }
         words.insert(words.end(), items_.begin(), items_.end());
         const AccountPlace place = voucher_.database.takeOpen(
-            options, words, [](const std::string& word) { return workbench::readVoucherKey(word).has_value(); });
+            options, words, [](const std::string& word) { return workbench::readWrittenVoucherKey(word).has_value(); });
         constexpr std::array names{"VOUCHER", "LINE", "ITEM"};
         if (words.size() < names.size()) {
             throw Failure(exitCode::usage, HostText::argumentMissing, {names.at(words.size())});
         }
-        const workbench::VoucherKey key = readKey(words[0]);
-        LineWish wish{readLine(words[1]), {}};
-        Session session(place, key.year, options, console);
         voucher_.text = words[0];
-        static_cast<void>(voucher_.find(session));
+        LineWish wish{readLine(words[1]), {}};
+        Session session(place, voucher_.year(), options, console);
+        const workbench::VoucherKey key = voucher_.find(session).key;
         const ItemLookup items(session.connection());
         for (std::size_t i = 2; i < words.size(); i += 2) {
             wish.items.push_back({items.required(words[i]),

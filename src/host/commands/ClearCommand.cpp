@@ -28,8 +28,8 @@ public:
     int run(const GlobalOptions& options, const Console& console) override {
         Output output(console, options);
         const AccountPlace place = voucher_.take(options);
-        const workbench::VoucherKey key = voucher_.key();
-        Session session(place, key.year, options, console);
+        Session session(place, voucher_.year(), options, console);
+        const workbench::VoucherKey key = voucher_.key(session);
         RunLog log(session.connection(), runNote(options, "clear " + voucher_.text));
         Allotment allotment(session.connection(), session.data(), session.provider().Gl(), !dryRun_, &log);
         ChangesOutput shown(output, dryRun_);

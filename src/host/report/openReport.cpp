@@ -55,8 +55,9 @@ HostText lackText(Kind kind) {
     case Kind::sumsDiffer:
         return HostText::lackSums;
     case Kind::rowsNotFound:
-    case Kind::noRowsDocument: // documents are not among stored rows
+    case Kind::noRowsDocument: // these are about documents and undone runs, not about stored rows
     case Kind::otherVoucher:
+    case Kind::changedSince:
         break;
     }
     return HostText::lackReadable;
