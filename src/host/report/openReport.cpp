@@ -55,9 +55,12 @@ HostText lackText(Kind kind) {
     case Kind::sumsDiffer:
         return HostText::lackSums;
     case Kind::rowsNotFound:
-    case Kind::noRowsDocument: // these are about documents and undone runs, not about stored rows
+    case Kind::noRowsDocument: // these are about documents, wishes and undone runs, not about stored rows
     case Kind::otherVoucher:
     case Kind::changedSince:
+    case Kind::lineMissing:
+    case Kind::amountExceedsLine:
+    case Kind::restWithoutItem:
         break;
     }
     return HostText::lackReadable;
