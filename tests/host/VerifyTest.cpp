@@ -1,14 +1,19 @@
 #include "EnvironmentGuard.h"
 #include "RunProgram.h"
 #include "ScratchFolder.h"
+#include "adapters/odbc/accountSchema.h"
 #include "adapters/sqlite/Connection.h"
 #include "adapters/sqlite/database.h"
+#include "z7cashflow/support/Error.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
 #include <fstream>
+#include <functional>
+#include <memory>
+#include <utility>
 
 namespace z7::cashflow::host {
 namespace {
@@ -16,6 +21,31 @@ namespace {
 using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
+
+/// The account's file behind a connection string of a server. The view of the schema version is one that the test lays down.
+class ServerOnFile final : public Connection {
+public:
+    using VersionView = std::function<std::shared_ptr<Recordset>(Connection&, const std::string&)>;
+
+    ServerOnFile(std::string file, VersionView view) : file_(std::move(file)), view_(std::move(view)) {}
+
+    void Open(const std::string&) override { database_.Open(sqlite::connectionString(file_)); }
+    void Close() override { database_.Close(); }
+    [[nodiscard]] ObjectState State() const override { return database_.State(); }
+    [[nodiscard]] std::string ConnectionString() const override { return database_.ConnectionString(); }
+    std::shared_ptr<Recordset> Execute(const std::string& text) override {
+        return text.find("z7_schema_version") == std::string::npos ? database_.Execute(text) : view_(database_, text);
+    }
+    [[nodiscard]] std::shared_ptr<Recordset> CreateRecordset() override { return database_.CreateRecordset(); }
+    void BeginTrans() override { database_.BeginTrans(); }
+    void CommitTrans() override { database_.CommitTrans(); }
+    void RollbackTrans() override { database_.RollbackTrans(); }
+
+private:
+    sqlite::Connection database_;
+    std::string file_;
+    VersionView view_;
+};
 
 /// A small account that agrees in itself, which each test spoils in its own way.
 class VerifyTest : public testing::Test {
@@ -34,6 +64,12 @@ protected:
 
     RunResult init() { return runProgram({"init", file, "--from", tables.path().string()}); }
     [[nodiscard]] RunResult verify() const { return runProgram({"verify", file}); }
+
+    [[nodiscard]] RunResult verifyOnServer(const ServerOnFile::VersionView& view,
+                                           std::vector<std::string> more = {}) const {
+        more.insert(more.begin(), {"verify", "--connect", "Driver={Stand-in};Database=company"});
+        return runProgram(more, [this, &view] { return std::make_unique<ServerOnFile>(file, view); });
+    }
 
     void execute(const std::string& statement) const {
         sqlite::Connection connection;
@@ -58,6 +94,47 @@ TEST_F(VerifyTest, FindsNothingInASoundAccount) {
     EXPECT_EQ(run.out, "The files are sound and the tables agree.\n");
     EXPECT_EQ(runProgram({"verify", "--connect", sqlite::connectionString(file)}).out, run.out);
     EXPECT_EQ(runProgram({"verify", file, "--json"}).out, "{\"holds\":true,\"findings\":[]}\n");
+}
+
+TEST_F(VerifyTest, ComparesTheVersionOfAServersSchema) {
+    init();
+    const auto version = [](int number) {
+        return [number](Connection& database, const std::string&) {
+            return database.Execute("select " + std::to_string(number) +
+                                    " as version from fitemss98 where citemcode=N'0101'");
+        };
+    };
+    const RunResult known = verifyOnServer(version(odbc::accountSchemaVersion));
+    EXPECT_EQ(known.exitCode, 0);
+    EXPECT_EQ(known.err, "");
+    const RunResult newer = verifyOnServer(version(odbc::accountSchemaVersion + 1));
+    EXPECT_EQ(newer.exitCode, 1);
+    EXPECT_EQ(
+        newer.lines()[0],
+        "the account's schema has version 2, but this program works with version 1; use the program of that version");
+    const auto json = nlohmann::json::parse(verifyOnServer(version(0), {"--json"}).out);
+    EXPECT_EQ(json["findings"][0]["kind"], "schema-version");
+    EXPECT_THAT(verifyOnServer(version(0), {"--lang", "zh-CN"}).out,
+                HasSubstr("账套的表结构为第 0 版，而本程序适用第 1 版"));
+}
+
+TEST_F(VerifyTest, RemarksThatAServersSchemaHasNoVersionToRead) {
+    init();
+    const auto missing = [](Connection& database, const std::string& text) { return database.Execute(text); };
+    const auto denied = [](Connection&, const std::string&) -> std::shared_ptr<Recordset> {
+        throw Error(229, "ODBC", "The SELECT permission was denied on the object 'z7_schema_version'.", "42000");
+    };
+    for (const RunResult& run : {verifyOnServer(missing), verifyOnServer(denied)}) {
+        EXPECT_EQ(run.exitCode, 0) << run.out;
+        EXPECT_EQ(run.out, "The files are sound and the tables agree.\n");
+        EXPECT_THAT(run.err, HasSubstr("The schema version was not checked: there is no view z7_schema_version"));
+    }
+    EXPECT_THAT(verifyOnServer(missing, {"--lang", "zh-CN"}).err, HasSubstr("未检查表结构版本"));
+    const auto lost = [](Connection&, const std::string&) -> std::shared_ptr<Recordset> {
+        throw Error(17, "ODBC", "The connection was lost.", "08S01");
+    };
+    EXPECT_EQ(verifyOnServer(lost).exitCode, 3) << "any other error is one of the database";
+    EXPECT_EQ(verify().err, "") << "a file has its version elsewhere";
 }
 
 TEST_F(VerifyTest, TakesTheAccountFromItsOnlyPeriods) {

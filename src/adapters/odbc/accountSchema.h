@@ -11,6 +11,9 @@ namespace z7::cashflow::odbc {
 /// The name of the suite's system database, which all accounts of a server share.
 inline constexpr const char* systemDatabase = "zqsystem";
 
+/// The version of the schema that makeAccountSchema makes; the account's view z7_schema_version says it in its column "version".
+inline constexpr int accountSchemaVersion = 1;
+
 /// The batches of a script, which lines end that say "go" and nothing else, in any letter case. Such a line within a text, a
 /// quoted name or a comment ends none. Batches without a statement are left out. Error 105 or 113 for a quote or a
 /// comment that is not closed.

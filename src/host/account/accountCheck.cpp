@@ -1,5 +1,6 @@
 #include "host/account/accountCheck.h"
 
+#include "adapters/odbc/accountSchema.h"
 #include "adapters/sqlite/integrity.h"
 #include "host/cli/ExitCode.h"
 #include "host/cli/Failure.h"
@@ -21,6 +22,7 @@ namespace {
 
 constexpr std::size_t mostOfAKind = 20;
 constexpr const char* tableMissing = "42S02";
+constexpr int permissionDenied = 229;
 
 /// Findings of one kind, of which only the first are kept.
 class Findings {
@@ -143,6 +145,24 @@ void checkBalances(Connection& connection, std::vector<AccountFinding>& all) {
                   });
 }
 
+/// Compares the version of a server's schema. A file's version is compared when the file is opened.
+void checkVersion(Connection& connection, CheckedAccount& checked) {
+    try {
+        forEachRecord(connection, "select version from z7_schema_version", [&checked](const FieldList& fields) {
+            if (toInt32(fields.Item("version")) != odbc::accountSchemaVersion) {
+                checked.findings.push_back({"schema-version",
+                                            HostText::verifyVersion,
+                                            {text(fields, "version"), std::to_string(odbc::accountSchemaVersion)}});
+            }
+        });
+    } catch (const Error& error) {
+        if (error.sqlState() != tableMissing && error.nativeError() != permissionDenied) {
+            throw;
+        }
+        checked.remark = HostText::verifyNoVersion;
+    }
+}
+
 } // namespace
 
 std::vector<AccountFinding> checkAccount(Connection& connection, const std::string& account, Language language) {
@@ -170,22 +190,22 @@ std::vector<AccountFinding> checkAccount(Connection& connection, const std::stri
     return all;
 }
 
-std::vector<AccountFinding> checkAccount(const AccountPlace& place, const GlobalOptions& options) {
+CheckedAccount checkAccount(const AccountPlace& place, const GlobalOptions& options) {
     const auto file = place.file();
     std::error_code ignored;
     if (file && !std::filesystem::exists(*file, ignored)) {
         throw Failure(exitCode::database, HostText::fileMissing, {file->string()});
     }
-    std::vector<AccountFinding> all;
+    CheckedAccount checked;
     if (file) {
         for (const sqlite::Damage& damage : sqlite::findDamage(*file)) {
-            all.push_back({"damage",
-                           HostText::verifyDamage,
-                           {damage.file.string(), reasonText(options.language, damage.reason)}});
+            checked.findings.push_back({"damage",
+                                        HostText::verifyDamage,
+                                        {damage.file.string(), reasonText(options.language, damage.reason)}});
         }
     }
-    if (!all.empty()) {
-        return all;
+    if (!checked.findings.empty()) {
+        return checked;
     }
     const auto connection = place.makeConnection();
     try {
@@ -195,10 +215,15 @@ std::vector<AccountFinding> checkAccount(const AccountPlace& place, const Global
         throw file ? Failure(exitCode::database, HostText::notADatabase, {file->string(), reason})
                    : Failure(exitCode::database, HostText::notConnected, {reason});
     }
+    if (!file) {
+        checkVersion(*connection, checked);
+    }
     const auto only = options.accountGiven ? std::nullopt : onlyAccount(*connection);
-    all = checkAccount(*connection, only.value_or(options.account), options.language);
+    for (AccountFinding& finding : checkAccount(*connection, only.value_or(options.account), options.language)) {
+        checked.findings.push_back(std::move(finding));
+    }
     connection->Close();
-    return all;
+    return checked;
 }
 
 std::optional<std::string> onlyAccount(Connection& connection) {

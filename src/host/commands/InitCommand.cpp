@@ -69,7 +69,7 @@ public:
 private:
     /// Says what does not agree in tables that were loaded as they are. The account is made all the same.
     static void remarkFindings(Output& output, const AccountPlace& place, const GlobalOptions& options) {
-        const auto findings = checkAccount(place, options);
+        const auto findings = checkAccount(place, options).findings;
         for (const AccountFinding& finding : findings) {
             output.remark(output.text(finding.text, finding.arguments));
         }

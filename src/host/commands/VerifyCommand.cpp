@@ -25,7 +25,7 @@ public:
 
     int run(const GlobalOptions& options, const Console& console) override {
         Output output(console, options);
-        const auto findings = checkAccount(database_.take(options), options);
+        const auto [findings, remark] = checkAccount(database_.take(options), options);
         if (output.json()) {
             nlohmann::ordered_json list = nlohmann::ordered_json::array();
             for (const AccountFinding& finding : findings) {
@@ -40,6 +40,9 @@ public:
                                          : output.text(HostText::verifyFindings, {std::to_string(findings.size())}));
         }
         output.flush();
+        if (remark) {
+            output.remark(output.text(*remark));
+        }
         return findings.empty() ? exitCode::done : exitCode::refused;
     }
 

@@ -753,6 +753,20 @@ constexpr std::array<HostTextEntry, static_cast<std::size_t>(T::count)> texts{
                   "Examples:\n  z7cf voucher-xml company.db bonus-voucher.xml\n  z7cf voucher-xml company.db "
                   "sales-voucher.xml --year 2024 --xml"},
     HostTextEntry{T::examplesSampleXml, "例：\n  z7cf sample-xml documents", "Examples:\n  z7cf sample-xml documents"},
+    HostTextEntry{
+        T::findingNoLedgerVoucher,
+        "{1} 年的总账（gl_accvouch）中没有外部凭证号为“{0}”的有效凭证，现金流量行无凭证可归；请先在总账中生成该凭证，"
+        "或更正外部凭证号（coutno_id）或年度。",
+        "The ledger has no valid voucher with the outside key {0} in {1} for the rows to belong to; post it to "
+        "gl_accvouch first, or correct the key (coutno_id) or the year."},
+    HostTextEntry{T::verifyVersion, "账套的表结构为第 {0} 版，而本程序适用第 {1} 版；请换用相应版本的程序",
+                  "the account's schema has version {0}, but this program works with version {1}; use the program of "
+                  "that version"},
+    HostTextEntry{
+        T::verifyNoVersion,
+        "未检查表结构版本：读不到视图 z7_schema_version；账套建于记录版本之前，或该登录没有查询权限。",
+        "The schema version was not checked: there is no view z7_schema_version that this login can read. The "
+        "account was made before versions were kept, or the right to select is missing."},
 };
 
 static_assert([] {

@@ -442,6 +442,9 @@ enum class HostText {
     examplesOutside,
     examplesVoucherXml,
     examplesSampleXml,
+    findingNoLedgerVoucher,
+    verifyVersion,
+    verifyNoVersion,
     count ///< the number of texts, no text itself
 };
 
