@@ -243,6 +243,40 @@ TEST_F(XmlCommandsTest, OutsideSaveRefusesADocumentThatIsNotOneOfRows) {
     EXPECT_EQ(number(rowsOfInvoice), 1);
 }
 
+// Without a ledger voucher the rows of all such vouchers would share one place, and each save would replace the one before.
+TEST_F(XmlCommandsTest, OutsideSaveRefusesAVoucherThatTheLedgerDoesNotHave) {
+    ASSERT_EQ(outside("save", "sales_voucher", invoice).exitCode, 0);
+    execute("update sales_voucher set coutno_id=N'AR-2024-0999'");
+    const std::string rows = "select count(*) from gl_cashtable where iYear=2024";
+    const std::int32_t before = number(rows);
+    const RunResult refused = outside("save", "sales_voucher", "AR-2024-0999", {"--json"});
+    EXPECT_EQ(refused.exitCode, 1);
+    const Json json = Json::parse(refused.out);
+    EXPECT_EQ(json.at("outcome"), "refused");
+    EXPECT_EQ(json.at("rows"), 0);
+    EXPECT_EQ(json.at("error").at("number"), 10026);
+    EXPECT_EQ(json.at("error").at("findings")[0].at("kind"), "no-ledger-voucher");
+    EXPECT_EQ(json.at("error").at("findings")[0].at("voucher"), "AR-2024-0999");
+    EXPECT_THAT(outside("save", "sales_voucher", "AR-2024-0999").err,
+                HasSubstr("no valid voucher with the outside key AR-2024-0999 in 2024"));
+    EXPECT_THAT(outside("save", "sales_voucher", "AR-2024-0999", {"--lang", "zh-CN"}).err,
+                HasSubstr("2024 年的总账（gl_accvouch）中没有外部凭证号为“AR-2024-0999”的有效凭证"));
+    EXPECT_EQ(number(rows), before);
+    EXPECT_EQ(number(rowsOfInvoice), 1) << "the rows of the other voucher are left alone";
+}
+
+TEST_F(XmlCommandsTest, OutsideSaveRefusesAVoucherThatTheLedgerHasVoidedOrHasInAnotherYear) {
+    const std::string rows = "select count(*) from gl_cashtable";
+    const std::int32_t before = number(rows);
+    EXPECT_EQ(runProgram({"outside", "save", database.string(), "sales_voucher", invoice, "--year", "2023"}).exitCode,
+              1);
+    execute("update gl_accvouch set iflag=1 where coutno_id=N'AR-2024-0301'");
+    const RunResult voided = outside("save", "sales_voucher", invoice, {"--json"});
+    EXPECT_EQ(voided.exitCode, 1);
+    EXPECT_EQ(Json::parse(voided.out).at("error").at("number"), 10026);
+    EXPECT_EQ(number(rows), before);
+}
+
 TEST_F(XmlCommandsTest, SampleXmlWritesDocumentsThatTheOtherCommandsTake) {
     const std::filesystem::path folder = scratch.path() / "documents";
     const RunResult written = runProgram({"sample-xml", folder.string(), "--json"});

@@ -105,6 +105,7 @@ constexpr std::array kindWords{
     std::pair{Kind::lineMissing, "line-missing"},
     std::pair{Kind::amountExceedsLine, "amount-exceeds-line"},
     std::pair{Kind::restWithoutItem, "rest-without-item"},
+    std::pair{Kind::noLedgerVoucher, "no-ledger-voucher"},
 };
 
 constexpr std::array originWords{

@@ -128,6 +128,8 @@ std::string Words::of(const Finding& finding) const {
         return lineText(HostText::findingRestWithoutItem, finding);
     case Kind::changedSince:
         return text(HostText::findingChangedSince, {std::to_string(finding.run)});
+    case Kind::noLedgerVoucher:
+        return text(HostText::findingNoLedgerVoucher, {finding.voucher, std::to_string(finding.year)});
     }
     return {};
 }

@@ -3,16 +3,41 @@
 #include "workbench/vouchers/Transaction.h"
 #include "workbench/vouchers/rowsDocument.h"
 #include "z7cashflow/model/modPublic.h"
+#include "z7cashflow/support/errorNumbers.h"
 
 namespace z7::cashflow::workbench {
 
-// Rows are stored under the number of the ledger voucher, so that is the one to keep other desks from.
-Voucher OutsideAllotment::lockLedgerVoucher(std::int16_t year, const std::string& key) {
-    VoucherKey ledger{year, 0, 0, 0};
-    Date date = Date::none();
-    data_.GetVoucherKeyFromOut_id(connection_, key, ledger.period, ledger.kind, ledger.number, date);
-    lockVoucher(connection_, ledger);
-    return judge_.read(ledger);
+namespace {
+
+Refusal noLedgerVoucher(std::int16_t year, const std::string& key) {
+    Finding finding;
+    finding.kind = Finding::Kind::noLedgerVoucher;
+    finding.voucher = key;
+    finding.year = year;
+    return ownRefusal(errors::noLedgerVoucher, {finding});
+}
+
+} // namespace
+
+std::optional<VoucherKey> OutsideAllotment::ledgerVoucher(std::int16_t year, const std::string& key) {
+    const DatedVoucherKey found = data_.ledgerVoucherOf(connection_, {key});
+    if (found.date == Date::none()) {
+        return std::nullopt;
+    }
+    return VoucherKey(year, found.key.period, found.key.kind, found.key.number);
+}
+
+// Rows are stored under the number of the ledger voucher, so that is the one to keep other desks from. Until the lock is there another
+// desk may give the voucher another number or remove it, so it is looked for again.
+std::optional<Voucher> OutsideAllotment::lockLedgerVoucher(std::int16_t year, const std::string& key) {
+    std::optional<VoucherKey> locked;
+    for (auto found = ledgerVoucher(year, key); found != locked; found = ledgerVoucher(year, key)) {
+        locked = found;
+        if (locked) {
+            lockVoucher(connection_, *locked);
+        }
+    }
+    return locked ? std::optional(judge_.read(*locked)) : std::nullopt;
 }
 
 OutsideResult OutsideAllotment::save(std::int16_t year, const std::string& table, const std::string& key,
@@ -31,7 +56,11 @@ OutsideResult OutsideAllotment::save(std::int16_t year, const std::string& table
                 return refusal;
             }
             modPublic::SetIYear(year); // the outside contract leaves the year to its host
-            const Voucher voucher = lockLedgerVoucher(year, key);
+            const std::optional<Voucher> ledger = lockLedgerVoucher(year, key);
+            if (!ledger) {
+                return noLedgerVoucher(year, key);
+            }
+            const Voucher& voucher = *ledger;
             cash = data_.HaveCashFlowCodeInVoucher2(connection_, table, key);
             const auto before = readRowImages(connection_, voucher.key);
             if (log_ != nullptr && !before.empty()) {

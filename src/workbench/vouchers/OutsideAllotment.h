@@ -30,12 +30,14 @@ public:
           log_(log != nullptr && log->available() ? log : nullptr) {}
 
     /// Stores the rows of a collection document in place of those of a voucher of that year; an empty document stands for the stored
-    /// rows or, where there are none, for generated ones.
+    /// rows or, where there are none, for generated ones. Refused where the ledger has no voucher with this key in the year, because
+    /// rows belong to a ledger voucher.
     [[nodiscard]] OutsideResult save(std::int16_t year, const std::string& table, const std::string& key,
                                      std::string document);
 
 private:
-    [[nodiscard]] Voucher lockLedgerVoucher(std::int16_t year, const std::string& key);
+    [[nodiscard]] std::optional<VoucherKey> ledgerVoucher(std::int16_t year, const std::string& key);
+    [[nodiscard]] std::optional<Voucher> lockLedgerVoucher(std::int16_t year, const std::string& key);
 
     Connection& connection_;
     DataProvider& data_;

@@ -40,7 +40,8 @@ struct Finding {
         changedSince,     ///< run: the rows are no longer those that this run left
         lineMissing,      ///< line: the voucher has no such line
         amountExceedsLine, ///< line, account, debit, amount: what was assigned is more than the line's amount, 0, or against its sign
-        restWithoutItem ///< line, account, debit, amount: so much of the line is left over and has no item
+        restWithoutItem, ///< line, account, debit, amount: so much of the line is left over and has no item
+        noLedgerVoucher  ///< voucher, year: the ledger has no valid voucher with this outside key in the year
     };
     Kind kind = Kind::voucherGone;
     std::int32_t line = 0; ///< number of the entry line, inid
@@ -59,7 +60,7 @@ struct Finding {
     std::int32_t run = 0;
 };
 
-/// Why a voucher was refused: 10008 to 10023, or the error of a conversion, a document or a statement that concerns this voucher
+/// Why a voucher was refused: 10008 to 10026, or the error of a conversion, a document or a statement that concerns this voucher
 /// alone.
 struct Refusal {
     Error error; ///< as it was raised; a refusal of the program's own has no description

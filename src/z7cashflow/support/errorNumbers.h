@@ -43,6 +43,7 @@ inline constexpr int rowsNotReadable = 10022; ///< stored rows that no reader fi
 inline constexpr int foreignDocument = 10023; ///< a document that holds no rows, or those of another voucher
 inline constexpr int changedSince = 10024;    ///< rows that are no longer what a run left, so that it cannot be undone
 inline constexpr int cannotAssign = 10025;    ///< a line that is not there, or an amount that it cannot take
+inline constexpr int noLedgerVoucher = 10026; ///< an outside voucher that the ledger does not have
 
 // What a server of the suite answers, and the embedded database in its place.
 inline constexpr int unspecified = -2147467259; ///< a driver that gives no number of its own
