@@ -1,8 +1,10 @@
 """z7cf edit as an accountant uses it: the dialog with its rules, over the sample company, by keys and clicks."""
 
+import contextlib
 import json
 import pathlib
 import re
+import sqlite3
 import subprocess
 import tempfile
 
@@ -231,6 +233,20 @@ def an_outside_voucher_is_edited_and_saved(screen, program):
     window.keys("F6")
     ended(window)
     assert any("1" in line and "AR-2024-0301" in line for line in window.log), window.log
+
+
+def an_outside_voucher_is_not_saved_when_its_item_is_gone(screen, program):
+    company = Company(screen, program)
+    window = company.edit("--outside", "sales_voucher", "AR-2024-0301")
+    window.until(row="1", rows="2")
+    assert "|0101|" in window.state["cells"], window.state["cells"]
+    with contextlib.closing(sqlite3.connect(company.file)) as desk, desk:
+        desk.create_collation("z7_text", lambda a, b: (a > b) - (a < b))  # item codes are plain digits here
+        desk.execute("delete from fitemss98 where citemcode='0101'")
+    window.keys("F6")
+    equal(window.until_ended(), 1)
+    assert "there is no cash-flow item 0101" in window.error_text(), window.error_text()
+    equal(company.rows("2024/3/1/2"), [])
 
 
 def a_voucher_without_cash_gets_a_message_in_place_of_the_dialog(screen, program):
