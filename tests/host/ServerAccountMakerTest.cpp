@@ -72,7 +72,7 @@ TEST_F(ServerAccountMakerTest, MakesAnEmptyAccountStatementByStatement) {
     const ServerAccount account = make();
     EXPECT_EQ(account.database, "company");
     EXPECT_EQ(account.loaded.tables, 0);
-    EXPECT_EQ(server.content.at("company").size(), 16U) << "twelve tables and four views";
+    EXPECT_EQ(server.content.at("company").size(), 17U) << "twelve tables and five views";
     EXPECT_EQ(server.content.at("zqsystem").size(), 1U);
     std::vector<std::string> steps;
     for (const std::string& event : server.journal()) {
@@ -82,24 +82,24 @@ TEST_F(ServerAccountMakerTest, MakesAnEmptyAccountStatementByStatement) {
     }
     EXPECT_THAT(
         steps,
-        ElementsAre("open company", "create database [zqsystem]", "begin", "create table gl_accvouch (",
-                    "create index gl_accvouch_iyear_ino_id_inid on gl_accvouch (iyear, ino_id, inid);",
-                    "create index gl_accvouch_coutno_id_iyear on gl_accvouch (coutno_id, iyear);",
-                    "create table gl_cashtable (",
-                    "create index gl_cashtable_iYear_iPeriod_iSignSeq_iNo_id_inid on gl_cashtable (iYear, iPeriod, "
-                    "iSignSeq, iNo_id, inid);",
-                    "create table code (", "create table fitemss98 (", "create table GL_CashItemDataSource (",
-                    "create index GL_CashItemDataSource_iyear_cDataSource_bdir on GL_CashItemDataSource (iyear, "
-                    "cDataSource, bdir);",
-                    "create table GL_VouchDraft (", "create table GL_VoucherOption (", "create table GL_myoutput (",
-                    "create table accinformation (", "create table dsign (",
-                    "create index dsign_isignseq on dsign (isignseq);", "create view gl_v_accvouch as",
-                    "create view gl_v_code as", "create view gl_v_cashtable as",
-                    "create view GL_V_CashItemDataSource as", "create table z7_run (",
-                    "create index z7_run_cToken on z7_run (cToken);", "create table z7_run_row (",
-                    "create index z7_run_row_iRun_iYear_iPeriod_iSignSeq_iNo_id on z7_run_row (iRun, iYear, iPeriod, "
-                    "iSignSeq, iNo_id);",
-                    "use [zqsystem]", "create table ua_period (", "use [company]", "commit"));
+        ElementsAre(
+            "open company", "create database [zqsystem]", "begin", "create table gl_accvouch (",
+            "create index gl_accvouch_iyear_ino_id_inid on gl_accvouch (iyear, ino_id, inid);",
+            "create index gl_accvouch_coutno_id_iyear on gl_accvouch (coutno_id, iyear);",
+            "create table gl_cashtable (",
+            "create index gl_cashtable_iYear_iPeriod_iSignSeq_iNo_id_inid on gl_cashtable (iYear, iPeriod, "
+            "iSignSeq, iNo_id, inid);",
+            "create table code (", "create table fitemss98 (", "create table GL_CashItemDataSource (",
+            "create index GL_CashItemDataSource_iyear_cDataSource_bdir on GL_CashItemDataSource (iyear, "
+            "cDataSource, bdir);",
+            "create table GL_VouchDraft (", "create table GL_VoucherOption (", "create table GL_myoutput (",
+            "create table accinformation (", "create table dsign (", "create index dsign_isignseq on dsign (isignseq);",
+            "create view gl_v_accvouch as", "create view gl_v_code as", "create view gl_v_cashtable as",
+            "create view GL_V_CashItemDataSource as", "create view z7_schema_version as select 1 as version;",
+            "create table z7_run (", "create index z7_run_cToken on z7_run (cToken);", "create table z7_run_row (",
+            "create index z7_run_row_iRun_iYear_iPeriod_iSignSeq_iNo_id on z7_run_row (iRun, iYear, iPeriod, "
+            "iSignSeq, iNo_id);",
+            "use [zqsystem]", "create table ua_period (", "use [company]", "commit"));
 }
 
 TEST_F(ServerAccountMakerTest, FillsItWithTheSampleCompany) {
@@ -120,7 +120,7 @@ TEST_F(ServerAccountMakerTest, FillsItWithTheSampleCompany) {
 TEST_F(ServerAccountMakerTest, MakesTheDatabaseThatIsNamedAndNotThere) {
     server.content.erase("company");
     EXPECT_EQ(make(few).database, "company");
-    EXPECT_EQ(server.content.at("company").size(), 16U);
+    EXPECT_EQ(server.content.at("company").size(), 17U);
     EXPECT_THAT(journalOf("open "), ElementsAre("open company", "open master", "open company"));
     EXPECT_THAT(journalOf("create database"), SizeIs(2));
 }
@@ -196,7 +196,7 @@ TEST_F(ServerAccountMakerTest, AnAccountThatIsThereStaysAsItIs) {
         refusal(exitCode::usage, few),
         "Database company holds gl_accvouch, gl_cashtable, code, fitemss98, GL_CashItemDataSource, "
         "GL_VouchDraft, GL_VoucherOption, GL_myoutput, accinformation, dsign, gl_v_accvouch, gl_v_code, "
-        "gl_v_cashtable, GL_V_CashItemDataSource, z7_run, z7_run_row already, and nothing was changed; choose another database, or "
+        "gl_v_cashtable, GL_V_CashItemDataSource, z7_schema_version, z7_run, z7_run_row already, and nothing was changed; choose another database, or "
         "take them away first");
     EXPECT_THAT(journalOf("begin"), SizeIs(1)) << "of the first time";
     server.content["other"]["code"];
