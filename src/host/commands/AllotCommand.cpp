@@ -20,6 +20,7 @@
 #include <nlohmann/json.hpp>
 
 #include <array>
+#include <functional>
 #include <optional>
 
 namespace z7::cashflow::host {
@@ -28,6 +29,7 @@ using workbench::Allotment;
 using workbench::Assignment;
 using workbench::Outcome;
 using workbench::RunLog;
+using workbench::VoucherHead;
 using workbench::VoucherResult;
 
 namespace {
@@ -88,71 +90,91 @@ public:
         if (vouchers.empty()) {
             output.remark(output.text(HostText::noVouchers));
         }
-        ChangesReport report(output.language());
-        Totals totals;
-        totals.refusalsKept = all_ ? vouchers.size() : refusalsShown;
         RunLog log(session.connection(), runNote(options, commandText()));
         StopSignals signals;
-        std::size_t done = 0;
+        Progress progress{ChangesReport(output.language()), {}, 0};
+        progress.totals.refusalsKept = all_ ? vouchers.size() : refusalsShown;
         std::optional<Error> failure;
         try {
             ProgressBar bar(console.err, output.text(HostText::progress), vouchers.size(),
                             console.errorsOnTerminal && !options.quiet && !options.json, console.errorColumns);
-            Allotment allotment(session.connection(), session.data(), session.provider().Gl(), !dryRun_, &log);
             bar.update(0);
-            // On the embedded file a whole run waits for the disk once, at its end, and not at every voucher.
-            std::optional<sqlite::RelaxedCommits> relaxed;
-            if (auto* embedded = dynamic_cast<sqlite::Connection*>(&session.connection()); embedded != nullptr) {
-                relaxed.emplace(*embedded);
-            }
-            Assignment assignment(session.connection(), session.data(), session.provider().Gl(), allotment);
-            const auto save = [&](const workbench::VoucherKey& key) {
-                return generation_.save(allotment, assignment, key);
-            };
-            Allotment::saveAll(
-                vouchers, save, [&signals] { return signals.requested(); },
-                [&](const VoucherResult& result) {
-                    totals.add(result);
-                    bar.update(++done);
-                    if (dryRun_) {
-                        report.add(result.key, result.changes);
-                    }
-                    if (output.json()) {
-                        nlohmann::ordered_json json = resultJson(result, options.language);
-                        addChangesJson(json, result, dryRun_);
-                        json["sign"] = kinds.sign(result.key.kind);
-                        output.line(jsonText(json));
-                        output.flush(); // who reads along sees each voucher when it is done
-                    }
-                });
-            if (relaxed) {
-                relaxed->finish();
-            }
-        } catch (const Error& error) { // the database fails; what was done before stays done and is told
+            saveVouchers(session, vouchers, log, signals, [&](const VoucherResult& result) {
+                take(result, progress, kinds, output);
+                bar.update(++progress.done);
+            });
+        } catch (const Error& error) { // the database fails; what was done before stays done and is reported
             failure = error;
         }
         if (!output.json()) {
-            if (!report.table().empty()) {
-                output.table(report.table().forTerminal());
+            if (!progress.report.table().empty()) {
+                output.table(progress.report.table().forTerminal());
                 output.line("");
             }
-            printTotals(output, totals, kinds);
+            printTotals(output, progress.totals, kinds);
         }
         output.flush();
-        tellRun(output, log, !dryRun_ && totals.changed);
+        tellRun(output, log, !dryRun_ && progress.totals.changed);
         if (failure) {
-            output.remark(output.text(HostText::stopped, {kinds.keyText(vouchers.at(done).key),
-                                                          std::to_string(vouchers.size()), std::to_string(done)}));
+            if (progress.done < vouchers.size()) { // else only the wait for the disk failed
+                output.remark(
+                    output.text(HostText::stopped, {kinds.keyText(vouchers.at(progress.done).key),
+                                                    std::to_string(vouchers.size()), std::to_string(progress.done)}));
+            }
             throw Error(*failure);
         }
-        if (signals.received() != 0 && done < vouchers.size()) {
-            output.remark(output.text(HostText::interrupted, {std::to_string(done), std::to_string(vouchers.size())}));
+        if (signals.received() != 0 && progress.done < vouchers.size()) {
+            output.remark(
+                output.text(HostText::interrupted, {std::to_string(progress.done), std::to_string(vouchers.size())}));
             return exitCode::signalBase + signals.received();
         }
-        return totals.refused() > 0 ? exitCode::refused : exitCode::done;
+        return progress.totals.refused() > 0 ? exitCode::refused : exitCode::done;
     }
 
 private:
+    /// What a run has done so far.
+    struct Progress {
+        ChangesReport report;
+        Totals totals;
+        std::size_t done;
+    };
+
+    /// Saves the vouchers one after the other until a stop is requested, and passes each result on.
+    void saveVouchers(Session& session, const std::vector<VoucherHead>& vouchers, RunLog& log, StopSignals& signals,
+                      const std::function<void(const VoucherResult&)>& take) const {
+        Allotment allotment(session.connection(), session.data(), session.provider().Gl(), !dryRun_, &log);
+        Assignment assignment(session.connection(), session.data(), session.provider().Gl(), allotment);
+        // On the embedded file a whole run waits for the disk once, at its end, and not at every voucher.
+        std::optional<sqlite::RelaxedCommits> relaxed;
+        if (auto* embedded = dynamic_cast<sqlite::Connection*>(&session.connection()); embedded != nullptr) {
+            relaxed.emplace(*embedded);
+        }
+        const auto save = [&](const workbench::VoucherKey& key) {
+            return generation_.save(allotment, assignment, key);
+        };
+        Allotment::saveAll(
+            vouchers, save, [&signals] { return signals.requested(); }, take);
+        if (relaxed) {
+            relaxed->finish();
+        }
+    }
+
+    /// Counts a voucher's result, and shows it where a reader follows voucher by voucher.
+    void take(const VoucherResult& result, Progress& progress, const workbench::VoucherKinds& kinds,
+              Output& output) const {
+        progress.totals.add(result);
+        if (dryRun_) {
+            progress.report.add(result.key, result.changes);
+        }
+        if (output.json()) {
+            nlohmann::ordered_json json = resultJson(result, output.language());
+            addChangesJson(json, result, dryRun_);
+            json["sign"] = kinds.sign(result.key.kind);
+            output.line(jsonText(json));
+            output.flush(); // who reads along sees each voucher when it is done
+        }
+    }
+
     /// The words of the command for the log.
     [[nodiscard]] std::string commandText() const {
         return "allot --year " + period_.yearArgument.text +

@@ -253,8 +253,7 @@ TEST(OdbcDriver, ServerThatDoesNotAnswerIsAnError) {
 TEST(OdbcDriver, DataSourceThatIsNotSetUpIsNamed) {
     Connection connection;
     const Error error = errorOf([&] { connection.Open("DSN=no_such_source;Database=sesame1;UID=u;PWD=sesame"); });
-    EXPECT_NE(error.description().find("dsn=no_such_source, database=***1"), std::string::npos)
-        << error.description();
+    EXPECT_NE(error.description().find("dsn=no_such_source, database=***1"), std::string::npos) << error.description();
 }
 
 TEST(OdbcServer, LockOfAnotherDeskHasItsStateWhateverTheServersNumber) {
