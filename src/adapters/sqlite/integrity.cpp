@@ -26,15 +26,11 @@ void readThrough(const Handle& handle, const std::filesystem::path& file, std::v
 
 void readThrough(const std::filesystem::path& file, std::vector<Damage>& damages) {
     try {
-        try {
-            readThrough(openHandle(file, SQLITE_OPEN_READONLY), file, damages);
-        } catch (const Error& error) {
-            if ((error.number() & 0xFF) != SQLITE_CANTOPEN) {
-                throw;
-            }
-            readThrough(openUnlocked(file), file, damages); // nothing can be written beside it
-        }
+        readThrough(openToRead(file), file, damages);
     } catch (const Error& error) {
+        if (error.why().reason == SqliteReason::logLeftBehind) {
+            throw; // the file may be sound
+        }
         damages.push_back({file, error.asCause()});
     }
 }

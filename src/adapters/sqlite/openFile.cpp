@@ -167,6 +167,10 @@ Handle openUnlocked(const fs::path& file) {
     return openNamed(unlockedUri(file), file, SQLITE_OPEN_READONLY | SQLITE_OPEN_URI);
 }
 
+Handle openToRead(const fs::path& file) {
+    return probe(file).unlocked ? openUnlocked(file) : openHandle(file, SQLITE_OPEN_READONLY);
+}
+
 void attach(sqlite3* handle, const fs::path& file, const char* name) {
     attachNamed(handle, plainName(file), file, name);
 }

@@ -18,8 +18,12 @@ class TempDatabase;
 /// Opens a file with flags of the database library, SQLITE_OPEN_READWRITE and the like. An Error names the file.
 [[nodiscard]] Handle openHandle(const std::filesystem::path& file, int flags);
 
-/// Opens a file for reading as it stands, without its log and without locks. An Error names the file.
+/// Opens a file for reading as it is, without its log and without locks. An Error names the file.
 [[nodiscard]] Handle openUnlocked(const std::filesystem::path& file);
+
+/// Opens a file for reading, without locks where nothing can be written beside it and no log is there. An Error names the file;
+/// one of its own says that there is a log which only a user with more rights can read.
+[[nodiscard]] Handle openToRead(const std::filesystem::path& file);
 
 /// Attaches a file to a handle under a name. An Error names the file.
 void attach(sqlite3* handle, const std::filesystem::path& file, const char* name);

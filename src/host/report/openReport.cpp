@@ -55,6 +55,7 @@ HostText lackText(Kind kind) {
     case Kind::sumsDiffer:
         return HostText::lackSums;
     case Kind::rowsNotFound:
+    case Kind::noLedgerVoucher:
     case Kind::noRowsDocument: // these are about documents, wishes and undone runs, not about stored rows
     case Kind::otherVoucher:
     case Kind::changedSince:

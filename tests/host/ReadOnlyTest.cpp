@@ -1,0 +1,118 @@
+// Commands that only read need no right to write, neither to the account's files nor to their folder.
+
+#include "EnvironmentGuard.h"
+#include "RunProgram.h"
+#include "ScratchFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <functional>
+#include <string>
+#include <sys/wait.h>
+#include <unistd.h>
+#include <vector>
+
+namespace z7::cashflow::host {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// Runs an action as a user whom permissions bind, in a process of its own. Returns the action's text.
+std::string withoutRights(const std::function<std::string()>& action) {
+    int ends[2];
+    if (pipe(ends) != 0) {
+        return "no pipe";
+    }
+    const pid_t child = fork();
+    if (child == 0) {
+        constexpr uid_t nobody = 65534;
+        const bool bound = geteuid() != 0 || (setresgid(nobody, nobody, 0) == 0 && setresuid(nobody, nobody, 0) == 0);
+        const std::string text = bound ? action() : "cannot become another user";
+        _exit(write(ends[1], text.data(), text.size()) < 0 ? 1 : 0);
+    }
+    close(ends[1]);
+    std::string text;
+    char part[4096];
+    for (ssize_t size = 0; (size = read(ends[0], part, sizeof part)) > 0;) {
+        text.append(part, static_cast<std::size_t>(size));
+    }
+    close(ends[0]);
+    waitpid(child, nullptr, 0);
+    return text;
+}
+
+class ReadOnlyTest : public testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_EQ(runProgram({"init", file(), "--sample", "--quiet"}).exitCode, 0);
+        ASSERT_EQ(runProgram({"allot", file(), "--year", "2024", "--period", "1-7", "--quiet"}).exitCode, 1);
+        for (const auto& entry : fs::directory_iterator(folder.path())) {
+            fs::permissions(entry.path(), fs::perms::owner_read | fs::perms::group_read | fs::perms::others_read);
+        }
+        fs::permissions(folder.path(), fs::perms::owner_read | fs::perms::owner_exec | fs::perms::others_read |
+                                           fs::perms::others_exec);
+    }
+    void TearDown() override { fs::permissions(folder.path(), fs::perms::owner_all); }
+
+    [[nodiscard]] std::string file() const { return (folder.path() / "company.db").string(); }
+    [[nodiscard]] std::vector<std::string> files() const {
+        std::vector<std::string> names;
+        for (const auto& entry : fs::directory_iterator(folder.path())) {
+            names.push_back(entry.path().filename().string());
+        }
+        return names;
+    }
+
+    EnvironmentGuard language{"LC_ALL", "C"};
+    EnvironmentGuard home{"HOME", "/nonexistent"};
+    EnvironmentGuard config{"XDG_CONFIG_HOME", nullptr};
+    EnvironmentGuard connect{"Z7CF_CONNECT", nullptr};
+    ScratchFolder folder;
+};
+
+TEST_F(ReadOnlyTest, EveryReadingCommandAnswersAsWithRights) {
+    const std::vector<std::vector<std::string>> commands{
+        {"statement", file(), "--year", "2024"},
+        {"statement", file(), "--year", "2024", "--by", "month", "--by-currency", "--csv"},
+        {"vouchers", file(), "--year", "2024", "--period", "6"},
+        {"vouchers", file(), "--year", "2024", "--period", "6-7", "--open"},
+        {"vouchers", file(), "--year", "2024", "--period", "7", "--open", "--group"},
+        {"vouchers", file(), "--year", "2024", "--period", "7", "--open", "--lines", "--csv"},
+        {"voucher", file(), "2024/6/付/10"},
+        {"rows", file(), "2024/6/2/10", "--why"},
+        {"rows", file(), "2024/7/2/2", "--generate", "--why"},
+        {"check", file(), "2024/6/2/10"},
+        {"items", file()},
+        {"accounts", file(), "--year", "2024"},
+        {"templates", file(), "--year", "2024"},
+        {"kinds", file()},
+        {"verify", file()},
+        {"log", file()},
+        {"outside", "check", file(), "sales_voucher", "AR-2024-0301", "--year", "2024"}};
+    std::string expected;
+    for (const auto& command : commands) {
+        const RunResult run = runProgram(command);
+        EXPECT_LE(run.exitCode, 1) << command.front() << run.err;
+        expected += run.out + run.err;
+    }
+    const auto before = files();
+    const std::string answers = withoutRights([&] {
+        std::string text;
+        for (const auto& command : commands) {
+            const RunResult run = runProgram(command);
+            text += run.out + run.err;
+        }
+        return text;
+    });
+    EXPECT_EQ(answers, expected);
+    EXPECT_EQ(files(), before) << "nothing is left beside the account";
+}
+
+TEST_F(ReadOnlyTest, ACommandThatWritesSaysThatItMayNot) {
+    const std::string answer = withoutRights([&] { return runProgram({"save", file(), "2024/6/2/10"}).err; });
+    EXPECT_NE(answer.find("company.db"), std::string::npos) << answer;
+}
+
+} // namespace
+} // namespace z7::cashflow::host
