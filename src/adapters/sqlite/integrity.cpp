@@ -1,5 +1,6 @@
 #include "adapters/sqlite/integrity.h"
 
+#include "adapters/sqlite/SqliteReason.h"
 #include "adapters/sqlite/Statement.h"
 #include "adapters/sqlite/database.h"
 #include "adapters/sqlite/functions.h"
