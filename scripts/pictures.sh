@@ -4,12 +4,14 @@
 #     Z7CF    the built program, with windows
 #     SCALE   1 (the default) or 2, the enlargement of the screen
 #     FOLDER  where the pictures go, by default docs/pictures
-# Needs the packages of the window's tests and imagemagick.
+# Installs what is missing.
 set -euo pipefail
 program=$(realpath "${1:?which z7cf?}")
 scale=${2:-1}
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
-folder=${3:-$root/docs/pictures}
-command -v import >/dev/null || { echo "install imagemagick first" >&2; exit 1; }
+folder=$(realpath -m "${3:-$root/docs/pictures}")
+cd "$root"
+. scripts/lib/packages.sh
+install_packages scripts/packages.txt test docs
 mkdir -p "$folder"
 exec python3 -B "$root/tests/window/pictures.py" "$program" "$scale" "$folder"
