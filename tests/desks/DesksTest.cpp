@@ -159,7 +159,7 @@ TEST_P(DesksTest, StoreNoRowTwiceWhereTheyAllotTheSameVouchersAsTheProgramDoes) 
     for (const workbench::VoucherHead& voucher : all) {
         accepted += alone.allot(voucher.key) ? 1 : 0;
     }
-    EXPECT_EQ(accepted, 291U) << "a voucher with doubled rows would be refused from now on";
+    EXPECT_EQ(accepted, 294U) << "a voucher with doubled rows would be refused from now on";
     EXPECT_EQ(alone.stored(), together);
 }
 
