@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <new>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -66,6 +67,8 @@ struct Case {
     const char* name;
     std::string text;
 };
+
+void PrintTo(const Case& given, std::ostream* out) { *out << given.name; }
 
 std::string manyRows() {
     std::string text = "<root iperiod='1'><rows>";
