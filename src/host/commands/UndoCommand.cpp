@@ -55,6 +55,7 @@ public:
         }
         Session session(place, 1, options, console);
         std::vector<VoucherKey> keys;
+        keys.reserve(words.size());
         for (const std::string& word : words) {
             keys.push_back(keyOf(word, session));
         }

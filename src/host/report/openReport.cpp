@@ -172,6 +172,7 @@ ReportTable lineTable(const std::vector<OpenLine>& lines, const VoucherKinds& ki
 
 ReportTable lineList(const std::vector<OpenLine>& lines) {
     std::vector<ReportTable::Column> columns;
+    columns.reserve(openLineColumns::all.size());
     for (const std::string_view name : openLineColumns::all) {
         columns.push_back({std::string(name), name == openLineColumns::amount});
     }
