@@ -15,7 +15,7 @@ inline constexpr const char* errorSource = "SQLite";
 /// Raises the handle's last error with its extended result code, its text and the SQL state that fits it. A remark takes that text
 /// as its last place.
 [[noreturn]] void raiseDatabaseError(sqlite3* handle, Explanation remark = {});
-/// The same for a result code when there is no handle, or another text says more.
+/// The same for a result code without a handle, or where another text says more.
 [[noreturn]] void raiseDatabaseError(int code, Explanation why);
 /// The same for a reason with the result code of its own.
 [[noreturn]] void raiseDatabaseError(SqliteReason reason, std::vector<std::string> arguments = {});

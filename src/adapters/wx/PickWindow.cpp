@@ -49,7 +49,7 @@ public:
             EnsureVisible(bounded);
         }
     }
-    /// The height that shows so many whole rows below the titles.
+    /// The height that shows a number of whole rows below the titles.
     [[nodiscard]] int heightOfRows(int rows) const {
         wxRect first;
         if (positions_.empty() || !GetItemRect(0, first)) {

@@ -66,10 +66,8 @@ inline constexpr std::array<HostTextEntry, 73> findingTexts = [] {
         HostTextEntry{T::findingNotStoredYet, "尚未保存现金流量行；z7cf save 会生成并保存相符的行。",
                       "No rows are stored yet; z7cf save generates and stores rows that match."},
         HostTextEntry{T::findingNewRowsMatch,
-                      "重新生成的行与凭证相符：z7cf save FILE VOUCHER --regenerate "
-                      "会用它们替换已存的行。",
-                      "Newly generated rows match: z7cf save FILE VOUCHER --regenerate "
-                      "replaces the stored rows."},
+                      "重新生成的行与凭证相符：z7cf save FILE VOUCHER --regenerate 会用它们替换已存的行。",
+                      "Newly generated rows match: z7cf save FILE VOUCHER --regenerate replaces the stored rows."},
         HostTextEntry{T::findingHeldElsewhere, "另一台终端正在使用该凭证，没有改动；请稍后重试。",
                       "Another desk is using the voucher, so nothing was changed; try again."},
         HostTextEntry{T::findingVoucherGone, "凭证已没有分录。", "The voucher has no lines any more."},
