@@ -1,5 +1,5 @@
-// Opening the dialog on vouchers of 10 and 1,000 rows, beside its statements replayed on the bare database library, each on as many
-// sessions, which it opens itself; and what the keys of an edit cost at either length.
+// Opening the dialog on vouchers of 10 and 1,000 rows, beside its statements replayed on the bare database library,
+// each on as many sessions, which it opens itself; and what the keys of an edit cost at either length.
 
 #include "Account.h"
 #include "Measure.h"

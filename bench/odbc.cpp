@@ -1,5 +1,5 @@
-// The ODBC adapter beside the same calls made bare, on SQLite's ODBC driver: what a statement costs more, and what a fetched
-// row does. The bare side runs texts that are rewritten already.
+// The ODBC adapter beside the same calls made bare, on SQLite's ODBC driver: what a statement costs more, and what a
+// fetched row does. The bare side runs texts that are rewritten already.
 //
 //   bench_odbc [TURNS]           7 turns if it is not said
 
@@ -76,8 +76,8 @@ std::vector<Statement> recordedStatements(const std::filesystem::path& file) {
     return statements;
 }
 
-// The sessions of one replay. The first is the host's, which has all its work in one transaction: a commit waits for the
-// disk, which would hide what is measured.
+// The sessions of one replay. The first is the host's, which has all its work in one transaction: a commit waits for
+// the disk, which would hide what is measured.
 template <class Session> class Sessions {
 public:
     Sessions(const std::vector<Statement>& statements, const std::function<std::unique_ptr<Session>()>& open) {

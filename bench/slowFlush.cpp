@@ -1,5 +1,6 @@
-// Stands before the C library (LD_PRELOAD) and makes every flush to the disk take as long as Z7_FLUSH_MICROSECONDS says, so that a run
-// can be timed as on a disk of that kind. At the end it writes how many flushes there were to the error stream.
+// Stands before the C library (LD_PRELOAD) and makes every flush to the disk take as long as Z7_FLUSH_MICROSECONDS
+// says, so that a run can be timed as on a disk of that kind. At the end it writes how many flushes there were to the
+// error stream.
 
 #include <dlfcn.h>
 

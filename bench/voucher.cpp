@@ -1,5 +1,5 @@
-// Generating, checking and saving the rows of one voucher of 10, 100, 1,000 and 10,000 lines: what a line costs must not
-// grow with the voucher.
+// Generating, checking and saving the rows of one voucher of 10, 100, 1,000 and 10,000 lines: what a line costs must
+// not grow with the voucher.
 
 #include "Account.h"
 #include "Measure.h"

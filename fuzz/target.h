@@ -6,7 +6,8 @@
 #include <iostream>
 #include <string_view>
 
-/// Runs one input. A finding ends the process: a sanitizer's, an exception that gets out, or a property that does not hold.
+/// Runs one input. A finding ends the process: a sanitizer's, an exception that gets out, or a property that does not
+/// hold.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 
 namespace z7::cashflow::fuzz {

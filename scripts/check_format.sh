@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# Checks that the sources stand as clang-format 14 writes them (another version breaks lines elsewhere).
-# With --fix it writes them so. Ends with 77, which is a skip, where that version is not to be had.
+# Checks that the sources are formatted as clang-format 14 does it (other versions break lines elsewhere); --fix
+# formats them. The formatter leaves comments alone, so their width is checked here. Ends with 77, a skip, where that
+# version is not installed.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
@@ -27,6 +28,10 @@ if [ "${1:-}" = --fix ]; then
 fi
 if ! $formatter --dry-run --Werror --ferror-limit=3 "${files[@]}"; then
     echo "Run scripts/check_format.sh --fix" >&2
+    exit 1
+fi
+if LC_ALL=C.UTF-8 grep -nE '^.{121}' "${files[@]}" | grep -E '^[^:]*:[0-9]*: *//'; then
+    echo "These comments are longer than 120 columns." >&2
     exit 1
 fi
 echo "${#files[@]} files are formatted."

@@ -3,8 +3,8 @@
 #   1. a build by clang with address and undefined-behaviour sanitizers, whose findings are fatal, and all tests in it;
 #   2. a build by g++ with warnings as errors, all tests in it, and the checks of the house: clang-tidy, format,
 #      directions of includes, names of files, a test for every option, a project that uses the installed package.
-# What apt and the compilers write goes to build/log. The last lines are ctest's own. Any failure ends the script with a code other
-# than 0, after both builds were tested.
+# What apt and the compilers write goes to build/log. The last lines are ctest's own. Any failure ends the script with a
+# code other than 0, after both builds were tested.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 . scripts/lib/steps.sh

@@ -1,5 +1,5 @@
-// Statements: under the policy a value is refused with error 10020, or it arrives whole as the one literal, or the one name, that
-// the statement has a place for.
+// Statements: under the policy a value is refused with error 10020, or it arrives whole as the one literal, or the one
+// name, that the statement has a place for.
 
 #include "adapters/tsql/tokens.h"
 #include "fuzz/target.h"

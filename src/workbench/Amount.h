@@ -8,17 +8,18 @@
 
 namespace z7::cashflow::workbench {
 
-/// An exact amount of money with four decimals, such as 1234.5000. Sums of a year are made with it, because doubles would lose cents.
-/// Sums beyond 900,000,000,000.0000 in either direction, which a double could no longer hold to the last decimal, are error 6.
+/// An exact amount of money with four decimals, such as 1234.5000. Sums of a year are made with it, because doubles
+/// would lose cents. Sums beyond 900,000,000,000.0000 in either direction, which a double could no longer hold to the
+/// last decimal, are error 6.
 class Amount {
 public:
     constexpr Amount() noexcept = default;
 
-    /// The amount of a database value: null is 0, a number is rounded to four decimals. Error 13 if the value is not a number,
-    /// error 6 if it is too large.
+    /// The amount of a database value: null is 0, a number is rounded to four decimals. Error 13 if the value is not a
+    /// number, error 6 if it is too large.
     [[nodiscard]] static Amount of(const Variant& value);
-    /// The amount of a text such as "1,234.50" or "-3.5". Error 13 if it is not a number or has more than four decimals, error 6
-    /// if it is too large.
+    /// The amount of a text such as "1,234.50" or "-3.5". Error 13 if it is not a number or has more than four
+    /// decimals, error 6 if it is too large.
     [[nodiscard]] static Amount read(const std::string& text);
 
     [[nodiscard]] constexpr bool isZero() const noexcept { return tenThousandths_ == 0; }

@@ -28,14 +28,15 @@ public:
 
     /// Puts the desk's mark on the voucher's lines.
     void mark(const workbench::VoucherHead& voucher, const std::string& mark);
-    /// Locks the voucher as the program does, generates its rows, gives all of them one item, saves them, and then marks lines and
-    /// rows, in the transaction that is open. Errors as they come.
+    /// Locks the voucher as the program does, generates its rows, gives all of them one item, saves them, and then
+    /// marks lines and rows, in the transaction that is open. Errors as they come.
     void edit(const workbench::VoucherHead& voucher, const std::string& mark, const std::string& item);
-    /// The same in a transaction of its own, again and again while another desk is in the way. False if the voucher is refused,
-    /// which leaves it as it was.
+    /// The same in a transaction of its own, again and again while another desk is in the way. False if the voucher is
+    /// refused, which leaves it as it was.
     bool save(const workbench::VoucherHead& voucher, const std::string& mark, const std::string& item);
 
-    /// Allots a voucher just as the program does, again and again while another desk is in the way. False if it is refused.
+    /// Allots a voucher just as the program does, again and again while another desk is in the way. False if it is
+    /// refused.
     bool allot(const workbench::VoucherKey& key);
 
     [[nodiscard]] std::vector<workbench::VoucherHead> vouchers();

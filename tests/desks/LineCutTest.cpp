@@ -162,8 +162,8 @@ void expectLineError(const Saving& saving) {
     EXPECT_EQ(error.source(), saving.reached == Step::save ? "CashFlow" : "ODBC");
 }
 
-// After a cut within a transaction nothing runs until it is rolled back, so that no half of a save runs alone. A session that
-// has not noticed yet that its line is cut, because another one did, tells it now.
+// After a cut within a transaction nothing runs until it is rolled back, so that no half of a save runs alone. A
+// session that has not noticed yet that its line is cut, because another one did, tells it now.
 void expectOnlyRollback(Desk& desk, bool triesMore) {
     auto& connection = dynamic_cast<odbc::Connection&>(desk.connection());
     if (!connection.inTransaction()) {

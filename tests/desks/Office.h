@@ -24,10 +24,11 @@ inline constexpr std::int16_t year = 2024;
 class Lines {
 public:
     virtual ~Lines() = default;
-    /// Cuts all lines at the n-th request from now on, counted from 1 over all of them. Lines that are made later stand.
+    /// Cuts all lines at the n-th request from now on, counted from 1 over all of them. Lines that are made later
+    /// stand.
     virtual void cutAt(int request, odbc::Cut moment) = 0;
-    /// At the n-th request from now on the database ends the transaction of its session, as the victim of a deadlock. The lines
-    /// stand. False if these lines cannot have that done.
+    /// At the n-th request from now on the database ends the transaction of its session, as the victim of a deadlock.
+    /// The lines stand. False if these lines cannot have that done.
     [[nodiscard]] virtual bool chooseVictimAt(int /*request*/) { return false; }
     /// Whether that has happened. Ends the counting.
     virtual bool stopCounting() = 0;

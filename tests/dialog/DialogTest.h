@@ -19,8 +19,8 @@ using Lines = std::vector<std::string>;
 
 inline std::int16_t i16(int number) { return static_cast<std::int16_t>(number); }
 
-/// The dialog without a screen, over a scripted database. The voucher is 2013/1/2/5 of 2013-01-05 in gl_accvouch: line 1 on 1001,
-/// debit 100; line 2 on 6001, credit 60; line 3 on 6002, credit 40. No layout is stored.
+/// The dialog without a screen, over a scripted database. The voucher is 2013/1/2/5 of 2013-01-05 in gl_accvouch: line
+/// 1 on 1001, debit 100; line 2 on 6001, credit 60; line 3 on 6002, credit 40. No layout is stored.
 class DialogTest : public LoginTest {
 protected:
     DialogTest() {
@@ -118,7 +118,8 @@ protected:
         }
         return lines;
     }
-    /// What was left to go out of use: no recordset but that of the widths, which the load leaves where none are stored.
+    /// What was left to go out of use: no recordset but that of the widths, which the load leaves where none are
+    /// stored.
     void expectAllClosed() const {
         EXPECT_EQ(database.openRecordsets(), Lines{});
         EXPECT_EQ(database.droppedRecordsets(), Lines{widthsQuery + "cFieldNum"});

@@ -14,8 +14,8 @@
 
 namespace z7::cashflow::test {
 
-/// A grid without a screen that keeps the port's rules, plays the user's part, and can be written as one text. A call that makes no
-/// sense on a real grid fails the test.
+/// A grid without a screen that keeps the port's rules, plays the user's part, and can be written as one text. A call
+/// that makes no sense on a real grid fails the test.
 class RecordingGrid final : public SuperGrid {
 public:
     RecordingGrid(FormEvents& events, std::vector<std::string>& journal) : events_(events), journal_(journal) {}

@@ -1,4 +1,5 @@
-// How the dialog comes up: what the form is made of, what the grid shows, what is asked of the database and in which order.
+// How the dialog comes up: what the form is made of, what the grid shows, what is asked of the database and in which
+// order.
 
 #include "dialog/DialogTest.h"
 

@@ -36,12 +36,13 @@ public:
 
     /// The session that a host would hand in; open, and named "main" in the journal.
     [[nodiscard]] Connection& connection() noexcept { return *connection_; }
-    /// A session for the library to open by itself, closed at first. In the journal it goes by the name, and its Open, BeginTrans,
-    /// CommitTrans and RollbackTrans count as statements of these texts; the trace has also its Close.
+    /// A session for the library to open by itself, closed at first. In the journal it goes by the name, and its Open,
+    /// BeginTrans, CommitTrans and RollbackTrans count as statements of these texts; the trace has also its Close.
     [[nodiscard]] std::unique_ptr<Connection> newConnection(const std::string& name);
     [[nodiscard]] static std::string connectionString() { return "db=scripted;user=tester"; }
 
-    // Answers. A rule for the exact text goes before a rule for its beginning; of two rules of a kind the later one counts.
+    // Answers. A rule for the exact text goes before a rule for its beginning; of two rules of a kind the later one
+    // counts.
     void answer(const std::string& text, Table table);
     void answerPrefix(const std::string& prefix, Table table);
     /// Gives the tables one after another; the last stays.

@@ -7,8 +7,8 @@
 
 namespace z7::cashflow::test {
 
-/// A recordset over the rows of a scripted answer. Movement, filter and writing are those of the recordset that the database
-/// adapters share; this one adds the journal.
+/// A recordset over the rows of a scripted answer. Movement, filter and writing are those of the recordset that the
+/// database adapters share; this one adds the journal.
 class ScriptedRecordset final : public Recordset, private FieldList {
 public:
     ScriptedRecordset(ScriptedDatabase& database, Connection* creator, std::string session);

@@ -1,5 +1,5 @@
-// Runs one golden document: golden_documents KIND FILE.xml, KIND being the folder's name. What the document gives must be, byte
-// for byte, what FILE.expected beside it holds. See README.md in this folder.
+// Runs one golden document: golden_documents KIND FILE.xml, KIND being the folder's name. What the document gives must
+// be, byte for byte, what FILE.expected beside it holds. See README.md in this folder.
 
 #include "doubles/FakeLogin.h"
 #include "doubles/GuidSequence.h"
@@ -57,8 +57,8 @@ std::shared_ptr<CashFlowCollection> collectionWithARow() {
     return rows;
 }
 
-// The text that the loaded document saves to, and what that loads and saves to if it is another; or the error, and whether
-// the rows stay.
+// The text that the loaded document saves to, and what that loads and saves to if it is another; or the error, and
+// whether the rows stay.
 std::string collection(const std::string& document) {
     const auto rows = collectionWithARow();
     const auto old = rows->Item(1);

@@ -19,7 +19,8 @@ namespace {
 using Json = nlohmann::json;
 using testing::HasSubstr;
 
-/// An account in which vouchers 1, 3, 5 and 6 hold signs that end a text early, each in another column, beside honest ones.
+/// An account in which vouchers 1, 3, 5 and 6 hold signs that end a text early, each in another column, beside honest
+/// ones.
 class GuardTest : public testing::Test {
 protected:
     GuardTest() {

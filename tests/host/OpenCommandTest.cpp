@@ -30,8 +30,8 @@ std::vector<Json> recordsOf(const RunResult& run) {
     return records;
 }
 
-/// What is open of a year is what the plain tables say: the same vouchers with the same differences, and beside them only vouchers
-/// whose rows add up and that have another fault.
+/// What is open of a year is what the plain tables say: the same vouchers with the same differences, and beside them
+/// only vouchers whose rows add up and that have another fault.
 void expectSameAsTables(const RunResult& open, const PlainTables& tables) {
     std::map<std::string, std::int64_t> differences;
     for (const Json& voucher : recordsOf(open)) {

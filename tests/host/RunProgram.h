@@ -25,8 +25,8 @@ struct RunResult {
     }
 };
 
-/// Runs the program inside the test, away from any terminal. serverConnection stands in for the ODBC adapter's connections, clock
-/// for the machine's.
+/// Runs the program inside the test, away from any terminal. serverConnection stands in for the ODBC adapter's
+/// connections, clock for the machine's.
 inline RunResult runProgram(const std::vector<std::string>& arguments, const ConnectionMaker& serverConnection = {},
                             const Clock& clock = {}) {
     std::istringstream in;

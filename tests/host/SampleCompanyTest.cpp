@@ -105,8 +105,8 @@ protected:
     std::filesystem::path database = scratch.path() / "sample.db";
 };
 
-/// What each month holds: 5 receipts, 9 payments, 2 moves between own accounts, 7 vouchers without cash. What follows is all
-/// that stands beside these in the year, with the outcome that the accounting rules give it.
+/// What each month holds: 5 receipts, 9 payments, 2 moves between own accounts, 7 vouchers without cash. What follows
+/// is all that stands beside these in the year, with the outcome that the accounting rules give it.
 const std::map<std::string, std::pair<std::string, int>>& particularVouchers() {
     static const std::map<std::string, std::pair<std::string, int>> vouchers{
         {"2024/1/1/1", {"stored", 0}},        // capital paid in

@@ -14,8 +14,8 @@
 
 namespace z7::cashflow::host {
 
-/// A server that understands the statements with which an account is made, and no others. It keeps databases, tables and rows, undoes
-/// what is not committed, and fails where it is told to.
+/// A server that understands the statements with which an account is made, and no others. It keeps databases, tables
+/// and rows, undoes what is not committed, and fails where it is told to.
 class ServerDouble {
 public:
     struct Column {
@@ -50,8 +50,8 @@ public:
     std::string loginDatabase = "master"; ///< where a login goes whose string names no database
     std::set<std::string> refusedRows;    ///< first values of the rows that break a key
 
-    /// The n-th call from now on, counted from 1, fails: an Open, a statement, a row, an end of a transaction. If it cuts the line
-    /// the server undoes what is not committed; else that is left to the client.
+    /// The n-th call from now on, counted from 1, fails: an Open, a statement, a row, an end of a transaction. If it
+    /// cuts the line the server undoes what is not committed; else that is left to the client.
     void failAt(std::size_t n, bool cutsLine) {
         failAt_ = calls_ + n;
         cutsLine_ = cutsLine;

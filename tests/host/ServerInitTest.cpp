@@ -33,8 +33,8 @@ Json lasting(Json json) {
     return json;
 }
 
-/// Accounts made by the program on the server that the environment variable Z7CF_TEST_SQLSERVER names, each in a new database that
-/// is dropped at the end.
+/// Accounts made by the program on the server that the environment variable Z7CF_TEST_SQLSERVER names, each in a new
+/// database that is dropped at the end.
 class ServerInitTest : public testing::Test {
 protected:
     void SetUp() override {

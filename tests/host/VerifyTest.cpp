@@ -22,7 +22,8 @@ using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
 
-/// The account's file behind a connection string of a server. The view of the schema version is one that the test lays down.
+/// The account's file behind a connection string of a server. The view of the schema version is one that the test lays
+/// down.
 class ServerOnFile final : public Connection {
 public:
     using VersionView = std::function<std::shared_ptr<Recordset>(Connection&, const std::string&)>;

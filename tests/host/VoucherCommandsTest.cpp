@@ -1,4 +1,5 @@
-// What the commands say of vouchers that are not as they should be: it is the same in every command, and nothing is changed.
+// What the commands say of vouchers that are not as they should be: it is the same in every command, and nothing is
+// changed.
 
 #include "EnvironmentGuard.h"
 #include "RunProgram.h"

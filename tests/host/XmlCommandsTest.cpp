@@ -243,7 +243,8 @@ TEST_F(XmlCommandsTest, OutsideSaveRefusesADocumentThatIsNotOneOfRows) {
     EXPECT_EQ(number(rowsOfInvoice), 1);
 }
 
-// Without a ledger voucher the rows of all such vouchers would share one place, and each save would replace the one before.
+// Without a ledger voucher the rows of all such vouchers would share one place, and each save would replace the one
+// before.
 TEST_F(XmlCommandsTest, OutsideSaveRefusesAVoucherThatTheLedgerDoesNotHave) {
     ASSERT_EQ(outside("save", "sales_voucher", invoice).exitCode, 0);
     execute("update sales_voucher set coutno_id=N'AR-2024-0999'");

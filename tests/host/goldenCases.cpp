@@ -1,12 +1,12 @@
 // Runs a file of golden cases: golden_cases PROGRAM FILE
 //
-// A line "$ command" begins a case; the command goes to the shell in a new folder that the whole file shares, under LC_ALL=C
-// and TZ=UTC, with the program found as z7cf. The lines behind it are what it writes: those that begin with "! " to the error
-// stream, all others to the output; an output line that itself begins with "$", "!", "#" or "[exit" has a "\" in front. The
-// case ends with "[exit N]". Lines that begin with "#" are remarks.
+// A line "$ command" begins a case; the command goes to the shell in a new folder that the whole file shares, under
+// LC_ALL=C and TZ=UTC, with the program found as z7cf. The lines behind it are what it writes: those that begin with "!
+// " to the error stream, all others to the output; an output line that itself begins with "$", "!", "#" or "[exit" has
+// a "\" in front. The case ends with "[exit N]". Lines that begin with "#" are remarks.
 //
-// With Z7_RENEW_GOLDEN=1 in the environment the file is written anew with what the commands really do; read the difference
-// before you keep it.
+// With Z7_RENEW_GOLDEN=1 in the environment the file is written anew with what the commands really do; read the
+// difference before you keep it.
 
 #include <sys/wait.h>
 

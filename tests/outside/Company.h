@@ -9,14 +9,14 @@
 
 namespace z7::cashflow::test {
 
-/// A small company on the embedded database, in a folder of its own that goes away with it. Year 2013; 1001 and 1002 are cash
-/// accounts; the items 01 and 02. Its vouchers, each of two lines:
-///   1/2/5      1001 debit 100, 6001 credit 100 whose auxiliary item is the item 01; nothing to do with another subsystem
+/// A small company on the embedded database, in a folder of its own that goes away with it. Year 2013; 1001 and 1002
+/// are cash accounts; the items 01 and 02. Its vouchers, each of two lines:
+///   1/2/5      1001 debit 100, 6001 credit 100 whose auxiliary item is the item 01; of no other subsystem
 ///   1/1/6      1001 debit 250.5, 6001 credit 250.5; made from the outside voucher OUT
 ///   2/1/40000  1001 debit 7, 6001 credit 7; made from the outside voucher BIG, its number beyond 16 bits
-/// Account 6001 has the template 01 for credits. The table sales holds the outside voucher OUT, with the item 02 on its second
-/// line; the table costs the outside voucher NOCASH, whose lines are on no cash account. The options bCashCode, bAutoDisplay
-/// and bXJLL are False.
+/// Account 6001 has the template 01 for credits. The table sales holds the outside voucher OUT, with the item 02 on its
+/// second line; the table costs the outside voucher NOCASH, whose lines are on no cash account. The options bCashCode,
+/// bAutoDisplay and bXJLL are False.
 class Company {
 public:
     Company();

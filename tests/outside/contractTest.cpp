@@ -11,8 +11,8 @@
 namespace z7::cashflow::test {
 namespace {
 
-// Name and parameters of the virtual functions of a header in the order of their declaration, the destructor left aside. A
-// getter's name has " get" behind it.
+// Name and parameters of the virtual functions of a header in the order of their declaration, the destructor left
+// aside. A getter's name has " get" behind it.
 std::vector<std::pair<std::string, std::string>> declarationsOf(const std::string& header) {
     std::ifstream file(std::string(Z7_SOURCE_DIR) + "/src/z7cashflow/providers/" + header);
     std::string text((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
@@ -80,7 +80,8 @@ using OutSlots = std::tuple<Slot<std::string (Out::*)() const, &Out::VoucherTemp
                             Slot<bool (Out::*)(Connection&, Text, Text, std::string*, bool*), &Out::SaveCashFlowCol>>;
 static_assert(std::tuple_size_v<GlSlots> == 13 && std::tuple_size_v<OutSlots> == 9);
 
-// What stands behind "=" in a contract's parameter list, in the order of the operations: "SaveCashFlowCol blnCheckCF=nullptr".
+// What stands behind "=" in a contract's parameter list, in the order of the operations: "SaveCashFlowCol
+// blnCheckCF=nullptr".
 Lines defaultsOf(const std::string& header) {
     Lines defaults;
     for (const auto& [name, parameters] : declarationsOf(header)) {

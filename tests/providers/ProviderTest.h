@@ -31,8 +31,8 @@ struct Line {
     Variant department;
 };
 
-/// A database with one ledger voucher, 2013/1/2/5 of 2013-01-05: account 1001 debit 100, account 6001 credit 100, whose line
-/// carries the item "01". Nothing is stored, no template is there, all options are off.
+/// A database with one ledger voucher, 2013/1/2/5 of 2013-01-05: account 1001 debit 100, account 6001 credit 100, whose
+/// line carries the item "01". Nothing is stored, no template is there, all options are off.
 struct Ledger {
     inline static const std::string nameQuery = "select citemname from fitemss98 where citemcode=N'";
 

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-/// The statements that the providers send, by their templates and arguments, for the voucher of period 1, kind 2 and number 5 in
-/// the table gl_accvouch and the year 2013 unless another is given.
+/// The statements that the providers send, by their templates and arguments, for the voucher of period 1, kind 2 and
+/// number 5 in the table gl_accvouch and the year 2013 unless another is given.
 namespace z7::cashflow::test::ledger {
 
 [[nodiscard]] std::string option(const std::string& name);

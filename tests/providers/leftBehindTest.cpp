@@ -1,5 +1,6 @@
-// What every operation of the two contracts leaves behind, where it goes well and where any one of its statements fails: the
-// year, the options, tables in tempdb, arguments that it may change, recordsets. One table, operation by operation.
+// What every operation of the two contracts leaves behind, where it goes well and where any one of its statements
+// fails: the year, the options, tables in tempdb, arguments that it may change, recordsets. One table, operation by
+// operation.
 
 #include "providers/ProviderTest.h"
 
@@ -16,8 +17,9 @@ using Sight = std::map<std::string, std::string>;
 
 std::string onOff(bool flag) { return flag ? "on" : "off"; }
 
-/// The ledger voucher 1/2/5 in gl_accvouch, the outside voucher OUT in the table mine, and what is handed to an operation.
-/// The thread works in 2011 and the voucher's date lies in 2012; the account's options are the opposite of the thread's.
+/// The ledger voucher 1/2/5 in gl_accvouch, the outside voucher OUT in the table mine, and what is handed to an
+/// operation. The thread works in 2011 and the voucher's date lies in 2012; the account's options are the opposite of
+/// the thread's.
 struct World : Ledger {
     explicit World(bool options) : optionsOn(options) {
         modPublic::SetIYear(2011);
@@ -466,7 +468,8 @@ protected:
         EXPECT_TRUE(beginning.empty()) << "no statement begins with " << beginning;
         return 0;
     }
-    /// What has changed when all statements up to a place have run, and with an ignored failure those behind it as well.
+    /// What has changed when all statements up to a place have run, and with an ignored failure those behind it as
+    /// well.
     Sight changed(Sight sight, const Lines& statements, std::size_t failed, bool ignored) const {
         const auto hasRun = [&](const std::string& beginning, int nth) {
             const std::size_t place = placeOf(beginning, nth, statements);
@@ -479,8 +482,8 @@ protected:
         }
         return sight;
     }
-    /// A temporary table that is not there cannot be dropped, one that is there may stay, and the name of an item that stands
-    /// on the line itself may fail; it is read again afterwards.
+    /// A temporary table that is not there cannot be dropped, one that is there may stay, and the name of an item that
+    /// stands on the line itself may fail; it is read again afterwards.
     static bool isIgnored(const Lines& statements, std::size_t n) {
         const std::string& text = statements[n - 1];
         return text.starts_with("drop table ") || text.starts_with(dropTable) ||

@@ -87,7 +87,8 @@ TEST_F(Refresh, ReadsTheKindOnASessionOfItsOwn) {
 
 class RefreshOfTheKind : public Refresh {
 protected:
-    /// What is left in csign of a row on a line with another account, which gets nothing else. The save refuses such a row.
+    /// What is left in csign of a row on a line with another account, which gets nothing else. The save refuses such a
+    /// row.
     Variant kindOf(const Variant& before) {
         const Collection rows = hostCollection(world);
         const auto row = addRow(rows, i16(2), "other", 0.0, 100.0);

@@ -1,4 +1,5 @@
-// Every value that reaches the library from outside, honest and hostile, through the operations that put it into a statement.
+// Every value that reaches the library from outside, honest and hostile, through the operations that put it into a
+// statement.
 
 #include "adapters/tsql/shape.h"
 #include "doubles/ContextGuard.h"
@@ -412,8 +413,8 @@ TEST_F(HostileInputsAmongHonest, NoValueTurnsAStatementIntoAnother) {
     EXPECT_GT(unguarded, 100U) << "without the policy the same values do reach the database as other statements";
 }
 
-// Two values can leave the shape of a statement as it is while texts become numbers and numbers become texts: so what counts is
-// that no quote of theirs and no second number gets into a statement.
+// Two values can leave the shape of a statement as it is while texts become numbers and numbers become texts: so what
+// counts is that no quote of theirs and no second number gets into a statement.
 TEST_F(HostileInputs, SeveralThatWorkTogetherReachNoStatement) {
     const std::vector<std::string> opening{"付',9,1,N'0111',450,0,N'6601", "x', N'y", "a''b"};
     const std::vector<std::string> closing{"a'", "''", "N'0"};

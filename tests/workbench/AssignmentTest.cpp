@@ -122,7 +122,8 @@ TEST_F(AssignmentTest, ReassigningMovesTheRowsOfOneItemAndAccount) {
     EXPECT_THAT(company.storedRows(), ElementsAre(stored("01", "250.5")));
 }
 
-/// Random changes of two vouchers end where the log says, and undoing all of them gives the first rows back, to the last column.
+/// Random changes of two vouchers end where the log says, and undoing all of them gives the first rows back, to the
+/// last column.
 TEST_F(AssignmentTest, WhateverIsDoneEndsWhereTheLogSaysAndIsUndoneToTheLastColumn) {
     for (unsigned seed = 1; seed <= 6; ++seed) {
         std::mt19937 random(seed);

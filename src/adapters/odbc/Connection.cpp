@@ -9,7 +9,8 @@ namespace z7::cashflow::odbc {
 namespace {
 
 std::shared_ptr<shared::SessionPool> makePool(DialectFactory makeDialect, const std::shared_ptr<Observers>& observers) {
-    // The environment is made with the first session, so that a connection that is never opened needs no driver manager.
+    // The environment is made with the first session, so that a connection that is never opened needs no driver
+    // manager.
     auto pool = std::make_shared<shared::SessionPool>(
         [observers, makeDialect = std::move(makeDialect),
          environment = std::shared_ptr<Environment>()](const std::string& connectionString, int number) mutable {

@@ -17,8 +17,8 @@ struct ConnectionOptions {
     int timeout = 5000; ///< milliseconds
 };
 
-/// Error 5 that names the keyword which is missing, given twice or has a bad value. No value is quoted: any of them could
-/// be a secret.
+/// Error 5 that names the keyword which is missing, given twice or has a bad value. No value is quoted: any of them
+/// could be a secret.
 [[nodiscard]] ConnectionOptions parseConnectionString(const std::string& text);
 
 /// The text with every secret in it replaced by "***".

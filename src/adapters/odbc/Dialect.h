@@ -29,9 +29,9 @@ public:
     using ColumnCorrection = std::function<void(std::vector<DriverColumn>&)>;
 
     virtual ~Driver() = default;
-    /// Runs a text with values for its "?", and fetches its first result whole. An error of any of its statements is raised.
-    /// "known" is the shape that the text's last result had: it is used again if the driver describes the columns as it did
-    /// then, which spares asking for all the rest, and is replaced if not.
+    /// Runs a text with values for its "?", and fetches its first result whole. An error of any of its statements is
+    /// raised. "known" is the shape that the text's last result had: it is used again if the driver describes the
+    /// columns as it did then, which spares asking for all the rest, and is replaced if not.
     virtual Fetched execute(const std::string& text, const std::vector<Variant>& values = {},
                             const ColumnCorrection& correct = {},
                             std::shared_ptr<const ResultShape>* known = nullptr) = 0;

@@ -35,7 +35,8 @@ private:
     OwnedHandle handle_;
 };
 
-/// An open connection of a driver to its database, with one statement handle that is reused: some drivers allow one at a time.
+/// An open connection of a driver to its database, with one statement handle that is reused: some drivers allow one at
+/// a time.
 class DriverConnection {
 public:
     /// Connects. An Error says why the driver or the server refuses, without any secret.

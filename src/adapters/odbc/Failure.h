@@ -11,9 +11,9 @@ namespace z7::cashflow::odbc {
 /// The source of the errors that come from a driver or from the server that it leads to.
 inline constexpr const char* errorSource = "ODBC";
 
-/// What a driver reports about a failed call, as one error: the number, state and text of the record that says most, the
-/// server's before the driver's, with the texts of the others after it, and every secret masked. The makers' names in brackets
-/// before a text are left out.
+/// What a driver reports about a failed call, as one error: the number, state and text of the record that says most,
+/// the server's before the driver's, with the texts of the others after it, and every secret masked. The makers' names
+/// in brackets before a text are left out.
 class Failure {
 public:
     Failure(short handleType, Handle handle, const std::vector<std::string>& secrets);

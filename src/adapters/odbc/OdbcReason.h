@@ -6,8 +6,8 @@
 
 namespace z7::cashflow::odbc {
 
-/// Why a server cannot be worked with through ODBC, beside the words of its driver. Where a place takes the words of another error,
-/// it is the last one. How a reason is added stands at Reason.
+/// Why a server cannot be worked with through ODBC, beside the words of its driver. Where a place takes the words of
+/// another error, it is the last one. How a reason is added stands at Reason.
 enum class OdbcReason {
     // drivers and connections
     noMemory,

@@ -61,7 +61,8 @@ struct Parameters::Cell {
         data = &truth;
     }
     void take(Date value) {
-        // The server keeps fractions of a second to about three milliseconds, and finds no record by a time without them.
+        // The server keeps fractions of a second to about three milliseconds, and finds no record by a time without
+        // them.
         constexpr std::int64_t dayLength = 86400000;
         double day = 0.0;
         const double partOfDay = std::fabs(std::modf(value.dayNumber(), &day));

@@ -11,8 +11,8 @@
 namespace z7::cashflow::odbc {
 
 /// Writes records of a query over one table or view as inserts and updates with parameters, since not every driver has
-/// cursors that can be written. New records go through the name that the query used, so that a view fills in what it fills in. A
-/// record is found again by the table's key, and only if the columns that change still hold what was read.
+/// cursors that can be written. New records go through the name that the query used, so that a view fills in what it
+/// fills in. A record is found again by the table's key, and only if the columns that change still hold what was read.
 class RecordWriter final : public shared::RowWriter {
 public:
     RecordWriter(std::shared_ptr<Session> session, tsql::TableName target, std::vector<DriverColumn> columns);

@@ -30,8 +30,8 @@ void requireWholeText(std::string_view text) {
     }
 }
 
-/// Whether a text may leave its session otherwise than it was: in a transaction, in another database, with other settings, as
-/// another user, with tables of its own.
+/// Whether a text may leave its session otherwise than it was: in a transaction, in another database, with other
+/// settings, as another user, with tables of its own.
 bool namesWhatAlters(const std::string& text) {
     static constexpr std::array<std::string_view, 6> beginnings = {"select", "insert", "update",
                                                                    "delete", "drop",   "if"};
@@ -64,8 +64,8 @@ bool namesWhatAlters(const std::string& text) {
 /// Whether a driver has no such call at all.
 bool tellsMissingFeature(const Error& error) { return error.sqlState() == "IM001" || error.sqlState() == "HYC00"; }
 
-/// The error of a call that found the line cut, which not every driver says by its number and state: FreeTDS has "Unknown error"
-/// and "Unexpected EOF from the server".
+/// The error of a call that found the line cut, which not every driver says by its number and state: FreeTDS has
+/// "Unknown error" and "Unexpected EOF from the server".
 Error tellingCutLine(const Error& error) {
     if (error.sqlState().starts_with("08")) {
         return error;

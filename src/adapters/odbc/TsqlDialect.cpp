@@ -36,9 +36,9 @@ std::int64_t numberOf(const Fetched& fetched) {
     return static_cast<std::int64_t>(fetched.rows->number(0, 0).value_or(-1.0));
 }
 
-/// Dates are read year first in every language of the login; a comparison with null, a division by zero and a text that is too
-/// long behave as the standard says; an error ends its statement and not the host's transaction; long texts come whole;
-/// nobody waits for a lock without end. The row proves that texts arrive as they are.
+/// Dates are read year first in every language of the login; a comparison with null, a division by zero and a text that
+/// is too long behave as the standard says; an error ends its statement and not the host's transaction; long texts come
+/// whole; nobody waits for a lock without end. The row proves that texts arrive as they are.
 constexpr const char* sessionSettings = "set dateformat ymd "
                                         "set ansi_nulls on set ansi_padding on set ansi_warnings on "
                                         "set quoted_identifier on set concat_null_yields_null on "
@@ -198,8 +198,8 @@ std::string TsqlDialect::tableText(const tsql::TableName& table) const {
 std::string TsqlDialect::columnText(const std::string& name) const { return serverName(name); }
 
 std::string TsqlDialect::comparand(const Variant& value) const {
-    // Drivers send times in a finer type than the columns have, to which the server would widen the column's thirds of a
-    // hundredth of a second.
+    // Drivers send times in a finer type than the columns have, to which the server would widen the column's thirds of
+    // a hundredth of a second.
     return value.is<Date>() ? "cast(? as datetime)" : "?";
 }
 

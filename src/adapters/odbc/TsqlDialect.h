@@ -9,7 +9,8 @@ class TsqlDialect final : public Dialect {
 public:
     void start(Driver& driver, const ConnectionOptions& options) override;
     Fetched run(Driver& driver, const std::string& batch, bool updatable) override;
-    /// Transactions are statements: ODBC's own manual mode would begin one silently with the next statement after each commit.
+    /// Transactions are statements: ODBC's own manual mode would begin one silently with the next statement after each
+    /// commit.
     void begin(Driver& driver) override;
     void commit(Driver& driver) override;
     void rollback(Driver& driver) override;

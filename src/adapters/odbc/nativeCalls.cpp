@@ -41,8 +41,8 @@ std::string utf8Of(std::string_view text) { return std::string(text); }
 
 using NativeView = std::basic_string_view<NativeText::value_type>;
 
-/// ODBC takes texts by pointers to what it does not change. They go down ended by a zero, since drivers disagree on whether the
-/// length of a wide text counts characters or bytes.
+/// ODBC takes texts by pointers to what it does not change. They go down ended by a zero, since drivers disagree on
+/// whether the length of a wide text counts characters or bytes.
 Char* pointer(NativeText& text) { return reinterpret_cast<Char*>(text.data()); }
 
 template <std::size_t Size>

@@ -4,9 +4,9 @@
 #include <string>
 #include <string_view>
 
-/// The ODBC calls that take or return texts, in one kind for the whole program, since drivers break when narrow and wide calls
-/// mix: on Windows the wide kind, because the narrow one would go through the system's code page; elsewhere the narrow kind,
-/// whose texts are UTF-8 and go through driver managers and drivers unchanged.
+/// The ODBC calls that take or return texts, in one kind for the whole program, since drivers break when narrow and
+/// wide calls mix: on Windows the wide kind, because the narrow one would go through the system's code page; elsewhere
+/// the narrow kind, whose texts are UTF-8 and go through driver managers and drivers unchanged.
 namespace z7::cashflow::odbc {
 
 /// A handle of the driver manager, as ODBC declares it.

@@ -21,8 +21,8 @@ struct TableShape {
     [[nodiscard]] int find(std::string_view name) const;
 };
 
-/// What one session knows of the tables, read when it is first asked for. Tables of tempdb come and go, so they are read anew
-/// each time.
+/// What one session knows of the tables, read when it is first asked for. Tables of tempdb come and go, so they are
+/// read anew each time.
 class Catalogue {
 public:
     explicit Catalogue(sqlite3* handle) : handle_(handle) {}

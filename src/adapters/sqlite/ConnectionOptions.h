@@ -15,8 +15,8 @@ struct ConnectionOptions {
     std::optional<int> maxPages;
 };
 
-/// Error 5 that names the keyword which is unknown, missing, given twice or has a bad value. No value is quoted, since any of
-/// them could be a secret that was meant for another driver.
+/// Error 5 that names the keyword which is unknown, missing, given twice or has a bad value. No value is quoted, since
+/// any of them could be a secret that was meant for another driver.
 [[nodiscard]] ConnectionOptions parseConnectionString(const std::string& text);
 
 /// A path from and to UTF-8.

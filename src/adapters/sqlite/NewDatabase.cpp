@@ -115,7 +115,8 @@ void openOnce(const fs::path& account) {
     }
 }
 
-/// Removes the system database that an ended run has published, if it is the very file of its folder and its account never came.
+/// Removes the system database that an ended run has published, if it is the very file of its folder and its account
+/// never came.
 void removeLoneCompanion(const fs::path& folder, const fs::path& account) {
     const DatabaseFiles files = databaseFiles(account);
     std::error_code error;

@@ -33,8 +33,8 @@ Handle lock(const fs::path& folder, int create) {
     return handle;
 }
 
-/// Removes a folder whose lock is held; the lock goes last. The folder gets another name first, so that whoever has opened its lock
-/// file in the meantime, and locks it as soon as it is free, notices that the folder is gone.
+/// Removes a folder whose lock is held; the lock goes last. The folder gets another name first, so that whoever has
+/// opened its lock file in the meantime, and locks it as soon as it is free, notices that the folder is gone.
 void removeLocked(fs::path folder, Handle held) {
     std::error_code ignored; // what cannot be removed now is removed by a later run
     std::error_code notRenamed;

@@ -11,9 +11,9 @@
 
 namespace z7::cashflow::sqlite {
 
-/// Writes records of a query over one table or view. New records go through the name that the query used, so that a view
-/// fills in what it fills in. A record is found again by the table's primary key, and only if the columns that change still hold
-/// what was read.
+/// Writes records of a query over one table or view. New records go through the name that the query used, so that a
+/// view fills in what it fills in. A record is found again by the table's primary key, and only if the columns that
+/// change still hold what was read.
 class RecordWriter final : public shared::RowWriter {
 public:
     RecordWriter(std::shared_ptr<Session> session, tsql::TableName target, std::vector<ColumnOrigin> origins);

@@ -33,8 +33,8 @@ struct ColumnOrigin {
     std::string column;
 };
 
-/// One open session: a handle of the database library with the account's companions attached, the statements that it has
-/// prepared, and its transaction. It is used on one thread.
+/// One open session: a handle of the database library with the account's companions attached, the statements that it
+/// has prepared, and its transaction. It is used on one thread.
 class Session final : public shared::Session, public std::enable_shared_from_this<Session> {
 public:
     /// The most shapes of statements, and the most texts of its own, that a session keeps prepared.
@@ -50,15 +50,15 @@ public:
 
     /// Runs a Transact-SQL batch and fetches its first result whole.
     shared::Result run(const std::string& text, bool updatable) override;
-    /// Runs one statement of the embedded database's own dialect with values, and gives the number of rows that it changed,
-    /// through triggers too.
+    /// Runs one statement of the embedded database's own dialect with values, and gives the number of rows that it
+    /// changed, through triggers too.
     std::int64_t runOwn(const std::string& sql, const std::vector<Variant>& values);
 
     void begin() override;
     void commit() override;
     void rollback() override;
-    /// Whether each commit waits until the disk has it, as it does unless told otherwise. Told so again, it waits for all that was
-    /// committed meanwhile; error of the database if the disk does not take it. Not within a transaction.
+    /// Whether each commit waits until the disk has it, as it does unless told otherwise. Told so again, it waits for
+    /// all that was committed meanwhile; error of the database if the disk does not take it. Not within a transaction.
     void waitForDisk(bool wait);
     [[nodiscard]] bool inTransaction() const noexcept override { return inTransaction_; }
     [[nodiscard]] bool isIdle() const noexcept override;

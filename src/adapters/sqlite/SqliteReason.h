@@ -6,8 +6,8 @@
 
 namespace z7::cashflow::sqlite {
 
-/// Why the embedded database cannot do what it is asked, beside the words of its library. Where a place takes the words of another
-/// error, it is the last one. How a reason is added stands at Reason.
+/// Why the embedded database cannot do what it is asked, beside the words of its library. Where a place takes the words
+/// of another error, it is the last one. How a reason is added stands at Reason.
 enum class SqliteReason {
     // files
     folderNotFile,

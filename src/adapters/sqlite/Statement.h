@@ -26,7 +26,8 @@ public:
     void bindBorrowed(int position, std::string_view text);
     void bind(int position, std::int64_t value);
     void bind(int position, double value);
-    /// True for a row, false at the end. An error of the database is raised with its text in the last place of the remark.
+    /// True for a row, false at the end. An error of the database is raised with its text in the last place of the
+    /// remark.
     bool step(const Explanation& remarkWhenLocked = {});
     void reset() noexcept;
     /// The text with its values in place.

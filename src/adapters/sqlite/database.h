@@ -19,12 +19,12 @@ struct DatabaseFiles {
 /// The files that belong to an account's file. Touches no disk.
 [[nodiscard]] DatabaseFiles databaseFiles(const std::filesystem::path& account);
 
-/// Creates an empty account at the path, with its system database beside it, as NewDatabase does. An Error names the file that
-/// exists already, or the folder that is missing or cannot be written; nothing is left then.
+/// Creates an empty account at the path, with its system database beside it, as NewDatabase does. An Error names the
+/// file that exists already, or the folder that is missing or cannot be written; nothing is left then.
 void createDatabase(const std::filesystem::path& account);
 
-/// Removes an account's file and everything beside it that belongs to it, as far as it is there. For a caller who has created a
-/// database and cannot fill it.
+/// Removes an account's file and everything beside it that belongs to it, as far as it is there. For a caller who has
+/// created a database and cannot fill it.
 void removeDatabase(const std::filesystem::path& account);
 
 /// The connection string of an account's file, for Connection::Open. The year is that of the session; see Connection.

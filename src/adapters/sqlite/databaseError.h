@@ -12,8 +12,8 @@ namespace z7::cashflow::sqlite {
 /// The source of the errors that this adapter raises itself or passes on from the database library.
 inline constexpr const char* errorSource = "SQLite";
 
-/// Raises the handle's last error with its extended result code, its text and the SQL state that fits it. A remark takes that text
-/// as its last place.
+/// Raises the handle's last error with its extended result code, its text and the SQL state that fits it. A remark
+/// takes that text as its last place.
 [[noreturn]] void raiseDatabaseError(sqlite3* handle, Explanation remark = {});
 /// The same for a result code without a handle, or where another text says more.
 [[noreturn]] void raiseDatabaseError(int code, Explanation why);

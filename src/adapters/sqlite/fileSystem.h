@@ -12,8 +12,8 @@ namespace z7::cashflow::sqlite {
 /// Whether a file or folder, not followed if it is a link, belongs to the current user.
 [[nodiscard]] bool isOwn(const std::filesystem::path& path);
 
-/// Makes a file appear under a second name, or under a new name where the file system has no second names. Never replaces
-/// anything: the code is std::errc::file_exists if the new name is taken.
+/// Makes a file appear under a second name, or under a new name where the file system has no second names. Never
+/// replaces anything: the code is std::errc::file_exists if the new name is taken.
 [[nodiscard]] std::error_code publishFile(const std::filesystem::path& from, const std::filesystem::path& to);
 
 /// Writes what the system still holds of a file to the disk.

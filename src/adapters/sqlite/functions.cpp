@@ -91,8 +91,8 @@ void like(sqlite3_context* context, int, sqlite3_value** arguments) {
     });
 }
 
-/// The running state of a sum. Values of at most four decimals, such as money, are added as whole ten-thousandths, so that
-/// 0.1 + 0.2 - 0.3 is 0 as on the server; the others as doubles with what rounding loses kept apart.
+/// The running state of a sum. Values of at most four decimals, such as money, are added as whole ten-thousandths, so
+/// that 0.1 + 0.2 - 0.3 is 0 as on the server; the others as doubles with what rounding loses kept apart.
 struct SumState {
     std::int64_t units;
     double total;
@@ -238,8 +238,8 @@ void addYearFunction(sqlite3* handle, const char* name, std::optional<std::int16
                                        [](void* data) { std::default_delete<Year>()(static_cast<Year*>(data)); }));
 }
 
-/// Whether an inner join on texts that are equal under the collation, but not byte by byte, finds its row. The inner table is
-/// one for which the library builds an index of its own, and with it, from 3.38 on, a Bloom filter.
+/// Whether an inner join on texts that are equal under the collation, but not byte by byte, finds its row. The inner
+/// table is one for which the library builds an index of its own, and with it, from 3.38 on, a Bloom filter.
 bool joinFindsEqualTexts(sqlite3* handle) {
     return queryInteger(handle,
                         "WITH RECURSIVE "
@@ -248,10 +248,10 @@ bool joinFindsEqualTexts(sqlite3* handle) {
                         "SELECT count(*) FROM sought JOIN stored ON sought.t = stored.t COLLATE z7_text") == 1;
 }
 
-/// The library promises that every plan honours a collation, and every optimization does but one in some versions: the Bloom
-/// filter of 3.38 to 3.40 hashes a text by its length, so "1001 " is not found for "1001", nor a letter for one that folds to
-/// it from another number of bytes. Later versions give all texts one hash. What counts is what the library does, not
-/// its number: where a row is lost, the filter goes; where that does not help, no session is opened.
+/// The library promises that every plan honours a collation, and every optimization does but one in some versions: the
+/// Bloom filter of 3.38 to 3.40 hashes a text by its length, so "1001 " is not found for "1001", nor a letter for one
+/// that folds to it from another number of bytes. Later versions give all texts one hash. What counts is what the
+/// library does, not its number: where a row is lost, the filter goes; where that does not help, no session is opened.
 void requireWholeJoins(sqlite3* handle) {
     if (joinFindsEqualTexts(handle)) {
         return;

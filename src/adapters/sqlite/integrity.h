@@ -13,8 +13,8 @@ struct Damage {
     Explanation reason; ///< in the words of the database library, as far as it has any
 };
 
-/// Reads every page of an account's files and compares the indexes with the tables, and the values with the conditions of their columns.
-/// Reports what does not hold, at most 20 times a file; nothing if all is sound. Changes nothing.
+/// Reads every page of an account's files and compares the indexes with the tables, and the values with the conditions
+/// of their columns. Reports what does not hold, at most 20 times a file; nothing if all is sound. Changes nothing.
 [[nodiscard]] std::vector<Damage> findDamage(const std::filesystem::path& account);
 
 } // namespace z7::cashflow::sqlite

@@ -14,8 +14,8 @@ struct LiteralBinding {
     shared::Column column{{}, shared::ColumnType::any, 0};
 };
 
-/// Binds a literal as the server would read it, with the errors of tsql::literalValue. A text is borrowed from the literal
-/// where that can be: it has to live until the statement is reset.
+/// Binds a literal as the server would read it, with the errors of tsql::literalValue. A text is borrowed from the
+/// literal where that can be: it has to live until the statement is reset.
 void bindLiteral(Statement& statement, int position, const LiteralBinding& binding, const tsql::Literal& literal);
 
 } // namespace z7::cashflow::sqlite

@@ -87,9 +87,9 @@ bool existsBeside(const fs::path& file, const char* suffix) {
     return fs::exists(path, error);
 }
 
-/// An open file and whether it has to be read without locks. The database library keeps a log and its index beside a file, also
-/// for readers. Where neither can be written and no log is there, nobody is at work on the file, and it can be read as it
-/// stands. A log that is there has to be read with it, and so has to be locked.
+/// An open file and whether it has to be read without locks. The database library keeps a log and its index beside a
+/// file, also for readers. Where neither can be written and no log is there, nobody is at work on the file, and it can
+/// be read as it stands. A log that is there has to be read with it, and so has to be locked.
 struct Probe {
     Handle handle;
     bool readOnly = false;

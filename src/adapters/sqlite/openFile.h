@@ -21,18 +21,19 @@ class TempDatabase;
 /// Opens a file for reading as it is, without its log and without locks. An Error names the file.
 [[nodiscard]] Handle openUnlocked(const std::filesystem::path& file);
 
-/// Opens a file for reading, without locks where nothing can be written beside it and no log is there. An Error names the file;
-/// one of its own says that there is a log which only a user with more rights can read.
+/// Opens a file for reading, without locks where nothing can be written beside it and no log is there. An Error names
+/// the file; one of its own says that there is a log which only a user with more rights can read.
 [[nodiscard]] Handle openToRead(const std::filesystem::path& file);
 
 /// Attaches a file to a handle under a name. An Error names the file.
 void attach(sqlite3* handle, const std::filesystem::path& file, const char* name);
 
-/// The account's file that a path leads to, through links: its companion lies beside it. The path itself if it leads nowhere.
+/// The account's file that a path leads to, through links: its companion lies beside it. The path itself if it leads
+/// nowhere.
 [[nodiscard]] std::filesystem::path accountFile(const std::filesystem::path& path);
 
-/// What a file looked like when it was opened without locks, because nothing can be written beside it. Others may be able
-/// to write, so a session that reads this way looks from time to time.
+/// What a file looked like when it was opened without locks, because nothing can be written beside it. Others may be
+/// able to write, so a session that reads this way looks from time to time.
 class UnlockedFile {
 public:
     explicit UnlockedFile(std::filesystem::path file);
@@ -54,8 +55,8 @@ struct OpenAccount {
     bool readOnly = false;                ///< whether the account's file or its system database can only be read
 };
 
-/// Opens an account's file and its system database after checking that they are what they should be. Files that cannot be
-/// written are opened for reading. An Error names the file and what can be done.
+/// Opens an account's file and its system database after checking that they are what they should be. Files that cannot
+/// be written are opened for reading. An Error names the file and what can be done.
 [[nodiscard]] OpenAccount openAccount(const ConnectionOptions& options);
 
 /// Attaches the system database and tempdb of an account's file to a bare session that is open on it, for programs that

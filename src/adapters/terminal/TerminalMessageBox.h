@@ -16,8 +16,8 @@ struct MessageBoxOptions {
     bool quiet = false;       ///< notices are not written, and questions take their default button
 };
 
-/// The suite's message box on a terminal: notices are lines on the error stream, questions are asked there and answered from the
-/// input stream. The streams are not owned and outlive the box.
+/// The suite's message box on a terminal: notices are lines on the error stream, questions are asked there and answered
+/// from the input stream. The streams are not owned and outlive the box.
 ///
 /// A notice that comes again is counted and not written again, since the library may show the same one for every
 /// voucher of a run.
@@ -27,8 +27,8 @@ public:
 
     /// "2052" makes the box speak Chinese; anything else English.
     void Locale(const std::string& localeId) override;
-    /// A question answers 6 (yes) or 7 (no), a box with ok alone answers 1. At the end of the input a question takes its default
-    /// button, as it does without a terminal.
+    /// A question answers 6 (yes) or 7 (no), a box with ok alone answers 1. At the end of the input a question takes
+    /// its default button, as it does without a terminal.
     std::int32_t Show(const std::string& prompt, std::int32_t buttons, const std::string& title,
                       const std::string& helpFile, std::int32_t context) override;
 

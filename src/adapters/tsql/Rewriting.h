@@ -22,9 +22,9 @@ struct TableName {
 [[nodiscard]] std::string_view placeName(TableName::Place place) noexcept;
 /// The name as it stands in a rewritten statement: main."code".
 [[nodiscard]] std::string qualifiedName(const TableName& table);
-/// The table that takes the rows that are inserted into a table or a view: for a view of one year the table that it shows, for
-/// all else the same. The embedded database inserts through a view by a trigger, which cannot tell a column that was given
-/// null from one that was left out; only the latter takes its default.
+/// The table that takes the rows that are inserted into a table or a view: for a view of one year the table that it
+/// shows, for all else the same. The embedded database inserts through a view by a trigger, which cannot tell a column
+/// that was given null from one that was left out; only the latter takes its default.
 [[nodiscard]] TableName insertionTarget(const TableName& table);
 /// A name in the quotes of the embedded database.
 [[nodiscard]] std::string quotedName(std::string_view name);
@@ -76,8 +76,8 @@ struct Step {
 /// A batch in the embedded database's dialect.
 struct Rewriting {
     std::vector<Step> steps;
-    /// Literals that are part of the rewritten text, such as the 20 of nvarchar(20): a statement of the same shape with another
-    /// value there has another rewriting.
+    /// Literals that are part of the rewritten text, such as the 20 of nvarchar(20): a statement of the same shape with
+    /// another value there has another rewriting.
     std::vector<int> inlined;
 };
 

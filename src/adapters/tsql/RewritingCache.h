@@ -17,9 +17,9 @@ namespace z7::cashflow::tsql {
 /// Whether the rewriting of a text may serve the next statement of its shape.
 [[nodiscard]] bool isWorthKeeping(std::string_view text, const Rewriting& rewriting);
 
-/// The rewritings of the statements that a session runs, found again by the statements' shapes: a statement of a known shape
-/// costs one pass over its text. KnownStep is what an adapter keeps with a step to run it again; it has a member "step" of the
-/// type Step, which is filled here.
+/// The rewritings of the statements that a session runs, found again by the statements' shapes: a statement of a known
+/// shape costs one pass over its text. KnownStep is what an adapter keeps with a step to run it again; it has a member
+/// "step" of the type Step, which is filled here.
 template <class KnownStep> class RewritingCache {
 public:
     using Steps = std::vector<KnownStep>;
@@ -27,8 +27,8 @@ public:
     /// Keeps at most so many shapes and forgets the one that was not asked for the longest.
     explicit RewritingCache(std::size_t capacity) : entries_(capacity) {}
 
-    /// The steps of a statement or a batch: the same object for each text of one shape, as long as it is kept, and the caller's
-    /// as well, who may run them while they are forgotten here. Errors of shapeOf and rewrite.
+    /// The steps of a statement or a batch: the same object for each text of one shape, as long as it is kept, and the
+    /// caller's as well, who may run them while they are forgotten here. Errors of shapeOf and rewrite.
     [[nodiscard]] std::shared_ptr<Steps> stepsOf(std::string_view text) {
         shapeOf(text, shape_);
         if (const Entry* known = entries_.find(shape_.key); known != nullptr && hasSameTexts(known->inlined)) {

@@ -6,8 +6,8 @@
 namespace z7::cashflow::tsql {
 namespace {
 
-// Bytes that no statement holds outside its texts are refused wherever they stand: in the shape of a statement they stand for
-// its literals.
+// Bytes that no statement holds outside its texts are refused wherever they stand: in the shape of a statement they
+// stand for its literals.
 std::size_t readableUpTo(std::string_view text, std::size_t from, std::size_t end) {
     for (; from < end; ++from) {
         if (byteClass(text[from]) == ByteClass::invalid) {

@@ -74,7 +74,8 @@ inline constexpr std::array<ByteClass, 256> byteClasses = makeByteClasses();
     }
     return at;
 }
-/// A comment, if one begins here; else the same position. Error 113 if it does not end, 102 for a byte that no statement holds.
+/// A comment, if one begins here; else the same position. Error 113 if it does not end, 102 for a byte that no
+/// statement holds.
 [[nodiscard]] std::size_t skipComment(std::string_view text, std::size_t at);
 /// A name in brackets or double quotes. Error 105 if it does not end, 102 for a byte that no statement holds.
 [[nodiscard]] std::size_t skipQuotedName(std::string_view text, std::size_t at);

@@ -8,8 +8,8 @@ namespace z7::cashflow::tsql {
 
 void beginTransaction(const TextRunner& runner) {
     runner.run("BEGIN");
-    // A statement that changes nothing takes the account's write lock now. "BEGIN IMMEDIATE" would take those of zqsystem
-    // and tempdb as well, and a session of its own could then not fill its temporary table.
+    // A statement that changes nothing takes the account's write lock now. "BEGIN IMMEDIATE" would take those of
+    // zqsystem and tempdb as well, and a session of its own could then not fill its temporary table.
     try {
         runner.run("DELETE FROM main.accinformation WHERE 0");
     } catch (const Error&) {

@@ -16,12 +16,12 @@ struct TextRunner {
     Run takeBack; ///< for what takes a failure back; its own errors are ignored, for the first one is the one to tell
 };
 
-/// Begins a transaction that may write to the account from the start. If another session is writing, its error comes out and
-/// no transaction is open.
+/// Begins a transaction that may write to the account from the start. If another session is writing, its error comes
+/// out and no transaction is open.
 void beginTransaction(const TextRunner& runner);
 
-/// Makes the table that a step of the kind queryInto names and fills it; after an error it is not there. "columns" are the
-/// declarations of its columns. "insert" runs the text that fills it, which has the step's parameters.
+/// Makes the table that a step of the kind queryInto names and fills it; after an error it is not there. "columns" are
+/// the declarations of its columns. "insert" runs the text that fills it, which has the step's parameters.
 void fillNewTable(const Step& step, const std::vector<std::string>& columns, const TextRunner& runner,
                   const TextRunner::Run& insert);
 

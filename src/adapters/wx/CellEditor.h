@@ -17,8 +17,8 @@ class wxWindow;
 
 namespace z7::cashflow::wx {
 
-/// The entry that lies over the current cell of a grid while the user edits it, with a reference button in some columns.
-/// It leaves the keys that end an edit, and all decisions, to its grid.
+/// The entry that lies over the current cell of a grid while the user edits it, with a reference button in some
+/// columns. It leaves the keys that end an edit, and all decisions, to its grid.
 class CellEditor final : public cashflow::ActiveEditor {
 public:
     /// Both stand on the window that shows the cells, which owns their controls. onKey answers whether it took the key;
@@ -27,7 +27,8 @@ public:
 
     [[nodiscard]] bool Visible() const override { return open_; }
 
-    /// Opens it over a cell with a text, all of which is selected, or with its end ready for more where the user has begun to type.
+    /// Opens it over a cell with a text, all of which is selected, or with its end ready for more where the user has
+    /// begun to type.
     void open(const wxRect& place, const GridColumn& column, const wxString& text, bool selectAll);
     /// Closes it. What it holds is lost.
     void close();
@@ -40,7 +41,8 @@ public:
     void focus();
     [[nodiscard]] bool hasFocus() const;
     void font(const wxFont& value);
-    /// What assistive technology reads out for it: the title of its column, which has an ellipsis at the reference button.
+    /// What assistive technology reads out for it: the title of its column, which has an ellipsis at the reference
+    /// button.
     void name(const wxString& value);
 
     /// The reference button's place on the screen while it shows.
@@ -58,8 +60,8 @@ private:
     wxString lastGood_;
 };
 
-/// Whether a text is a number, or the beginning of one that the user is typing: a sign, digits with commas between, and up to so many
-/// decimals.
+/// Whether a text is a number, or the beginning of one that the user is typing: a sign, digits with commas between, and
+/// up to so many decimals.
 [[nodiscard]] bool isBeginningOfNumber(const std::wstring& text, std::int16_t decimals);
 
 } // namespace z7::cashflow::wx

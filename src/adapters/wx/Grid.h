@@ -17,15 +17,16 @@ class wxWindow;
 
 namespace z7::cashflow::wx {
 
-/// The grid of the dialog: the cells with their cursor and editor, the keys and clicks on them, and the events that these raise.
+/// The grid of the dialog: the cells with their cursor and editor, the keys and clicks on them, and the events that
+/// these raise.
 ///
-/// Every way out of a cell passes through one gate: it asks CellValidate about an open editor and, if the line is left too,
-/// RowValidate about the line. A refusal leaves the editor open with its text and the keys in it.
+/// Every way out of a cell passes through one gate: it asks CellValidate about an open editor and, if the line is left
+/// too, RowValidate about the line. A refusal leaves the editor open with its text and the keys in it.
 ///
-/// Keys: Tab and Enter go to the next cell that can be edited, and after the last one ask for a further line; if there is none, Tab
-/// leaves the grid, as Ctrl+Tab does anywhere. Shift goes backwards. The arrow keys, Home, End and the page keys move the cursor, with
-/// Ctrl to the ends. F2 opens the editor, any character opens it with that in place of the text, Backspace opens it empty; F4 and
-/// Alt+Down are its reference button; Escape drops what was typed.
+/// Keys: Tab and Enter go to the next cell that can be edited, and after the last one ask for a further line; if there
+/// is none, Tab leaves the grid, as Ctrl+Tab does anywhere. Shift goes backwards. The arrow keys, Home, End and the
+/// page keys move the cursor, with Ctrl to the ends. F2 opens the editor, any character opens it with that in place of
+/// the text, Backspace opens it empty; F4 and Alt+Down are its reference button; Escape drops what was typed.
 ///
 /// Assistive technology reads the grid as one control, whose name is the title and the text of the current cell.
 class Grid final : public SuperGrid {

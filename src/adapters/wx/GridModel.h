@@ -27,8 +27,8 @@ struct CellPlace {
     friend bool operator==(const CellPlace&, const CellPlace&) = default;
 };
 
-/// The texts, colours, columns and current cell of a grid, without a window. It keeps the rules that the port SuperGrid states for
-/// them; no operation on a cell does work that grows with the number of rows.
+/// The texts, colours, columns and current cell of a grid, without a window. It keeps the rules that the port SuperGrid
+/// states for them; no operation on a cell does work that grows with the number of rows.
 ///
 /// Error 9 for a row or column that is not there, and for a negative count.
 class GridModel {
@@ -68,7 +68,8 @@ public:
 
     /// The colour that marks cells which the system fills. The user does not edit them.
     void systemColor(std::int32_t value) { systemColor_ = value; }
-    /// Whether the user may open an editor in a cell: below the header, in a column that shows, not filled by the system.
+    /// Whether the user may open an editor in a cell: below the header, in a column that shows, not filled by the
+    /// system.
     [[nodiscard]] bool editable(const CellPlace& place) const;
     /// The next editable cell in reading order, or the one before; nothing at the end.
     [[nodiscard]] std::optional<CellPlace> nextEditable(CellPlace from) const;

@@ -27,8 +27,8 @@ struct GridColors {
 /// A colour of the port: red + 256 * green + 65536 * blue, or a colour of the user's system where bit 31 is set.
 [[nodiscard]] wxColour colorOf(std::int32_t value);
 
-/// Draws a GridModel on the screen and says where its cells are. It knows no keys, no clicks and no editor; the toolkit's own are
-/// switched off. Rows and columns are those of the model.
+/// Draws a GridModel on the screen and says where its cells are. It knows no keys, no clicks and no editor; the
+/// toolkit's own are switched off. Rows and columns are those of the model.
 class GridView {
 public:
     /// The model outlives the view; the parent owns the window.

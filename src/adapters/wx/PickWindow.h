@@ -6,8 +6,8 @@ namespace z7::cashflow::wx {
 
 class StateLines;
 
-/// The pop-up from which one row is picked: an entry that narrows the list below it. The entry keeps the keyboard; the arrow and page
-/// keys move in the list.
+/// The pop-up from which one row is picked: an entry that narrows the list below it. The entry keeps the keyboard; the
+/// arrow and page keys move in the list.
 class PickWindow final : public PickList {
 public:
     /// The state lines outlive it.

@@ -22,7 +22,8 @@ struct StateSource {
 ///     STATE keys=<key presses so far> top=<title of the active window> focus=<control> ...
 ///     PLACE <name> <x> <y> <width> <height>
 ///
-/// Line breaks, tabs and backslashes in values are written \n, \t and \\. Nothing is written, and no timer runs, without a stream.
+/// Line breaks, tabs and backslashes in values are written \n, \t and \\. Nothing is written, and no timer runs,
+/// without a stream.
 class StateLines {
 public:
     /// The stream outlives it; a null pointer for none.

@@ -8,12 +8,12 @@
 
 namespace z7::cashflow::wx {
 
-/// The window system for as long as it is needed: the windows of the dialog and its message boxes. One at a time in a process, used
-/// on the thread that started it. It has no main loop; modal windows run their own.
+/// The window system for as long as it is needed: the windows of the dialog and its message boxes. One at a time in a
+/// process, used on the thread that started it. It has no main loop; modal windows run their own.
 class WindowSystem {
 public:
-    /// Connects to the user's screen; a null pointer where there is none. states, if it is not null, gets a line at each change
-    /// on the screen (see StateLines) and outlives the window system.
+    /// Connects to the user's screen; a null pointer where there is none. states, if it is not null, gets a line at
+    /// each change on the screen (see StateLines) and outlives the window system.
     [[nodiscard]] static std::unique_ptr<WindowSystem> start(std::ostream* states);
     ~WindowSystem();
     WindowSystem(const WindowSystem&) = delete;

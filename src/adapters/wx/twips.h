@@ -4,8 +4,8 @@
 
 namespace z7::cashflow::wx {
 
-/// A form's design counts in twips, 1/1440 inch; the window system counts in pixels of a screen with 96 of them to the inch and
-/// enlarges them itself on a screen with more. This is the one place where one becomes the other.
+/// A form's design counts in twips, 1/1440 inch; the window system counts in pixels of a screen with 96 of them to the
+/// inch and enlarges them itself on a screen with more. This is the one place where one becomes the other.
 inline constexpr std::int32_t twipsPerPixel = 15;
 
 /// The nearest number of pixels.

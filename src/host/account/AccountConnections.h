@@ -9,8 +9,8 @@
 
 namespace z7::cashflow::host {
 
-/// Makes the connections that the library opens itself: with driver=sqlite to the embedded database, with everything else by the
-/// host's way to a server.
+/// Makes the connections that the library opens itself: with driver=sqlite to the embedded database, with everything
+/// else by the host's way to a server.
 class AccountConnections final : public ConnectionFactory {
 public:
     explicit AccountConnections(ConnectionMaker serverConnection) : serverConnection_(std::move(serverConnection)) {}

@@ -12,14 +12,15 @@
 
 namespace z7::cashflow::host {
 
-/// Where an account's database is: a file of the embedded database, or what a connection string names. The string chooses the
-/// adapter: with driver=sqlite the embedded database, with everything else an ODBC driver. It may hold a password and is never shown.
+/// Where an account's database is: a file of the embedded database, or what a connection string names. The string
+/// chooses the adapter: with driver=sqlite the embedded database, with everything else an ODBC driver. It may hold a
+/// password and is never shown.
 class AccountPlace {
 public:
     /// An account's file, which need not exist yet.
     [[nodiscard]] static AccountPlace ofFile(std::filesystem::path file);
-    /// What a connection string names. It must not say a year, which comes from the command. serverConnection makes the connections
-    /// to any database but the embedded one.
+    /// What a connection string names. It must not say a year, which comes from the command. serverConnection makes the
+    /// connections to any database but the embedded one.
     [[nodiscard]] static AccountPlace behind(std::string connectionString, ConnectionMaker serverConnection);
 
     /// The account's file; nothing for a server. Error 5 for a string of the embedded database that cannot be read.

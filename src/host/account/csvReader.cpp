@@ -30,7 +30,8 @@ std::size_t firstInvalidByte(std::string_view line) noexcept {
     return std::string_view::npos;
 }
 
-/// Whether a line could be GB18030, which spreadsheets in China write: bytes of ASCII, pairs, and fours with digits in them.
+/// Whether a line could be GB18030, which spreadsheets in China write: bytes of ASCII, pairs, and fours with digits in
+/// them.
 bool mayBeGb18030(std::string_view line) noexcept {
     const auto byteAt = [line](std::size_t at) {
         return at < line.size() ? static_cast<unsigned char>(line[at]) : static_cast<unsigned char>(0);

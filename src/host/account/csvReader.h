@@ -28,10 +28,10 @@ struct CsvRecord {
     std::vector<std::optional<std::string>> fields; ///< nothing for an empty field, the empty text for ""
 };
 
-/// Reads CSV: UTF-8 with or without a byte-order mark, fields between commas, quoted by " where they hold commas, quotes
-/// (doubled) or line breaks; lines end in LF or CRLF; lines of blanks alone are passed over; every other blank belongs to its
-/// field. Calls the taker for each record in turn; an exception from it ends the reading and goes to the caller.
-/// Throws CsvError for anything that is not such a file.
+/// Reads CSV: UTF-8 with or without a byte-order mark, fields between commas, quoted by " where they hold commas,
+/// quotes (doubled) or line breaks; lines end in LF or CRLF; lines of blanks alone are passed over; every other blank
+/// belongs to its field. Calls the taker for each record in turn; an exception from it ends the reading and goes to the
+/// caller. Throws CsvError for anything that is not such a file.
 void readCsv(std::istream& input, const std::function<void(const CsvRecord&)>& take);
 
 } // namespace z7::cashflow::host

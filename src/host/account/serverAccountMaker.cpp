@@ -71,8 +71,8 @@ private:
         return connection;
     }
 
-    /// A session that works in no database of ours: that of the account, which is led away, since a database is not dropped
-    /// while somebody works in it and a session that is closed lingers; or else a new one.
+    /// A session that works in no database of ours: that of the account, which is led away, since a database is not
+    /// dropped while somebody works in it and a session that is closed lingers; or else a new one.
     [[nodiscard]] std::shared_ptr<Connection> elsewhere() {
         try {
             if (account_ != nullptr) {

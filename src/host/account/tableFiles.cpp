@@ -76,8 +76,8 @@ bool isSameInKey(const std::optional<std::string>& one, const std::optional<std:
     return a == b || (number && number == readNumber(b));
 }
 
-/// Loads one file. The first record becomes the column names, all others rows. A record that cannot be taken is a fault, and the
-/// loading goes on with the next one; a file that cannot be read any further is a fault, too.
+/// Loads one file. The first record becomes the column names, all others rows. A record that cannot be taken is a
+/// fault, and the loading goes on with the next one; a file that cannot be read any further is a fault, too.
 class FileLoading {
 public:
     FileLoading(LoadableTables& tables, const TableFile& file, Language language, Faults& faults,

@@ -29,16 +29,16 @@ struct LoadedTables {
     std::int64_t records = 0;
 };
 
-/// The CSV files of a folder in the order of their names; other files and folders do not count. Failure (usage) if there is no such
-/// folder or no CSV file in it.
+/// The CSV files of a folder in the order of their names; other files and folders do not count. Failure (usage) if
+/// there is no such folder or no CSV file in it.
 [[nodiscard]] std::vector<TableFile> tableFilesOfFolder(const std::filesystem::path& folder);
 
 /// The CSV files of the sample company that comes with the program.
 [[nodiscard]] std::vector<TableFile> tableFilesOfSample();
 
-/// Puts the records of the files into the tables of their names, inside the caller's transaction. "tables" are those of the
-/// connection's session. Failure (usage) that names file, line, column and reason for everything that cannot be taken, up to 50 faults,
-/// Interrupted once stopRequested answers true; the caller rolls back then.
+/// Puts the records of the files into the tables of their names, inside the caller's transaction. "tables" are those of
+/// the connection's session. Failure (usage) that names file, line, column and reason for everything that cannot be
+/// taken, up to 50 faults, Interrupted once stopRequested answers true; the caller rolls back then.
 LoadedTables loadTableFiles(Connection& connection, LoadableTables& tables, const std::vector<TableFile>& files,
                             Language language, const std::function<bool()>& stopRequested);
 

@@ -22,7 +22,8 @@ public:
 
     /// Adds the command with its arguments, its help and its examples to the program. The values are kept here.
     virtual CLI::App& declare(CLI::App& program, Language language) = 0;
-    /// Does what the parsed arguments ask for and returns the exit code. Failure, Interrupted, ReaderGone or an Error ends it.
+    /// Does what the parsed arguments ask for and returns the exit code. Failure, Interrupted, ReaderGone or an Error
+    /// ends it.
     [[nodiscard]] virtual int run(const GlobalOptions& options, const Console& console) = 0;
 };
 

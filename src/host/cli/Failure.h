@@ -9,8 +9,8 @@
 
 namespace z7::cashflow::host {
 
-/// A fatal error to report, with its exit code: a text of the host's catalogue with its arguments. Where there are several things to
-/// report, these are lines of their own, and the text closes them.
+/// A fatal error to report, with its exit code: a text of the host's catalogue with its arguments. Where there are
+/// several things to report, these are lines of their own, and the text closes them.
 class Failure : public std::runtime_error {
 public:
     Failure(int exitCode, HostText text, std::vector<std::string> arguments = {}, std::vector<std::string> lines = {})

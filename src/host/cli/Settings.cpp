@@ -16,7 +16,8 @@ namespace {
 
 constexpr std::size_t longestSettings = std::size_t{64} << 10U;
 
-/// Dotted keys nest tables in each other, and the parser goes through them by calling itself: so many dots are no settings.
+/// Dotted keys nest tables in each other, and the parser goes through them by calling itself: so many dots are no
+/// settings.
 constexpr std::ptrdiff_t mostDots = 500;
 
 bool isTooDeep(std::string_view text) {

@@ -14,12 +14,13 @@ namespace z7::cashflow::host {
 /// JSON on one line, with every control character escaped and every byte that is no UTF-8 replaced.
 [[nodiscard]] std::string jsonText(const nlohmann::ordered_json& value);
 
-/// A voucher's result: {"voucher":"2013/1/2/5","outcome":"stored","rows":2}; a refused one has its refusal as "error", one that
-/// was stored though it does not match has it as "mismatch", and one that has lost its rows has their number as "removed".
+/// A voucher's result: {"voucher":"2013/1/2/5","outcome":"stored","rows":2}; a refused one has its refusal as "error",
+/// one that was stored though it does not match has it as "mismatch", and one that has lost its rows has their number
+/// as "removed".
 [[nodiscard]] nlohmann::ordered_json resultJson(const workbench::VoucherResult& result, Language language);
 
-/// A refusal: {"number":10009,"description":"...","findings":[{"kind":"no-template","line":1,...}]}. The description is as it was
-/// raised, or the program's own in the language; the findings are left out if there are none.
+/// A refusal: {"number":10009,"description":"...","findings":[{"kind":"no-template","line":1,...}]}. The description is
+/// as it was raised, or the program's own in the language; the findings are left out if there are none.
 [[nodiscard]] nlohmann::ordered_json errorJson(const workbench::Refusal& refusal, Language language);
 
 /// The word for what is wrong, as in the findings of a refusal: "no-template".

@@ -17,18 +17,20 @@ struct AssignedVoucher {
     std::vector<workbench::LineWish> lines;
 };
 
-/// A spreadsheet of open lines that a person has completed: CSV with the columns voucher, line and item, and with account, side and
-/// amount where they are to be compared with the voucher; further columns are passed over, and so are records without an item.
+/// A spreadsheet of open lines that a person has completed: CSV with the columns voucher, line and item, and with
+/// account, side and amount where they are to be compared with the voucher; further columns are passed over, and so are
+/// records without an item.
 class AssignmentSheet {
 public:
-    /// Reads a sheet; the name stands in messages. Failure (usage) with every fault of form at once: of the CSV itself, a missing column,
-    /// a key, a line or an amount that is none, vouchers of several years.
+    /// Reads a sheet; the name stands in messages. Failure (usage) with every fault of form at once: of the CSV itself,
+    /// a missing column, a key, a line or an amount that is none, vouchers of several years.
     AssignmentSheet(const std::string& text, std::string name, Language language);
 
     /// The accounting year of its vouchers; nothing if no record has an item.
     [[nodiscard]] std::optional<std::int16_t> year() const;
-    /// What it assigns, voucher by voucher in the order of their first records. Failure (usage) with every fault at once: an unknown
-    /// item, a voucher or a line that is not there, another account or side than the voucher has, amounts that exceed a line.
+    /// What it assigns, voucher by voucher in the order of their first records. Failure (usage) with every fault at
+    /// once: an unknown item, a voucher or a line that is not there, another account or side than the voucher has,
+    /// amounts that exceed a line.
     [[nodiscard]] std::vector<AssignedVoucher> check(Session& session, const ItemLookup& items) const;
 
 private:

@@ -7,8 +7,9 @@
 
 namespace z7::cashflow::host {
 
-/// Shows what became of several vouchers: for machines a line for each as it is done, for people at the end the rows that changed, the
-/// refused vouchers with their reasons, and how many rows were kept, are new, were changed and removed.
+/// Shows what became of several vouchers: for machines a line for each as it is done, for people at the end the rows
+/// that changed, the refused vouchers with their reasons, and how many rows were kept, are new, were changed and
+/// removed.
 class ChangesOutput {
 public:
     ChangesOutput(Output& output, bool dryRun) : output_(output), dryRun_(dryRun), report_(output.language()) {}
@@ -27,7 +28,8 @@ private:
     bool refused_ = false;
 };
 
-/// The counts of a voucher's rows in JSON: "kept", "new", "changed", "removed", each where it is not 0, and with details the rows.
+/// The counts of a voucher's rows in JSON: "kept", "new", "changed", "removed", each where it is not 0, and with
+/// details the rows.
 void addChangesJson(nlohmann::ordered_json& json, const workbench::VoucherResult& result, bool details);
 
 } // namespace z7::cashflow::host

@@ -35,7 +35,8 @@ std::string quoted(const std::string& text) {
     return result + "'";
 }
 
-/// z7cf edit: plays the voucher screen. It shows the dialog on a voucher's rows, in no transaction, and saves them after OK.
+/// z7cf edit: plays the voucher screen. It shows the dialog on a voucher's rows, in no transaction, and saves them
+/// after OK.
 class EditCommand final : public Command {
 public:
     CLI::App& declare(CLI::App& program, Language language) override {
@@ -98,7 +99,8 @@ private:
         modPublic::SetIYear(session.year());
         const Date date = dateOfOutside(session, table, key);
         IOutVoucherProvider& provider = session.provider().Out();
-        // The dialog can show such a voucher only on rows that its host hands in, since the table's name is not in their document.
+        // The dialog can show such a voucher only on rows that its host hands in, since the table's name is not in
+        // their document.
         const std::string document = regenerate_ ? provider.CreateCashFlowColFromDB(session.connection(), table, key)
                                                  : provider.GetCashFlowColFromDB(session.connection(), table, key);
         const auto handedIn = session.provider().CreateCashFlowCollection();

@@ -31,7 +31,8 @@ using workbench::WrittenVoucherKey;
 
 namespace {
 
-// No voucher of a year without accounting periods can be worked with: the account's identifier is wrong, or the periods are missing.
+// No voucher of a year without accounting periods can be worked with: the account's identifier is wrong, or the periods
+// are missing.
 void requireYear(const AccountingPeriods& periods, const std::string& account, std::int16_t year) {
     if (periods.empty()) {
         throw Failure(exitCode::database, HostText::accountWithoutPeriods, {account});

@@ -13,8 +13,8 @@ namespace z7::cashflow::host {
 /// Ends a command with a refusal's number and reason. Failure (refused).
 [[noreturn]] void failAsRefused(Language language, const workbench::Refusal& refusal);
 
-/// Writes what became of one saved voucher and returns the command's exit code. Failure (refused) with the reason if it was
-/// refused and people read the output; machines read the reason in the result. A remark names the run in the log.
+/// Writes what became of one saved voucher and returns the command's exit code. Failure (refused) with the reason if it
+/// was refused and people read the output; machines read the reason in the result. A remark names the run in the log.
 [[nodiscard]] int tellSaved(Output& output, const workbench::VoucherResult& result, workbench::RunLog& log);
 
 /// Says under which number the log holds a run that changed something, or that the account has no log.

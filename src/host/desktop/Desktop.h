@@ -11,13 +11,14 @@ class WindowSystem;
 
 namespace z7::cashflow::host {
 
-/// The user's screen, for as long as a command shows the dialog: its end gives the screen back. While it is there, the thread's
-/// context makes windows, message boxes in windows, and the connections that the dialog opens itself.
+/// The user's screen, for as long as a command shows the dialog: its end gives the screen back. While it is there, the
+/// thread's context makes windows, message boxes in windows, and the connections that the dialog opens itself.
 ///
 /// With Z7CF_WINDOW_STATES in the environment the window writes its states on standard output, for tests and pictures.
 class Desktop {
 public:
-    /// The session of the account is open. Failure (usage) where the program was built without windows, or there is no screen.
+    /// The session of the account is open. Failure (usage) where the program was built without windows, or there is no
+    /// screen.
     Desktop(const GlobalOptions& options, const Console& console);
     ~Desktop();
     Desktop(const Desktop&) = delete;

@@ -28,8 +28,8 @@ public:
     [[nodiscard]] std::string text(const Output& output, const ReportTable& table) const {
         return csv_ ? table.csv() : table.text(columns(output));
     }
-    /// Writes a finished report to the file of -o, or to standard output where none was given. Failure (database) if it cannot be
-    /// written; a file that was begun is removed then.
+    /// Writes a finished report to the file of -o, or to standard output where none was given. Failure (database) if it
+    /// cannot be written; a file that was begun is removed then.
     void write(Output& output, std::string_view report) const;
 
 private:

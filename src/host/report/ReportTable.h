@@ -10,8 +10,8 @@
 
 namespace z7::cashflow::host {
 
-/// A table that can be shown on a terminal and written as CSV. Cells are texts, or amounts, which stand at the right with thousands
-/// commas on a terminal and as plain numbers in CSV.
+/// A table that can be shown on a terminal and written as CSV. Cells are texts, or amounts, which stand at the right
+/// with thousands commas on a terminal and as plain numbers in CSV.
 class ReportTable {
 public:
     using Cell = std::variant<std::string, workbench::Amount>;
@@ -28,9 +28,11 @@ public:
     [[nodiscard]] bool empty() const noexcept { return records_.empty(); }
 
     [[nodiscard]] TextTable forTerminal() const;
-    /// The lines of the table for people, each with a line break, for a terminal of so many columns; 0 stands for a file or a pipe.
+    /// The lines of the table for people, each with a line break, for a terminal of so many columns; 0 stands for a
+    /// file or a pipe.
     [[nodiscard]] std::string text(std::size_t terminalColumns) const;
-    /// A line of headings and a line for each record, separated by commas, as spreadsheets read them (RFC 4180 with line feeds).
+    /// A line of headings and a line for each record, separated by commas, as spreadsheets read them (RFC 4180 with
+    /// line feeds).
     [[nodiscard]] std::string csv() const;
 
 private:

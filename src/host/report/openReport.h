@@ -14,7 +14,8 @@
 
 namespace z7::cashflow::host {
 
-/// Vouchers with something left to do: key, date, summary, cash, what is allocated of it, the difference, and why, with the remedy.
+/// Vouchers with something left to do: key, date, summary, cash, what is allocated of it, the difference, and why, with
+/// the remedy.
 [[nodiscard]] ReportTable openTable(const std::vector<workbench::UnsettledVoucher>& vouchers,
                                     const workbench::VoucherKinds& kinds, Language language);
 /// How many there are and what their differences add up to, in words.

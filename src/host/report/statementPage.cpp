@@ -165,7 +165,8 @@ private:
         out_ += "</table>\n";
     }
 
-    /// Bars of receipts upwards and payments downwards for each period, and a line of the cash balance, each on a scale of its own.
+    /// Bars of receipts upwards and payments downwards for each period, and a line of the cash balance, each on a scale
+    /// of its own.
     void writePicture() {
         const auto& months = source_.months;
         constexpr double width = 720;

@@ -20,9 +20,10 @@ struct StatementPage {
     Language language = Language::english;
 };
 
-/// One self-contained HTML page that prints well: the statement, a picture of receipts and payments by period and of the cash balance,
-/// the cash accounts, the proof, and under each item and account its vouchers. Each figure that vouchers make up leads to them: that of a period to the first of its
-/// vouchers, that of a group or a total to the items or accounts that it adds up. It loads nothing.
+/// One self-contained HTML page that prints well: the statement, a picture of receipts and payments by period and of
+/// the cash balance, the cash accounts, the proof, and under each item and account its vouchers. Each figure that
+/// vouchers make up leads to them: that of a period to the first of its vouchers, that of a group or a total to the
+/// items or accounts that it adds up. It loads nothing.
 [[nodiscard]] std::string statementHtml(const StatementPage& page);
 
 } // namespace z7::cashflow::host

@@ -11,8 +11,8 @@
 
 namespace z7::cashflow::host {
 
-/// The statement by item, with its groups and its total: receipts, payments and net, and the net of each column where there
-/// are several.
+/// The statement by item, with its groups and its total: receipts, payments and net, and the net of each column where
+/// there are several.
 [[nodiscard]] ReportTable itemTable(const workbench::CashFlowStatement& statement, Language language);
 /// Receipts and payments of each item in each currency, in the currency's own amounts.
 [[nodiscard]] ReportTable currencyTable(const workbench::CashFlowStatement& statement, Language language);

@@ -9,8 +9,8 @@ namespace z7::cashflow::host {
 /// A bar on one line of a terminal, drawn anew only when its percentage changes, and gone when it ends.
 class ProgressBar {
 public:
-    /// Draws nothing at all unless shown. On a terminal of so many columns (0: not known) the bar is as long as there is room for, and without
-    /// room for one the numbers stand alone. The stream is not owned.
+    /// Draws nothing at all unless shown. On a terminal of so many columns (0: not known) the bar is as long as there
+    /// is room for, and without room for one the numbers stand alone. The stream is not owned.
     ProgressBar(std::ostream& stream, std::string label, std::size_t total, bool shown, std::size_t columns = 0);
     ~ProgressBar();
     ProgressBar(const ProgressBar&) = delete;

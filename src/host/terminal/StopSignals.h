@@ -4,8 +4,8 @@
 
 namespace z7::cashflow::host {
 
-/// Holds back SIGINT and SIGTERM while it lives, so that work can stop where it is safe to stop. A signal that came is taken, not
-/// delivered; its number ends up in received.
+/// Holds back SIGINT and SIGTERM while it lives, so that work can stop where it is safe to stop. A signal that came is
+/// taken, not delivered; its number ends up in received.
 class StopSignals {
 public:
     StopSignals();

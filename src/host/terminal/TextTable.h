@@ -5,8 +5,8 @@
 
 namespace z7::cashflow::host {
 
-/// A table for people: a line of headings, a rule, and a line per record, with columns aligned on a terminal that shows wide
-/// characters on two columns. Cells are made safe for a terminal as they are added.
+/// A table for people: a line of headings, a rule, and a line per record, with columns aligned on a terminal that shows
+/// wide characters on two columns. Cells are made safe for a terminal as they are added.
 class TextTable {
 public:
     /// How a column's cells stand in it.
@@ -24,8 +24,9 @@ public:
     void add(std::vector<std::string> cells);
     [[nodiscard]] bool empty() const noexcept { return records_.empty(); }
 
-    /// The lines of the table, each without a line break and without blanks at its end, for a terminal of so many columns; 0 stands for a
-    /// file or a pipe, where every cell is whole. A table may stay wider than the terminal, which then breaks its lines.
+    /// The lines of the table, each without a line break and without blanks at its end, for a terminal of so many
+    /// columns; 0 stands for a file or a pipe, where every cell is whole. A table may stay wider than the terminal,
+    /// which then breaks its lines.
     [[nodiscard]] std::vector<std::string> lines(std::size_t terminalColumns = 0) const;
 
 private:

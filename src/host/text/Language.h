@@ -16,7 +16,8 @@ enum class Language { english, chinese };
 /// Locale identifier as the login tells it: 2052 for Chinese, 1033 for English.
 [[nodiscard]] std::int32_t localeId(Language language) noexcept;
 
-/// A language written by a user: "zh", "zh-CN", "en", "en-US" in any letter case, "_" for "-"; nothing for any other text.
+/// A language written by a user: "zh", "zh-CN", "en", "en-US" in any letter case, "_" for "-"; nothing for any other
+/// text.
 [[nodiscard]] std::optional<Language> readLanguage(std::string_view text);
 
 /// The language that the environment asks for: the first non-empty one of LC_ALL, LC_MESSAGES and LANG decides.

@@ -12,8 +12,8 @@ namespace z7::cashflow::host {
 
 namespace {
 
-// Texts that the library joins to others carry the blanks and marks that belong between them: the labels of the two sums
-// stand right before a side, a side right before an amount, and the question of 00038 right behind a statement.
+// Texts that the library joins to others carry the blanks and marks that belong between them: the labels of the two
+// sums stand right before a side, a side right before an amount, and the question of 00038 right behind a statement.
 // The captions 00058 to 00062 go into XML attributes as they are, so they hold none of & < > ' ".
 constexpr std::array catalogue{
     ResourceText{"Z7.CW.GL.CashFlow.00001", "现金流量行的科目与所属凭证分录的科目不一致！",

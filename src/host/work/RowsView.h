@@ -26,8 +26,8 @@ private:
     ItemSources sources_;
 };
 
-/// Writes rows as a table for people or an array for machines; a null pointer stands for no rows. With sources, each row says where
-/// its item comes from.
+/// Writes rows as a table for people or an array for machines; a null pointer stands for no rows. With sources, each
+/// row says where its item comes from.
 void showRows(Output& output, Session& session, const CashFlowCollection* rows, const ItemSources* sources = nullptr);
 
 } // namespace z7::cashflow::host

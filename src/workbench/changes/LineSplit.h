@@ -35,9 +35,9 @@ struct LineSplit {
     std::size_t wished = 0; ///< the number of parts that were wished
 };
 
-/// Splits a line of a total amount as wished. What the wishes leave over stays on the other items that the line had, taken away from
-/// the first of them on; else it goes to the proposed item. An item that is wished twice gets both amounts. Only the last
-/// wish may be without an amount.
+/// Splits a line of a total amount as wished. What the wishes leave over stays on the other items that the line had,
+/// taken away from the first of them on; else it goes to the proposed item. An item that is wished twice gets both
+/// amounts. Only the last wish may be without an amount.
 [[nodiscard]] LineSplit splitLine(const std::vector<ItemPart>& former, Amount total,
                                   const std::vector<ItemWish>& wishes, const std::string& proposed);
 

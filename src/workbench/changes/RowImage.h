@@ -33,7 +33,8 @@ public:
     [[nodiscard]] const Variant& at(std::size_t column) const { return values_.at(column); }
     /// Number of the entry line; 0 for a row without one.
     [[nodiscard]] std::int32_t line() const;
-    /// Whether every column is the same to the last digit; without identity the column RowGuid is left out, which a save gives anew.
+    /// Whether every column is the same to the last digit; without identity the column RowGuid is left out, which a
+    /// save gives anew.
     [[nodiscard]] bool equals(const RowImage& other, bool identity) const;
 
 private:
@@ -68,8 +69,8 @@ struct RowChange {
     std::vector<std::size_t> columns;
 };
 
-/// How the rows of a voucher became others, by line. Equal rows are kept; of the others those of one line, account and side are
-/// paired in their order and changed, and what is left over was added or removed.
+/// How the rows of a voucher became others, by line. Equal rows are kept; of the others those of one line, account and
+/// side are paired in their order and changed, and what is left over was added or removed.
 [[nodiscard]] std::vector<RowChange> compareRows(const std::vector<RowImage>& before,
                                                  const std::vector<RowImage>& after);
 

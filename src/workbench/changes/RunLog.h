@@ -21,16 +21,16 @@ struct RunNote {
     std::optional<std::int32_t> undoes; ///< the run that is undone
 };
 
-/// The log of one run: for each voucher that it changes, the rows before and after. It writes inside the voucher's own transaction, so
-/// that rows and log are stored together or not at all. The run gets its number with the first change; a run that changes
-/// nothing leaves no trace.
+/// The log of one run: for each voucher that it changes, the rows before and after. It writes inside the voucher's own
+/// transaction, so that rows and log are stored together or not at all. The run gets its number with the first change;
+/// a run that changes nothing leaves no trace.
 class RunLog {
 public:
     /// The connection outlives it.
     RunLog(Connection& connection, RunNote note) : connection_(connection), note_(std::move(note)) {}
 
-    /// Whether the account has the tables of the log; asked once, outside a transaction. Without them nothing is noted. Errors of
-    /// the database other than that there is no such table.
+    /// Whether the account has the tables of the log; asked once, outside a transaction. Without them nothing is noted.
+    /// Errors of the database other than that there is no such table.
     [[nodiscard]] bool available();
     /// Notes the rows that are stored for a voucher, which must be some, before they are changed.
     void noteBefore(const VoucherKey& key) { note(key, false); }

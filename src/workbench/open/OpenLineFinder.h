@@ -24,15 +24,15 @@ struct OpenLine {
     std::string itemName;
 };
 
-/// Finds the open lines of vouchers of one year with an item for each: the one that the line's rows would be generated with, else the
-/// one that the year's stored rows of the same account and side have most often.
+/// Finds the open lines of vouchers of one year with an item for each: the one that the line's rows would be generated
+/// with, else the one that the year's stored rows of the same account and side have most often.
 class OpenLineFinder {
 public:
     /// Reads how often each item is used in the year. The connection and the judge outlive it. Errors of the database.
     OpenLineFinder(Connection& connection, Judge& judge, std::int16_t year);
 
-    /// The open lines of a voucher in their order: those on the side where rows stand. None if the voucher has to be corrected
-    /// first. A line may stay without a row on purpose, as long as the sums match. Errors of the database.
+    /// The open lines of a voucher in their order: those on the side where rows stand. None if the voucher has to be
+    /// corrected first. A line may stay without a row on purpose, as long as the sums match. Errors of the database.
     [[nodiscard]] std::vector<OpenLine> linesOf(const UnsettledVoucher& voucher);
 
 private:

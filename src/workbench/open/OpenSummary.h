@@ -26,8 +26,8 @@ struct OpenGroup {
     VoucherKey first; ///< the first of them
 };
 
-/// Counts refused vouchers by what they lack, most often by account and side. It keeps a record for each group, however many
-/// vouchers there are.
+/// Counts refused vouchers by what they lack, most often by account and side. It keeps a record for each group, however
+/// many vouchers there are.
 class OpenSummary {
 public:
     /// Takes one more voucher. It counts in each group that one of its findings belongs to.

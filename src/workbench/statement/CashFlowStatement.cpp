@@ -141,7 +141,8 @@ private:
         });
     }
 
-    /// The group that the request gives an item: the longest code that the item's begins with, else the item's own beginning.
+    /// The group that the request gives an item: the longest code that the item's begins with, else the item's own
+    /// beginning.
     [[nodiscard]] std::string groupOf(const std::string& item) const {
         std::string group;
         for (const auto& [code, name] : request_.groups) {

@@ -22,8 +22,8 @@ struct StatementRequest {
     bool byCurrency = false;
     /// Balances of cash accounts, by code, from before the first voucher of the ledger.
     std::map<std::string, Amount> openings;
-    /// Names of groups by the beginning of their items' codes, such as "01". An item belongs to the longest code that its own begins
-    /// with; one without such a code belongs to the group of its first two characters.
+    /// Names of groups by the beginning of their items' codes, such as "01". An item belongs to the longest code that
+    /// its own begins with; one without such a code belongs to the group of its first two characters.
     std::map<std::string, std::string> groups;
 };
 
@@ -35,8 +35,8 @@ struct Flow {
     Flow& operator+=(const Flow& other);
 };
 
-/// What was received and paid in one currency, in its own amounts; the empty name stands for rows without a currency, in the
-/// ledger's.
+/// What was received and paid in one currency, in its own amounts; the empty name stands for rows without a currency,
+/// in the ledger's.
 struct CurrencyFlow {
     std::string currency;
     Flow flow;
@@ -117,26 +117,27 @@ struct CashFlowStatement {
     [[nodiscard]] bool proven() const { return gaps.empty() && difference().isZero(); }
 };
 
-/// Draws up the statement from the stored rows that readers of a voucher see. A row's effect on cash is its debit less its credit
-/// if its account is a cash account, and the opposite if not, as when a voucher's rows are compared with its cash. The cash
-/// accounts are those whose lines count as a voucher's cash: flagged as cash, end-level and open in the year; the opening balance
-/// is what the ledger holds from before the first period, and what the request adds.
+/// Draws up the statement from the stored rows that readers of a voucher see. A row's effect on cash is its debit less
+/// its credit if its account is a cash account, and the opposite if not, as when a voucher's rows are compared with its
+/// cash. The cash accounts are those whose lines count as a voucher's cash: flagged as cash, end-level and open in the
+/// year; the opening balance is what the ledger holds from before the first period, and what the request adds.
 ///
-/// Reads only, one grouped statement for each of its parts, so that memory depends on items, accounts and gaps and not on
-/// vouchers. Error 5 if the first period lies after the last or an opening names an account that is not a cash account; error 6 if
-/// a sum is too large; errors of the database as they are.
+/// Reads only, one grouped statement for each of its parts, so that memory depends on items, accounts and gaps and not
+/// on vouchers. Error 5 if the first period lies after the last or an opening names an account that is not a cash
+/// account; error 6 if a sum is too large; errors of the database as they are.
 [[nodiscard]] CashFlowStatement drawUpStatement(Connection& connection, const StatementRequest& request);
 
-/// The vouchers of some periods of a year whose rows do not account for their cash, in the order of their keys. Errors as
-/// drawUpStatement.
+/// The vouchers of some periods of a year whose rows do not account for their cash, in the order of their keys. Errors
+/// as drawUpStatement.
 [[nodiscard]] std::vector<VoucherGap> findGaps(Connection& connection, std::int16_t year, std::uint8_t first,
                                                std::uint8_t last);
 
-/// The first account of the request's openings whose lines do not count as cash in the year; empty if there is none. Errors of the
-/// database.
+/// The first account of the request's openings whose lines do not count as cash in the year; empty if there is none.
+/// Errors of the database.
 [[nodiscard]] std::string unknownOpening(Connection& connection, const StatementRequest& request);
 
-/// The vouchers under the figures of a statement's items, by item and voucher: as many records as there are. Errors of the database.
+/// The vouchers under the figures of a statement's items, by item and voucher: as many records as there are. Errors of
+/// the database.
 [[nodiscard]] std::vector<VoucherFlow> vouchersOfItems(Connection& connection, const CashFlowStatement& statement);
 /// The same for the figures of its cash accounts.
 [[nodiscard]] std::vector<VoucherFlow> vouchersOfAccounts(Connection& connection, const CashFlowStatement& statement);

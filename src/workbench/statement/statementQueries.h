@@ -3,8 +3,8 @@
 #include <cstdint>
 #include <string>
 
-/// The queries of the cash-flow statement. Each groups on the database's side, so that its answer has a record for each item, account
-/// or gap and not for each row. They hold numbers only, and so nothing that would have to be quoted.
+/// The queries of the cash-flow statement. Each groups on the database's side, so that its answer has a record for each
+/// item, account or gap and not for each row. They hold numbers only, and so nothing that would have to be quoted.
 namespace z7::cashflow::workbench::queries {
 
 /// The periods of a year that a statement covers.

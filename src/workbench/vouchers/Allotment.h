@@ -14,14 +14,14 @@
 
 namespace z7::cashflow::workbench {
 
-/// Saves the rows of vouchers one by one, each voucher in a transaction of its own: the voucher is locked before anything of it is
-/// read, what cannot be worked with is refused without asking the library, and what was stored is read back before it is
-/// committed. A refused voucher is rolled back, as is every voucher if nothing is to be kept. A voucher whose rows come out as they
-/// were is rolled back too: its rows stay untouched, with their identities.
+/// Saves the rows of vouchers one by one, each voucher in a transaction of its own: the voucher is locked before
+/// anything of it is read, what cannot be worked with is refused without asking the library, and what was stored is
+/// read back before it is committed. A refused voucher is rolled back, as is every voucher if nothing is to be kept. A
+/// voucher whose rows come out as they were is rolled back too: its rows stay untouched, with their identities.
 class Allotment {
 public:
-    /// The connection, the data access, the provider and the log outlive it. With keep false every voucher is rolled back, nothing
-    /// is noted, and the results hold the changes of every row. Without a log nothing is noted.
+    /// The connection, the data access, the provider and the log outlive it. With keep false every voucher is rolled
+    /// back, nothing is noted, and the results hold the changes of every row. Without a log nothing is noted.
     Allotment(Connection& connection, DataProvider& data, IGlVoucherProvider& gl, bool keep, RunLog* log = nullptr)
         : connection_(connection), data_(data), gl_(gl), judge_(connection, data, gl), keep_(keep),
           log_(keep && log != nullptr && log->available() ? log : nullptr) {}
@@ -30,22 +30,24 @@ public:
     void tellEveryRow() noexcept { everyRow_ = true; }
 
     /// Saves the rows that are handed in, else the stored rows of a voucher anew, or generated ones where none are
-    /// stored. Errors that concern the database as a whole come out, after a rollback; all others are refusals, a lock that another
-    /// session holds among them.
+    /// stored. Errors that concern the database as a whole come out, after a rollback; all others are refusals, a lock
+    /// that another session holds among them.
     [[nodiscard]] VoucherResult allot(const VoucherKey& key, Judge::Rows rows = nullptr);
 
-    /// Prepares the rows that are to be saved for a voucher, from the voucher and what is stored for it, and says where they come from
-    /// (a document unless it says otherwise). A null pointer leaves that to the library. Nothing is saved if it returns a refusal.
+    /// Prepares the rows that are to be saved for a voucher, from the voucher and what is stored for it, and says where
+    /// they come from (a document unless it says otherwise). A null pointer leaves that to the library. Nothing is
+    /// saved if it returns a refusal.
     using RowMaker = std::function<std::optional<Refusal>(const Voucher& voucher, const std::vector<StoredRow>& before,
                                                           Judge::Rows& rows, RowsOrigin& origin)>;
-    /// Saves rows that are made while the voucher is locked. Where their sum is not to be compared with the voucher's, a mismatch is in
-    /// the result. Errors as above.
+    /// Saves rows that are made while the voucher is locked. Where their sum is not to be compared with the voucher's,
+    /// a mismatch is in the result. Errors as above.
     [[nodiscard]] VoucherResult change(const VoucherKey& key, const RowMaker& make, bool compareSums = true);
     /// Removes all rows of a voucher, whether readers find them or not. Errors as above.
     [[nodiscard]] VoucherResult removeRows(const VoucherKey& key);
 
-    /// Saves the rows of a document in place of the stored ones. Rows of another voucher are refused unless forced. The account
-    /// option bXJLL decides whether rows that do not match are refused, or stored with a mismatch in the result. Errors as above.
+    /// Saves the rows of a document in place of the stored ones. Rows of another voucher are refused unless forced. The
+    /// account option bXJLL decides whether rows that do not match are refused, or stored with a mismatch in the
+    /// result. Errors as above.
     [[nodiscard]] VoucherResult take(const VoucherKey& key, const std::string& document, bool force);
 
     /// Saves one voucher of a run.

@@ -19,8 +19,8 @@ inline constexpr const char* voucherTable = "gl_accvouch";
 /// Where the rows under judgement come from.
 enum class RowsOrigin { stored, generated, document };
 
-/// Finds the rows of ledger vouchers, compares them with their vouchers and says what is wrong with them. The thread's login must be
-/// set. Errors of the library and the database come out unless a result is said to hold them.
+/// Finds the rows of ledger vouchers, compares them with their vouchers and says what is wrong with them. The thread's
+/// login must be set. Errors of the library and the database come out unless a result is said to hold them.
 class Judge {
 public:
     using Rows = std::shared_ptr<CashFlowCollection>;
@@ -32,8 +32,9 @@ public:
     /// Reads a voucher; it has no lines if it is not there.
     [[nodiscard]] Voucher read(const VoucherKey& key);
 
-    /// Why the library must not be asked about a voucher: it has no line, no date, or a date outside its year, so that the
-    /// library would work in another year; or a cash line lacks an amount, so that there is no sum. Nothing for any other voucher.
+    /// Why the library must not be asked about a voucher: it has no line, no date, or a date outside its year, so that
+    /// the library would work in another year; or a cash line lacks an amount, so that there is no sum. Nothing for any
+    /// other voucher.
     [[nodiscard]] std::optional<Refusal> unworkable(const Voucher& voucher);
     /// The first three of these reasons, which keep even stored rows from being looked for in the right year.
     [[nodiscard]] std::optional<Refusal> outsideYear(const Voucher& voucher);
@@ -50,8 +51,8 @@ public:
 
     /// Why stored rows are out of the readers' sight; nothing if readers find all of them.
     [[nodiscard]] static std::optional<Refusal> hidden(const std::vector<StoredRow>& rows);
-    /// Reads the rows of a voucher back as every reader does, after a save of these rows. Nothing if the reader gets exactly them, else
-    /// which of them it does not get, and why.
+    /// Reads the rows of a voucher back as every reader does, after a save of these rows. Nothing if the reader gets
+    /// exactly them, else which of them it does not get, and why.
     [[nodiscard]] std::optional<Refusal> readBack(const Voucher& voucher, const CashFlowCollection& saved,
                                                   RowsOrigin origin);
 

@@ -27,8 +27,8 @@ std::optional<VoucherKey> OutsideAllotment::ledgerVoucher(std::int16_t year, con
     return VoucherKey(year, found.key.period, found.key.kind, found.key.number);
 }
 
-// Rows are stored under the number of the ledger voucher, so that is the one to keep other desks from. Until the lock is there another
-// desk may give the voucher another number or remove it, so it is looked for again.
+// Rows are stored under the number of the ledger voucher, so that is the one to keep other desks from. Until the lock
+// is there another desk may give the voucher another number or remove it, so it is looked for again.
 std::optional<Voucher> OutsideAllotment::lockLedgerVoucher(std::int16_t year, const std::string& key) {
     std::optional<VoucherKey> locked;
     for (auto found = ledgerVoucher(year, key); found != locked; found = ledgerVoucher(year, key)) {

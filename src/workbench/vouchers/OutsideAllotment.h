@@ -19,19 +19,20 @@ struct OutsideResult {
     bool changed = false; ///< the ledger voucher has other rows than before
 };
 
-/// Stores the rows of vouchers of other subsystems, each in a transaction of its own, which is rolled back unless a reader finds what
-/// was stored. A refused voucher is a result; an error of the database as a whole is not, it comes out.
+/// Stores the rows of vouchers of other subsystems, each in a transaction of its own, which is rolled back unless a
+/// reader finds what was stored. A refused voucher is a result; an error of the database as a whole is not, it comes
+/// out.
 class OutsideAllotment {
 public:
-    /// The connection, the data access, the provider and the log outlive it; the connection is in no transaction. The thread's login
-    /// must be set. Without a log nothing is noted.
+    /// The connection, the data access, the provider and the log outlive it; the connection is in no transaction. The
+    /// thread's login must be set. Without a log nothing is noted.
     OutsideAllotment(Connection& connection, DataProvider& data, VoucherProvider& provider, RunLog* log = nullptr)
         : connection_(connection), data_(data), provider_(provider), judge_(connection, data, provider.Gl()),
           log_(log != nullptr && log->available() ? log : nullptr) {}
 
-    /// Stores the rows of a collection document in place of those of a voucher of that year; an empty document stands for the stored
-    /// rows or, where there are none, for generated ones. Refused where the ledger has no voucher with this key in the year, because
-    /// rows belong to a ledger voucher.
+    /// Stores the rows of a collection document in place of those of a voucher of that year; an empty document stands
+    /// for the stored rows or, where there are none, for generated ones. Refused where the ledger has no voucher with
+    /// this key in the year, because rows belong to a ledger voucher.
     [[nodiscard]] OutsideResult save(std::int16_t year, const std::string& table, const std::string& key,
                                      std::string document);
 

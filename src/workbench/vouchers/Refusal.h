@@ -13,7 +13,8 @@ namespace z7::cashflow::workbench {
 /// Where a row has its cash-flow item from.
 enum class ItemOrigin { storedRow, auxiliaryItem, line, templateOfAccount, document };
 
-/// One thing that is wrong with a voucher or its rows. Which members count depends on the kind; the others have their defaults.
+/// One thing that is wrong with a voucher or its rows. Which members count depends on the kind; the others have their
+/// defaults.
 struct Finding {
     enum class Kind {
         voucherGone,    ///< the voucher has no line any more
@@ -25,23 +26,23 @@ struct Finding {
         rowsNotFound,   ///< rows: readers find that many of the stored rows, for a reason that is not known
         sumsDiffer,     ///< voucherSum, rowsSum
         noTemplate, ///< line, account, debit, amount: the line has no item, and its account no template for the side
-        lineWithoutRow,   ///< line, account, debit, amount: the stored rows leave the line out
-        accountNotInYear, ///< line, account: the line does not count, because the account is missing in the year,
-        accountClosed,    ///< is closed,
-        accountNotEnd,    ///< or is not an end-level account
-        rowWithoutLine,   ///< line, account: the row's line is not in the voucher
-        rowOnOther,       ///< line, account, otherAccount: the row stands on the first account, its line on the other
-        rowsDoubled,      ///< rows: that many rows are stored twice; without the doubles the rows match
-        notStoredYet,     ///< nothing is stored, and the rows that would be generated match
-        newRowsMatch,     ///< rows generated anew would match in place of the stored ones
-        heldElsewhere,    ///< another session holds the voucher
-        noRowsDocument,   ///< the document is not one of cash-flow rows
-        otherVoucher,     ///< voucher: the document holds rows of this voucher
-        changedSince,     ///< run: the rows are no longer those that this run left
-        lineMissing,      ///< line: the voucher has no such line
-        amountExceedsLine, ///< line, account, debit, amount: what was assigned is more than the line's amount, 0, or against its sign
-        restWithoutItem, ///< line, account, debit, amount: so much of the line is left over and has no item
-        noLedgerVoucher  ///< voucher, year: the ledger has no valid voucher with this outside key in the year
+        lineWithoutRow,    ///< line, account, debit, amount: the stored rows leave the line out
+        accountNotInYear,  ///< line, account: the line does not count, because the account is missing in the year,
+        accountClosed,     ///< is closed,
+        accountNotEnd,     ///< or is not an end-level account
+        rowWithoutLine,    ///< line, account: the row's line is not in the voucher
+        rowOnOther,        ///< line, account, otherAccount: the row stands on the first account, its line on the other
+        rowsDoubled,       ///< rows: that many rows are stored twice; without the doubles the rows match
+        notStoredYet,      ///< nothing is stored, and the rows that would be generated match
+        newRowsMatch,      ///< rows generated anew would match in place of the stored ones
+        heldElsewhere,     ///< another session holds the voucher
+        noRowsDocument,    ///< the document is not one of cash-flow rows
+        otherVoucher,      ///< voucher: the document holds rows of this voucher
+        changedSince,      ///< run: the rows are no longer those that this run left
+        lineMissing,       ///< line: the voucher has no such line
+        amountExceedsLine, ///< line, account, debit, amount: the amount is 0, exceeds the line's, or has the other sign
+        restWithoutItem,   ///< line, account, debit, amount: so much of the line is left over and has no item
+        noLedgerVoucher    ///< voucher, year: the ledger has no valid voucher with this outside key in the year
     };
     Kind kind = Kind::voucherGone;
     std::int32_t line = 0; ///< number of the entry line, inid
@@ -60,8 +61,8 @@ struct Finding {
     std::int32_t run = 0;
 };
 
-/// Why a voucher was refused: 10008 to 10026, or the error of a conversion, a document or a statement that concerns this voucher
-/// alone.
+/// Why a voucher was refused: 10008 to 10026, or the error of a conversion, a document or a statement that concerns
+/// this voucher alone.
 struct Refusal {
     Error error; ///< as it was raised; a refusal of the program's own has no description
     std::vector<Finding>

@@ -25,9 +25,10 @@ private:
     bool open_ = true;
 };
 
-/// Runs a save in a transaction of its own, which is committed only if the save returns no refusal and "keep" then says that the
-/// changes are to be kept. An error of the save that concerns this voucher alone is returned in the words of "explain", which is asked while the
-/// transaction is still open, unless another session holds the voucher; one of the database as a whole comes out.
+/// Runs a save in a transaction of its own, which is committed only if the save returns no refusal and "keep" then says
+/// that the changes are to be kept. An error of the save that concerns this voucher alone is returned in the words of
+/// "explain", which is asked while the transaction is still open, unless another session holds the voucher; one of the
+/// database as a whole comes out.
 [[nodiscard]] std::optional<Refusal> saveInTransaction(Connection& connection, const std::function<bool()>& keep,
                                                        const std::function<std::optional<Refusal>()>& save,
                                                        const std::function<Refusal(const Error&)>& explain);

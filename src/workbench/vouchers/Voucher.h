@@ -51,10 +51,11 @@ struct Voucher {
 /// Reads a voucher in one statement. The accounting system, such as "政府会计制度", decides whether budget accounts count.
 [[nodiscard]] Voucher readVoucher(Connection& connection, const VoucherKey& key, const std::string& accountingSystem);
 
-/// Keeps other desks that do the same away from a voucher until the transaction ends: each of its lines is set to itself.
-/// A lock by hint (updlock) or an application lock would need no right to change lines, but the open-source server ignores the one
-/// and cannot be relied on for the other, while a changed row is locked by every server. It also keeps lines from being edited
-/// meanwhile. It waits as long as the session waits for locks; then the error is one for which isHeldElsewhere is true.
+/// Keeps other desks that do the same away from a voucher until the transaction ends: each of its lines is set to
+/// itself. A lock by hint (updlock) or an application lock would need no right to change lines, but the open-source
+/// server ignores the one and cannot be relied on for the other, while a changed row is locked by every server. It also
+/// keeps lines from being edited meanwhile. It waits as long as the session waits for locks; then the error is one for
+/// which isHeldElsewhere is true.
 void lockVoucher(Connection& connection, const VoucherKey& key);
 
 /// A stored row of a voucher, whether or not a reader finds it.

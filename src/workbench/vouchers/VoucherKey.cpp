@@ -18,7 +18,8 @@ constexpr std::array<KeyPartOutOfRange, 4> ranges{{
     {Part::number, 0, std::numeric_limits<std::int32_t>::max()},
 }};
 
-/// The parts of a written key. A number that is too large for any part counts as -1; a kind that is written as a sign counts as 0.
+/// The parts of a written key. A number that is too large for any part counts as -1; a kind that is written as a sign
+/// counts as 0.
 struct Parts {
     std::array<std::int64_t, 4> numbers{};
     std::string sign;

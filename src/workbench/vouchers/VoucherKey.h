@@ -9,8 +9,8 @@
 
 namespace z7::cashflow::workbench {
 
-/// A ledger voucher as a user writes it: year/period/kind/number, such as "2024/1/2/15". It is the library's key and the
-/// accounting year, 1 to 9999.
+/// A ledger voucher as a user writes it: year/period/kind/number, such as "2024/1/2/15". It is the library's key and
+/// the accounting year, 1 to 9999.
 struct VoucherKey : cashflow::VoucherKey {
     constexpr VoucherKey() = default;
     constexpr VoucherKey(std::int16_t ofYear, std::uint8_t ofPeriod, std::int16_t ofKind, std::int32_t ofNumber)
@@ -30,8 +30,8 @@ struct WrittenVoucherKey {
     std::string sign; ///< the sign; empty where a number is written
 };
 
-/// The written key that a text holds; nothing for any other text, and for one with a number out of its range. Whether there is a kind of
-/// that sign, VoucherKinds knows.
+/// The written key that a text holds; nothing for any other text, and for one with a number out of its range. Whether
+/// there is a kind of that sign, VoucherKinds knows.
 [[nodiscard]] std::optional<WrittenVoucherKey> readWrittenVoucherKey(std::string_view text);
 
 /// A part of a key that is out of its range.

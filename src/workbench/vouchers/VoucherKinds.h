@@ -31,8 +31,8 @@ public:
     /// The kinds that have a sign: none if it is unknown, several if it is ambiguous.
     [[nodiscard]] std::vector<std::int16_t> kindsOf(const std::string& sign) const;
 
-    /// A key as people read it: with the sign of its kind where that sign stands for this kind alone and can be read back, else
-    /// with the number.
+    /// A key as people read it: with the sign of its kind where that sign stands for this kind alone and can be read
+    /// back, else with the number.
     [[nodiscard]] std::string keyText(const VoucherKey& key) const;
     /// The key that was written; nothing if its sign is unknown or ambiguous.
     [[nodiscard]] std::optional<VoucherKey> resolved(const WrittenVoucherKey& written) const;

@@ -28,8 +28,8 @@ struct VoucherResult {
     std::optional<Refusal> refusal;
     /// Why the stored rows do not match the voucher, where the account option bXJLL lets them be stored all the same.
     std::optional<Refusal> mismatch{};
-    /// What became of each row, kept ones among them. Empty for a refused voucher, and where a save that is kept found no row before:
-    /// every row is new then.
+    /// What became of each row, kept ones among them. Empty for a refused voucher, and where a save that is kept found
+    /// no row before: every row is new then.
     std::vector<RowChange> changes{};
     /// The rows of one kind; a refused voucher has none.
     [[nodiscard]] std::int32_t count(RowChange::Kind kind) const {

@@ -8,9 +8,9 @@ namespace z7::cashflow::workbench {
 
 namespace {
 
-/// Classes of SQL states that tell of the database and not of a value: connection, a transaction that is gone, rollback by
-/// the server (deadlock, lock), resources (disk full), intervention of an operator, system (input and output, broken file),
-/// and general failures.
+/// Classes of SQL states that tell of the database and not of a value: connection, a transaction that is gone, rollback
+/// by the server (deadlock, lock), resources (disk full), intervention of an operator, system (input and output, broken
+/// file), and general failures.
 constexpr std::array<std::string_view, 8> failingClasses{"08", "25", "40", "53", "57", "58", "HY", "XX"};
 /// What the embedded database says in a general failure of one statement: its error without a kind, a value that is too
 /// big, of another type, or out of range. It leaves the database sound.
@@ -18,8 +18,8 @@ constexpr std::string_view generalFailure = "HY000";
 constexpr std::array<int, 4> statementFailures{1, 18, 20, 25};
 /// A table that is not there concerns every voucher: the file is no account of the suite.
 constexpr std::string_view tableMissing = "42S02";
-/// A lock that was not to be had in time, and a transaction that the server ended in favour of another one: by SQL state, and by
-/// the server's own numbers, which some drivers hand over under a state that says nothing.
+/// A lock that was not to be had in time, and a transaction that the server ended in favour of another one: by SQL
+/// state, and by the server's own numbers, which some drivers hand over under a state that says nothing.
 constexpr std::array<std::string_view, 2> lockStates{"HYT00", "40001"};
 constexpr std::array<int, 2> lockNumbers{1222, 1205};
 

@@ -5,8 +5,8 @@
 
 namespace z7::cashflow::workbench {
 
-/// The columns of a list of open entry lines, which a program writes, a person completes in a spreadsheet, and a program reads back.
-/// The names are the same in every language, so that a list can be handed on.
+/// The columns of a list of open entry lines, which a program writes, a person completes in a spreadsheet, and a
+/// program reads back. The names are the same in every language, so that a list can be handed on.
 namespace openLineColumns { // NOLINT(readability-identifier-naming): read as a prefix of the columns, like a type
 
 inline constexpr std::string_view voucher = "voucher"; ///< the key, such as 2024/1/2/15

@@ -73,12 +73,14 @@ public:
                          std::string& cItemCode, std::string& cItemName);
     /// Name of a cash-flow item; empty where the item is unknown. Reads on a session of its own.
     [[nodiscard]] std::string GetCFItemName(Connection& objCon, const std::string& cItemCode);
-    /// The item that lines of an account (cDataSource) on the debit (bDir) or credit side normally belong to, in the context's
-    /// year. The date does not matter. False and an empty code where there is no template. Own session. Where it is asked for, the
-    /// day from which the template is meant to hold is handed out as well: nothing if there is no template or it has none.
+    /// The item that lines of an account (cDataSource) on the debit (bDir) or credit side normally belong to, in the
+    /// context's year. The date does not matter. False and an empty code where there is no template. Own session. Where
+    /// it is asked for, the day from which the template is meant to hold is handed out as well: nothing if there is no
+    /// template or it has none.
     bool GetCashFlowTemplate(Connection& objCon, const std::string& cDataSource, bool bDir, Date dDate,
                              std::string& cItemCode, std::optional<Date>* dStartDate = nullptr);
-    /// The item that the user's draft holds for a line. False and an empty item where there is no such line. Own session.
+    /// The item that the user's draft holds for a line. False and an empty item where there is no such line. Own
+    /// session.
     bool GetCashFlowFromDraft(Connection& objCon, std::int16_t inid, std::string& cCashItem);
     /// Stores a template, or changes the item of the newest one of that account and side after asking through
     /// CashFlowTemplateSave. Nothing happens without an account or an item. Always false. Own session.

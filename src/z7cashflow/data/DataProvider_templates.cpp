@@ -6,8 +6,8 @@
 #include "z7cashflow/support/Error.h"
 #include "z7cashflow/support/conversions.h"
 
-// Cash-flow items, drafts and templates. These reads run on a session of their own, opened with the connection string of
-// the host's connection: what the host has not committed is not seen.
+// Cash-flow items, drafts and templates. These reads run on a session of their own, opened with the connection string
+// of the host's connection: what the host has not committed is not seen.
 
 namespace z7::cashflow {
 

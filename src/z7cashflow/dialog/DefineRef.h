@@ -9,8 +9,8 @@
 
 namespace z7::cashflow {
 
-/// Serves the reference "voucher": the entry lines of one voucher that rows can belong to, which are those on cash-flow accounts or
-/// those on all others, as the account option bCashCode says.
+/// Serves the reference "voucher": the entry lines of one voucher that rows can belong to, which are those on cash-flow
+/// accounts or those on all others, as the account option bCashCode says.
 class DefineRef final : public ReferenceProvider {
 public:
     /// The connection that the lines are read on; not owned alone.

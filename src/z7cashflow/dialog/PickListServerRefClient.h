@@ -9,8 +9,8 @@
 
 namespace z7::cashflow {
 
-/// The reference client for hosts that have none of the suite's: columns and title as the provider's document has them, the rows in a
-/// pick list. A provider that fails, by error or by its message, is a failure with that text.
+/// The reference client for hosts that have none of the suite's: columns and title as the provider's document has them,
+/// the rows in a pick list. A provider that fails, by error or by its message, is a failure with that text.
 class PickListServerRefClient final : public ServerRefClient {
 public:
     explicit PickListServerRefClient(std::unique_ptr<PickList> list);

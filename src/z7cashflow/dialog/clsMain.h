@@ -13,8 +13,8 @@ namespace z7::cashflow {
 
 class frmCashFlow;
 
-/// What a voucher screen talks to: prepares the cash-flow rows of the voucher on the screen and shows the dialog on them. It saves
-/// nothing; the host saves CashFlowCol through a provider afterwards.
+/// What a voucher screen talks to: prepares the cash-flow rows of the voucher on the screen and shows the dialog on
+/// them. It saves nothing; the host saves CashFlowCol through a provider afterwards.
 ///
 /// The host sets Login first, and once for the thread the connection factory and the dialog factory of
 /// modPublic::Context. Rows in CashFlowCol are kept from call to call as long as the voucher's key stays.
@@ -39,22 +39,22 @@ public:
     [[nodiscard]] const std::shared_ptr<CashFlowCollection>& CashFlowCol() const noexcept { return CashFlowCol_; }
     void CashFlowCol(const std::shared_ptr<CashFlowCollection>& value) { CashFlowCol_ = value; }
 
-    /// Shows the dialog on the rows of a voucher of another subsystem. A message in its place where the voucher touches no
-    /// cash-flow account. dbill_date reaches only a collection that is read here. blnCheckCF (left out: true) lets OK compare the
-    /// sums of an empty collection too. Every error reaches the host; a collection that was read here names no voucher table, so
-    /// that the dialog's first summary fails with the database's error.
+    /// Shows the dialog on the rows of a voucher of another subsystem. A message in its place where the voucher touches
+    /// no cash-flow account. dbill_date reaches only a collection that is read here. blnCheckCF (left out: true) lets
+    /// OK compare the sums of an empty collection too. Every error reaches the host; a collection that was read here
+    /// names no voucher table, so that the dialog's first summary fails with the database's error.
     void ShowCashFlowOutVoucher(const std::string& strVoucherTable, const std::string& coutNo_id, Date dbill_date,
                                 bool blnCreate = true, const bool* blnCheckCF = nullptr);
-    /// Shows the dialog on the rows of a ledger voucher in the year iyear (left out: 0, the login's). A message in its place where
-    /// the voucher has no line on a cash-flow account. Rows are read where CashFlowCol has none, and generated where none are
-    /// stored and blnCreate says so; with blnCreate and the operator's option iUpdateCashFlow they are generated in any case and
-    /// keep the items that CashFlowCol had. Every error reaches the host.
+    /// Shows the dialog on the rows of a ledger voucher in the year iyear (left out: 0, the login's). A message in its
+    /// place where the voucher has no line on a cash-flow account. Rows are read where CashFlowCol has none, and
+    /// generated where none are stored and blnCreate says so; with blnCreate and the operator's option iUpdateCashFlow
+    /// they are generated in any case and keep the items that CashFlowCol had. Every error reaches the host.
     void ShowCashFlow(const std::string& strVoucherTable, std::uint8_t iPeriod, std::int16_t isignseq,
                       std::int32_t iNo_id, Date dbill_date, bool blnCreate = true, const bool* blnCheckCF = nullptr,
                       const std::int16_t* iyear = nullptr);
-    /// Prepares CashFlowCol as ShowCashFlow does, without the option iUpdateCashFlow and without a dialog. False on any failure,
-    /// and where the voucher has no line on a cash-flow account; nothing is shown. A connection that could not even be opened
-    /// is an error of its closing: 3704, or 91 where none was made.
+    /// Prepares CashFlowCol as ShowCashFlow does, without the option iUpdateCashFlow and without a dialog. False on any
+    /// failure, and where the voucher has no line on a cash-flow account; nothing is shown. A connection that could not
+    /// even be opened is an error of its closing: 3704, or 91 where none was made.
     bool InitCashFlow(const std::string& strVoucherTable, std::uint8_t iPeriod, std::int16_t isignseq,
                       std::int32_t iNo_id, Date dbill_date, bool blnCreate = true, const bool* blnCheckCF = nullptr);
 

@@ -11,7 +11,8 @@ namespace z7::cashflow {
 
 /// Shows an information box under the dialog's title.
 void showNotice(const std::string& prompt);
-/// Asks a question under the dialog's title; true unless the answer is no. buttons are the style bits of MessageBox::Show.
+/// Asks a question under the dialog's title; true unless the answer is no. buttons are the style bits of
+/// MessageBox::Show.
 [[nodiscard]] bool asksToGoOn(const std::string& prompt, std::int32_t buttons);
 
 /// An amount as a cell shows it, "1,234.50"; null is the empty text, and a text that is not a number stays as it is.

@@ -17,7 +17,8 @@ namespace z7::cashflow {
 
 class IGlVoucherProvider;
 
-/// The modal dialog in which a user edits the cash-flow rows of one voucher: a grid with a line for each row, and seven buttons.
+/// The modal dialog in which a user edits the cash-flow rows of one voucher: a grid with a line for each row, and seven
+/// buttons.
 ///
 /// It works on the collection itself: every accepted cell goes into its row at once. Rows are not saved here. One
 /// object serves one showing: ReadOnly, LoadData, showModal, then CashFlowCol.
@@ -34,13 +35,13 @@ public:
     [[nodiscard]] bool ReadOnly() const noexcept { return ReadOnly_; }
     void ReadOnly(bool value) noexcept { ReadOnly_ = value; }
 
-    /// Fills the grid with the rows of a collection; the first call makes the window. Nothing happens without a collection.
-    /// With blnCheckCF OK compares the sums of an empty collection too. Errors of the connection and the statements, of the
-    /// window system, and 91 without the host's factories.
+    /// Fills the grid with the rows of a collection; the first call makes the window. Nothing happens without a
+    /// collection. With blnCheckCF OK compares the sums of an empty collection too. Errors of the connection and the
+    /// statements, of the window system, and 91 without the host's factories.
     void LoadData(const std::shared_ptr<Z7Login>& objLogin, const std::shared_ptr<CashFlowCollection>& CashFlowCol,
                   bool blnCheckCF);
-    /// Stores the widths of a grid's columns under the name of a layout where they differ from those stored by more than 60
-    /// twips, after asking. Failures are ignored, but for a message about one in the middle of writing.
+    /// Stores the widths of a grid's columns under the name of a layout where they differ from those stored by more
+    /// than 60 twips, after asking. Failures are ignored, but for a message about one in the middle of writing.
     void SaveMyColWidth(SuperGrid& grid, const std::string& name);
     /// Shows the dialog until it is closed. LoadData comes first.
     void showModal();

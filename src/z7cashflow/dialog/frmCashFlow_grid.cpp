@@ -139,8 +139,8 @@ bool frmCashFlow::accountFits(const std::string& ccode) {
     return true;
 }
 
-// The voucher line that a grid line stands on, or nothing. Where its number is no longer right, the first line of the account in the
-// whole table takes its place.
+// The voucher line that a grid line stands on, or nothing. Where its number is no longer right, the first line of the
+// account in the whole table takes its place.
 std::shared_ptr<Recordset> frmCashFlow::findVoucherLine(const std::string& ccode, const std::string& inid) {
     constexpr int attempts = 3;
     const std::string& table = collection().VoucherTable();

@@ -73,7 +73,8 @@ void frmCashFlow::SaveMyColWidth(SuperGrid& cells, const std::string& name) {
     });
 }
 
-// Widths that were never stored, or for other columns, are written without a question; small drags are not written at all.
+// Widths that were never stored, or for other columns, are written without a question; small drags are not written at
+// all.
 bool frmCashFlow::shouldWrite(const std::string& name, std::int16_t mode, const Widths& widths) {
     const auto stored = connection().CreateRecordset();
     stored->CursorLocation(CursorLocation::Client);

@@ -56,8 +56,8 @@ struct Context {
     std::shared_ptr<DialogFactory> dialogFactory;         ///< windows of the dialog; none by default
     GuidSource guidSource = systemGuidSource();           ///< random bytes of GetGUID
     std::function<void(const std::string&)> debugSink;    ///< takes debug texts; nowhere by default
-    /// Is told of each row that is made from stored rows or voucher lines where its item was found, as soon as the row is in its
-    /// collection. It changes nothing; what it raises reaches the caller. Nobody by default.
+    /// Is told of each row that is made from stored rows or voucher lines where its item was found, as soon as the row
+    /// is in its collection. It changes nothing; what it raises reaches the caller. Nobody by default.
     std::function<void(const CashFlow& row, const ItemSource& source)> itemObserver;
 };
 

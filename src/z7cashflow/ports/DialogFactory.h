@@ -14,14 +14,14 @@ class DialogFactory {
 public:
     virtual ~DialogFactory() = default;
 
-    /// A form of the design that raises its events to the listener, which outlives it. It is not shown yet. Error of the
-    /// window system where there is no screen.
+    /// A form of the design that raises its events to the listener, which outlives it. It is not shown yet. Error of
+    /// the window system where there is no screen.
     [[nodiscard]] virtual std::unique_ptr<DialogForm> createForm(const FormDesign& design, FormEvents& listener) = 0;
     /// A pop-up over rows.
     [[nodiscard]] virtual std::unique_ptr<PickList> createPickList() = 0;
 
-    /// The suite's reference clients, where the host has them. A null pointer, the default, lets the library take its own, which work
-    /// with a PickList.
+    /// The suite's reference clients, where the host has them. A null pointer, the default, lets the library take its
+    /// own, which work with a PickList.
     [[nodiscard]] virtual std::unique_ptr<ServerRefClient> createServerRefClient() { return nullptr; }
     [[nodiscard]] virtual std::unique_ptr<ZQReferClient> createReferClient() { return nullptr; }
 };

@@ -15,14 +15,14 @@ struct PickColumn {
     bool alignRight = false;
 };
 
-/// A modal pop-up that lists rows and lets the user pick one: typing narrows the list to the rows that contain what was typed, the
-/// arrow keys move, Enter or a double click picks, Escape leaves.
+/// A modal pop-up that lists rows and lets the user pick one: typing narrows the list to the rows that contain what was
+/// typed, the arrow keys move, Enter or a double click picks, Escape leaves.
 class PickList {
 public:
     virtual ~PickList() = default;
-    /// Shows the rows, each with a text for every column, in their order, until the user has picked or left. Returns the
-    /// position from 0 of the picked row in rows, or nothing. Nothing is picked beforehand but the first row is current. Some
-    /// thousand rows are usual.
+    /// Shows the rows, each with a text for every column, in their order, until the user has picked or left. Returns
+    /// the position from 0 of the picked row in rows, or nothing. Nothing is picked beforehand but the first row is
+    /// current. Some thousand rows are usual.
     virtual std::optional<std::size_t> pick(const std::string& title, const std::vector<PickColumn>& columns,
                                             const std::vector<std::vector<std::string>>& rows) = 0;
 };

@@ -50,9 +50,10 @@ public:
     /// The text services, shared with whoever takes them.
     [[nodiscard]] virtual std::shared_ptr<cashflow::TextLookup> TextLookup() = 0;
     [[nodiscard]] virtual std::shared_ptr<cashflow::FormattedTextLookup> FormattedTextLookup() = 0;
-    /// Whether the library is to refuse a value that could change the statement that it goes into, with error 10020 and before
-    /// the statement is run: a text with a quote, a number that is not one number, a table name that is not a name. Values are
-    /// never escaped, so a host that does not check them itself returns true. False where a host says nothing.
+    /// Whether the library is to refuse a value that could change the statement that it goes into, with error 10020 and
+    /// before the statement is run: a text with a quote, a number that is not one number, a table name that is not a
+    /// name. Values are never escaped, so a host that does not check them itself returns true. False where a host says
+    /// nothing.
     [[nodiscard]] virtual bool guardsStatements() { return false; }
 };
 

@@ -4,7 +4,8 @@
 
 namespace z7::cashflow {
 
-/// Sees every key press on its form before the focused control does and passes it on as FormEvents::keyDown. It cannot be seen.
+/// Sees every key press on its form before the focused control does and passes it on as FormEvents::keyDown. It cannot
+/// be seen.
 class ZQKeyHookCtrl : public Control {};
 
 } // namespace z7::cashflow

@@ -15,14 +15,14 @@ public:
 
     /// Rights of the user; called once, before ItemRefInit, with two empty texts and false.
     virtual void SetRWAuth(const std::string& first, const std::string& second, bool third) = 0;
-    /// Prepares the pop-up for the items of a class under a filter, a condition over the columns citemcode and citemname. False if
-    /// it cannot be shown. The flag is always false.
+    /// Prepares the pop-up for the items of a class under a filter, a condition over the columns citemcode and
+    /// citemname. False if it cannot be shown. The flag is always false.
     virtual bool ItemRefInit(std::shared_ptr<Z7Login>& login, bool flag, const std::string& itemClass,
                              std::string& filter) = 0;
     /// Shows the pop-up until the user has picked or left it.
     virtual void Show() = 0;
-    /// What was picked: open and standing on a record with at least the field citemcode, or at its end. A null pointer or a closed
-    /// recordset if nothing was picked. The caller closes it.
+    /// What was picked: open and standing on a record with at least the field citemcode, or at its end. A null pointer
+    /// or a closed recordset if nothing was picked. The caller closes it.
     [[nodiscard]] virtual std::shared_ptr<Recordset> recmx() = 0;
 };
 

@@ -24,8 +24,8 @@ struct GlSave {
     VoucherKey key;
     Date bill_date; ///< 1900-01-01 where the caller knows no date
 
-    /// Runs the save. objCFCol may come in as nothing and then goes out as the rows that were found or made. Every error comes
-    /// out with the source "CashFlow".
+    /// Runs the save. objCFCol may come in as nothing and then goes out as the rows that were found or made. Every
+    /// error comes out with the source "CashFlow".
     bool SaveCashFlowColCore(std::shared_ptr<CashFlowCollection>& objCFCol, bool blnCheckCF) const;
 
 private:

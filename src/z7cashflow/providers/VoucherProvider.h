@@ -13,8 +13,8 @@ struct ProviderSettings;
 
 /// The class through which a host reaches the cash-flow rows of one voucher at a time, by either contract.
 ///
-/// Its three settings (VoucherTempTable, SetOldVouchNoID, bFromDraft) stay from voucher to voucher until they are set again.
-/// It keeps no connection, no voucher and no login: year and options live in the thread's context.
+/// Its three settings (VoucherTempTable, SetOldVouchNoID, bFromDraft) stay from voucher to voucher until they are set
+/// again. It keeps no connection, no voucher and no login: year and options live in the thread's context.
 class VoucherProvider final {
 public:
     VoucherProvider();

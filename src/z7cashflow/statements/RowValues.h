@@ -7,7 +7,8 @@
 
 namespace z7::cashflow::statements {
 
-/// The values of a row in the order of its columns, joined by commas. Under wholeLiterals each must arrive as one literal.
+/// The values of a row in the order of its columns, joined by commas. Under wholeLiterals each must arrive as one
+/// literal.
 class RowValues {
 public:
     /// No values yet, for a statement of that name.

@@ -7,8 +7,8 @@
 
 namespace z7::cashflow {
 
-/// The key of a ledger voucher within its accounting year, such as period 3, kind 2, number 15. The default is the key of a
-/// voucher that has no number yet.
+/// The key of a ledger voucher within its accounting year, such as period 3, kind 2, number 15. The default is the key
+/// of a voucher that has no number yet.
 struct VoucherKey {
     std::uint8_t period = 0; ///< accounting period, 0 to 255
     std::int16_t kind = 0;   ///< number of the voucher kind in dsign

@@ -2,7 +2,8 @@
 
 #include "z7cashflow/statements/Statement.h"
 
-// Stored cash-flow rows. gl_cashtable holds those of all years; the view gl_v_cashtable shows those of the session's year.
+// Stored cash-flow rows. gl_cashtable holds those of all years; the view gl_v_cashtable shows those of the session's
+// year.
 
 namespace z7::cashflow::statements {
 

@@ -6,7 +6,8 @@
 
 namespace z7::cashflow::statements {
 
-/// Makes the table with the columns of a voucher line and the types that the ledger gives them; the false condition copies no line.
+/// Makes the table with the columns of a voucher line and the types that the ledger gives them; the false condition
+/// copies no line.
 inline constexpr Statement<Table, Number> createVoucherTable{
     "createVoucherTable",
     "select inid,idoc,cbill,cdigest,ccode,cexch_name,md,mc,md_f,mc_f, nd_s,nc_s, csettle ,cn_id,dt_date"

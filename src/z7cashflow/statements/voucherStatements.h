@@ -27,7 +27,8 @@ inline constexpr Statement<ColumnList, Table, Number, Text> keylessOutsideVouche
     "keylessOutsideVoucherLines", "select {columns},bCashItem from {table} as TempVoucher"
                                   "  inner join code on    code.iyear={year} and   TempVoucher.ccode=code.ccode"
                                   " where TempVoucher.coutno_id=N'{coutNo_id}' and code.bend=1 and code.bclose=0   "};
-/// Follows one of the four under government accounting, where budget accounts run beside the financial ones and move no cash.
+/// Follows one of the four under government accounting, where budget accounts run beside the financial ones and move no
+/// cash.
 inline constexpr Statement<> exceptBudgetAccounts{"exceptBudgetAccounts",
                                                   " and code.cUserDefineType<>N'预算类会计科目'"};
 

@@ -9,14 +9,15 @@
 
 namespace z7::cashflow {
 
-/// The one exception of the library: a number that callers can test, where it came from, a text for people, and why it was raised in
-/// a form that can be translated. The source "CashFlow" marks what the library itself decided. An error of a database carries the
-/// database's own number and text, and its five-character SQL state if it has one.
+/// The one exception of the library: a number that callers can test, where it came from, a text for people, and why it
+/// was raised in a form that can be translated. The source "CashFlow" marks what the library itself decided. An error
+/// of a database carries the database's own number and text, and its five-character SQL state if it has one.
 class Error : public std::exception {
 public:
     /// An error with a text from elsewhere: a database's, a catalogue's, a check's.
     Error(int number, std::string source, std::string description, std::string sqlState = {});
-    /// The same, with why it was raised: for a text that is laid down and says too little, such as that XML cannot be read.
+    /// The same, with why it was raised: for a text that is laid down and says too little, such as that XML cannot be
+    /// read.
     Error(int number, std::string source, std::string description, Explanation why);
     /// An error whose number and English text are those of its reason.
     Error(std::string source, Explanation why, std::string sqlState = {});

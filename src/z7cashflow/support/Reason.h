@@ -20,8 +20,8 @@ struct ReasonEntry {
     std::string_view english; ///< without a full stop, since it often goes on or stands inside another sentence
 };
 
-/// Whether a table has an entry for each name of an enumeration that ends in "count", in the order of the names. Every table of
-/// reasons, English or translated, asserts it where it is compiled.
+/// Whether a table has an entry for each name of an enumeration that ends in "count", in the order of the names. Every
+/// table of reasons, English or translated, asserts it where it is compiled.
 template <class Id, class Table> [[nodiscard]] constexpr bool isComplete(const Table& table) noexcept {
     std::size_t place = 0;
     for (const auto& entry : table) {
@@ -32,16 +32,17 @@ template <class Id, class Table> [[nodiscard]] constexpr bool isComplete(const T
     return place == static_cast<std::size_t>(Id::count);
 }
 
-/// Why an error was raised. The id is what programs and translations work with; its English stands in Reason.cpp, the Chinese of
-/// z7cf in host/text/ChineseReason.cpp, and a host of its own adds a table of its own. It is an enumeration and not a text so
-/// that the compiler finds a misspelled one, and so that a table that lacks one does not compile. What each says, and what its
-/// places take, is to be read in the table.
+/// Why an error was raised. The id is what programs and translations work with; its English stands in Reason.cpp, the
+/// Chinese of z7cf in host/text/ChineseReason.cpp, and a host of its own adds a table of its own. It is an enumeration
+/// and not a text so that the compiler finds a misspelled one, and so that a table that lacks one does not compile.
+/// What each says, and what its places take, is to be read in the table.
 ///
-/// These are the reasons of the library. A room above it names its own in an enumeration of the same build, with a table beside it
-/// and an entryOf(); the database adapters have shared::DatabaseReason, for example.
+/// These are the reasons of the library. A room above it names its own in an enumeration of the same build, with a
+/// table beside it and an entryOf(); the database adapters have shared::DatabaseReason, for example.
 ///
-/// To add a reason: name it here, give it a number and English at the same place in Reason.cpp, and Chinese at the same place in
-/// ChineseReason.cpp with the same places; then raise it (raisePlatformError, or an Error with a source of its own).
+/// To add a reason: name it here, give it a number and English at the same place in Reason.cpp, and Chinese at the same
+/// place in ChineseReason.cpp with the same places; then raise it (raisePlatformError, or an Error with a source of its
+/// own).
 enum class Reason {
     none,     ///< the error has only its description
     verbatim, ///< somebody else's words, such as a database's own text

@@ -270,8 +270,8 @@ bool isMemoryLost(const Reading& reading, const xmlParserCtxt& parser, int code)
     return code == XML_ERR_NO_MEMORY && !reading.refused && xmlDictGetUsage(parser.dict) <= XML_MAX_DICTIONARY_LIMIT;
 }
 
-/// Hears on this thread that the parser lacks memory where it does not say so to the parse, which would go to the error stream, and
-/// gives the hearing back to whom it had before.
+/// Hears on this thread that the parser lacks memory where it does not say so to the parse, which would go to the error
+/// stream, and gives the hearing back to whom it had before.
 class MemoryWatch {
 public:
     explicit MemoryWatch(Reading& reading) noexcept
@@ -535,8 +535,8 @@ std::shared_ptr<const XmlTree> XmlTree::read(std::string_view text, Explanation&
     if (auto tree = parse(text, *count, why)) {
         return tree;
     }
-    // The parser does not always say that its memory has run out, and then refuses what it could not hold: a verdict counts when it
-    // is found twice.
+    // The parser does not always say that its memory has run out, and then refuses what it could not hold: a verdict
+    // counts when it is found twice.
     const Explanation first = std::move(why);
     why = {};
     auto tree = parse(text, *count, why);

@@ -5,8 +5,8 @@
 namespace z7::cashflow::conformance {
 namespace {
 
-/// Every statement that the library builds, over the voucher 2013/1/2/5, each with the number of records that it must give; -1
-/// for a statement without records.
+/// Every statement that the library builds, over the voucher 2013/1/2/5, each with the number of records that it must
+/// give; -1 for a statement without records.
 class StatementCases : public DatabaseCase {
 protected:
     void SetUp() override {

@@ -48,7 +48,8 @@ std::unique_ptr<Connection> makeDriverConnection() {
 
 DriverDatabase::DriverDatabase() : folder_(fs::path(::testing::TempDir()) / randomName()) {
     fs::create_directories(folder_);
-    // SQLite's driver has narrow calls only, and unixODBC cuts a wide connection string to bytes before it hands it to them.
+    // SQLite's driver has narrow calls only, and unixODBC cuts a wide connection string to bytes before it hands it to
+    // them.
     const bool wide = ParameterText::cType() == SQL_C_WCHAR;
     file_ = folder_ / (wide ? fs::path("company x.db") : fs::path(u8"公司 x.db"));
     sqlite::createDatabase(file_);

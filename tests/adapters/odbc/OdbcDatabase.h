@@ -30,9 +30,9 @@ private:
     std::filesystem::path file_;
 };
 
-/// A database of its own on a server that speaks Transact-SQL, made with the schema's scripts and dropped at the end. The server
-/// is the one that the environment variable Z7CF_TEST_SQLSERVER names: a connection string without a database, whose login may
-/// create databases.
+/// A database of its own on a server that speaks Transact-SQL, made with the schema's scripts and dropped at the end.
+/// The server is the one that the environment variable Z7CF_TEST_SQLSERVER names: a connection string without a
+/// database, whose login may create databases.
 class ServerDatabase final : public conformance::DatabaseUnderTest {
 public:
     ServerDatabase();

@@ -16,7 +16,8 @@ protected:
         connection_->onStatement([this](int session, const std::string&) { last_ = session; });
         connection_->Open(database_.connectionString(std::int16_t{2013}, 0));
     }
-    /// The session on which a text runs that does not care for the caller's; whether the database takes it does not matter.
+    /// The session on which a text runs that does not care for the caller's; whether the database takes it does not
+    /// matter.
     int sessionOf(const std::string& text) {
         const auto records = connection_->CreateRecordset();
         ignoringErrors(

@@ -8,9 +8,10 @@
 
 namespace z7::cashflow::odbc {
 
-/// The embedded database behind its ODBC driver: statements are rewritten to its own dialect, and their literals are bound as
-/// values of the columns that they belong to. The driver must load an extension that gives a session the schema's functions
-/// and attaches the companions of the account's file; it tells the year to the function z7_use_year of that extension.
+/// The embedded database behind its ODBC driver: statements are rewritten to its own dialect, and their literals are
+/// bound as values of the columns that they belong to. The driver must load an extension that gives a session the
+/// schema's functions and attaches the companions of the account's file; it tells the year to the function z7_use_year
+/// of that extension.
 class SqliteDialect final : public Dialect {
 public:
     void start(Driver& driver, const ConnectionOptions& options) override;

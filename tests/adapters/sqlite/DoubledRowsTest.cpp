@@ -1,5 +1,5 @@
-// The statements of docs/sql-server.md that find and remove doubled rows, as the page has them. Its script of rights needs a server with
-// users, so no test runs that.
+// The statements of docs/sql-server.md that find and remove doubled rows, as the page has them. Its script of rights
+// needs a server with users, so no test runs that.
 
 #include "adapters/sqlite/EmbeddedDatabase.h"
 #include "z7cashflow/support/conversions.h"

@@ -4,8 +4,9 @@
 
 namespace z7::cashflow::sqlite {
 
-/// Stands between the database library and the disk as long as it lives, counts what changes the disk, and from one of these
-/// calls on does what a failing disk or a killed program does. One at a time; files must be closed before it goes.
+/// Stands between the database library and the disk as long as it lives, counts what changes the disk, and from one of
+/// these calls on does what a failing disk or a killed program does. One at a time; files must be closed before it
+/// goes.
 class FaultyDisk {
 public:
     enum class Fault {

@@ -81,8 +81,8 @@ TEST(DatabaseFile, AnotherSchemaVersionIsRefusedWithBothNumbers) {
     expectRefusal(database.file(), "newer program");
 }
 
-/// Runs an action as a user whom permissions bind, in a process of its own where the test runs as the superuser. Returns the
-/// action's text.
+/// Runs an action as a user whom permissions bind, in a process of its own where the test runs as the superuser.
+/// Returns the action's text.
 std::string withoutRights(const std::function<std::string()>& action) {
     int ends[2];
     if (pipe(ends) != 0) {

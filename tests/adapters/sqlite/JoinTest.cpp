@@ -1,4 +1,5 @@
-// Joins and filters on texts that are equal for an accountant, but not byte by byte, against nested loops over the same rows.
+// Joins and filters on texts that are equal for an accountant, but not byte by byte, against nested loops over the same
+// rows.
 
 #include "adapters/sqlite/EmbeddedDatabase.h"
 #include "adapters/sqlite/spellings.h"

@@ -1,5 +1,5 @@
-// Every statement of the library that joins or filters, on texts that are equal for an accountant but not byte by byte. It must find the
-// rows that it finds where equal texts are the same bytes.
+// Every statement of the library that joins or filters, on texts that are equal for an accountant but not byte by byte.
+// It must find the rows that it finds where equal texts are the same bytes.
 
 #include "adapters/sqlite/EmbeddedDatabase.h"
 #include "adapters/sqlite/spellings.h"

@@ -24,8 +24,8 @@ struct TableColumn {
     bool hasDefault = false; ///< whether a value comes by itself for a row that does not name the column
 };
 
-/// Why a row, or the columns that rows are to give, cannot be taken. Its description names the table and the column; a program that
-/// names them in its own way takes fault().
+/// Why a row, or the columns that rows are to give, cannot be taken. Its description names the table and the column; a
+/// program that names them in its own way takes fault().
 class LoadError : public Error {
 public:
     /// Takes the source, the table, the columns concerned and what is wrong.
@@ -51,8 +51,8 @@ public:
     [[nodiscard]] std::int64_t count() const noexcept final { return count_; }
 
 protected:
-    /// Takes the source of its errors, the table's name, what its columns are, and the names of those that rows will give.
-    /// LoadError if a column is unknown or named twice, or if one that must have a value is not named.
+    /// Takes the source of its errors, the table's name, what its columns are, and the names of those that rows will
+    /// give. LoadError if a column is unknown or named twice, or if one that must have a value is not named.
     TableLoader(std::string source, std::string table, const std::vector<TableColumn>& known,
                 const std::vector<std::string>& columns);
 
@@ -65,7 +65,8 @@ protected:
     [[noreturn]] void refuseDoubleKey(std::vector<std::string> keyColumns) const;
 
 private:
-    /// Writes one row, a value for each column. An Error of the database, or LoadError (refuseRow) if it refuses this row.
+    /// Writes one row, a value for each column. An Error of the database, or LoadError (refuseRow) if it refuses this
+    /// row.
     virtual void insert(const std::vector<Variant>& values) = 0;
     [[noreturn]] void refuse(DatabaseReason reason, const std::string& column,
                              std::vector<std::string> arguments = {}) const;

@@ -13,8 +13,8 @@
 
 namespace z7::cashflow::shared {
 
-/// The recordset that the database adapters share: it holds its rows on the client and reaches the database through a Backend
-/// only to run its statement and to write records.
+/// The recordset that the database adapters share: it holds its rows on the client and reaches the database through a
+/// Backend only to run its statement and to write records.
 ///
 /// Moving off a record with pending changes writes them first, as the platform does. Closing with pending changes drops
 /// them: they belong to a record that the database has refused or that nobody has asked to write.

@@ -19,8 +19,8 @@ struct Column {
     int length = 0; ///< the maximum number of characters of a text; 0 for no limit
 };
 
-/// The columns of a result, with a look-up by name without regard to letter case. It does not change once it is made, so
-/// that all results of one statement can share it.
+/// The columns of a result, with a look-up by name without regard to letter case. It does not change once it is made,
+/// so that all results of one statement can share it.
 class ColumnList {
 public:
     explicit ColumnList(std::vector<Column> columns);

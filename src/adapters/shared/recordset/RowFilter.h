@@ -16,8 +16,8 @@ struct FilterCondition {
     double number = 0.0;
 };
 
-/// The conditions of a text "column=number and column=number", ordered by column. Names are looked up without regard to letter
-/// case, blanks may stand around every part. Error 3001 for any other text, 3265 for a column that is not there.
+/// The conditions of a text "column=number and column=number", ordered by column. Names are looked up without regard to
+/// letter case, blanks may stand around every part. Error 3001 for any other text, 3265 for a column that is not there.
 [[nodiscard]] std::vector<FilterCondition> parseFilter(std::string_view criteria, const ColumnList& columns);
 
 /// Answers filters over one row set. For each set of columns it makes an index at its first use, so that n filters over

@@ -13,8 +13,8 @@
 
 namespace z7::cashflow::shared {
 
-/// All rows of a result, fetched to the client. A value is kept as the database gave it, in 16 bytes plus its text, and is
-/// turned into its column's type when it is asked for: most values of a result never are.
+/// All rows of a result, fetched to the client. A value is kept as the database gave it, in 16 bytes plus its text, and
+/// is turned into its column's type when it is asked for: most values of a result never are.
 class RowSet {
 public:
     explicit RowSet(std::shared_ptr<const ColumnList> columns);
@@ -36,9 +36,11 @@ public:
 
     /// The value in its column's type. A value that the column's type cannot hold comes in the narrowest type that can.
     [[nodiscard]] Variant value(std::size_t row, int column) const;
-    /// The value as a number: a boolean is 1 or 0, a date its day number. Nothing for null and for texts that are no number.
+    /// The value as a number: a boolean is 1 or 0, a date its day number. Nothing for null and for texts that are no
+    /// number.
     [[nodiscard]] std::optional<double> number(std::size_t row, int column) const;
-    /// Puts a value in the place of another one, which has to be there. Error 7 as with addText; the old value stays then.
+    /// Puts a value in the place of another one, which has to be there. Error 7 as with addText; the old value stays
+    /// then.
     void replace(std::size_t row, int column, const Variant& value);
 
 private:

@@ -8,8 +8,8 @@
 
 namespace z7::cashflow::shared {
 
-/// A connection string taken apart: "keyword=value;keyword={value}", in which "}}" in braces is one closing brace. No message of
-/// it quotes a value, since any of them could be a secret.
+/// A connection string taken apart: "keyword=value;keyword={value}", in which "}}" in braces is one closing brace. No
+/// message of it quotes a value, since any of them could be a secret.
 class ConnectionText {
 public:
     struct Part {

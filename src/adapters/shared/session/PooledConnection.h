@@ -8,9 +8,9 @@
 
 namespace z7::cashflow::shared {
 
-/// The connection that the database adapters share: a session of its own, and a pool of sessions for the recordsets that are
-/// opened on the text of a connection string. Idle sessions are kept, a few in all, until the connection closes. Such a session
-/// is never this connection's. An adapter only opens sessions.
+/// The connection that the database adapters share: a session of its own, and a pool of sessions for the recordsets
+/// that are opened on the text of a connection string. Idle sessions are kept, a few in all, until the connection
+/// closes. Such a session is never this connection's. An adapter only opens sessions.
 class PooledConnection : public Connection {
 public:
     using StatementObserver = shared::StatementObserver;
@@ -34,11 +34,12 @@ public:
 
     /// True between BeginTrans and CommitTrans or RollbackTrans.
     [[nodiscard]] bool inTransaction() const;
-    /// The number of this connection's own session, from 1. Sessions of its pool count on from there. 0 if it is closed.
+    /// The number of this connection's own session, from 1. Sessions of its pool count on from there. 0 if it is
+    /// closed.
     [[nodiscard]] int sessionNumber() const;
 
-    /// Sees each statement's text as it was handed in, before anything else looks at it, on this connection's session and on
-    /// those of its pool. An empty observer ends it.
+    /// Sees each statement's text as it was handed in, before anything else looks at it, on this connection's session
+    /// and on those of its pool. An empty observer ends it.
     void onStatement(StatementObserver observer);
 
 protected:

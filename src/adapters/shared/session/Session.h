@@ -7,8 +7,8 @@
 
 namespace z7::cashflow::shared {
 
-/// Called with the number of the session that runs a statement and the statement's text. An Error that it throws goes to the
-/// caller in place of the statement, which then does not run.
+/// Called with the number of the session that runs a statement and the statement's text. An Error that it throws goes
+/// to the caller in place of the statement, which then does not run.
 using StatementObserver = std::function<void(int session, const std::string& text)>;
 
 /// Statement observers, shared by a connection and the sessions of its pool.
@@ -26,8 +26,8 @@ public:
 
     /// Begins a transaction. Error of the database if one is open.
     virtual void begin() = 0;
-    /// Commits. Error of the database if no transaction is open, if the database already rolled it back, or if the reply was
-    /// lost (outcome unknown); in the last two cases call rollback.
+    /// Commits. Error of the database if no transaction is open, if the database already rolled it back, or if the
+    /// reply was lost (outcome unknown); in the last two cases call rollback.
     virtual void commit() = 0;
     /// Rolls back and ends the transaction. Error of the database if none is open.
     virtual void rollback() = 0;

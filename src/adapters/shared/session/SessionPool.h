@@ -11,8 +11,8 @@
 
 namespace z7::cashflow::shared {
 
-/// Sessions for recordsets that are opened on the text of a connection string. A session that comes back is kept for the next
-/// who asks with the same text, so that a row does not cost a login. It belongs to one connection.
+/// Sessions for recordsets that are opened on the text of a connection string. A session that comes back is kept for
+/// the next who asks with the same text, so that a row does not cost a login. It belongs to one connection.
 class SessionPool : public std::enable_shared_from_this<SessionPool> {
 public:
     /// Opens a session with the number that it is to bear.
@@ -22,8 +22,8 @@ public:
 
     explicit SessionPool(Opener opener);
 
-    /// A session for the caller's use alone, which is in no transaction. It comes back to the pool when the last holder lets
-    /// it go, and is kept unless it can no longer be handed to somebody else.
+    /// A session for the caller's use alone, which is in no transaction. It comes back to the pool when the last holder
+    /// lets it go, and is kept unless it can no longer be handed to somebody else.
     [[nodiscard]] std::shared_ptr<Session> take(const std::string& connectionString);
     /// A session that is never pooled.
     [[nodiscard]] std::shared_ptr<Session> open(const std::string& connectionString);

@@ -1,5 +1,6 @@
-// A loadable extension of the embedded database's library. SQLite's ODBC driver loads it into each session (LoadExt=FILE), so
-// that the tables, views and triggers of an account work through ODBC as they do in the embedded adapter.
+// A loadable extension of the embedded database's library. SQLite's ODBC driver loads it into each session
+// (LoadExt=FILE), so that the tables, views and triggers of an account work through ODBC as they do in the embedded
+// adapter.
 
 #include "adapters/sqlite/TempDatabase.h"
 #include "adapters/sqlite/functions.h"
