@@ -7,7 +7,7 @@ namespace z7::cashflow::host {
 
 std::unique_ptr<Connection> AccountConnections::create(const std::string& connectionString) {
     const AccountPlace place = AccountPlace::behind(connectionString, serverConnection_);
-    if (!place.file()) { // that of an embedded database is read by now
+    if (!place.file()) { // file() has already parsed the string of an embedded database
         static_cast<void>(odbc::parseConnectionString(connectionString));
     }
     return place.makeConnection();

@@ -9,13 +9,13 @@
 
 namespace z7::cashflow::host {
 
-/// Makes the connections that the library opens itself: with driver=sqlite to the embedded database, with everything
-/// else by the host's way to a server.
+/// Creates the connections that the library opens itself: to the embedded database for driver=sqlite, otherwise by
+/// the host's connection maker.
 class AccountConnections final : public ConnectionFactory {
 public:
     explicit AccountConnections(ConnectionMaker serverConnection) : serverConnection_(std::move(serverConnection)) {}
 
-    /// Error 5 for a string that neither adapter can read; it quotes no value.
+    /// Error 5 for a string that the adapter cannot parse; the message contains no value of the string.
     [[nodiscard]] std::unique_ptr<Connection> create(const std::string& connectionString) override;
 
 private:

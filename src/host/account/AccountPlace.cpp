@@ -13,8 +13,8 @@ namespace z7::cashflow::host {
 
 namespace {
 
-/// Whether a connection string says driver=sqlite. One that cannot be read names no embedded database: the adapter that
-/// gets it refuses it with the reason.
+/// Whether a connection string says driver=sqlite. False for one that cannot be parsed: the ODBC adapter then
+/// refuses it with the reason.
 bool isEmbedded(const std::string& connectionString) {
     bool embedded = false;
     ignoringErrors([&] {

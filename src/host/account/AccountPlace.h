@@ -12,28 +12,28 @@
 
 namespace z7::cashflow::host {
 
-/// Where an account's database is: a file of the embedded database, or what a connection string names. The string
-/// chooses the adapter: with driver=sqlite the embedded database, with everything else an ODBC driver. It may hold a
-/// password and is never shown.
+/// Where an account's database is: a file of the embedded database, or a connection string. The string chooses the
+/// adapter: the embedded database for driver=sqlite, otherwise ODBC. It may hold a password and is never shown.
 class AccountPlace {
 public:
-    /// An account's file, which need not exist yet.
+    /// An account file, which need not exist yet.
     [[nodiscard]] static AccountPlace ofFile(std::filesystem::path file);
-    /// What a connection string names. It must not say a year, which comes from the command. serverConnection makes the
-    /// connections to any database but the embedded one.
+    /// The database that a connection string names. The string must not contain a year, which comes from the
+    /// command. serverConnection creates the connections to any database but the embedded one.
     [[nodiscard]] static AccountPlace behind(std::string connectionString, ConnectionMaker serverConnection);
 
-    /// The account's file; nothing for a server. Error 5 for a string of the embedded database that cannot be read.
+    /// The account's file; empty for a server. Error 5 for a string of the embedded database that cannot be
+    /// parsed.
     [[nodiscard]] std::optional<std::filesystem::path> file() const;
-    /// The string that opens it in an accounting year, or without one.
+    /// The connection string for an accounting year, or for no year.
     [[nodiscard]] std::string connectionString(std::optional<std::int16_t> year) const;
-    /// The connection string as it was given; empty for a file.
+    /// The connection string as given; empty for a file.
     [[nodiscard]] std::string givenString() const;
-    /// A closed connection of the adapter that it needs.
+    /// A closed connection of the adapter for this place.
     [[nodiscard]] std::unique_ptr<Connection> makeConnection() const;
 
 private:
-    /// A connection string with the adapter that it chooses.
+    /// A connection string and the adapter that it chooses.
     struct Named {
         std::string connectionString;
         bool embedded = false;

@@ -6,7 +6,7 @@
 
 namespace z7::cashflow::host {
 
-/// Why a file cannot be read as CSV. How a reason is added stands at Reason.
+/// Why a file cannot be read as CSV. See Reason for how to add one.
 enum class CsvReason {
     utf16,
     gb18030,
@@ -21,7 +21,7 @@ enum class CsvReason {
     count ///< the number of reasons, not a reason itself
 };
 
-/// The reasons in the order of their names.
+/// The table of reasons, in the order of the enumeration.
 [[nodiscard]] std::span<const ReasonEntry> csvReasons() noexcept;
 
 [[nodiscard]] const ReasonEntry& entryOf(CsvReason reason) noexcept;

@@ -24,7 +24,7 @@ constexpr std::size_t mostOfAKind = 20;
 constexpr const char* tableMissing = "42S02";
 constexpr int permissionDenied = 229;
 
-/// Findings of one kind, of which only the first are kept.
+/// Findings of one kind; only the first ones are kept, the others are counted.
 class Findings {
 public:
     Findings(const char* kind, std::vector<AccountFinding>& all) : kind_(kind), all_(all) {}
@@ -59,7 +59,7 @@ void forEachRecord(Connection& connection, const std::string& query,
 
 std::string text(const FieldList& fields, const char* name) { return toTextOrEmpty(fields.Item(name)); }
 
-/// Items that a table names and the list of items lacks.
+/// Reports the items that a table refers to and the list of items does not have.
 void checkItems(Connection& connection, const std::string& table, const std::string& column,
                 const std::string& condition, const char* kind, std::vector<AccountFinding>& all) {
     Findings findings(kind, all);
@@ -145,7 +145,7 @@ void checkBalances(Connection& connection, std::vector<AccountFinding>& all) {
                   });
 }
 
-/// Compares the version of a server's schema. A file's version is compared when the file is opened.
+/// Compares the version of a server's schema. For a file, opening it does that.
 void checkVersion(Connection& connection, CheckedAccount& checked) {
     try {
         forEachRecord(connection, "select version from z7_schema_version", [&checked](const FieldList& fields) {

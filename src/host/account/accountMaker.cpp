@@ -23,7 +23,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// The account options that the library reads, all of them true or false.
+/// The account options that the library reads; all are true or false.
 constexpr std::array<std::string_view, 3> accountOptionNames{"bCashCode", "bAutoDisplay", "bXJLL"};
 constexpr const char* ledgerSystem = "GL";
 
@@ -33,7 +33,8 @@ void requireFree(const std::optional<fs::path>& taken) {
     }
 }
 
-/// Runs a step of making the account's files; what the disk refuses is a Failure that names the account.
+/// Runs a step that writes the account's files; an Error, such as one of the disk, becomes a Failure that names the
+/// account.
 template <class Step> auto onDisk(const fs::path& account, Language language, Step&& step) {
     try {
         return step();

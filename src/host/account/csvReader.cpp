@@ -15,7 +15,7 @@ namespace {
 
 constexpr std::size_t longestRecord = std::size_t{16} << 20;
 
-/// The first byte of a line that begins no valid UTF-8 character, or npos.
+/// The position of the first byte that is not part of a valid UTF-8 character, or npos.
 std::size_t firstInvalidByte(std::string_view line) noexcept {
     for (std::size_t at = 0; at < line.size();) {
         const auto* bytes = reinterpret_cast<const utf8proc_uint8_t*>(line.data() + at);
@@ -30,8 +30,8 @@ std::size_t firstInvalidByte(std::string_view line) noexcept {
     return std::string_view::npos;
 }
 
-/// Whether a line could be GB18030, which spreadsheets in China write: bytes of ASCII, pairs, and fours with digits in
-/// them.
+/// Whether a line could be GB18030, which Chinese spreadsheet programs write: ASCII bytes, two-byte characters, and
+/// four-byte characters with digits as second and fourth byte.
 bool mayBeGb18030(std::string_view line) noexcept {
     const auto byteAt = [line](std::size_t at) {
         return at < line.size() ? static_cast<unsigned char>(line[at]) : static_cast<unsigned char>(0);
@@ -57,7 +57,7 @@ bool isAscii(std::string_view line) noexcept {
     return std::all_of(line.begin(), line.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
 }
 
-/// What a file is by its first line, where that is not text in UTF-8.
+/// Refuses a file whose first line shows that it is a spreadsheet or UTF-16.
 void requireCsv(std::string_view line) {
     constexpr std::string_view zip = "PK\x03\x04";
     constexpr std::string_view compound = "\xD0\xCF\x11\xE0";
@@ -69,15 +69,16 @@ void requireCsv(std::string_view line) {
     }
 }
 
-/// No character is left out at the ends of a field.
+/// Keeps the blanks at both ends of a field.
 int isNoSpace(unsigned char /*character*/) { return 0; }
 
-/// Feeds the parser line by line, so that the line of every record is known, and collects what it finds.
+/// Feeds the parser line by line, so that the line of every record is known, and collects its fields.
 class Reader {
 public:
     explicit Reader(const std::function<void(const CsvRecord&)>& take) : take_(take) {
         csv_init(&parser_, CSV_STRICT | CSV_STRICT_FINI | CSV_EMPTY_IS_NULL);
-        // By itself the parser's buffer grows by 128 bytes at a time, which a long record pays for by its square.
+        // By default the parser's buffer grows by 128 bytes at a time, which takes quadratic time for a long
+        // record.
         constexpr std::size_t growth = std::size_t{64} << 10U;
         csv_set_blk_size(&parser_, growth);
         csv_set_space_func(&parser_, isNoSpace);
@@ -139,7 +140,8 @@ private:
         }
     }
 
-    /// Exceptions must not pass through the parser, which is written in C: they wait in failure_.
+    /// Exceptions must not pass through the parser, which is written in C: they are kept in failure_ and
+    /// rethrown after it.
     template <class Action> void guarded(const Action& action) {
         if (failure_) {
             return;
@@ -172,7 +174,7 @@ private:
     CsvRecord record_;
     std::size_t recordBytes_ = 0;
     std::size_t line_ = 0;
-    bool foreignSeen_ = false; ///< there was a line in UTF-8 that is more than ASCII, so the file is not GB18030
+    bool foreignSeen_ = false; ///< a line with valid non-ASCII UTF-8 was seen, so the file is not GB18030
     std::exception_ptr failure_;
 };
 

@@ -5,19 +5,19 @@
 
 namespace z7::cashflow::host {
 
-/// One file of the sample company, as it is in the program.
+/// One file of the sample company, embedded in the program.
 struct SampleFile {
-    std::string_view name; ///< the file's name without its ending
+    std::string_view name; ///< the file's name without its extension
     std::string_view text;
 };
 
-// Their texts lie in src/host/sample and are put into the program when it is built.
+// The files are in src/host/sample and are embedded when the program is built.
 
-/// The CSV files, which are named after their tables.
+/// The CSV files, named after their tables.
 [[nodiscard]] std::span<const SampleFile> sampleFiles() noexcept;
-/// Statements that make the tables that no account has of its own, named after the tables.
+/// Statements that create the tables that are not part of the schema, named after the tables.
 [[nodiscard]] std::span<const SampleFile> sampleDefinitions() noexcept;
-/// XML documents: vouchers and rows.
+/// XML documents of vouchers and rows.
 [[nodiscard]] std::span<const SampleFile> sampleDocuments() noexcept;
 
 } // namespace z7::cashflow::host

@@ -21,14 +21,15 @@ using workbench::Transaction;
 
 namespace {
 
-constexpr const char* masterDatabase = "master"; ///< every login may work in it
+constexpr const char* masterDatabase = "master"; ///< every login has access to it
 
 bool isServersOwn(const std::string& database) {
     constexpr std::array<std::string_view, 5> names{masterDatabase, "model", "msdb", "tempdb", odbc::systemDatabase};
     return std::find(names.begin(), names.end(), asciiLower(database)) != names.end();
 }
 
-/// The server while an account is made on it. Databases that were made for the account go with it unless it is kept.
+/// The server on which an account is being created. Unless keep() is called, the destructor drops the databases
+/// that were created for the account.
 class Server {
 public:
     Server(std::string connectionString, const std::function<std::shared_ptr<Connection>()>& newConnection)
@@ -37,13 +38,14 @@ public:
     Server& operator=(const Server&) = delete;
     ~Server() {
         for (const std::string& database : made_) {
-            ignoringErrors([&] { odbc::dropDatabase(*elsewhere(), database); }); // the failure that led here is told
+            ignoringErrors([&] { odbc::dropDatabase(*elsewhere(), database); });
         }
     }
 
     void keep() noexcept { made_.clear(); }
 
-    /// A session in the account's database, which is made if it is named and not there.
+    /// A session in the account's database, which is created if the connection string names it and it does not
+    /// exist.
     [[nodiscard]] std::shared_ptr<Connection> openAccount() {
         try {
             account_ = open(connectionString_);
@@ -71,21 +73,23 @@ private:
         return connection;
     }
 
-    /// A session that works in no database of ours: that of the account, which is led away, since a database is not
-    /// dropped while somebody works in it and a session that is closed lingers; or else a new one.
+    /// A session in the database master. The account's own session is moved there if possible: a database
+    /// cannot be dropped while a session uses it, and a closed session may linger in a pool. Otherwise a new
+    /// session is opened.
     [[nodiscard]] std::shared_ptr<Connection> elsewhere() {
         try {
             if (account_ != nullptr) {
                 odbc::workIn(*account_, masterDatabase);
                 return account_;
             }
-        } catch (const Error&) { // its line is cut
+        } catch (const Error&) { // the connection was lost
             account_.reset();
         }
         return open(odbc::withDatabase(connectionString_, masterDatabase));
     }
 
-    /// Makes the database that the string names; false if it is there, or if the server cannot be reached at all.
+    /// Creates the database that the connection string names; false if it exists, or if the server cannot be
+    /// reached.
     bool makeMissing() {
         const auto database = odbc::databaseNamed(connectionString_);
         std::shared_ptr<Connection> connection;

@@ -10,20 +10,20 @@
 
 namespace z7::cashflow::host {
 
-/// An account that was made on a server.
+/// An account created on a server.
 struct ServerAccount {
-    std::string database; ///< the database that holds it
+    std::string database; ///< the database that contains it
     LoadedTables loaded;
 };
 
-/// Makes an account on a server that speaks Transact-SQL, in the database that the connection string or its data source
-/// names: tables and views, with records from files and with options in the place of those that the files hold. A named
-/// database that is not there is made, and so is the suite's system database; all else happens in one transaction, so
-/// that a failure leaves the server as it was.
+/// Creates an account on a server that speaks Transact-SQL, in the database that the connection string or its data
+/// source names: tables and views, records from files, and options that replace those of the files. The named
+/// database and the suite's system database are created if they do not exist; everything else happens in one
+/// transaction, so that a failure leaves the server unchanged.
 ///
-/// newConnection gives closed connections. Failure (usage) if the database holds tables of an account already, is one
-/// of the server's own, or tells upper from lower case, or if a file cannot be taken; Failure (database) with the
-/// server's text if the server cannot be reached or refuses; Interrupted once stopRequested answers true.
+/// newConnection returns closed connections. Failure (usage) if the database already contains tables of an account,
+/// is one of the server's own, or has a case-sensitive collation, or if a file is refused; Failure (database) with
+/// the server's text if the server cannot be reached or refuses; Interrupted once stopRequested returns true.
 ServerAccount makeServerAccount(const std::string& connectionString,
                                 const std::function<std::shared_ptr<Connection>()>& newConnection,
                                 const std::vector<TableFile>& files, const std::vector<AccountOption>& options,

@@ -23,7 +23,7 @@ namespace z7::cashflow::host {
 
 namespace {
 
-/// What is wrong with the files, up to a number that nobody wants to exceed.
+/// The faults of the files, up to a limit that stops the reading.
 class Faults {
 public:
     explicit Faults(Language language) noexcept : language_(language) {}
@@ -35,7 +35,7 @@ public:
         }
     }
 
-    /// A Failure with all faults so far, if there are any.
+    /// Throws a Failure with all faults so far, if there are any.
     void raiseIfAny() const {
         if (faults_.size() == 1) {
             throw Failure(exitCode::usage, faults_.front().text, faults_.front().arguments);
@@ -65,7 +65,7 @@ std::string withoutBlanks(const std::string& text) {
     return first == std::string::npos ? std::string() : text.substr(first, text.find_last_not_of(" \t") - first + 1);
 }
 
-/// Whether two fields would be the same in a key, by and large: this only serves a message.
+/// Whether two fields would probably be equal in a key; used only for a message.
 bool isSameInKey(const std::optional<std::string>& one, const std::optional<std::string>& other) {
     if (!one || !other) {
         return false;
@@ -76,15 +76,15 @@ bool isSameInKey(const std::optional<std::string>& one, const std::optional<std:
     return a == b || (number && number == readNumber(b));
 }
 
-/// Loads one file. The first record becomes the column names, all others rows. A record that cannot be taken is a
-/// fault, and the loading goes on with the next one; a file that cannot be read any further is a fault, too.
+/// Loads one file. The first record holds the column names, all others are rows. A record that is refused is a
+/// fault, and loading continues with the next one; a file that cannot be read any further is a fault as well.
 class FileLoading {
 public:
     FileLoading(LoadableTables& tables, const TableFile& file, Language language, Faults& faults,
                 const std::function<bool()>& stopRequested)
         : tables_(tables), file_(file), language_(language), faults_(faults), stopRequested_(stopRequested) {}
 
-    /// The number of rows that were added.
+    /// Returns the number of rows added.
     std::int64_t run() {
         const std::unique_ptr<std::istream> stream = file_.open();
         if (!stream) {
@@ -98,13 +98,13 @@ public:
             }
         } catch (const CsvError& error) {
             fault(error.line(), reasonText(language_, error));
-        } catch (const Unusable&) { // its heading is a fault
+        } catch (const Unusable&) { // its heading was reported as a fault
         }
         return loader_ ? loader_->count() : 0;
     }
 
 private:
-    /// The reading of a file ends here.
+    /// Ends the reading of a file.
     struct Unusable {};
 
     [[nodiscard]] std::string text(HostText text, const std::vector<std::string>& arguments = {}) const {
@@ -154,7 +154,7 @@ private:
         }
     }
 
-    /// Other signs between the fields show as one column name that holds them.
+    /// Refuses a heading with another separator: it shows as a single column name that contains the separator.
     void requireCommas(const CsvRecord& record) {
         if (record.fields.size() != 1 || !record.fields.front()) {
             return;
@@ -180,7 +180,7 @@ private:
         }
     }
 
-    /// Names the key of a record, with the line of the file where it stood first.
+    /// Names the key of a record, and the line on which the key first appeared.
     [[nodiscard]] std::string doubleKeyText(const CsvRecord& record, const std::vector<std::string>& keyColumns) const {
         std::vector<std::size_t> places;
         std::vector<std::string> key;
@@ -198,7 +198,7 @@ private:
                     : reasonText(language_, Explanation{shared::DatabaseReason::keyTaken, {keyText}});
     }
 
-    /// The line of the first record before this one with the same fields in these places.
+    /// The line of an earlier record with the same fields in these columns.
     [[nodiscard]] std::optional<std::size_t> earlierLine(const CsvRecord& record,
                                                          const std::vector<std::size_t>& places) const {
         struct Found {
@@ -234,7 +234,7 @@ private:
     std::unique_ptr<RowLoader> loader_;
 };
 
-/// Loads the files one after the other, as far as there is a table for each.
+/// Loads the files one after another, if there is a table for each.
 LoadedTables loadFiles(LoadableTables& tables, const std::vector<TableFile>& files, Language language, Faults& faults,
                        const std::function<bool()>& stopRequested) {
     const std::vector<std::string> names = tables.names();
@@ -315,7 +315,7 @@ LoadedTables loadTableFiles(Connection& connection, LoadableTables& tables, cons
         const LoadedTables loaded = loadFiles(tables, files, language, faults, stopRequested);
         faults.raiseIfAny();
         return loaded;
-    } catch (const Error&) { // after a refused row a server may refuse all that follows
+    } catch (const Error&) { // after a refused row a server may refuse everything that follows
         faults.raiseIfAny();
         throw;
     }

@@ -14,31 +14,31 @@
 
 namespace z7::cashflow::host {
 
-/// One CSV file with records of one table: UTF-8, the first line names columns, an empty field is null.
+/// A CSV file with records of one table: UTF-8, the first line holds the column names, an empty field is null.
 struct TableFile {
-    std::string table;     ///< name of the table, in any letter case
-    std::string shownName; ///< how messages name the file
-    /// Opens the file for reading; a null pointer if that fails.
+    std::string table;     ///< the table's name, in any letter case
+    std::string shownName; ///< the file's name in messages
+    /// Opens the file for reading; returns a null pointer if that fails.
     std::function<std::unique_ptr<std::istream>()> open;
-    std::string definition{}; ///< the statement that makes the table; empty for a table that every account has
+    std::string definition{}; ///< statement that creates the table; empty for a table of the schema
 };
 
-/// What a loading has put into the database.
+/// What was loaded into the database.
 struct LoadedTables {
     std::int64_t tables = 0;
     std::int64_t records = 0;
 };
 
-/// The CSV files of a folder in the order of their names; other files and folders do not count. Failure (usage) if
-/// there is no such folder or no CSV file in it.
+/// The CSV files of a folder, sorted by name; other files and folders are ignored. Failure (usage) if the folder
+/// does not exist or contains no CSV file.
 [[nodiscard]] std::vector<TableFile> tableFilesOfFolder(const std::filesystem::path& folder);
 
-/// The CSV files of the sample company that comes with the program.
+/// The CSV files of the built-in sample company.
 [[nodiscard]] std::vector<TableFile> tableFilesOfSample();
 
-/// Puts the records of the files into the tables of their names, inside the caller's transaction. "tables" are those of
-/// the connection's session. Failure (usage) that names file, line, column and reason for everything that cannot be
-/// taken, up to 50 faults, Interrupted once stopRequested answers true; the caller rolls back then.
+/// Loads the records of the files into the tables of the same names, in the caller's transaction. "tables" are
+/// those of the connection's session. Failure (usage), with file, line, column and reason of each fault, up to 50;
+/// Interrupted once stopRequested returns true. The caller rolls back in both cases.
 LoadedTables loadTableFiles(Connection& connection, LoadableTables& tables, const std::vector<TableFile>& files,
                             Language language, const std::function<bool()>& stopRequested);
 

@@ -20,10 +20,11 @@ public:
     Command(const Command&) = delete;
     Command& operator=(const Command&) = delete;
 
-    /// Adds the command with its arguments, its help and its examples to the program. The values are kept here.
+    /// Adds the command with its arguments, help and examples to the program. Parsed values are stored in this
+    /// object.
     virtual CLI::App& declare(CLI::App& program, Language language) = 0;
-    /// Does what the parsed arguments ask for and returns the exit code. Failure, Interrupted, ReaderGone or an Error
-    /// ends it.
+    /// Runs the command with the parsed arguments and returns the exit code. Throws Failure, Interrupted,
+    /// ReaderGone or Error.
     [[nodiscard]] virtual int run(const GlobalOptions& options, const Console& console) = 0;
 };
 

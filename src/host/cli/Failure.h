@@ -9,8 +9,8 @@
 
 namespace z7::cashflow::host {
 
-/// A fatal error to report, with its exit code: a text of the host's catalogue with its arguments. Where there are
-/// several things to report, these are lines of their own, and the text closes them.
+/// A fatal error to report, with its exit code: a text of the host's catalogue and its arguments. Several faults
+/// are reported one per line before that text.
 class Failure : public std::runtime_error {
 public:
     Failure(int exitCode, HostText text, std::vector<std::string> arguments = {}, std::vector<std::string> lines = {})
@@ -19,7 +19,7 @@ public:
 
     [[nodiscard]] int exitCode() const noexcept { return exitCode_; }
     [[nodiscard]] std::string message(Language language) const { return hostText(language, text_, arguments_); }
-    /// What is reported before the message, one line each; mostly nothing.
+    /// Lines to report before the message; usually empty.
     [[nodiscard]] const std::vector<std::string>& lines() const noexcept { return lines_; }
 
 private:
@@ -29,13 +29,13 @@ private:
     std::vector<std::string> lines_;
 };
 
-/// Standard output was closed by its reader, such as "head". The program ends without a word.
+/// Standard output was closed by its reader, such as "head". The program ends silently.
 class ReaderGone : public std::runtime_error {
 public:
     ReaderGone() : std::runtime_error("nobody reads the output") {}
 };
 
-/// The user ended the program with a signal, and what was under way has been undone.
+/// The user stopped the program with a signal, and unfinished work has been rolled back.
 class Interrupted : public std::runtime_error {
 public:
     Interrupted() : std::runtime_error("interrupted") {}

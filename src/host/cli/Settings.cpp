@@ -16,8 +16,8 @@ namespace {
 
 constexpr std::size_t longestSettings = std::size_t{64} << 10U;
 
-/// Dotted keys nest tables in each other, and the parser goes through them by calling itself: so many dots are no
-/// settings.
+/// Each dot of a dotted key nests a table, and the parser recurses into tables. A file with more dots than this is
+/// refused before it is parsed.
 constexpr std::ptrdiff_t mostDots = 500;
 
 bool isTooDeep(std::string_view text) {
@@ -40,7 +40,7 @@ bool isTooDeep(std::string_view text) {
                   {shownPath, std::to_string(line), hostText(language, reason, arguments)});
 }
 
-/// The setting of a key that takes any text; null for every other key.
+/// The setting of a key that takes any text; null for any other key.
 std::optional<std::string>* textSetting(Settings& settings, const std::string& name) {
     if (name == "account") {
         return &settings.account;
@@ -54,7 +54,7 @@ std::optional<std::string>* textSetting(Settings& settings, const std::string& n
     return name == "accounting_system" ? &settings.accountingSystem : nullptr;
 }
 
-/// Takes one key with its value. refuse raises a Failure.
+/// Stores the value of one key. refuse raises a Failure.
 void take(Settings& settings, const std::string& name, const toml::node& node,
           const std::function<void(HostText, const std::vector<std::string>&)>& refuse) {
     if (name == "guard") {

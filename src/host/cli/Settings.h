@@ -10,7 +10,8 @@
 
 namespace z7::cashflow::host {
 
-/// What a settings file says; nothing for what it leaves out. See GlobalOptions for the meaning.
+/// The contents of a settings file; empty optionals for keys that it leaves out. See GlobalOptions for their
+/// meaning.
 struct Settings {
     std::optional<std::string> account;
     std::optional<std::string> user;
@@ -21,16 +22,17 @@ struct Settings {
     std::map<std::string, std::string> statementGroups;
 };
 
-/// Reads TOML text with the keys account, user, operator, accounting_system and language, all texts, guard, which is
-/// true or false, and statement_groups, a table of texts. Failure (usage) for text that is not TOML or nests too deep,
-/// an unknown key or an unfit value; shownPath names the file in it, in the language given.
+/// Reads TOML text with the keys account, user, operator, accounting_system and language (texts), guard (true or
+/// false) and statement_groups (a table of texts). Failure (usage) for text that is not TOML or nests too deeply,
+/// an unknown key, or an invalid value; shownPath is the file's name in the message, in the given language.
 [[nodiscard]] Settings readSettings(std::string_view text, const std::string& shownPath, Language language);
 
-/// Reads a settings file. Failure (usage) if it cannot be read or is longer than 64 KiB, or as readSettings.
+/// Reads a settings file. Failure (usage) if it cannot be read, is longer than 64 KiB, or for any reason of
+/// readSettings.
 [[nodiscard]] Settings readSettingsFile(const std::filesystem::path& path, Language language);
 
-/// Where the user's settings file is if none is named: z7cf/settings.toml below XDG_CONFIG_HOME, or below .config in
-/// the home folder. Nothing where neither is known.
+/// The default location of the user's settings file: z7cf/settings.toml in XDG_CONFIG_HOME, or in .config of the
+/// home folder. Empty if neither is known.
 [[nodiscard]] std::optional<std::filesystem::path> defaultSettingsPath();
 
 } // namespace z7::cashflow::host

@@ -30,7 +30,7 @@ using workbench::isDatabaseFailure;
 
 namespace {
 
-/// The common options as they were written on the command line.
+/// The common options as given on the command line.
 struct GivenOptions {
     std::string language;
     std::string settings;
@@ -48,7 +48,7 @@ void addCommonOptions(CLI::App& app, GivenOptions& given, Language language) {
     app.add_option("--settings", given.settings, hostText(language, HostText::helpSettings));
 }
 
-/// An option that is given as an empty text means nothing, and most likely a variable of the shell was empty.
+/// Refuses an option with an empty value: most likely a shell variable was empty.
 void requireNoEmptyOption(const std::vector<std::string>& arguments) {
     for (const std::string option : {"--connect", "--settings", "--lang", "--from"}) {
         for (std::size_t i = 0; i < arguments.size(); ++i) {
@@ -60,7 +60,7 @@ void requireNoEmptyOption(const std::vector<std::string>& arguments) {
     }
 }
 
-/// "help" and "help COMMAND" ask for the same as --help and COMMAND --help.
+/// Turns "help" and "help COMMAND" into --help and COMMAND --help.
 std::vector<std::string> withHelpAsOption(std::vector<std::string> arguments, const CLI::App& program,
                                           Language language) {
     std::size_t place = 0;
@@ -82,7 +82,7 @@ std::vector<std::string> withHelpAsOption(std::vector<std::string> arguments, co
     return arguments;
 }
 
-/// The language of help and of mistakes on the command line, which show before the options are parsed.
+/// The language for help and for errors on the command line, which are shown before the options are parsed.
 Language languageOfArguments(const std::vector<std::string>& arguments) {
     std::optional<Language> language;
     for (std::size_t i = 0; i < arguments.size(); ++i) {
@@ -95,7 +95,7 @@ Language languageOfArguments(const std::vector<std::string>& arguments) {
     return language.value_or(languageOfEnvironment());
 }
 
-/// The settings file that is named, or the user's own if it is there.
+/// The settings file that was named, or the user's own if it exists.
 Settings settingsFor(const GivenOptions& given, Language language) {
     if (!given.settings.empty()) {
         return readSettingsFile(given.settings, language);
@@ -109,7 +109,7 @@ void say(const Console& console, Language language, const std::string& message) 
     console.err << terminal::printable(hostText(language, HostText::errorLine, {message})) << std::endl;
 }
 
-/// The command line before the settings file, the settings file before the environment.
+/// Precedence: command line, settings file, environment.
 GlobalOptions globalOptions(const GivenOptions& given, Language languageSoFar, const Console& console) {
     GlobalOptions options;
     options.language = languageSoFar;
@@ -142,7 +142,7 @@ GlobalOptions globalOptions(const GivenOptions& given, Language languageSoFar, c
     return options;
 }
 
-/// Runs a command and turns every way in which it can fail into an exit code and a text.
+/// Runs a command and turns every kind of failure into a message and an exit code.
 int guarded(const Console& console, const Language& language, const std::function<int()>& action) {
     try {
         return action();
@@ -193,7 +193,7 @@ int runApplication(const std::vector<std::string>& arguments, const Console& con
         try {
             const auto words = withHelpAsOption(arguments, program, language);
             program.parse(std::vector<std::string>(words.rbegin(), words.rend()));
-        } catch (const CLI::Success& request) { // help or version
+        } catch (const CLI::Success& request) { // help or version was asked for
             std::ostringstream text;
             static_cast<void>(program.exit(request, text, console.err));
             Output output(console, GlobalOptions{});

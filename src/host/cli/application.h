@@ -8,9 +8,10 @@
 
 namespace z7::cashflow::host {
 
-/// Runs the program on its arguments (without its name) and returns its exit code. Every failure ends here, as a text
-/// on the error stream. serverConnection makes the connections to databases other than the embedded one; empty for
-/// those of ODBC. The clock tells the time that the log of changes notes; empty for the machine's.
+/// Runs the program with its arguments (without the program's name) and returns its exit code. No failure leaves
+/// this function; each becomes a message on standard error. serverConnection creates the connections to databases
+/// other than the embedded one; if it is empty, ODBC connections. The clock gives the time for the log of changes;
+/// if it is empty, the machine's time.
 [[nodiscard]] int runApplication(const std::vector<std::string>& arguments, const Console& console,
                                  const ConnectionMaker& serverConnection = {}, const Clock& clock = {});
 

@@ -35,7 +35,8 @@ std::string fileText(const std::string& file) {
     return std::move(read.text);
 }
 
-/// The string that lines of text make up: each line that is not a remark holds one keyword with its value, or several.
+/// Joins lines into one connection string. A line holds one or more keywords with their values; remark lines are
+/// left out.
 std::string joinedLines(std::string_view text) {
     constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
     text.remove_prefix(text.starts_with(byteOrderMark) ? byteOrderMark.size() : 0);
@@ -64,7 +65,7 @@ bool holdsSecret(std::string_view text) {
         return std::any_of(given.parts().begin(), given.parts().end(), [](const auto& part) {
             return !part.value.empty() && (shared::namesSecret(part.keyword) || holdsSecret(part.value));
         });
-    } catch (const Error&) { // a text that cannot be read is judged by its words alone, to be safe
+    } catch (const Error&) { // cannot be parsed; to be safe, search its text for words that name a secret
         return shared::namesSecret(text);
     }
 }

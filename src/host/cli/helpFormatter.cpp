@@ -15,9 +15,9 @@ namespace z7::cashflow::host {
 namespace {
 
 constexpr std::size_t helpWidth = 80;
-constexpr std::size_t nameWidth = 22; ///< of the column of names, with two blanks before and after it
+constexpr std::size_t nameWidth = 22; ///< of the name column, without the two blanks on each side
 
-/// Lines of a name with its meaning.
+/// The lines of a name and its meaning.
 std::string entry(const std::string& name, const std::string& meaning) {
     std::string text;
     std::string first = "  " + name;
@@ -35,7 +35,8 @@ std::string entry(const std::string& name, const std::string& meaning) {
     return text;
 }
 
-/// A text of whole lines, folded where they are too wide; a line that begins with a blank is a command and stays whole.
+/// Wraps the lines of a text that are too wide. A line that begins with a blank is a command to type and is kept
+/// whole.
 std::string paragraph(const std::string& given) {
     std::string text;
     std::istringstream lines(given);
@@ -93,7 +94,7 @@ std::string usageLine(const CLI::App& app, std::string line, Language language) 
 class HelpFormatter final : public CLI::FormatterBase {
 public:
     explicit HelpFormatter(Language language) noexcept : language_(language) {}
-    // NOLINTNEXTLINE(readability-identifier-naming): the parser's name
+    // the base class's name
     [[nodiscard]] std::string make_help(const CLI::App* app, std::string name, CLI::AppFormatMode mode) const override;
 
 private:

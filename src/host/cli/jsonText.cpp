@@ -45,7 +45,7 @@ std::string jsonText(const Json& value) {
     for (std::size_t i = 0; i < text.size(); ++i) {
         const auto byte = static_cast<unsigned char>(text[i]);
         const auto next = static_cast<unsigned char>(i + 1 < text.size() ? text[i + 1] : '\0');
-        // The writer escapes the controls below the blank; delete and the upper ones are left to do.
+        // The JSON writer escapes the control characters below the blank, but not DEL and the C1 controls.
         const bool upperControl = byte == 0xC2 && next >= 0x80 && next <= 0x9F;
         if (byte == 0x7F || upperControl) {
             const unsigned code = upperControl ? next : byte;
@@ -179,7 +179,7 @@ Json errorJson(const Refusal& refusal, Language language) {
 
 namespace {
 
-/// A number that a document holds as text. A text that is none stays one.
+/// A number that a document holds as text. A text that is not a number stays a text.
 Json numberOf(const std::string& text) {
     const auto number = readNumber(text);
     const bool whole = number && text.find_first_not_of("-0123456789") == std::string::npos && text.size() <= 15;

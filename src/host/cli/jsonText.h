@@ -11,26 +11,27 @@
 
 namespace z7::cashflow::host {
 
-/// JSON on one line, with every control character escaped and every byte that is no UTF-8 replaced.
+/// JSON on one line, with every control character escaped and every byte that is not valid UTF-8 replaced.
 [[nodiscard]] std::string jsonText(const nlohmann::ordered_json& value);
 
-/// A voucher's result: {"voucher":"2013/1/2/5","outcome":"stored","rows":2}; a refused one has its refusal as "error",
-/// one that was stored though it does not match has it as "mismatch", and one that has lost its rows has their number
-/// as "removed".
+/// The result of a voucher: {"voucher":"2013/1/2/5","outcome":"stored","rows":2}. A refused voucher has "error",
+/// one that was stored although its rows do not match has "mismatch", and one whose rows were removed has their
+/// number as "removed".
 [[nodiscard]] nlohmann::ordered_json resultJson(const workbench::VoucherResult& result, Language language);
 
-/// A refusal: {"number":10009,"description":"...","findings":[{"kind":"no-template","line":1,...}]}. The description is
-/// as it was raised, or the program's own in the language; the findings are left out if there are none.
+/// A refusal: {"number":10009,"description":"...","findings":[{"kind":"no-template","line":1,...}]}. The
+/// description is that of the error, or the program's own text in the given language; "findings" is left out if
+/// there are none.
 [[nodiscard]] nlohmann::ordered_json errorJson(const workbench::Refusal& refusal, Language language);
 
-/// The word for what is wrong, as in the findings of a refusal: "no-template".
+/// The word for a kind of finding, as in the findings of a refusal: "no-template".
 [[nodiscard]] const char* findingWord(workbench::Finding::Kind kind) noexcept;
 
 /// Rows as an array of objects with all their fields by name: null as null, numbers as numbers, dates as
-/// "yyyy-mm-dd"; rows that come from a document are told alike.
+/// "yyyy-mm-dd". Rows from a document look the same.
 [[nodiscard]] nlohmann::ordered_json rowsJson(const CashFlowCollection& rows);
 
-/// One value: null as null, numbers as numbers, a date as "yyyy-mm-dd".
+/// One value: null as null, numbers as numbers, dates as "yyyy-mm-dd".
 [[nodiscard]] nlohmann::ordered_json valueJson(const Variant& value);
 
 /// The word for an outcome in JSON: "stored", "no-cash", "nothing" or "refused".

@@ -4,7 +4,7 @@
 
 namespace z7::cashflow::host {
 
-/// The time of this machine in its time zone, to the second.
+/// The local time of this machine, to the second.
 [[nodiscard]] Date localTime();
 
 } // namespace z7::cashflow::host

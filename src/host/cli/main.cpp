@@ -12,7 +12,7 @@
 
 namespace {
 
-/// The width of the terminal behind a descriptor; 0 if there is none.
+/// The width of the terminal on a file descriptor; 0 if it is not a terminal.
 std::size_t columnsOf(int descriptor) {
     winsize size{};
     return isatty(descriptor) == 1 && ioctl(descriptor, TIOCGWINSZ, &size) == 0 ? size.ws_col : 0;
@@ -21,9 +21,9 @@ std::size_t columnsOf(int descriptor) {
 } // namespace
 
 int main(int argc, char** argv) {
-    // A reader that goes away shows as a failed write, so that work in hand comes to its end.
+    // A closed pipe then shows as a failed write, so that work in progress is completed.
     static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
-    // A file that may not grow further shows as a failed write as well.
+    // So does a limit on the size of files.
     static_cast<void>(std::signal(SIGXFSZ, SIG_IGN));
     const bool errorsOnTerminal = isatty(STDERR_FILENO) == 1;
     const char* kind = std::getenv("TERM"); // NOLINT(concurrency-mt-unsafe): no thread was started

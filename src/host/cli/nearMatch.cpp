@@ -8,7 +8,7 @@ namespace {
 
 constexpr std::size_t longestWord = 40;
 
-/// The number of slips between two words.
+/// The number of typing errors between two words.
 std::size_t slipsBetween(std::string_view a, std::string_view b) {
     std::vector<std::vector<std::size_t>> slips(a.size() + 1, std::vector<std::size_t>(b.size() + 1));
     for (std::size_t i = 0; i <= a.size(); ++i) {
@@ -34,7 +34,7 @@ std::string nearMatch(std::string_view typed, const std::vector<std::string>& wo
         return {};
     }
     std::string best;
-    std::size_t fewest = typed.size() > 4 ? 3 : 2; // one more than may be
+    std::size_t fewest = typed.size() > 4 ? 3 : 2; // one more than is allowed
     for (const std::string& word : words) {
         const std::size_t slips = slipsBetween(typed, word);
         if (slips < fewest) {

@@ -6,9 +6,9 @@
 
 namespace z7::cashflow::host {
 
-/// The word of a list that was probably meant by a mistyped one: it differs by one slip of the keys, or in longer words
-/// by two. Empty if there is none. A slip is a letter that is missing, too many, another one, or swapped with its
-/// neighbour.
+/// The word of a list that a mistyped word probably means: it differs by one typing error, or in words of more than
+/// four letters by up to two. Empty if there is none. A typing error is a letter that is missing, added, replaced,
+/// or swapped with its neighbour.
 [[nodiscard]] std::string nearMatch(std::string_view typed, const std::vector<std::string>& words);
 
 } // namespace z7::cashflow::host

@@ -5,11 +5,11 @@
 
 namespace z7::cashflow::host {
 
-/// Failure (usage) if there is anything of that name.
+/// Failure (usage) if the file exists.
 void requireNewFile(const std::filesystem::path& file);
 
-/// Writes a file that is not there yet. Failure (usage) if something of that name is, (database) if it cannot be
-/// written; a file that was begun is taken away then.
+/// Writes a new file. Failure (usage) if it exists, (database) if it cannot be written; an incomplete file is
+/// removed.
 void writeNewFile(const std::filesystem::path& file, std::string_view text);
 
 } // namespace z7::cashflow::host

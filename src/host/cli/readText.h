@@ -7,21 +7,21 @@
 
 namespace z7::cashflow::host {
 
-/// What came of reading a text.
+/// The result of reading a text.
 struct TextRead {
     enum class Outcome {
-        whole,      ///< the text is there to its end
-        unreadable, ///< there is nothing of that name, it is a folder, or reading fails
-        tooLong     ///< it is longer than was asked for
+        whole,      ///< the text was read to its end
+        unreadable, ///< it does not exist, is a folder, or cannot be read
+        tooLong     ///< it is longer than the limit
     };
     Outcome outcome = Outcome::unreadable;
-    std::string text{}; ///< empty unless it is whole
+    std::string text{}; ///< empty unless the outcome is whole
 };
 
-/// Reads a stream to its end, but no more than so many bytes.
+/// Reads a stream to its end, up to a limit in bytes.
 [[nodiscard]] TextRead readText(std::istream& stream, std::size_t mostBytes);
 
-/// Reads a file to its end, but no more than so many bytes.
+/// Reads a file to its end, up to a limit in bytes.
 [[nodiscard]] TextRead readText(const std::filesystem::path& file, std::size_t mostBytes);
 
 } // namespace z7::cashflow::host

@@ -12,7 +12,7 @@ namespace z7::cashflow::host {
 
 namespace {
 
-/// The parser begins its sentences with the option that they are about.
+/// The part of a sentence before a mark. The parser's sentences begin with the option that they are about.
 std::string before(const std::string& sentence, const char* mark) { return sentence.substr(0, sentence.find(mark)); }
 
 std::string after(const std::string& sentence, const std::string& mark) {
@@ -44,14 +44,14 @@ std::vector<std::string> commandNames(const CLI::App& program) {
     return names;
 }
 
-/// The unknown word, with the one that was probably meant.
+/// The sentence for an unknown word, with the word that was probably meant.
 std::string unknownText(Language language, HostText plain, HostText withMatch, const std::string& word,
                         const std::vector<std::string>& words) {
     const std::string match = nearMatch(word, words);
     return match.empty() ? hostText(language, plain, {word}) : hostText(language, withMatch, {word, match});
 }
 
-/// The first word on the command line that is written like an option and is unknown.
+/// The first unknown word on the command line that looks like an option.
 std::string unknownOption(const CLI::App& program) {
     const auto words = program.remaining(true);
     const auto found =
@@ -71,7 +71,7 @@ std::string extraText(Language language, const CLI::App& program) {
                                                   : hostText(language, HostText::argumentUnknown, {joined(words, " ")});
 }
 
-/// The parser says "Could not convert: --year = soon" of a value that is not a number.
+/// The parser reports "Could not convert: --year = soon" for a value that is not a number.
 std::string valueText(Language language, const std::string& sentence) {
     const std::string pair = after(sentence, ": ");
     return pair.find(" = ") == std::string::npos
@@ -79,7 +79,7 @@ std::string valueText(Language language, const std::string& sentence) {
                : hostText(language, HostText::optionBadValue, {before(pair, " = "), after(pair, " = ")});
 }
 
-/// The parser says "--by: week not in {month,quarter,year}" of a value that is not in a list.
+/// The parser reports "--by: week not in {month,quarter,year}" for a value that is not in a list.
 std::string choiceText(Language language, const std::string& sentence) {
     const std::string mark = " not in {";
     std::string choices = before(after(sentence, mark), "}");
@@ -109,7 +109,7 @@ std::string usageText(Language language, const CLI::App& program, const CLI::Par
     switch (static_cast<CLI::ExitCodes>(error.get_exit_code())) {
     case CLI::ExitCodes::ExtrasError:
         return extraText(language, program);
-    case CLI::ExitCodes::RequiredError: // a slip in an option's name is why it is missing
+    case CLI::ExitCodes::RequiredError: // it may be missing because the name of an option is mistyped
         return unknownOption(program).empty()
                    ? hostText(language, HostText::argumentMissing, {before(sentence, " is required")})
                    : extraText(language, program);

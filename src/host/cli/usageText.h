@@ -11,8 +11,8 @@ class ParseError;
 
 namespace z7::cashflow::host {
 
-/// What is wrong with a command line that was refused, in the user's language: one sentence with the word that it is
-/// about, the word that was probably meant, and where help is.
+/// What is wrong with a command line, in the user's language: one sentence that names the word, the word that was
+/// probably meant, and how to get help.
 [[nodiscard]] std::string usageText(Language language, const CLI::App& program, const CLI::ParseError& error);
 
 /// The sentence for a word that is not a command, with the command that was probably meant.

@@ -36,18 +36,18 @@ namespace {
 
 constexpr std::size_t refusalsShown = 20;
 
-/// How many vouchers came to each outcome, and which were refused.
+/// The number of vouchers per outcome, and the refused ones.
 struct Totals {
     struct Count {
         std::size_t vouchers = 0;
         std::int64_t rows = 0;
     };
     std::array<Count, 4> counts;         ///< by Outcome
-    std::vector<VoucherResult> refusals; ///< as many as are to be shown
+    std::vector<VoucherResult> refusals; ///< only those that are shown
     std::size_t refusalsKept = refusalsShown;
     RowCounts kinds;                ///< kept, new, changed and removed rows
-    bool changed = false;           ///< a voucher has other rows than before
-    workbench::OpenSummary lacking; ///< what all refused vouchers lack
+    bool changed = false;           ///< the stored rows of a voucher changed
+    workbench::OpenSummary lacking; ///< what the refused vouchers lack
 
     void add(const VoucherResult& result) {
         Count& count = counts.at(static_cast<std::size_t>(result.outcome));
@@ -66,7 +66,7 @@ struct Totals {
     [[nodiscard]] std::size_t refused() const { return counts.at(static_cast<std::size_t>(Outcome::refused)).vouchers; }
 };
 
-/// z7cf allot: allots every voucher of a year or period.
+/// z7cf allot: allocates every voucher of a year or period.
 class AllotCommand final : public Command {
 public:
     CLI::App& declare(CLI::App& program, Language language) override {
@@ -83,7 +83,7 @@ public:
         Output output(console, options);
         const AccountPlace place = period_.database.take(options);
         const std::int16_t year = period_.year();
-        static_cast<void>(period_.periods()); // a slip is found before anything is opened
+        static_cast<void>(period_.periods()); // a mistake is reported before anything is opened
         Session session(place, year, options, console);
         const auto vouchers = period_.list(session);
         const workbench::VoucherKinds& kinds = session.kinds();
@@ -103,7 +103,7 @@ public:
                 take(result, progress, kinds, output);
                 bar.update(++progress.done);
             });
-        } catch (const Error& error) { // the database fails; what was done before stays done and is reported
+        } catch (const Error& error) { // the database failed; vouchers committed so far stay and are reported
             failure = error;
         }
         if (!output.json()) {
@@ -116,7 +116,7 @@ public:
         output.flush();
         tellRun(output, log, !dryRun_ && progress.totals.changed);
         if (failure) {
-            if (progress.done < vouchers.size()) { // else only the wait for the disk failed
+            if (progress.done < vouchers.size()) { // otherwise only the final wait for the disk failed
                 output.remark(
                     output.text(HostText::stopped, {kinds.keyText(vouchers.at(progress.done).key),
                                                     std::to_string(vouchers.size()), std::to_string(progress.done)}));
@@ -132,19 +132,20 @@ public:
     }
 
 private:
-    /// What a run has done so far.
+    /// The results so far.
     struct Progress {
         ChangesReport report;
         Totals totals;
         std::size_t done;
     };
 
-    /// Saves the vouchers one after the other until a stop is requested, and passes each result on.
+    /// Saves the vouchers one after another until a stop is requested, and passes each result to take.
     void saveVouchers(Session& session, const std::vector<VoucherHead>& vouchers, RunLog& log, StopSignals& signals,
                       const std::function<void(const VoucherResult&)>& take) const {
         Allotment allotment(session.connection(), session.data(), session.provider().Gl(), !dryRun_, &log);
         Assignment assignment(session.connection(), session.data(), session.provider().Gl(), allotment);
-        // On the embedded file a whole run waits for the disk once, at its end, and not at every voucher.
+        // For the embedded file, the disk is synchronized once at the end of the run and not with every
+        // voucher.
         std::optional<sqlite::RelaxedCommits> relaxed;
         if (auto* embedded = dynamic_cast<sqlite::Connection*>(&session.connection()); embedded != nullptr) {
             relaxed.emplace(*embedded);
@@ -159,7 +160,7 @@ private:
         }
     }
 
-    /// Counts a voucher's result, and shows it where a reader follows voucher by voucher.
+    /// Counts a voucher's result; in JSON it is written at once.
     void take(const VoucherResult& result, Progress& progress, const workbench::VoucherKinds& kinds,
               Output& output) const {
         progress.totals.add(result);
@@ -171,11 +172,11 @@ private:
             addChangesJson(json, result, dryRun_);
             json["sign"] = kinds.sign(result.key.kind);
             output.line(jsonText(json));
-            output.flush(); // who reads along sees each voucher when it is done
+            output.flush(); // a reader of the stream sees each voucher as soon as it is done
         }
     }
 
-    /// The words of the command for the log.
+    /// The command line for the log.
     [[nodiscard]] std::string commandText() const {
         return "allot --year " + period_.yearArgument.text +
                (period_.periodText.empty() ? "" : " --period " + period_.periodText) + generation_.words();

@@ -28,7 +28,7 @@ using workbench::VoucherResult;
 
 namespace {
 
-/// z7cf assign: puts entry lines on cash-flow items, one line by its words or many by a spreadsheet.
+/// z7cf assign: assigns entry lines to cash-flow items, one on the command line or many by a spreadsheet.
 class AssignCommand final : public Command {
 public:
     CLI::App& declare(CLI::App& program, Language language) override {
@@ -104,7 +104,7 @@ private:
         return shown.finish(log);
     }
 
-    /// Assigns one voucher, shows it, and says what stays on other items.
+    /// Assigns one voucher, shows it, and reports the amounts that remain on other items.
     static void sayRests(Output& output, const ItemLookup& items, ChangesOutput& shown, Assignment& assignment,
                          const AssignedVoucher& voucher) {
         std::vector<LineRest> rests;

@@ -46,7 +46,7 @@ std::optional<Amount> readAmount(const std::string& text) {
 
 } // namespace
 
-/// Faults with the lines where they are, reported together.
+/// Collects faults with their lines, to report them together.
 class AssignmentSheet::Faults {
 public:
     Faults(const std::string& name, Language language) : name_(name), language_(language) {}
@@ -144,7 +144,7 @@ std::optional<std::int16_t> AssignmentSheet::year() const {
     return records_.empty() ? std::nullopt : std::optional(records_.front().key.year);
 }
 
-/// Adds a record to what is assigned to its line. Returns whether the line has room for its amount.
+/// Adds a record to the assignments of its line. Returns false if the amount is 0 or exceeds the rest of the line.
 bool AssignmentSheet::addWish(std::vector<LineWish>& lines, const Record& record, const VoucherLine& line,
                               const std::string& item) {
     auto wish =
@@ -187,7 +187,7 @@ void AssignmentSheet::checkRecord(const Record& record, const Voucher& voucher, 
 std::vector<AssignedVoucher> AssignmentSheet::check(Session& session, const ItemLookup& items) const {
     Faults faults(name_, language_);
     std::vector<AssignedVoucher> assigned;
-    std::vector<Voucher> vouchers; // at the same places
+    std::vector<Voucher> vouchers; // indexed as the assigned vouchers
     for (const Record& record : records_) {
         const auto known = std::find_if(assigned.begin(), assigned.end(),
                                         [&record](const AssignedVoucher& each) { return each.key == record.key; });

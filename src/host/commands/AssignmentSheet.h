@@ -11,31 +11,30 @@
 
 namespace z7::cashflow::host {
 
-/// What a spreadsheet assigns to the lines of one voucher.
+/// The assignments of a spreadsheet to the lines of one voucher.
 struct AssignedVoucher {
     workbench::VoucherKey key;
     std::vector<workbench::LineWish> lines;
 };
 
-/// A spreadsheet of open lines that a person has completed: CSV with the columns voucher, line and item, and with
-/// account, side and amount where they are to be compared with the voucher; further columns are passed over, and so are
-/// records without an item.
+/// A completed spreadsheet of open lines: CSV with the columns voucher, line and item, and optionally account, side
+/// and amount, which are compared with the voucher. Other columns, and records without an item, are ignored.
 class AssignmentSheet {
 public:
-    /// Reads a sheet; the name stands in messages. Failure (usage) with every fault of form at once: of the CSV itself,
-    /// a missing column, a key, a line or an amount that is none, vouchers of several years.
+    /// Reads a sheet; name is its name in messages. Failure (usage) with all faults of form: in the CSV itself,
+    /// a missing column, an invalid key, line or amount, vouchers of several years.
     AssignmentSheet(const std::string& text, std::string name, Language language);
 
-    /// The accounting year of its vouchers; nothing if no record has an item.
+    /// The accounting year of its vouchers; empty if no record has an item.
     [[nodiscard]] std::optional<std::int16_t> year() const;
-    /// What it assigns, voucher by voucher in the order of their first records. Failure (usage) with every fault at
-    /// once: an unknown item, a voucher or a line that is not there, another account or side than the voucher has,
+    /// The assignments by voucher, in the order of their first records. Failure (usage) with all faults: an
+    /// unknown item, a voucher or line that does not exist, another account or side than the voucher has,
     /// amounts that exceed a line.
     [[nodiscard]] std::vector<AssignedVoucher> check(Session& session, const ItemLookup& items) const;
 
 private:
     struct Record {
-        std::size_t at = 0; ///< line of the file
+        std::size_t at = 0; ///< line in the file
         workbench::VoucherKey key;
         std::int32_t line = 0;
         std::string account;

@@ -7,15 +7,15 @@
 
 namespace z7::cashflow::host {
 
-/// Shows what became of several vouchers: for machines a line for each as it is done, for people at the end the rows
-/// that changed, the refused vouchers with their reasons, and how many rows were kept, are new, were changed and
+/// Reports what became of several vouchers. In JSON one line for each voucher as it is done; otherwise, at the end,
+/// the rows that changed, the refused vouchers with their reasons, and the numbers of rows kept, new, changed and
 /// removed.
 class ChangesOutput {
 public:
     ChangesOutput(Output& output, bool dryRun) : output_(output), dryRun_(dryRun), report_(output.language()) {}
 
     void add(const workbench::VoucherResult& result);
-    /// Ends the output and returns the command's exit code: refused if a voucher was.
+    /// Completes the output and returns the command's exit code: refused if any voucher was refused.
     [[nodiscard]] int finish(workbench::RunLog& log);
 
 private:
@@ -28,8 +28,8 @@ private:
     bool refused_ = false;
 };
 
-/// The counts of a voucher's rows in JSON: "kept", "new", "changed", "removed", each where it is not 0, and with
-/// details the rows.
+/// Adds the row counts of a voucher to its JSON: "kept", "new", "changed", "removed", each if it is not 0; with
+/// details the rows, too.
 void addChangesJson(nlohmann::ordered_json& json, const workbench::VoucherResult& result, bool details);
 
 } // namespace z7::cashflow::host

@@ -32,7 +32,7 @@ const char* verdictWord(Verdict::Kind kind) noexcept {
     return "refused";
 }
 
-/// z7cf check: compares the stored rows of a voucher with it.
+/// z7cf check: compares the stored rows of a voucher with the voucher.
 class CheckCommand final : public Command {
 public:
     CLI::App& declare(CLI::App& program, Language language) override {

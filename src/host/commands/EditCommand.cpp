@@ -35,8 +35,8 @@ std::string quoted(const std::string& text) {
     return result + "'";
 }
 
-/// z7cf edit: plays the voucher screen. It shows the dialog on a voucher's rows, in no transaction, and saves them
-/// after OK.
+/// z7cf edit: acts as the voucher screen. Shows a voucher's rows in the dialog, outside any transaction, and saves
+/// them after OK.
 class EditCommand final : public Command {
 public:
     CLI::App& declare(CLI::App& program, Language language) override {
@@ -99,8 +99,8 @@ private:
         modPublic::SetIYear(session.year());
         const Date date = dateOfOutside(session, table, key);
         IOutVoucherProvider& provider = session.provider().Out();
-        // The dialog can show such a voucher only on rows that its host hands in, since the table's name is not in
-        // their document.
+        // The dialog can show an outside voucher only from rows that its host provides, because a document
+        // of rows does not hold the table's name.
         const std::string document = regenerate_ ? provider.CreateCashFlowColFromDB(session.connection(), table, key)
                                                  : provider.GetCashFlowColFromDB(session.connection(), table, key);
         const auto handedIn = session.provider().CreateCashFlowCollection();
@@ -120,7 +120,7 @@ private:
         if (!isToBeSaved(screen.CashFlowCol())) {
             return nothingSaved(output);
         }
-        // A document without rows stays one, while an empty text would have the rows generated.
+        // A document without rows means "no rows"; an empty text would have the rows generated.
         const std::string rows = static_cast<IXmlSerializable&>(*screen.CashFlowCol()).Save();
         RunLog log(session.connection(), runNote(options, "edit --outside " + table + " " + key));
         workbench::OutsideAllotment allotment(session.connection(), session.data(), session.provider(), &log);
@@ -132,12 +132,12 @@ private:
         screen.ReadOnly(readOnly_);
         screen.SetCurUserName(options.operatorName);
         screen.SetVouchBillName(maker);
-        screen.SetVouchEdit(true); // who may change whose voucher is decided by the suite's voucher screens
+        screen.SetVouchEdit(true); // permission to edit is the business of the suite's voucher screens
         screen.SetVouchLockSucc(true);
         screen.SetVouchState(0);
     }
 
-    /// Whether the user left with OK: Cancel, and the close box with it, marks the rows as unchanged.
+    /// Whether the user left with OK; Cancel and the close box mark the rows as unchanged.
     [[nodiscard]] bool isToBeSaved(const std::shared_ptr<CashFlowCollection>& rows) const {
         return !readOnly_ && rows && rows->Changed();
     }
@@ -152,7 +152,7 @@ private:
         return exitCode::done;
     }
 
-    /// The user who made the voucher; empty where the voucher does not say.
+    /// The user who entered the voucher; empty if the voucher does not name one.
     static std::string makerOf(Session& session, const VoucherKey& key) {
         const auto lines = session.connection().Execute(
             std::string("select top 1 cbill from ") + voucherTable + " where iyear=" + std::to_string(key.year) +
@@ -163,7 +163,7 @@ private:
         return maker;
     }
 
-    /// Date of an outside voucher's first line. Failure (refused) if there is no such voucher.
+    /// The date of an outside voucher's first line. Failure (refused) if there is no such voucher.
     static Date dateOfOutside(Session& session, const std::string& table, const std::string& key) {
         const auto lines =
             session.connection().Execute("select top 1 dbill_date from " + table + " where coutno_id=" + quoted(key));
@@ -175,7 +175,7 @@ private:
         return isNullOrEmpty(date) ? Date::none() : toDate(date);
     }
 
-    /// The year that is named, else that of the voucher's date.
+    /// The year given, otherwise that of the voucher's date.
     [[nodiscard]] std::int16_t yearOfOutside(const AccountPlace& place, const GlobalOptions& options,
                                              const Console& console) const {
         if (!year_.text.empty()) {
@@ -191,7 +191,7 @@ private:
 
     VoucherArgument voucher_;
     std::vector<std::string> outside_;
-    YearArgument year_; ///< its text stays empty where --year is not given
+    YearArgument year_; ///< its text is empty if --year is not given
     bool readOnly_ = false;
     bool regenerate_ = false;
 };

@@ -36,7 +36,7 @@ public:
             failAsRefused(options.language, *unworkable);
         }
         auto rows = generate_ ? session.judge().generatedRows(head) : session.judge().storedRows(head);
-        if (!rows) { // a document without rows, which still names its voucher
+        if (!rows) { // write a document without rows that still names its voucher
             rows = session.provider().CreateCashFlowCollection();
             rows->UpdateCol(head.key.period, head.key.kind, head.key.number, head.date);
         }

@@ -14,14 +14,14 @@ namespace z7::cashflow::host {
 /// The options --regenerate and --keep-items of commands that save rows.
 class GenerationOptions {
 public:
-    /// Adds the options to a command, with their help in a language.
+    /// Adds the options to a command, with their help in the given language.
     void declare(CLI::App& command, Language language);
-    /// Saves a voucher as the options say: what is stored anew, or generated rows in its place.
+    /// Saves a voucher: its stored rows again or, with these options, newly generated ones.
     [[nodiscard]] workbench::VoucherResult save(workbench::Allotment& allotment, workbench::Assignment& assignment,
                                                 const workbench::VoucherKey& key) const {
         return regenerate_ ? assignment.regenerate(key, keepItems_) : allotment.allot(key);
     }
-    /// The given options as they are written, each with a blank before it.
+    /// The options that were given, as written on the command line, each preceded by a blank.
     [[nodiscard]] std::string words() const {
         return std::string(regenerate_ ? " --regenerate" : "") + (keepItems_ ? " --keep-items" : "");
     }

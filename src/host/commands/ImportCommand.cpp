@@ -15,7 +15,7 @@ using workbench::RunLog;
 
 namespace {
 
-/// z7cf import: stores the rows of an XML document in place of a voucher's own.
+/// z7cf import: replaces the rows of a voucher by those of an XML document.
 class ImportCommand final : public Command {
 public:
     CLI::App& declare(CLI::App& program, Language language) override {

@@ -17,7 +17,7 @@ namespace z7::cashflow::host {
 
 namespace {
 
-/// z7cf init: makes an account's database.
+/// z7cf init: creates an account's database.
 class InitCommand final : public Command {
 public:
     CLI::App& declare(CLI::App& program, Language language) override {
@@ -67,7 +67,7 @@ public:
     }
 
 private:
-    /// Says what does not agree in tables that were loaded as they are. The account is made all the same.
+    /// Reports inconsistencies of the loaded tables as remarks; the account is created all the same.
     static void remarkFindings(Output& output, const AccountPlace& place, const GlobalOptions& options) {
         const auto findings = checkAccount(place, options).findings;
         for (const AccountFinding& finding : findings) {
@@ -78,9 +78,9 @@ private:
         }
     }
 
-    /// What was made, as it is reported.
+    /// What was created, for the report.
     struct Made {
-        const char* kind = "file"; ///< the member of JSON that holds its name
+        const char* kind = "file"; ///< the JSON member that holds its name
         std::string name;
         LoadedTables loaded;
     };

@@ -19,7 +19,7 @@ namespace {
 
 using nlohmann::ordered_json;
 
-/// A list in both forms.
+/// A list as a table and as JSON.
 struct Listing {
     ReportTable table;
     std::vector<ordered_json> records;
@@ -94,7 +94,7 @@ Listing kinds(const Output& output, Session& session) {
     return list;
 }
 
-/// What one of the commands lists.
+/// The list that a command shows.
 struct ListedThing {
     const char* name;
     HostText help;

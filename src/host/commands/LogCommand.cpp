@@ -28,7 +28,7 @@ ordered_json numberOrNull(const std::optional<std::int32_t>& number) {
     return number ? ordered_json(*number) : ordered_json();
 }
 
-/// z7cf log: the runs that changed rows, and what one of them changed.
+/// z7cf log: lists the runs that changed rows, or shows the changes of one run.
 class LogCommand final : public Command {
 public:
     CLI::App& declare(CLI::App& program, Language language) override {
@@ -68,7 +68,7 @@ private:
         std::map<std::int32_t, std::int32_t> undoneBy;
         for (const LoggedRun& run : runs) {
             if (run.undoes) {
-                undoneBy.emplace(*run.undoes, run.number); // the latest, since the newest comes first
+                undoneBy.emplace(*run.undoes, run.number); // the latest undo, since the newest runs come first
             }
         }
         const auto undone = [&undoneBy](const LoggedRun& run) {

@@ -32,7 +32,7 @@ std::string doubledQuotes(const std::string& text) {
     return result;
 }
 
-/// z7cf outside: the rows of a voucher that another subsystem keeps under a key of its own.
+/// z7cf outside: the rows of a voucher of another subsystem, identified by its outside key.
 class OutsideCommand final : public Command {
 public:
     CLI::App& declare(CLI::App& program, Language language) override {
@@ -61,7 +61,7 @@ public:
         const std::string document = action_ == "save" && !file_.empty() ? inputText(file_, console) : std::string();
         Output output(console, options);
         Session session(place, year, options, console);
-        modPublic::SetIYear(year); // the outside contract leaves the year to its host
+        modPublic::SetIYear(year); // the outside contract expects its host to set the year
         requireVoucher(session);
         if (writes) {
             return show(output, session);

@@ -16,7 +16,7 @@ using workbench::RunLog;
 
 namespace {
 
-/// z7cf reassign: puts the rows of one item on another.
+/// z7cf reassign: moves the rows of one item to another.
 class ReassignCommand final : public Command {
 public:
     CLI::App& declare(CLI::App& program, Language language) override {

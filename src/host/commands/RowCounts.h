@@ -9,11 +9,11 @@
 
 namespace z7::cashflow::host {
 
-/// How many rows of vouchers were kept, are new, were changed and were removed.
+/// The numbers of rows kept, new, changed and removed.
 class RowCounts {
 public:
     void add(const workbench::VoucherResult& result);
-    /// "kept 12, new 3": what is not 0; empty if there is nothing.
+    /// The counts that are not 0: "kept 12, new 3"; empty if all are 0.
     [[nodiscard]] std::string text(Language language) const;
 
 private:

@@ -15,7 +15,7 @@ namespace z7::cashflow::host {
 
 namespace {
 
-/// z7cf sample-xml: writes the documents that belong to the sample company.
+/// z7cf sample-xml: writes the XML documents of the sample company.
 class SampleXmlCommand final : public Command {
 public:
     CLI::App& declare(CLI::App& program, Language language) override {
@@ -33,7 +33,7 @@ public:
         if (failure) {
             throw Failure(exitCode::database, HostText::moveFailed, {folder_, failure.message()});
         }
-        for (const SampleFile& file : sampleDocuments()) { // none is written if one is there
+        for (const SampleFile& file : sampleDocuments()) { // if one of them exists, none is written
             requireNewFile(folder / (std::string(file.name) + ".xml"));
         }
         for (const SampleFile& file : sampleDocuments()) {

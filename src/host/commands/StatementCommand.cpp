@@ -25,7 +25,7 @@ using workbench::CashFlowStatement;
 using workbench::Span;
 using workbench::StatementRequest;
 
-/// The periods of "3" or "1-3". Failure (usage) if the text is neither, or the range runs backwards.
+/// The periods of "3" or "1-3". Failure (usage) if the text is neither, or if the range is reversed.
 std::pair<std::uint8_t, std::uint8_t> readPeriods(const std::string& text) {
     unsigned first = 0;
     unsigned last = 0;

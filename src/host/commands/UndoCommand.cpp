@@ -25,7 +25,7 @@ using workbench::VoucherResult;
 
 namespace {
 
-/// z7cf undo: gives vouchers the rows back that they had before a run.
+/// z7cf undo: restores the rows that vouchers had before a run.
 class UndoCommand final : public Command {
 public:
     CLI::App& declare(CLI::App& program, Language language) override {
@@ -51,7 +51,7 @@ public:
         const std::int32_t number = readRun(words.front());
         words.erase(words.begin());
         for (const std::string& word : words) {
-            static_cast<void>(writtenKey(word)); // a slip is found before anything is opened
+            static_cast<void>(writtenKey(word)); // a mistake is reported before anything is opened
         }
         Session session(place, 1, options, console);
         std::vector<VoucherKey> keys;

@@ -13,7 +13,7 @@ namespace z7::cashflow::host {
 
 namespace {
 
-/// z7cf verify: looks whether an account's files are sound and its tables fit together.
+/// z7cf verify: checks whether an account's files are sound and its tables consistent.
 class VerifyCommand final : public Command {
 public:
     CLI::App& declare(CLI::App& program, Language language) override {

@@ -30,13 +30,13 @@ ReportTable::Cell amountCell(const std::optional<double>& amount) {
     return amount && *amount != 0.0 ? ReportTable::Cell(Amount::of(*amount)) : ReportTable::Cell("");
 }
 
-/// What a row allocates: its amount on its line's side, which is its own where it has no line.
+/// The amount that a row allocates, on the side of its line; on the row's own side if it has no line.
 Amount allocatedBy(const StoredRow& row, const VoucherLine* line) {
     const bool debit = line != nullptr ? line->isDebit() : row.debit != 0.0;
     return Amount::of(debit ? row.debit : row.credit);
 }
 
-/// The lines of a voucher, each with its rows beside it, and after them the rows that belong to no line.
+/// The lines of a voucher with their rows beside them, followed by the rows that belong to no line.
 ReportTable voucherTable(const Output& output, const Voucher& voucher, const std::vector<StoredRow>& rows) {
     ReportTable table({{output.text(HostText::line), true},
                        {output.text(HostText::account)},
@@ -126,7 +126,7 @@ ordered_json voucherJson(Session& session, const Voucher& voucher, const std::ve
     return json;
 }
 
-/// z7cf voucher: the lines of a voucher with the rows that are stored for each.
+/// z7cf voucher: shows the lines of a voucher with the stored rows of each.
 class VoucherCommand final : public Command {
 public:
     CLI::App& declare(CLI::App& program, Language language) override {

@@ -22,7 +22,7 @@ using workbench::rowsOfDocument;
 
 namespace {
 
-/// The year of the date that a voucher's document gives; nothing if it gives none.
+/// The year of the date in a voucher document; empty if it has none.
 std::optional<std::int16_t> yearOfDocument(const std::string& text) {
     const auto document = XmlDocument::load(text);
     const auto date = document ? document->documentElement().attribute("dbill_date") : std::nullopt;
@@ -30,7 +30,8 @@ std::optional<std::int16_t> yearOfDocument(const std::string& text) {
     return day ? std::optional(toInt16(Variant(dayText(*day).substr(0, 4)))) : std::nullopt;
 }
 
-/// Keeps the first identifier that the library makes while this lives: a temporary table is named after it.
+/// Records the first identifier that the library generates while this object lives: a temporary table is named
+/// after it.
 class FirstIdentifier {
 public:
     FirstIdentifier() {
@@ -57,7 +58,7 @@ private:
     std::optional<std::array<std::uint8_t, 16>> first_;
 };
 
-/// z7cf voucher-xml: the rows of a voucher that is handed over as an XML document.
+/// z7cf voucher-xml: generates the rows of a voucher given as an XML document.
 class VoucherXmlCommand final : public Command {
 public:
     CLI::App& declare(CLI::App& program, Language language) override {
@@ -99,7 +100,8 @@ private:
         return *year;
     }
 
-    /// The outside contract reads the account's options itself; otherwise the two contracts do the same here.
+    /// Uses the outside contract because it reads the account's options itself; the ledger contract does the
+    /// same otherwise.
     [[nodiscard]] std::string rowsOfVoucher(Output& output, Session& session, const std::string& voucher) const {
         const FirstIdentifier identifier;
         try {
@@ -110,14 +112,14 @@ private:
         }
     }
 
-    /// A failure leaves the table behind into which the voucher was read.
+    /// After a failure, drops the table into which the voucher was read.
     static void dropLeftTable(Output& output, Session& session, const FirstIdentifier& identifier) {
         const auto text = identifier.text();
         if (!text) {
             return;
         }
         bool dropped = false;
-        ignoringErrors([&] { // there may be no such table, and the error that led here is the one to tell
+        ignoringErrors([&] { // the table may not exist, and the original error is the one to report
             session.connection().Execute("drop table tempdb..TempVoucher" + *text);
             dropped = true;
         });

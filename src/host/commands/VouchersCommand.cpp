@@ -31,7 +31,7 @@ using workbench::VoucherKinds;
 
 bool isKnown(const Verdict& verdict) { return verdict.kind != Verdict::Kind::unworkable; }
 
-/// Whether the stored rows match; nothing without stored rows.
+/// Whether the stored rows match; empty if there are none.
 std::optional<bool> matched(const Verdict& verdict) {
     return isKnown(verdict) && verdict.rows > 0 ? std::optional(verdict.kind == Verdict::Kind::matched) : std::nullopt;
 }
@@ -75,7 +75,7 @@ std::vector<ReportTable::Cell> voucherCells(const Output& output, const VoucherH
     return cells;
 }
 
-/// z7cf vouchers: lists vouchers and how their rows stand, or what is open and what to do about it.
+/// z7cf vouchers: lists vouchers with the state of their rows, or what is open and how to settle it.
 class VouchersCommand final : public Command {
 public:
     CLI::App& declare(CLI::App& program, Language language) override {
@@ -93,7 +93,7 @@ public:
         Output output(console, options);
         const AccountPlace place = period_.database.take(options);
         const std::int16_t year = period_.year();
-        static_cast<void>(period_.periods()); // a slip is found before anything is opened
+        static_cast<void>(period_.periods()); // a mistake is reported before anything is opened
         if (!open_ && (group_ || lines_)) {
             throw Failure(exitCode::usage, HostText::optionNeeds, {group_ ? "--group" : "--lines", "--open"});
         }

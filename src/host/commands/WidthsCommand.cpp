@@ -13,7 +13,7 @@ namespace z7::cashflow::host {
 
 namespace {
 
-/// z7cf widths: the column widths that the dialog has stored for all users of an account.
+/// z7cf widths: the column widths of the dialog, stored for all users of an account.
 class WidthsCommand final : public Command {
 public:
     CLI::App& declare(CLI::App& program, Language language) override {
@@ -30,7 +30,7 @@ public:
         }
         const AccountPlace place = database_.take(options);
         Output output(console, options);
-        Session session(place, 1, options, console); // widths belong to no year
+        Session session(place, 1, options, console); // column widths do not depend on the year
         const std::string stored = " from GL_myoutput where cauth=N'frmCashFlow' and csqrmode=10";
         const auto counted = session.connection().Execute("select count(*)" + stored);
         const std::int32_t count = toInt32(counted->Fields().Item(0));

@@ -31,8 +31,8 @@ using workbench::WrittenVoucherKey;
 
 namespace {
 
-// No voucher of a year without accounting periods can be worked with: the account's identifier is wrong, or the periods
-// are missing.
+// Requires accounting periods for the year: without them the account identifier is wrong or the periods are missing,
+// and no voucher can be processed.
 void requireYear(const AccountingPeriods& periods, const std::string& account, std::int16_t year) {
     if (periods.empty()) {
         throw Failure(exitCode::database, HostText::accountWithoutPeriods, {account});
@@ -57,7 +57,7 @@ void DatabaseArgument::declare(CLI::App& command, Language language) {
 }
 
 void DatabaseArgument::requireNoSecret() const {
-    // A connection string in the place of a file would stand in the message about it.
+    // A connection string in place of a file name would appear in the error message.
     if (file.find(';') != std::string::npos && holdsSecret(file)) {
         throw Failure(exitCode::usage, HostText::connectSecret);
     }

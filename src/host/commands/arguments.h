@@ -18,27 +18,27 @@ class App;
 
 namespace z7::cashflow::host {
 
-/// Arguments that several commands take, with what is done to read them. "declare" adds them to a command, with their
-/// help in a language; parsing then writes into the argument, which has to stay where it is until it is read.
+/// Arguments shared by several commands, with the reading of their values. declare() adds an argument to a command,
+/// with help in the given language; the parser then writes into the argument, which must not move until it is read.
 
-/// A word of the command line that is no option, under the name that help gives it.
+/// A positional argument, with its name in the help.
 struct Word {
     const char* name;
     std::string* text;
 };
 
-/// Where the account's database is: the first word of a command, or --connect in its place.
+/// Where the account's database is: the first positional argument of a command, or --connect in its place.
 struct DatabaseArgument {
     std::string file;
-    /// Adds the word FILE.
+    /// Adds the argument FILE.
     void declare(CLI::App& command, Language language);
-    /// The account's place. With --connect the words after the file's place move up by one, since there is no file; so
-    /// they do with a connection string of the environment if there is one word less. Failure (usage) if a word is
-    /// missing or there is one too many.
+    /// The account's place. With --connect there is no file, so the arguments after it move up by one; they
+    /// also do with a connection string of the environment if exactly the last argument is missing. Failure
+    /// (usage) if an argument is missing or there is one too many.
     [[nodiscard]] AccountPlace take(const GlobalOptions& options, const std::vector<Word>& behind = {});
-    /// The same for a command whose words after the file's place may be left out: they are checked by the command. A
-    /// connection string of the environment counts if there is no word, or if the first one is such as comes after the
-    /// file.
+    /// The same for a command whose arguments after the file are optional and are checked by the command. A
+    /// connection string of the environment is used if there is no argument, or if comesAfterFile is true for
+    /// the first one.
     [[nodiscard]] AccountPlace takeOpen(const GlobalOptions& options, std::vector<std::string>& behind,
                                         const std::function<bool(const std::string&)>& comesAfterFile);
 
@@ -46,42 +46,42 @@ private:
     void requireNoSecret() const;
 };
 
-/// The key that a word holds, before it is known whether there is a kind of its sign. Failure (usage) if it is not a
-/// key.
+/// Parses a key; a kind given by its sign is not looked up yet. Failure (usage) if the text is not a voucher key.
 [[nodiscard]] workbench::WrittenVoucherKey writtenKey(const std::string& text);
 
 /// One voucher of an account.
 struct VoucherArgument {
     DatabaseArgument database;
     std::string text;
-    /// Adds the words FILE and VOUCHER.
+    /// Adds the arguments FILE and VOUCHER.
     void declare(CLI::App& command, Language language);
     /// The accounting year of the key. Failure (usage) if the text is not a voucher key.
     [[nodiscard]] std::int16_t year() const;
-    /// The key, with its kind looked up in the open session where it is written by its sign. Failure (usage) as above,
-    /// and if no kind or several kinds have that sign.
+    /// The key; a kind given by its sign is looked up in the open session. Failure (usage) as for year(), and
+    /// if no kind or several kinds have that sign.
     [[nodiscard]] workbench::VoucherKey key(Session& session) const;
-    /// As DatabaseArgument::take, with the voucher and other words after it.
+    /// As DatabaseArgument::take, for the voucher and the arguments after it.
     [[nodiscard]] AccountPlace take(const GlobalOptions& options, const std::vector<Word>& behind = {});
-    /// The voucher in an open session of its year. Failure (refused) if it is not there, (database) if the account has
-    /// no accounting periods for the year.
+    /// Reads the voucher in an open session of its year. Failure (refused) if it does not exist, (database) if
+    /// the account has no accounting periods for the year.
     [[nodiscard]] workbench::Voucher find(Session& session) const;
 };
 
-/// A key that a user wrote, as VoucherArgument::key reads it.
+/// The key of a text, as by VoucherArgument::key.
 [[nodiscard]] workbench::VoucherKey keyOf(const std::string& text, Session& session);
 
-/// A voucher of the command line in its open account.
+/// A voucher given on the command line, and its open account.
 class OpenVoucher {
 public:
-    /// Failure (usage) if a word is wrong or missing, (refused) if the voucher is not there, (database) if the account
-    /// cannot be opened or has no accounting periods for the voucher's year.
+    /// Failure (usage) if an argument is wrong or missing, (refused) if the voucher does not exist, (database)
+    /// if the account cannot be opened or has no accounting periods for the voucher's year.
     OpenVoucher(VoucherArgument& argument, const GlobalOptions& options, const Console& console,
                 const std::vector<Word>& behind = {});
 
     [[nodiscard]] Session& session() noexcept { return session_; }
     [[nodiscard]] const workbench::Voucher& voucher() const noexcept { return voucher_; }
-    /// Failure (refused) if the voucher has no date or one outside its year, so that its rows cannot be looked for.
+    /// Failure (refused) if the voucher has no date or a date outside its year, because its rows then cannot be
+    /// found.
     void requireDated(Language language);
 
 private:
@@ -93,9 +93,9 @@ private:
 /// An accounting year.
 struct YearArgument {
     std::string text;
-    /// Adds the option --year, which has to be given.
+    /// Adds the required option --year.
     void declare(CLI::App& command, Language language);
-    /// Failure (usage) if it is not a year from 1 to 9999.
+    /// The year. Failure (usage) if it is not a number from 1 to 9999.
     [[nodiscard]] std::int16_t year() const;
 };
 
@@ -104,13 +104,15 @@ struct PeriodArgument {
     DatabaseArgument database;
     YearArgument yearArgument;
     std::string periodText;
-    /// Adds the word FILE and the options --year and --period.
+    /// Adds the argument FILE and the options --year and --period.
     void declare(CLI::App& command, Language language);
     [[nodiscard]] std::int16_t year() const { return yearArgument.year(); }
-    /// Failure (usage) if it is not a period from 0 to 255 or a range of them, such as "1-3".
+    /// The periods; empty for the whole year. Failure (usage) if the text is not a period from 0 to 255 or a
+    /// range such as "1-3".
     [[nodiscard]] std::optional<workbench::PeriodRange> periods() const;
-    /// The vouchers of that year or those periods. Failure (usage) if the account has neither vouchers nor accounting
-    /// periods there; (database) if it has vouchers and no accounting periods, so that no voucher could be worked with.
+    /// The vouchers of the year or of the periods. Failure (usage) if the account has neither vouchers nor
+    /// accounting periods there; (database) if it has vouchers but no accounting periods, so that none could be
+    /// processed.
     [[nodiscard]] std::vector<workbench::VoucherHead> list(Session& session) const;
 };
 

@@ -25,7 +25,7 @@ Desktop::Desktop(const GlobalOptions& options, const Console& console) {
     modPublic::Context& context = modPublic::context();
     context.dialogFactory = windows_->dialogFactory();
     context.connectionFactory = std::make_shared<AccountConnections>(options.serverConnection);
-    context.messageBoxObject = nullptr; // the one of the terminal may have shown something
+    context.messageBoxObject = nullptr; // the terminal's message box may already have been used
     context.createMessageBox = [box = windows_->messageBox()] { return box; };
 }
 

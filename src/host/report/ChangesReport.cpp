@@ -33,7 +33,7 @@ const char* kindWord(Kind kind) {
     return kind == Kind::kept ? "kept" : kind == Kind::added ? "new" : kind == Kind::changed ? "changed" : "removed";
 }
 
-/// The heading of a column that people know by another name than the database.
+/// The heading of a column that has another name for people than in the database.
 std::optional<HostText> knownColumn(std::string_view column) {
     return column == "cCashItem" ? std::optional(HostText::item)
            : column == "md"      ? std::optional(HostText::debit)

@@ -10,8 +10,8 @@
 
 namespace z7::cashflow::host {
 
-/// What became of the rows of vouchers, a line for each row: voucher, change, line, account, debit, credit, item, and
-/// in the last column the former values of a changed row, field by field.
+/// The changed rows of vouchers, one line per row: voucher, change, line, account, debit, credit, item, and in the
+/// last column the former values of a changed row, field by field.
 class ChangesReport {
 public:
     explicit ChangesReport(Language language);
@@ -26,8 +26,9 @@ private:
 };
 
 /// The rows of one voucher as an array:
-/// {"change":"changed","line":2,"account":"6001","item":"0102","debit":0.0,"credit":5.0, "was":{"cCashItem":"0101"}}. A
-/// removed row has the values that it had; "was" holds every field of a changed row that differs.
+/// {"change":"changed","line":2,"account":"6001","item":"0102","debit":0.0,"credit":5.0,
+/// "was":{"cCashItem":"0101"}}. A removed row shows its former values; "was" holds the former value of each changed
+/// field.
 [[nodiscard]] nlohmann::ordered_json changesJson(const std::vector<workbench::RowChange>& changes);
 
 } // namespace z7::cashflow::host

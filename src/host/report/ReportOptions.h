@@ -14,22 +14,22 @@ class App;
 
 namespace z7::cashflow::host {
 
-/// The options --csv and -o FILE of a command that reports.
+/// The options --csv and -o FILE of commands that write a report.
 class ReportOptions {
 public:
-    /// Adds the options to a command, with their help in a language.
+    /// Adds the options to a command, with their help in the given language.
     void declare(CLI::App& command, Language language);
     [[nodiscard]] bool csv() const noexcept { return csv_; }
-    /// Failure (usage) if the file of -o exists: nothing is overwritten. Called before the work, which may take long.
+    /// Failure (usage) if the file of -o exists, as nothing is overwritten. Call it before any long work.
     void requireNewFile() const;
-    /// Width of the terminal that the report goes to; 0 if it goes to a file or a pipe, where nothing is cut.
+    /// Width of the terminal that the report goes to; 0 for a file or a pipe, where nothing is cut.
     [[nodiscard]] std::size_t columns(const Output& output) const { return file_.empty() ? output.columns() : 0; }
-    /// A table as CSV or for people, as the options ask.
+    /// A table as CSV or as text, as the options say.
     [[nodiscard]] std::string text(const Output& output, const ReportTable& table) const {
         return csv_ ? table.csv() : table.text(columns(output));
     }
-    /// Writes a finished report to the file of -o, or to standard output where none was given. Failure (database) if it
-    /// cannot be written; a file that was begun is removed then.
+    /// Writes a finished report to the file of -o, or to standard output if there is none. Failure (database)
+    /// if it cannot be written; an incomplete file is removed.
     void write(Output& output, std::string_view report) const;
 
 private:

@@ -8,8 +8,7 @@ namespace {
 
 using workbench::Amount;
 
-/// A field of CSV. A spreadsheet would take a text that begins like a formula for one, so such a text gets an
-/// apostrophe.
+/// A field of CSV. A text that a spreadsheet would evaluate as a formula is preceded by an apostrophe.
 std::string csvField(std::string_view text) {
     std::string field(text);
     if (!text.empty() && std::string_view("=+-@\t\r").find(text.front()) != std::string_view::npos) {

@@ -56,7 +56,7 @@ HostText lackText(Kind kind) {
         return HostText::lackSums;
     case Kind::rowsNotFound:
     case Kind::noLedgerVoucher:
-    case Kind::noRowsDocument: // these are about documents, wishes and undone runs, not about stored rows
+    case Kind::noRowsDocument: // these concern documents, wishes and undone runs, not stored rows
     case Kind::otherVoucher:
     case Kind::changedSince:
     case Kind::lineMissing:

@@ -10,7 +10,7 @@ namespace z7::cashflow::host {
 
 namespace {
 
-/// The number of a row's entry line; 0 for a row whose document left it out.
+/// The number of a row's entry line; 0 if its document left it out.
 double lineOf(const CashFlow& row) {
     const auto& fields = row.Fields();
     const bool there = std::find(fields.begin(), fields.end(), "inid") != fields.end();

@@ -7,9 +7,8 @@
 
 namespace z7::cashflow::host {
 
-/// The rows of a collection by the numbers of their entry lines, for people and machines that compare two lists: a
-/// server returns rows in any order. Rows of one line stay in the order that they have; a row without a line number
-/// comes first.
+/// The rows of a collection, sorted by entry line, since a server returns them in any order. Rows of the same line
+/// keep their order; rows without a line number come first.
 [[nodiscard]] std::vector<std::shared_ptr<CashFlow>> rowsByLine(const CashFlowCollection& rows);
 
 } // namespace z7::cashflow::host

@@ -53,7 +53,7 @@ std::string escaped(std::string_view text) {
     return result;
 }
 
-/// A name for an anchor: letters and digits as they are, all other bytes as hexadecimal.
+/// An anchor's name: letters and digits unchanged, all other bytes as hexadecimal digits.
 std::string anchor(char kind, std::string_view code) {
     static constexpr char digits[] = "0123456789abcdef";
     std::string name(1, kind);
@@ -120,12 +120,12 @@ private:
                 "</p>\n";
     }
 
-    /// The anchor of the vouchers of a period under an item: those of one column stand together.
+    /// The anchor of an item's vouchers in one column of the statement; they are adjacent.
     static std::string columnAnchor(const std::string& target, std::size_t column) {
         return target + "." + std::to_string(column);
     }
 
-    /// A line of the statement. The figures of its columns have targets of their own where it is an item.
+    /// Writes a line of the statement. For an item, the figures of its columns link to their own vouchers.
     void itemRow(const StatementLine& line, const char* style, const std::string& target, bool isItem) {
         out_ += "<tr" + std::string(style) + "><td>" + escaped(line.code) + "</td><td>" + escaped(line.name) + "</td>";
         if (statement_.columns.size() > 1) {
@@ -165,8 +165,8 @@ private:
         out_ += "</table>\n";
     }
 
-    /// Bars of receipts upwards and payments downwards for each period, and a line of the cash balance, each on a scale
-    /// of its own.
+    /// Draws bars for the receipts (up) and payments (down) of each period and a line for the cash balance,
+    /// each on its own scale.
     void writePicture() {
         const auto& months = source_.months;
         constexpr double width = 720;
@@ -258,7 +258,7 @@ private:
         out_ += "</table>\n";
     }
 
-    /// The vouchers under the figures of the items, group by group.
+    /// Writes the vouchers that make up the figures of the items, group by group.
     void writeItemDetails() {
         const auto ranges = rangesOf(source_.itemVouchers);
         out_ += "<div id=\"items\">\n";
@@ -287,7 +287,7 @@ private:
 
     using Vouchers = std::span<const VoucherFlow>;
 
-    /// The vouchers of each code, which stand together.
+    /// The vouchers of each code; they are adjacent in the list.
     static std::map<std::string, Vouchers> rangesOf(const std::vector<VoucherFlow>& flows) {
         std::map<std::string, Vouchers> ranges;
         for (std::size_t first = 0; first < flows.size();) {
@@ -317,7 +317,7 @@ private:
                  {text(HostText::payments), true},
                  {text(HostText::net), true}});
         const auto found = ranges.find(code);
-        std::size_t columns = 0; // those whose first voucher is behind
+        std::size_t columns = 0; // columns whose first voucher has been written
         for (const VoucherFlow& voucher : found == ranges.end() ? Vouchers() : found->second) {
             const std::size_t column = columnOf(voucher.period);
             out_ += column < columns ? "<tr>" : "<tr id=\"" + columnAnchor(target, column) + "\">";

@@ -9,10 +9,10 @@
 
 namespace z7::cashflow::host {
 
-/// What the page of a statement is made from.
+/// The contents of a statement's page.
 struct StatementPage {
     const workbench::CashFlowStatement& statement;
-    /// The same statement with a column for each period, for the picture.
+    /// The same statement with one column per period, for the picture.
     const workbench::CashFlowStatement& months;
     const std::vector<workbench::VoucherFlow>& itemVouchers;
     const std::vector<workbench::VoucherFlow>& accountVouchers;
@@ -20,10 +20,10 @@ struct StatementPage {
     Language language = Language::english;
 };
 
-/// One self-contained HTML page that prints well: the statement, a picture of receipts and payments by period and of
-/// the cash balance, the cash accounts, the proof, and under each item and account its vouchers. Each figure that
-/// vouchers make up leads to them: that of a period to the first of its vouchers, that of a group or a total to the
-/// items or accounts that it adds up. It loads nothing.
+/// The statement as one self-contained HTML page that prints well: the statement, a picture of receipts and
+/// payments by period and of the cash balance, the cash accounts, the proof, and the vouchers of each item and
+/// account. Figures made up of vouchers link to them: that of a period to the first of them, that of a group or
+/// total to the items or accounts that it adds up. The page loads nothing from elsewhere.
 [[nodiscard]] std::string statementHtml(const StatementPage& page);
 
 } // namespace z7::cashflow::host

@@ -12,7 +12,7 @@ using namespace workbench;
 using nlohmann::ordered_json;
 using Cells = std::vector<ReportTable::Cell>;
 
-/// Whether the statement has columns beside its total.
+/// Whether the statement has columns besides its total.
 bool hasColumns(const CashFlowStatement& statement) { return statement.columns.size() > 1; }
 
 Cells flowCells(const Flow& flow) { return {flow.receipts, flow.payments, flow.net()}; }

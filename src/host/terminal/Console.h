@@ -10,10 +10,10 @@ struct Console {
     std::istream& in;
     std::ostream& out;
     std::ostream& err;
-    bool interactive = false;      ///< questions can be answered: in and err are a terminal
-    bool errorsOnTerminal = false; ///< a progress bar may be drawn on err: it is a terminal that takes escape sequences
-    std::size_t columns = 0;       ///< width of the terminal that out is; 0 if it is not one, and nothing has to be cut
-    std::size_t errorColumns = 0;  ///< width of the terminal that err is; 0 if it is not one
+    bool interactive = false;      ///< questions can be asked: in and err are terminals
+    bool errorsOnTerminal = false; ///< a progress bar may be drawn on err: a terminal with escape sequences
+    std::size_t columns = 0;       ///< width of the terminal on out; 0 if it is not a terminal, and nothing is cut
+    std::size_t errorColumns = 0;  ///< width of the terminal on err; 0 if it is not a terminal
 };
 
 } // namespace z7::cashflow::host

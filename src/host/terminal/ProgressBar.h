@@ -6,17 +6,17 @@
 
 namespace z7::cashflow::host {
 
-/// A bar on one line of a terminal, drawn anew only when its percentage changes, and gone when it ends.
+/// A progress bar on one line of a terminal. It is redrawn when its percentage changes and erased when it ends.
 class ProgressBar {
 public:
-    /// Draws nothing at all unless shown. On a terminal of so many columns (0: not known) the bar is as long as there
-    /// is room for, and without room for one the numbers stand alone. The stream is not owned.
+    /// Draws nothing if shown is false. The bar fills the given terminal width (0: unknown); if there is no
+    /// room for a bar, only the numbers are shown. The stream is not owned.
     ProgressBar(std::ostream& stream, std::string label, std::size_t total, bool shown, std::size_t columns = 0);
     ~ProgressBar();
     ProgressBar(const ProgressBar&) = delete;
     ProgressBar& operator=(const ProgressBar&) = delete;
 
-    /// That many of the total are done.
+    /// Sets how many of the total are done.
     void update(std::size_t done);
 
 private:
@@ -24,7 +24,7 @@ private:
     std::string label_;
     std::size_t total_;
     std::size_t columns_;
-    std::size_t percent_ = 101; ///< the percentage that is drawn; 101 for none
+    std::size_t percent_ = 101; ///< the percentage on the screen; 101 before the first drawing
     bool shown_;
 };
 

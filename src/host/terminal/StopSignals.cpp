@@ -12,7 +12,8 @@ StopSignals::StopSignals() {
 }
 
 StopSignals::~StopSignals() {
-    static_cast<void>(requested()); // one that came last must not end the program in the middle of its summary
+    // Consumes a pending signal, which would otherwise end the program while it writes its summary.
+    static_cast<void>(requested());
     pthread_sigmask(SIG_SETMASK, &former_, nullptr);
 }
 

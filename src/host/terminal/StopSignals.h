@@ -4,8 +4,8 @@
 
 namespace z7::cashflow::host {
 
-/// Holds back SIGINT and SIGTERM while it lives, so that work can stop where it is safe to stop. A signal that came is
-/// taken, not delivered; its number ends up in received.
+/// Blocks SIGINT and SIGTERM while it lives, so that work can stop at a safe point. A signal is consumed and not
+/// delivered; its number is kept in received.
 class StopSignals {
 public:
     StopSignals();
@@ -13,9 +13,9 @@ public:
     StopSignals(const StopSignals&) = delete;
     StopSignals& operator=(const StopSignals&) = delete;
 
-    /// Whether one of the signals has come.
+    /// Whether one of the signals has arrived.
     [[nodiscard]] bool requested();
-    /// The number of the first signal that was seen by requested, or 0.
+    /// The number of the first signal that requested() saw, or 0.
     [[nodiscard]] int received() const noexcept { return received_; }
 
 private:

@@ -11,7 +11,7 @@ namespace {
 constexpr std::string_view ellipsis = "…";
 
 constexpr std::size_t gapColumns = 2;    ///< between two columns
-constexpr std::size_t leastColumns = 10; ///< to which a column may shrink
+constexpr std::size_t leastColumns = 10; ///< least width of a column that is cut
 
 std::string fitted(const std::string& cell, std::size_t columns) {
     if (terminal::displayWidth(cell) <= columns) {

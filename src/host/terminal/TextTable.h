@@ -5,28 +5,27 @@
 
 namespace z7::cashflow::host {
 
-/// A table for people: a line of headings, a rule, and a line per record, with columns aligned on a terminal that shows
-/// wide characters on two columns. Cells are made safe for a terminal as they are added.
+/// A table for people: a line of headings, a rule, and one line per record, aligned for a terminal on which wide
+/// characters take two columns. Control characters in cells are replaced as they are added.
 class TextTable {
 public:
-    /// How a column's cells stand in it.
+    /// Horizontal alignment of a column's cells.
     enum class Align { left, right };
     struct Column {
         std::string heading;
         Align align = Align::left;
-        bool shrinks =
-            false; ///< on a terminal too narrow for the table its longest cells are cut and end in an ellipsis
+        bool shrinks = false; ///< on a terminal that is too narrow, long cells are cut and end in an ellipsis
     };
 
     explicit TextTable(std::vector<Column> columns);
 
-    /// Adds a record. Missing cells are empty; cells beyond the columns are left out.
+    /// Adds a record. Missing cells are empty; excess cells are ignored.
     void add(std::vector<std::string> cells);
     [[nodiscard]] bool empty() const noexcept { return records_.empty(); }
 
-    /// The lines of the table, each without a line break and without blanks at its end, for a terminal of so many
-    /// columns; 0 stands for a file or a pipe, where every cell is whole. A table may stay wider than the terminal,
-    /// which then breaks its lines.
+    /// The lines of the table without line breaks and trailing blanks, for a terminal of the given width; 0 for
+    /// a file or a pipe, where no cell is cut. A table may remain wider than the terminal, which then wraps its
+    /// lines.
     [[nodiscard]] std::vector<std::string> lines(std::size_t terminalColumns = 0) const;
 
 private:

@@ -7,9 +7,8 @@
 
 namespace z7::cashflow::host {
 
-/// A text as lines of at most so many terminal columns. Lines break at blanks and beside wide characters, though not
-/// before a mark that closes something, such as "，" or "）". A word that is wider than a line stands on a line of its
-/// own.
+/// Wraps a text into lines of at most the given terminal width. Lines break at blanks and beside wide characters,
+/// but not before a closing mark such as "，" or "）". A word that is wider than a line gets a line of its own.
 [[nodiscard]] std::vector<std::string> foldedText(std::string_view text, std::size_t columns);
 
 } // namespace z7::cashflow::host

@@ -16,8 +16,8 @@ struct ChineseReason {
     constexpr ChineseReason(Id id, std::string_view chinese) noexcept
         : place(static_cast<std::size_t>(id)), chinese(chinese) {}
 
-    std::size_t place;        ///< in the table of its room, from 0
-    std::string_view chinese; ///< without a full stop, since it often goes on or stands inside another sentence
+    std::size_t place;        ///< index in the table of its room, from 0
+    std::string_view chinese; ///< without a full stop, because other text often follows
 };
 
 /// The reasons of one room in both languages, in the same order.
@@ -26,10 +26,10 @@ struct ReasonRoom {
     std::span<const ChineseReason> chinese;
 };
 
-/// Every room whose errors the program can show.
+/// All rooms whose errors the program can show.
 [[nodiscard]] std::vector<ReasonRoom> reasonRooms();
 
-/// An explanation in Chinese; in English if its room is not one of reasonRooms, and the empty text for Reason::none.
+/// An explanation in Chinese; in English if its room is not in reasonRooms. Empty for Reason::none.
 [[nodiscard]] std::string chineseText(const Explanation& why);
 
 } // namespace z7::cashflow::host

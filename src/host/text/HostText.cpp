@@ -12,7 +12,7 @@ namespace {
 
 using T = HostText;
 
-// The size is written out because compilers deduce no more than 256 elements.
+// The size is given because compilers deduce at most 256 elements.
 constexpr std::array<HostTextEntry, 230> generalTexts{
     HostTextEntry{T::voucher, "凭证", "Voucher"},
     HostTextEntry{T::date, "日期", "Date"},
@@ -352,7 +352,7 @@ constexpr std::array<HostTextEntry, 230> generalTexts{
 constexpr std::size_t textCount = static_cast<std::size_t>(T::count);
 static_assert(generalTexts.size() + findingTexts.size() + helpTexts.size() == textCount, "a text is missing");
 
-/// All texts at the places of their names.
+/// All texts, in the order of their names.
 constexpr std::array<HostTextEntry, textCount> texts = [] {
     std::array<HostTextEntry, textCount> all{};
     const auto place = [&all](const auto& group) {
@@ -369,7 +369,7 @@ constexpr std::array<HostTextEntry, textCount> texts = [] {
 static_assert([] {
     for (const HostTextEntry& entry : texts) {
         if (entry.english.empty()) {
-            return false; // two texts have one name, so that another has none
+            return false; // a name with two texts means that another name has none
         }
     }
     return true;

@@ -9,7 +9,7 @@
 
 namespace z7::cashflow::host {
 
-/// The texts of the command line itself. What each says stands beside it in HostText.cpp.
+/// The texts of the command line. The tables of HostText.cpp hold what each says.
 enum class HostText {
     // headings and words
     voucher,
@@ -34,12 +34,12 @@ enum class HostText {
     yes,
     no,
     total,
-    // outcomes of an allotment
+    // outcomes of an allocation
     outcomeStored,
     outcomeNoCash,
     outcomeNothing,
     outcomeRefused,
-    // verdicts and notices
+    // verdicts and remarks
     verdictMatched,
     verdictNoCash,
     verdictNothing,
@@ -79,7 +79,7 @@ enum class HostText {
     tableDropped,
     progress,
     listComma,
-    // what is wrong with a voucher or its rows, and what to do about it
+    // what is wrong with a voucher or its rows, and the remedy
     findingAmountWithSide,
     findingSums,
     findingSumsShort,
@@ -109,7 +109,7 @@ enum class HostText {
     findingRowsNotFound,
     findingNoRowsDocument,
     findingOtherVoucher,
-    // the same in a few words, for many vouchers at once
+    // the same in a few words, for several vouchers together
     lackVoucherGone,
     lackDateMissing,
     lackDateOutside,
@@ -328,7 +328,7 @@ enum class HostText {
     helpUndoDryRun,
     examplesLog,
     examplesUndo,
-    // items changed by hand
+    // items assigned by hand
     rowCount,
     colon,
     itemMissing,
@@ -445,7 +445,7 @@ enum class HostText {
     findingNoLedgerVoucher,
     verifyVersion,
     verifyNoVersion,
-    count ///< the number of texts, no text itself
+    count ///< number of texts, not a text itself
 };
 
 /// One text in both languages, with places {0}, {1} ... for arguments.
@@ -458,7 +458,7 @@ struct HostTextEntry {
 /// All texts in the order of their names.
 [[nodiscard]] std::span<const HostTextEntry> hostTexts() noexcept;
 
-/// A text in a language with its places filled.
+/// A text in a language, with its places filled by the arguments.
 [[nodiscard]] std::string hostText(Language language, HostText text, const std::vector<std::string>& arguments = {});
 
 } // namespace z7::cashflow::host

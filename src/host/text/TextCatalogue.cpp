@@ -12,9 +12,9 @@ namespace z7::cashflow::host {
 
 namespace {
 
-// Texts that the library joins to others carry the blanks and marks that belong between them: the labels of the two
-// sums stand right before a side, a side right before an amount, and the question of 00038 right behind a statement.
-// The captions 00058 to 00062 go into XML attributes as they are, so they hold none of & < > ' ".
+// The library concatenates some texts without separators, so these carry the necessary blanks and marks: the labels
+// of the two sums precede a side, a side precedes an amount, and the question of 00038 follows a statement. The
+// captions 00058 to 00062 are written to XML attributes unescaped, so they contain none of & < > ' ".
 constexpr std::array catalogue{
     ResourceText{"Z7.CW.GL.CashFlow.00001", "现金流量行的科目与所属凭证分录的科目不一致！",
                  "The account of a cash-flow row is not the account of its voucher line."},

@@ -10,14 +10,14 @@
 
 namespace z7::cashflow::host {
 
-/// One text of the library's catalogue in both languages. Places for arguments are written {0}, {1} and so on.
+/// One text of the library's catalogue in both languages. Places for arguments are {0}, {1} and so on.
 struct ResourceText {
     std::string_view key;
     std::string_view chinese;
     std::string_view english;
 };
 
-/// Every resource key that the library knows, with its texts.
+/// Every resource key of the library, with its texts.
 [[nodiscard]] std::span<const ResourceText> resourceTexts() noexcept;
 
 /// The library's texts in one language. An unknown key is an Error that names it.

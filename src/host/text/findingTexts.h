@@ -6,7 +6,7 @@
 
 namespace z7::cashflow::host {
 
-/// What is wrong with a voucher or an account, and what to do about it.
+/// What is wrong with a voucher or an account, and the remedy.
 inline constexpr std::array<HostTextEntry, 73> findingTexts = [] {
     using T = HostText;
     return std::array{

@@ -6,7 +6,7 @@
 
 namespace z7::cashflow::host {
 
-/// The help of z7cf: what each command and option is for, and the examples of each command.
+/// The help of z7cf: the purpose of each command and option, and examples for each command.
 inline constexpr std::array<HostTextEntry, 118> helpTexts = [] {
     using T = HostText;
     return std::array{

@@ -5,7 +5,7 @@
 
 namespace z7::cashflow::host {
 
-/// Words of a range, one behind the other with a separator between them.
+/// Joins the words of a range, with a separator between them.
 template <class Words> [[nodiscard]] std::string joined(const Words& words, std::string_view separator) {
     std::string text;
     for (const auto& word : words) {

@@ -11,8 +11,8 @@ std::string reasonText(Language language, const std::string& checkText) {
         return checkText.substr(0, lineBreak) + (language == Language::chinese ? "；" : "; ") +
                checkText.substr(lineBreak + 2);
     }
-    // A check of a row answers with three parts between tabs: the text, the entry line, the column. Any other tab
-    // belongs to a text of somebody else.
+    // The check of a row answers with three parts separated by tabs: text, entry line, column. A text with any
+    // other number of tabs is not of that form and is kept.
     const std::size_t firstTab = checkText.find('\t');
     const std::size_t secondTab = firstTab == std::string::npos ? firstTab : checkText.find('\t', firstTab + 1);
     const bool namesLine = secondTab != std::string::npos && secondTab + 1 < checkText.size() &&

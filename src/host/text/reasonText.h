@@ -7,15 +7,15 @@
 
 namespace z7::cashflow::host {
 
-/// What the library's check says of rows, on one line for people: the entry line that it names is told in words, and
-/// the column of the dialog is left out.
+/// The answer of the library's check on one line for people: the entry line is named in words, and the dialog's
+/// column is left out.
 [[nodiscard]] std::string reasonText(Language language, const std::string& checkText);
 
-/// An explanation in the user's language; the empty text for Reason::none.
+/// An explanation in the user's language; empty for Reason::none.
 [[nodiscard]] std::string reasonText(Language language, const Explanation& why);
 
-/// An error on one line for people: its reason in the user's language, or its own description with the reason after it.
-/// A description without a reason, such as a database's, stays as it is.
+/// An error on one line for people: its reason in the user's language, or its own description followed by the
+/// reason. A description without a reason, such as that of a database, is kept.
 [[nodiscard]] std::string reasonText(Language language, const Error& error);
 
 } // namespace z7::cashflow::host

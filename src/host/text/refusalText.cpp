@@ -17,7 +17,7 @@ namespace {
 
 using Kind = Finding::Kind;
 
-/// Words for the findings of one refusal in one language.
+/// Texts for the findings of one refusal in one language.
 class Words {
 public:
     explicit Words(Language language) : language_(language) {}
@@ -35,13 +35,13 @@ private:
     [[nodiscard]] std::string onSide(double amount, bool debit) const {
         return text(HostText::findingAmountWithSide, {amountText(amount), side(debit)});
     }
-    // Debit less credit as an amount on its side; zero has none.
+    // Debit less credit, as an amount with its side; 0 has no side.
     [[nodiscard]] std::string balance(double sum) const {
         return std::abs(sum) < 0.005 ? amountText(0.0) : onSide(std::abs(sum), sum > 0.0);
     }
     [[nodiscard]] std::string sums(const Finding& finding) const;
     [[nodiscard]] std::string origin(const Finding& finding) const;
-    // A line in words: its account, its side and its amount there.
+    // A line in words: its account, its side and the amount there.
     [[nodiscard]] std::string lineText(HostText key, const Finding& finding) const {
         const std::string amount = side(finding.debit) + " " + amountText(finding.amount);
         return text(key, {std::to_string(finding.line), finding.account, amount});

@@ -8,8 +8,7 @@
 
 namespace z7::cashflow::host {
 
-/// Why a voucher was refused and what to do about it, on one line for people. Amounts are written as in tables:
-/// 8,800.00.
+/// Why a voucher was refused and the remedy, on one line for people. Amounts look as in tables: 8,800.00.
 [[nodiscard]] std::string refusalText(Language language, const workbench::Refusal& refusal);
 
 /// A verdict in words.

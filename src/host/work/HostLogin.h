@@ -9,10 +9,10 @@
 
 namespace z7::cashflow::host {
 
-/// The login of the command line: who works, in which account and year, and in which language.
+/// The login of the command line: the user, the account, the accounting year and the language.
 class HostLogin final : public Z7Login {
 public:
-    /// The year is the one that the command names; the connection string is that of the opened database.
+    /// The year is that of the command; the connection string is that of the opened database.
     HostLogin(GlobalOptions options, std::int16_t year, std::string connectionString);
 
     [[nodiscard]] std::int32_t LocaleId() override;
@@ -21,12 +21,13 @@ public:
     [[nodiscard]] std::string UserId() override;
     [[nodiscard]] std::string Operator() override;
     [[nodiscard]] std::string ConnectionString() override;
-    /// 117 gives the account's accounting system as set, empty if it is not; every other number gives null.
+    /// Code 117 returns the accounting system of the settings, empty if there is none; any other code returns
+    /// null.
     [[nodiscard]] Variant Information(std::int32_t code) override;
     [[nodiscard]] std::string LanguageTag() override;
     [[nodiscard]] std::shared_ptr<cashflow::TextLookup> TextLookup() override;
     [[nodiscard]] std::shared_ptr<cashflow::FormattedTextLookup> FormattedTextLookup() override;
-    /// True unless the settings say otherwise.
+    /// True unless the settings turn it off.
     [[nodiscard]] bool guardsStatements() override;
 
 private:

@@ -17,7 +17,7 @@ namespace z7::cashflow::host {
 
 namespace {
 
-/// Names of the accounts of a year. Freshly generated rows do not carry them.
+/// The names of a year's accounts by code. Newly generated rows do not hold them.
 std::map<std::string, std::string> accountNames(Session& session) {
     std::map<std::string, std::string> names;
     const auto accounts =
@@ -30,7 +30,7 @@ std::map<std::string, std::string> accountNames(Session& session) {
     return names;
 }
 
-/// A field's text; empty for a null and for a field that a document left out.
+/// A field's text; empty for null and for a field that a document left out.
 std::string fieldText(const CashFlow& row, const std::string& field) {
     const auto& fields = row.Fields();
     const bool there = std::find(fields.begin(), fields.end(), field) != fields.end();
@@ -80,7 +80,7 @@ nlohmann::ordered_json sourceJson(const ItemSource& source) {
     return json;
 }
 
-/// The source of a row; a row that the notes do not know was not made here.
+/// The source of a row's item; rows without a note were not generated here.
 ItemSource sourceOf(const ItemSources& sources, const CashFlow& row) {
     const auto found = sources.find(&row);
     return found == sources.end() ? ItemSource{} : found->second;

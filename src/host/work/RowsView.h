@@ -9,10 +9,11 @@
 
 namespace z7::cashflow::host {
 
-/// Where the items of rows come from, by row.
+/// Where the item of each row comes from.
 using ItemSources = std::map<const CashFlow*, ItemSource>;
 
-/// Notes where the library finds the items of the rows that it makes, as long as it lives. One at a time in a thread.
+/// Records where the library finds the items of the rows that it generates, for as long as this object lives. At
+/// most one per thread.
 class ItemSourceNotes {
 public:
     ItemSourceNotes();
@@ -26,8 +27,8 @@ private:
     ItemSources sources_;
 };
 
-/// Writes rows as a table for people or an array for machines; a null pointer stands for no rows. With sources, each
-/// row says where its item comes from.
+/// Writes rows as a table, or as an array in JSON; a null pointer means no rows. With sources, each row shows where
+/// its item comes from.
 void showRows(Output& output, Session& session, const CashFlowCollection* rows, const ItemSources* sources = nullptr);
 
 } // namespace z7::cashflow::host

@@ -8,8 +8,8 @@
 
 namespace z7::cashflow::host {
 
-/// What the log notes of a command: the user of the settings, the clock, and the command's own words, such as "save" or
-/// "undo 3".
+/// What the log records about a command: the user of the settings, the time, and the command's words, such as
+/// "save" or "undo 3".
 [[nodiscard]] inline workbench::RunNote runNote(const GlobalOptions& options, std::string command,
                                                 std::optional<std::int32_t> undoes = std::nullopt) {
     return {options.user, std::move(command), options.clock, undoes};
