@@ -57,7 +57,7 @@ std::string Amount::text() const {
 }
 
 Amount& Amount::operator+=(Amount other) {
-    tenThousandths_ += other.tenThousandths_; // both are in range, so that the sum fits 64 bits
+    tenThousandths_ += other.tenThousandths_; // both are in range, so the sum fits in 64 bits
     requireInRange();
     return *this;
 }

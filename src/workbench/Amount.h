@@ -8,25 +8,25 @@
 
 namespace z7::cashflow::workbench {
 
-/// An exact amount of money with four decimals, such as 1234.5000. Sums of a year are made with it, because doubles
-/// would lose cents. Sums beyond 900,000,000,000.0000 in either direction, which a double could no longer hold to the
-/// last decimal, are error 6.
+/// An exact amount of money with four decimals, such as 1234.5000. It is used for the sums of a year, where doubles
+/// would lose cents. A sum beyond 900,000,000,000.0000 in either direction, which a double could no longer
+/// represent to the last decimal, raises error 6.
 class Amount {
 public:
     constexpr Amount() noexcept = default;
 
-    /// The amount of a database value: null is 0, a number is rounded to four decimals. Error 13 if the value is not a
-    /// number, error 6 if it is too large.
+    /// Converts a database value: null is 0, a number is rounded to four decimals. Error 13 if the value is not
+    /// a number, error 6 if it is too large.
     [[nodiscard]] static Amount of(const Variant& value);
-    /// The amount of a text such as "1,234.50" or "-3.5". Error 13 if it is not a number or has more than four
+    /// Parses a text such as "1,234.50" or "-3.5". Error 13 if it is not a number or has more than four
     /// decimals, error 6 if it is too large.
     [[nodiscard]] static Amount read(const std::string& text);
 
     [[nodiscard]] constexpr bool isZero() const noexcept { return tenThousandths_ == 0; }
     [[nodiscard]] double value() const noexcept { return static_cast<double>(tenThousandths_) / 10000.0; }
-    /// "1,234.50": thousands commas, two decimals, and all four if the third or the fourth is not 0.
+    /// "1,234.50": with thousands separators and two decimals, or four if the third or fourth is not 0.
     [[nodiscard]] std::string text() const;
-    /// "1234.50": the same without commas, for CSV.
+    /// "1234.50": the same without separators, for CSV.
     [[nodiscard]] std::string plainText() const;
 
     Amount& operator+=(Amount other);

@@ -6,7 +6,8 @@
 
 namespace z7::cashflow::workbench {
 
-/// Calls a routine with the fields of each record of a query. Errors of the database and of the routine come out.
+/// Calls a function with the fields of each record of a query. Errors of the database and of the function pass
+/// through.
 template <class Action> void forEachRecord(Connection& connection, const std::string& query, Action&& action) {
     const auto records = connection.Execute(query);
     for (; !records->EndOfFile(); records->MoveNext()) {

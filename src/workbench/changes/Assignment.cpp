@@ -43,7 +43,7 @@ std::vector<ItemPart> partsOf(const std::vector<RowPointer>& rows, bool debit) {
     return parts;
 }
 
-/// The item that the generation proposes for a line; empty if it proposes none.
+/// The item that generation proposes for a line; empty if there is none.
 std::string proposedItem(const CashFlowCollection& proposed, std::int32_t line) {
     for (const RowPointer& row : rowsOfLine(proposed, line)) {
         return toTextOrEmpty(row->Item("cCashItem"));
@@ -51,7 +51,7 @@ std::string proposedItem(const CashFlowCollection& proposed, std::int32_t line) 
     return {};
 }
 
-/// Gives a line these parts: its rows are used again, one for each part, and the rest of them go.
+/// Splits a line into these parts: its rows are reused, one for each part, and those left over are removed.
 void setParts(CashFlowCollection& rows, const VoucherLine& line, const std::vector<ItemPart>& parts) {
     std::vector<RowPointer> former = rowsOfLine(rows, line.number);
     for (const ItemPart& part : parts) {
@@ -77,7 +77,8 @@ void setParts(CashFlowCollection& rows, const VoucherLine& line, const std::vect
     }
 }
 
-/// A generated line without an item takes that of the line's first former row that has one.
+/// Fills in the items of generated rows without one: each takes the item of the first former row of its line that
+/// has one.
 void takeItems(const CashFlowCollection& former, CashFlowCollection& rows) {
     for (const RowPointer& row : rows) {
         if (!isNullOrEmpty(row->Item("cCashItem"))) {
@@ -169,37 +170,37 @@ VoucherResult Assignment::assign(const VoucherKey& key, const std::vector<LineWi
 }
 
 VoucherResult Assignment::regenerate(const VoucherKey& key, bool keepItems) {
-    return allotment_.change(
-        key,
-        [&](const Voucher& voucher, const std::vector<StoredRow>& before, Judge::Rows& rows,
-            RowsOrigin& origin) -> std::optional<Refusal> {
-            origin = RowsOrigin::generated;
-            if (before.empty()) {
-                return std::nullopt; // the library generates them
-            }
-            if (!keepItems) {
-                rows = proposedRows(voucher);
-                return std::nullopt;
-            }
-            if (auto refusal = Judge::hidden(before)) {
-                return refusal;
-            }
-            const Judge::Rows former = judge_.storedRows(voucher);
-            bool& showAll = modPublic::context().bAutoDisplay; // so that lines without an item are generated too
-            const bool shown = std::exchange(showAll, true);
-            try {
-                rows = proposedRows(voucher);
-            } catch (const Error&) {
-                showAll = shown;
-                throw;
-            }
-            showAll = shown;
-            if (former) {
-                takeItems(*former, *rows);
-            }
-            removeWithoutItem(*rows);
-            return std::nullopt;
-        });
+    return allotment_.change(key,
+                             [&](const Voucher& voucher, const std::vector<StoredRow>& before, Judge::Rows& rows,
+                                 RowsOrigin& origin) -> std::optional<Refusal> {
+                                 origin = RowsOrigin::generated;
+                                 if (before.empty()) {
+                                     return std::nullopt; // the library generates the rows
+                                 }
+                                 if (!keepItems) {
+                                     rows = proposedRows(voucher);
+                                     return std::nullopt;
+                                 }
+                                 if (auto refusal = Judge::hidden(before)) {
+                                     return refusal;
+                                 }
+                                 const Judge::Rows former = judge_.storedRows(voucher);
+                                 bool& showAll =
+                                     modPublic::context().bAutoDisplay; // generates lines without an item, too
+                                 const bool shown = std::exchange(showAll, true);
+                                 try {
+                                     rows = proposedRows(voucher);
+                                 } catch (const Error&) {
+                                     showAll = shown;
+                                     throw;
+                                 }
+                                 showAll = shown;
+                                 if (former) {
+                                     takeItems(*former, *rows);
+                                 }
+                                 removeWithoutItem(*rows);
+                                 return std::nullopt;
+                             });
 }
 
 VoucherResult Assignment::reassign(const VoucherKey& key, const std::string& from, const std::string& to,

@@ -10,36 +10,37 @@
 
 namespace z7::cashflow::workbench {
 
-/// What a person puts on the items of one entry line.
+/// The items that a person assigns to one entry line.
 struct LineWish {
     std::int32_t line = 0; ///< number of the entry line
     std::vector<ItemWish> items;
 };
 
-/// What stays on other items of a line after an assignment.
+/// What remains on other items of a line after an assignment.
 struct LineRest {
     std::int32_t line = 0;
     std::vector<ItemPart> parts;
 };
 
-/// Changes the items of stored rows by hand. Every change is saved by the provider as the other saves are: the voucher
-/// locked, the rows checked, read back and noted. Items are not looked up here.
+/// Changes the items of stored rows by hand. Each change is saved like any other: the voucher is locked, and its
+/// rows are checked, read back and logged. Items are not checked against the list of items here.
 class Assignment {
 public:
-    /// All outlive it; the allotment says whether changes are kept, and where they are noted.
+    /// All arguments outlive this object. The allotment decides whether changes are kept and where they are
+    /// logged.
     Assignment(Connection& connection, DataProvider& data, IGlVoucherProvider& gl, Allotment& allotment)
         : connection_(connection), judge_(connection, data, gl), allotment_(allotment) {}
 
-    /// Puts lines of a voucher on items. The other lines keep their stored rows, or get the generated ones where none
-    /// are stored. Fills in what stays on other items. Refused if the voucher lacks a line, an amount does not fit, a
-    /// rest finds no item, or the rows do not match the voucher and the account has its sums compared (bXJLL); else a
-    /// mismatch is in the result.
+    /// Assigns lines of a voucher to items. The other lines keep their stored rows, or get generated ones if
+    /// none are stored. Reports what remains on other items. Refused if the voucher does not have a line, an
+    /// amount does not fit, a rest has no item, or the rows do not match the voucher although the account
+    /// option bXJLL demands it; without that option the mismatch is reported in the result.
     [[nodiscard]] VoucherResult assign(const VoucherKey& key, const std::vector<LineWish>& wishes,
                                        std::vector<LineRest>& rests);
-    /// Generates the rows anew in place of the stored ones. With keepItems a line for which the generation finds no
-    /// item keeps the one of its first stored row that has one, as in the dialog.
+    /// Replaces the stored rows by newly generated ones. With keepItems, a line for which generation finds no
+    /// item keeps that of its first stored row that has one, as in the dialog.
     [[nodiscard]] VoucherResult regenerate(const VoucherKey& key, bool keepItems);
-    /// Puts the rows of an item, on one account or on every one (empty), on another item; the amounts stay.
+    /// Moves the rows of an item, on one account or on all (empty), to another item; amounts stay the same.
     [[nodiscard]] VoucherResult reassign(const VoucherKey& key, const std::string& from, const std::string& to,
                                          const std::string& account);
 
@@ -53,8 +54,8 @@ private:
     Allotment& allotment_;
 };
 
-/// The vouchers of a year, or of some of its periods, that have rows of an item, on one account or on every one
-/// (empty), by key.
+/// The vouchers of a year, or of some of its periods, with rows of an item on one account or on any (empty), sorted
+/// by key.
 [[nodiscard]] std::vector<VoucherKey> vouchersWithItem(Connection& connection, std::int16_t year,
                                                        const std::optional<PeriodRange>& periods,
                                                        const std::string& item, const std::string& account);

@@ -8,7 +8,7 @@ namespace {
 
 bool isNegative(Amount amount) { return amount.value() < 0.0; }
 
-/// Whether an amount is 0 or has another sign than the line.
+/// Whether an amount is 0 or has the opposite sign of the line.
 bool isAgainst(Amount amount, Amount total) { return amount.isZero() || isNegative(amount) != isNegative(total); }
 
 bool exceeds(Amount amount, Amount limit, Amount total) {
@@ -25,14 +25,14 @@ void addTo(std::vector<ItemPart>& parts, const std::string& item, Amount amount)
     }
 }
 
-/// Makes the parts add up to an amount, changing the first ones.
+/// Makes the parts add up to an amount by changing the first ones.
 void adjust(std::vector<ItemPart>& parts, Amount amount, Amount total) {
     Amount over = -amount;
     for (const ItemPart& part : parts) {
         over += part.amount;
     }
     if (!over.isZero() && isAgainst(over, total)) {
-        parts.front().amount -= over; // more than was left on them
+        parts.front().amount -= over; // the amount exceeds the sum of the parts
         return;
     }
     for (ItemPart& part : parts) {

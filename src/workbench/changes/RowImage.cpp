@@ -31,7 +31,7 @@ std::vector<std::size_t> differences(const RowImage& a, const RowImage& b) {
     return columns;
 }
 
-/// Takes the first row that meets a condition out of a list.
+/// Removes the first row that satisfies a condition from a list and returns it.
 template <class Condition> std::optional<RowImage> takeFirst(std::vector<RowImage>& rows, Condition&& condition) {
     const auto found = std::find_if(rows.begin(), rows.end(), condition);
     if (found == rows.end()) {

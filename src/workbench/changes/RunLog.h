@@ -13,32 +13,32 @@
 
 namespace z7::cashflow::workbench {
 
-/// What the log notes of a run beside the rows: it is handed in by the host, so that a test can say who works and when.
+/// What the log records of a run besides its rows. The host provides it, so that tests can set user and time.
 struct RunNote {
-    std::string user;                   ///< who works, such as "demo"
-    std::string command;                ///< the words of the command without its database, such as "allot --year 2024"
-    std::function<Date()> now;          ///< the time of the desk
-    std::optional<std::int32_t> undoes; ///< the run that is undone
+    std::string user;                   ///< user, such as "demo"
+    std::string command;                ///< the command line without its database, such as "allot --year 2024"
+    std::function<Date()> now;          ///< the local time
+    std::optional<std::int32_t> undoes; ///< the run to be undone
 };
 
-/// The log of one run: for each voucher that it changes, the rows before and after. It writes inside the voucher's own
-/// transaction, so that rows and log are stored together or not at all. The run gets its number with the first change;
-/// a run that changes nothing leaves no trace.
+/// The log of one run: the rows before and after, for each voucher that the run changes. It is written in the
+/// voucher's own transaction, so that rows and log are stored together or not at all. The run is numbered with its
+/// first change; a run without changes is not logged.
 class RunLog {
 public:
-    /// The connection outlives it.
+    /// The connection outlives this object.
     RunLog(Connection& connection, RunNote note) : connection_(connection), note_(std::move(note)) {}
 
-    /// Whether the account has the tables of the log; asked once, outside a transaction. Without them nothing is noted.
-    /// Errors of the database other than that there is no such table.
+    /// Whether the account has the log's tables; queried once, outside a transaction. Without them do not
+    /// record anything. Errors of the database pass through, except for a missing table.
     [[nodiscard]] bool available();
-    /// Notes the rows that are stored for a voucher, which must be some, before they are changed.
+    /// Records the stored rows of a voucher before they are changed. There must be at least one.
     void noteBefore(const VoucherKey& key) { note(key, false); }
     /// The same after the change.
     void noteAfter(const VoucherKey& key) { note(key, true); }
-    /// To be called when the transaction of a voucher has ended, with whether it was committed.
+    /// Call this when the transaction of a voucher has ended, with whether it was committed.
     void ended(bool committed);
-    /// The number of the run; nothing while it has changed nothing, and where there is no log.
+    /// The number of the run; empty as long as it has changed nothing, and if there is no log.
     [[nodiscard]] std::optional<std::int32_t> number() const { return committed_ ? number_ : std::nullopt; }
 
 private:
@@ -49,17 +49,17 @@ private:
     RunNote note_;
     std::optional<bool> available_;
     std::optional<std::int32_t> number_;
-    bool committed_ = false; ///< the record of the run is there to stay
+    bool committed_ = false; ///< a change of the run has been committed
 };
 
-/// A run of the log.
+/// A run in the log.
 struct LoggedRun {
     std::int32_t number = 0;
     std::string user;
     Date time;
     std::string command;
-    std::optional<std::int32_t> undoes; ///< the run that it undid
-    std::int32_t vouchers = 0;          ///< the vouchers that it changed
+    std::optional<std::int32_t> undoes; ///< the run that this run undid
+    std::int32_t vouchers = 0;          ///< number of vouchers changed
 };
 
 /// A voucher that a run changed.
@@ -69,15 +69,15 @@ struct LoggedVoucher {
     std::vector<RowImage> after;
 };
 
-/// Whether the account has the tables of the log. Errors of the database other than that there is no such table.
+/// Whether the account has the log's tables. Errors of the database pass through, except for a missing table.
 [[nodiscard]] bool hasLog(Connection& connection);
-/// All runs, the newest first. The account must have a log. Errors of the database.
+/// All runs, newest first. The account must have a log. Errors of the database pass through.
 [[nodiscard]] std::vector<LoggedRun> readRuns(Connection& connection);
-/// One run, or nothing.
+/// A run by its number; empty if the log does not contain it.
 [[nodiscard]] std::optional<LoggedRun> findRun(Connection& connection, std::int32_t number);
-/// The vouchers of a run, in the order of their keys.
+/// The vouchers of a run, sorted by key.
 [[nodiscard]] std::vector<VoucherKey> vouchersOfRun(Connection& connection, std::int32_t run);
-/// What a run did to one voucher; without rows on both sides if it did not change it.
+/// The rows of one voucher before and after a run; both empty if the run did not change it.
 [[nodiscard]] LoggedVoucher readLogged(Connection& connection, std::int32_t run, const VoucherKey& key);
 
 } // namespace z7::cashflow::workbench

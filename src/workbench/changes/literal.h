@@ -5,7 +5,7 @@
 
 namespace z7::cashflow::workbench {
 
-/// A text as a literal of a statement: N'o''neill'.
+/// A text as a string literal of a statement: N'o''neill'.
 [[nodiscard]] inline std::string literal(std::string_view text) {
     std::string result = "N'";
     for (const char c : text) {

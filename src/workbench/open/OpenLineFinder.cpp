@@ -12,7 +12,7 @@ namespace z7::cashflow::workbench {
 
 namespace {
 
-/// How often each item is used on the lines of an account's side. Rows that no reader finds are no model.
+/// A query for how often each item is used for an account and side. Rows whose item does not exist are not counted.
 std::string usesOfItems(std::int16_t year) {
     return "select t.ccode,t.side,t.item,count(*) as uses from (select r.ccode,case when r.md<>0 then 1 else 0 end as "
            "side,i.citemcode as item from gl_cashtable r inner join fitemss98 i on i.citemcode=r.cCashItem where "
@@ -24,7 +24,7 @@ std::shared_ptr<CashFlowCollection> generated(Judge& judge, const Voucher& vouch
     std::shared_ptr<CashFlowCollection> rows;
     try {
         rows = judge.generatedRows(voucher);
-    } catch (const Error& error) { // a voucher whose rows cannot be generated has no proposals
+    } catch (const Error& error) { // no proposals for a voucher whose rows cannot be generated
         if (isDatabaseFailure(error)) {
             throw;
         }

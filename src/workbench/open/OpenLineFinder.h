@@ -12,27 +12,30 @@
 
 namespace z7::cashflow::workbench {
 
-/// An entry line that still takes a row: nothing is stored for its amount or for a part of it.
+/// An open entry line: part or all of its amount is not allocated.
 struct OpenLine {
     VoucherKey voucher;
     std::int32_t line = 0; ///< number of the entry line, inid
     std::string account;
     bool debit = false; ///< the line's side
-    Amount amount;      ///< what is not allocated of the amount on that side
+    Amount amount;      ///< the part of its amount on that side that is not allocated
     std::string summary;
     std::string item; ///< the proposed cash-flow item; empty if there is none
     std::string itemName;
 };
 
-/// Finds the open lines of vouchers of one year with an item for each: the one that the line's rows would be generated
-/// with, else the one that the year's stored rows of the same account and side have most often.
+/// Finds the open lines of the vouchers of one year and proposes an item for each: that of the row that would be
+/// generated for the line, otherwise the one used most often in the year's stored rows for the same account and
+/// side.
 class OpenLineFinder {
 public:
-    /// Reads how often each item is used in the year. The connection and the judge outlive it. Errors of the database.
+    /// Queries how often each item is used in the year. The connection and the judge outlive this object.
+    /// Errors of the database pass through.
     OpenLineFinder(Connection& connection, Judge& judge, std::int16_t year);
 
-    /// The open lines of a voucher in their order: those on the side where rows stand. None if the voucher has to be
-    /// corrected first. A line may stay without a row on purpose, as long as the sums match. Errors of the database.
+    /// The open lines of a voucher, by line, on the side to which its rows belong (cash lines or the others).
+    /// None if the voucher must be corrected first. A line may intentionally have no row if the sums match.
+    /// Errors of the database pass through.
     [[nodiscard]] std::vector<OpenLine> linesOf(const UnsettledVoucher& voucher);
 
 private:

@@ -11,7 +11,7 @@ using Kind = Finding::Kind;
 
 Amount positive(double amount) { return Amount::of(amount < 0.0 ? -amount : amount); }
 
-/// Whether a finding is about one side of an account.
+/// Whether a finding refers to one side of an account.
 bool hasSide(Kind kind) {
     return kind == Kind::noTemplate || kind == Kind::lineWithoutRow || kind == Kind::amountMissing;
 }
@@ -44,7 +44,7 @@ void OpenSummary::add(const VoucherKey& key, const Refusal& refusal) {
         }
     }
     if (lacking.empty() && !refusal.findings.empty()) {
-        lacking.push_back(&refusal.findings.front()); // nothing but different sums is known
+        lacking.push_back(&refusal.findings.front()); // only the difference of the sums is known
     }
     std::set<Key> counted;
     const auto count = [&](OpenGroup group, Amount amount) {

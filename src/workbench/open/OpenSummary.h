@@ -15,27 +15,27 @@ namespace z7::cashflow::workbench {
 
 /// Vouchers that lack the same thing, such as a template for 6602 debit.
 struct OpenGroup {
-    std::optional<Finding::Kind> kind; ///< what they lack; nothing if only the number of the refusal is known
-    int number = 0;                    ///< number of the refusal; 0 where the kind is known
-    std::string account;               ///< empty where what they lack is no matter of an account
-    std::optional<bool> debit;         ///< the side of the account; nothing where it has none
-    std::string item;                  ///< the cash-flow item that is not there; else empty
+    std::optional<Finding::Kind> kind; ///< what they lack; empty if only the refusal's number is known
+    int number = 0;                    ///< the refusal's number; 0 if the kind is known
+    std::string account;               ///< empty if the finding does not refer to an account
+    std::optional<bool> debit;         ///< side of the account; empty if there is none
+    std::string item;                  ///< the cash-flow item that does not exist; otherwise empty
     std::size_t vouchers = 0;
     Amount
-        amount; ///< their lines on that account and side, or their cash that is not allocated, all as positive amounts
+        amount; ///< of their lines on that account and side, otherwise of their unallocated cash; all taken as positive
     VoucherKey first; ///< the first of them
 };
 
-/// Counts refused vouchers by what they lack, most often by account and side. It keeps a record for each group, however
-/// many vouchers there are.
+/// Groups refused vouchers by what they lack, usually by account and side. Memory grows with the number of groups,
+/// not of vouchers.
 class OpenSummary {
 public:
-    /// Takes one more voucher. It counts in each group that one of its findings belongs to.
+    /// Adds a voucher to each group that one of its findings belongs to.
     void add(const VoucherKey& key, const Refusal& refusal);
 
-    /// By what is lacking (as Finding::Kind lists it), account and side.
+    /// Sorted by what is lacking (in the order of Finding::Kind), account and side.
     [[nodiscard]] std::vector<OpenGroup> groups() const;
-    /// All vouchers that were added, each once.
+    /// The number of vouchers added; each counts once.
     [[nodiscard]] std::size_t vouchers() const noexcept { return vouchers_; }
 
 private:

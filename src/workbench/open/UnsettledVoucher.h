@@ -11,26 +11,26 @@
 
 namespace z7::cashflow::workbench {
 
-/// The verdict on what is stored for a voucher. One whose data breaks a statement has it as an unworkable voucher, so
-/// that a list goes on; errors of the database as a whole come out.
+/// The verdict on the stored rows of a voucher. An error of this voucher's data makes it unworkable, so that a list
+/// can continue; errors of the database as a whole pass through.
 [[nodiscard]] Verdict standingOf(Judge& judge, const VoucherKey& key);
 
-/// A voucher with something left to do: no rows are stored though it moves cash, the stored rows do not match it, or it
-/// cannot be worked with.
+/// A voucher that is not settled: it moves cash but has no stored rows, its rows do not match it, or it cannot be
+/// processed.
 struct UnsettledVoucher {
     VoucherHead head;
-    Refusal refusal;      ///< why, and what to do about it
-    bool workable = true; ///< rows can be allocated; false if the voucher itself has to be corrected first
-    Amount cash;          ///< debit less credit of its lines on cash accounts; 0 if it is not known
-    Amount rows;          ///< the effect on cash of its stored rows that readers find; 0 as above
+    Refusal refusal;      ///< why, and the remedy
+    bool workable = true; ///< false if the voucher itself must be corrected before rows can be allocated
+    Amount cash;          ///< debit less credit of its lines on cash accounts; 0 if unknown
+    Amount rows;          ///< the effect on cash of its stored rows that readers find; 0 if unknown
 
-    /// The cash that its rows do not account for, as in the cash-flow statement.
+    /// The cash that its rows do not cover, as in the cash-flow statement.
     [[nodiscard]] Amount difference() const { return cash - rows; }
 };
 
-/// Those of the listed vouchers of a year that are unsettled, in the order of their keys, and after them the vouchers
-/// of the periods that have rows but are not in the ledger. Every voucher in which a statement of the periods differs
-/// is among them. Errors of the database.
+/// The unsettled ones among the listed vouchers of a year, sorted by key, followed by the vouchers of the periods
+/// that have rows but are not in the ledger. Together they include every voucher that makes a statement of these
+/// periods differ. Errors of the database pass through.
 [[nodiscard]] std::vector<UnsettledVoucher> findUnsettled(Connection& connection, Judge& judge,
                                                           const std::vector<VoucherHead>& vouchers, std::int16_t year,
                                                           const std::optional<PeriodRange>& periods);

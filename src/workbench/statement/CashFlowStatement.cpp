@@ -17,7 +17,7 @@ std::string textOf(const FieldList& fields, const char* column) { return toTextO
 
 Amount amountOf(const FieldList& fields, const char* column) { return Amount::of(fields.Item(column)); }
 
-/// Receipts and payments of a grouped record, whose payments are negative.
+/// Receipts and payments of a grouped record, which holds payments as negative sums.
 Flow flowOf(const FieldList& fields, const char* receipts, const char* payments) {
     return {amountOf(fields, receipts), -amountOf(fields, payments)};
 }
@@ -64,7 +64,7 @@ bool isInLedger(Connection& connection, std::int16_t year, const VoucherGap& vou
     return there;
 }
 
-/// Why the rows do not account for the voucher's cash; readers see that many of them.
+/// Why the rows do not cover the voucher's cash; seen is the number of its rows that readers find.
 Gap reasonOf(Connection& connection, std::int16_t year, const VoucherGap& voucher, std::int32_t seen) {
     if (voucher.stored == 0) {
         return Gap::unallocated;
@@ -75,7 +75,7 @@ Gap reasonOf(Connection& connection, std::int16_t year, const VoucherGap& vouche
     return seen < voucher.stored ? Gap::hiddenRows : Gap::sumsDiffer;
 }
 
-/// Draws up one statement part by part.
+/// Draws up one statement, part by part.
 class Drawing {
 public:
     Drawing(Connection& connection, const StatementRequest& request) : connection_(connection), request_(request) {
@@ -141,8 +141,8 @@ private:
         });
     }
 
-    /// The group that the request gives an item: the longest code that the item's begins with, else the item's own
-    /// beginning.
+    /// The group of an item: the longest group code of the request with which the item's code begins, otherwise
+    /// the first characters of the item's code.
     [[nodiscard]] std::string groupOf(const std::string& item) const {
         std::string group;
         for (const auto& [code, name] : request_.groups) {

@@ -9,17 +9,17 @@ std::string inRange(const std::string& alias, const Range& range) {
            std::to_string(range.first) + " and " + std::to_string(range.last);
 }
 
-/// The tables that a reader of a voucher's rows joins: a row counts if its account and its item exist.
+/// The joins by which readers find rows: a row counts only if its account and its item exist.
 const std::string readableRows = " from gl_cashtable r inner join code c on c.iyear=r.iyear and c.ccode=r.ccode"
                                  " inner join fitemss98 i on i.citemcode=r.cCashItem where ";
 
-/// A row's effect on cash: on a cash account as it stands, on any other the opposite.
+/// The effect of a row on cash: debit less credit on a cash account, otherwise the opposite.
 std::string effectOf(const std::string& debit, const std::string& credit) {
     return "case when c.bCashItem=1 then isnull(r." + debit + ",0)-isnull(r." + credit + ",0) else isnull(r." + credit +
            ",0)-isnull(r." + debit + ",0) end";
 }
 
-/// Sums of the positive and of the other effects of a derived table t.
+/// The sum of the positive effects and that of the others, of a derived table t.
 const std::string bothSides = "sum(case when t.effect>0 then t.effect else 0 end) as receipts,"
                               "sum(case when t.effect>0 then 0 else t.effect end) as payments";
 

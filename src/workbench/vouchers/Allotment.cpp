@@ -29,7 +29,7 @@ VoucherResult Allotment::change(const VoucherKey& key, const RowMaker& make, boo
             return refusal;
         }
         takeBefore(key, !before.empty());
-        modPublic::SetIYear(key.year); // the year of the voucher before this one must not reach it
+        modPublic::SetIYear(key.year); // so that the year of the previous voucher has no effect
         gl_.SaveCashFlowColEx(connection_, voucherTable, key.period, key.kind, key.number, voucher.date, &rows,
                               &compareSums);
         if (!rows) {
@@ -108,7 +108,7 @@ std::optional<Refusal> Allotment::store(const Voucher& voucher, std::string docu
     const bool cash = data_.HaveCashFlowCodeInVoucher(connection_, voucherTable, key.period, key.kind, key.number);
     const auto before = readStoredRows(connection_, key);
     takeBefore(key, !before.empty());
-    bool checkSum = true; // the account option bXJLL takes its place
+    bool checkSum = true; // replaced by the account option bXJLL
     gl_.SaveCashFlowColFromXml(connection_, voucherTable, key.period, key.kind, key.number, &document, &checkSum);
     if (!cash) {
         result.outcome = Outcome::noCash;
@@ -146,7 +146,7 @@ void Allotment::finish(VoucherResult& result, const std::function<std::optional<
         if (refusal) {
             return refusal;
         }
-        if (before_.empty() && keep_ && !everyRow_) { // every row is new, which costs no further question
+        if (before_.empty() && keep_ && !everyRow_) { // every row is new; no further query is needed
             changed = result.rows > 0;
         } else {
             const auto after = readRowImages(connection_, key);

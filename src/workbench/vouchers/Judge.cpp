@@ -63,7 +63,7 @@ std::optional<Refusal> Judge::unworkable(const Voucher& voucher) {
     return missing.empty() ? std::nullopt : std::optional(ownRefusal(errors::invalidNull, std::move(missing)));
 }
 
-// The amounts that are missing on cash lines, or on all lines: without them the library has no cash sum.
+// The missing amounts of cash lines, or of all lines. Without them the library cannot add up the voucher's cash.
 std::vector<Finding> Judge::missingAmounts(const Voucher& voucher, bool all) {
     std::vector<Finding> missing;
     for (const VoucherLine& line : voucher.lines) {

@@ -13,50 +13,51 @@
 
 namespace z7::cashflow::workbench {
 
-/// Name of the table that holds the ledger's vouchers.
+/// The table of the ledger's vouchers.
 inline constexpr const char* voucherTable = "gl_accvouch";
 
-/// Where the rows under judgement come from.
+/// The origin of the rows to be judged.
 enum class RowsOrigin { stored, generated, document };
 
-/// Finds the rows of ledger vouchers, compares them with their vouchers and says what is wrong with them. The thread's
-/// login must be set. Errors of the library and the database come out unless a result is said to hold them.
+/// Finds the rows of ledger vouchers, compares them with the vouchers, and explains what is wrong with them. The
+/// thread's login must be set. Errors of the library and of the database pass through unless the result holds them.
 class Judge {
 public:
     using Rows = std::shared_ptr<CashFlowCollection>;
 
-    /// The connection, the data access and the provider outlive it.
+    /// The connection, the data access and the provider outlive this object.
     Judge(Connection& connection, DataProvider& data, IGlVoucherProvider& gl)
         : connection_(connection), data_(data), gl_(gl) {}
 
-    /// Reads a voucher; it has no lines if it is not there.
+    /// Reads a voucher; it has no lines if it does not exist.
     [[nodiscard]] Voucher read(const VoucherKey& key);
 
-    /// Why the library must not be asked about a voucher: it has no line, no date, or a date outside its year, so that
-    /// the library would work in another year; or a cash line lacks an amount, so that there is no sum. Nothing for any
-    /// other voucher.
+    /// Why a voucher cannot be passed to the library: it has no line, no date, or a date outside its year, with
+    /// which the library would work in another year; or an amount of a cash line is missing, so that its cash
+    /// cannot be added up. Empty if none of this applies.
     [[nodiscard]] std::optional<Refusal> unworkable(const Voucher& voucher);
-    /// The first three of these reasons, which keep even stored rows from being looked for in the right year.
+    /// Only the first three of these reasons, for which not even stored rows can be looked up in the right
+    /// year.
     [[nodiscard]] std::optional<Refusal> outsideYear(const Voucher& voucher);
 
-    /// The rows that readers find stored, or a null pointer if there are none.
+    /// The stored rows that readers find, or a null pointer if there are none.
     [[nodiscard]] Rows storedRows(const Voucher& voucher);
-    /// Freshly generated rows; empty if the voucher needs none.
+    /// Newly generated rows; empty if the voucher needs none.
     [[nodiscard]] Rows generatedRows(const Voucher& voucher);
 
-    /// Compares rows with their voucher, which must be workable. A null pointer stands for no rows.
+    /// Compares rows with their voucher, which must be workable. A null pointer means no rows.
     [[nodiscard]] Verdict compare(const Voucher& voucher, Rows rows, RowsOrigin origin);
-    /// The verdict on what is stored for a voucher, workable or not.
+    /// The verdict on the stored rows of a voucher, workable or not.
     [[nodiscard]] Verdict standing(const Voucher& voucher);
 
-    /// Why stored rows are out of the readers' sight; nothing if readers find all of them.
+    /// Why readers do not find some of the stored rows; empty if they find all.
     [[nodiscard]] static std::optional<Refusal> hidden(const std::vector<StoredRow>& rows);
-    /// Reads the rows of a voucher back as every reader does, after a save of these rows. Nothing if the reader gets
-    /// exactly them, else which of them it does not get, and why.
+    /// After a save, reads the rows of the voucher as every reader does. Empty if the result is exactly the
+    /// saved rows; otherwise which rows are missing, and why.
     [[nodiscard]] std::optional<Refusal> readBack(const Voucher& voucher, const CashFlowCollection& saved,
                                                   RowsOrigin origin);
 
-    /// What is wrong in detail where a save of rows raised an error. The rows may be missing.
+    /// Explains in detail why saving rows raised an error. rows may be a null pointer.
     [[nodiscard]] Refusal explained(const Error& error, const Voucher& voucher, const Rows& rows, RowsOrigin origin);
 
 private:
@@ -74,7 +75,7 @@ private:
     Connection& connection_;
     DataProvider& data_;
     IGlVoucherProvider& gl_;
-    std::map<double, std::int32_t> years_; ///< accounting years by day, since vouchers of one day are many
+    std::map<double, std::int32_t> years_; ///< accounting years by day; many vouchers have the same date
 };
 
 } // namespace z7::cashflow::workbench

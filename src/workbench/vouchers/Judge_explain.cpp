@@ -13,7 +13,7 @@ namespace {
 
 using Kind = Finding::Kind;
 
-constexpr double tolerance = 0.001; // the library's own
+constexpr double tolerance = 0.001; // that of the library
 constexpr const char* cashItemClass = "98";
 
 std::string textOf(const CashFlow& row, const char* field) {
@@ -47,7 +47,7 @@ Kind kindOf(VoucherLine::Account state) {
                                                    : Kind::accountClosed;
 }
 
-// Whether a row of that line would bring the sums closer: one that takes them further apart is missing on purpose.
+// Whether a row for this line would reduce the difference of the sums; otherwise its absence is intentional.
 bool helps(const VoucherLine& line, const Finding& sums) {
     const double amount = line.debit.value_or(0.0) - line.credit.value_or(0.0);
     return (line.cash ? amount : -amount) * (sums.voucherSum - sums.rowsSum) > 0.0;
@@ -61,7 +61,7 @@ ItemOrigin originOf(const VoucherLine* line, const std::string& item, RowsOrigin
     return onLine ? ItemOrigin::auxiliaryItem : ItemOrigin::templateOfAccount;
 }
 
-/// The rows that are stored but hidden from readers, each line and item once.
+/// The stored rows that readers do not find; each line and item once.
 std::vector<Finding> hiddenIn(const std::vector<StoredRow>& rows, const Voucher* voucher, RowsOrigin origin) {
     std::vector<Finding> hidden;
     for (const StoredRow& row : rows) {
@@ -121,7 +121,7 @@ Refusal Judge::explained(const Error& error, const Voucher& voucher, const Rows&
     if (isHeldElsewhere(error)) {
         refusal.findings.push_back(findingOn(Kind::heldElsewhere, 0, {}));
     } else if (!error.sqlState().empty()) {
-        return refusal; // the number is a database's, not one of those below
+        return refusal; // the number comes from a database and has no meaning here
     } else if (error.number() == errors::invalidNull) {
         refusal.findings = missingAmounts(voucher, true);
     } else if (error.number() == errors::rowsDoNotFit && rows) {
@@ -136,7 +136,7 @@ Refusal Judge::explained(const Error& error, const Voucher& voucher, const Rows&
     return refusal;
 }
 
-// The first row that does not stand on its line or lacks its item, in the order in which the library looks.
+// The first row that does not belong to its line or has no item, in the order of the library's check.
 std::vector<Finding> Judge::misplacedRow(const Voucher& voucher, const CashFlowCollection& rows,
                                          RowsOrigin origin) const {
     for (const auto& row : rows) {
@@ -163,7 +163,7 @@ double Judge::sumOf(const Voucher& voucher, const CashFlowCollection& rows) cons
     for (const auto& row : rows) {
         const VoucherLine* line = voucher.line(lineOf(*row));
         const double amount = amountOf(*row, "md") - amountOf(*row, "mc");
-        sum += line != nullptr && line->cash ? amount : -amount; // rows on the other side count the other way round
+        sum += line != nullptr && line->cash ? amount : -amount; // rows of the other side have the opposite effect
     }
     return sum;
 }
@@ -177,8 +177,8 @@ std::vector<Finding> Judge::differentSums(const Voucher& voucher, const Rows& ro
     const bool none = origin == RowsOrigin::stored && rows->Count() == 0;
     const bool generated = origin == RowsOrigin::generated || none;
     Rows present = rows;
-    Finding lacking = sums; // what the lines have to make up
-    if (none) {             // the lines that would get no row either
+    Finding lacking = sums; // the difference that the lines must make up
+    if (none) {             // only the lines that would not get a row either
         ignoringErrors([&] {
             present = generatedRows(voucher);
             lacking.rowsSum = sumOf(voucher, *present);
@@ -212,9 +212,9 @@ bool Judge::newRowsMatch(const Voucher& voucher) {
     return match;
 }
 
-// Two desks that stored a voucher at the same time left each row twice.
+// If two sessions stored a voucher at the same time, each row is there twice.
 void Judge::addDoubledRows(const Voucher& voucher, double voucherSum, std::vector<Finding>& findings) {
-    std::vector<StoredRow> rows = readStoredRows(connection_, voucher.key); // equal rows stand side by side
+    std::vector<StoredRow> rows = readStoredRows(connection_, voucher.key); // sorted so that equal rows are adjacent
     std::int32_t doubles = 0;
     double sum = 0.0;
     for (std::size_t i = 0; i < rows.size(); ++i) {

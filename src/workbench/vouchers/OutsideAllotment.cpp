@@ -27,8 +27,8 @@ std::optional<VoucherKey> OutsideAllotment::ledgerVoucher(std::int16_t year, con
     return VoucherKey(year, found.key.period, found.key.kind, found.key.number);
 }
 
-// Rows are stored under the number of the ledger voucher, so that is the one to keep other desks from. Until the lock
-// is there another desk may give the voucher another number or remove it, so it is looked for again.
+// The rows are stored under the key of the ledger voucher, so it is this voucher that must be locked. Before the
+// lock is obtained another session may renumber or delete the voucher, so it is looked up again.
 std::optional<Voucher> OutsideAllotment::lockLedgerVoucher(std::int16_t year, const std::string& key) {
     std::optional<VoucherKey> locked;
     for (auto found = ledgerVoucher(year, key); found != locked; found = ledgerVoucher(year, key)) {
@@ -51,11 +51,11 @@ OutsideResult OutsideAllotment::save(std::int16_t year, const std::string& table
     result.refusal = saveInTransaction(
         connection_, [&] { return changed; },
         [&]() -> std::optional<Refusal> {
-            static_cast<void>(rowsOfDocument(document)); // one that cannot be parsed is refused by its own number
+            static_cast<void>(rowsOfDocument(document)); // a document that cannot be parsed raises its own error
             if (auto refusal = handedIn ? foreignRows(document, {}, true) : std::nullopt) {
                 return refusal;
             }
-            modPublic::SetIYear(year); // the outside contract leaves the year to its host
+            modPublic::SetIYear(year); // the outside contract expects its host to set the year
             const std::optional<Voucher> ledger = lockLedgerVoucher(year, key);
             if (!ledger) {
                 return noLedgerVoucher(year, key);

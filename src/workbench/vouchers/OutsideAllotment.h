@@ -9,30 +9,29 @@
 
 namespace z7::cashflow::workbench {
 
-/// What became of a voucher of another subsystem.
+/// The result for a voucher of another subsystem.
 struct OutsideResult {
     std::string table; ///< its table
     std::string key;   ///< its outside key
     Outcome outcome = Outcome::refused;
-    std::int32_t rows = 0; ///< the rows that were stored; 0 unless the outcome is stored
+    std::int32_t rows = 0; ///< number of rows stored; 0 unless the outcome is stored
     std::optional<Refusal> refusal;
-    bool changed = false; ///< the ledger voucher has other rows than before
+    bool changed = false; ///< the rows of the ledger voucher have changed
 };
 
-/// Stores the rows of vouchers of other subsystems, each in a transaction of its own, which is rolled back unless a
-/// reader finds what was stored. A refused voucher is a result; an error of the database as a whole is not, it comes
-/// out.
+/// Stores the rows of vouchers of other subsystems, each in its own transaction, which is committed only if readers
+/// find the stored rows. A refusal is a result; errors that concern the database as a whole pass through.
 class OutsideAllotment {
 public:
-    /// The connection, the data access, the provider and the log outlive it; the connection is in no transaction. The
-    /// thread's login must be set. Without a log nothing is noted.
+    /// The connection, the data access, the provider and the log outlive this object; the connection is not in
+    /// a transaction. The thread's login must be set. A null log means no logging.
     OutsideAllotment(Connection& connection, DataProvider& data, VoucherProvider& provider, RunLog* log = nullptr)
         : connection_(connection), data_(data), provider_(provider), judge_(connection, data, provider.Gl()),
           log_(log != nullptr && log->available() ? log : nullptr) {}
 
-    /// Stores the rows of a collection document in place of those of a voucher of that year; an empty document stands
-    /// for the stored rows or, where there are none, for generated ones. Refused where the ledger has no voucher with
-    /// this key in the year, because rows belong to a ledger voucher.
+    /// Replaces the rows of a voucher of that year by those of a collection document; an empty document means
+    /// the stored rows or, if there are none, generated ones. Refused if the ledger has no voucher with this
+    /// key in the year, because rows belong to a ledger voucher.
     [[nodiscard]] OutsideResult save(std::int16_t year, const std::string& table, const std::string& key,
                                      std::string document);
 

@@ -6,7 +6,7 @@ namespace z7::cashflow::workbench {
 
 Transaction::~Transaction() {
     if (open_) {
-        ignoringErrors([this] { connection_.RollbackTrans(); }); // the error that led here is the one to tell
+        ignoringErrors([this] { connection_.RollbackTrans(); }); // the original error is the one to report
     }
 }
 

@@ -9,7 +9,7 @@
 
 namespace z7::cashflow::workbench {
 
-/// A transaction that is rolled back unless it was ended. The connection outlives it.
+/// A transaction that is rolled back by the destructor unless it has ended. The connection outlives it.
 class Transaction {
 public:
     explicit Transaction(Connection& connection) : connection_(connection) { connection_.BeginTrans(); }
@@ -17,7 +17,7 @@ public:
     Transaction(const Transaction&) = delete;
     Transaction& operator=(const Transaction&) = delete;
 
-    /// Commits, or rolls back if nothing is to be kept. If the commit fails, the rollback is still to come.
+    /// Commits if keep is true, otherwise rolls back. If the commit fails, the destructor still rolls back.
     void end(bool keep);
 
 private:
@@ -25,10 +25,10 @@ private:
     bool open_ = true;
 };
 
-/// Runs a save in a transaction of its own, which is committed only if the save returns no refusal and "keep" then says
-/// that the changes are to be kept. An error of the save that concerns this voucher alone is returned in the words of
-/// "explain", which is asked while the transaction is still open, unless another session holds the voucher; one of the
-/// database as a whole comes out.
+/// Runs a save in its own transaction, which is committed only if the save returns no refusal and keep returns true
+/// after it. An error that concerns only this voucher becomes a refusal by explain, which is called while the
+/// transaction is still open, unless another session holds the voucher. An error that concerns the database as a
+/// whole passes through.
 [[nodiscard]] std::optional<Refusal> saveInTransaction(Connection& connection, const std::function<bool()>& keep,
                                                        const std::function<std::optional<Refusal>()>& save,
                                                        const std::function<Refusal(const Error&)>& explain);

@@ -7,19 +7,19 @@
 
 namespace z7::cashflow::workbench {
 
-/// How a voucher and its rows stand to each other. Every command judges by the same routine, see Judge.
+/// How the rows of a voucher compare with it. All commands use the same comparison, see Judge.
 struct Verdict {
     enum class Kind {
-        matched,    ///< there are rows, and they match the voucher
-        nothing,    ///< there are no rows, and the voucher needs none because its cash lines cancel out
-        noCash,     ///< there are no rows, and the voucher has no line on a cash-flow account
-        unmatched,  ///< the rows, or their absence, do not match the voucher
-        unworkable, ///< the voucher itself is such that rows can be neither generated nor compared
+        matched,    ///< the voucher has rows, and they match it
+        nothing,    ///< no rows, and none are needed because the cash lines cancel out
+        noCash,     ///< no rows, and the voucher has no line on a cash-flow account
+        unmatched,  ///< the rows do not match the voucher, or rows are missing
+        unworkable, ///< because of the voucher itself, rows can be neither generated nor compared
     };
     Kind kind = Kind::unworkable;
     std::optional<Refusal> refusal; ///< why, if unmatched or unworkable
-    std::int32_t rows = 0;          ///< the rows that were judged
-    std::optional<double> cashSum;  ///< debit less credit on the cash-flow accounts; nothing if it is not known
+    std::int32_t rows = 0;          ///< number of rows judged
+    std::optional<double> cashSum;  ///< debit less credit on the cash-flow accounts; empty if unknown
 
     [[nodiscard]] bool isRefused() const noexcept { return refusal.has_value(); }
 };

@@ -18,8 +18,8 @@ constexpr std::array<KeyPartOutOfRange, 4> ranges{{
     {Part::number, 0, std::numeric_limits<std::int32_t>::max()},
 }};
 
-/// The parts of a written key. A number that is too large for any part counts as -1; a kind that is written as a sign
-/// counts as 0.
+/// The parts of a written key. A number that is too large for any part becomes -1; for a kind given by its sign the
+/// number is 0.
 struct Parts {
     std::array<std::int64_t, 4> numbers{};
     std::string sign;
@@ -31,7 +31,7 @@ bool isNumber(std::string_view text) {
     return std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
 }
 
-/// Nothing if the text is not of that form.
+/// Empty if the text does not have that form.
 std::optional<Parts> partsOf(std::string_view text) {
     Parts parts;
     for (std::size_t i = 0; i < parts.numbers.size(); ++i) {

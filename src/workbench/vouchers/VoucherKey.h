@@ -9,8 +9,8 @@
 
 namespace z7::cashflow::workbench {
 
-/// A ledger voucher as a user writes it: year/period/kind/number, such as "2024/1/2/15". It is the library's key and
-/// the accounting year, 1 to 9999.
+/// The key of a ledger voucher as users write it: year/period/kind/number, such as "2024/1/2/15". It consists of
+/// the library's key and the accounting year, 1 to 9999.
 struct VoucherKey : cashflow::VoucherKey {
     constexpr VoucherKey() = default;
     constexpr VoucherKey(std::int16_t ofYear, std::uint8_t ofPeriod, std::int16_t ofKind, std::int32_t ofNumber)
@@ -21,20 +21,20 @@ struct VoucherKey : cashflow::VoucherKey {
     std::int16_t year = 0;
 };
 
-/// The key that a text holds: four plain numbers, in range, between single "/"; nothing for any other text.
+/// Parses a key: four plain numbers in range, separated by "/"; empty for any other text.
 [[nodiscard]] std::optional<VoucherKey> readVoucherKey(std::string_view text);
 
-/// A key as people write it: its kind may be the sign of a kind in place of its number, such as "2024/1/付/5".
+/// A key as people write it: the kind may be given by its sign instead of its number, such as "2024/1/付/5".
 struct WrittenVoucherKey {
-    VoucherKey key;   ///< its kind is 0 where a sign is written
-    std::string sign; ///< the sign; empty where a number is written
+    VoucherKey key;   ///< its kind is 0 if a sign was written
+    std::string sign; ///< the sign; empty if a number was written
 };
 
-/// The written key that a text holds; nothing for any other text, and for one with a number out of its range. Whether
-/// there is a kind of that sign, VoucherKinds knows.
+/// Parses a written key; empty for any other text, and if a number is out of range. Whether the sign exists is
+/// checked by VoucherKinds.
 [[nodiscard]] std::optional<WrittenVoucherKey> readWrittenVoucherKey(std::string_view text);
 
-/// A part of a key that is out of its range.
+/// A part of a key that is out of range.
 struct KeyPartOutOfRange {
     enum class Part { year, period, kind, number };
     Part part = Part::year;
@@ -42,10 +42,10 @@ struct KeyPartOutOfRange {
     std::int64_t most = 0;
 };
 
-/// The first such part of a text that is otherwise a written key; nothing for any other text.
+/// The first part that is out of range in an otherwise valid written key; empty for any other text.
 [[nodiscard]] std::optional<KeyPartOutOfRange> keyPartOutOfRange(std::string_view text);
 
-/// The text that readVoucherKey reads.
+/// The text of a key, as readVoucherKey parses it.
 [[nodiscard]] std::string voucherKeyText(const VoucherKey& key);
 
 } // namespace z7::cashflow::workbench

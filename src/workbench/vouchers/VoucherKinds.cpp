@@ -13,7 +13,7 @@ std::string withoutBlanks(const std::string& text) {
     return first == std::string::npos ? std::string() : text.substr(first, text.find_last_not_of(" \t") - first + 1);
 }
 
-/// Whether a key with this sign would be read as one with a sign.
+/// Whether a key written with this sign would be parsed as one.
 bool canBeWritten(const std::string& sign) {
     return sign.find('/') == std::string::npos && sign.find_first_not_of("0123456789") != std::string::npos;
 }

@@ -10,31 +10,31 @@
 
 namespace z7::cashflow::workbench {
 
-/// The voucher kinds of an account: their numbers and their signs, such as 2 and 付.
+/// The voucher kinds of an account: their numbers and signs, such as 2 and 付.
 class VoucherKinds {
 public:
     struct Kind {
         std::int16_t number = 0;
-        std::string sign; ///< without blanks at its ends; empty if the kind has none
+        std::string sign; ///< without leading and trailing blanks; empty if the kind has none
     };
 
     VoucherKinds() = default;
-    /// Takes kinds in any order; a number that comes again is left out.
+    /// Takes kinds in any order; repeated numbers are ignored.
     explicit VoucherKinds(std::vector<Kind> kinds);
-    /// Reads those of an account. Errors of the database.
+    /// Reads the kinds of an account. Errors of the database pass through.
     [[nodiscard]] static VoucherKinds read(Connection& connection);
 
-    /// All of them by number.
+    /// All kinds, sorted by number.
     [[nodiscard]] const std::vector<Kind>& all() const noexcept { return kinds_; }
-    /// The sign of a kind; empty if the account has no such kind or the kind has no sign.
+    /// The sign of a kind; empty if the kind does not exist or has no sign.
     [[nodiscard]] std::string sign(std::int16_t kind) const;
-    /// The kinds that have a sign: none if it is unknown, several if it is ambiguous.
+    /// The numbers of the kinds with a sign: none if it is unknown, several if it is ambiguous.
     [[nodiscard]] std::vector<std::int16_t> kindsOf(const std::string& sign) const;
 
-    /// A key as people read it: with the sign of its kind where that sign stands for this kind alone and can be read
-    /// back, else with the number.
+    /// A key as people read it: with the kind's sign if that sign is unique and can be parsed again, otherwise
+    /// with its number.
     [[nodiscard]] std::string keyText(const VoucherKey& key) const;
-    /// The key that was written; nothing if its sign is unknown or ambiguous.
+    /// Looks up the sign of a written key; empty if the sign is unknown or ambiguous.
     [[nodiscard]] std::optional<VoucherKey> resolved(const WrittenVoucherKey& written) const;
 
 private:

@@ -13,25 +13,25 @@ namespace z7::cashflow::workbench {
 
 /// What became of a voucher.
 enum class Outcome {
-    stored,  ///< its rows are in the database
-    noCash,  ///< it has no line on a cash-flow account, and was left alone
-    nothing, ///< it has no rows now
-    refused  ///< its rows do not match it, and nothing was changed
+    stored,  ///< its rows are stored
+    noCash,  ///< it has no line on a cash-flow account and was left unchanged
+    nothing, ///< it needs no rows and has none now
+    refused  ///< its rows do not match it, or it cannot be processed; nothing was changed
 };
 
-/// One voucher's result.
+/// The result for one voucher.
 struct VoucherResult {
     VoucherKey key;
     Outcome outcome = Outcome::refused;
-    std::int32_t rows = 0;    ///< the rows that this save stored; 0 if it was refused
-    std::int32_t removed = 0; ///< the rows that were stored before and that this save replaced
+    std::int32_t rows = 0;    ///< number of rows stored by this save; 0 if refused
+    std::int32_t removed = 0; ///< number of previously stored rows that this save replaced
     std::optional<Refusal> refusal;
-    /// Why the stored rows do not match the voucher, where the account option bXJLL lets them be stored all the same.
+    /// Why the stored rows do not match the voucher, if the account option bXJLL allows storing them anyway.
     std::optional<Refusal> mismatch{};
-    /// What became of each row, kept ones among them. Empty for a refused voucher, and where a save that is kept found
-    /// no row before: every row is new then.
+    /// The change of every row, kept ones included. Empty for a refused voucher, and for a kept save if no rows
+    /// were stored before: every row is then new.
     std::vector<RowChange> changes{};
-    /// The rows of one kind; a refused voucher has none.
+    /// The number of rows with this kind of change; 0 for a refused voucher.
     [[nodiscard]] std::int32_t count(RowChange::Kind kind) const {
         if (changes.empty()) {
             return kind == RowChange::Kind::added && !refusal ? rows : 0;
@@ -39,7 +39,7 @@ struct VoucherResult {
         return static_cast<std::int32_t>(std::count_if(
             changes.begin(), changes.end(), [kind](const RowChange& change) { return change.kind == kind; }));
     }
-    /// Whether the voucher has other rows than before.
+    /// Whether the stored rows of the voucher have changed.
     [[nodiscard]] bool changed() const {
         return !refusal &&
                (changes.empty() ? rows > 0 : count(RowChange::Kind::kept) < static_cast<std::int32_t>(changes.size()));

@@ -4,14 +4,13 @@
 
 namespace z7::cashflow::workbench {
 
-/// True if an error says that the database as a whole fails (locked, full, broken, gone, not the suite's), so that the
-/// next voucher would fail too. False for what concerns one voucher: a refusal, a value that does not convert, a text
-/// that breaks a statement, a row that a constraint keeps out.
+/// True if an error concerns the database as a whole (locked, full, damaged, disconnected, not an account), so that
+/// the next voucher would fail as well. False for errors of one voucher: a refusal, a value that cannot be
+/// converted, a text that breaks a statement, a row that violates a constraint.
 [[nodiscard]] bool isDatabaseFailure(const Error& error) noexcept;
 
-/// True if an error says that another session holds what is needed for longer than this one waits, or that the server
-/// chose this one's transaction to end because the two waited for each other. Only the voucher at hand is concerned; it
-/// can be tried again.
+/// True if another session holds a lock for longer than this session waits, or if the server ended this transaction
+/// to resolve a deadlock. Only the current voucher is affected; it can be tried again.
 [[nodiscard]] bool isHeldElsewhere(const Error& error) noexcept;
 
 } // namespace z7::cashflow::workbench

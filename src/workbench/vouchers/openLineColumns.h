@@ -6,7 +6,7 @@
 namespace z7::cashflow::workbench {
 
 /// The columns of a list of open entry lines, which a program writes, a person completes in a spreadsheet, and a
-/// program reads back. The names are the same in every language, so that a list can be handed on.
+/// program reads back. The names are the same in every language, so that lists can be exchanged.
 namespace openLineColumns { // NOLINT(readability-identifier-naming): read as a prefix of the columns, like a type
 
 inline constexpr std::string_view voucher = "voucher"; ///< the key, such as 2024/1/2/15
@@ -14,13 +14,13 @@ inline constexpr std::string_view line = "line";       ///< number of the entry 
 inline constexpr std::string_view account = "account"; ///< account of the line
 inline constexpr std::string_view side = "side";       ///< the line's side: "debit" or "credit"
 inline constexpr std::string_view amount = "amount";   ///< amount on that side, such as 8800.00; negative on a red line
-inline constexpr std::string_view summary = "summary"; ///< summary of the line, for the person
-inline constexpr std::string_view item = "item"; ///< the cash-flow item: as proposed, or as filled in; empty if none
+inline constexpr std::string_view summary = "summary"; ///< summary of the line, for the reader
+inline constexpr std::string_view item = "item";       ///< the cash-flow item, proposed or filled in; empty if none
 
-/// All of them in the order in which they are written.
+/// All columns, in the order in which they are written.
 inline constexpr std::array all{voucher, line, account, side, amount, summary, item};
 
-/// What stands in the column "side".
+/// The values of the column "side".
 inline constexpr std::string_view debit = "debit";
 inline constexpr std::string_view credit = "credit";
 

@@ -7,7 +7,7 @@ namespace z7::cashflow::workbench {
 
 namespace {
 
-/// What a document says of its voucher; -1 where it says nothing.
+/// The voucher key in a document; -1 for a part that it does not contain.
 struct NamedKey {
     std::int64_t year = -1;
     std::int64_t period = -1;
@@ -25,7 +25,7 @@ struct NamedKey {
     }
 };
 
-// An attribute that is left out, empty or 0 names nothing: so are rows written that are not yet a voucher's.
+// A missing, empty or 0 attribute names no voucher: rows that do not belong to a voucher yet are written that way.
 NamedKey namedBy(const XmlNode& element, const char* period, const char* kind, const char* number) {
     const auto numberOf = [&element](const char* name) -> std::int64_t {
         const auto text = element.attribute(name);

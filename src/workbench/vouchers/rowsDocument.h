@@ -10,13 +10,13 @@
 
 namespace z7::cashflow::workbench {
 
-/// The rows of a collection document in a collection of their own. Error 1002 if it cannot be parsed; an empty text has
-/// no rows.
+/// Parses the rows of a collection document into a new collection. Error 1002 if it cannot be parsed; an empty text
+/// has no rows.
 [[nodiscard]] std::shared_ptr<CashFlowCollection> rowsOfDocument(const std::string& document);
 
-/// Why a document that was parsed must not be stored under a voucher: it is not a document of cash-flow rows (root
-/// "root" with an element "rows"), or, unless forced, the voucher that its root or one of its rows names is another.
-/// What it does not name is not compared.
+/// Why a parsed document must not be stored for a voucher: it does not contain cash-flow rows (root "root" with an
+/// element "rows"), or, unless force is set, its root or one of its rows names another voucher. Parts of the key
+/// that are not named are not compared.
 [[nodiscard]] std::optional<Refusal> foreignRows(const std::string& document, const VoucherKey& key, bool force);
 
 } // namespace z7::cashflow::workbench

@@ -11,24 +11,24 @@
 
 namespace z7::cashflow::workbench {
 
-/// A voucher as lists show it.
+/// A voucher in a list.
 struct VoucherHead {
     VoucherKey key;
-    Date date;           ///< date of the first line that has one, else Date::none()
-    std::string summary; ///< summary text of the first line
+    Date date;           ///< of the first line that has a date, otherwise Date::none()
+    std::string summary; ///< of the first line
 };
 
-/// Accounting periods from one to another, both included.
+/// A range of accounting periods, both ends included.
 struct PeriodRange {
     std::uint8_t first = 0;
     std::uint8_t last = 255;
 };
 
-/// The vouchers of a year, or of some of its periods, in the order of their keys.
+/// The vouchers of a year, or of some of its periods, sorted by key.
 [[nodiscard]] std::vector<VoucherHead> listVouchers(Connection& connection, std::int16_t year,
                                                     const std::optional<PeriodRange>& periods);
 
-/// One voucher, or nothing if it has no line.
+/// One voucher; empty if it has no lines.
 [[nodiscard]] std::optional<VoucherHead> findVoucher(Connection& connection, const VoucherKey& key);
 
 } // namespace z7::cashflow::workbench
