@@ -26,10 +26,10 @@ struct RunResult {
 };
 
 /// Runs the program inside the test, away from any terminal. serverConnection stands in for the ODBC adapter's
-/// connections, clock for the machine's.
+/// connections, clock for the machine's; input is what stands on standard input.
 inline RunResult runProgram(const std::vector<std::string>& arguments, const ConnectionMaker& serverConnection = {},
-                            const Clock& clock = {}) {
-    std::istringstream in;
+                            const Clock& clock = {}, const std::string& input = {}) {
+    std::istringstream in(input);
     std::ostringstream out;
     std::ostringstream err;
     RunResult result;

@@ -83,7 +83,7 @@ ServerDouble::Table tableOf(const std::string& statement) {
 } // namespace
 
 /// One session.
-class DoubleConnection final : public Connection, public std::enable_shared_from_this<DoubleConnection> {
+class DoubleConnection final : public Connection {
 public:
     explicit DoubleConnection(ServerDouble& server) : server_(server) {}
     ~DoubleConnection() override { end(); }
@@ -187,28 +187,26 @@ namespace {
 
 class RowCounter final : public shared::RowWriter {
 public:
-    RowCounter(std::shared_ptr<DoubleConnection> connection, std::string query)
-        : connection_(std::move(connection)), query_(std::move(query)) {}
+    RowCounter(DoubleConnection& connection, std::string query) : connection_(connection), query_(std::move(query)) {}
     void insert(const std::vector<shared::Change>& changes) override {
         std::vector<std::string> values;
         for (const shared::Change& change : changes) {
             values.push_back(change.value.isNull() ? "(null)" : toText(change.value));
         }
-        connection_->insert(query_, values);
+        connection_.insert(query_, values);
     }
     void update(const shared::RowSet&, std::size_t, const std::vector<shared::Change>&) override {
         ADD_FAILURE() << "nothing is updated while an account is made";
     }
 
 private:
-    std::shared_ptr<DoubleConnection> connection_;
+    DoubleConnection& connection_;
     std::string query_;
 };
 
 class DoubleBackend final : public shared::Backend {
 public:
-    explicit DoubleBackend(std::shared_ptr<DoubleConnection> connection)
-        : runner_(std::make_shared<Runner>(std::move(connection))) {}
+    explicit DoubleBackend(DoubleConnection& connection) : runner_(std::make_shared<Runner>(connection)) {}
     std::shared_ptr<shared::Runner> runner(Connection&) override { return runner_; }
     std::shared_ptr<shared::Runner> runner(const std::string&) override {
         ADD_FAILURE() << "all runs on the one session";
@@ -218,10 +216,10 @@ public:
 private:
     class Runner final : public shared::Runner {
     public:
-        explicit Runner(std::shared_ptr<DoubleConnection> connection) : connection_(std::move(connection)) {}
+        explicit Runner(DoubleConnection& connection) : connection_(connection) {}
         shared::Result run(const std::string& statement, bool updatable) override {
             EXPECT_TRUE(updatable);
-            connection_->call(statement);
+            connection_.call(statement);
             std::vector<std::string> columns;
             std::istringstream names(between(statement, "select ", " from"));
             for (std::string name; std::getline(names >> std::ws, name, ',');) {
@@ -231,7 +229,7 @@ private:
         }
 
     private:
-        std::shared_ptr<DoubleConnection> connection_;
+        DoubleConnection& connection_;
     };
 
     std::shared_ptr<Runner> runner_;
@@ -242,13 +240,13 @@ private:
 std::shared_ptr<Recordset> DoubleConnection::Execute(const std::string& commandText) {
     const std::string statement = withoutComments(commandText);
     call(statement.substr(0, statement.find('\n')));
-    auto records = std::make_shared<shared::ClientRecordset>(std::make_shared<DoubleBackend>(shared_from_this()));
+    auto records = std::make_shared<shared::ClientRecordset>(std::make_shared<DoubleBackend>(*this));
     records->present(answer(statement), commandText, static_cast<Connection*>(this));
     return records;
 }
 
 std::shared_ptr<Recordset> DoubleConnection::CreateRecordset() {
-    return std::make_shared<shared::ClientRecordset>(std::make_shared<DoubleBackend>(shared_from_this()));
+    return std::make_shared<shared::ClientRecordset>(std::make_shared<DoubleBackend>(*this));
 }
 
 shared::Result DoubleConnection::answer(const std::string& statement) {
@@ -349,8 +347,8 @@ ServerDouble::ServerDouble() : content{{"master", {}}, {"tempdb", {}}} {}
 
 ServerDouble::~ServerDouble() { EXPECT_EQ(open_, 0U) << "a session is left open"; }
 
-std::function<std::shared_ptr<Connection>()> ServerDouble::connections() {
-    return [this] { return std::make_shared<DoubleConnection>(*this); };
+std::function<std::unique_ptr<Connection>()> ServerDouble::connections() {
+    return [this] { return std::make_unique<DoubleConnection>(*this); };
 }
 
 void ServerDouble::note(const std::string& event) {

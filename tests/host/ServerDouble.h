@@ -42,8 +42,8 @@ public:
     ServerDouble& operator=(const ServerDouble&) = delete;
     ~ServerDouble();
 
-    /// Gives closed connections to this server. They must not outlive it.
-    [[nodiscard]] std::function<std::shared_ptr<Connection>()> connections();
+    /// Makes closed connections to this server, which they must not outlive, as their record sets must not outlive them.
+    [[nodiscard]] std::function<std::unique_ptr<Connection>()> connections();
 
     Content content;                      ///< of a transaction that is open too
     bool ignoresLetterCase = true;        ///< for databases that were not made with a collation that does

@@ -24,9 +24,10 @@ inline constexpr std::array<HostTextEntry, 118> helpTexts = [] {
         HostTextEntry{T::helpTemplates, "列出某年度的取数关系：科目、方向和项目",
                       "List the templates of a year: account, side and item"},
         HostTextEntry{T::helpKinds, "列出凭证类别及其类别字", "List the voucher kinds with their signs"},
-        HostTextEntry{T::examplesVoucher,
-                      "例：\n  z7cf voucher company.db 2024/6/2/10\n  z7cf voucher company.db 2024/6/付/10 --json",
-                      "Examples:\n  z7cf voucher company.db 2024/6/2/10\n  z7cf voucher company.db 2024/6/2/10 --json"},
+        HostTextEntry{
+            T::examplesVoucher,
+            "例：\n  z7cf voucher company.db 2024/6/2/10\n  z7cf voucher company.db 2024/6/付/10 --json",
+            "Examples:\n  z7cf voucher company.db 2024/6/2/10\n  z7cf voucher company.db 2024/6/付/10 --json"},
         HostTextEntry{T::examplesItems, "例：\n  z7cf items company.db\n  z7cf items company.db --csv -o items.csv",
                       "Examples:\n  z7cf items company.db\n  z7cf items company.db --csv -o items.csv"},
         HostTextEntry{
@@ -77,10 +78,10 @@ inline constexpr std::array<HostTextEntry, 118> helpTexts = [] {
         HostTextEntry{T::examplesUndo,
                       "例：\n"
                       "  z7cf undo company.db 3 --dry-run\n"
-                      "  z7cf undo company.db 3 2024/1/2/15",
+                      "  z7cf undo company.db 3 2024/6/2/10",
                       "Examples:\n"
                       "  z7cf undo company.db 3 --dry-run\n"
-                      "  z7cf undo company.db 3 2024/1/2/15"},
+                      "  z7cf undo company.db 3 2024/6/2/10"},
         HostTextEntry{T::helpShowChanges, "只逐行显示变动：全部回滚",
                       "Only show the changes, row by row: roll everything back"},
         HostTextEntry{T::helpAssign, "把分录的金额指定到现金流量项目", "Put the amounts of lines on cash-flow items"},
@@ -100,18 +101,18 @@ inline constexpr std::array<HostTextEntry, 118> helpTexts = [] {
                       "Lines for which that finds no item keep the stored one"},
         HostTextEntry{T::examplesAssign,
                       "例：\n"
-                      "  z7cf assign company.db 2024/1/2/15 2 0102\n"
-                      "  z7cf assign company.db 2024/1/2/15 2 0101 300.00 0102\n"
+                      "  z7cf assign company.db 2024/6/2/10 1 0114\n"
+                      "  z7cf assign company.db 2024/6/2/10 1 0112 400.00 0114\n"
                       "  z7cf assign company.db --from open.csv --dry-run",
                       "Examples:\n"
-                      "  z7cf assign company.db 2024/1/2/15 2 0102\n"
-                      "  z7cf assign company.db 2024/1/2/15 2 0101 300.00 0102\n"
+                      "  z7cf assign company.db 2024/6/2/10 1 0114\n"
+                      "  z7cf assign company.db 2024/6/2/10 1 0112 400.00 0114\n"
                       "  z7cf assign company.db --from open.csv --dry-run"},
         HostTextEntry{T::examplesClear,
                       "例：\n"
-                      "  z7cf clear company.db 2024/1/2/15",
+                      "  z7cf clear company.db 2024/6/2/10",
                       "Examples:\n"
-                      "  z7cf clear company.db 2024/1/2/15"},
+                      "  z7cf clear company.db 2024/6/2/10"},
         HostTextEntry{T::examplesReassign,
                       "例：\n"
                       "  z7cf reassign company.db --year 2024 --from 0111 --to 0114 --account 2202 --dry-run",
@@ -130,12 +131,12 @@ inline constexpr std::array<HostTextEntry, 118> helpTexts = [] {
         HostTextEntry{T::helpReset, "清除所有语言的列宽，恢复默认", "Remove the stored widths of all languages"},
         HostTextEntry{T::examplesEdit,
                       "例：\n"
-                      "  z7cf edit company.db 2024/1/1/7\n"
-                      "  z7cf edit company.db 2024/1/1/7 --read-only\n"
+                      "  z7cf edit company.db 2024/6/2/10\n"
+                      "  z7cf edit company.db 2024/6/2/10 --read-only\n"
                       "  z7cf edit company.db --outside sales_voucher AR-2024-0301",
                       "Examples:\n"
-                      "  z7cf edit company.db 2024/1/1/7\n"
-                      "  z7cf edit company.db 2024/1/1/7 --read-only\n"
+                      "  z7cf edit company.db 2024/6/2/10\n"
+                      "  z7cf edit company.db 2024/6/2/10 --read-only\n"
                       "  z7cf edit company.db --outside sales_voucher AR-2024-0301"},
         HostTextEntry{T::examplesWidths,
                       "例：\n"
@@ -242,14 +243,14 @@ inline constexpr std::array<HostTextEntry, 118> helpTexts = [] {
             "例：\n"
             "  z7cf init company.db --sample --set bCashCode=true\n"
             "  z7cf init journal.db --from ./tables\n"
-            "  z7cf init --connect @office.txt --from ./tables",
+            "  z7cf init --connect @office.txt --sample",
             "With --connect the account goes into the database that the string names with Database=. That database "
             "and zqsystem are made if they are not there; one that holds an account's tables is refused. All else "
             "is one transaction, and a failure or an interruption leaves nothing behind.\n"
             "Examples:\n"
             "  z7cf init company.db --sample --set bCashCode=true\n"
             "  z7cf init journal.db --from ./tables\n"
-            "  z7cf init --connect @office.txt --from ./tables"},
+            "  z7cf init --connect @office.txt --sample"},
         HostTextEntry{T::examplesVouchers,
                       "例：\n"
                       "  z7cf vouchers company.db --year 2024 --period 3\n"
@@ -263,21 +264,21 @@ inline constexpr std::array<HostTextEntry, 118> helpTexts = [] {
                       "  z7cf vouchers company.db --year 2024 --open --lines --csv -o open.csv"},
         HostTextEntry{T::examplesRows,
                       "例：\n"
-                      "  z7cf rows company.db 2024/1/2/15\n"
-                      "  z7cf rows company.db 2024/1/2/15 --generate --why",
+                      "  z7cf rows company.db 2024/6/2/10\n"
+                      "  z7cf rows company.db 2024/6/2/10 --generate --why",
                       "Examples:\n"
-                      "  z7cf rows company.db 2024/1/2/15\n"
-                      "  z7cf rows company.db 2024/1/2/15 --generate --why"},
+                      "  z7cf rows company.db 2024/6/2/10\n"
+                      "  z7cf rows company.db 2024/6/2/10 --generate --why"},
         HostTextEntry{T::examplesCheck,
                       "例：\n"
-                      "  z7cf check company.db 2024/1/2/15",
+                      "  z7cf check company.db 2024/6/2/10",
                       "Examples:\n"
-                      "  z7cf check company.db 2024/1/2/15"},
+                      "  z7cf check company.db 2024/6/2/10"},
         HostTextEntry{T::examplesSave,
                       "例：\n"
-                      "  z7cf save company.db 2024/1/2/15",
+                      "  z7cf save company.db 2024/6/2/10",
                       "Examples:\n"
-                      "  z7cf save company.db 2024/1/2/15"},
+                      "  z7cf save company.db 2024/6/2/10"},
         HostTextEntry{T::examplesAllot,
                       "例：\n"
                       "  z7cf allot company.db --year 2024 --dry-run\n"
@@ -289,8 +290,8 @@ inline constexpr std::array<HostTextEntry, 118> helpTexts = [] {
                       "Examples:\n  z7cf verify company.db\n  z7cf verify --connect @office.txt --json"},
         HostTextEntry{
             T::examplesExport,
-            "例：\n  z7cf export company.db 2024/6/2/10 > rows.xml\n  z7cf export company.db 2024/6/2/11 --generate",
-            "Examples:\n  z7cf export company.db 2024/6/2/10 > rows.xml\n  z7cf export company.db 2024/6/2/11 --generate"},
+            "例：\n  z7cf export company.db 2024/6/2/10 > rows.xml\n  z7cf export company.db 2024/6/2/10 --generate",
+            "Examples:\n  z7cf export company.db 2024/6/2/10 > rows.xml\n  z7cf export company.db 2024/6/2/10 --generate"},
         HostTextEntry{
             T::examplesImport,
             "例：\n  z7cf import company.db 2024/7/2/12 advertising-rows.xml\n  z7cf export a.db 2024/6/2/10 | "
