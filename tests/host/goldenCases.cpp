@@ -1,64 +1,27 @@
 // Runs a file of golden cases: golden_cases PROGRAM FILE
 //
 // A line "$ command" begins a case; the command goes to the shell in a new folder that the whole file shares, under
-// LC_ALL=C and TZ=UTC, with the program found as z7cf. The lines behind it are what it writes: those that begin with "!
+// LC_ALL=C and TZ=UTC, with the program found as z7cf. The lines after it are what it writes: those that begin with "!
 // " to the error stream, all others to the output; an output line that itself begins with "$", "!", "#" or "[exit" has
 // a "\" in front. The case ends with "[exit N]". Lines that begin with "#" are remarks.
 //
 // With Z7_RENEW_GOLDEN=1 in the environment the file is written anew with what the commands really do; read the
 // difference before you keep it.
 
-#include <sys/wait.h>
+#include "ProgramFolder.h"
 
 #include <cstdlib>
-#include <filesystem>
+#include <exception>
 #include <fstream>
 #include <iostream>
 #include <sstream>
-#include <stdexcept>
 #include <string>
-#include <vector>
 
 namespace {
 
-namespace fs = std::filesystem;
-
-/// A folder that is gone when the run ends.
-class ScratchFolder {
-public:
-    ScratchFolder() {
-        std::string pattern = (fs::temp_directory_path() / "z7cf-golden-XXXXXX").string();
-        if (mkdtemp(pattern.data()) == nullptr) {
-            throw std::runtime_error("no folder can be made in " + fs::temp_directory_path().string());
-        }
-        path_ = pattern;
-    }
-    ~ScratchFolder() {
-        std::error_code ignored;
-        fs::remove_all(path_, ignored);
-    }
-    ScratchFolder(const ScratchFolder&) = delete;
-    ScratchFolder& operator=(const ScratchFolder&) = delete;
-    [[nodiscard]] const fs::path& path() const noexcept { return path_; }
-
-private:
-    fs::path path_;
-};
-
-std::string contentOf(const fs::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    std::ostringstream text;
-    text << file.rdbuf();
-    return text.str();
-}
-
-std::string quoted(const std::string& text) {
-    std::string result = "'";
-    for (const char c : text) {
-        result += c == '\'' ? std::string("'\\''") : std::string(1, c);
-    }
-    return result + "'";
-}
+using z7::cashflow::host::contentOf;
+using z7::cashflow::host::ProgramFolder;
+using z7::cashflow::host::ShellResult;
 
 void append(std::string& to, const std::string& text, const std::string& prefix) {
     std::istringstream lines(text);
@@ -73,28 +36,17 @@ void append(std::string& to, const std::string& text, const std::string& prefix)
     }
 }
 
-/// Runs one command and gives back how its case should read.
-std::string run(const std::string& command, const fs::path& scratch) {
-    const fs::path work = scratch / "work";
-    const fs::path script = scratch / "command.sh";
-    std::ofstream(script) << command << "\n";
-    const std::string line = "cd " + quoted(work.string()) + " && env -i PATH=" + quoted((scratch / "bin").string()) +
-                             ":/usr/bin:/bin LC_ALL=C TZ=UTC HOME=" + quoted((scratch / "home").string()) + " sh " +
-                             quoted(script.string()) + " >" + quoted((scratch / "out").string()) + " 2>" +
-                             quoted((scratch / "err").string()) + " </dev/null";
-    const int status = std::system(line.c_str());
+/// Runs one command and returns how its case should read.
+std::string run(const std::string& command, const ProgramFolder& folder) {
+    const ShellResult result = folder.run(command);
     std::string text = "$ " + command + "\n";
-    append(text, contentOf(scratch / "out"), "");
-    append(text, contentOf(scratch / "err"), "! ");
-    return text + "[exit " + std::to_string(WIFEXITED(status) ? WEXITSTATUS(status) : -1) + "]\n";
+    append(text, result.out, "");
+    append(text, result.err, "! ");
+    return text + "[exit " + std::to_string(result.exitCode) + "]\n";
 }
 
-int runFile(const fs::path& program, const fs::path& file) {
-    const ScratchFolder scratch;
-    for (const char* name : {"work", "home", "bin"}) {
-        fs::create_directory(scratch.path() / name);
-    }
-    fs::create_symlink(fs::absolute(program), scratch.path() / "bin" / "z7cf");
+int runFile(const std::string& program, const std::string& file) {
+    const ProgramFolder folder(program);
     std::istringstream lines(contentOf(file));
     std::string renewed;
     std::string expected;
@@ -111,7 +63,7 @@ int runFile(const fs::path& program, const fs::path& file) {
             continue;
         }
         if (expected.empty()) {
-            actual = run(line.substr(2), scratch.path());
+            actual = run(line.substr(2), folder);
             ++cases;
         }
         expected += line + "\n";
