@@ -3,13 +3,12 @@
 #include "EnvironmentGuard.h"
 #include "RunProgram.h"
 #include "ScratchFolder.h"
+#include "doubles/childProcess.h"
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <functional>
 #include <string>
-#include <sys/wait.h>
 #include <unistd.h>
 #include <vector>
 
@@ -17,30 +16,7 @@ namespace z7::cashflow::host {
 namespace {
 
 namespace fs = std::filesystem;
-
-/// Runs an action as a user whom permissions bind, in a process of its own. Returns the action's text.
-std::string withoutRights(const std::function<std::string()>& action) {
-    int ends[2];
-    if (pipe(ends) != 0) {
-        return "no pipe";
-    }
-    const pid_t child = fork();
-    if (child == 0) {
-        constexpr uid_t nobody = 65534;
-        const bool bound = geteuid() != 0 || (setresgid(nobody, nobody, 0) == 0 && setresuid(nobody, nobody, 0) == 0);
-        const std::string text = bound ? action() : "cannot become another user";
-        _exit(write(ends[1], text.data(), text.size()) < 0 ? 1 : 0);
-    }
-    close(ends[1]);
-    std::string text;
-    char part[4096];
-    for (ssize_t size = 0; (size = read(ends[0], part, sizeof part)) > 0;) {
-        text.append(part, static_cast<std::size_t>(size));
-    }
-    close(ends[0]);
-    waitpid(child, nullptr, 0);
-    return text;
-}
+using test::withoutRights;
 
 class ReadOnlyTest : public testing::Test {
 protected:

@@ -2,9 +2,9 @@
 
 #include <sqlite3.h>
 
+#include <csignal>
 #include <limits>
 #include <stdexcept>
-#include <unistd.h>
 
 namespace z7::cashflow::sqlite {
 namespace {
@@ -28,7 +28,7 @@ bool isFaulty() {
     State& now = state();
     const bool faulty = ++now.calls >= now.first;
     if (faulty && now.fault == Fault::killed) {
-        _exit(9);
+        static_cast<void>(std::raise(SIGKILL));
     }
     return faulty;
 }

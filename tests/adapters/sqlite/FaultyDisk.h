@@ -13,7 +13,7 @@ public:
         full,        ///< no write succeeds any more, and no file can be created
         syncFails,   ///< what is written does not reach the disk any more
         growsNoMore, ///< the file size limit of the process: a failed write, but not for lack of space
-        killed       ///< the process ends on the spot
+        killed       ///< a signal kills the process on the spot
     };
 
     FaultyDisk();

@@ -1,6 +1,7 @@
 #include "adapters/sqlite/EmbeddedDatabase.h"
 #include "adapters/sqlite/FaultyDisk.h"
 #include "adapters/sqlite/RelaxedCommits.h"
+#include "doubles/childProcess.h"
 
 #include <gtest/gtest.h>
 #include <sqlite3.h>
@@ -9,7 +10,6 @@
 #include <functional>
 #include <iterator>
 #include <string>
-#include <sys/wait.h>
 #include <unistd.h>
 
 namespace z7::cashflow::sqlite {
@@ -17,6 +17,7 @@ namespace {
 
 namespace fs = std::filesystem;
 using conformance::errorOf;
+using test::withoutRights;
 
 void expectRefusal(const fs::path& file, const std::string& wanted) {
     Connection connection;
@@ -79,35 +80,6 @@ TEST(DatabaseFile, AnotherSchemaVersionIsRefusedWithBothNumbers) {
     expectRefusal(database.file(), "version 99");
     expectRefusal(database.file(), "version " + std::to_string(schemaVersion));
     expectRefusal(database.file(), "newer program");
-}
-
-/// Runs an action as a user whom permissions bind, in a process of its own where the test runs as the superuser.
-/// Returns the action's text.
-std::string withoutRights(const std::function<std::string()>& action) {
-    int ends[2];
-    if (pipe(ends) != 0) {
-        return "no pipe";
-    }
-    const pid_t child = fork();
-    if (child == 0) {
-        constexpr uid_t nobody = 65534;
-        std::string text = "cannot become another user";
-        if (geteuid() != 0 || (setresgid(nobody, nobody, 0) == 0 && setresuid(nobody, nobody, 0) == 0)) {
-            try {
-                text = action();
-            } catch (const Error& error) {
-                text = error.description();
-            }
-        }
-        _exit(write(ends[1], text.data(), text.size()) < 0 ? 1 : 0);
-    }
-    close(ends[1]);
-    std::string text(4096, '\0');
-    const ssize_t size = read(ends[0], text.data(), text.size());
-    text.resize(size < 0 ? 0 : static_cast<std::size_t>(size));
-    close(ends[0]);
-    waitpid(child, nullptr, 0);
-    return text;
 }
 
 /// An account that can be read and not written, in a folder that cannot be written.

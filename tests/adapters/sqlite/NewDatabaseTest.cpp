@@ -2,10 +2,12 @@
 
 #include "adapters/sqlite/EmbeddedDatabase.h"
 #include "adapters/sqlite/FaultyDisk.h"
+#include "doubles/childProcess.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <csignal>
 #include <fstream>
 #include <set>
 #include <string>
@@ -17,6 +19,7 @@ namespace {
 
 namespace fs = std::filesystem;
 using Fault = FaultyDisk::Fault;
+using test::inProcess;
 
 class NewDatabaseTest : public testing::Test {
 protected:
@@ -35,22 +38,6 @@ protected:
         return connection.Execute("select * from fitemss98")->RecordCount() == 1 &&
                connection.Execute("select * from zqsystem..ua_period")->RecordCount() == 0;
     }
-    /// Runs an action in a process of its own. Returns its exit code.
-    template <class Action> static int inProcess(Action&& action) {
-        const pid_t child = fork();
-        if (child == 0) {
-            try {
-                action();
-            } catch (...) {
-                _exit(1);
-            }
-            _exit(0);
-        }
-        int status = 0;
-        waitpid(child, &status, 0);
-        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    }
-
     TestFolder folder_;
     fs::path file_ = folder_.path() / "company.db";
     std::set<std::string> bothFiles_{"company.db", "company.zqsystem.db"};
@@ -227,7 +214,7 @@ TEST_F(NewDatabaseTest, ARerunRecoversFromAKillAtEachCall) {
             createDatabase(file_);
         });
         done = code == 0;
-        ASSERT_TRUE(done || code == 9) << code;
+        ASSERT_TRUE(done || code == -SIGKILL) << code;
         if (!fs::exists(file_)) {
             createDatabase(file_);
         }

@@ -1,9 +1,11 @@
 #include "adapters/sqlite/TempDatabase.h"
 
 #include "adapters/sqlite/EmbeddedDatabase.h"
+#include "doubles/childProcess.h"
 
 #include <gtest/gtest.h>
 
+#include <csignal>
 #include <cstdlib>
 #include <fstream>
 #include <string>
@@ -80,15 +82,12 @@ TEST_F(TempDatabaseTest, IsClosedToOtherUsers) {
 }
 
 TEST_F(TempDatabaseTest, WhatAKilledRunLeftIsRemovedByTheNext) {
-    const pid_t child = fork();
-    if (child == 0) {
-        const auto connection = database_.open();
-        connection->Execute(makeTable_);
-        _exit(9);
-    }
-    int status = 0;
-    waitpid(child, &status, 0);
-    ASSERT_EQ(WEXITSTATUS(status), 9);
+    ASSERT_EQ(test::inProcess([this] {
+                  const auto connection = database_.open();
+                  connection->Execute(makeTable_);
+                  static_cast<void>(std::raise(SIGKILL));
+              }),
+              -SIGKILL);
     ASSERT_EQ(folders(), 1);
     const auto connection = database_.open();
     connection->Execute(makeTable_); // the name is free again
