@@ -12,6 +12,7 @@
 #include "host/terminal/ProgressBar.h"
 #include "host/terminal/StopSignals.h"
 #include "host/text/refusalText.h"
+#include "host/work/RememberedAnswers.h"
 #include "host/work/runNote.h"
 #include "workbench/vouchers/Allotment.h"
 #include "z7cashflow/support/Error.h"
@@ -144,6 +145,7 @@ private:
                       const std::function<void(const VoucherResult&)>& take) const {
         Allotment allotment(session.connection(), session.data(), session.provider().Gl(), !dryRun_, &log);
         Assignment assignment(session.connection(), session.data(), session.provider().Gl(), allotment);
+        const RememberedAnswers remembered(session.connection());
         // For the embedded file, the disk is synchronized once at the end of the run and not with every
         // voucher.
         std::optional<sqlite::RelaxedCommits> relaxed;

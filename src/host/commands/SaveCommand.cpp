@@ -4,6 +4,7 @@
 #include "host/commands/GenerationOptions.h"
 #include "host/commands/arguments.h"
 #include "host/commands/savedVoucher.h"
+#include "host/work/RememberedAnswers.h"
 #include "host/work/runNote.h"
 #include "workbench/vouchers/Allotment.h"
 
@@ -33,6 +34,7 @@ public:
         Output output(console, options);
         OpenVoucher voucher(voucher_, options, console);
         Session& session = voucher.session();
+        const RememberedAnswers remembered(session.connection());
         RunLog log(session.connection(), runNote(options, "save " + voucher_.text + generation_.words()));
         Allotment allotment(session.connection(), session.data(), session.provider().Gl(), !dryRun_, &log);
         Assignment assignment(session.connection(), session.data(), session.provider().Gl(), allotment);

@@ -7,6 +7,7 @@
 #include "host/report/ReportOptions.h"
 #include "host/report/openReport.h"
 #include "host/text/refusalText.h"
+#include "host/work/RememberedAnswers.h"
 
 #include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
@@ -99,6 +100,7 @@ public:
         }
         report_.requireNewFile();
         Session session(place, year, options, console);
+        const RememberedAnswers remembered(session.connection());
         const auto vouchers = period_.list(session);
         return open_ ? listOpen(output, session, vouchers) : listAll(output, session, vouchers);
     }

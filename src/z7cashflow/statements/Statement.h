@@ -73,6 +73,8 @@ public:
     }
 
     [[nodiscard]] constexpr std::string_view name() const noexcept { return name_; }
+    /// The text before the first place, with which every text of the statement begins; all of it without a place.
+    [[nodiscard]] constexpr std::string_view beginning() const noexcept { return pieces_.front(); }
 
     /// The statement with its places filled. Error 10020 where the policy does not allow a value.
     [[nodiscard]] std::string fill(LiteralPolicy policy, const Places&... values) const {

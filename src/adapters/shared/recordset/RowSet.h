@@ -21,6 +21,8 @@ public:
 
     [[nodiscard]] const ColumnList& columns() const noexcept { return *columns_; }
     [[nodiscard]] std::size_t rowCount() const noexcept { return width_ == 0 ? 0 : cells_.size() / width_; }
+    /// The bytes that the values take up.
+    [[nodiscard]] std::size_t byteSize() const noexcept { return cells_.size() * sizeof(Cell) + texts_.size(); }
 
     /// Each of these appends the next value; a row is complete with as many values as there are columns.
     void addNull() { cells_.push_back({Kind::null, 0, {}}); }

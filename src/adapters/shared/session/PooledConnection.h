@@ -8,6 +8,9 @@
 
 namespace z7::cashflow::shared {
 
+class AnswerMemory;
+class PoolBackend;
+
 /// The connection that the database adapters share: a session of its own, and a pool of sessions for the recordsets
 /// that are opened on the text of a connection string. Idle sessions are kept, a few in all, until the connection
 /// closes. Such a session is never this connection's. An adapter only opens sessions.
@@ -42,6 +45,10 @@ public:
     /// and on those of its pool. An empty observer ends it.
     void onStatement(StatementObserver observer);
 
+    /// Has a memory answer what it remembers, on this connection's session and on those of its pool; such a statement
+    /// is not sent, and no observer sees it. A null pointer ends that.
+    void remember(std::shared_ptr<AnswerMemory> memory);
+
 protected:
     /// The observers are those that the pool's opener hands to its sessions.
     PooledConnection(std::shared_ptr<SessionPool> pool, std::shared_ptr<Observers> observers);
@@ -53,6 +60,7 @@ private:
     friend class PoolBackend;
 
     std::shared_ptr<SessionPool> pool_;
+    std::shared_ptr<PoolBackend> backend_;
     std::shared_ptr<Observers> observers_;
     std::shared_ptr<Session> session_;
     std::string connectionString_;

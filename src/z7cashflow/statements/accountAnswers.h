@@ -1,0 +1,41 @@
+#pragma once
+
+#include "z7cashflow/statements/itemStatements.h"
+#include "z7cashflow/statements/settingStatements.h"
+#include "z7cashflow/statements/voucherStatements.h"
+
+#include <array>
+#include <string_view>
+
+// Which answers belong to the account and not to a voucher: cash-flow items and their templates, options, periods,
+// voucher kinds and accounts. They are the same for every voucher of a run, so that a host may ask for each of them
+// once.
+
+namespace z7::cashflow::statements {
+
+/// A statement of that kind.
+struct AccountAnswer {
+    std::string_view beginning; ///< what each text of the statement begins with
+    std::string_view table;     ///< the table that it reads, in lower case
+};
+
+inline constexpr std::array<AccountAnswer, 8> accountAnswers{{
+    {itemName.beginning(), "fitemss98"},
+    {itemTemplate.beginning(), "gl_cashitemdatasource"},
+    {accountOption.beginning(), "accinformation"},
+    {sumCheckOption.beginning(), "accinformation"},
+    {voucherOptions.beginning(), "gl_voucheroption"},
+    {accountingPeriod.beginning(), "ua_period"},
+    {voucherKind.beginning(), "dsign"},
+    {cashAccount.beginning(), "code"},
+}};
+
+/// Whether a text is one of these statements with its places filled, and nothing besides.
+[[nodiscard]] bool isAccountAnswer(std::string_view text);
+
+/// Whether a text may change one of the tables that these statements read, or records that are read by it to be written
+/// may (forWriting). In doubt it may: a word that stands in a value counts as well, and so does every text that begins
+/// with a word other than those of the library's own statements.
+[[nodiscard]] bool mayChangeAccountAnswers(std::string_view text, bool forWriting);
+
+} // namespace z7::cashflow::statements
