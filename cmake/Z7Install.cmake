@@ -1,21 +1,97 @@
-# The install of the library: its headers and a package config. The program brings its own install.
-#   find_package(Z7CashFlow) then gives the target z7::cashflow.
+# The install of the library: headers, archives and a package config, component by component. The program brings its
+# own install.
+#   find_package(Z7CashFlow 0.2 COMPONENTS sqlite texts) then makes z7::cashflow, z7::sqlite and z7::texts.
+# A component that this build lacks is installed as nothing; the config says so to whoever asks for it.
 
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 
 set(packageDir ${CMAKE_INSTALL_LIBDIR}/cmake/Z7CashFlow)
-
-install(TARGETS z7_cashflow EXPORT Z7CashFlowTargets ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
 file(STRINGS ${CMAKE_CURRENT_LIST_DIR}/internalHeaders.txt internalHeaders REGEX "^[^#]")
-list(TRANSFORM internalHeaders REPLACE "^(.+)$" "PATTERN;\\1;EXCLUDE")
-install(DIRECTORY ${PROJECT_SOURCE_DIR}/src/z7cashflow DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
-        FILES_MATCHING PATTERN "*.h" ${internalHeaders})
-install(EXPORT Z7CashFlowTargets NAMESPACE z7:: DESTINATION ${packageDir})
+
+# The headers of src that the given ones include, directly or through others, themselves included.
+function(z7_header_closure result)
+  set(open ${ARGN})
+  set(closure "")
+  while(open)
+    list(POP_FRONT open header)
+    list(APPEND closure ${header})
+    file(STRINGS ${PROJECT_SOURCE_DIR}/src/${header} includes REGEX "^#include \"(adapters|workbench|texts)/")
+    list(TRANSFORM includes REPLACE "^#include \"([^\"]+)\".*$" "\\1")
+    list(REMOVE_ITEM includes ${closure} ${open})
+    list(APPEND open ${includes})
+  endwhile()
+  set(${result} ${closure} PARENT_SCOPE)
+endfunction()
+
+# z7_install_component(NAME TARGETS targets... HEADERS headers...)
+# What a component consists of. The headers are the doors of it; what they include is installed with them.
+function(z7_install_component name)
+  cmake_parse_arguments(ARG "" "" "TARGETS;HEADERS" ${ARGN})
+  install(TARGETS ${ARG_TARGETS} EXPORT Z7CashFlow-${name} ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
+          LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
+  install(EXPORT Z7CashFlow-${name} NAMESPACE z7:: DESTINATION ${packageDir})
+  z7_header_closure(headers ${ARG_HEADERS})
+  foreach(header IN LISTS headers)
+    cmake_path(GET header PARENT_PATH folder)
+    install(FILES ${PROJECT_SOURCE_DIR}/src/${header} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/${folder})
+  endforeach()
+endfunction()
+
+function(z7_headers_below result folder)
+  file(GLOB_RECURSE headers RELATIVE ${PROJECT_SOURCE_DIR}/src CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/${folder}/*.h)
+  list(REMOVE_ITEM headers ${internalHeaders})
+  set(${result} ${headers} PARENT_SCOPE)
+endfunction()
+
+z7_headers_below(headers z7cashflow)
+z7_install_component(cashflow TARGETS z7_cashflow HEADERS ${headers})
+install(FILES ${z7_version_header} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/z7cashflow/support)
+
+z7_headers_below(headers workbench)
+z7_install_component(workbench TARGETS z7_workbench HEADERS ${headers})
+z7_headers_below(headers texts)
+z7_install_component(texts TARGETS z7_texts HEADERS ${headers})
+
+if(TARGET z7_shared)
+  z7_install_component(databases TARGETS z7_shared z7_tsql)
+endif()
+if(TARGET z7_sqlite)
+  z7_install_component(sqlite TARGETS z7_sqlite
+    HEADERS adapters/sqlite/Connection.h adapters/sqlite/TableLoader.h adapters/sqlite/database.h)
+endif()
+if(TARGET z7_odbc)
+  z7_install_component(odbc TARGETS z7_odbc
+    HEADERS adapters/odbc/AccountTables.h adapters/odbc/Connection.h adapters/odbc/accountSchema.h)
+endif()
+if(TARGET z7_wx)
+  z7_install_component(window TARGETS z7_wx HEADERS adapters/wx/WindowSystem.h)
+endif()
 
 configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/Z7CashFlowConfig.cmake.in
                               ${PROJECT_BINARY_DIR}/Z7CashFlowConfig.cmake INSTALL_DESTINATION ${packageDir})
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/Z7CashFlowConfigVersion.cmake COMPATIBILITY SameMinorVersion)
 install(FILES ${PROJECT_BINARY_DIR}/Z7CashFlowConfig.cmake ${PROJECT_BINARY_DIR}/Z7CashFlowConfigVersion.cmake
         DESTINATION ${packageDir})
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/schema/ DESTINATION ${CMAKE_INSTALL_DATADIR}/z7cashflow/schema)
 install(FILES ${PROJECT_SOURCE_DIR}/LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR})
+
+# For builds that do not use CMake: pkg-config --static z7cashflow-sqlite. The prefix is found from the file's own place.
+function(z7_pkg_config name description requires requiresPrivate libraries)
+  configure_file(${PROJECT_SOURCE_DIR}/cmake/z7cashflow.pc.in ${PROJECT_BINARY_DIR}/${name}.pc @ONLY)
+  install(FILES ${PROJECT_BINARY_DIR}/${name}.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+endfunction()
+
+cmake_path(RELATIVE_PATH CMAKE_INSTALL_FULL_LIBDIR BASE_DIRECTORY ${CMAKE_INSTALL_PREFIX} OUTPUT_VARIABLE libraryFolder)
+string(REGEX REPLACE "[^/]+" ".." pathToPrefix ${libraryFolder}/pkgconfig)
+set(base "z7cashflow = ${PROJECT_VERSION}")
+z7_pkg_config(z7cashflow "${PROJECT_DESCRIPTION}" "" "libxml-2.0, libutf8proc" "-lz7_cashflow")
+z7_pkg_config(z7cashflow-workbench "Statement, open vouchers, corrections and their log" "${base}" "" "-lz7_workbench")
+z7_pkg_config(z7cashflow-texts "Texts of Z7CashFlow in Chinese and English" "${base}" "" "-lz7_texts")
+if(TARGET z7_sqlite)
+  z7_pkg_config(z7cashflow-sqlite "The embedded database of Z7CashFlow" "${base}" "sqlite3 >= 3.39"
+                "-lz7_sqlite -lz7_tsql -lz7_shared")
+endif()
+if(TARGET z7_odbc)
+  z7_pkg_config(z7cashflow-odbc "Z7CashFlow on a server through ODBC" "${base}" "odbc" "-lz7_odbc -lz7_tsql -lz7_shared")
+endif()

@@ -17,7 +17,7 @@ if [ -z "$formatter" ]; then
     exit 77
 fi
 
-mapfile -t files < <(find src tests bench fuzz \( -name '*.cpp' -o -name '*.h' \) 2>/dev/null | sort)
+mapfile -t files < <(find src tests bench fuzz examples \( -name '*.cpp' -o -name '*.h' \) 2>/dev/null | sort)
 if [ ${#files[@]} -eq 0 ]; then
     echo "no sources found"
     exit 2

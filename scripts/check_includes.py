@@ -55,12 +55,12 @@ INCLUDE = re.compile(r'^\s*#\s*include\s*(?:"([^"]+)"|<([^>]+)>)')
 def folder_of(path):
     """The folder that a rule speaks of: "host", or the first two parts, as in "adapters/sqlite"."""
     parts = path.split("/")
-    return parts[0] if parts[0] in ("host", "workbench") else "/".join(parts[:2])
+    return parts[0] if parts[0] in ("host", "texts", "workbench") else "/".join(parts[:2])
 
 
 def is_known(folder):
     top, _, name = folder.partition("/")
-    return {"z7cashflow": name in LAYERS, "adapters": name in ADAPTERS, "workbench": not name, "host": not name}.get(top, False)
+    return {"z7cashflow": name in LAYERS, "adapters": name in ADAPTERS, "workbench": not name, "texts": not name, "host": not name}.get(top, False)
 
 
 def may_see(folder, target):
@@ -68,6 +68,8 @@ def may_see(folder, target):
         return is_known(target)
     if folder == "workbench":
         return target.split("/")[0] == "z7cashflow" and is_known(target) and target != "z7cashflow/dialog"
+    if folder == "texts":
+        return target in ("z7cashflow/support", "z7cashflow/ports")
     top, name = folder.split("/", 1)
     if top == "adapters":
         return target in ADAPTERS[name]
@@ -87,7 +89,7 @@ def complaint(file, quoted, angled):
     if not is_known(folder):
         return f"{folder} is no folder that the rules know: add it to check_includes.py and to ARCHITECTURE.md"
     own = quoted or angled
-    if own.split("/")[0] in ("z7cashflow", "workbench", "adapters", "host"):
+    if own.split("/")[0] in ("z7cashflow", "workbench", "texts", "adapters", "host"):
         if angled:
             return f"<{angled}>: headers of this project are included in quotes"
         if not may_see(folder, folder_of(own)):
@@ -136,6 +138,8 @@ def self_test():
         "workbench/a.cpp": '#include "adapters/sqlite/Connection.h"',
         "workbench/b.cpp": '#include "host/cli/Command.h"',
         "z7cashflow/providers/w.cpp": '#include "workbench/Amount.h"',
+        "texts/a.cpp": '#include "host/text/HostText.h"',
+        "adapters/terminal/x.cpp": '#include "texts/Language.h"',
         "adapters/sqlite/m.cpp": '#include "z7cashflow/model/CashFlow.h"',
         "adapters/sqlite/n.cpp": '#include "adapters/terminal/Box.h"',
         "adapters/sqlite/o.h": "#include <sqlite3.h>",
@@ -162,6 +166,7 @@ def self_test():
         "adapters/terminal/m.cpp": '#include <utf8proc.h>\n#include "z7cashflow/ports/MessageBox.h"',
         "host/t.cpp": '#include "adapters/sqlite/Connection.h"\n#include "adapters/tsql/shape.h"\n#include <CLI/CLI.hpp>',
         "workbench/o.cpp": '#include "workbench/Amount.h"\n#include "z7cashflow/ports/Connection.h"',
+        "texts/p.h": '#include "texts/Language.h"\n#include "z7cashflow/ports/Z7Login.h"',
         "host/n.h": "#include <nlohmann/json_fwd.hpp>",
     }
     with tempfile.TemporaryDirectory() as folder:

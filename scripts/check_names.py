@@ -31,9 +31,6 @@ EXCEPTIONS = {
         "allCommands.cpp": "lists the factories that cli/Command.h declares",
         "arguments.h": "the arguments that several commands share, a small class for each",
     },
-    "host/text": {
-        "TextCatalogue.h": "holds CatalogueText, to be named after it",
-    },
     "host/work": {
         "RowsView.h": "routines, to be rowsView.h",
     },

@@ -1,5 +1,7 @@
-# Installs the built project into a fresh folder, then builds and runs a project that knows nothing but the install.
-#   cmake -D BUILD=<build folder> -D WORK=<folder to use> -D GENERATOR= -D COMPILER= -D BUILD_TYPE= -P consumer.cmake
+# Installs the built project into a fresh folder, then builds and runs projects that know nothing but the install: one
+# that looks at all of it, and the examples, whose output stands in docs/embedding.md.
+#   cmake -D BUILD=<build folder> -D WORK=<folder to use> -D GENERATOR= -D COMPILER= -D BUILD_TYPE= -D PYTHON=
+#         -P consumer.cmake
 
 file(REMOVE_RECURSE ${WORK})
 
@@ -20,8 +22,26 @@ run(${CMAKE_COMMAND} -S ${CMAKE_CURRENT_LIST_DIR}/../consumer -B ${WORK}/build -
 run(${CMAKE_COMMAND} --build ${WORK}/build)
 run(${WORK}/build/consumer)
 
-file(GLOB_RECURSE configs ${WORK}/moved/*.cmake)
 get_filename_component(source ${CMAKE_CURRENT_LIST_DIR}/../.. ABSOLUTE)
+run(${CMAKE_COMMAND} -S ${source}/examples -B ${WORK}/examples -G ${GENERATOR} -D CMAKE_CXX_COMPILER=${COMPILER}
+    -D CMAKE_BUILD_TYPE=${BUILD_TYPE} -D "CMAKE_CXX_FLAGS=-Wall -Wextra -Wpedantic -Werror"
+    -D CMAKE_PREFIX_PATH=${WORK}/moved)
+run(${CMAKE_COMMAND} --build ${WORK}/examples)
+run(${PYTHON} ${source}/scripts/check_examples.py ${WORK}/examples ${WORK}/moved/bin/z7cf)
+
+# The same without CMake.
+find_program(pkgConfig pkg-config)
+if(pkgConfig)
+  file(GLOB_RECURSE package ${WORK}/moved/z7cashflow-sqlite.pc)
+  cmake_path(GET package PARENT_PATH packageFolder)
+  set(ENV{PKG_CONFIG_PATH} ${packageFolder})
+  execute_process(COMMAND ${pkgConfig} --static --cflags --libs z7cashflow-sqlite z7cashflow-texts
+                  OUTPUT_VARIABLE flags OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
+  separate_arguments(flags UNIX_COMMAND "${flags}")
+  run(${COMPILER} -std=c++20 -I${source}/examples ${source}/examples/outside/main.cpp -o ${WORK}/outside ${flags})
+endif()
+
+file(GLOB_RECURSE configs ${WORK}/moved/*.cmake)
 foreach(config ${configs})
   file(READ ${config} text)
   string(FIND "${text}" "${source}/" position)

@@ -10,9 +10,9 @@
 #include "host/cli/helpFormatter.h"
 #include "host/cli/usageText.h"
 #include "host/text/reasonText.h"
-#include "host/version.h"
 #include "workbench/vouchers/databaseFailure.h"
 #include "z7cashflow/support/Error.h"
+#include "z7cashflow/support/version.h"
 
 #include <CLI/CLI.hpp>
 
@@ -180,7 +180,7 @@ int runApplication(const std::vector<std::string>& arguments, const Console& con
         program.formatter(helpFormatter(language));
         GivenOptions given;
         addCommonOptions(program, given, language);
-        program.set_version_flag("--version", std::string("z7cf ") + programVersion,
+        program.set_version_flag("--version", std::string("z7cf ") + libraryVersion,
                                  hostText(language, HostText::helpVersion));
         program.footer(hostText(language, HostText::examplesProgram));
         const auto commands = allCommands();

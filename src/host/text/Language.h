@@ -1,24 +1,11 @@
 #pragma once
 
-#include <cstdint>
-#include <optional>
-#include <string>
-#include <string_view>
+#include "texts/Language.h"
 
 namespace z7::cashflow::host {
 
-/// The languages of the program.
-enum class Language { english, chinese };
-
-/// Language tag of the login: "zh-CN" or "en-US".
-[[nodiscard]] const char* languageTag(Language language) noexcept;
-
-/// Locale identifier of the login: 2052 for Chinese, 1033 for English.
-[[nodiscard]] std::int32_t localeId(Language language) noexcept;
-
-/// The language that a user names: "zh", "zh-CN", "en", "en-US" in any letter case, with "-" or "_"; empty for any
-/// other text.
-[[nodiscard]] std::optional<Language> readLanguage(std::string_view text);
+using Language = texts::Language;
+using texts::readLanguage;
 
 /// The language of the environment: Chinese if the first non-empty one of LC_ALL, LC_MESSAGES and LANG begins with
 /// "zh", otherwise English.

@@ -1,6 +1,6 @@
 #include "host/work/HostLogin.h"
 
-#include "host/text/TextCatalogue.h"
+#include "texts/CatalogueText.h"
 
 namespace z7::cashflow::host {
 
@@ -12,10 +12,10 @@ constexpr std::int32_t accountingSystemCode = 117;
 
 HostLogin::HostLogin(GlobalOptions options, std::int16_t year, std::string connectionString)
     : options_(std::move(options)), year_(year), connectionString_(std::move(connectionString)),
-      text_(std::make_shared<CatalogueText>(options_.language)),
-      formattedText_(std::make_shared<CatalogueFormattedText>(options_.language)) {}
+      text_(std::make_shared<texts::CatalogueText>(options_.language)),
+      formattedText_(std::make_shared<texts::CatalogueFormattedText>(options_.language)) {}
 
-std::int32_t HostLogin::LocaleId() { return localeId(options_.language); }
+std::int32_t HostLogin::LocaleId() { return texts::localeId(options_.language); }
 
 std::string HostLogin::AccountId() { return options_.account; }
 
@@ -31,7 +31,7 @@ Variant HostLogin::Information(std::int32_t code) {
     return code == accountingSystemCode ? Variant(options_.accountingSystem) : Variant();
 }
 
-std::string HostLogin::LanguageTag() { return languageTag(options_.language); }
+std::string HostLogin::LanguageTag() { return texts::languageTag(options_.language); }
 
 std::shared_ptr<cashflow::TextLookup> HostLogin::TextLookup() { return text_; }
 

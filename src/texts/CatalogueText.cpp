@@ -1,4 +1,4 @@
-#include "host/text/TextCatalogue.h"
+#include "texts/CatalogueText.h"
 
 #include "z7cashflow/support/Error.h"
 #include "z7cashflow/support/conversions.h"
@@ -8,7 +8,7 @@
 #include <array>
 #include <iterator>
 
-namespace z7::cashflow::host {
+namespace z7::cashflow::texts {
 
 namespace {
 
@@ -96,7 +96,7 @@ std::string CatalogueText::Text(const std::string& key) {
     const auto* const found =
         std::find_if(catalogue.begin(), catalogue.end(), [&key](const ResourceText& text) { return text.key == key; });
     if (found == catalogue.end()) {
-        throw Error("z7cf", {Reason::textKeyUnknown, {key}});
+        throw Error("CashFlowTexts", {Reason::textKeyUnknown, {key}});
     }
     return std::string(language_ == Language::chinese ? found->chinese : found->english);
 }
@@ -107,4 +107,4 @@ std::string CatalogueFormattedText::Text(const std::string& key, const std::vect
     return fillPlaces(text_.Text(key), texts);
 }
 
-} // namespace z7::cashflow::host
+} // namespace z7::cashflow::texts

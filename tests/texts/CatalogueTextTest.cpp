@@ -1,17 +1,21 @@
-#include "host/text/TextCatalogue.h"
+#include "texts/CatalogueText.h"
 
-#include "host/text/HostText.h"
+#include "texts/translation.h"
 #include "z7cashflow/support/Error.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <regex>
+#include <fstream>
+#include <iterator>
 #include <set>
+#include <string>
 
-namespace z7::cashflow::host {
+namespace z7::cashflow::texts {
 namespace {
+
+using test::hasChinese;
+using test::placesOf;
 
 /// Every key that the library asks for, or will: the list that the catalogue must hold, no more and no less.
 const std::set<std::string>& expectedKeys() {
@@ -35,17 +39,7 @@ const std::set<std::string>& expectedKeys() {
     return keys;
 }
 
-std::multiset<std::string> placesOf(std::string_view text) {
-    static const std::regex place(R"(\{[0-9]+\})");
-    const std::string copy(text);
-    return {std::sregex_token_iterator(copy.begin(), copy.end(), place), std::sregex_token_iterator()};
-}
-
-bool hasChinese(std::string_view text) {
-    return std::any_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) >= 0xE4; });
-}
-
-TEST(TextCatalogue, HoldsExactlyTheKeysOfTheLibrary) {
+TEST(CatalogueText, HoldsExactlyTheKeysOfTheLibrary) {
     std::set<std::string> keys;
     for (const ResourceText& text : resourceTexts()) {
         EXPECT_TRUE(keys.emplace(text.key).second) << text.key << " stands twice";
@@ -53,7 +47,7 @@ TEST(TextCatalogue, HoldsExactlyTheKeysOfTheLibrary) {
     EXPECT_EQ(keys, expectedKeys());
 }
 
-TEST(TextCatalogue, GivesEveryKeyInBothLanguages) {
+TEST(CatalogueText, HoldsEveryKeyInBothLanguages) {
     CatalogueText chinese(Language::chinese);
     CatalogueText english(Language::english);
     for (const std::string& key : expectedKeys()) {
@@ -66,7 +60,7 @@ TEST(TextCatalogue, GivesEveryKeyInBothLanguages) {
     }
 }
 
-TEST(TextCatalogue, AnUnknownKeyIsAnErrorThatNamesIt) {
+TEST(CatalogueText, AnUnknownKeyIsAnErrorThatNamesIt) {
     for (const Language language : {Language::chinese, Language::english}) {
         CatalogueText text(language);
         try {
@@ -81,12 +75,12 @@ TEST(TextCatalogue, AnUnknownKeyIsAnErrorThatNamesIt) {
     }
 }
 
-TEST(TextCatalogue, ComparesKeysExactly) {
+TEST(CatalogueText, ComparesKeysExactly) {
     CatalogueText text(Language::english);
     EXPECT_THROW(static_cast<void>(text.Text("z7.cw.gl.cashflow.00001")), Error);
 }
 
-TEST(TextCatalogue, TheTwoFiguresOfADifferenceReadWell) {
+TEST(CatalogueText, TheTwoFiguresOfADifferenceReadWell) {
     CatalogueText english(Language::english);
     CatalogueText chinese(Language::chinese);
     const auto sentence = [](CatalogueText& text, const char* label, const char* side) {
@@ -99,7 +93,7 @@ TEST(TextCatalogue, TheTwoFiguresOfADifferenceReadWell) {
     EXPECT_EQ(sentence(chinese, "00006", "00005"), "现金流量行净额：贷方 50.00");
 }
 
-TEST(TextCatalogue, FillsPlacesAndANullWithNothing) {
+TEST(CatalogueText, FillsPlacesAndANullWithNothing) {
     CatalogueFormattedText formatted(Language::english);
     EXPECT_EQ(formatted.Text("Z7.GL.USZZPUB.00571", {Variant("")}), "The column widths have changed. Save them?");
     EXPECT_EQ(formatted.Text("Z7.GL.USZZPUB.00571", {Variant()}), "The column widths have changed. Save them?");
@@ -107,7 +101,7 @@ TEST(TextCatalogue, FillsPlacesAndANullWithNothing) {
               "The column widths have changed. Save them7?");
 }
 
-TEST(TextCatalogue, TheQuestionBehindATemplateReadsWell) {
+TEST(CatalogueText, TheQuestionWhetherToReplaceATemplateReadsWell) {
     CatalogueText english(Language::english);
     EXPECT_EQ(english.Text("Z7.CW.GL.CashFlow.00065") + english.Text("Z7.CW.GL.CashFlow.00038"),
               "There is a template for this account and side already. Replace it?");
@@ -116,14 +110,14 @@ TEST(TextCatalogue, TheQuestionBehindATemplateReadsWell) {
               "该科目在此方向上已有取数关系，是否覆盖？");
 }
 
-TEST(TextCatalogue, DirectionWordsInChineseAreTheWordsOfTheLedger) {
+TEST(CatalogueText, DirectionWordsInChineseAreTheWordsOfTheLedger) {
     CatalogueText chinese(Language::chinese);
     EXPECT_EQ(chinese.Text("Z7.GL.USZZPUB.00011"), "借");
     EXPECT_EQ(chinese.Text("Z7.GL.USZZPUB.00012"), "贷");
     EXPECT_EQ(chinese.Text("Z7.GL.USZZPUB.00001"), "平");
 }
 
-TEST(TextCatalogue, CaptionsThatGoIntoXmlNeedNoEscape) {
+TEST(CatalogueText, CaptionsThatGoIntoXmlNeedNoEscape) {
     for (const ResourceText& text : resourceTexts()) {
         if (text.key >= "Z7.CW.GL.CashFlow.00058" && text.key <= "Z7.CW.GL.CashFlow.00062") {
             EXPECT_EQ(text.chinese.find_first_of("&<>'\""), std::string_view::npos) << text.key;
@@ -132,22 +126,22 @@ TEST(TextCatalogue, CaptionsThatGoIntoXmlNeedNoEscape) {
     }
 }
 
-TEST(HostTexts, StandInBothLanguagesWithTheSamePlaces) {
-    for (const HostTextEntry& entry : hostTexts()) {
-        const int number = static_cast<int>(entry.id);
-        EXPECT_FALSE(entry.chinese.empty()) << number;
-        EXPECT_FALSE(entry.english.empty()) << number;
-        EXPECT_FALSE(hasChinese(entry.english)) << entry.english;
-        const auto chinese = placesOf(entry.chinese);
-        const auto english = placesOf(entry.english);
-        EXPECT_EQ(chinese, english) << entry.english;
+// docs/texts.md has a section for each key: the English and the Chinese text between bars, and then where it is used.
+TEST(CatalogueText, IsListedInTheDocumentsAsItIs) {
+    std::ifstream file(std::string(Z7_SOURCE_DIR) + "/docs/texts.md");
+    ASSERT_TRUE(file);
+    const std::string document((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
+    std::size_t position = document.find("\n### ");
+    for (const ResourceText& text : resourceTexts()) {
+        const std::string section = "\n### " + std::string(text.key) + "\n\n    |" + std::string(text.english) +
+                                    "|\n    |" + std::string(text.chinese) + "|\n\n";
+        ASSERT_EQ(document.compare(position, section.size(), section), 0)
+            << "expected" << section << "found" << document.substr(position, section.size());
+        EXPECT_NE(document.substr(position + section.size(), 1), "\n") << text.key << " has no explanation";
+        position = document.find("\n### ", position + 1);
     }
-}
-
-TEST(HostTexts, FillTheirPlaces) {
-    EXPECT_EQ(hostText(Language::english, HostText::noVoucher, {"2024/1/1/1"}), "There is no voucher 2024/1/1/1");
-    EXPECT_EQ(hostText(Language::chinese, HostText::noVoucher, {"2024/1/1/1"}), "没有凭证 2024/1/1/1");
+    EXPECT_EQ(position, std::string::npos) << "the document lists more than the catalogue";
 }
 
 } // namespace
-} // namespace z7::cashflow::host
+} // namespace z7::cashflow::texts

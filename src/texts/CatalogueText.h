@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/text/Language.h"
+#include "texts/Language.h"
 #include "z7cashflow/ports/Z7Login.h"
 
 #include <span>
@@ -8,19 +8,21 @@
 #include <string_view>
 #include <vector>
 
-namespace z7::cashflow::host {
+namespace z7::cashflow::texts {
 
-/// One text of the library's catalogue in both languages. Places for arguments are {0}, {1} and so on.
+/// One text of the library in both languages. Places for arguments are {0}, {1} and so on. docs/texts.md says where the
+/// library uses each, and why some begin or end with a blank.
 struct ResourceText {
     std::string_view key;
     std::string_view chinese;
     std::string_view english;
 };
 
-/// Every resource key of the library, with its texts.
+/// Every key that the library looks up, once, with its texts.
 [[nodiscard]] std::span<const ResourceText> resourceTexts() noexcept;
 
-/// The library's texts in one language. An unknown key is an Error that names it.
+/// The library's texts in one language, for Z7Login::TextLookup. The letter case of a key counts. An unknown key raises
+/// an Error with the reason textKeyUnknown, which names the key.
 class CatalogueText final : public TextLookup {
 public:
     explicit CatalogueText(Language language) noexcept : language_(language) {}
@@ -30,7 +32,8 @@ private:
     Language language_;
 };
 
-/// The same texts with their places filled.
+/// The same texts with their places filled, for Z7Login::FormattedTextLookup. An argument is written as a statement
+/// would write it; null and empty fill a place with nothing.
 class CatalogueFormattedText final : public FormattedTextLookup {
 public:
     explicit CatalogueFormattedText(Language language) noexcept : text_(language) {}
@@ -40,4 +43,4 @@ private:
     CatalogueText text_;
 };
 
-} // namespace z7::cashflow::host
+} // namespace z7::cashflow::texts

@@ -1,0 +1,77 @@
+#!/usr/bin/env python3
+"""Checks docs/embedding.md against the examples: the sources printed in it, and what the programs print.
+
+check_examples.py PROGRAMS Z7CF [--renew]
+
+PROGRAMS is the folder of the built examples, Z7CF the program z7cf. A block after a line that names examples/X in
+backquotes is that file, letter by letter. A block that begins with "$ " is a session: its commands run one after the
+other in a new folder, where the examples and z7cf are found by their names, and print the lines below them. --renew
+writes the document anew with what is found; read the difference before you keep it.
+"""
+
+import os
+import pathlib
+import re
+import subprocess
+import sys
+import tempfile
+
+ROOT = pathlib.Path(__file__).resolve().parent.parent
+DOCUMENT = ROOT / "docs/embedding.md"
+BLOCK = re.compile(r"(?:^    .*\n|^\n(?=\n*    ))+", re.M)
+
+
+def indented(lines):
+    return "".join(f"    {line}\n" if line else "\n" for line in lines)
+
+
+def run_session(block, folder, environment):
+    """The lines of a session as they are now: each command and what it prints."""
+    for command in re.findall(r"^    \$ (.*)$", block, re.M):
+        run = subprocess.run(command, shell=True, cwd=folder, env=environment, text=True, stdout=subprocess.PIPE,
+                             stderr=subprocess.STDOUT, timeout=120)
+        yield f"$ {command}"
+        yield from run.stdout.splitlines()
+
+
+def as_it_is(document, folder, environment):
+    """The document with every source and every session as they are now, and how many there are of each."""
+    counts = {"sources": 0, "sessions": 0}
+
+    def renewed(found):
+        named = re.search(r"`(examples/[\w./-]+)`", document[: found.start()].rstrip("\n").rpartition("\n")[2])
+        block = found.group()
+        head = re.match(r"\n*", block).group()
+        if block.lstrip("\n").startswith("    $ "):
+            counts["sessions"] += 1
+            return head + indented(run_session(block, folder, environment))
+        if named:
+            counts["sources"] += 1
+            return head + indented((ROOT / named.group(1)).read_text(encoding="utf-8").splitlines())
+        return block
+
+    return BLOCK.sub(renewed, document), counts
+
+
+def main(programs, z7cf, renew=""):
+    document = DOCUMENT.read_text(encoding="utf-8")
+    with tempfile.TemporaryDirectory() as folder:
+        environment = {**os.environ, "PATH": f"{programs}:{pathlib.Path(z7cf).parent}:{os.environ['PATH']}",
+                       "LC_ALL": "C.UTF-8", "TZ": "UTC", "HOME": folder}
+        now, counts = as_it_is(document, folder, environment)
+    if renew == "--renew":
+        DOCUMENT.write_text(now, encoding="utf-8")
+    elif now != document:
+        for number, (said, found) in enumerate(zip(document.splitlines(), now.splitlines()), 1):
+            if said != found:
+                print(f"docs/embedding.md:{number}: says:\n{said}\nbut it is now:\n{found}")
+                break
+        else:
+            print("docs/embedding.md ends earlier or later than what is found")
+        return 1
+    print(", ".join(f"{count} {name}" for name, count in counts.items()))
+    return 0 if all(counts.values()) else 1
+
+
+if __name__ == "__main__":
+    sys.exit(main(*sys.argv[1:]))
