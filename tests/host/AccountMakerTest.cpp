@@ -193,7 +193,7 @@ TEST(AccountOptions, AreReadAndChecked) {
         return std::string("(no failure)");
     };
     EXPECT_EQ(messageOf({"bCashcodes=true"}),
-              "Unknown account option \"bCashcodes\"; known are bCashCode, bAutoDisplay, bXJLL");
+              "Unknown account option \"bCashcodes\"; the options are bCashCode, bAutoDisplay, bXJLL");
     EXPECT_EQ(messageOf({"bCashCode"}), "--set takes NAME=VALUE, not \"bCashCode\"");
     EXPECT_EQ(messageOf({"=true"}), "--set takes NAME=VALUE, not \"=true\"");
     EXPECT_EQ(messageOf({"bCashCode=1"}), "Account option \"bCashCode\" takes true or false, not \"1\"");

@@ -188,7 +188,7 @@ TEST_F(ApplicationTest, AVoucherThatAnotherSessionHoldsIsRefusedAndTheRunGoesOn)
     const std::string connect = "driver=sqlite;timeout=1;database=" + file;
     const RunResult run = runProgram({"allot", "--connect", connect, "--year", "2024", "--period", "1"});
     EXPECT_EQ(run.exitCode, 1);
-    EXPECT_THAT(run.out, HasSubstr("Another desk is using the voucher, so nothing was changed; try again."));
+    EXPECT_THAT(run.out, HasSubstr("Another session is using the voucher, so nothing was changed; try again later."));
     EXPECT_THAT(run.out, testing::ContainsRegex("refused +25 +0\n"));
     const RunResult save = runProgram({"save", "--connect", connect, "2024/1/1/1", "--json"});
     EXPECT_EQ(save.exitCode, 1);
@@ -209,7 +209,7 @@ TEST_F(ApplicationTest, ASignalStopsAnAllotmentBetweenVouchers) {
         const RunResult run = runProgram({"allot", file, "--year", "2024"});
         ASSERT_EQ(pthread_sigmask(SIG_SETMASK, &former, nullptr), 0);
         EXPECT_EQ(run.exitCode, expected);
-        EXPECT_THAT(run.err, HasSubstr("Interrupted: 0 of 304 vouchers are done, the others are untouched."));
+        EXPECT_THAT(run.err, HasSubstr("Interrupted after 0 of 304 vouchers; the others are unchanged."));
         EXPECT_THAT(run.out, HasSubstr("Total"));
     }
 }

@@ -51,7 +51,7 @@ TEST_F(AssignCommandTest, ALineIsPutOnAnItemByCodeOrName) {
     const RunResult assigned = run({"assign", key, "2", "0103"});
     EXPECT_EQ(assigned.exitCode, 0) << assigned.err;
     EXPECT_THAT(assigned.out, HasSubstr("new"));
-    EXPECT_THAT(assigned.err, HasSubstr("The log holds this as run 1."));
+    EXPECT_THAT(assigned.err, HasSubstr("Logged as run 1."));
     EXPECT_THAT(rows(key), testing::ElementsAre("2 0103 149542.95"));
     EXPECT_EQ(run({"assign", key, "2", "销售商品、提供劳务收到的现金"}).exitCode, 0);
     EXPECT_THAT(rows(key), testing::ElementsAre("2 0101 149542.95"));
@@ -83,12 +83,13 @@ TEST_F(AssignCommandTest, ADryRunShowsTheFieldsThatWouldChange) {
 TEST_F(AssignCommandTest, AnUnknownItemIsRefusedWithNearMatches) {
     const RunResult refused = run({"assign", key, "2", "0110x"});
     EXPECT_EQ(refused.exitCode, 2);
-    EXPECT_THAT(refused.err, HasSubstr("There is no cash-flow item \"0110x\"; was one of these meant: "));
+    EXPECT_THAT(refused.err, HasSubstr("There is no cash-flow item \"0110x\"; did you mean one of these: "));
     EXPECT_THAT(run({"assign", key, "2", "nonsense"}).err, HasSubstr("There is no cash-flow item \"nonsense\""));
     EXPECT_THAT(run({"assign", key, "2", "0103", "1,0x"}).err, HasSubstr("\"1,0x\" is not an amount"));
     EXPECT_THAT(run({"assign", key, "x", "0103"}).err, HasSubstr("\"x\" is not the number of a line"));
     EXPECT_EQ(run({"assign", key, "2"}).exitCode, 2);
-    EXPECT_THAT(run({"assign", key, "2", "0103", "900000"}).out, HasSubstr("10025  What was assigned exceeds line 2"));
+    EXPECT_THAT(run({"assign", key, "2", "0103", "900000"}).out,
+                HasSubstr("10025  The assigned amount exceeds line 2"));
     EXPECT_EQ(run({"assign", key, "77", "0103"}).exitCode, 1);
 }
 
@@ -125,8 +126,9 @@ TEST_F(AssignCommandTest, AllFaultsOfASpreadsheetAreReportedAtOnceAndNothingIsSt
                                         "2024/7/1/2,9,,,1,0101\n2024/7/1/2,2,1001,,1,0101\n2024/7/1/2,2,,debit,1,0101\n"
                                         "2024/7/1/2,2,,,1e6,0101\n2024/7/1/999,1,,,1,0101\n")});
     EXPECT_EQ(matter.exitCode, 2);
-    for (const char* fault : {"item \"9999\"", "has no line 9", "that of the line 1122", "the side \"debit\"",
-                              "is more than is left of the line", "There is no voucher 2024/7/1/999"}) {
+    for (const char* fault :
+         {"item \"9999\"", "has no line 9", "differs from the account 1122 of the line", "side \"debit\" differs",
+          "exceeds what is left of the line", "There is no voucher 2024/7/1/999"}) {
         EXPECT_THAT(matter.err, HasSubstr(fault));
     }
     EXPECT_THAT(run({"assign", "--from", sheet("voucher,line\n")}).err, HasSubstr("the column item is missing"));
@@ -154,12 +156,12 @@ TEST_F(AssignCommandTest, ReassignMovesTheRowsOfAnItem) {
         return all;
     };
     EXPECT_THAT(run(with({"--period", "7", "--dry-run"})).out, HasSubstr("Item 0111"));
-    EXPECT_THAT(run(with({"--account", "9999"})).out, HasSubstr("There is no voucher to change."));
+    EXPECT_THAT(run(with({"--account", "9999"})).out, HasSubstr("There are no vouchers to change."));
     EXPECT_TRUE(workbench::sameRows(before, allRows(), true));
     const RunResult moved = run(with({"--json"}));
     EXPECT_EQ(moved.exitCode, 0) << moved.err;
     EXPECT_FALSE(moved.lines().empty());
-    EXPECT_THAT(run(with({})).out, HasSubstr("There is no voucher to change."));
+    EXPECT_THAT(run(with({})).out, HasSubstr("There are no vouchers to change."));
     EXPECT_THAT(run({"log"}).out, HasSubstr("reassign --from 0111 --to 0114 --year 2024"));
     EXPECT_EQ(run({"reassign", "--year", "2024", "--from", "0111", "--to", "9x"}).exitCode, 2);
     EXPECT_EQ(run({"undo", "2"}).exitCode, 0);

@@ -52,7 +52,7 @@ TEST_F(ConnectOptionTest, JoinsLines) {
 
 TEST_F(ConnectOptionTest, NamesAFileThatHoldsNoString) {
     const std::string file = (scratch.path() / "office.txt").string();
-    EXPECT_EQ(refusalOf("\n# nothing but a remark\n"), "The file " + file + " holds no connection string");
+    EXPECT_EQ(refusalOf("\n# nothing but a remark\n"), "The file " + file + " contains no connection string");
     EXPECT_THAT(refusalOf(std::string("\xFF\xFE"
                                       "D\0",
                                       4)),
@@ -79,7 +79,7 @@ TEST_F(ConnectOptionTest, WarnsOfASecretThatOthersCanRead) {
         return runProgram(arguments).err;
     };
     const fs::perms own = fs::perms::owner_read | fs::perms::owner_write;
-    const std::string warning = "z7cf: Warning: the file " + file.string() + " holds a password";
+    const std::string warning = "z7cf: Warning: the file " + file.string() + " contains a password";
     EXPECT_THAT(said(own | fs::perms::others_read), HasSubstr(warning));
     EXPECT_THAT(said(own | fs::perms::others_write), HasSubstr(warning));
     EXPECT_THAT(said(own | fs::perms::others_read), Not(HasSubstr("hush")));

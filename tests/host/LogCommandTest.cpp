@@ -65,7 +65,7 @@ protected:
 
 TEST_F(LogCommandTest, ARunIsNotedWithUserTimeCommandAndVouchers) {
     const RunResult allotted = run({"allot", "--year", "2024", "--period", "7"});
-    EXPECT_THAT(allotted.err, HasSubstr("The log holds this as run 1."));
+    EXPECT_THAT(allotted.err, HasSubstr("Logged as run 1."));
     const auto runs = log();
     ASSERT_EQ(runs.size(), 1U);
     EXPECT_EQ(runs[0]["run"], 1);
@@ -97,7 +97,7 @@ TEST_F(LogCommandTest, UndoingARunRestoresEveryColumnAndIsARunItself) {
     const auto afterSecond = allRows();
     const RunResult undone = run({"undo", "2"});
     EXPECT_EQ(undone.exitCode, 0) << undone.out;
-    EXPECT_THAT(undone.err, HasSubstr("The log holds this as run 3."));
+    EXPECT_THAT(undone.err, HasSubstr("Logged as run 3."));
     EXPECT_TRUE(workbench::sameRows(afterFirst, allRows(), true));
     EXPECT_EQ(log().front()["undoes"], 2);
     EXPECT_EQ(log().at(1)["undoneBy"], 3);
@@ -116,7 +116,7 @@ TEST_F(LogCommandTest, AVoucherThatIsNoLongerAsTheRunLeftItIsRefusedAndNamed) {
     const auto before = allRows();
     const RunResult refused = run({"undo", "1", key});
     EXPECT_EQ(refused.exitCode, 1);
-    EXPECT_THAT(refused.out, HasSubstr(key + "  10024  The rows are no longer what run 1 left"));
+    EXPECT_THAT(refused.out, HasSubstr(key + "  10024  The rows are no longer those that run 1 stored"));
     EXPECT_TRUE(workbench::sameRows(before, allRows(), true));
     const RunResult rest = run({"undo", "1", "--json"});
     EXPECT_EQ(rest.exitCode, 1);
@@ -145,13 +145,13 @@ TEST_F(LogCommandTest, ADryRunShowsWhatWouldBeRestored) {
 }
 
 TEST_F(LogCommandTest, ARunThatTheLogLacksAndAWordThatIsNoRunAreRefused) {
-    EXPECT_THAT(run({"log", "7"}).err, HasSubstr("The log holds no run 7."));
+    EXPECT_THAT(run({"log", "7"}).err, HasSubstr("There is no run 7 in the log."));
     EXPECT_EQ(run({"undo", "7"}).exitCode, 1);
-    EXPECT_THAT(run({"undo", "0"}).err, HasSubstr("\"0\" is not a run"));
+    EXPECT_THAT(run({"undo", "0"}).err, HasSubstr("\"0\" is not the number of a run"));
     EXPECT_EQ(run({"log", "99999999999"}).exitCode, 2);
     EXPECT_EQ(run({"undo"}).exitCode, 2);
     EXPECT_EQ(run({"undo", "1", "x"}).exitCode, 2);
-    EXPECT_THAT(run({"log"}).err, HasSubstr("The log holds no runs."));
+    EXPECT_THAT(run({"log"}).err, HasSubstr("The log contains no runs."));
 }
 
 TEST_F(LogCommandTest, AnAccountWithoutTheLogWorksAndSaysSo) {

@@ -123,9 +123,9 @@ TEST_F(OpenCommandTest, ThePeriodsAreThoseAskedFor) {
         EXPECT_TRUE(key.starts_with("2024/7/") || key.starts_with("2024/9/")) << key;
     }
     EXPECT_EQ(open({"--period", "1"}).exitCode, 0);
-    EXPECT_EQ(open({"--period", "1"}).out, "No voucher is open.\n");
+    EXPECT_EQ(open({"--period", "1"}).out, "No vouchers are open.\n");
     EXPECT_EQ(open({"--period", "1", "--group", "--lang", "zh-CN"}).out, "没有待处理的凭证。\n");
-    EXPECT_EQ(open({"--period", "1", "--lines"}).out, "No voucher is open.\n");
+    EXPECT_EQ(open({"--period", "1", "--lines"}).out, "No vouchers are open.\n");
     EXPECT_EQ(open({"--period", "1", "--json"}).out, "");
 }
 
@@ -234,7 +234,7 @@ TEST_F(OpenCommandTest, ALineWithoutATemplateIsProposedTheItemThatItsAccountHasM
 
 TEST_F(OpenCommandTest, GroupAndLinesGoWithOpenAlone) {
     EXPECT_EQ(run({"vouchers", "--year", "2024", "--lines"}).exitCode, 2);
-    EXPECT_THAT(run({"vouchers", "--year", "2024", "--group"}).err, HasSubstr("--group goes with --open"));
+    EXPECT_THAT(run({"vouchers", "--year", "2024", "--group"}).err, HasSubstr("--group can only be used with --open"));
     EXPECT_THAT(open({"--group", "--lines"}).err, HasSubstr("cannot be used together"));
 }
 

@@ -194,24 +194,24 @@ TEST_F(ServerAccountMakerTest, AnAccountThatIsThereStaysAsItIs) {
     make(few);
     EXPECT_EQ(
         refusal(exitCode::usage, few),
-        "Database company holds gl_accvouch, gl_cashtable, code, fitemss98, GL_CashItemDataSource, "
+        "Database company already contains gl_accvouch, gl_cashtable, code, fitemss98, GL_CashItemDataSource, "
         "GL_VouchDraft, GL_VoucherOption, GL_myoutput, accinformation, dsign, gl_v_accvouch, gl_v_code, "
-        "gl_v_cashtable, GL_V_CashItemDataSource, z7_schema_version, z7_run, z7_run_row already, and nothing was changed; choose another database, or "
-        "take them away first");
+        "gl_v_cashtable, GL_V_CashItemDataSource, z7_schema_version, z7_run, z7_run_row, and nothing was changed; "
+        "choose another database, or remove them first");
     EXPECT_THAT(journalOf("begin"), SizeIs(1)) << "of the first time";
     server.content["other"]["code"];
     string = "DSN=ledger;Database={other}";
-    EXPECT_THAT(refusal(exitCode::usage), HasSubstr("Database other holds code already"));
+    EXPECT_THAT(refusal(exitCode::usage), HasSubstr("Database other already contains code"));
 }
 
 TEST_F(ServerAccountMakerTest, RefusesDatabasesThatCannotHoldAnAccount) {
     string = "Driver={FreeTDS};Server=s;UID=u;PWD=hush";
-    EXPECT_THAT(refusal(exitCode::usage), HasSubstr("\"master\" is a database of the server's own"));
+    EXPECT_THAT(refusal(exitCode::usage), HasSubstr("\"master\" is a database of the server itself"));
     string += ";Database=tempdb";
     EXPECT_THAT(refusal(exitCode::usage), HasSubstr("Database=NAME"));
     string = "Driver={FreeTDS};Server=s;Database=company";
     server.ignoresLetterCase = false;
-    EXPECT_THAT(refusal(exitCode::usage), HasSubstr("tells upper from lower case"));
+    EXPECT_THAT(refusal(exitCode::usage), HasSubstr("is case-sensitive"));
 }
 
 TEST_F(ServerAccountMakerTest, SharesTheSystemDatabaseWithOtherAccounts) {

@@ -61,11 +61,11 @@ TEST(Settings, SwitchTheGuard) {
 
 TEST(Settings, NamesWhatIsWrongAndWhere) {
     EXPECT_EQ(failureOf("account = \"1\"\npassword = \"x\"\n"),
-              "Settings file my.toml, line 2: unknown setting \"password\"; known are account, user, operator, "
+              "Settings file my.toml, line 2: unknown setting \"password\"; the settings are account, user, operator, "
               "accounting_system, language, guard and statement_groups");
     EXPECT_EQ(failureOf("account = 1\n"), "Settings file my.toml, line 1: setting \"account\" must be a text");
     EXPECT_EQ(failureOf("\n\nlanguage = \"fr\"\n"),
-              "Settings file my.toml, line 3: setting \"language\" cannot be \"fr\"");
+              "Settings file my.toml, line 3: setting \"language\" has the invalid value \"fr\"");
     EXPECT_EQ(failureOf("guard = \"false\"\n"),
               "Settings file my.toml, line 1: setting \"guard\" must be true or false");
     EXPECT_THAT(failureOf("user = \"a\"\nuser = \"b\"\n"), HasSubstr("my.toml, line 2: "));
@@ -78,12 +78,13 @@ TEST(Settings, RefusesTooMuchOfEverything) {
     for (int i = 0; i < 40000; ++i) {
         dotted += ".a";
     }
-    const std::string deep = "Settings file my.toml nests too deep; each setting is one line: NAME = \"VALUE\"";
+    const std::string deep =
+        "Settings file my.toml is nested too deeply; write each setting on one line: NAME = \"VALUE\"";
     EXPECT_EQ(failureOf(dotted + " = 1\n"), deep);
     EXPECT_EQ(failureOf("[" + dotted + "]\n"), deep);
     EXPECT_EQ(failureOf("x = {" + dotted + " = 1}\n"), deep);
     EXPECT_THAT(failureOf("x = " + std::string(20000, '[') + "\n"),
-                HasSubstr("my.toml, line 1: this cannot be understood"));
+                HasSubstr("my.toml, line 1: this is not valid TOML"));
     EXPECT_EQ(readSettings("# " + std::string(1000, '.') + "\nuser = \"a.b\"\n", "my.toml", Language::english).user,
               "a.b");
     const ScratchFolder scratch;

@@ -116,7 +116,8 @@ TEST_F(TableFilesTest, ToleratesNoMistakeInTheHeading) {
               "dsign.csv, line 1: the first line must name the columns, but the file is empty");
     EXPECT_THAT(
         refusalOf("dsign; drop table code.csv", "a\n"),
-        StartsWith("dsign; drop table code.csv: the database has no table \"dsign; drop table code\"; tables are "));
+        StartsWith(
+            "dsign; drop table code.csv: the database has no table \"dsign; drop table code\"; its tables are "));
 }
 
 TEST_F(TableFilesTest, WordsEveryReasonInTheUsersLanguage) {
@@ -219,7 +220,7 @@ TEST_F(TableFilesTest, ReportsAllFaultsAtOnce) {
         EXPECT_THAT(failure.lines(),
                     ElementsAre(HasSubstr("code.csv, line 2, column iyear: "),
                                 HasSubstr("code.csv, line 4, column bend: "),
-                                HasSubstr("code.csv, line 5: the key iyear=2024, ccode=1001 is on line 3 already"),
+                                HasSubstr("code.csv, line 5: the key iyear=2024, ccode=1001 is already on line 3"),
                                 HasSubstr("dsign.csv, line 1, column kind: "),
                                 HasSubstr("nothing.csv: the database has no table \"nothing\""),
                                 HasSubstr("ua_period.csv, line 2, column dend: ")));

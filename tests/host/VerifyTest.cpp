@@ -112,7 +112,7 @@ TEST_F(VerifyTest, ComparesTheVersionOfAServersSchema) {
     EXPECT_EQ(newer.exitCode, 1);
     EXPECT_EQ(
         newer.lines()[0],
-        "the account's schema has version 2, but this program works with version 1; use the program of that version");
+        "the account's schema has version 2, but this program requires version 1; use a matching version of the program");
     const auto json = nlohmann::json::parse(verifyOnServer(version(0), {"--json"}).out);
     EXPECT_EQ(json["findings"][0]["kind"], "schema-version");
     EXPECT_THAT(verifyOnServer(version(0), {"--lang", "zh-CN"}).out,
@@ -128,7 +128,8 @@ TEST_F(VerifyTest, RemarksThatAServersSchemaHasNoVersionToRead) {
     for (const RunResult& run : {verifyOnServer(missing), verifyOnServer(denied)}) {
         EXPECT_EQ(run.exitCode, 0) << run.out;
         EXPECT_EQ(run.out, "The files are sound and the tables agree.\n");
-        EXPECT_THAT(run.err, HasSubstr("The schema version was not checked: there is no view z7_schema_version"));
+        EXPECT_THAT(run.err,
+                    HasSubstr("The schema version was not checked: this login cannot read the view z7_schema_version"));
     }
     EXPECT_THAT(verifyOnServer(missing, {"--lang", "zh-CN"}).err, HasSubstr("未检查表结构版本"));
     const auto lost = [](Connection&, const std::string&) -> std::shared_ptr<Recordset> {
@@ -145,9 +146,8 @@ TEST_F(VerifyTest, TakesTheAccountFromItsOnlyPeriods) {
     const std::string settings = scratch.write("s.toml", "account = \"006\"\n").string();
     const RunResult run = runProgram({"verify", file, "--settings", settings});
     EXPECT_EQ(run.exitCode, 1);
-    EXPECT_THAT(run.lines(),
-                Contains("the account 006 has no accounting periods; ua_period has those of 005; look at the "
-                         "account in the settings"));
+    EXPECT_THAT(run.lines(), Contains("account 006 has no accounting periods; ua_period has those of 005; check the "
+                                      "account in the settings"));
 }
 
 TEST_F(VerifyTest, NamesWhatDoesNotAgree) {
@@ -167,9 +167,9 @@ TEST_F(VerifyTest, NamesWhatDoesNotAgree) {
                     "GL_VouchDraft: the item \"8888\" (1 records) is not in the list of items (fitemss98)",
                     "gl_accvouch: the item \"6666\" (1 records) is not in the list of items (fitemss98)",
                     "gl_cashtable: the item \"7777\" (1 records) is not in the list of items (fitemss98)",
-                    "the account \"5555\" of the year 2024 (1 entry lines) is not in the chart of accounts (code)",
-                    "the date 2024-02-01 (1 entry lines) lies in no period of the year 2024 of the account 005",
-                    "the voucher 2024/1/1/2 does not balance: debit 1,234.50, credit 0.00", "Findings: 7, see above."));
+                    "account \"5555\" of the year 2024 (1 entry lines) is not in the chart of accounts (code)",
+                    "the date 2024-02-01 (1 entry lines) is in no accounting period of 2024 of account 005",
+                    "voucher 2024/1/1/2 does not balance: debit 1,234.50, credit 0.00", "Findings: 7, see above."));
     const auto json = nlohmann::json::parse(runProgram({"verify", file, "--json"}).out);
     EXPECT_FALSE(json["holds"].get<bool>());
     std::vector<std::string> kinds;
@@ -209,7 +209,7 @@ TEST_F(VerifyTest, NamesTheFileThatIsDamaged) {
     bytes.close();
     const RunResult run = verify();
     EXPECT_EQ(run.exitCode, 1);
-    EXPECT_THAT(run.out, HasSubstr("the file " + file + " is damaged, restore it from a backup: "));
+    EXPECT_THAT(run.out, HasSubstr("file " + file + " is damaged, restore it from a backup: "));
     EXPECT_THAT(run.out, testing::Not(HasSubstr("zqsystem")));
 }
 

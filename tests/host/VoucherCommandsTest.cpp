@@ -141,8 +141,7 @@ TEST_F(VoucherCommandsTest, AVoucherDatedInAnotherYearIsRefusedAndTheOtherYearsR
     const std::string before = rows("iYear=2023");
     ASSERT_EQ(before, "2023 1 2 0101 0 100\n");
     sql("update gl_accvouch set dbill_date='2023-01-09' where iyear=2024 and ino_id=1");
-    expectRefusedByAll("2024/1/1/1", 10021,
-                       "Line 1 is dated 2023-01-09, which is in no period of the accounting year 2024");
+    expectRefusedByAll("2024/1/1/1", 10021, "Line 1 is dated 2023-01-09, outside the accounting periods of 2024");
     EXPECT_EQ(rows("iYear=2023"), before);
     EXPECT_EQ(rows("iYear=2024"), "2024 2 2 0101 0 30\n") << "the other voucher of the run is stored";
 }
@@ -171,7 +170,7 @@ TEST_F(VoucherCommandsTest, ALineWithoutAnAmountIsTheSameRefusalEverywhere) {
     EXPECT_EQ(Json::parse(check.out).at("error").at("number"), 94);
     EXPECT_EQ(resultsOf({"allot", "--year", "2024", "--json"}, 1).at("2024/1/1/1").at("error").at("number"), 94);
     EXPECT_EQ(resultsOf({"vouchers", "--year", "2024", "--json"}, 1).at("2024/1/1/1").at("error").at("number"), 94);
-    EXPECT_THAT(run({"rows", "2024/1/1/1"}).out, HasSubstr("cannot be worked with: Line 1"));
+    EXPECT_THAT(run({"rows", "2024/1/1/1"}).out, HasSubstr("cannot be processed: Line 1"));
 }
 
 TEST_F(VoucherCommandsTest, AnAmountThatIsMissingOnOneSideOfACashLineIsRefusedEvenWhereRowsAreStored) {
@@ -191,8 +190,8 @@ TEST_F(VoucherCommandsTest, AnItemOfATemplateThatDoesNotExistIsNotStored) {
     const auto results = resultsOf({"allot", "--year", "2024", "--json"}, 1);
     const Json& error = results.at("2024/1/1/1").at("error");
     EXPECT_EQ(error.at("number"), 10022);
-    EXPECT_EQ(error.at("description"), "Line 2: there is no cash-flow item 9999, which comes from the template of 6001 "
-                                       "credit; correct it there, or add the item to fitemss98.");
+    EXPECT_EQ(error.at("description"), "Line 2: cash-flow item 9999 (from the template of 6001 "
+                                       "credit) does not exist; correct it there, or add the item to fitemss98.");
     EXPECT_EQ(error.at("findings")[0].at("origin"), "template");
     EXPECT_EQ(rows(), "") << "the save was rolled back";
 }
@@ -201,8 +200,7 @@ TEST_F(VoucherCommandsTest, AnItemOfTheLineThatDoesNotExistIsNotStored) {
     sql("update gl_accvouch set citem_class=N'98',citem_id=N'8888' where ino_id=1 and inid=2");
     const RunResult refused = run({"save", "2024/1/1/1"});
     EXPECT_EQ(refused.exitCode, 1);
-    EXPECT_THAT(refused.err,
-                HasSubstr("Line 2: there is no cash-flow item 8888, which comes from the line's auxiliary item"));
+    EXPECT_THAT(refused.err, HasSubstr("Line 2: cash-flow item 8888 (from the line's auxiliary item) does not exist"));
     EXPECT_EQ(rows(), "");
 }
 
@@ -216,7 +214,7 @@ TEST_F(VoucherCommandsTest, AnItemOfADocumentThatDoesNotExistIsNotStored) {
     const std::string before = rows();
     const RunResult refused = run({"import", "2024/1/1/1", file});
     EXPECT_EQ(refused.exitCode, 1);
-    EXPECT_THAT(refused.err, HasSubstr("there is no cash-flow item 9999, which comes from the document"));
+    EXPECT_THAT(refused.err, HasSubstr("cash-flow item 9999 (from the document) does not exist"));
     EXPECT_EQ(rows(), before);
 }
 
@@ -228,7 +226,7 @@ TEST_F(VoucherCommandsTest, StoredRowsThatNoReaderFindsAreKeptAndNamed) {
         const RunResult refused = run({command, "2024/1/1/1"});
         EXPECT_EQ(refused.exitCode, 1);
         EXPECT_THAT(refused.out + refused.err,
-                    HasSubstr("Line 2: there is no cash-flow item 7777, which comes from the stored row"));
+                    HasSubstr("Line 2: cash-flow item 7777 (from the stored row) does not exist"));
     }
     EXPECT_EQ(rows(), before) << "somebody's work is not overwritten";
     const std::string file = scratch.write("rows.xml", run({"export", "2024/1/1/1", "--generate"}).out).string();
@@ -243,7 +241,7 @@ TEST_F(VoucherCommandsTest, ImportRefusesADocumentThatHoldsNoRows) {
     for (const char* text : {"<html><body>x</body></html>", "<root/>", "<root><row/></root>", "<rows/>"}) {
         const RunResult refused = run({"import", "2024/1/1/1", scratch.write("page.xml", text).string()});
         EXPECT_EQ(refused.exitCode, 1) << text;
-        EXPECT_THAT(refused.err, HasSubstr("Error 10023: The document does not hold cash-flow rows")) << text;
+        EXPECT_THAT(refused.err, HasSubstr("Error 10023: The document does not contain cash-flow rows")) << text;
         EXPECT_EQ(rows(), before) << text;
     }
 }
@@ -268,7 +266,7 @@ TEST_F(VoucherCommandsTest, ImportRefusesTheRowsOfAnotherVoucherUnlessForced) {
     const std::string file = scratch.write("rows.xml", run({"export", "2024/1/1/2"}).out).string();
     const RunResult refused = run({"import", "2024/1/1/1", file});
     EXPECT_EQ(refused.exitCode, 1);
-    EXPECT_THAT(refused.err, HasSubstr("Error 10023: The document holds rows of voucher ?/1/1/2; --force stores"));
+    EXPECT_THAT(refused.err, HasSubstr("Error 10023: The document contains rows of voucher ?/1/1/2; --force stores"));
     EXPECT_EQ(rows(), before);
     EXPECT_EQ(run({"import", "2024/1/1/1", file, "--force"}).exitCode, 0);
     EXPECT_EQ(rows(), "2024 1 2 0101 0 30\n2024 2 2 0101 0 30\n");
@@ -303,9 +301,8 @@ TEST_F(VoucherCommandsTest, AnAccountWithoutPeriodsIsSaidByEveryCommandAlike) {
                                                                                          {"export", "2024/1/1/1"}}) {
         const RunResult refused = run(command);
         EXPECT_EQ(refused.exitCode, 3) << testing::PrintToString(command);
-        EXPECT_EQ(refused.err,
-                  "z7cf: Account 001 has no accounting periods; look at the account in the settings and at the "
-                  "table ua_period\n");
+        EXPECT_EQ(refused.err, "z7cf: Account 001 has no accounting periods; check the account in the settings and the "
+                               "table ua_period\n");
         EXPECT_EQ(refused.out, "");
     }
     EXPECT_EQ(rows(), "");
@@ -386,7 +383,7 @@ TEST_F(VoucherCommandsTest, RowsThatAreStoredTwiceAreNamedAsSuch) {
     const RunResult check = run({"check", "2024/1/1/1"});
     EXPECT_EQ(check.exitCode, 1);
     EXPECT_THAT(check.out, HasSubstr("its rows 140.00 debit: 70.00 debit too much is allocated."));
-    EXPECT_THAT(check.out, HasSubstr("1 rows are stored twice; without the doubles the rows match."));
+    EXPECT_THAT(check.out, HasSubstr("1 rows are stored twice; without the duplicates the rows match."));
     const Json json = Json::parse(run({"check", "2024/1/1/1", "--json"}).out);
     EXPECT_EQ(json.at("error").at("findings")[1].at("kind"), "rows-doubled");
 }

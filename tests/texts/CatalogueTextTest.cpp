@@ -104,7 +104,7 @@ TEST(CatalogueText, FillsPlacesAndANullWithNothing) {
 TEST(CatalogueText, TheQuestionWhetherToReplaceATemplateReadsWell) {
     CatalogueText english(Language::english);
     EXPECT_EQ(english.Text("Z7.CW.GL.CashFlow.00065") + english.Text("Z7.CW.GL.CashFlow.00038"),
-              "There is a template for this account and side already. Replace it?");
+              "A template for this account and side already exists. Replace it?");
     CatalogueText chinese(Language::chinese);
     EXPECT_EQ(chinese.Text("Z7.CW.GL.CashFlow.00065") + chinese.Text("Z7.CW.GL.CashFlow.00038"),
               "该科目在此方向上已有取数关系，是否覆盖？");

@@ -48,7 +48,7 @@ STORED = [["2", "6001", "0.0", "1347.0", "0101"], ["3", "222102", "0.0", "175.11
 
 def ended(window, code=0):
     equal(window.until_ended(), code)
-    remarks = r"Nothing was saved\.|The log holds this as run \d+\."
+    remarks = r"Nothing was saved\.|Logged as run \d+\."
     equal([line for line in window.error_text().splitlines() if not re.fullmatch(remarks, line)], [])
 
 
@@ -186,10 +186,10 @@ def a_template_is_saved_and_replaced_after_a_question(screen, program):
     if first == "question":  # the sample company has this template
         window.until(icon="32", default="yes")
         window.keys("Return")
-    window.until(top="Cash flow", box="notice", prompt="The template is saved.")
+    window.until(top="Cash flow", box="notice", prompt="The template was saved.")
     window.keys("Return", top=TITLE)
     window.click("cmdTemplate", top="Cash flow", box="question", icon="32", default="yes",
-                 prompt="There is a template for this account and side already. Replace it?")
+                 prompt="A template for this account and side already exists. Replace it?")
     window.keys("Tab", default="no")
     window.keys("Return", top=TITLE)
     window.click("cmdCancel")
@@ -245,7 +245,7 @@ def an_outside_voucher_is_not_saved_when_its_item_is_gone(screen, program):
         desk.execute("delete from fitemss98 where citemcode='0101'")
     window.keys("F6")
     equal(window.until_ended(), 1)
-    assert "there is no cash-flow item 0101" in window.error_text(), window.error_text()
+    assert "cash-flow item 0101 (from " in window.error_text(), window.error_text()
     equal(company.rows("2024/3/1/2"), [])
 
 

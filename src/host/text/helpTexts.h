@@ -15,7 +15,7 @@ inline constexpr std::array<HostTextEntry, 118> helpTexts = [] {
         HostTextEntry{T::helpGroup, "与 --open 同用：按原因、科目和方向汇总",
                       "With --open: by reason, account and side"},
         HostTextEntry{T::helpLines, "与 --open 同用：列出待分配的分录和建议项目",
-                      "With --open: the lines that lack a row, with a proposed item"},
+                      "With --open: the unallocated lines, with a proposed item"},
         HostTextEntry{T::helpWhy, "显示每行的现金流量项目从何而来", "Show where the item of each row comes from"},
         HostTextEntry{T::helpVoucher, "显示一张凭证的分录及各分录的现金流量行",
                       "Show the lines of a voucher with their rows"},
@@ -44,12 +44,12 @@ inline constexpr std::array<HostTextEntry, 118> helpTexts = [] {
         HostTextEntry{T::helpStatement, "编制现金流量表，并与现金科目核对",
                       "Draw up the cash-flow statement and prove it against the cash accounts"},
         HostTextEntry{T::helpBy, "每月、每季或全年一栏：month、quarter、year",
-                      "A column for each month, quarter or the year"},
-        HostTextEntry{T::helpByCurrency, "另按币种列示原币金额", "Show each item in its currencies as well"},
+                      "One column per month, per quarter, or for the year"},
+        HostTextEntry{T::helpByCurrency, "另按币种列示原币金额", "Show the items by currency as well"},
         HostTextEntry{T::helpOpening, "账套启用前的期初余额，写作 科目=金额；可写多次",
                       "Balance before the ledger's first voucher, as ACCOUNT=AMOUNT; may be repeated"},
         HostTextEntry{T::helpHtml, "另存为一个可打印的网页文件",
-                      "Write a page that prints well to this new file as well"},
+                      "Also write a page for printing (HTML) to this new file"},
         HostTextEntry{T::helpCsv, "以 CSV 格式输出", "Write CSV, for a spreadsheet"},
         HostTextEntry{T::helpOutputFile, "输出到新文件", "Write to this new file instead of standard output"},
         HostTextEntry{T::examplesStatement,
@@ -84,7 +84,8 @@ inline constexpr std::array<HostTextEntry, 118> helpTexts = [] {
                       "  z7cf undo company.db 3 2024/6/2/10"},
         HostTextEntry{T::helpShowChanges, "只逐行显示变动：全部回滚",
                       "Only show the changes, row by row: roll everything back"},
-        HostTextEntry{T::helpAssign, "把分录的金额指定到现金流量项目", "Put the amounts of lines on cash-flow items"},
+        HostTextEntry{T::helpAssign, "把分录的金额指定到现金流量项目",
+                      "Assign the amounts of lines to cash-flow items"},
         HostTextEntry{T::helpAssignLine, "分录号，例如 2", "Number of the line, such as 2"},
         HostTextEntry{T::helpAssignItems, "项目（编码或名称）及金额；可重复，最后一个可以不写金额",
                       "Item, by code or name, and its amount; may be repeated, and the last amount left out"},
@@ -92,13 +93,12 @@ inline constexpr std::array<HostTextEntry, 118> helpTexts = [] {
                       "CSV file of lines with their items filled in; - for standard input"},
         HostTextEntry{T::helpClear, "删除一张凭证的全部现金流量行", "Remove all rows of a voucher"},
         HostTextEntry{T::helpReassign, "把一个项目的现金流量行改到另一个项目", "Move the rows of one item to another"},
-        HostTextEntry{T::helpReassignFrom, "原项目（编码或名称）", "The item that the rows have, by code or name"},
-        HostTextEntry{T::helpReassignTo, "新项目（编码或名称）", "The item that they get, by code or name"},
+        HostTextEntry{T::helpReassignFrom, "原项目（编码或名称）", "Item to move rows from, by code or name"},
+        HostTextEntry{T::helpReassignTo, "新项目（编码或名称）", "Item to move rows to, by code or name"},
         HostTextEntry{T::helpReassignAccount, "只改这个科目的行", "Only the rows on this account"},
-        HostTextEntry{T::helpRegenerateRows, "重新生成，替换已存的行",
-                      "Generate the rows anew in place of stored ones"},
+        HostTextEntry{T::helpRegenerateRows, "重新生成，替换已存的行", "Replace stored rows by newly generated ones"},
         HostTextEntry{T::helpKeepItems, "重新生成时，没有找到项目的分录保留已存的项目",
-                      "Lines for which that finds no item keep the stored one"},
+                      "With --regenerate: lines for which no item is found keep the stored one"},
         HostTextEntry{T::examplesAssign,
                       "例：\n"
                       "  z7cf assign company.db 2024/6/2/10 1 0114\n"
@@ -124,9 +124,9 @@ inline constexpr std::array<HostTextEntry, 118> helpTexts = [] {
                       "Edit a voucher of another subsystem: its table and its outside key"},
         HostTextEntry{T::helpEditYear, "外部凭证的会计年度；默认为其日期所在年度",
                       "Accounting year of an outside voucher; by default the year of its date"},
-        HostTextEntry{T::helpReadOnly, "只能查看，不能修改", "Look at the rows without changing them"},
-        HostTextEntry{T::helpRegenerate, "忽略已存的行，重新从凭证取数",
-                      "Begin with rows generated from the voucher instead of the stored ones"},
+        HostTextEntry{T::helpReadOnly, "只能查看，不能修改", "View the rows without changing them"},
+        HostTextEntry{T::helpRegenerate, "忽略已存的行，从凭证重新取数",
+                      "Start with rows generated from the voucher instead of the stored ones"},
         HostTextEntry{T::helpWidths, "编辑窗口保存的列宽", "Column widths stored by the edit window"},
         HostTextEntry{T::helpReset, "清除所有语言的列宽，恢复默认", "Remove the stored widths of all languages"},
         HostTextEntry{T::examplesEdit,
@@ -154,38 +154,37 @@ inline constexpr std::array<HostTextEntry, 118> helpTexts = [] {
         HostTextEntry{T::helpRequired, "（必需）", " (required)"},
         HostTextEntry{T::helpExcludes, "（不能与 {0} 同时使用）", " (not together with {0})"},
         HostTextEntry{T::helpProgram, "把总账凭证的现金收支分配到现金流量项目。",
-                      "Allots the cash movements of ledger vouchers to cash-flow items."},
+                      "Allocates the cash movements of ledger vouchers to cash-flow items."},
         HostTextEntry{T::helpInit, "建立账套数据库：空的、示例公司的或来自 CSV 文件的",
-                      "Make an account's database: empty, with the sample company, or from CSV files"},
+                      "Create an account's database: empty, with the sample company, or from CSV files"},
         HostTextEntry{T::helpVouchers, "列出某年度或期间的凭证及其现金流量状况",
-                      "List the vouchers of a year or period and how their rows stand"},
+                      "List the vouchers of a year or period and the state of their rows"},
         HostTextEntry{T::helpRows, "显示一张凭证已存的或新生成的现金流量行及检查结果",
-                      "Show the stored or freshly generated rows of a voucher and the verdict on them"},
+                      "Show the stored or newly generated rows of a voucher, with the verdict"},
         HostTextEntry{T::helpCheck, "检查一张凭证已存的现金流量行是否与凭证相符",
                       "Check whether the stored rows of a voucher match it"},
         HostTextEntry{T::helpSave, "保存一张凭证的现金流量行；没有已存的行就先生成",
-                      "Save the rows of a voucher, generating them where none are stored"},
+                      "Save the rows of a voucher, generating them if none are stored"},
         HostTextEntry{T::helpAllot, "为某年度或期间的每张凭证生成、检查并保存现金流量行",
                       "Generate, check and save the rows of every voucher of a year or period"},
         HostTextEntry{T::helpVerify, "检查账套的文件是否完好，各表的内容是否一致",
                       "Check whether an account's files are sound and its tables agree"},
         HostTextEntry{T::helpExport, "把一张凭证的现金流量行写成 XML", "Write the rows of a voucher as XML"},
         HostTextEntry{T::helpImport, "用 XML 中的行替换一张凭证的现金流量行",
-                      "Store the rows of an XML document in place of a voucher's own"},
+                      "Replace the rows of a voucher by those of an XML document"},
         HostTextEntry{T::helpOutside, "其他子系统凭证的现金流量行：显示、生成、检查、保存",
                       "The rows of a voucher of another subsystem: show, generate, check, save"},
         HostTextEntry{T::helpVoucherXml, "显示以 XML 交来的凭证的现金流量行",
-                      "Show the rows of a voucher that is handed over as XML"},
+                      "Show the rows of a voucher given as XML"},
         HostTextEntry{T::helpSampleXml, "写出示例公司的 XML 文件", "Write the XML documents of the sample company"},
         HostTextEntry{T::helpLang, "输出的语言：zh-CN 或 en", "Language of the output: zh-CN or en"},
-        HostTextEntry{T::helpQuiet, "不显示提示消息和进度", "No notices and no progress"},
-        HostTextEntry{T::helpJson, "输出 JSON，供程序读取", "Write JSON for machines"},
+        HostTextEntry{T::helpQuiet, "不显示提示消息和进度", "No remarks and no progress bar"},
+        HostTextEntry{T::helpJson, "输出 JSON，供程序读取", "Write JSON, for programs"},
         HostTextEntry{T::helpSettings, "设置文件（TOML）；默认为 ~/.config/z7cf/settings.toml",
                       "Settings file (TOML); by default ~/.config/z7cf/settings.toml"},
         HostTextEntry{
-            T::helpConnect, "连接串，代替 FILE；“@文件”表示从文件读取；也可用环境变量 Z7CF_CONNECT",
-            "Connection string in place of FILE; @FILE reads it from a file. Without it, that of the variable "
-            "Z7CF_CONNECT"},
+            T::helpConnect, "连接字符串，代替 FILE；“@文件”表示从文件读取；也可用环境变量 Z7CF_CONNECT",
+            "Connection string in place of FILE; @FILE reads it from a file; by default that of the environment variable Z7CF_CONNECT"},
         HostTextEntry{T::helpVersion, "显示版本", "Show the version"},
         HostTextEntry{T::helpHelp, "显示帮助", "Show this help"},
         HostTextEntry{T::helpFile, "账套数据库文件", "Database file of the account"},
@@ -196,57 +195,56 @@ inline constexpr std::array<HostTextEntry, 118> helpTexts = [] {
                       "This accounting period only, or a range such as 1-3"},
         HostTextEntry{T::helpGenerate, "显示由凭证新生成的行，而不是已存的行",
                       "Show rows generated from the voucher instead of the stored ones"},
-        HostTextEntry{T::helpDryRun, "只试运行：每张凭证都回滚", "Try only: roll every voucher back"},
+        HostTextEntry{T::helpDryRun, "只试运行：每张凭证都回滚", "Dry run: roll back every voucher"},
         HostTextEntry{T::helpAll, "列出全部被拒绝的凭证，而不只是前 20 张",
                       "List all refused vouchers, not only the first 20"},
-        HostTextEntry{T::helpSample, "装入随程序提供的示例公司",
-                      "Fill it with the sample company that comes with the program"},
+        HostTextEntry{T::helpSample, "装入随程序提供的示例公司", "Load the built-in sample company"},
         HostTextEntry{T::helpFrom, "装入此文件夹中以表名命名的 CSV 文件",
-                      "Fill it from the CSV files of this folder, which are named after the tables"},
+                      "Load the CSV files of this folder, which are named after the tables"},
         HostTextEntry{T::helpSet, "账套选项，可重复：bCashCode=true",
                       "Account option, may be repeated: bCashCode=true"},
         HostTextEntry{T::helpRowsXml, "行的 XML 文件；- 为标准输入", "XML document with rows; - is standard input"},
         HostTextEntry{T::helpForce, "即使文件属于另一张凭证也保存",
-                      "Store the rows even if they are another voucher's"},
+                      "Store the rows even if they belong to another voucher"},
         HostTextEntry{T::helpAction, "rows、generate、check 或 save", "rows, generate, check or save"},
         HostTextEntry{T::helpTable, "存放凭证分录的表", "Table that holds the voucher's lines"},
         HostTextEntry{T::helpOutKey, "凭证在其子系统中的键（coutno_id）",
                       "Key of the voucher in its subsystem (coutno_id)"},
         HostTextEntry{
             T::helpOutsideXml, "rows、generate：写入此文件；save：从此文件读取行；- 为标准输出或输入",
-            "rows, generate: write the document there; save: take the rows from there; - is standard output or "
-            "input"},
+            "rows, generate: write the document to this file; save: read the rows from it; - is standard output or input"},
         HostTextEntry{T::helpVoucherFile, "凭证的 XML 文件；- 为标准输入",
                       "XML document of the voucher; - is standard input"},
         HostTextEntry{T::helpXmlYear, "会计年度；默认为 dbill_date 的年份",
                       "Accounting year; by default that of dbill_date"},
         HostTextEntry{T::helpCreate, "由凭证分录生成行，而不是已存的行",
-                      "Rows generated from the lines instead of the stored ones"},
+                      "Show rows generated from the lines instead of the stored ones"},
         HostTextEntry{T::helpAsXml, "输出行的 XML", "Write the rows as XML"},
         HostTextEntry{T::helpFolder, "文件夹", "Folder"},
-        HostTextEntry{T::examplesProgram,
-                      "例：\n"
-                      "  z7cf init company.db --sample\n"
-                      "  z7cf allot company.db --year 2024\n"
-                      "  z7cf help allot\n"
-                      "退出码：0 完成，1 有凭证被拒绝或不存在，2 用法错误，3 数据库或输出错误，130/143 被中断",
-                      "Examples:\n"
-                      "  z7cf init company.db --sample\n"
-                      "  z7cf allot company.db --year 2024\n"
-                      "  z7cf help allot\n"
-                      "Exit codes: 0 done, 1 some voucher refused or not there, 2 usage, 3 database or output, 130/143 "
-                      "interrupted"},
+        HostTextEntry{
+            T::examplesProgram,
+            "例：\n"
+            "  z7cf init company.db --sample\n"
+            "  z7cf allot company.db --year 2024\n"
+            "  z7cf help allot\n"
+            "退出码：0 完成，1 有凭证被拒绝或不存在，2 用法错误，3 数据库或输出错误，130/143 被中断",
+            "Examples:\n"
+            "  z7cf init company.db --sample\n"
+            "  z7cf allot company.db --year 2024\n"
+            "  z7cf help allot\n"
+            "Exit codes: 0 done, 1 a voucher refused or missing, 2 wrong usage, 3 database or output error, 130/143 "
+            "interrupted"},
         HostTextEntry{
             T::examplesInit,
-            "用 --connect 时，账套建在连接串中 Database= 指明的数据库里；该数据库和 zqsystem "
+            "用 --connect 时，账套建在连接字符串中 Database= 指明的数据库里；该数据库和 zqsystem "
             "不存在时先建立，已有账套的表则拒绝。其余全部在一个事务中完成；出错或中断不留下任何东西。\n"
             "例：\n"
             "  z7cf init company.db --sample --set bCashCode=true\n"
             "  z7cf init journal.db --from ./tables\n"
             "  z7cf init --connect @office.txt --sample",
-            "With --connect the account goes into the database that the string names with Database=. That database "
-            "and zqsystem are made if they are not there; one that holds an account's tables is refused. All else "
-            "is one transaction, and a failure or an interruption leaves nothing behind.\n"
+            "With --connect the account is created in the database that the string names with Database=. That database "
+            "and zqsystem are created if they do not exist; a database with an account's tables is refused. Everything "
+            "else is one transaction: an error or an interruption leaves nothing behind.\n"
             "Examples:\n"
             "  z7cf init company.db --sample --set bCashCode=true\n"
             "  z7cf init journal.db --from ./tables\n"
