@@ -20,7 +20,7 @@ endif()
 add_library(z7_options INTERFACE)
 target_compile_features(z7_options INTERFACE cxx_std_20)
 target_compile_options(z7_options INTERFACE -Wall -Wextra -Wpedantic $<$<BOOL:${Z7_WARNINGS_AS_ERRORS}>:-Werror>)
-# g++ 12 sees overlapping copies in std::string's own assignments, where there are none.
+# g++ 12 falsely reports overlapping copies in std::string's own assignments.
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
   target_compile_options(z7_options INTERFACE -Wno-restrict)
 endif()
@@ -43,13 +43,13 @@ function(z7_library name)
 endfunction()
 
 # z7_quick_build(TARGET): compiles without optimisation, whatever the build type. For code that does little work itself, such as
-# tests: it takes half the time to build, and the library that the tests call stays as the build type wants it.
+# tests: they build in half the time, and the library under test is still compiled as the build type says.
 function(z7_quick_build target)
   target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:GNU,Clang,AppleClang>:-O0 -g1>)
 endfunction()
 
-# z7_embed_scripts(ADAPTER FOLDER result) puts the scripts of schema/FOLDER into an adapter: nothing is read from a folder at run
-# time. The result is the source file that holds them.
+# z7_embed_scripts(ADAPTER FOLDER result) embeds the scripts of schema/FOLDER in an adapter, so that no files are read at run time.
+# The result is the source file that contains them.
 function(z7_embed_scripts adapter folder result)
   set(scripts account_tables.sql account_views.sql log_tables.sql system_tables.sql)
   list(TRANSFORM scripts PREPEND ${PROJECT_SOURCE_DIR}/schema/${folder}/)

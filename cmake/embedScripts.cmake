@@ -1,4 +1,4 @@
-# Writes the scripts of the list SCRIPTS as texts into the source file OUTPUT; a script x/y.sql becomes scripts::y of the
+# Writes the scripts of the list SCRIPTS as string constants to the source file OUTPUT; a script x/y.sql becomes scripts::y in the
 # namespace z7::cashflow::ADAPTER, declared in adapters/ADAPTER/scripts.h.
 set(content "#include \"adapters/${ADAPTER}/scripts.h\"\n\nnamespace z7::cashflow::${ADAPTER}::scripts {\n")
 foreach(script IN LISTS SCRIPTS)

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Checks that the sources are formatted as clang-format 14 does it (other versions break lines elsewhere); --fix
-# formats them. The formatter leaves comments alone, so their width is checked here. Ends with 77, a skip, where that
-# version is not installed.
+# Checks that the sources are formatted as by clang-format 14 (other versions break lines differently); --fix formats
+# them. The formatter leaves comments alone, so their width is checked here. Exits with 77 (skipped) if that version is
+# not installed.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 

@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
-"""Checks the direction of the includes in src/, folder by folder. An arrow that points up fails the test run.
+"""Checks the direction of the includes in src/, folder by folder. An include that goes upwards fails the test run.
 
 check_includes.py [SRC]      checks a source tree, by default the one beside this script
-check_includes.py --self-test  plants one wrong arrow of each kind in a temporary tree and looks whether each is found
+check_includes.py --self-test  plants one wrong include of each kind in a temporary tree and checks that each is found
 """
 
 import pathlib
@@ -10,10 +10,10 @@ import re
 import sys
 import tempfile
 
-# From the bottom up: a folder of the library sees itself and what stands before it.
+# From the bottom up: a folder of the library may include itself and the folders before it.
 LAYERS = ["support", "ports", "statements", "model", "data", "providers", "dialog"]
 
-# What each adapter sees besides itself: the arrows of the picture in ARCHITECTURE.md.
+# What each adapter may include besides itself: the arrows of the picture in ARCHITECTURE.md.
 ADAPTERS = {
     "shared": ["z7cashflow/support", "z7cashflow/ports"],
     "tsql": ["z7cashflow/support", "adapters/shared"],
@@ -24,7 +24,7 @@ ADAPTERS = {
 }
 
 # Headers of other projects and of the system, by the folder whose .cpp files may include them (the whole name, or a folder).
-# A header of ours includes nothing of the kind, but for the exceptions below.
+# Our own headers may not include them, except as listed below.
 FOREIGN = {
     "z7cashflow/support": ["libxml/", "utf8proc.h"],
     "adapters/sqlite": ["sqlite3.h", "fcntl.h", "sys/stat.h", "unistd.h", "windows.h"],  # the system's for fileSystem.cpp
@@ -53,7 +53,7 @@ INCLUDE = re.compile(r'^\s*#\s*include\s*(?:"([^"]+)"|<([^>]+)>)')
 
 
 def folder_of(path):
-    """The folder that a rule speaks of: "host", or the first two parts, as in "adapters/sqlite"."""
+    """The folder to which a rule refers: "host", or the first two parts, as in "adapters/sqlite"."""
     parts = path.split("/")
     return parts[0] if parts[0] in ("host", "texts", "workbench") else "/".join(parts[:2])
 
@@ -84,10 +84,10 @@ def matches(name, prefixes):
 
 
 def complaint(file, quoted, angled):
-    """What is wrong with one include of a file (path from src), or nothing."""
+    """What is wrong with one include of a file (path below src), or None."""
     folder = folder_of(file)
     if not is_known(folder):
-        return f"{folder} is no folder that the rules know: add it to check_includes.py and to ARCHITECTURE.md"
+        return f"{folder} is an unknown folder: add it to check_includes.py and to ARCHITECTURE.md"
     own = quoted or angled
     if own.split("/")[0] in ("z7cashflow", "workbench", "texts", "adapters", "host"):
         if angled:

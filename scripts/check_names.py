@@ -3,13 +3,13 @@
 
 - X.cpp defines what X.h of the same folder declares. Parts of a long class are Class_part.cpp beside Class.h.
 - A capital letter means that the header defines a type of that name.
-- A small letter means a header of free routines or constants. The types that they take, return or raise may stand beside them,
-  but are not the header's main content: routines are more than twice as many as types with operations of their own (errors
-  aside), and constants and routines together at least as many as types.
+- A small letter means a header of free functions or constants. The types that they take, return or raise may be declared there,
+  too, but are not the header's main content: there are more than twice as many functions as types with operations of their own
+  (errors aside), and constants and functions together are at least as many as types.
 
-The list of the headers that are not installed has to name headers that exist.
+The list of headers that are not installed must name existing headers.
 
-    check_names.py [SRC]      names every breach and ends with 1 if there is one
+    check_names.py [SRC]      reports every breach and exits with 1 if there is one
     check_names.py --self-test
 """
 import pathlib
@@ -17,8 +17,7 @@ import re
 import sys
 import tempfile
 
-# Files that break a rule, by their folders, each with the reason. An entry that breaks nothing is a finding as well. Those of
-# adapters/sqlite and adapters/tsql, and those "to be" something, are renamed as soon as what is being written there has landed.
+# Files that break a rule, by folder, each with the reason. An entry that breaks no rule is a finding as well.
 EXCEPTIONS = {
     "adapters/tsql": {
         "shape.h": "holds Shape and Literal",
@@ -38,7 +37,7 @@ EXCEPTIONS = {
         "places.h": "the kinds of places that a statement has, a small type for each",
     },
 }
-# Folders whose sources define nothing but a factory that a header elsewhere declares, so that they need no header of their own.
+# Folders whose sources define only a factory that a header elsewhere declares, so that they need no header of their own.
 FACTORIES = {"host/commands": "Command.cpp"}
 
 COMMENT_OR_TEXT = re.compile(r'//[^\n]*|/\*.*?\*/|R"(\w*)\(.*?\)\1"|"(?:[^"\\\n]|\\.)*"|(?<![\w])\'(?:[^\'\\\n]|\\.)+\'', re.S)
@@ -48,7 +47,7 @@ NAME = re.compile(r"((?:~?\w+(?:<[^<>]*>)?::)*(?:~?\w+|operator\s*[^\s(]+|operat
 
 
 class Declared:
-    """What a file holds at the level of namespaces: types (with the number of their own operations) and routines."""
+    """The declarations of a file at namespace level: types (with the number of their own operations) and functions."""
 
     def __init__(self):
         self.types = {}
@@ -63,7 +62,7 @@ def without_comments(text):
 
 
 def name_before_arguments(head):
-    """The routine's name in the text before a body or a semicolon; nothing if that declares no routine."""
+    """The name of the function that a text before a body or semicolon declares; None if it declares none."""
     depth = 0
     for i, c in enumerate(head):
         if c == "<":
@@ -85,14 +84,14 @@ def name_before_arguments(head):
 
 
 def is_value(head, stack):
-    """Whether a brace after this text opens a value, as in arguments or in a constructor's list, and no block."""
+    """Whether a brace after this text begins a value, as in arguments or in an initializer list, and not a block."""
     if stack and stack[-1] == "value":
         return True
     return head.count("(") > head.count(")") or re.search(r"\)\s*(?:noexcept\s*)?:\s.*[\w>]\s*$", head, re.S) is not None
 
 
 def read(text):
-    """Walks over a file's text; blocks are taken for what the text before their brace says."""
+    """Scans a file; a block is classified by the text before its brace."""
     declared = Declared()
     stack = []  # of "namespace", "hidden" (an unnamed one), "type NAME", "value" (braces of an expression) and "other"
     head = ""

@@ -21,7 +21,7 @@ import tempfile
 # Options without a test of their own, as (command, option), with the reason.
 EXCEPTED_OPTIONS = {}
 
-# Options of the program that need a test with each command all the same, because each command answers them in its own way.
+# Options of the program that need a test with each command nevertheless, because each command handles them in its own way.
 OWN_TO_EACH_COMMAND = {"--json"}
 
 

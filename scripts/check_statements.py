@@ -1,11 +1,11 @@
 #!/usr/bin/env python3
-"""Checks that the statements of the library stand in src/z7cashflow/statements alone, and that each is tested.
+"""Checks that the statements of the library are only in src/z7cashflow/statements, and that each is tested.
 
 check_statements.py [ROOT]     checks a project, by default the one that holds this script
-check_statements.py --self-test  plants one finding of each kind in a temporary project and looks whether each is found
+check_statements.py --self-test  plants one finding of each kind in a temporary project and checks that each is found
 
-A string literal elsewhere in src/z7cashflow that reads like a part of a statement is a finding. So is a statement whose constant
-and name differ, or whose constant is named in no source below tests/statements.
+A string literal elsewhere in src/z7cashflow that looks like part of a statement is a finding. So is a statement whose constant
+and name differ, or whose constant does not occur in tests/statements.
 """
 
 import pathlib
@@ -23,12 +23,12 @@ STATEMENT = re.compile(
 )
 CONSTANT = re.compile(r'^inline\s+constexpr\s+Statement<[^>]*>\s+(\w+)\s*\{\s*"([^"]*)"', re.M)
 
-# Literals outside the folder that read like a statement and are none, as (file below src/z7cashflow, text), with the reason.
+# Literals outside the folder that look like a statement but are not, as (file below src/z7cashflow, text), with the reason.
 EXCEPTED = {}
 
 
 def literals(text):
-    """The string literals of a source with the lines that they begin on; those that only blanks part are one."""
+    """The string literals of a source with the lines on which they begin; adjacent literals are joined."""
     for found in LITERAL.finditer(text):
         if found.group(1) is not None:
             yield text.count("\n", 0, found.start()) + 1, re.sub(r'"\s*"', "", found.group(1)).strip('"')

@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
-# Runs clang-tidy 14 over every source of the product that a build folder compiles.
+# Runs clang-tidy 14 on every source of the product that a build folder compiles.
 #   check_tidy.sh BUILD [JOBS] [PATTERN]
-#     BUILD    a configured build folder, which holds compile_commands.json
-#     JOBS     how many at once, by default one for each processor
+#     BUILD    a configured build folder with a compile_commands.json
+#     JOBS     number of parallel jobs, by default one per processor
 #     PATTERN  only sources whose path matches this regular expression, by default all in src/
-# Ends with 77, which is a skip, where that version is not to be had.
+# Exits with 77 (skipped) if that version is not installed.
 set -euo pipefail
 build=${1:?which build folder?}
 jobs=${2:-$(nproc)}
@@ -27,16 +27,16 @@ fi
 output=$(mktemp)
 trap 'rm -f "$output"' EXIT
 code=0
-# The build may be g++'s, whose own warning options clang does not know.
+# If the build is by g++, clang does not know all of its warning options.
 $runner -quiet -clang-tidy-binary "$(command -v $tidy)" -p "$build" -j "$jobs" \
     -extra-arg=-Wno-unknown-warning-option "$pattern" >"$output" 2>&1 || code=$?
 sed -i 's/\x1b\[[0-9;]*m//g' "$output"
-# Each source is announced by its command and closed by a count of what was left out; neither is a finding.
+# For each source clang-tidy prints its command and a count of suppressed warnings; neither is a finding.
 grep -Ev '^[^ ]*clang-tidy[^ ]* |^[0-9]+ warnings? generated|^Suppressed |^Use -header-filter|^$' "$output" || true
 checked=$(grep -Ec '^[^ ]*clang-tidy[^ ]* ' "$output" || true)
 if [ "$checked" -eq 0 ]; then
     echo "no source matches $pattern" >&2
     exit 2
 fi
-echo "clang-tidy looked at $checked sources."
+echo "clang-tidy checked $checked sources."
 exit $code

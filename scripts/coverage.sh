@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
-# Builds with instrumentation, runs the tests, and prints how many lines and branches they reach, by folder of src.
+# Builds with instrumentation, runs the tests, and prints line and branch coverage by folder of src.
 #   coverage.sh [--report] [--json] [PATTERN]
-#     --report  measures nothing anew: prints the figures of the last run
-#     --json    prints them for machines
-#     PATTERN   lists the lines that no test reaches as well, of the sources whose path matches this regular expression
-# A branch counts as reached in each direction that was taken. It is no part of the test run.
+#     --report  only prints the figures of the last run
+#     --json    prints them as JSON
+#     PATTERN   also lists the uncovered lines of the sources whose path matches this regular expression
+# The two directions of a branch are counted separately. This is not part of the test run.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
@@ -31,9 +31,9 @@ if [ -z "$report" ]; then
     cmake --preset coverage
     cmake --build --preset coverage -j "$(nproc)"
     rm -rf $build/profiles
-    # A pool of files for each program, into which its runs are merged as they end.
+    # A set of profile files for each program, into which its runs are merged when they end.
     LLVM_PROFILE_FILE="$PWD/$build/profiles/%4m.profraw" ctest --preset coverage -j "$(nproc)" --quiet ||
-        echo "Some tests failed; the figures are those of what ran." >&2
+        echo "Some tests failed; the figures cover what ran." >&2
     llvm-profdata-$version merge -sparse $build/profiles/*.profraw -o $build/coverage.profdata
 fi
 

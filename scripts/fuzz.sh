@@ -2,8 +2,8 @@
 # Runs one fuzz target under the address and undefined-behaviour sanitizers: scripts/fuzz.sh NAME SECONDS
 #   NAME     a folder of fuzz/, such as collection_load
 #   SECONDS  how long to run; 0 runs until a finding
-# Needs clang with its libFuzzer (Debian: clang, libclang-rt-dev). Builds in build/fuzz, or in Z7_FUZZ_BUILD if that is set;
-# the corpus grows there, in corpus/NAME, and findings come to findings/NAME. Ends with 0 if there was no finding.
+# Needs clang with libFuzzer (Debian: clang, libclang-rt-dev). Builds in build/fuzz, or in Z7_FUZZ_BUILD if that is set. The
+# generated corpus is kept there in corpus/NAME, findings in findings/NAME. Exits with 0 if there was no finding.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
@@ -44,9 +44,9 @@ if [ ${#found[@]} -gt 0 ]; then
     echo "Findings of $name:"
     printf '  %s\n' "${found[@]}"
     echo "Run one again:        $build/bin/fuzz_$name FILE"
-    echo "Make it smaller:      $build/bin/fuzz_$name -minimize_crash=1 -max_total_time=60 FILE"
-    echo "Make it a kept case:  copy it to fuzz/$name/crashes/ under a name that says what it shows, then mend the"
-    echo "                      cause; it replays from then on as the test fuzz.$name.crashes.THAT_NAME."
+    echo "Minimize it:          $build/bin/fuzz_$name -minimize_crash=1 -max_total_time=60 FILE"
+    echo "Keep it as a test:    copy it to fuzz/$name/crashes/ under a name that says what it shows, and fix the"
+    echo "                      cause; from then on it is replayed by the test fuzz.$name.crashes.THAT_NAME."
     [ "$status" -ne 0 ] || status=1
 fi
 exit "$status"

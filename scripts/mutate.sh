@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
-# Changes the library in small ways, one at a time, and looks whether a test notices. Survivors stand in build/mutate/survivors.md.
-# Options are those of scripts/lib/mutate.py; --help explains them. It is no part of the test run.
+# Makes small changes to the library, one at a time, and checks whether a test detects each. Survivors are listed in
+# build/mutate/survivors.md. The options are those of scripts/lib/mutate.py, see --help. This is not part of the test run.
 #   mutate.sh --most 200 --seed 7
-#   mutate.sh --most 20 providers/      only in sources whose path matches
+#   mutate.sh --most 20 providers/      only sources whose path matches
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 

@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
-# Takes the pictures of docs/pictures anew: the dialog and its pop-ups in both languages, on a virtual screen.
+# Creates the pictures of docs/pictures: the dialog and its pop-ups in both languages, on a virtual screen.
 #   pictures.sh Z7CF [SCALE [FOLDER]]
 #     Z7CF    the built program, with windows
-#     SCALE   1 (the default) or 2, the enlargement of the screen
+#     SCALE   1 (the default) or 2, the scale factor of the screen
 #     FOLDER  where the pictures go, by default docs/pictures
-# Installs what is missing.
+# Installs missing packages.
 set -euo pipefail
 program=$(realpath "${1:?which z7cf?}")
 scale=${2:-1}

@@ -1,16 +1,16 @@
 #!/usr/bin/env bash
-# From a bare Debian to a company's vouchers allocated to cash-flow items: installs what is missing, builds the program,
-# makes the sample company, allocates its year and shows some of what came of it.
+# From an empty Debian system to the allocated vouchers of a company: installs missing packages, builds the program, creates the
+# sample company, allocates its year and shows some of the results.
 #
-# Takes root, or sudo, only where packages are missing. Writes nothing outside build/, and removes no database there. Ends with 0 if
-# all went as it should; the sample holds vouchers that have to be refused, so a refusal is no failure here. The headings are
-# English; the program itself follows LANG.
+# Needs root or sudo only if packages are missing. Writes only to build/, and does not remove databases there. Exits with 0 if
+# everything went as expected; the sample contains vouchers that must be refused, so refusals are not a failure here. Headings
+# are in English; the program uses the language of LANG.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 . scripts/lib/steps.sh
 . scripts/lib/packages.sh
 
-# The first of build/sample, build/sample-2 ... that is not there: somebody may have gone on with the database in an earlier one.
+# The first of build/sample, build/sample-2 ... that does not exist, because an earlier database may still be in use.
 new_folder() {
     local folder=build/sample number=1
     while [ -e "$folder" ]; do
@@ -21,12 +21,12 @@ new_folder() {
     printf '%s\n' "$folder"
 }
 
-# Shows a command that may end with 1, since the sample wants some vouchers refused.
+# Runs a command that may exit with 1, because some vouchers of the sample are refused.
 shown_with_refusals() {
     local outcome=0
     shown "$@" || outcome=$?
     if [ "$outcome" -gt 1 ]; then
-        echo "$1 $2 ended with $outcome" >&2
+        echo "$1 $2 exited with $outcome" >&2
         exit "$outcome"
     fi
 }
@@ -50,11 +50,11 @@ shown_with_refusals z7cf allot "$sample/company.db" --year "$year"
 step "The vouchers of January"
 shown z7cf vouchers "$sample/company.db" --year "$year" --period 1
 
-# The first voucher of January that got rows.
+# The first voucher of January with rows.
 voucher=$(z7cf vouchers "$sample/company.db" --year "$year" --period 1 --json |
     sed -n '/"stored":[1-9]/s/.*"voucher":"\([^"]*\)".*/\1/p' | sed -n 1p)
 if [ -z "$voucher" ]; then
-    echo "No voucher of January has rows: the allocation did not do its work." >&2
+    echo "No voucher of January has rows: the allocation failed." >&2
     exit 1
 fi
 step "The rows of voucher $voucher"

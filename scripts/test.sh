@@ -1,16 +1,16 @@
 #!/usr/bin/env bash
-# Installs what is missing, builds, and runs every test and every check:
-#   1. a build by clang with address and undefined-behaviour sanitizers, whose findings are fatal, and all tests in it;
-#   2. a build by g++ with warnings as errors, all tests in it, and the checks of the house: clang-tidy, format,
-#      directions of includes, names of files, a test for every option, a project that uses the installed package.
-# What apt and the compilers write goes to build/log. The last lines are ctest's own. Any failure ends the script with a
-# code other than 0, after both builds were tested.
+# Installs missing packages, builds, and runs all tests and checks:
+#   1. a clang build with address and undefined-behaviour sanitizers, whose findings are fatal, and all its tests;
+#   2. a g++ build with warnings as errors, all its tests, and the checks: clang-tidy, format, direction of includes,
+#      file names, a test for every option, a project that uses the installed package.
+# The output of apt and of the compilers goes to build/log; the last lines are those of ctest. If anything fails, the
+# script exits with a code other than 0, after both builds were tested.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 . scripts/lib/steps.sh
 . scripts/lib/packages.sh
 
-# Objects that the compiler cache holds serve every clone, wherever it lies.
+# Lets clones in other folders share the objects of the compiler cache.
 export CCACHE_BASEDIR="$PWD" CCACHE_NOHASHDIR=1
 
 step "Packages"

@@ -34,7 +34,7 @@ def share(part, whole):
 
 
 def read(path):
-    """The figures of each source below src, and its lines that were not reached."""
+    """The figures of each source below src, and its uncovered lines."""
     figures, missed, source = {}, collections.defaultdict(list), None
     for line in pathlib.Path(path).read_text(encoding="utf-8").splitlines():
         key, _, value = line.partition(":")

@@ -23,7 +23,7 @@ import time
 ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
 LIBRARY = "src/z7cashflow"
 
-# The test programs from the ground up. A mutant of a folder meets its own program first, then those above, then those below.
+# The test programs from the bottom up. For a mutant of a folder its own program is run first, then those above, then those below.
 PROGRAMS = ["test_support", "test_statements", "test_model", "test_data", "test_providers", "test_dialog", "test_outside", "test_shared", "test_host"]
 
 Mutant = collections.namedtuple("Mutant", "file line kind before after text start end")
@@ -41,12 +41,12 @@ STATEMENT = re.compile(r"^[ \t]+(?!return\b|throw\b|case\b|using\b|static_assert
 
 
 def masked(text):
-    """The text with comments, literals and directives blanked out, every place kept."""
+    """The text with comments, literals and directives replaced by blanks, so that positions are kept."""
     return HIDDEN.sub(lambda found: re.sub(r"[^\n]", " ", found.group()), text)
 
 
 def changes(text):
-    """Every change that is tried on a source: (kind, start, end, replacement)."""
+    """All mutations of a source: (kind, start, end, replacement)."""
     code = masked(text)
     for kind, pairs in SWAPS.items():
         for before, after in pairs:
@@ -72,7 +72,7 @@ def changes(text):
 
 
 def matching(code, start):
-    """The place of the parenthesis that closes the one at start."""
+    """The position of the parenthesis that closes the one at start."""
     depth = 0
     for i in range(start, len(code)):
         depth += {"(": 1, ")": -1}.get(code[i], 0)
@@ -90,7 +90,7 @@ def mutants_of(path):
 
 
 def key_of(mutant):
-    """A name that lasts as long as the source around the change stays as it is."""
+    """A key that is stable as long as the source around the mutation does not change."""
     whole = hashlib.sha256(mutant.text.encode()).hexdigest()[:16]
     return f"{mutant.file}:{mutant.kind}:{whole}"
 
@@ -110,7 +110,7 @@ class Build:
         return subprocess.run(["ninja", "-C", self.folder, *arguments], check=True, capture_output=True, text=True).stdout
 
     def make(self):
-        """Builds the programs as they are, runs each once and notes how long it takes."""
+        """Builds the unchanged programs, runs each once and measures its time."""
         self.ninja(*self.programs)
         self.link, self.seconds = {}, {}
         for name in self.programs:
@@ -133,7 +133,7 @@ class Build:
         return run.returncode == 0
 
     def order(self, file):
-        """The programs by their distance from a source."""
+        """The programs, sorted by their distance from a source."""
         own = "test_" + file.split("/")[2]
         place = PROGRAMS.index(own) if own in PROGRAMS else 0
         rank = {name: PROGRAMS.index(name) if name in PROGRAMS else len(PROGRAMS) for name in self.programs}

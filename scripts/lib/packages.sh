@@ -2,15 +2,15 @@
 # Installs the Debian packages that are missing. To be sourced after steps.sh; needs bash.
 #
 # install_packages LIST GROUP...
-#   LIST   file with a group and a package on each line; of alternatives "a|b" the first that the system knows is taken
+#   LIST   file with a group and a package on each line; of alternatives "a|b" the first known to the system is used
 #   GROUP  the groups to install
-# Where nothing is missing, nothing is run and no right to install is needed.
+# If nothing is missing, nothing is run, and no permission to install is needed.
 
 package_is_installed() {
     [ "$(dpkg-query -W -f='${db:Status-Status}' "$1" 2>/dev/null)" = installed ]
 }
 
-# The packages of the groups, one a line, alternatives as written.
+# The packages of the groups, one per line, alternatives as written.
 packages_of_groups() {
     local list=$1 group package wanted
     shift
@@ -21,7 +21,7 @@ packages_of_groups() {
     done < <(sed -e 's/#.*//' "$list")
 }
 
-# Those of them of which no alternative is installed.
+# Those of which no alternative is installed.
 packages_missing() {
     local line alternative found
     local -a alternatives
@@ -35,7 +35,7 @@ packages_missing() {
     done < <(packages_of_groups "$@")
 }
 
-# The first alternative that the system's package lists know.
+# The first alternative in the system's package lists.
 package_to_install() {
     local alternative
     local -a alternatives
@@ -59,7 +59,7 @@ install_packages() {
     local line
     local -a missing names=() privilege=()
     if ! command -v dpkg-query >/dev/null || ! command -v apt-get >/dev/null; then
-        echo "This is no Debian system: install the counterparts of $1 by hand, then build with CMake." >&2
+        echo "This is not a Debian system: install the equivalents of $1 yourself, then build with CMake." >&2
         return 1
     fi
     mapfile -t missing < <(packages_missing "$@")

@@ -1,5 +1,5 @@
 # shellcheck shell=bash
-# What the scripts of the house have in common: headings, output that goes to a file, and the build. To be sourced; needs bash.
+# What the scripts have in common: headings, output to a file, and the build. To be sourced; needs bash.
 
 logs=build/log
 
@@ -11,7 +11,7 @@ shown() {
     "$@"
 }
 
-# Copies what comes in to a file. On a terminal the last counter "[n/m]" of a build, or else the number of lines, is shown on one line.
+# Copies standard input to a file. On a terminal it shows the last counter "[n/m]" of a build, or the number of lines, on one line.
 keep_in() {
     local log=$1 line count=0 counter=""
     if [ ! -t 1 ]; then
@@ -30,7 +30,7 @@ keep_in() {
     printf '\r%-20s\r' ""
 }
 
-# logged NAME COMMAND...: runs a command whose output goes to build/log/NAME.log. Where it fails, the end of the log is shown.
+# logged NAME COMMAND...: runs a command with its output in build/log/NAME.log. If it fails, the end of the log is shown.
 logged() {
     local log=$logs/$1.log outcome
     shift
