@@ -13,7 +13,7 @@ struct sqlite3;
 
 namespace z7::cashflow::bench {
 
-/// A folder of its own for the files of a benchmark, removed at the end.
+/// A temporary folder for the files of a benchmark, removed at the end.
 class ScratchFolder {
 public:
     ScratchFolder();
@@ -26,10 +26,10 @@ private:
     std::filesystem::path folder_;
 };
 
-/// Copies an account that no one has open, with the files beside it.
+/// Copies an account that is not open, with the files beside it.
 void copyAccount(const std::filesystem::path& from, const std::filesystem::path& to);
 
-/// An opened account in one year, with a user logged in, as a host has it.
+/// An account opened in one year, with a user logged in, as in a host.
 class Account {
 public:
     Account(const std::filesystem::path& file, std::int16_t year);
@@ -44,20 +44,20 @@ private:
     VoucherProvider provider_;
 };
 
-/// A statement as the database library got it, and the number of the session that ran it.
+/// A statement as passed to the database library, and the number of its session.
 struct RecordedStatement {
     int session = 0;
     std::string text;
 };
 
-/// The floor: statements on bare sessions of the database library, prepared and stepped one by one.
+/// The floor: statements on bare sessions of the database library, each prepared and executed separately.
 class BareReplay {
 public:
     BareReplay(const std::filesystem::path& file, std::int16_t year, const std::vector<RecordedStatement>& statements);
     ~BareReplay();
     BareReplay(const BareReplay&) = delete;
     BareReplay& operator=(const BareReplay&) = delete;
-    /// Runs them all; ends the program if one fails.
+    /// Runs all of them; ends the program if one fails.
     void run();
 
 private:
@@ -65,11 +65,11 @@ private:
     std::map<int, sqlite3*> sessions_;
 };
 
-/// A bare session of the database library on an account, with what the schema needs. The caller closes it.
+/// Opens a bare session of the database library on an account, with what the schema needs. The caller closes it.
 [[nodiscard]] sqlite3* openBare(const std::filesystem::path& file, std::int16_t year);
-/// The number that a query of one number gives, on a session of its own.
+/// The result of a query for one number, on a separate session.
 [[nodiscard]] double number(const std::filesystem::path& file, const std::string& query);
-/// Runs statements of the database library's own dialect.
+/// Runs statements in the database library's own dialect.
 void runBare(const std::filesystem::path& file, const std::string& statements);
 
 } // namespace z7::cashflow::bench

@@ -13,7 +13,7 @@ namespace z7::cashflow::bench {
 
 BareOdbc::BareOdbc(const std::string& connectionString) {
     require(SQL_SUCCEEDED(SQLAllocHandle(SQL_HANDLE_ENV, nullptr, &environment_)), "the driver manager");
-    // ODBC passes whole numbers of attributes as pointers.
+    // ODBC passes integer attributes as pointers.
     auto* const version = reinterpret_cast<SQLPOINTER>(SQL_OV_ODBC3); // NOLINT(performance-no-int-to-ptr)
     SQLSetEnvAttr(environment_, SQL_ATTR_ODBC_VERSION, version, 0);
     require(SQL_SUCCEEDED(SQLAllocHandle(SQL_HANDLE_DBC, environment_, &connection_)), "the connection's handle");

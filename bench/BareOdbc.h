@@ -8,29 +8,31 @@
 
 namespace z7::cashflow::bench {
 
-/// A session made of bare ODBC calls: the floor of what an adapter costs. A call that fails ends the program.
+/// A session of bare ODBC calls: the floor for an adapter. A call that fails ends the program.
 class BareOdbc {
 public:
-    /// Takes what the driver manager gets.
+    /// Takes the string that the driver manager gets.
     explicit BareOdbc(const std::string& connectionString);
     BareOdbc(const BareOdbc&) = delete;
     BareOdbc& operator=(const BareOdbc&) = delete;
     ~BareOdbc();
 
-    /// How the columns of a text's result are fetched: as the adapter fetches them.
+    /// How the columns of a statement's result are fetched: in the same way as by the adapter.
     [[nodiscard]] std::vector<odbc::FetchAs> fetchPlan(const std::string& text);
-    /// Runs a text and fetches each value of its result; gives the number of rows. An empty plan fetches nothing.
+    /// Runs a statement and fetches each value of its result; returns the number of rows. With an empty plan
+    /// nothing is fetched.
     std::size_t run(const std::string& text, const std::vector<odbc::FetchAs>& plan);
-    /// The same with variables that are bound to the columns once for the whole result. Texts are cut at 4,095 bytes.
+    /// The same with variables bound to the columns once for the whole result. Texts are truncated at 4,095
+    /// bytes.
     std::size_t runBound(const std::string& text, const std::vector<odbc::FetchAs>& plan);
-    /// The same, and every value as text, null as "null".
+    /// The same, returning every value as text, null as "null".
     std::vector<std::string> values(const std::string& text, const std::vector<odbc::FetchAs>& plan);
 
 private:
     void execute(const std::string& text);
     [[nodiscard]] bool fetch();
     void require(bool succeeded, const std::string& what) const;
-    /// The value of the current row's column; text_ holds it if it is one.
+    /// Fetches the value of a column of the current row; a text is stored in text_.
     long readLength(int position, odbc::FetchAs fetchAs);
 
     struct Bound {

@@ -8,10 +8,11 @@
 #include <string>
 #include <vector>
 
-/// What the benchmarks share: timing in turns, medians, and the refusal to print a figure of a result that is wrong.
+/// Shared by the benchmarks: timing in alternation, medians, and verification of results before figures are
+/// printed.
 namespace z7::cashflow::bench {
 
-/// Seconds that an action takes.
+/// The seconds that an action takes.
 inline double seconds(const std::function<void()>& action) {
     const auto start = std::chrono::steady_clock::now();
     action();
@@ -23,7 +24,7 @@ inline double median(std::vector<double> values) {
     return values[values.size() / 2];
 }
 
-/// Ends the program unless a result is right: a figure of a wrong result means nothing.
+/// Ends the program unless a result is right: figures of a wrong result are meaningless.
 inline void require(bool right, const std::string& what) {
     if (!right) {
         std::fprintf(stderr, "wrong result: %s\n", what.c_str());
@@ -31,11 +32,11 @@ inline void require(bool right, const std::string& what) {
     }
 }
 
-/// Two ways to the same result, taken in turns so that a machine that slows down slows both.
+/// Two ways to the same result, measured in alternation so that a machine that becomes slower affects both.
 struct Compared {
     double own = 0.0;   ///< median seconds of the library
     double floor = 0.0; ///< median seconds of the floor
-    double ratio = 0.0; ///< median of the ratios turn by turn
+    double ratio = 0.0; ///< median of the ratios of the rounds
 };
 
 inline Compared compare(int turns, const std::function<double()>& own, const std::function<double()>& floor) {

@@ -1,7 +1,7 @@
-// Allotting a journal, beside the same statements, already rewritten, replayed in the same transactions on the bare
-// database library, prepared and stepped one by one.
+// Allocating a journal, compared with the same statements, already rewritten, replayed in the same transactions on the
+// bare database library, each prepared and executed separately.
 //
-//   bench_allot                  the sample company laid down ten times
+//   bench_allot                  ten copies of the sample company
 //   bench_allot FOLDER YEAR      a folder of table files
 
 #include "Account.h"
@@ -23,7 +23,7 @@ using namespace z7::cashflow;
 
 constexpr int turns = 7;
 
-// Nine more copies of every voucher, under numbers of their own.
+// Nine more copies of every voucher, with new numbers.
 void layDownTenTimes(const std::filesystem::path& file) {
     for (const std::string table : {"gl_accvouch", "gl_cashtable"}) {
         for (int copy = 1; copy < 10; ++copy) {
@@ -67,7 +67,7 @@ int main(int argc, char** argv) {
         layDownTenTimes(pristine);
     }
 
-    // Once with a recorder, for the floor's statements.
+    // Once with a recorder, for the statements of the floor.
     std::vector<bench::RecordedStatement> statements;
     std::vector<workbench::VoucherHead> vouchers;
     Totals expected;

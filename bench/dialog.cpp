@@ -1,5 +1,6 @@
-// Opening the dialog on vouchers of 10 and 1,000 rows, beside its statements replayed on the bare database library,
-// each on as many sessions, which it opens itself; and what the keys of an edit cost at either length.
+// Opening the dialog for vouchers of 10 and 1,000 rows, compared with its statements replayed on the bare database
+// library on the same number of sessions, which each side opens itself; and the time for the keys of an edit with
+// both numbers of rows.
 
 #include "Account.h"
 #include "Measure.h"
@@ -22,7 +23,7 @@ constexpr int turns = 7;
 const Date date = Date::fromCivil(year, 1, 15);
 using Form = test::RecordingForm;
 
-// One line on a cash account and one more than the rows against it, each with a template for its account and side.
+// One line on a cash account, and as many others as there are rows, each with a template for its account and side.
 void makeVoucher(const std::filesystem::path& file, int number, int rows) {
     bench::runBare(
         file, "insert into gl_accvouch (iyear,iperiod,isignseq,ino_id,inid,dbill_date,csign,cdigest,ccode,md,mc,md_f,"
@@ -40,7 +41,7 @@ void storeRows(bench::Account& account, int number) {
     connection.CommitTrans();
 }
 
-/// Gives the dialog its sessions, and notes what runs on them while there is a list to note it in.
+/// Provides the dialog's sessions, and records their statements while there is a list for them.
 class Sessions final : public ConnectionFactory {
 public:
     [[nodiscard]] std::unique_ptr<Connection> create(const std::string& /*connectionString*/) override {
@@ -60,7 +61,7 @@ private:
     int made_ = 0;
 };
 
-/// Shows the dialog on a voucher. Seconds until it waits for the user, who is played then.
+/// Opens the dialog for a voucher. Returns the seconds until it waits for the user; then acts as the user.
 double open(int number, const std::shared_ptr<test::RecordingDialogFactory>& factory,
             const std::function<void(Form&)>& user) {
     clsMain entry;
@@ -77,7 +78,7 @@ double open(int number, const std::shared_ptr<test::RecordingDialogFactory>& fac
     return taken;
 }
 
-/// Median microseconds of each edit that a user makes in the middle of the rows.
+/// Median microseconds of each edit of a user in the middle of the rows.
 std::map<std::string, double> edits(Form& form) {
     constexpr int repeats = 41;
     auto& grid = form.cells;
@@ -124,7 +125,7 @@ int main() {
         const int rows = voucher.second;
         makeVoucher(file, number, rows);
         storeRows(account, number);
-        open(number, factory, [](Form&) {}); // stores the widths of the columns
+        open(number, factory, [](Form&) {}); // stores the column widths
         std::vector<bench::RecordedStatement> statements;
         sessions->list = &statements;
         open(number, factory, [&](Form& form) {

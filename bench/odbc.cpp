@@ -40,7 +40,7 @@ std::string adapterText(const std::filesystem::path& file) {
     return driverText(file) + ";year=" + std::to_string(year);
 }
 
-// A statement of the library, and the texts that it is rewritten to, each with the way to fetch its result.
+// A statement of the library, and the texts to which it is rewritten, each with the way to fetch its result.
 struct Statement {
     struct Rewritten {
         std::string text;
@@ -56,7 +56,7 @@ bool isOfTransaction(const std::string& text) {
            text == "DELETE FROM main.accinformation WHERE 0";
 }
 
-// What the library sends while it allots every voucher of the sample company.
+// The statements that the library sends while it allocates every voucher of the sample company.
 std::vector<Statement> recordedStatements(const std::filesystem::path& file) {
     std::vector<Statement> statements;
     bench::Account account(file, year);
@@ -76,8 +76,8 @@ std::vector<Statement> recordedStatements(const std::filesystem::path& file) {
     return statements;
 }
 
-// The sessions of one replay. The first is the host's, which has all its work in one transaction: a commit waits for
-// the disk, which would hide what is measured.
+// The sessions of one replay. The first is that of the host, with all its work in one transaction: a commit waits
+// for the disk, which would hide the difference.
 template <class Session> class Sessions {
 public:
     Sessions(const std::vector<Statement>& statements, const std::function<std::unique_ptr<Session>()>& open) {
@@ -135,7 +135,7 @@ struct Paths {
     std::filesystem::path bare;
 };
 
-// Runs every statement once on either side, compares all values, and notes how the bare side fetches.
+// Runs every statement once on both sides, compares all values, and records how the bare side fetches.
 void checkStatements(const Paths& paths, std::vector<Statement>& statements) {
     bench::copyAccount(paths.pristine, paths.own);
     bench::copyAccount(paths.pristine, paths.bare);
@@ -161,7 +161,7 @@ std::size_t rowsOf(Recordset& records) {
     return records.State() == ObjectState::Open ? static_cast<std::size_t>(records.RecordCount()) : 0;
 }
 
-// The replays of the recorded statements. A turn begins with fresh files; opening and closing are not timed.
+// The replays of the recorded statements. Each round begins with new files; opening and closing are not measured.
 class Replays {
 public:
     Replays(const Paths& paths, const std::vector<Statement>& statements) : paths_(paths), statements_(statements) {}
@@ -219,7 +219,7 @@ void measureStatements(const Paths& paths) {
                 statements.size(), replays.ownRows, result.own * each, result.floor * each, result.ratio);
 }
 
-// A voucher of many lines, each like a line of the sample company.
+// A voucher with many lines, each like a line of the sample company.
 void makeLongVoucher(const std::filesystem::path& file) {
     std::string statements = "create temp table lines as select * from gl_accvouch where iyear=2024 limit 500;"
                              "update lines set iperiod=1, isignseq=1, ino_id=9000, inid=rowid - 500;";

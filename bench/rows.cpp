@@ -1,4 +1,4 @@
-// Making, filling and reading 100,000 rows: time and bytes a row.
+// Creating, filling and reading 100,000 rows: time and bytes per row.
 
 #include "Measure.h"
 

@@ -1,6 +1,5 @@
-// Stands before the C library (LD_PRELOAD) and makes every flush to the disk take as long as Z7_FLUSH_MICROSECONDS
-// says, so that a run can be timed as on a disk of that kind. At the end it writes how many flushes there were to the
-// error stream.
+// A preloaded library (LD_PRELOAD) that makes every flush to the disk take Z7_FLUSH_MICROSECONDS, so that a run can
+// be timed as on such a disk. At the end it writes the number of flushes to standard error.
 
 #include <dlfcn.h>
 

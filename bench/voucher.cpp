@@ -1,4 +1,4 @@
-// Generating, checking and saving the rows of one voucher of 10, 100, 1,000 and 10,000 lines: what a line costs must
+// Generating, checking and saving the rows of one voucher of 10, 100, 1,000 and 10,000 lines: the time per line must
 // not grow with the voucher.
 
 #include "Account.h"
@@ -18,7 +18,7 @@ constexpr std::int16_t year = 2024;
 constexpr int turns = 5;
 const Date date = Date::fromCivil(year, 1, 15);
 
-// One line on a cash account and the others against it, each with a template for its account and side.
+// One line on a cash account and the others on the opposite side, each with a template for its account and side.
 void makeVoucher(const std::filesystem::path& file, int number, int lines) {
     bench::runBare(
         file, "insert into gl_accvouch (iyear,iperiod,isignseq,ino_id,inid,dbill_date,csign,cdigest,ccode,md,mc,md_f,"

@@ -1,5 +1,5 @@
-// Putting a voucher of 10,000 lines from XML into a table, beside the same inserts prepared once on the bare database
-// library.
+// Storing a voucher of 10,000 lines from XML in a table, compared with the same inserts prepared once on the bare
+// database library.
 
 #include "Account.h"
 #include "Measure.h"
@@ -36,7 +36,7 @@ void step(sqlite3_stmt* statement) {
     sqlite3_reset(statement);
 }
 
-// The same table and the same values, each insert a transaction of its own as Update makes it.
+// The same table and values, with each insert in its own transaction as by Update.
 double floorOf(sqlite3* handle, const std::string& table, int lines) {
     return bench::seconds([&] {
         sqlite3_stmt* insert = nullptr;
@@ -94,7 +94,7 @@ int main() {
                 return time;
             },
             [&] {
-                // An empty voucher gives a table of the same shape.
+                // An empty voucher creates a table of the same shape.
                 std::uint8_t period = 0;
                 std::int16_t kind = 0;
                 std::int32_t number = 0;

@@ -1,5 +1,5 @@
-// Feeds files to a fuzz target without the fuzzer: replay_NAME FILE-OR-FOLDER...
-// Ends with 0 if none of them is a finding, with 1 if there is nothing to replay; a finding ends the process at once.
+// Passes files to a fuzz target without the fuzzer: replay_NAME FILE-OR-FOLDER... Exits with 0 if none of them is a
+// finding, with 1 if there is nothing to replay; a finding ends the process at once.
 
 #include "fuzz/target.h"
 
@@ -34,9 +34,10 @@ bool replay(const fs::path& path) {
         std::cerr << path.string() << " cannot be read\n";
         return false;
     }
-    std::cout << path.filename().string() << std::endl; // told before it runs: a finding ends the process
+    std::cout << path.filename().string() << std::endl; // written first, because a finding ends the process
     const std::string input((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
-    const std::vector<std::uint8_t> bytes(input.begin(), input.end()); // its end is where a sanitizer watches
+    // A copy of exactly this size, so that a sanitizer detects reads beyond the end.
+    const std::vector<std::uint8_t> bytes(input.begin(), input.end());
     LLVMFuzzerTestOneInput(bytes.data(), bytes.size());
     return true;
 }

@@ -6,13 +6,12 @@
 #include <iostream>
 #include <string_view>
 
-/// Runs one input. A finding ends the process: a sanitizer's, an exception that gets out, or a property that does not
-/// hold.
+/// Runs one input. A finding ends the process: by a sanitizer, an uncaught exception, or a violated property.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 
 namespace z7::cashflow::fuzz {
 
-/// Ends the process, with the reason on the error stream, unless a property holds.
+/// Ends the process, with the reason on standard error, unless a property holds.
 inline void require(bool holds, std::string_view property) {
     if (!holds) {
         std::cerr << "does not hold: " << property << std::endl;

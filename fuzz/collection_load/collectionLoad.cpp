@@ -1,4 +1,4 @@
-// Collection XML: what Load takes, Save gives back, and what it refuses leaves the rows as they were.
+// Collection XML: Save returns what Load accepted, and refused text leaves the rows unchanged.
 
 #include "doubles/FakeLogin.h"
 #include "fuzz/target.h"
@@ -17,8 +17,8 @@ namespace {
 
 using Collection = std::shared_ptr<CashFlowCollection>;
 
-// The document writes white space in a value as it is, and a reader takes each such character, and each line break of
-// two, for one blank.
+// The document writes white space in a value unchanged, and a reader turns each such character, and each line break
+// of two, into one blank.
 std::string readBack(const std::string& text) {
     std::string blanks;
     for (std::size_t at = 0; at < text.size(); ++at) {
@@ -29,7 +29,8 @@ std::string readBack(const std::string& text) {
     return blanks;
 }
 
-// A field of this name, from an attribute such as p:xmlns, is a declaration when it is written without its prefix.
+// A field of this name, from an attribute such as p:xmlns, becomes a declaration when it is written without its
+// prefix.
 bool declaresNamespace(const CashFlowCollection& rows) {
     return std::any_of(rows.begin(), rows.end(), [](const auto& row) {
         const auto& names = row->Fields();

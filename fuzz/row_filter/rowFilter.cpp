@@ -1,4 +1,4 @@
-// Filters: a text is refused with a told reason, or gives the rows that a look at each row gives.
+// Filters: a text is refused with a documented reason, or selects the same rows as a check of each row.
 
 #include "adapters/shared/recordset/RowFilter.h"
 #include "fuzz/target.h"

@@ -1,5 +1,5 @@
-// Statements: under the policy a value is refused with error 10020, or it arrives whole as the one literal, or the one
-// name, that the statement has a place for.
+// Statements: under the policy a value is refused with error 10020, or it becomes exactly the one literal or name
+// for which the statement has a place.
 
 #include "adapters/tsql/tokens.h"
 #include "fuzz/target.h"
@@ -23,7 +23,7 @@ namespace {
 
 using namespace statements;
 
-/// The values of an input, which come from its lines of fields.
+/// The values of an input, from its lines of fields.
 struct Values {
     std::string table = "t";
     std::string column = "c";
@@ -97,7 +97,7 @@ std::string trimmed(const std::string& text) {
 
 bool hasSign(const std::string& number) { return number.starts_with('-') || number.starts_with('+'); }
 
-/// What honest values of the same kinds would be: the sign of a number is a token of its own.
+/// Harmless values of the same kinds; the sign of a number is a token of its own.
 Values honest(const Values& in) {
     Values list;
     for (std::size_t at = 0; at < list.numbers.size(); ++at) {
@@ -107,7 +107,7 @@ Values honest(const Values& in) {
     return list;
 }
 
-/// The tokens of a text; a finding if it has none.
+/// Passes the tokens of a text to use; a finding if it cannot be split into tokens.
 void requireTokens(const std::string& text, const std::function<void(const tsql::Tokens&)>& use) {
     try {
         use(tsql::Tokens(text));
@@ -128,7 +128,7 @@ bool isName(const std::string& text, bool ofTable) {
     return names;
 }
 
-/// The value for which an honest literal stands; nothing for a literal of the statement itself.
+/// The value to which a harmless literal corresponds; empty for a literal of the statement itself.
 std::optional<std::string> valueAt(const tsql::Literal& literal, const Values& marks, const Values& in) {
     for (std::size_t at = 0; at < marks.texts.size(); ++at) {
         if (literal.kind == tsql::Literal::Kind::text && literal.body == marks.texts[at]) {
@@ -157,7 +157,7 @@ void requireSameLiterals(const tsql::Tokens& honestTokens, const tsql::Tokens& t
     }
 }
 
-/// The tokens but for the values of literals.
+/// The tokens without the values of literals.
 std::vector<std::string_view> structure(const tsql::Tokens& tokens) {
     std::vector<std::string_view> list;
     for (const tsql::Token& token : tokens.tokens) {
@@ -186,7 +186,7 @@ void run(const Fill& fill, const Values& in) {
             requireSameLiterals(honestTokens, tokens, in);
         });
     });
-    // A name that the statement has no place for does not matter.
+    // A name for which the statement has no place does not matter.
     Values otherNames = honest(in);
     otherNames.column = in.column;
     require(fill(LiteralPolicy::asGiven, otherNames) == text || isName(in.table, true), "a table has a table's name");

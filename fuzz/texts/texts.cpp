@@ -1,4 +1,4 @@
-// Number and date texts: whatever the text, it is read or refused, and what was read reads back from its own text.
+// Number and date texts: any text is converted or refused, and the value can be converted to text and back.
 
 #include "fuzz/target.h"
 #include "z7cashflow/support/Error.h"
@@ -29,7 +29,7 @@ void requireNumber(double number) {
     const std::string text = numberText(number);
     const auto again = readNumber(text);
     require(again.has_value(), "a number's text is a number");
-    // Rounded up to 15 digits, the largest numbers are beyond what a double holds.
+    // Rounded up to 15 digits, the largest numbers exceed the range of a double.
     if (std::isfinite(*again)) {
         require(numberText(*again) == text, "a number's text reads back as the same 15 digits");
         require(std::fabs(*again - number) <= std::fabs(number) * 1e-14 || std::fabs(number) < 1e-300,
@@ -50,7 +50,7 @@ void requireDate(Date date) {
     require(text.starts_with(dayText(date)), "a date's text begins with its day");
 }
 
-// Conversions of a text fail with a number of their own or give a value in range.
+// The conversion of a text fails with its own error number, or returns a value in range.
 void requireConversions(const std::string& text) {
     const auto isTold = [](int number) {
         return number == 0 || number == errors::overflow || number == errors::typeMismatch;

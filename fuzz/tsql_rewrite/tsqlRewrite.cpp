@@ -1,4 +1,4 @@
-// Statements: their shape holds every literal, and what the rewriter makes of them refers to those alone.
+// Statements: their shape contains every literal, and the rewritten statement refers only to those.
 
 #include "adapters/tsql/Rewriting.h"
 #include "adapters/tsql/shape.h"
@@ -35,7 +35,7 @@ std::optional<Rewriting> rewritingOrNothing(std::string_view statement) {
     }
 }
 
-// The statement with other literals in place of its own; nothing where two of them touch and would become one.
+// The statement with other literals in place of its own; empty if two of them are adjacent and would become one.
 std::optional<std::string> withOtherLiterals(std::string_view statement, const Shape& shape) {
     std::string other;
     std::size_t copied = 0;

@@ -15,15 +15,16 @@
 
 namespace z7::cashflow::fuzz {
 
-/// A database that is one table of voucher lines in memory: every query gives that table without rows, and lines are
-/// written to a list. Field values are converted by the recordset that the database adapters share.
+/// A database that consists of one table of voucher lines in memory: every query returns that table without rows,
+/// and written lines are collected in a list. Field values are converted by the recordset that the database
+/// adapters share.
 class MemoryDatabase final : public Connection {
 public:
     using Line = std::map<std::string, Variant>;
 
-    /// The lines that were written, by the names of the columns that were given a value.
+    /// The lines that were written, by the names of the columns with a value.
     [[nodiscard]] const std::vector<Line>& lines() const { return table_->lines; }
-    /// How many statements were run, on any session.
+    /// The number of statements on all sessions.
     [[nodiscard]] std::size_t statements() const { return table_->statements; }
 
     void Open(const std::string& /*connectionString*/) override {}

@@ -1,4 +1,4 @@
-// Voucher XML: what VoucherXmlToDB makes of it on a table in memory, with the field conversions of the real recordset.
+// Voucher XML: the result of VoucherXmlToDB on a table in memory, with the field conversions of the real recordset.
 
 #include "doubles/FakeLogin.h"
 #include "fuzz/target.h"
@@ -38,7 +38,7 @@ void requireLines(const MemoryDatabase& database, const Voucher& voucher) {
     for (const auto& line : database.lines()) {
         require(isZeroFilled(line), "amounts and quantities are never null");
         const auto account = line.find("ccode");
-        // A text that is longer than the column stays out of it, so an account may be missing but never empty.
+        // A text longer than the column is not stored, so an account may be missing but never empty.
         require(account == line.end() || account->second != Variant(""), "a line without an account is skipped");
     }
     require(!voucher.coutNo_id.empty(), "a table always comes with an outside key");
@@ -73,7 +73,7 @@ void run(const std::string& text, bool blnReCreate) {
 } // namespace
 } // namespace z7::cashflow::fuzz
 
-// The first byte's lowest bit says whether the table is asked for; the document follows.
+// The lowest bit of the first byte says whether the table is requested; the document follows.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     if (size > 0) {
         z7::cashflow::fuzz::run(std::string(z7::cashflow::fuzz::textOf(data + 1, size - 1)), (data[0] & 1U) != 0);

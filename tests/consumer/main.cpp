@@ -1,4 +1,4 @@
-// What a host does first: it hands in its login, makes a collection with one row, and asks for both text forms.
+// What a host does first: it sets its login, creates a collection with one row, and requests both text forms.
 
 #include "z7cashflow/model/CashFlowCollection.h"
 #include "z7cashflow/model/modPublic.h"

@@ -1,4 +1,5 @@
-// What the statements of the data access find on a real database, where joins, periods, letter case and flags decide.
+// What the statements of the data access return from a real database, where joins, periods, letter case and flags
+// matter.
 
 #include "outside/CompanyTest.h"
 #include "z7cashflow/data/DataProvider.h"
@@ -8,7 +9,7 @@ namespace {
 
 class EmbeddedData : public CompanyTest {
 protected:
-    /// The values of a column, record by record; closes the records.
+    /// The values of a column, record by record; closes the record set.
     static Lines valuesOf(const std::shared_ptr<Recordset>& records, const std::string& column) {
         Lines values;
         for (; !records->EndOfFile(); records->MoveNext()) {
@@ -24,7 +25,7 @@ protected:
         }
         return names;
     }
-    /// A further line of the voucher 1/1/6, which carries the outside key OUT.
+    /// Adds a line to the voucher 1/1/6, which has the outside key OUT.
     void addLine(const std::string& inid, const std::string& account, const std::string& debit = "0") {
         company.execute("insert into gl_accvouch (iyear,iperiod,isignseq,ino_id,inid,dbill_date,ccode,md,mc,coutno_id) "
                         "values(2013,1,1,6," +

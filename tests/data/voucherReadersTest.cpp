@@ -8,7 +8,7 @@ namespace {
 
 class VoucherReaders : public DataTest {
 protected:
-    /// Reads the one answer that the statement has and hands the statement back.
+    /// Reads the single result of the statement and returns the statement.
     template <class Read> std::string statementOf(Read&& read) {
         database.clearJournal();
         const auto records = read();

@@ -30,7 +30,7 @@ protected:
     std::string convert(const std::string& xml, bool blnReCreate = false) {
         return data.VoucherXmlToDB(connection, xml, iPeriod, iSignSeq, iNo_id, dbill_date, coutNo_id, blnReCreate);
     }
-    /// What is written for the children of a root without a key.
+    /// What is written for the child elements of a root without a key.
     Lines writesOf(const std::string& children) {
         database.clearJournal();
         (void)convert("<v>" + children + "</v>");

@@ -10,7 +10,7 @@
 
 using z7::cashflow::odbc::Cut;
 
-// The linker sends calls of NAME to __wrap_NAME, and __real_NAME is the driver manager's.
+// The linker redirects calls of NAME to __wrap_NAME; __real_NAME is the driver manager's function.
 extern "C" {
 SQLRETURN realAllocHandle(SQLSMALLINT, SQLHANDLE, SQLHANDLE*) __asm__("__real_SQLAllocHandle");
 SQLRETURN realFreeHandle(SQLSMALLINT, SQLHANDLE) __asm__("__real_SQLFreeHandle");
@@ -41,7 +41,7 @@ SQLRETURN wrapGetDiagRec(SQLSMALLINT, SQLHANDLE, SQLSMALLINT, SQLCHAR*, SQLINTEG
 
 namespace {
 
-// What a failing call is told by.
+// How a failing call reports its reason.
 struct Reason {
     const char* state;
     int number;
@@ -53,9 +53,9 @@ constexpr Reason deadlock{"40001", 1205, "[Cut]Transaction was deadlocked and ha
 struct Wires {
     std::map<SQLHANDLE, SQLHANDLE> connectionOf; ///< of each statement
     std::set<SQLHANDLE> connected;
-    std::set<SQLHANDLE> dead;                  ///< connections whose line is cut
+    std::set<SQLHANDLE> dead;                  ///< connections that are lost
     std::map<SQLHANDLE, const Reason*> failed; ///< why the last call of a handle failed
-    int requestsToGo = 0;                      ///< 0 where nothing is counted
+    int requestsToGo = 0;                      ///< 0 if requests are not counted
     Cut moment = Cut::beforeRequest;
     bool onlyEndsTransaction = false;
     bool fetchesCount = false;
@@ -83,7 +83,7 @@ void cutAll() {
     wires().dead = wires().connected;
 }
 
-/// Lets a request on a line through unless the line is cut, before or by it.
+/// Executes a request unless its connection was lost before, or is cut by it.
 template <class Call> SQLRETURN request(SQLHANDLE handle, SQLHANDLE connection, Call&& call) {
     Wires& all = wires();
     all.failed.erase(handle);

@@ -4,15 +4,15 @@
 
 namespace z7::cashflow::desks {
 
-/// The lines of this process to all its ODBC drivers. The program is linked so that the ODBC calls by which requests go
-/// out pass through here on their way to the driver manager. When the lines are cut each session's open transaction is
-/// rolled back, as a server does, and every further request on them fails as drivers tell it.
+/// The connections of this process through all its ODBC drivers. The program is linked so that the ODBC functions
+/// that send requests are intercepted here. When the connections are cut, the open transaction of each session is
+/// rolled back, as by a server, and every further request fails with the errors of a driver.
 class CutCalls final : public Lines {
 public:
     void cutAt(int request, odbc::Cut moment) override;
     [[nodiscard]] bool chooseVictimAt(int request) override;
     bool stopCounting() override;
-    /// Whether a row that is fetched counts as a request, as with drivers that fetch from the server. Off by default.
+    /// Whether fetching a row counts as a request, as with drivers that fetch from the server. Off by default.
     static void countFetches(bool count);
 };
 

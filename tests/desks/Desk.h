@@ -13,10 +13,10 @@
 
 namespace z7::cashflow::desks {
 
-/// A desk of an office: its own session, its own login. One at a time in a thread.
+/// A user's desk in an office: its own session and login. At most one per thread.
 class Desk {
 public:
-    /// Opens its session by the connection string of that office.
+    /// Opens its session with a connection string of the office.
     Desk(const Office& office, const std::string& connectionString);
     explicit Desk(const Office& office) : Desk(office, office.connectionString(60000)) {}
     ~Desk();
@@ -26,23 +26,24 @@ public:
     [[nodiscard]] Connection& connection() { return *connection_; }
     [[nodiscard]] IGlVoucherProvider& gl() { return provider_.Gl(); }
 
-    /// Puts the desk's mark on the voucher's lines.
+    /// Writes the desk's mark on the voucher's lines.
     void mark(const workbench::VoucherHead& voucher, const std::string& mark);
-    /// Locks the voucher as the program does, generates its rows, gives all of them one item, saves them, and then
-    /// marks lines and rows, in the transaction that is open. Errors as they come.
+    /// Locks the voucher as the program does, generates its rows, assigns all of them to one item, saves them,
+    /// and marks lines and rows, all in the open transaction. Errors pass through.
     void edit(const workbench::VoucherHead& voucher, const std::string& mark, const std::string& item);
-    /// The same in a transaction of its own, again and again while another desk is in the way. False if the voucher is
-    /// refused, which leaves it as it was.
+    /// The same in a transaction of its own, repeated while another desk holds a lock. False if the voucher is
+    /// refused, which leaves it unchanged.
     bool save(const workbench::VoucherHead& voucher, const std::string& mark, const std::string& item);
 
-    /// Allots a voucher just as the program does, again and again while another desk is in the way. False if it is
+    /// Allocates a voucher as the program does, repeated while another desk holds a lock. False if it is
     /// refused.
     bool allot(const workbench::VoucherKey& key);
 
     [[nodiscard]] std::vector<workbench::VoucherHead> vouchers();
-    /// What is stored of each voucher that has rows: "rows:debit:credit".
+    /// The stored rows of each voucher with rows: "rows:debit:credit".
     [[nodiscard]] std::map<std::string, std::string> stored();
-    /// The marks on the lines of each voucher, and the marks with the items of its rows, each once: "1", "1/0102".
+    /// The marks on the lines of each voucher, and the marks with the items of its rows, without duplicates:
+    /// "1", "1/0102".
     [[nodiscard]] std::map<std::string, std::vector<std::string>> marksOfLines();
     [[nodiscard]] std::map<std::string, std::vector<std::string>> marksOfRows();
 
@@ -54,7 +55,7 @@ private:
     DataProvider data_;
 };
 
-/// A voucher as the maps name it: "period/kind/number".
+/// The key of a voucher in these maps: "period/kind/number".
 [[nodiscard]] std::string nameOf(const workbench::VoucherKey& key);
 
 } // namespace z7::cashflow::desks

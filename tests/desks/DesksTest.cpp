@@ -1,4 +1,4 @@
-// Several desks at work on one database at the same time, each a process of its own.
+// Several desks work on one database at the same time, each in its own process.
 
 #include "desks/Desk.h"
 #include "desks/Office.h"
@@ -20,11 +20,11 @@
 namespace z7::cashflow::desks {
 namespace {
 
-// How a desk's process ends.
+// The exit codes of a desk's process.
 enum DeskResult : int { allDone = 0, unexpectedError = 1, gaveUp = 42 };
 
 constexpr std::size_t desks = 3;
-// What the desk of a number puts on the vouchers that it edits.
+// The mark of each desk.
 const std::array<std::string, desks> markOf{"first desk", "second desk", "third desk"};
 const std::array<std::string, desks> itemOf{"0101", "0102", "0103"};
 const std::vector<int> allDeskDone(desks, allDone);
@@ -38,7 +38,7 @@ protected:
         }
     }
 
-    // Runs each desk in a process of its own and waits for all of them. Each ends with its result.
+    // Runs each desk in its own process and waits for all of them. Returns their exit codes.
     static std::vector<int> runDesks(const std::vector<std::function<int()>>& work) {
         std::vector<pid_t> processes;
         for (const auto& desk : work) {
@@ -63,7 +63,7 @@ protected:
         return results;
     }
 
-    // Every desk, each in a process of its own, saves those vouchers of which its number is told to be in charge.
+    // Each desk saves, in its own process, the vouchers for which it is in charge.
     [[nodiscard]] std::vector<int>
     saveAtOnce(const std::vector<workbench::VoucherHead>& vouchers,
                const std::function<bool(std::size_t desk, std::size_t voucher)>& isItsOwn) {
@@ -97,7 +97,7 @@ TEST_P(DesksTest, LoseNothingWhereTheySaveDifferentVouchers) {
     auto lines = alone.marksOfLines();
     auto rows = alone.marksOfRows();
     std::size_t accepted = 0;
-    // One desk that saves them all once more comes to the same.
+    // A single desk that saves all of them once more gets the same result.
     for (std::size_t at = 0; at < all.size(); ++at) {
         const std::string name = nameOf(all[at].key);
         const bool isAccepted = alone.save(all[at], "alone", "0111");
@@ -127,7 +127,7 @@ TEST_P(DesksTest, LeaveNoHalfAndNoDoubleVoucherWhereTheySaveTheSame) {
         if (!alone.save(all[at], "alone", "0111")) {
             continue;
         }
-        // Lines and rows are those of one desk, whichever was the last.
+        // Lines and rows must be from the same desk, whichever was the last.
         ASSERT_EQ(lines[name].size(), 1U) << name;
         const auto last = std::find(markOf.begin(), markOf.end(), lines[name].front());
         ASSERT_NE(last, markOf.end()) << name << lines[name].front();

@@ -1,4 +1,4 @@
-// The lines to the database are cut at every single request of a whole operation of the library.
+// The connections to the database are cut at each request of complete operations of the library.
 
 #include "desks/CutCalls.h"
 #include "desks/Desk.h"
@@ -66,16 +66,16 @@ protected:
         }
     }
 
-    // A desk whose lines can be cut.
+    // A desk whose connections can be cut.
     [[nodiscard]] std::unique_ptr<Desk> openDesk() const {
         return std::make_unique<Desk>(*office_, office_->connectionStringOverLines(5000));
     }
-    // What a connection that never goes over those lines finds stored, of rows and of marks.
+    // The stored rows and marks, as seen by a connection that is not cut.
     [[nodiscard]] std::vector<std::string> found() const;
 
-    // Cuts the lines at every request of a save in turn until it passes whole.
+    // Cuts the connections at each request of a save in turn, until a save completes.
     void cutEverywhereInASave(Cut moment) const;
-    // The first voucher that has several rows.
+    // The first voucher with several rows.
     [[nodiscard]] workbench::VoucherHead voucherOfSeveralRows(Desk& desk) const {
         for (const workbench::VoucherHead& voucher : desk.vouchers()) {
             const workbench::VoucherKey& key = voucher.key;
@@ -87,7 +87,7 @@ protected:
         }
         throw Error(0, "test", "the sample company has no voucher of several rows");
     }
-    // Runs a statement on a connection of its own, which may be cut as well and is opened anew then.
+    // Runs a statement on a separate connection, which may be cut as well and is then reopened.
     std::shared_ptr<Recordset> direct(const std::string& statement) const {
         if (direct_ == nullptr) {
             direct_ = office_->makeConnection();
@@ -127,7 +127,7 @@ std::vector<std::string> LineCutTest::found() const {
     return all;
 }
 
-// How far a save came before an error ended it.
+// How far a save got before an error ended it.
 enum class Step { begin, mark, save, commit, done };
 
 struct Saving {
@@ -152,7 +152,7 @@ Saving saveOnce(Desk& desk, const workbench::VoucherHead& voucher) {
     return saving;
 }
 
-// The error says that the line is cut, or that the transaction which was open on it is gone.
+// The error must report a lost connection, or that the open transaction on it is lost.
 void expectLineError(const Saving& saving) {
     ASSERT_TRUE(saving.error) << "a request got lost and nobody was told";
     const Error& error = *saving.error;
@@ -162,8 +162,8 @@ void expectLineError(const Saving& saving) {
     EXPECT_EQ(error.source(), saving.reached == Step::save ? "CashFlow" : "ODBC");
 }
 
-// After a cut within a transaction nothing runs until it is rolled back, so that no half of a save runs alone. A
-// session that has not noticed yet that its line is cut, because another one did, tells it now.
+// After a cut inside a transaction nothing may run until it is rolled back, so that no part of a save runs alone. A
+// session that has not noticed its lost connection yet, because another one did, reports it now.
 void expectOnlyRollback(Desk& desk, bool triesMore) {
     auto& connection = dynamic_cast<odbc::Connection&>(desk.connection());
     if (!connection.inTransaction()) {
@@ -183,7 +183,7 @@ void expectOnlyRollback(Desk& desk, bool triesMore) {
     EXPECT_FALSE(connection.inTransaction());
 }
 
-// A whole save passes again, on another session than the one that was cut.
+// A complete save works again, on another session than the one that was cut.
 void expectNextSavePasses(Desk& desk, const workbench::VoucherHead& voucher, int cutSession) {
     const auto error = errorIn([&] {
         desk.connection().BeginTrans();
@@ -216,7 +216,7 @@ void LineCutTest::cutEverywhereInASave(Cut moment) const {
             << saving.error->description();
         if (unknown && moment == Cut::beforeAnswer && found() != before) {
             expectNextSavePasses(*desk, voucher, session);
-            break; // the server has committed; only its word did not come through
+            break; // the server has committed; only its answer was lost
         }
         ASSERT_EQ(found(), before);
         expectNextSavePasses(*desk, voucher, session);
@@ -262,7 +262,7 @@ TEST_P(LineCutTest, AtEveryRequestOfChangingARecordIsToldAndChangesNothing) {
     }
 }
 
-// The server ends the transaction of one of two desks that wait for each other. Its line stands.
+// The server ends the transaction of one of two desks that wait for each other. The connection is kept.
 TEST_P(LineCutTest, ADeadlockAtAnyRequestOfASaveLeavesNothingOfItAndKeepsTheSession) {
     const auto desk = openDesk();
     if (!office_->lines()->chooseVictimAt(mostRequests)) {
@@ -296,7 +296,7 @@ TEST_P(LineCutTest, ADeadlockAtAnyRequestOfASaveLeavesNothingOfItAndKeepsTheSess
             ASSERT_EQ(saving.reached, Step::done) << saving.error->what();
             break;
         }
-        if (!saving.error) { // it befell a lookup on an own session, which the save may do without
+        if (!saving.error) { // it hit a lookup on a separate session, which the save can do without
             EXPECT_EQ(found(), after);
             undo();
             ++untold;
@@ -306,7 +306,8 @@ TEST_P(LineCutTest, ADeadlockAtAnyRequestOfASaveLeavesNothingOfItAndKeepsTheSess
         EXPECT_TRUE(error.sqlState() == "40001" || error.number() == transactionLost)
             << error.number() << " " << error.sqlState() << " " << error.description();
         if (saving.reached != Step::begin) {
-            // Of the host's transaction nothing is left; that of a lookup on an own session is none of its business.
+            // Nothing may be left of the host's transaction; the one of a lookup on a separate session
+            // does not matter to it.
             const bool gone = numberIn([&] { connection.Execute("select ccode from code"); }) == transactionLost;
             if (gone) {
                 ++victims;
@@ -325,7 +326,7 @@ TEST_P(LineCutTest, ADeadlockAtAnyRequestOfASaveLeavesNothingOfItAndKeepsTheSess
     EXPECT_EQ(found(), after);
 }
 
-// A key of which only the first columns have come would find more records than the one to be changed.
+// A key of which only the first columns arrived would select more records than the one to be changed.
 TEST(PrimaryKey, OfATableIsWholeOrAnError) {
     const std::vector<OfficeKind> kinds = offices();
     const auto kind = std::find_if(kinds.begin(), kinds.end(), [](const auto& k) { return k.name == "odbc_sqlite"; });
@@ -359,7 +360,7 @@ TEST_P(LineCutTest, AtEveryRequestOfWorkOnOwnSessionsIsToldAndTheNextWorkPasses)
     const auto desk = openDesk();
     const test::GuidSequence guids;
     modPublic::context().guidSource = guids.source();
-    // Writes a voucher's lines by records of an own session and reads names on another; gives the table.
+    // Writes a voucher's lines as records on one separate session and reads names on another; returns the table.
     const auto work = [&] {
         DataProvider data;
         std::uint8_t period = 0;
@@ -394,10 +395,11 @@ TEST_P(LineCutTest, AtEveryRequestOfWorkOnOwnSessionsIsToldAndTheNextWorkPasses)
                 EXPECT_TRUE(cut);
                 EXPECT_TRUE(tellsCutLine(*error)) << error->number() << " " << error->what();
                 errorIn([&] { linesOf("tempdb..TempVoucher" + test::GuidSequence::text(guids.count())); });
-            } else { // only what the library lets fail, the dropping of a table that is not there, may go by untold
+            } else { // only a failure that the library ignores, dropping a missing table, may go unreported
                 EXPECT_EQ(linesOf(table), 2);
             }
-            // The host's session may not have noticed yet what its own sessions ran into; it tells that once.
+            // The host's session may not have noticed yet what happened to its separate sessions; it
+            // reports that once.
             const auto again = errorIn([&] { table = work(); });
             EXPECT_TRUE(!again || (error && tellsCutLine(*again))) << again->number() << " " << again->what();
             EXPECT_EQ(linesOf(again ? work() : table), 2) << "the next work passes";

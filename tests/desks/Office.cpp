@@ -20,7 +20,7 @@ std::string inYear(const std::string& text, int timeout) {
     return text + ";timeout=" + std::to_string(timeout) + ";year=" + std::to_string(year);
 }
 
-/// The sample company in a file, in a folder of its own that goes away with it.
+/// The sample company in a file, in a temporary folder that is removed with it.
 class SampleFile {
 public:
     SampleFile() : folder_(std::filesystem::path(testing::TempDir()) / ("z7desks" + guidText(systemGuidSource()))) {
@@ -69,7 +69,7 @@ private:
 const std::regex serverKeyword("Server=([^;]*)", std::regex::icase);
 const std::regex portKeyword("Port=([0-9]*)", std::regex::icase);
 
-/// A database of its own on the server that the environment names, with the sample company in it.
+/// A new database with the sample company, on the server that the environment names.
 class ServerOffice final : public Office, private Lines {
 public:
     ServerOffice() {

@@ -19,8 +19,8 @@ using Lines = std::vector<std::string>;
 
 inline std::int16_t i16(int number) { return static_cast<std::int16_t>(number); }
 
-/// The dialog without a screen, over a scripted database. The voucher is 2013/1/2/5 of 2013-01-05 in gl_accvouch: line
-/// 1 on 1001, debit 100; line 2 on 6001, credit 60; line 3 on 6002, credit 40. No layout is stored.
+/// The dialog without a screen, on a scripted database. The voucher is 2013/1/2/5 of 2013-01-05 in gl_accvouch:
+/// line 1 on 1001, debit 100; line 2 on 6001, credit 60; line 3 on 6002, credit 40. No column widths are stored.
 class DialogTest : public LoginTest {
 protected:
     DialogTest() {
@@ -68,7 +68,7 @@ protected:
         database.acceptPrefix("Delete from GL_myoutput");
         database.acceptPrefix("insert into GL_myoutput");
     }
-    /// The line of an account, with or without its number in the statement.
+    /// Sets the line of an account, with or without its number in the statement.
     void setLine(const std::string& ccode, int inid, const Variant& md, const Variant& mc) {
         const std::string where = "gl_accvouch where ccode=N'" + ccode + "'" + keyCondition;
         database.answer("select top 1 * from " + where, voucherLine(ccode, i16(inid), md, mc));
@@ -87,13 +87,13 @@ protected:
         collection->Add(row);
         return row;
     }
-    /// Two rows that fit the voucher: 60 on line 2 and 40 on line 3, both of the item 01.
+    /// Adds two rows that match the voucher: 60 on line 2 and 40 on line 3, both with the item 01.
     void addTwoRows() {
         addRow(i16(2), "6001", 0.0, 60.0, "01");
         addRow(i16(3), "6002", 0.0, 40.0, "01");
     }
     void load(bool blnCheckCF = true) { dialog.LoadData(login, collection, blnCheckCF); }
-    /// Loads the dialog and forgets what the journals say of that.
+    /// Loads the dialog and clears the journals.
     void open(bool blnCheckCF = true) {
         load(blnCheckCF);
         forget();
@@ -106,7 +106,7 @@ protected:
     }
     RecordingForm& form() { return *factory->form; }
     RecordingGrid& cells() { return form().cells; }
-    /// "inid:ccode:md:mc:item" of each row of the collection that the dialog holds.
+    /// "inid:ccode:md:mc:item" for each row of the dialog's collection.
     Lines rows() const {
         Lines lines;
         for (const auto& row : *dialog.CashFlowCol()) {
@@ -118,13 +118,13 @@ protected:
         }
         return lines;
     }
-    /// What was left to go out of use: no recordset but that of the widths, which the load leaves where none are
-    /// stored.
+    /// Only the recordset of the widths may be destroyed without being closed, because the load leaves it open
+    /// if none are stored.
     void expectAllClosed() const {
         EXPECT_EQ(database.openRecordsets(), Lines{});
         EXPECT_EQ(database.droppedRecordsets(), Lines{widthsQuery + "cFieldNum"});
     }
-    /// The boxes shown, without the locale: "prompt|buttons|title".
+    /// title".
     Lines boxes() const {
         Lines shown;
         for (const std::string& entry : messages->log) {

@@ -38,13 +38,13 @@ public:
     void fontName(const std::string& /*name*/) override { throw Error(438, "RecordingKeyHook", "writes nothing"); }
 };
 
-/// A form without a screen. The user's part in showModal is played by a routine of the test.
+/// A form without a screen. In showModal a function of the test acts as the user.
 class RecordingForm final : public DialogForm {
 public:
     RecordingForm(const FormDesign& formDesign, FormEvents& events, std::vector<std::string>& formJournal,
                   std::function<void(RecordingForm&)> formUser);
 
-    // What a user does. An Error of an event reaches the test.
+    // Actions of the user. An Error of an event reaches the test.
     void press(const std::string& buttonName);
     std::int32_t key(std::int32_t keyCode, std::int32_t shift = 0);
     void closeBox() { events_.closeRequested(); }
@@ -72,13 +72,13 @@ private:
     std::function<void(RecordingForm&)> user_;
 };
 
-/// What the next pick list lets the user do, and what it showed.
+/// What the user does in the next pick list, and what it showed.
 struct Picks {
     std::deque<std::optional<std::size_t>> choices;
     std::vector<std::string> shown; ///< "title: caption width [right], ...: cell|cell ; cell|cell"
 };
 
-/// Makes recording forms, and pick lists that choose from a list.
+/// Creates recording forms, and pick lists that choose from a list.
 class RecordingDialogFactory final : public DialogFactory {
 public:
     [[nodiscard]] std::unique_ptr<DialogForm> createForm(const FormDesign& design, FormEvents& listener) override;
@@ -90,10 +90,10 @@ public:
         return makeReferClient ? makeReferClient() : nullptr;
     }
 
-    RecordingForm* form = nullptr; ///< the form made last, as long as its dialog lives
+    RecordingForm* form = nullptr; ///< the form created last, as long as its dialog lives
     int forms = 0;
     std::vector<std::string> journal;
-    std::function<void(RecordingForm&)> user; ///< plays the user while a form is shown
+    std::function<void(RecordingForm&)> user; ///< acts as the user while a form is shown
     std::function<void(RecordingForm&)> onCreate;
     Picks picks;
     std::function<std::unique_ptr<ServerRefClient>()> makeServerRefClient;

@@ -88,7 +88,7 @@ void RecordingGrid::reference(std::int32_t row, std::int32_t col) {
     const std::string before = std::exchange(rows_.at(at(row)).at(at(col)), text);
     events_.ReferenceClick(text, row, col);
     rows_.at(at(row)).at(at(col)) = before;
-    editor_.open = true; // moving the cursor to the cell that is edited does not end its edit
+    editor_.open = true; // moving the cursor to the cell being edited does not end the edit
     editor_.text = text;
 }
 

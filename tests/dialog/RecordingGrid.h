@@ -14,38 +14,38 @@
 
 namespace z7::cashflow::test {
 
-/// A grid without a screen that keeps the port's rules, plays the user's part, and can be written as one text. A call
-/// that makes no sense on a real grid fails the test.
+/// A grid without a screen that obeys the port's rules, acts as the user, and can be written as one text. A call
+/// that would make no sense on a real grid fails the test.
 class RecordingGrid final : public SuperGrid {
 public:
     RecordingGrid(FormEvents& events, std::vector<std::string>& journal) : events_(events), journal_(journal) {}
 
-    // What a user does. An Error of an event reaches the test.
+    // Actions of the user. An Error of an event reaches the test.
     /// Opens the editor of a cell, types a text over the old one and leaves the cell. True if the text was taken.
     bool type(std::int32_t row, std::int32_t col, const std::string& text);
     /// Opens the editor of a cell and types, without leaving it. False if the editor does not open.
     bool beginTyping(std::int32_t row, std::int32_t col, const std::string& text);
     /// Leaves the open editor. True if its text was taken.
     bool leaveCell();
-    /// Presses the reference button in the open editor, or opens it first.
+    /// Presses the reference button in the editor, which is opened if necessary.
     void reference(std::int32_t row, std::int32_t col);
-    /// Moves the cursor to another line. True if the line that it was in allows it.
+    /// Moves the cursor to another line. True if the current line may be left.
     bool goToLine(std::int32_t row);
-    /// Goes on after the last cell of the last line.
+    /// Moves on after the last cell of the last line.
     void goBeyondEnd();
 
-    /// Rows, a line each: "> a|b|c" with ">" at the current row and "*" before a coloured cell, then "at row,col".
+    /// c" with ">" for the current row and "*" before a coloured cell, then "at row,col".
     [[nodiscard]] std::string text() const;
     /// The cells of a row, joined by "|".
     [[nodiscard]] std::string line(std::int32_t row) const;
     [[nodiscard]] const std::string& editorText() const { return editor_.text; }
-    /// How many operations were called since the last count.
+    /// The number of operations called since the last count.
     std::size_t takeCalls() { return std::exchange(calls_, 0); }
 
-    std::optional<std::int32_t> finishEditAnswer;            ///< in place of the port's rules
-    std::function<void(const std::string&)> beforeOperation; ///< sees the name of each operation first, and may raise
+    std::optional<std::int32_t> finishEditAnswer;            ///< overrides the port's rules
+    std::function<void(const std::string&)> beforeOperation; ///< gets the name of each operation first, may raise
     std::string type_ = "SuperGrid";
-    bool hasEditor = true; ///< whether the grid has made an in-place editor at all
+    bool hasEditor = true; ///< whether the grid has created an in-place editor at all
 
     // The port.
     void fontName(const std::string& name) override { setting("font", name); }
@@ -105,7 +105,7 @@ private:
     std::vector<Cells> rows_;
     std::vector<std::vector<std::int32_t>> colours_;
     std::vector<std::int16_t> widths_;
-    std::set<std::size_t> touched_; ///< rows that were changed or added since they became current
+    std::set<std::size_t> touched_; ///< rows changed or added since they became current
     std::int32_t cols_ = 0;
     std::int32_t fixedRows_ = 0;
     std::int32_t fixedCols_ = 0;

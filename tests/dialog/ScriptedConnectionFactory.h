@@ -10,7 +10,7 @@
 
 namespace z7::cashflow::test {
 
-/// Makes the sessions of a scripted database, named con1, con2 and so on.
+/// Creates sessions of a scripted database, named con1, con2 and so on.
 class ScriptedConnectionFactory final : public ConnectionFactory {
 public:
     explicit ScriptedConnectionFactory(ScriptedDatabase& database) : database_(database) {}

@@ -1,4 +1,4 @@
-// How the dialog closes: by OK, by Cancel, by its close box, and what is left behind.
+// How the dialog closes: by OK, by Cancel, by its close box, and the state afterwards.
 
 #include "dialog/DialogTest.h"
 
@@ -7,7 +7,7 @@ namespace {
 
 class DialogClosing : public DialogTest {
 protected:
-    // Two lines that were added and never given an account, and one that was.
+    // Two lines that were added without an account, and one with an account.
     void openWithAnUnfinishedLine() {
         addTwoRows();
         open();

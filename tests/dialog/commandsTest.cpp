@@ -1,4 +1,4 @@
-// The buttons and keys, but for OK: what each does to the grid, the collection and the database.
+// The buttons and keys except OK: their effect on the grid, the collection and the database.
 
 #include "dialog/DialogTest.h"
 
@@ -11,7 +11,7 @@ protected:
         addTwoRows();
         open(blnCheckCF);
     }
-    /// What generation reads of the voucher: line 1 of cash, debit 100, and line 2 with the item 01.
+    /// What generation reads of the voucher: line 1 on cash, debit 100, and line 2 with the item 01.
     void setGeneration() {
         database.answerPrefix("select cvalue,cdefault from accinformation",
                               {{"cvalue", "cdefault"}, {{"False", "x"}}, {}});

@@ -1,4 +1,4 @@
-// The provider of the entry lines to pick from.
+// The provider of the entry lines to choose from.
 
 #include "z7cashflow/dialog/DefineRef.h"
 #include "dialog/DialogTest.h"

@@ -1,4 +1,5 @@
-// The dialog's entry: what is prepared for a voucher, when the dialog comes up, and what the host finds afterwards.
+// The dialog's entry point: what is prepared for a voucher, when the dialog is shown, and the state for the host
+// afterwards.
 
 #include "dialog/RecordingForm.h"
 #include "dialog/ScriptedConnectionFactory.h"
@@ -27,7 +28,7 @@ protected:
         };
         entry.Login(login);
     }
-    /// Dropped recordsets and what the dialog leaves open are told in its own tests.
+    /// Dropped and open recordsets are tested elsewhere.
     void TearDown() override {}
 
     static Lines rowsInGrid(RecordingForm& form) {
@@ -295,7 +296,7 @@ TEST_F(DialogEntry, AFailureAtEachStatementReachesTheHost) {
         const int number = errorNumberOf([&] { other.ShowCashFlow("gl_accvouch", 1, 2, 5, Date(41279.0)); });
         silent += number == 4060 ? 0 : 1;
     }
-    // The name of an item while it is searched, the widths read, and the twelve statements that write them.
+    // Searching the name of an item, reading the widths, and the twelve statements that write them.
     EXPECT_EQ(silent, 1 + 1 + 12);
 }
 

@@ -1,4 +1,4 @@
-// Editing: which cells are refused and how, and what an accepted cell does to its row and its line.
+// Editing: which cells are refused and how, and the effect of an accepted cell on its row and its line.
 
 #include "dialog/DialogTest.h"
 
@@ -11,7 +11,7 @@ protected:
         addTwoRows();
         open();
     }
-    /// Text of a cell after an edit that has to be taken.
+    /// The text of a cell after an edit that must be accepted.
     std::string typed(std::int32_t row, std::int32_t col, const std::string& text) {
         EXPECT_TRUE(cells().type(row, col, text));
         return cells().TextMatrix(row, col);

@@ -1,5 +1,4 @@
-// How the dialog comes up: what the form is made of, what the grid shows, what is asked of the database and in which
-// order.
+// Opening the dialog: the parts of the form, the contents of the grid, the queries and their order.
 
 #include "dialog/DialogTest.h"
 

@@ -1,4 +1,4 @@
-// The two pop-ups of the grid, over clients of the suite and over the library's own.
+// The two pop-ups of the grid, with clients of the suite and with the library's own.
 
 #include "dialog/DialogTest.h"
 #include "z7cashflow/dialog/DefineRef.h"
@@ -7,7 +7,7 @@
 namespace z7::cashflow::test {
 namespace {
 
-/// A reference client of a suite: notes what it was told and brings back what the test says.
+/// A reference client of a suite: records its calls and returns what the test sets.
 class SuiteServerClient final : public ServerRefClient {
 public:
     using Answer = std::function<bool(std::shared_ptr<Recordset>& picked, std::string& errorText)>;

@@ -1,4 +1,4 @@
-// Whole stories on the embedded database: what an accountant does with the dialog, and what is stored afterwards.
+// Complete stories on the embedded database: what an accountant does with the dialog, and what is stored afterwards.
 
 #include "dialog/RecordingForm.h"
 #include "outside/CompanyTest.h"
@@ -7,7 +7,7 @@
 namespace z7::cashflow::test {
 namespace {
 
-/// Opens sessions on the company's database and counts what runs on them.
+/// Opens sessions on the company's database and counts their statements.
 class CompanyConnections final : public ConnectionFactory {
 public:
     [[nodiscard]] std::unique_ptr<Connection> create(const std::string& /*connectionString*/) override {
@@ -245,7 +245,7 @@ protected:
         }
         return rows;
     }
-    /// What each of the user's actions costs in a dialog of that many rows.
+    /// The cost of each user action in a dialog with that many rows.
     std::map<std::string, Cost> costs(int length) {
         std::map<std::string, Cost> found;
         entry.CashFlowCol(rowsOfLength(length));

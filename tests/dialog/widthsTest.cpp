@@ -1,4 +1,4 @@
-// The widths of the grid's columns: read when the grid comes up, written when the dialog closes.
+// The widths of the grid's columns: read when the grid is loaded, written when the dialog closes.
 
 #include "dialog/DialogTest.h"
 
@@ -107,7 +107,7 @@ TEST_F(ColumnWidths, TwoChangedColumnsGiveOneQuestion) {
     open();
     cells().ColWidth(1, 2000);
     cells().ColWidth(5, 100);
-    messages->answers = {1}; // any answer but no
+    messages->answers = {1}; // any answer except no
     save();
     EXPECT_EQ(boxes(), Lines{question});
     EXPECT_EQ(written().size(), 11U);

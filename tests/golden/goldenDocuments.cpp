@@ -1,5 +1,5 @@
-// Runs one golden document: golden_documents KIND FILE.xml, KIND being the folder's name. What the document gives must
-// be, byte for byte, what FILE.expected beside it holds. See README.md in this folder.
+// Runs one golden document: golden_documents KIND FILE.xml, where KIND is the folder's name. The result must equal
+// FILE.expected byte for byte. See README.md in this folder.
 
 #include "doubles/FakeLogin.h"
 #include "doubles/GuidSequence.h"
@@ -49,7 +49,7 @@ std::string list(const std::vector<std::string>& lines) {
     return text;
 }
 
-/// A collection of the voucher 1/2/40000 with one row in it.
+/// A collection with one row of the voucher 1/2/40000.
 std::shared_ptr<CashFlowCollection> collectionWithARow() {
     auto rows = CashFlowCollection::Create();
     rows->UpdateCol(1, 2, 40000, Date(41279.0));
@@ -57,8 +57,8 @@ std::shared_ptr<CashFlowCollection> collectionWithARow() {
     return rows;
 }
 
-// The text that the loaded document saves to, and what that loads and saves to if it is another; or the error, and
-// whether the rows stay.
+// The document saved after loading, and what that loads and saves to if it differs; or the error, and whether the
+// rows are unchanged.
 std::string collection(const std::string& document) {
     const auto rows = collectionWithARow();
     const auto old = rows->Item(1);
@@ -89,7 +89,7 @@ std::string rowsOf(const std::string& xml) {
     return text;
 }
 
-/// The table that a voucher becomes, with its lines.
+/// The table created for a voucher, with its lines.
 std::string tableOf(Company& company, const std::string& document, bool blnReCreate) {
     std::string text = std::string("blnReCreate ") + (blnReCreate ? "true" : "false") + "\n";
     std::uint8_t iPeriod = 0;
@@ -132,7 +132,7 @@ std::string storedRows(Company& company) {
     return "gl_cashtable\n" + list(company.records("select * from gl_cashtable order by iNo_id,inid,RowGuid"));
 }
 
-/// A row that the voucher 1/SIGN/NUMBER has before the save.
+/// Stores a row for the voucher 1/SIGN/NUMBER before the save.
 void storeRow(Company& company, const std::string& voucher) {
     company.execute("insert into gl_cashtable (RowGuid,iYear,iPeriod,iSignSeq,iNo_id,csign,inid,cCashItem,ccode,mc) "
                     "values(N'before',2013,1," +

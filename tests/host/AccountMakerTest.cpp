@@ -92,7 +92,7 @@ TEST_F(AccountMakerTest, ADiskThatFillsUpLeavesNothingOrAWholeAccount) {
     constexpr int wholeNumberOfRuns = 60;
     const int stride = std::max(1, calls / wholeNumberOfRuns);
     int refused = 0;
-    // The last calls one by one: that is where the log goes into the file.
+    // The last calls one by one, because there the log is written to the file.
     for (int call = 1; call <= calls + 1; call += call > calls - 20 ? 1 : stride) {
         bool created = false;
         disk.failFrom(call, call % 2 == 0 ? FaultyDisk::Fault::full : FaultyDisk::Fault::growsNoMore);

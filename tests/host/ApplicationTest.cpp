@@ -24,7 +24,7 @@ using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
 
-/// A stream buffer that takes a number of bytes and then fails with an error of the system.
+/// A stream buffer that accepts a number of bytes and then fails with a system error.
 class FailingBuffer : public std::streambuf {
 public:
     FailingBuffer(std::size_t room, int reason) : room_(room), reason_(reason) {}
@@ -44,7 +44,7 @@ private:
     int reason_;
 };
 
-/// All records of a table in a settled order, a line each.
+/// All records of a table in a fixed order, one per line.
 std::string contentOf(Connection& connection, const std::string& table) {
     std::vector<std::string> lines;
     for (const auto records = connection.Execute("select * from " + table); !records->EndOfFile();
@@ -62,7 +62,7 @@ std::string contentOf(Connection& connection, const std::string& table) {
     return content;
 }
 
-/// Runs in an environment of its own: no settings, English unless a test says otherwise.
+/// Runs in a clean environment: no settings, English unless a test chooses otherwise.
 class ApplicationTest : public testing::Test {
 protected:
     std::string sample() {
@@ -205,7 +205,7 @@ TEST_F(ApplicationTest, ASignalStopsAnAllotmentBetweenVouchers) {
         sigemptyset(&set);
         sigaddset(&set, number);
         ASSERT_EQ(pthread_sigmask(SIG_BLOCK, &set, &former), 0);
-        ASSERT_EQ(raise(number), 0); // waits until the allotment looks for it
+        ASSERT_EQ(raise(number), 0); // stays pending until the allocation checks for it
         const RunResult run = runProgram({"allot", file, "--year", "2024"});
         ASSERT_EQ(pthread_sigmask(SIG_SETMASK, &former, nullptr), 0);
         EXPECT_EQ(run.exitCode, expected);

@@ -1,4 +1,4 @@
-// Items changed by hand, as the program shows it.
+// Items assigned by hand, as the program reports it.
 
 #include "RunProgram.h"
 #include "ScratchFolder.h"
@@ -17,7 +17,7 @@ using Json = nlohmann::json;
 using testing::HasSubstr;
 using testing::Not;
 
-/// The sample company before anything is allotted. Voucher 2024/7/2/12 has no template for its line 1.
+/// The sample company before any allocation. Voucher 2024/7/2/12 has no template for its line 1.
 class AssignCommandTest : public testing::Test {
 protected:
     AssignCommandTest() { EXPECT_EQ(runProgram({"init", database.string(), "--sample"}).exitCode, 0); }
@@ -32,7 +32,7 @@ protected:
         connection.Open(sqlite::connectionString(database, 2024));
         return workbench::readRowImages(connection, "select " + workbench::rowColumnList() + " from gl_cashtable");
     }
-    /// "2 0101 100.00" of each stored row of a voucher.
+    /// The stored rows of a voucher: "2 0101 100.00" for each.
     [[nodiscard]] std::vector<std::string> rows(const std::string& key) const {
         std::vector<std::string> texts;
         for (const Json& row : Json::parse(run({"rows", key, "--json"}).out)) {

@@ -9,7 +9,7 @@
 
 namespace z7::cashflow::host {
 
-/// Words of a text, which blanks separate.
+/// The words of a text, separated by blanks.
 inline std::vector<std::string> wordsOf(const std::string& text) {
     std::vector<std::string> words;
     std::istringstream stream(text);
@@ -19,8 +19,8 @@ inline std::vector<std::string> wordsOf(const std::string& text) {
     return words;
 }
 
-/// Runs a line of commands as a shell would: "z7cf ... | z7cf ... > FILE". A word holds no blanks, and every command is
-/// z7cf. The result is that of the last command, with the error output of all of them.
+/// z7cf ... > FILE". Words contain no blanks, and every command is z7cf. Returns the result of the last command,
+/// with the error output of all of them.
 inline RunResult runLine(const std::string& line, const ConnectionMaker& serverConnection = {},
                          const Clock& clock = {}) {
     RunResult result;
@@ -35,7 +35,7 @@ inline RunResult runLine(const std::string& line, const ConnectionMaker& serverC
         result.err.insert(0, errors);
         command.clear();
     };
-    bool names = false; // whether the next word is the file of the output
+    bool names = false; // the next word is the output file
     for (const std::string& word : wordsOf(line)) {
         if (word == "|") {
             run();

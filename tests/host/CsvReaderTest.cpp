@@ -17,7 +17,7 @@ std::vector<CsvRecord> recordsOf(const std::string& text) {
     return records;
 }
 
-/// Reason and line of the error that a text ends in.
+/// Reason and line of the error that a text raises.
 std::pair<ReasonId, std::size_t> errorOf(const std::string& text) {
     try {
         recordsOf(text);

@@ -6,7 +6,7 @@
 
 namespace z7::cashflow::host {
 
-/// Gives a variable of the environment another value, or none, for its lifetime.
+/// Sets or removes an environment variable for its lifetime.
 class EnvironmentGuard {
 public:
     EnvironmentGuard(const char* name, const char* value) : name_(name) {

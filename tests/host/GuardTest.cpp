@@ -19,8 +19,8 @@ namespace {
 using Json = nlohmann::json;
 using testing::HasSubstr;
 
-/// An account in which vouchers 1, 3, 5 and 6 hold signs that end a text early, each in another column, beside honest
-/// ones.
+/// An account whose vouchers 1, 3, 5 and 6 contain quotes that would end a text early, each in another column; the
+/// other vouchers are harmless.
 class GuardTest : public testing::Test {
 protected:
     GuardTest() {
@@ -45,7 +45,7 @@ protected:
         EXPECT_EQ(made.exitCode, 0) << made.err;
     }
 
-    /// A receipt of 5: a cash line, and another one with these values.
+    /// A receipt of 5: a cash line, and another line with these values.
     static std::string line(int number, const std::string& account, const std::string& department,
                             const std::string& itemClass, const std::string& item) {
         const std::string key = "2024,1,1," + std::to_string(number);
@@ -74,7 +74,7 @@ protected:
         connection.Open(sqlite::connectionString(database, 2024));
         return toTextOrEmpty(connection.Execute("select " + column + " from gl_cashtable")->Fields().Item(0));
     }
-    /// The document of voucher 2's rows with other attributes, as import takes it.
+    /// The document of voucher 2's rows with changed attributes, for import.
     [[nodiscard]] std::string changedRows(const std::vector<std::pair<std::string, std::string>>& attributes) const {
         std::string text = run({"export", "2024/1/1/2", "--generate"}).out;
         const std::size_t row = text.find("<row ");

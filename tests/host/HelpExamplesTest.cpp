@@ -1,4 +1,4 @@
-// The examples of the help are commands that do what they promise: each of them runs on a prepared sample company.
+// The examples in the help must work: each of them runs on a prepared sample company.
 
 #include "CommandLine.h"
 #include "EnvironmentGuard.h"
@@ -24,7 +24,7 @@ using testing::SizeIs;
 
 namespace fs = std::filesystem;
 
-/// The examples that end with another code than 0: the sample company's year has refused vouchers.
+/// The examples with another exit code than 0: vouchers of the sample company's year are refused.
 const std::map<std::string, int>& otherCodes() {
     static const std::map<std::string, int> codes{
         {"z7cf statement company.db --year 2024", 1},
@@ -43,7 +43,7 @@ const std::map<std::string, int>& otherCodes() {
     return codes;
 }
 
-/// Files that an example writes, and which therefore must not be there before it.
+/// Files that an example writes, which therefore must not exist before.
 std::vector<std::string> filesToWrite(const std::string& line) {
     const auto words = wordsOf(line);
     std::vector<std::string> files;
@@ -55,7 +55,7 @@ std::vector<std::string> filesToWrite(const std::string& line) {
     return files;
 }
 
-/// Works in a folder as long as it lives.
+/// Changes the working folder for its lifetime.
 class InFolder {
 public:
     explicit InFolder(const fs::path& folder) { fs::current_path(folder); }
@@ -67,7 +67,7 @@ private:
     fs::path before_ = fs::current_path();
 };
 
-/// Each test works in a folder of its own with an account in which the year has been allocated.
+/// Each test has its own folder with an account whose year has been allocated.
 class HelpExamplesTest : public testing::Test {
 protected:
     static void SetUpTestSuite() {
@@ -109,7 +109,7 @@ protected:
         EXPECT_EQ(help.exitCode, 0) << help.err;
         return examplesOf(help.out);
     }
-    /// The commands that the help lists.
+    /// The commands listed by the help.
     static std::vector<std::string> commands() {
         std::vector<std::string> names;
         bool listed = false;
@@ -121,7 +121,7 @@ protected:
         }
         return names;
     }
-    /// Every example of the help, once.
+    /// All examples of the help, without duplicates.
     static std::set<std::string> allExamples() {
         std::set<std::string> all;
         auto names = commands();

@@ -1,5 +1,5 @@
-// A program that is killed, at whatever moment, leaves rows and log consistent: each voucher has the rows of the start or
-// those that the log notes, and what the log notes can be undone.
+// A program that is killed at any moment leaves rows and log consistent: each voucher has the rows of the start or
+// those of the log, and what is logged can be undone.
 
 #include "CommandLine.h"
 #include "EnvironmentGuard.h"
@@ -115,8 +115,8 @@ private:
         return workbench::readRuns(*open(folder));
     }
 
-    /// Each voucher has the rows that the newest run noted as left, if that run is one of the killed command and changed
-    /// it, and else the rows from before. Undoing all runs restores the start.
+    /// Each voucher has the rows that the newest run logged, if the killed command made that run and it changed the
+    /// voucher, otherwise the rows from before. Undoing all runs restores the start.
     void expectConsistent(const Rows& before, std::size_t runs) const {
         const Rows now = rowsIn(killed_);
         const auto all = runsIn(killed_);

@@ -1,4 +1,4 @@
-// The log of changes and its undoing, as the program shows them.
+// The log of changes and undo, as the program shows them.
 
 #include "RunProgram.h"
 #include "ScratchFolder.h"
@@ -22,7 +22,7 @@ using testing::HasSubstr;
 using testing::Not;
 using workbench::RowImage;
 
-/// The sample company, of which one month is allotted by a known user at a known time.
+/// The sample company with one month allocated by a known user at a known time.
 class LogCommandTest : public testing::Test {
 protected:
     LogCommandTest() { EXPECT_EQ(runProgram({"init", database.string(), "--sample"}).exitCode, 0); }
@@ -51,7 +51,7 @@ protected:
         }
         return lines;
     }
-    /// A voucher that the month's run stores rows for.
+    /// A voucher for which the month's run stored rows.
     [[nodiscard]] std::string firstVoucher(int number) const { return log({std::to_string(number)}).at(0)["voucher"]; }
 
     static std::string textOf(const std::string& file) {

@@ -1,4 +1,4 @@
-// What is open, and the lists that vouchers refer to.
+// Open vouchers, and the lists that vouchers refer to.
 
 #include "EnvironmentGuard.h"
 #include "PlainTables.h"
@@ -30,8 +30,8 @@ std::vector<Json> recordsOf(const RunResult& run) {
     return records;
 }
 
-/// What is open of a year is what the plain tables say: the same vouchers with the same differences, and beside them
-/// only vouchers whose rows add up and that have another fault.
+/// The open vouchers of a year must agree with the plain tables: the same vouchers with the same differences, and
+/// otherwise only vouchers whose rows add up but that have another fault.
 void expectSameAsTables(const RunResult& open, const PlainTables& tables) {
     std::map<std::string, std::int64_t> differences;
     for (const Json& voucher : recordsOf(open)) {

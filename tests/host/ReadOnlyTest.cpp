@@ -1,4 +1,4 @@
-// Commands that only read need no right to write, neither to the account's files nor to their folder.
+// Commands that only read need no write permission, neither for the account's files nor for their folder.
 
 #include "EnvironmentGuard.h"
 #include "RunProgram.h"

@@ -43,7 +43,7 @@ std::vector<Record> recordsOf(std::istream& stream) {
     return records;
 }
 
-/// The tables of a set of CSV files by their names.
+/// The tables of a set of CSV files, by name.
 std::map<std::string, std::vector<Record>> tablesOf(const std::vector<TableFile>& files) {
     std::map<std::string, std::vector<Record>> tables;
     for (const TableFile& file : files) {
@@ -58,7 +58,7 @@ std::string keyOf(const Record& line) {
 
 std::int64_t cents(const std::string& amount) { return amount.empty() ? 0 : std::llround(std::stod(amount) * 100); }
 
-/// All stored rows as texts, with or without their GUIDs.
+/// All stored rows as text, with or without their GUIDs.
 std::vector<std::string> storedRows(const std::filesystem::path& database, bool withGuid) {
     sqlite::Connection connection;
     connection.Open(sqlite::connectionString(database));
@@ -105,8 +105,8 @@ protected:
     std::filesystem::path database = scratch.path() / "sample.db";
 };
 
-/// What each month holds: 5 receipts, 9 payments, 2 moves between own accounts, 7 vouchers without cash. What follows
-/// is all that stands beside these in the year, with the outcome that the accounting rules give it.
+/// Each month has 5 receipts, 9 payments, 2 transfers between own accounts and 7 vouchers without cash. These are
+/// all other vouchers of the year, with their outcome according to the accounting rules.
 const std::map<std::string, std::pair<std::string, int>>& particularVouchers() {
     static const std::map<std::string, std::pair<std::string, int>> vouchers{
         {"2024/1/1/1", {"stored", 0}},        // capital paid in
@@ -227,7 +227,7 @@ TEST_F(SampleCompanyTest, EveryVoucherComesToTheOutcomeThatItsLinesGive) {
         EXPECT_EQ(result.at("rows"), cash == 0 || others == 0 ? 0 : others) << voucher;
         EXPECT_FALSE(result.contains("error")) << voucher;
     }
-    // Twelve months of 14 vouchers with cash, 2 moves and 7 without cash, and the particular ones.
+    // Twelve months of 14 vouchers with cash, 2 transfers and 7 without cash, and the particular ones.
     EXPECT_EQ(counts["stored"], 12 * 14 + 13);
     EXPECT_EQ(counts["nothing"], 12 * 2 + 3);
     EXPECT_EQ(counts["no-cash"], 12 * 7 + 2);
@@ -237,7 +237,7 @@ TEST_F(SampleCompanyTest, EveryVoucherComesToTheOutcomeThatItsLinesGive) {
     EXPECT_EQ(rows, 12 * (7 + 11) + 12 + 4);
 }
 
-/// The lines of a run without what they say of single rows.
+/// The lines of a run without the details of single rows.
 std::vector<Json> resultsOf(const RunResult& run) {
     std::vector<Json> results;
     for (const std::string& line : run.lines()) {
@@ -258,7 +258,7 @@ TEST_F(SampleCompanyTest, ASecondAllotmentLeavesEveryRowUntouched) {
     EXPECT_EQ(second.out.find("\"new\""), std::string::npos);
     EXPECT_EQ(storedRows(database, false), rows);
     EXPECT_EQ(storedRows(database, true), guids) << "the identities too";
-    // What was there of refused vouchers stays: their 4 rows beside the 232 stored ones.
+    // Existing rows of refused vouchers are kept: their 4 rows besides the 232 stored ones.
     EXPECT_EQ(rows.size(), 232U + 4U);
 }
 
@@ -301,7 +301,7 @@ TEST_F(SampleCompanyTest, StoredRowsMatchTheirVouchersAfterwards) {
     EXPECT_EQ(looked, 181);
 }
 
-// A red line lowers what its own side moved; it is not booked on the other side.
+// A red line reduces the amount on its own side; it is not posted to the other side.
 TEST_F(SampleCompanyTest, RedLinesGiveNegativeRowsOnTheirOwnSide) {
     ASSERT_EQ(run({"allot", "--year", "2024", "--period", "8-11", "--quiet"}).exitCode, 1);
     using Row = std::tuple<std::string, std::string, double, double>; // account, item, debit, credit
@@ -351,7 +351,7 @@ TEST(SampleCompanyOptions, WithCashCodeTheRowsStandOnCashLines) {
     EXPECT_EQ(json[0].at("cCashItem"), "0101");
 }
 
-/// The real journal beside the project, where there is one.
+/// A real journal outside the project, if it exists.
 class HouseholdTest : public testing::Test {
 protected:
     void SetUp() override {

@@ -8,7 +8,7 @@
 
 namespace z7::cashflow::host {
 
-/// A new folder that is gone, with all that is in it, when the test ends.
+/// A temporary folder that is removed with its contents when the test ends.
 class ScratchFolder {
 public:
     ScratchFolder() {
@@ -27,7 +27,7 @@ public:
 
     [[nodiscard]] const std::filesystem::path& path() const noexcept { return path_; }
 
-    /// Writes a file of that name and gives its path.
+    /// Writes a file of that name and returns its path.
     std::filesystem::path write(const std::string& name, const std::string& text) const {
         const std::filesystem::path file = path_ / name;
         std::filesystem::create_directories(file.parent_path());

@@ -34,7 +34,7 @@ protected:
                                  [this] { return stopAfter-- == 0; });
     }
 
-    /// The message of the failure that comes out, which must have left the server as it was.
+    /// The message of the failure, which must have left the server unchanged.
     std::string refusal(int exitCode, const std::vector<TableFile>& files = {}) {
         const ServerDouble::Content before = server.content;
         std::string message;
@@ -62,7 +62,7 @@ protected:
 
     ServerDouble server;
     std::string string = "Driver={FreeTDS};Server=s;Database=company;UID=u;PWD=hush";
-    int stopAfter = -1; ///< after how many records a signal comes; negative for never
+    int stopAfter = -1; ///< number of records after which a signal arrives; negative for never
     const std::vector<TableFile> few{fileWith("dsign", "isignseq,csign\n1,收\n2,\n"),
                                      fileWith("UA_Period", "cacc_id,iyear,iid,dbegin,dend\n"
                                                            "001,2024,1,2024-01-01,2024-01-31\n")};

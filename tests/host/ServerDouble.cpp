@@ -44,7 +44,7 @@ std::string withoutBrackets(std::string name) {
     return name;
 }
 
-/// A statement without the comments in front of it.
+/// A statement without leading comments.
 std::string withoutComments(std::string text) {
     while (text.starts_with("--") || text.starts_with('\n')) {
         text.erase(0, text.find('\n') + 1);
@@ -121,7 +121,7 @@ public:
         undo();
     }
 
-    /// A row for the table that a query over it names.
+    /// Adds a row to the table of a query.
     void insert(const std::string& query, const std::vector<std::string>& values) {
         const std::string table = withoutBrackets(between(query, " from ", " where"));
         call("row " + table);
@@ -161,7 +161,7 @@ private:
         }
     }
 
-    /// A table by its name, in the session's database or in the one that is named.
+    /// A table by its name, in the session's database or in the one given.
     ServerDouble::Table& table(const std::string& name) {
         const std::size_t dots = name.find("..");
         auto& tables = server_.content.at(dots == std::string::npos ? database_ : name.substr(0, dots));
@@ -179,8 +179,8 @@ private:
     bool define(const std::string& statement);
 
     ServerDouble& server_;
-    std::string database_;                        ///< empty while it is closed
-    std::optional<ServerDouble::Content> before_; ///< what the server held when the transaction began
+    std::string database_;                        ///< empty if closed
+    std::optional<ServerDouble::Content> before_; ///< the server's content when the transaction began
 };
 
 namespace {
@@ -307,7 +307,7 @@ shared::Result DoubleConnection::catalogueOf(const std::string& statement) {
     return {rowSet({"name", "type", "length", "nullable", "numbered", "filled"}, rows), nullptr};
 }
 
-/// Runs a statement that gives no records; false if it is none that is known.
+/// Runs a statement without a result; false if the statement is unknown.
 bool DoubleConnection::define(const std::string& statement) {
     std::istringstream words(statement);
     std::string verb;

@@ -14,8 +14,8 @@
 
 namespace z7::cashflow::host {
 
-/// A server that understands the statements with which an account is made, and no others. It keeps databases, tables
-/// and rows, undoes what is not committed, and fails where it is told to.
+/// A server that understands only the statements that create an account. It keeps databases, tables and rows, rolls
+/// back what is not committed, and fails on request.
 class ServerDouble {
 public:
     struct Column {
@@ -29,12 +29,12 @@ public:
     /// Columns and rows of a table; a view has no columns.
     struct Table {
         std::vector<Column> columns;
-        std::vector<std::vector<std::string>> rows; ///< the texts of the given values, "(null)" for null
+        std::vector<std::vector<std::string>> rows; ///< the values as text, "(null)" for null
         friend bool operator==(const Table& a, const Table& b) {
             return a.columns.size() == b.columns.size() && a.rows == b.rows;
         }
     };
-    /// What the server holds: databases, and in them tables and views by their names.
+    /// The server's databases, and their tables and views by name.
     using Content = std::map<std::string, std::map<std::string, Table>>;
 
     ServerDouble();
@@ -42,25 +42,27 @@ public:
     ServerDouble& operator=(const ServerDouble&) = delete;
     ~ServerDouble();
 
-    /// Makes closed connections to this server, which they must not outlive, as their record sets must not outlive them.
+    /// Returns a function that creates closed connections to this server. They and their record sets must not
+    /// outlive it.
     [[nodiscard]] std::function<std::unique_ptr<Connection>()> connections();
 
-    Content content;                      ///< of a transaction that is open too
-    bool ignoresLetterCase = true;        ///< for databases that were not made with a collation that does
-    std::string loginDatabase = "master"; ///< where a login goes whose string names no database
-    std::set<std::string> refusedRows;    ///< first values of the rows that break a key
+    Content content;                      ///< including an open transaction
+    bool ignoresLetterCase = true;        ///< for databases created without a collation
+    std::string loginDatabase = "master"; ///< database of a login whose string names none
+    std::set<std::string> refusedRows;    ///< first values of rows that violate a key
 
-    /// The n-th call from now on, counted from 1, fails: an Open, a statement, a row, an end of a transaction. If it
-    /// cuts the line the server undoes what is not committed; else that is left to the client.
+    /// The n-th call from now, counted from 1, fails: an Open, a statement, a row, an end of a transaction. If
+    /// it also cuts the connection, the server rolls back; otherwise that is left to the client.
     void failAt(std::size_t n, bool cutsLine) {
         failAt_ = calls_ + n;
         cutsLine_ = cutsLine;
     }
-    /// Whether the call that was to fail has come.
+    /// Whether that call has been made.
     [[nodiscard]] bool hasFailed() const noexcept { return calls_ >= failAt_; }
-    /// How many calls there were.
+    /// The number of calls.
     [[nodiscard]] std::size_t calls() const noexcept { return calls_; }
-    /// "open DATABASE", "begin", "commit", "rollback", "close", "row TABLE", and each statement by its first line.
+    /// "open DATABASE", "begin", "commit", "rollback", "close", "row TABLE", and each statement by its first
+    /// line.
     [[nodiscard]] const std::vector<std::string>& journal() const noexcept { return journal_; }
     [[nodiscard]] std::size_t openConnections() const noexcept { return open_; }
 
@@ -70,7 +72,7 @@ private:
     void note(const std::string& event);
 
     std::vector<std::string> journal_;
-    std::set<std::string> caseBlind_; ///< databases whose collation ignores letter case
+    std::set<std::string> caseBlind_; ///< databases with a case-insensitive collation
     std::size_t calls_ = 0;
     std::size_t failAt_ = 0;
     bool cutsLine_ = false;

@@ -19,7 +19,7 @@ namespace {
 using testing::HasSubstr;
 using Json = nlohmann::json;
 
-/// JSON without the GUIDs and the keys of rows, which are new each time.
+/// JSON without the GUIDs and keys of rows, which change with every run.
 Json lasting(Json json) {
     if (json.is_object()) {
         json.erase("RowGuid");
@@ -33,7 +33,7 @@ Json lasting(Json json) {
     return json;
 }
 
-/// Accounts made by the program on the server that the environment variable Z7CF_TEST_SQLSERVER names, each in a new
+/// Accounts created by the program on the server of the environment variable Z7CF_TEST_SQLSERVER, each in a new
 /// database that is dropped at the end.
 class ServerInitTest : public testing::Test {
 protected:
@@ -52,7 +52,7 @@ protected:
         if (admin_.State() == ObjectState::Closed) {
             return;
         }
-        // The server is slow to let go of the sessions that the program has just closed.
+        // The server takes a while to release the sessions that the program has just closed.
         for (int tries = 1; there(name_); ++tries) {
             try {
                 admin_.Execute("drop database " + name_);
@@ -75,7 +75,7 @@ protected:
         arguments.insert(arguments.begin(), {"init", "--connect", "@" + string_, "--lang", "en"});
         return runProgram(arguments);
     }
-    /// Runs a command on the server's account and on the embedded one, and compares what they say.
+    /// Runs a command on the server's account and on the embedded one, and compares the output.
     void expectTheSame(std::vector<std::string> arguments) const {
         std::vector<std::string> onServer = arguments;
         arguments.insert(arguments.begin() + 1, embedded.string());
@@ -103,7 +103,7 @@ protected:
     std::filesystem::path embedded = scratch.path() / "sample.db";
     odbc::Connection admin_;
     std::string name_;
-    std::string string_; ///< the file that holds the connection string
+    std::string string_; ///< file with the connection string
     bool samplePeriodsThere_ = false;
 };
 

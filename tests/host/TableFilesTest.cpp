@@ -18,7 +18,7 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::StartsWith;
 
-/// An empty account in a folder of its own, with a transaction open.
+/// An empty account in a temporary folder, with an open transaction.
 class TableFilesTest : public testing::Test {
 protected:
     TableFilesTest() {
@@ -36,7 +36,7 @@ protected:
 
     /// The message of the failure that loading one file raises, without the folder.
     std::string refusalOf(const std::string& name, const std::string& text) {
-        connection.RollbackTrans(); // what the case before has loaded
+        connection.RollbackTrans(); // what an earlier case has loaded
         connection.BeginTrans();
         std::filesystem::remove_all(scratch.path() / "csv");
         scratch.write("csv/" + name, text);

@@ -21,7 +21,7 @@ using testing::Not;
 /// Command lines that are refused before anything is opened.
 class UsageTextTest : public testing::Test {
 protected:
-    /// The one line that is written about a command line.
+    /// The one line that is written for a command line.
     static std::string said(const std::vector<std::string>& arguments) {
         const RunResult run = runProgram(arguments);
         EXPECT_EQ(run.exitCode, 2) << run.err;

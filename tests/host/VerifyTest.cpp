@@ -22,8 +22,8 @@ using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
 
-/// The account's file behind a connection string of a server. The view of the schema version is one that the test lays
-/// down.
+/// The account's file reached by a connection string of a server. The test creates the view of the schema version
+/// itself.
 class ServerOnFile final : public Connection {
 public:
     using VersionView = std::function<std::shared_ptr<Recordset>(Connection&, const std::string&)>;
@@ -48,7 +48,7 @@ private:
     VersionView view_;
 };
 
-/// A small account that agrees in itself, which each test spoils in its own way.
+/// A small consistent account, which each test damages in its own way.
 class VerifyTest : public testing::Test {
 protected:
     VerifyTest() {

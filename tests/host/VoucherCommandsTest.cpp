@@ -1,5 +1,4 @@
-// What the commands say of vouchers that are not as they should be: it is the same in every command, and nothing is
-// changed.
+// What the commands report about faulty vouchers: every command reports the same, and nothing is changed.
 
 #include "EnvironmentGuard.h"
 #include "RunProgram.h"
@@ -48,7 +47,7 @@ protected:
         EXPECT_EQ(made.exitCode, 0) << made.err;
     }
 
-    /// A cash receipt on sales: line 1 on 1001 debit, line 2 on 6001 credit.
+    /// A cash sale: line 1 on 1001 debit, line 2 on 6001 credit.
     static std::string receipt(int year, int number, const std::string& date, const std::string& amount) {
         const std::string key = std::to_string(year) + ",1,1," + std::to_string(number) + ",";
         return key + "1," + date + ",R,1001," + amount + ",0,,\n" + key + "2," + date + ",R,6001,0," + amount + ",,\n";
@@ -90,7 +89,7 @@ protected:
         return results;
     }
 
-    /// Every command refuses the voucher with that number and words, and changes nothing.
+    /// Every command refuses the voucher with that number and text, and changes nothing.
     void expectRefusedByAll(const std::string& key, int number, const std::string& words) const {
         const std::string before = rows();
         const std::string document = scratch.write("rows.xml", "<root><rows></rows></root>").string();
@@ -399,7 +398,7 @@ TEST_F(VoucherCommandsTest, SplitRowsThatHappenToBeEqualAreNotCalledDoubled) {
     EXPECT_THAT(check.out, HasSubstr("10.00 debit is not allocated"));
 }
 
-/// Counts how often it is flushed, and what was written by then.
+/// Records how often it is flushed, and what was written by then.
 class FlushedBuffer final : public std::stringbuf {
 public:
     std::vector<std::string> flushed;

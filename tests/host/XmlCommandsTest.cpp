@@ -26,7 +26,7 @@ using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
 
-/// A document without the keys and identities of its rows, which are new at each reading.
+/// A document without the keys and identities of its rows, which change with every read.
 std::string lasting(const std::string& document) {
     return std::regex_replace(document, std::regex("(key|RowGuid)='[0-9A-F]*'"), "$1=''");
 }
@@ -207,7 +207,7 @@ TEST_F(XmlCommandsTest, OutsideRefusesWhatIsNotThereOrHostile) {
     EXPECT_EQ(number(rowsOfInvoice), 0);
 }
 
-// The reading join hides a row whose item is not in the list, so nothing may be called stored.
+// Readers do not find a row whose item is not in the list, so nothing may be reported as stored.
 TEST_F(XmlCommandsTest, OutsideSaveRefusesAnItemThatIsNotThereAndStoresNothing) {
     ASSERT_EQ(outside("save", "sales_voucher", invoice).exitCode, 0);
     const std::string item = "select count(*) from gl_cashtable where iYear=2024 and iPeriod=3 and iSignSeq=1 and "
@@ -243,8 +243,8 @@ TEST_F(XmlCommandsTest, OutsideSaveRefusesADocumentThatIsNotOneOfRows) {
     EXPECT_EQ(number(rowsOfInvoice), 1);
 }
 
-// Without a ledger voucher the rows of all such vouchers would share one place, and each save would replace the one
-// before.
+// Without a ledger voucher, the rows of all such vouchers would be stored under the same key, and each save would
+// replace those of the previous one.
 TEST_F(XmlCommandsTest, OutsideSaveRefusesAVoucherThatTheLedgerDoesNotHave) {
     ASSERT_EQ(outside("save", "sales_voucher", invoice).exitCode, 0);
     execute("update sales_voucher set coutno_id=N'AR-2024-0999'");

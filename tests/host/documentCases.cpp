@@ -1,8 +1,9 @@
 // Runs what a document shows of the program: document_cases PROGRAM DOCUMENT
 //
-// A line "    $ command" of the document begins a case; the indented lines after it, up to the next command or the end of
-// the block, are what it writes, the output first and then the error stream. A line "..." stands for lines that are left
-// out. All commands run in their order in one folder. Times of the clock are the only thing that may differ.
+// A line "    $ command" of the document begins a case; the indented lines after it, up to the next command or the
+// end of the block, are what it writes, the output first and then the error stream. A line "..." stands for lines
+// that are left out. All commands run in their order in one folder. Times of the clock are the only thing that may
+// differ.
 
 #include "ProgramFolder.h"
 
@@ -36,7 +37,7 @@ std::vector<std::string> linesOf(const std::string& text) {
     return lines;
 }
 
-/// The cases of a document. A line without text goes on with a block if the next one is indented.
+/// The cases of a document. An empty line continues a block if the next line is indented.
 std::vector<Case> casesOf(const std::string& document) {
     std::vector<Case> cases;
     bool inside = false;
@@ -66,7 +67,7 @@ std::string withoutTimes(const std::string& text) {
     return std::regex_replace(text, time, "YYYY-MM-DD hh:mm:ss");
 }
 
-/// Whether lines are what is shown of them, each letter by letter.
+/// Whether lines equal the lines shown, letter by letter.
 bool isShown(const std::vector<std::string>& shown, const std::vector<std::string>& lines) {
     std::size_t place = 0;
     bool anywhere = false;

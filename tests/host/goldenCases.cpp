@@ -36,7 +36,7 @@ void append(std::string& to, const std::string& text, const std::string& prefix)
     }
 }
 
-/// Runs one command and returns how its case should read.
+/// Runs one command and returns its case as it should read.
 std::string run(const std::string& command, const ProgramFolder& folder) {
     const ShellResult result = folder.run(command);
     std::string text = "$ " + command + "\n";

@@ -17,7 +17,7 @@ class Row : public LoginTest {
 protected:
     Row() { collection->UpdateCol(1, 2, 5, Date(41279.0)); }
 
-    /// A row that holds exactly the given attributes.
+    /// A row with exactly the given attributes.
     std::shared_ptr<CashFlow> fromXml(const std::string& attributes) {
         const auto document = XmlDocument::load("<row " + attributes + "/>");
         EXPECT_TRUE(document) << attributes;

@@ -27,7 +27,7 @@ protected:
     }
 
     std::string sql() const { return row->InsertSql("gl_cashtable", collection->CFStruct()); }
-    /// The text that a field gets in the statement.
+    /// The text of a field in the statement.
     std::string textOf(const std::string& field, const Variant& value) {
         CashFlowStruct structure;
         structure.Add(collection->CFStruct().Item(field));

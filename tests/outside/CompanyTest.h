@@ -15,7 +15,7 @@ namespace z7::cashflow::test {
 
 using Lines = std::vector<std::string>;
 
-/// A test on the small company, with a provider as a host would hold it.
+/// A test on the small company, with a provider as in a host.
 class CompanyTest : public LoginTest {
 protected:
     /// "line 2 item 01 0 100" of each row of a collection document.
@@ -30,7 +30,7 @@ protected:
         }
         return lines;
     }
-    /// The document of no rows under a voucher's key.
+    /// The document without rows for a voucher's key.
     static std::string noRows(const std::string& key = "iperiod='0' isignseq='0' ino_id='0'") {
         return "<root " + key + ">" + CashFlowCollection::Create()->schemaText() + "<rows>\r\n</rows></root>";
     }

@@ -1,4 +1,4 @@
-// The two contracts as hosts know them: the order of their operations, and what counts where an argument is left out.
+// The two contracts as seen by hosts: the order of their operations, and their default arguments.
 
 #include "outside/CompanyTest.h"
 
@@ -11,8 +11,8 @@
 namespace z7::cashflow::test {
 namespace {
 
-// Name and parameters of the virtual functions of a header in the order of their declaration, the destructor left
-// aside. A getter's name has " get" behind it.
+// Names and parameters of the virtual functions of a header in the order of declaration, without the destructor. The
+// name of a getter is followed by " get".
 std::vector<std::pair<std::string, std::string>> declarationsOf(const std::string& header) {
     std::ifstream file(std::string(Z7_SOURCE_DIR) + "/src/z7cashflow/providers/" + header);
     std::string text((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
@@ -47,7 +47,7 @@ TEST(Contracts, TheOutsideOperationsStandInTheirOrder) {
                "CreateCashFlowColFromDB", "CheckCFColFromXml", "CheckCFColFromDB", "SaveCashFlowCol"}));
 }
 
-// The types of the operations, in the order of the slots; a change of one does not compile.
+// The types of the operations, in the order of the slots; a change does not compile.
 using Gl = IGlVoucherProvider;
 using Out = IOutVoucherProvider;
 using Rows = std::shared_ptr<CashFlowCollection>;
@@ -80,8 +80,7 @@ using OutSlots = std::tuple<Slot<std::string (Out::*)() const, &Out::VoucherTemp
                             Slot<bool (Out::*)(Connection&, Text, Text, std::string*, bool*), &Out::SaveCashFlowCol>>;
 static_assert(std::tuple_size_v<GlSlots> == 13 && std::tuple_size_v<OutSlots> == 9);
 
-// What stands behind "=" in a contract's parameter list, in the order of the operations: "SaveCashFlowCol
-// blnCheckCF=nullptr".
+// The default arguments of a contract, in the order of the operations: "SaveCashFlowCol blnCheckCF=nullptr".
 Lines defaultsOf(const std::string& header) {
     Lines defaults;
     for (const auto& [name, parameters] : declarationsOf(header)) {

@@ -1,4 +1,5 @@
-// Vouchers of other subsystems on the embedded database: what the outside contract gives, stores and leaves behind.
+// Vouchers of other subsystems on the embedded database: what the outside contract returns, stores and leaves
+// behind.
 
 #include "outside/CompanyTest.h"
 
@@ -158,7 +159,7 @@ TEST_F(EmbeddedOutside, SaveStoresARowWhoseLineIsGoneWhereSumsAreNotCompared) {
 
 TEST_F(EmbeddedOutside, SaveDeletesUnderTheContextsYear) {
     storeRow();
-    // In a year that does not have the voucher its key is 0/0/0.
+    // In a year without the voucher its key is 0/0/0.
     for (const char* year : {"2012", "2013"}) {
         company.execute(std::string("insert into gl_cashtable (RowGuid,iYear,iPeriod,iSignSeq,iNo_id,csign,inid,"
                                     "cCashItem,ccode,mc) values(N'x',") +

@@ -1,4 +1,4 @@
-// Vouchers and rows that are given as XML, on the embedded database: both contracts, and what stays behind in tempdb.
+// Vouchers and rows given as XML, on the embedded database: both contracts, and what remains in tempdb.
 
 #include "outside/CompanyTest.h"
 #include "z7cashflow/data/DataProvider.h"
@@ -14,7 +14,7 @@ protected:
         return "<v " + root + "><e inid='1' ccode='1001' md='250.5'" + outsideKey +
                "/><e inid='2' ccode='6001' mc='250.5'" + outsideKey + "/></v>";
     }
-    /// The first word of each statement with the session that it ran on.
+    /// The first word of each statement and the session that ran it.
     Lines statementKinds() {
         Lines kinds;
         for (const std::string& statement : company.takeStatements()) {

@@ -1,4 +1,5 @@
-// Documents that are made to harm: each is refused with the error of its kind and leaves the rows, in bounded memory.
+// Hostile documents: each is refused with the error of its kind, leaves the rows unchanged, and needs limited
+// memory.
 
 #include "outside/CompanyTest.h"
 #include "z7cashflow/data/DataProvider.h"
@@ -26,7 +27,7 @@ constexpr bool underSanitizer =
     false;
 #endif
 
-/// What a process of its own needed at most, in MiB beyond what this one has; -1 if it did not end well.
+/// The peak memory of a separate process, in MiB beyond that of this one; -1 if it failed.
 long peakOf(const std::function<bool()>& action) {
     const pid_t child = fork();
     if (child == 0) {
@@ -68,7 +69,7 @@ std::string attributes(std::size_t count) {
     return text + "/></rows></r>";
 }
 
-/// A hostile document and the most memory that it may take to refuse it, in MiB, its own text left aside.
+/// A hostile document and the memory that refusing it may take, in MiB, not counting its text.
 struct Hostile {
     const char* name;
     std::function<std::string()> make;
@@ -198,7 +199,7 @@ TEST_F(HostileDocuments, MemoryThatRunsOutIsNoVerdictOnTheDocument) {
     }
     const std::string text = "<r>" + repeated("<row a='1' b='2' c='3' d='4'/>\r\n", 400000) + "</r>";
     const long peak = peakOf([&] {
-        // No allocation of more than a few pages succeeds from here on.
+        // From here on, allocations of more than a few pages fail.
         const rlimit none{1, 1};
         setrlimit(RLIMIT_AS, &none);
         try {

@@ -31,8 +31,8 @@ struct Line {
     Variant department;
 };
 
-/// A database with one ledger voucher, 2013/1/2/5 of 2013-01-05: account 1001 debit 100, account 6001 credit 100, whose
-/// line carries the item "01". Nothing is stored, no template is there, all options are off.
+/// A database with one ledger voucher, 2013/1/2/5 of 2013-01-05: account 1001 debit 100, account 6001 credit 100,
+/// whose line has the item "01". There are no stored rows and no templates, and all options are off.
 struct Ledger {
     inline static const std::string nameQuery = "select citemname from fitemss98 where citemcode=N'";
 
@@ -77,7 +77,7 @@ struct Ledger {
     void setSum(const Variant& sum) {
         database.answerPrefix("select (sum(md) -sum(mc)) as mysum", {{"mysum"}, {{sum}}, {}});
     }
-    /// The voucher's lines, in keyed and in keyless tables.
+    /// Sets the voucher's lines, in tables with and without keys.
     void setLines(const std::vector<Line>& voucher) {
         Table keyed{{"iYear", "iPeriod", "iSignSeq", "csign", "iNo_id", "inid", "md", "mc", "ccode", "md_f", "cdept_id",
                      "citem_class", "citem_id", "bCashItem"},
@@ -95,7 +95,7 @@ struct Ledger {
         database.answerPrefix("select  code.iYear,", keyless);
         database.answerPrefix("select  code.iYear,iPeriod,", keyed);
     }
-    /// The rows in gl_cashtable: credit 100 of account 6001 on line 2, under each of the items.
+    /// Stores rows in gl_cashtable: credit 100 of account 6001 on line 2, one for each item.
     void setStored(const Lines& items) {
         Table table{{"RowGuid", "iyear", "iperiod", "isignseq", "csign", "ino_id", "inid", "cCashItem", "md", "mc",
                      "ccode", "dbill_date", "cexch_name", "ccode_name", "bCashItem", "citemname"},
@@ -118,7 +118,7 @@ struct Ledger {
 
 class ProviderTest : public LoginTest {
 protected:
-    /// A collection for the voucher 1/2/5 as a host would build it.
+    /// A collection for the voucher 1/2/5 as a host would create it.
     static Collection hostCollection(Ledger& on) {
         Collection collection = on.provider.CreateCashFlowCollection();
         collection->UpdateCol(1, 2, 5, Date(41279.0));
@@ -152,7 +152,7 @@ protected:
         EXPECT_EQ(world.database.openRecordsets(), Lines{});
         EXPECT_EQ(world.database.droppedRecordsets(), dropped) << "what is opened is closed";
     }
-    /// Says that an error came out, which may leave recordsets to go out of use unclosed.
+    /// Declares that an error was raised, after which recordsets may be destroyed without being closed.
     void errorCameOut() { dropped = world.database.droppedRecordsets(); }
 
     Lines dropped;

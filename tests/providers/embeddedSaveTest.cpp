@@ -1,4 +1,4 @@
-// Saves of ledger vouchers on the embedded database, where a former number is in use or free.
+// Saves of ledger vouchers on the embedded database, with a former number that is in use or free.
 
 #include "outside/CompanyTest.h"
 

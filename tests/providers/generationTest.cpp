@@ -371,7 +371,7 @@ TEST_F(Generation, ARowThatFindsNoItemEndsWithTheEmptyText) {
     EXPECT_EQ(rows->Item(1)->Item("cCashItemName"), Variant(""));
 }
 
-/// What generation says of the item of each row: line number and source.
+/// What generation reports about the item of each row: line number and source.
 class Observed : public Generation {
 protected:
     Observed() {

@@ -16,7 +16,7 @@ namespace {
 constexpr auto asGiven = statements::LiteralPolicy::asGiven;
 constexpr VoucherKey key{1, 2, 5};
 
-// The columns that a voucher table can give a row: all that it stores but its identity, its item and its date.
+// The columns that a voucher table can provide for a row: all stored ones except identity, item and date.
 statements::ColumnList columns(bool keyed, bool byOutsideKey) {
     statements::ColumnList list(asGiven, "");
     const auto add = [&](const std::string& names) {

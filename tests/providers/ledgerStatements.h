@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-/// The statements that the providers send, by their templates and arguments, for the voucher of period 1, kind 2 and
-/// number 5 in the table gl_accvouch and the year 2013 unless another is given.
+/// The statements that the providers send, by template and arguments, for the voucher with period 1, kind 2 and
+/// number 5 in the table gl_accvouch and the year 2013 unless stated otherwise.
 namespace z7::cashflow::test::ledger {
 
 [[nodiscard]] std::string option(const std::string& name);
@@ -36,7 +36,7 @@ namespace z7::cashflow::test::ledger {
 [[nodiscard]] std::string outsideLines(const std::string& table);
 [[nodiscard]] std::string outsideSum(const std::string& table);
 
-/// Sessions as the journal of the scripted database names them.
+/// Sessions as named in the journal of the scripted database.
 [[nodiscard]] inline std::string run(const std::string& text) { return "main: " + text; }
 [[nodiscard]] inline std::string open(const std::string& text) { return "main(0,1): " + text; }
 [[nodiscard]] inline std::string openStatic(const std::string& text) { return "main(3,-1): " + text; }

@@ -1,5 +1,5 @@
-// What every operation of the two contracts leaves behind, where it goes well and where any one of its statements
-// fails: the year, the options, tables in tempdb, arguments that it may change, recordsets. One table, operation by
+// What every operation of the two contracts leaves behind if it succeeds and if any of its statements fails: the
+// year, the options, tables in tempdb, arguments that it may change, recordsets. One table with an entry per
 // operation.
 
 #include "providers/ProviderTest.h"
@@ -12,14 +12,14 @@
 namespace z7::cashflow::test {
 namespace {
 
-/// What can be seen of the thread, the provider, the database and the caller's arguments, by name.
+/// The visible state of the thread, the provider, the database and the caller's arguments, by name.
 using Sight = std::map<std::string, std::string>;
 
 std::string onOff(bool flag) { return flag ? "on" : "off"; }
 
-/// The ledger voucher 1/2/5 in gl_accvouch, the outside voucher OUT in the table mine, and what is handed to an
-/// operation. The thread works in 2011 and the voucher's date lies in 2012; the account's options are the opposite of
-/// the thread's.
+/// The ledger voucher 1/2/5 in gl_accvouch, the outside voucher OUT in the table mine, and the arguments of the
+/// operations. The thread works in 2011 and the voucher's date is in 2012; the account's options are the opposite
+/// of the thread's.
 struct World : Ledger {
     explicit World(bool options) : optionsOn(options) {
         modPublic::SetIYear(2011);
@@ -52,7 +52,7 @@ struct World : Ledger {
         makeTables();
     }
 
-    // Lines of tables without keys. A table made from XML lacks the item column, and a table has a name.
+    // The lines of tables without keys. A table created from XML does not have the item column.
     void answerKeylessTables() {
         database.answerWith("select  code.iYear,inid,", [this](const std::string& text) {
             const bool byOutsideKey = text.find(",ccashitem_id,") != std::string::npos;
@@ -73,7 +73,7 @@ struct World : Ledger {
             return table;
         });
     }
-    // A tempdb that knows its tables.
+    // A tempdb that keeps track of its tables.
     void makeTables() {
         database.answerWith("select inid,idoc", [this](const std::string& text) {
             const std::size_t begin = text.find(" into ") + 6;
@@ -131,7 +131,7 @@ struct World : Ledger {
     const std::shared_ptr<TextLookup> firstTexts = modPublic::context().textLookup;
     std::set<std::string> tables;
     bool noLines = false;
-    // The arguments that go in and come back.
+    // In-out arguments.
     Collection given;
     Collection rows;
     std::string givenXml;
@@ -140,12 +140,12 @@ struct World : Ledger {
     bool check = true;
 };
 
-/// A change that can be seen once a statement has run, and where it goes away again, only until another has.
+/// A change that becomes visible after a statement and, if it is temporary, lasts until another statement.
 struct Change {
     std::string name;
-    std::string value; ///< "option" stands for what the account's options say
+    std::string value; ///< "option" means the value of the account's options
     std::string after; ///< beginning of the statement; empty for at once
-    int nth = 1;       ///< of several such statements
+    int nth = 1;       ///< which of several such statements
     std::string until = {};
 };
 
@@ -156,14 +156,14 @@ struct Operation {
     Step prepare;
     Step run;
     std::vector<Change> leaves;
-    int error = 0; ///< the error in which it ends by itself
+    int error = 0; ///< error in which the operation ends without any failing statement
 };
 
 std::ostream& operator<<(std::ostream& out, const Operation& operation) { return out << operation.name; }
 
 const Date day(41279.0);
 
-// The statements on which something changes.
+// The statements that cause a change.
 const char* const askPeriod = "select iyear,iid";
 const char* const askCash = "select code.ccode from ";
 const char* const askSum = "select (sum(md)";
@@ -180,7 +180,7 @@ const Change lastingTable{"tempdb", "1", makeTable, 1, ""};
 
 void nothing(World&) {}
 
-/// A host's collection for the voucher, with one row on line 2.
+/// Creates a host's collection for the voucher, with one row on line 2.
 void giveRows(World& on, double credit, const Variant& item = "01") {
     on.given = on.provider.CreateCashFlowCollection();
     on.given->UpdateCol(1, 2, 5, day);
@@ -203,7 +203,7 @@ void giveXml(World& on, double credit) {
 }
 void giveFittingXml(World& on) { giveXml(on, 100.0); }
 void giveOtherXml(World& on) { giveXml(on, 99.0); }
-void givePassedOver(World& on) { on.check = !on.optionsOn; } // what the account's option replaces
+void givePassedOver(World& on) { on.check = !on.optionsOn; } // replaced by the account's option
 void giveNoXml(World& on) { on.xml = on.givenXml = "no xml"; }
 void storeRow(World& on) { on.setStored({"88"}); }
 void withoutCash(World& on) { on.haveCash(false); }
@@ -458,7 +458,7 @@ protected:
     const Operation operation = std::get<0>(GetParam());
     const bool optionsOn = std::get<1>(GetParam());
 
-    /// Where in the statements a change comes or goes, from 1; 0 for at once.
+    /// The position of the statement at which a change begins or ends, from 1; 0 for at once.
     static std::size_t placeOf(const std::string& beginning, int nth, const Lines& statements) {
         for (std::size_t at = 0; !beginning.empty() && at < statements.size(); ++at) {
             if (statements[at].starts_with(beginning) && --nth == 0) {
@@ -468,8 +468,8 @@ protected:
         EXPECT_TRUE(beginning.empty()) << "no statement begins with " << beginning;
         return 0;
     }
-    /// What has changed when all statements up to a place have run, and with an ignored failure those behind it as
-    /// well.
+    /// The changes after all statements up to a position, and after an ignored failure those of the later ones
+    /// as well.
     Sight changed(Sight sight, const Lines& statements, std::size_t failed, bool ignored) const {
         const auto hasRun = [&](const std::string& beginning, int nth) {
             const std::size_t place = placeOf(beginning, nth, statements);
@@ -482,8 +482,8 @@ protected:
         }
         return sight;
     }
-    /// A temporary table that is not there cannot be dropped, one that is there may stay, and the name of an item that
-    /// stands on the line itself may fail; it is read again afterwards.
+    /// Failures that are ignored: dropping a temporary table that does not exist, and reading the name of an
+    /// item on the line itself, which is read again later.
     static bool isIgnored(const Lines& statements, std::size_t n) {
         const std::string& text = statements[n - 1];
         return text.starts_with("drop table ") || text.starts_with(dropTable) ||
@@ -541,7 +541,7 @@ TEST_P(LeftBehind, SettingsOfTheProviderStay) {
     EXPECT_TRUE(world.database.texts().back().ends_with(" and ino_id=7")) << "the former number";
 }
 
-/// The operations that write lines of a voucher that is given as XML.
+/// The operations that write lines of a voucher given as XML.
 class LeftBehindByARefusedLine : public LeftBehind {};
 
 TEST_P(LeftBehindByARefusedLine, TheTableStays) {
@@ -558,7 +558,7 @@ TEST_P(LeftBehindByARefusedLine, TheTableStays) {
     EXPECT_EQ(world.database.openRecordsets(), Lines{});
 }
 
-/// Reads, generation and checks, which work on the table that is passed; only saves look at the other one.
+/// Reading, generating and checking, which use the table that is passed; only saves use the other one.
 class LeftBehindByNoSave : public LeftBehind {};
 
 TEST_P(LeftBehindByNoSave, TheTemporaryTableIsNotLookedAt) {

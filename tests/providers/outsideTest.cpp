@@ -5,7 +5,7 @@ namespace {
 
 using namespace ledger;
 
-/// The voucher "OUT" in a table of its own, named mine, which the ledger holds as 1/2/5.
+/// The voucher "OUT" in a table of its own, "mine", which is 1/2/5 in the ledger.
 class Outside : public ProviderTest {
 protected:
     Outside() { prepare(world); }
@@ -375,7 +375,7 @@ TEST_F(Outside, TheCheckOfXmlByAnOutsideKeyReadsLinesAndSumOfItsTable) {
     world.database.acceptPrefix("select inid,idoc");
     world.database.answerPrefix("select * from tempdb..TempVoucher",
                                 {{"ccode", "nc_s", "nd_s", "md", "mc", "md_f", "mc_f", "idoc", "coutno_id"}, {}, {}});
-    // A server whose table has the item column after all comes as far as the row check.
+    // On a server whose table does have the item column, it gets as far as the row check.
     const std::string table = "tempdb..TempVoucher" + GuidSequence::text(1);
     world.database.answer(
         outsideLines(table),

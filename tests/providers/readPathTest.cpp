@@ -10,11 +10,11 @@ protected:
     Collection read(const std::string& table = "gl_accvouch") {
         return world.gl.GetCashFlowColFromDB(world.connection, table, 1, 2, 5, Date(41279.0));
     }
-    /// The XML of no rows of a voucher.
+    /// The XML of a voucher without rows.
     static std::string noRows(Ledger& on, const std::string& key) {
         return "<root " + key + ">" + on.provider.CreateCashFlowCollection()->schemaText() + "<rows>\r\n</rows></root>";
     }
-    /// A database that takes the temporary table of a voucher given as XML.
+    /// Accepts the temporary table of a voucher given as XML.
     void takeTemporaryTables() {
         Table table{{"inid", "ccode", "md", "mc", "nc_s", "nd_s", "md_f", "mc_f", "idoc", "coutno_id"}, {}, {}};
         world.database.acceptPrefix("drop table ");
@@ -257,7 +257,7 @@ TEST_F(ReadPath, OfXmlOfADraftGivesItsItemsToRowsThatHaveNone) {
     }
 }
 
-/// No outside key can be made up, so that a voucher whose lines carry none has none.
+/// No outside key can be generated, so a voucher whose lines have none has none.
 class ReadPathWithoutGuids : public ReadPath {
 protected:
     ReadPathWithoutGuids() {

@@ -5,7 +5,7 @@ namespace {
 
 using namespace ledger;
 
-/// Laying the voucher's present fields over rows, seen through a save of a collection that the host built.
+/// Updating rows with the voucher's present fields, observed by saving a collection that the host created.
 class Refresh : public ProviderTest {
 protected:
     void save(const Collection& rows, const std::string& table = "gl_accvouch") {
@@ -87,8 +87,8 @@ TEST_F(Refresh, ReadsTheKindOnASessionOfItsOwn) {
 
 class RefreshOfTheKind : public Refresh {
 protected:
-    /// What is left in csign of a row on a line with another account, which gets nothing else. The save refuses such a
-    /// row.
+    /// The value left in csign of a row whose line has another account, and which is not updated otherwise. The
+    /// save refuses such a row.
     Variant kindOf(const Variant& before) {
         const Collection rows = hostCollection(world);
         const auto row = addRow(rows, i16(2), "other", 0.0, 100.0);

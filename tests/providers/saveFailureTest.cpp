@@ -7,8 +7,9 @@ namespace {
 
 using namespace ledger;
 
-/// A save is a row of statements. Whichever of them fails, its error comes out under the system's name and nothing
-/// is run behind it. The one exception is the name of an item that a line carries itself: that failure goes unnoticed.
+/// A save is a sequence of statements. If any of them fails, its error passes through under the system's name, and
+/// no further statement is run. The one exception is the name of an item on the line itself: that failure is
+/// ignored.
 class SaveFailure : public ProviderTest {
 protected:
     using Prepare = std::function<void(Ledger&)>;

@@ -14,7 +14,7 @@ protected:
     bool saveEx(Date date, Collection* rows, const std::string& table = "gl_accvouch") {
         return world.gl.SaveCashFlowColEx(world.connection, table, 1, 2, 5, date, rows);
     }
-    /// A collection that fits the voucher in two rows.
+    /// A collection with two rows that match the voucher.
     Collection fitting() {
         Collection rows = hostCollection(world);
         addRow(rows, i16(2), "6001", 0.0, 60.0);

@@ -1,4 +1,4 @@
-// The statements of the dialog once, letter by letter.
+// Every statement of the dialog once, letter by letter.
 
 #include "statements/filledText.h"
 #include "z7cashflow/statements/dialogStatements.h"

@@ -9,7 +9,7 @@
 
 namespace z7::cashflow::statements {
 
-/// A statement with honest values, which go in alike under both policies.
+/// A statement filled with harmless values, for which both policies give the same text.
 template <class... Places>
 std::string text(const Statement<Places...>& statement, const std::type_identity_t<Places>&... values) {
     std::string given = statement.fill(LiteralPolicy::asGiven, values...);

@@ -1,5 +1,5 @@
-// Every value that reaches the library from outside, honest and hostile, through the operations that put it into a
-// statement.
+// Every value that enters the library from outside, harmless and hostile, through the operations that insert it into
+// a statement.
 
 #include "adapters/tsql/shape.h"
 #include "doubles/ContextGuard.h"
@@ -46,7 +46,7 @@ const std::vector<std::string> hostileTexts{
     "0,0) delete from code --",
 };
 
-// Every value that reaches the library from outside, honest by default.
+// All values that enter the library from outside, harmless by default.
 struct Inputs {
     std::string table = "gl_accvouch";
     std::string account = "1001";
@@ -63,11 +63,11 @@ struct Inputs {
     std::string department = "D1";
     std::string amount = "100";
     std::string userNumber = "7";
-    // The state that a host leaves behind, which leads operations to other statements.
+    // State left by a host, with which operations choose other statements.
     bool fromDraft = false;
     bool withoutStoredRows = false;
     bool governmentAccounts = false;
-    bool nothingFound = false; ///< the database has no record for any question
+    bool nothingFound = false; ///< the database returns no records
 };
 
 const std::vector<std::string Inputs::*> allInputs{
@@ -75,7 +75,7 @@ const std::vector<std::string Inputs::*> allInputs{
     &Inputs::system, &Inputs::operatorName, &Inputs::user,       &Inputs::accountId,  &Inputs::year,
     &Inputs::inid,   &Inputs::guid,         &Inputs::department, &Inputs::amount,     &Inputs::userNumber};
 
-// A database that has a record for everything, so that the operations run as far as they can.
+// A database that has a record for every query, so that the operations get as far as possible.
 void answerEverything(ScriptedDatabase& database, bool nothingFound = false) {
     using Rows = std::vector<std::vector<Variant>>;
     const Rows found{{std::int16_t{2013},
@@ -132,14 +132,14 @@ std::string attribute(const char* name, const std::string& value) {
     return text + "'";
 }
 
-// A voucher of one line on a cash account as another subsystem hands it over, without a key of the ledger.
+// A voucher with one line on a cash account, from another subsystem, without a key of the ledger.
 std::string voucherOf(const Inputs& in) {
     return "<voucher><line" + attribute("inid", in.inid) + attribute("ccode", in.account) + attribute("md", in.amount) +
            attribute("ccashitem_id", in.item) + attribute("coutno_id", in.outsideKey) +
            attribute("cdept_id", in.department) + "/></voucher>";
 }
 
-// Operations that run statements, each by itself: a refusal of one does not keep the next from being tried.
+// Operations that run statements, each by itself: if one is refused, the next is still tried.
 class Operations {
 public:
     using Run = std::function<void(Connection&, DataProvider&, VoucherProvider&)>;
@@ -234,7 +234,7 @@ void Operations::addLedgerContract(const Inputs& in) {
         auto rows = rowsOf(in);
         provider.Gl().SaveCashFlowCol(con, "gl_accvouch", 1, 2, 5, &rows);
     });
-    add([in](auto& con, auto&, auto& provider) { // a voucher that has got another number
+    add([in](auto& con, auto&, auto& provider) { // a voucher whose number has changed
         provider.Gl().SetOldVouchNoID(4);
         provider.Gl().SaveCashFlowColEx(con, in.table, 1, 2, 5, Date(41279.0));
     });
@@ -248,7 +248,7 @@ void Operations::addLedgerContract(const Inputs& in) {
             (void)provider.Gl().GetCashFlowColFromXml(con, voucherOf(in), creates);
         });
     }
-    add([in](auto& con, auto&, auto&) { // the rows alone, past the reads that would refuse them first
+    add([in](auto& con, auto&, auto&) { // only the rows, without the reads that would refuse them first
         const auto rows = rowsOf(in);
         for (const auto& row : *rows) {
             con.Execute(row->InsertSql("gl_v_cashtable", rows->CFStruct()));
@@ -307,7 +307,7 @@ protected:
             modPublic::SetIYear(0);
             try {
                 operation(connection);
-            } catch (const Error&) { // a refusal; what matters is what reached the database before it
+            } catch (const Error&) { // refused; what matters is what reached the database before
             }
         }
         return database.texts();
@@ -327,7 +327,7 @@ std::string masked(const std::string& text, const std::string& table) {
     return key;
 }
 
-// Honest inputs that lead the operations to every statement that they have.
+// Harmless inputs that lead the operations to all of their statements.
 std::vector<Inputs> honestInputs() {
     std::vector<Inputs> list(1);
     for (const char* table : {"gl_v_accvouch", "sales", "sales.dbo.[sales vouchers]", "#own"}) {
@@ -382,7 +382,8 @@ protected:
             EXPECT_TRUE(honest_.count(masked(text, "gl_accvouch")) != 0) << text;
         }
     }
-    /// How many statements differ from honest ones, or cannot be read, where no policy holds them back.
+    /// The number of statements that differ from the harmless ones or cannot be parsed, if no policy refuses
+    /// them.
     std::size_t departures(const Inputs& in) {
         std::size_t count = 0;
         for (const std::string& text : run(in, false)) {
@@ -413,8 +414,8 @@ TEST_F(HostileInputsAmongHonest, NoValueTurnsAStatementIntoAnother) {
     EXPECT_GT(unguarded, 100U) << "without the policy the same values do reach the database as other statements";
 }
 
-// Two values can leave the shape of a statement as it is while texts become numbers and numbers become texts: so what
-// counts is that no quote of theirs and no second number gets into a statement.
+// Two values can leave the shape of a statement unchanged while texts become numbers and numbers become texts.
+// Therefore the test is that none of their quotes and no second number reaches a statement.
 TEST_F(HostileInputs, SeveralThatWorkTogetherReachNoStatement) {
     const std::vector<std::string> opening{"付',9,1,N'0111',450,0,N'6601", "x', N'y", "a''b"};
     const std::vector<std::string> closing{"a'", "''", "N'0"};

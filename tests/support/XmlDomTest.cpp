@@ -19,7 +19,7 @@ XmlNode rootOf(std::string_view text) {
     return document->documentElement();
 }
 
-// The attributes of a node as they are handed over: local name and text of each.
+// The attributes of a node as returned: local name and text of each.
 std::string attributesOf(const XmlNode& node) {
     std::string list;
     node.eachAttribute([&](std::string_view baseName, std::string_view text) {

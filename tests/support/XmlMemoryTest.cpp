@@ -1,4 +1,4 @@
-// A program of its own: it takes the XML parser's allocator away before the parser is used for the first time.
+// A separate program, because it replaces the XML parser's allocator before the parser is first used.
 
 #include "z7cashflow/support/XmlDocument.h"
 
@@ -15,7 +15,7 @@
 namespace z7::cashflow {
 namespace {
 
-/// The parser's allocator, of which one call fails, or all from one on.
+/// The parser's allocator; one call fails, or all calls from one on.
 struct Allocator {
     static inline long calls = 0;
     static inline long failAt = 0; ///< 0 for never
@@ -72,7 +72,7 @@ void PrintTo(const Case& given, std::ostream* out) { *out << given.name; }
 
 std::string manyRows() {
     std::string text = "<root iperiod='1'><rows>";
-    for (int i = 0; i < 300; ++i) { // more names than the parser's first tables hold
+    for (int i = 0; i < 300; ++i) { // more names than fit into the parser's initial tables
         text += "<row inid='" + std::to_string(i) + "' field" + std::to_string(i) + "='&lt;a&#65;'/>";
     }
     return text + "</rows></root>";
@@ -83,7 +83,7 @@ class XmlMemoryTest : public testing::TestWithParam<Case> {};
 TEST_P(XmlMemoryTest, AnAllocationThatFailsIsSaidToBeJustThat) {
     ASSERT_TRUE(taken);
     const std::string& text = GetParam().text;
-    const std::string expected = outcomeOf(text); // and what the parser sets up once
+    const std::string expected = outcomeOf(text); // also initializes what the parser sets up once
     for (const bool after : {false, true}) {
         long at = 0;
         for (bool failed = true; failed;) {
@@ -91,7 +91,7 @@ TEST_P(XmlMemoryTest, AnAllocationThatFailsIsSaidToBeJustThat) {
             const std::string outcome = outcomeOf(text);
             failed = Allocator::failures > 0;
             Allocator::begin(0, false);
-            if (outcome != expected) { // the parser may do without what it asked for
+            if (outcome != expected) { // the parser may manage without the memory that it requested
                 EXPECT_EQ(outcome, "out of memory") << "allocation " << at << (after ? " and all after it" : "");
             }
         }
@@ -100,7 +100,7 @@ TEST_P(XmlMemoryTest, AnAllocationThatFailsIsSaidToBeJustThat) {
     EXPECT_EQ(outcomeOf(text), expected) << "nothing is left behind";
 }
 
-// The parser calls it a lack of memory too, but it is the document that asks for too much.
+// The parser reports lack of memory for this, too, but it is the document that demands too much.
 TEST(XmlMemory, NamesBeyondTheParsersBoundAreAVerdict) {
     std::string text = "<r>";
     for (int i = 1000000; i < 1650000; ++i) {

@@ -1,6 +1,6 @@
-// A form with the controls of the dialog and rules of its own, for tests of the window alone:
-// window_form [--read-only] [--rows N] [--items N] [--chinese]
-// It writes a line for each event that the window raises, beside the window's own state lines.
+// A form with the controls of the dialog and its own rules, for tests of the window alone: window_form [--read-only]
+// [--rows N] [--items N] [--chinese]. It writes a line for each event of the window, in addition to the window's own
+// state lines.
 
 #include "adapters/wx/WindowSystem.h"
 #include "z7cashflow/support/Error.h"

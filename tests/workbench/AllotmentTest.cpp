@@ -99,13 +99,13 @@ protected:
     }
     ~AllotmentTest() override { modPublic::context() = modPublic::Context{}; }
 
-    /// Lets readers open recordsets on the session as often as they like.
+    /// Lets readers open any number of recordsets on the session.
     void allowReading() {
         EXPECT_CALL(connection, CreateRecordset()).Times(testing::AnyNumber());
         EXPECT_CALL(connection, ConnectionString()).Times(testing::AnyNumber());
     }
 
-    /// A receipt of 5 with that credit amount on its cash line.
+    /// A receipt of 5 with the given credit amount on its cash line.
     static test::Table linesOf(const Variant& credit) {
         const auto line = [](int number, const char* account, const Variant& debit, const Variant& mc, bool cash) {
             return std::vector<Variant>{
@@ -119,7 +119,7 @@ protected:
                 {}};
     }
 
-    /// A save that hands back that many rows, which readers find afterwards.
+    /// A save that returns so many rows, which readers find afterwards.
     auto savesRows(int count) {
         return [this, count](Connection&, const std::string&, std::uint8_t, std::int16_t, std::int32_t, Date,
                              Rows* rows, bool*) {
@@ -247,7 +247,8 @@ TEST_F(AllotmentTest, LocksTheVoucherBeforeAnythingOfItIsRead) {
 }
 
 TEST_F(AllotmentTest, AVoucherThatAnotherDeskHoldsIsRefusedAndTheRunGoesOn) {
-    // As a server says it, as it says of a deadlock, and as the embedded database says it when a transaction begins.
+    // As reported by a server for a lock and for a deadlock, and by the embedded database when a transaction
+    // begins.
     for (const Error& held : {Error(1222, "ODBC", "Lock request time out period exceeded.", "42000"),
                               Error(1205, "ODBC", "deadlocked", "40001"), Error(5, "SQLite", "locked", "HYT00")}) {
         allowReading();
@@ -311,7 +312,7 @@ TEST_F(AllotmentTest, TheYearOfOneVoucherDoesNotReachTheNext) {
     EXPECT_CALL(connection, RollbackTrans()).Times(2);
     EXPECT_CALL(provider, SaveCashFlowColEx(_, _, _, _, _, _, _, _)).WillRepeatedly(Invoke([&years](auto&&...) {
         years.push_back(modPublic::context().yearOverride);
-        modPublic::SetIYear(1900); // as a date outside every period leaves it
+        modPublic::SetIYear(1900); // as left by a date outside all periods
         return true;
     }));
     run(allotment(), 2);

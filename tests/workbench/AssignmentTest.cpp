@@ -1,4 +1,4 @@
-// Items changed by hand, on the small company.
+// Items assigned by hand, on the small company.
 
 #include "workbench/changes/Assignment.h"
 
@@ -20,7 +20,7 @@ class AssignmentTest : public test::CompanyTest {
 protected:
     AssignmentTest() { modPublic::SetIYear(2013); }
 
-    /// What one command works with; a command of its own each time.
+    /// The environment of one command; each command has its own.
     struct Desk {
         explicit Desk(AssignmentTest& test, bool keep = true)
             : log(test.connection, {"li", "test", [] { return Date(41300.0); }, {}}),
@@ -40,7 +40,7 @@ protected:
 
     DataProvider data;
     std::vector<LineRest> rests;
-    const VoucherKey receipt{2013, 1, 1, 6}; ///< 250.5 on line 2, for which a template has item 01
+    const VoucherKey receipt{2013, 1, 1, 6}; ///< 250.5 on line 2, whose template has the item 01
     const VoucherKey other{2013, 1, 2, 5};
 };
 
@@ -122,8 +122,8 @@ TEST_F(AssignmentTest, ReassigningMovesTheRowsOfOneItemAndAccount) {
     EXPECT_THAT(company.storedRows(), ElementsAre(stored("01", "250.5")));
 }
 
-/// Random changes of two vouchers end where the log says, and undoing all of them gives the first rows back, to the
-/// last column.
+/// After random changes of two vouchers the rows are those of the log, and undoing all changes restores the first
+/// rows with every column.
 TEST_F(AssignmentTest, WhateverIsDoneEndsWhereTheLogSaysAndIsUndoneToTheLastColumn) {
     for (unsigned seed = 1; seed <= 6; ++seed) {
         std::mt19937 random(seed);
@@ -165,7 +165,7 @@ TEST_F(AssignmentTest, WhateverIsDoneEndsWhereTheLogSaysAndIsUndoneToTheLastColu
                     }
                 }
             }
-            std::map<std::int32_t, std::vector<RowImage>> latest; // what the log says of each voucher, by number
+            std::map<std::int32_t, std::vector<RowImage>> latest; // the log's rows of each voucher, by number
             for (const auto& run : readRuns(connection)) {
                 for (const VoucherKey& changed : vouchersOfRun(connection, run.number)) {
                     latest.emplace(changed.number, readLogged(connection, run.number, changed).after);

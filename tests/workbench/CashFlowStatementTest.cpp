@@ -11,7 +11,7 @@
 namespace z7::cashflow::workbench {
 namespace {
 
-/// The small company, to which tests add lines and rows of 2013 (or another year).
+/// The small company, to which tests add lines and rows in 2013 (or another year).
 class CashFlowStatementTest : public ::testing::Test {
 protected:
     void line(const std::string& key, const std::string& account, double debit, double credit) {

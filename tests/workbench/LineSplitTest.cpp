@@ -11,7 +11,7 @@ using testing::IsEmpty;
 
 Amount of(const char* text) { return Amount::read(text); }
 
-/// "0101 300.00" of each part.
+/// "0101 300.00" for each part.
 std::vector<std::string> parts(const LineSplit& split) {
     std::vector<std::string> texts;
     for (const ItemPart& part : split.parts) {

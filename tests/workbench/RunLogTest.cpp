@@ -28,9 +28,8 @@ protected:
         return Allotment(session, data, gl, true, &log).allot(key);
     }
 
-    /// Runs a change again and again while its first, second, third ... statement fails, until it is done without a
-    /// failure, and looks each time whether nothing has happened. Returns the number of statements; begin and commit
-    /// are among them.
+    /// Repeats a change while its first, second, third ... statement fails, until it succeeds, and checks each
+    /// time that nothing has changed. Returns the number of statements, including begin and commit.
     template <class Change> int failEverywhere(Change&& change) {
         const auto before = rows();
         const std::size_t runs = readRuns(connection).size();

@@ -10,12 +10,12 @@ class PooledConnection;
 
 namespace z7::cashflow::host {
 
-/// While it lives, a connection asks each question that concerns the account and no voucher once (items, templates,
-/// options, periods, voucher kinds, accounts), until the run itself changes one of their tables. What others change there
-/// meanwhile is not seen.
+/// While it lives, a connection runs each query that concerns the account and not a voucher (items, templates, options,
+/// periods, voucher kinds, accounts) only once, until the run itself changes one of their tables. Changes by others are
+/// not seen meanwhile.
 class RememberedAnswers {
 public:
-    /// The connection outlives it. One that no adapter of ours made remembers nothing.
+    /// The connection outlives it. For a connection of a foreign adapter nothing is remembered.
     explicit RememberedAnswers(Connection& connection);
     RememberedAnswers(const RememberedAnswers&) = delete;
     RememberedAnswers& operator=(const RememberedAnswers&) = delete;
