@@ -10,19 +10,19 @@
 
 namespace z7::cashflow::texts {
 
-/// One text of the library in both languages. Places for arguments are {0}, {1} and so on. docs/texts.md says where the
-/// library uses each, and why some begin or end with a blank.
+/// One text of the library in both languages. Places for arguments are {0}, {1} and so on. docs/texts.md says where
+/// the library uses each, and why some begin or end with a blank.
 struct ResourceText {
     std::string_view key;
     std::string_view chinese;
     std::string_view english;
 };
 
-/// Every key that the library looks up, once, with its texts.
+/// Every key of the library, once, with its texts.
 [[nodiscard]] std::span<const ResourceText> resourceTexts() noexcept;
 
-/// The library's texts in one language, for Z7Login::TextLookup. The letter case of a key counts. An unknown key raises
-/// an Error with the reason textKeyUnknown, which names the key.
+/// The library's texts in one language, for Z7Login::TextLookup. Keys are case-sensitive. An unknown key raises an
+/// Error with the reason textKeyUnknown, which names the key.
 class CatalogueText final : public TextLookup {
 public:
     explicit CatalogueText(Language language) noexcept : language_(language) {}
@@ -32,8 +32,8 @@ private:
     Language language_;
 };
 
-/// The same texts with their places filled, for Z7Login::FormattedTextLookup. An argument is written as a statement
-/// would write it; null and empty fill a place with nothing.
+/// The same texts with their places filled, for Z7Login::FormattedTextLookup. An argument is written as in a
+/// statement; null and empty arguments become the empty text.
 class CatalogueFormattedText final : public FormattedTextLookup {
 public:
     explicit CatalogueFormattedText(Language language) noexcept : text_(language) {}

@@ -13,7 +13,7 @@ constexpr utf8proc_int32_t joiner = 0x200D;
 constexpr std::size_t wide = 2;
 
 struct Character {
-    utf8proc_int32_t codePoint = -1; ///< -1 for a byte that begins no valid character
+    utf8proc_int32_t codePoint = -1; ///< -1 for a byte that does not begin a valid character
     std::size_t bytes = 1;
 };
 
@@ -30,8 +30,8 @@ bool mayBeShown(utf8proc_int32_t codePoint) noexcept {
         return false;
     }
     switch (utf8proc_category(codePoint)) {
-    case UTF8PROC_CATEGORY_CC: // control characters, the escape among them
-    case UTF8PROC_CATEGORY_CF: // invisible marks, those of writing direction among them
+    case UTF8PROC_CATEGORY_CC: // control characters, including escape
+    case UTF8PROC_CATEGORY_CF: // invisible marks, including those of writing direction
     case UTF8PROC_CATEGORY_CS:
     case UTF8PROC_CATEGORY_CN:
     case UTF8PROC_CATEGORY_ZL:
@@ -50,14 +50,14 @@ bool isPictograph(utf8proc_int32_t codePoint) noexcept {
     return codePoint >= 0 && utf8proc_get_property(codePoint)->boundclass == UTF8PROC_BOUNDCLASS_EXTENDED_PICTOGRAPHIC;
 }
 
-/// Walks through the code points of a text and knows where a sign ends, as people count them.
+/// Iterates over the code points of a text and recognizes where user-perceived characters end.
 class SignWalk {
 public:
     explicit SignWalk(std::string_view text) noexcept : text_(text), character_(characterAt(text, 0)) {}
     [[nodiscard]] bool atEnd() const noexcept { return at_ >= text_.size(); }
     [[nodiscard]] std::size_t at() const noexcept { return at_; }
     [[nodiscard]] Character character() const noexcept { return character_; }
-    /// Goes on to the next code point; true if a new sign begins with it.
+    /// Moves to the next code point; true if a new character begins with it.
     bool advance() noexcept {
         const utf8proc_int32_t last = character_.codePoint;
         at_ += character_.bytes;
@@ -71,7 +71,7 @@ public:
         }
         return utf8proc_grapheme_break_stateful(last, character_.codePoint, &state_) != 0;
     }
-    /// Whether the code point joins the pictographs before and after it to one.
+    /// Whether the code point joins the pictographs before and after it.
     [[nodiscard]] bool joins() const noexcept {
         SignWalk next = *this;
         return character_.codePoint == joiner && !next.advance() && isPictograph(next.character_.codePoint);
@@ -84,7 +84,8 @@ private:
     utf8proc_int32_t state_ = 0;
 };
 
-/// The first sign of a text that is not empty, with its columns: what is joined to one sign takes the place of one.
+/// The first character of a text that is not empty, with its columns; characters joined into one take the columns
+/// of one.
 struct Sign {
     std::size_t bytes = 0;
     std::size_t columns = 0;
@@ -107,7 +108,7 @@ std::string printable(std::string_view text) {
     for (SignWalk walk(text); !walk.atEnd(); walk.advance()) {
         const utf8proc_int32_t codePoint = walk.character().codePoint;
         if (text.substr(walk.at(), 2) == "\r\n") {
-            continue; // the line feed after it stands for both
+            continue; // the line feed after it becomes the blank
         }
         if (codePoint == '\n' || codePoint == '\r' || codePoint == '\t') {
             shown += ' ';

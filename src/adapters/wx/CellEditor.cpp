@@ -33,13 +33,13 @@ bool isBeginningOfNumber(const std::wstring& text, std::int16_t decimals) {
 
 CellEditor::CellEditor(wxWindow& cells, std::function<bool(const wxKeyEvent&)> onKey, std::function<void()> onReference)
     : onKey_(std::move(onKey)) {
-    // The windows belong to the one that shows the cells, as every child window does to its parent.
+    // The window that shows the cells owns these windows, as every parent owns its child windows.
     // NOLINTBEGIN(cppcoreguidelines-owning-memory)
     entry_ = new wxTextCtrl(&cells, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize,
                             wxTE_PROCESS_ENTER | wxTE_PROCESS_TAB | wxBORDER_NONE);
     reference_ =
         new wxButton(&cells, wxID_ANY, wxString::FromUTF8("…"), wxDefaultPosition, wxDefaultSize, wxBU_EXACTFIT);
-    reference_->SetCanFocus(false); // a click on it leaves the keys with the entry
+    reference_->SetCanFocus(false); // a click on it leaves the keyboard focus in the entry
     // NOLINTEND(cppcoreguidelines-owning-memory)
     makeCompact(*entry_);
     makeCompact(*reference_);

@@ -17,35 +17,35 @@ class wxWindow;
 
 namespace z7::cashflow::wx {
 
-/// The entry that lies over the current cell of a grid while the user edits it, with a reference button in some
-/// columns. It leaves the keys that end an edit, and all decisions, to its grid.
+/// The entry over the current cell of a grid while the user edits it, with a reference button in some columns. The
+/// keys that end an edit, and all decisions, are left to the grid.
 class CellEditor final : public cashflow::ActiveEditor {
 public:
-    /// Both stand on the window that shows the cells, which owns their controls. onKey answers whether it took the key;
-    /// onReference follows the button.
+    /// The window that shows the cells owns the controls. onKey returns whether it handled a key; onReference
+    /// is called by the button.
     CellEditor(wxWindow& cells, std::function<bool(const wxKeyEvent&)> onKey, std::function<void()> onReference);
 
     [[nodiscard]] bool Visible() const override { return open_; }
 
-    /// Opens it over a cell with a text, all of which is selected, or with its end ready for more where the user has
-    /// begun to type.
+    /// Opens it over a cell with a text. Either all of the text is selected, or the cursor is at its end, if
+    /// the user has begun to type.
     void open(const wxRect& place, const GridColumn& column, const wxString& text, bool selectAll);
-    /// Closes it. What it holds is lost.
+    /// Closes it and discards its text.
     void close();
     /// Moves it with its cell.
     void place(const wxRect& place);
 
     [[nodiscard]] wxString text() const;
-    /// Gives it another text, whatever its column takes.
+    /// Sets its text, whatever its column allows.
     void text(const wxString& value);
     void focus();
     [[nodiscard]] bool hasFocus() const;
     void font(const wxFont& value);
-    /// What assistive technology reads out for it: the title of its column, which has an ellipsis at the reference
+    /// The name for assistive technology: the title of the column, with an ellipsis if there is a reference
     /// button.
     void name(const wxString& value);
 
-    /// The reference button's place on the screen while it shows.
+    /// The position of the reference button on the screen, if it is visible.
     [[nodiscard]] std::optional<wxRect> referencePlace() const;
 
 private:
@@ -60,8 +60,8 @@ private:
     wxString lastGood_;
 };
 
-/// Whether a text is a number, or the beginning of one that the user is typing: a sign, digits with commas between, and
-/// up to so many decimals.
+/// Whether a text is a number or the beginning of one: a sign, digits with commas between them, and at most the
+/// given number of decimals.
 [[nodiscard]] bool isBeginningOfNumber(const std::wstring& text, std::int16_t decimals);
 
 } // namespace z7::cashflow::wx

@@ -8,7 +8,7 @@ namespace z7::cashflow::wx {
 
 namespace {
 
-/// Counts a running event, whichever way it ends.
+/// Counts a running event for its lifetime.
 class Running {
 public:
     explicit Running(int& count) : count_(count) { ++count_; }

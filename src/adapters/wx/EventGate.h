@@ -7,24 +7,24 @@
 
 namespace z7::cashflow::wx {
 
-/// The way by which a form's controls raise events: one user action at a time, and no exception passes through the
-/// window system, which is C.
+/// Through it the controls of a form raise events: one user action at a time, and without an exception passing
+/// through the window system, which is written in C.
 class EventGate {
 public:
     /// The listener outlives the gate.
     explicit EventGate(FormEvents& listener) : listener_(listener) {}
 
     [[nodiscard]] FormEvents& listener() noexcept { return listener_; }
-    /// Whether an event is running. What the user does meanwhile raises none.
+    /// Whether an event is running. User actions raise no events meanwhile.
     [[nodiscard]] bool busy() const noexcept { return running_ > 0; }
 
-    /// Raises an event. An Error goes to the listener's eventFailed; any other exception is kept and the form
-    /// abandoned. False if the event did not come to its end.
+    /// Raises an event. An Error is passed to the listener's eventFailed; any other exception is kept, and the
+    /// form is abandoned. Returns false if the event was not completed.
     bool raise(const std::function<void()>& event);
 
-    /// What takes the form from the screen after a defect.
+    /// Sets the function that removes the form from the screen after a defect.
     void onDefect(std::function<void()> abandon) { abandon_ = std::move(abandon); }
-    /// Throws what was kept.
+    /// Throws the exception that was kept, if there is one.
     void rethrowDefect();
 
 private:

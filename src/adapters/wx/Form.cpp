@@ -87,7 +87,7 @@ Form::~Form() {
 }
 
 void Form::build(const FormDesign& design) {
-    // Windows are made in the tab order, which is how the toolkit walks them.
+    // Windows are created in tab order, because the toolkit tabs in the order of creation.
     std::vector<const ControlDesign*> byTab;
     for (const ControlDesign& control : design.controls) {
         byTab.push_back(&control);
@@ -147,7 +147,7 @@ void Form::bindEvents() {
     dialog_->Bind(wxEVT_CHAR_HOOK, &Form::onKey, this);
     dialog_->Bind(wxEVT_CLOSE_WINDOW, [this](wxCloseEvent& event) {
         if (event.CanVeto()) {
-            event.Veto(); // the form goes when its logic unloads it
+            event.Veto(); // the form is closed by its logic
         }
         if (!gate_.busy() && !unloaded_) {
             wxWindow* const focus = wxWindow::FindFocus();
@@ -228,7 +228,7 @@ void Form::click(const std::string& name) {
     if (unloaded_ || mainGrid_ == nullptr) {
         return;
     }
-    // A command that took the cursor to another cell, or made and removed lines, wants the keys to follow.
+    // After a command that moved the cursor to another cell, or added or removed lines, the grid gets the focus.
     if (!(mainGrid_->current() == before) || mainGrid_->Rows() != rowsBefore || mainGrid_->ActiveEditor()->Visible()) {
         mainGrid_->SetFocus();
     } else {

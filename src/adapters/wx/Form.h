@@ -19,7 +19,7 @@ namespace z7::cashflow::wx {
 
 class StateLines;
 
-/// A button of a form. Its caption is made smaller where it would be cut off.
+/// A button of a form. Its caption is made smaller if it does not fit.
 class Button final : public ZQCommandButton {
 public:
     /// The form owns the button's window.
@@ -41,14 +41,14 @@ private:
 class Caption final : public ZQFrmCaption {
 public:
     explicit Caption(wxDialog& form) : form_(form) {}
-    void fontName(const std::string& /*name*/) override {} // the window manager writes the title in its own font
+    void fontName(const std::string& /*name*/) override {} // the title bar has the window manager's font
     void caption(const std::string& text) override;
 
 private:
     wxDialog& form_;
 };
 
-/// The key hook of a form, which writes nothing.
+/// The key hook of a form, which draws nothing.
 class KeyHook final : public ZQKeyHookCtrl {
 public:
     void fontName(const std::string& name) override;
@@ -80,7 +80,7 @@ private:
     void onKey(wxKeyEvent& event);
     void click(const std::string& name);
     void focusFirst(bool fromTheStart);
-    /// Gives the keys back to a window, or to the grid, where a message box that closed has left them nowhere.
+    /// Returns the focus to a window, or to the grid if closing a message box left it nowhere.
     void restoreFocus(wxWindow* window);
     [[nodiscard]] std::string state() const;
     [[nodiscard]] std::string places() const;

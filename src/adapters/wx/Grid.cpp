@@ -17,7 +17,7 @@ namespace {
 
 constexpr std::int32_t settled = 2;
 constexpr std::int32_t notSettled = 1;
-constexpr std::int32_t accountColumn = 1; // an unfinished line is one without a text here
+constexpr std::int32_t accountColumn = 1; // a line without a text in this column is unfinished
 constexpr std::int16_t alignLeft = 1;
 
 wxRect placeOnForm(const ControlDesign& design) {
@@ -82,7 +82,9 @@ void Grid::Col(std::int32_t value) {
     setCurrent({model_.current().row, value});
 }
 
-void Grid::ColSel(std::int32_t value) { static_cast<void>(model_.column(value)); } // one cell is selected, that of Col
+void Grid::ColSel(std::int32_t value) {
+    static_cast<void>(model_.column(value));
+} // the one selected cell is that of Col
 
 std::string Grid::TextMatrix(std::int32_t row, std::int32_t col) const { return model_.text({row, col}); }
 
@@ -98,7 +100,7 @@ std::int16_t Grid::ColWidth(std::int32_t col) const {
     const std::int16_t set = model_.column(col).width;
     const int pixels = view_.columnWidth(col);
     if (pixels == toPixels(set)) {
-        return set; // the user has not dragged it, so the pixels' rounding does not count
+        return set; // not dragged by the user: ignores rounding to pixels
     }
     return static_cast<std::int16_t>(std::min<std::int32_t>(toTwips(pixels), std::numeric_limits<std::int16_t>::max()));
 }

@@ -17,18 +17,19 @@ class wxWindow;
 
 namespace z7::cashflow::wx {
 
-/// The grid of the dialog: the cells with their cursor and editor, the keys and clicks on them, and the events that
-/// these raise.
+/// The grid of the dialog: the cells with their cursor and editor, their keys and clicks, and the events that these
+/// raise.
 ///
-/// Every way out of a cell passes through one gate: it asks CellValidate about an open editor and, if the line is left
-/// too, RowValidate about the line. A refusal leaves the editor open with its text and the keys in it.
+/// Every way out of a cell passes one check: it calls CellValidate for an open editor and, if the line is left as
+/// well, RowValidate for the line. If refused, the editor stays open with its text and the focus.
 ///
-/// Keys: Tab and Enter go to the next cell that can be edited, and after the last one ask for a further line; if there
-/// is none, Tab leaves the grid, as Ctrl+Tab does anywhere. Shift goes backwards. The arrow keys, Home, End and the
-/// page keys move the cursor, with Ctrl to the ends. F2 opens the editor, any character opens it with that in place of
-/// the text, Backspace opens it empty; F4 and Alt+Down are its reference button; Escape drops what was typed.
+/// Keys: Tab and Enter move to the next editable cell, and after the last one request a new line; if there is none,
+/// Tab leaves the grid, as Ctrl+Tab always does. Shift moves backwards. The arrow keys, Home, End and the page keys
+/// move the cursor, with Ctrl to the ends. F2 opens the editor, any character opens it and replaces the text,
+/// Backspace opens it empty; F4 and Alt+Down press its reference button; Escape discards what was typed.
 ///
-/// Assistive technology reads the grid as one control, whose name is the title and the text of the current cell.
+/// Assistive technology reads the grid as one control, whose name consists of the title and the text of the current
+/// cell.
 class Grid final : public SuperGrid {
 public:
     /// The form owns the grid's window; the gate outlives the grid.
@@ -55,7 +56,7 @@ public:
     [[nodiscard]] std::int16_t ColWidth(std::int32_t col) const override;
     void ColWidth(std::int32_t col, std::int16_t twips) override;
     void ColAlignment(std::int32_t col, std::int16_t value) override;
-    void GridMode(std::int32_t /*value*/) override {} // there is one mode
+    void GridMode(std::int32_t /*value*/) override {} // there is only one mode
     void GridReadOnly(bool value) override;
     void AddItem(const std::string& text, const std::array<std::int32_t, 8>& rowColors,
                  std::optional<std::int32_t> index) override;
@@ -73,15 +74,15 @@ public:
     void GridColor(std::int32_t color) override;
     void GridColorFixed(std::int32_t color) override;
 
-    /// Opens the editor of the current cell for the user, if the cell and BeforeEdit allow it.
+    /// Opens the editor of the current cell for the user, if the cell and BeforeEdit permit it.
     bool openEditor() { return openEditor(std::nullopt); }
-    /// What the keys of the grid do where it is left by Tab: the argument is true for forwards.
+    /// Sets the function called when Tab leaves the grid; its argument is true for forwards.
     void onLeave(std::function<void(bool)> leave) { leave_ = std::move(leave); }
     [[nodiscard]] wxWindow& window() noexcept { return view_.window(); }
     [[nodiscard]] bool hasFocus() const;
     [[nodiscard]] const CellPlace& current() const noexcept { return model_.current(); }
 
-    /// The grid in words and its places on the screen, for whoever watches the form.
+    /// The grid as text, and its positions on the screen, for test drivers.
     [[nodiscard]] std::string state() const;
     [[nodiscard]] std::string places() const;
 
@@ -91,7 +92,7 @@ private:
     void onCharacter(wxKeyEvent& event);
     void onClick(wxMouseEvent& event, bool twice);
     bool onEditorKey(const wxKeyEvent& event);
-    /// The keys that the cells and the editor share. False for any other key.
+    /// Handles the keys that the cells and the editor share. False for any other key.
     bool travel(const wxKeyEvent& event);
     bool travelByPlace(const wxKeyEvent& event);
     void forward(bool mayLeave);

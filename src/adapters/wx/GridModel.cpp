@@ -114,7 +114,7 @@ std::optional<CellPlace> GridModel::nextEditable(CellPlace from) const {
             }
         }
         if (row > from.row) {
-            break; // a row below without an editable cell ends the way, so that no key walks through all rows
+            break; // a lower row without an editable cell ends the search, so that no key iterates over all rows
         }
     }
     return std::nullopt;

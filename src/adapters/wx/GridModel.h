@@ -8,29 +8,29 @@
 
 namespace z7::cashflow::wx {
 
-/// Kinds of editors as SuperGrid::SetColumnEdit names them.
+/// Kinds of editors, numbered as in SuperGrid::SetColumnEdit.
 enum class EditKind : std::int32_t { text = 0, reference = 1, number = 2 };
 
-/// What a column of the grid is like.
+/// The properties of a grid column.
 struct GridColumn {
     std::int16_t width = 1000;      ///< twips; 0 hides the column
-    std::int16_t maxLength = 0;     ///< longest text of its editor in characters; 0 for any length
+    std::int16_t maxLength = 0;     ///< maximum length of a text in the editor in characters; 0 for no limit
     EditKind kind = EditKind::text; ///< its editor
     std::int16_t decimals = 0;      ///< of a number
-    bool leftAligned = false;       ///< texts stand at the left; else numbers stand at the right
+    bool leftAligned = false;       ///< texts are left-aligned; otherwise numbers are right-aligned
 };
 
-/// A place in the grid. Rows and columns count from 0, the header included.
+/// A position in the grid. Rows and columns are counted from 0, including the header.
 struct CellPlace {
     std::int32_t row = 0;
     std::int32_t col = 0;
     friend bool operator==(const CellPlace&, const CellPlace&) = default;
 };
 
-/// The texts, colours, columns and current cell of a grid, without a window. It keeps the rules that the port SuperGrid
-/// states for them; no operation on a cell does work that grows with the number of rows.
+/// The texts, colours, columns and current cell of a grid, without a window. It follows the rules of the port
+/// SuperGrid; no operation on a cell takes time that grows with the number of rows.
 ///
-/// Error 9 for a row or column that is not there, and for a negative count.
+/// Error 9 for a row or column that does not exist, and for a negative count.
 class GridModel {
 public:
     [[nodiscard]] std::int32_t rows() const noexcept { return static_cast<std::int32_t>(rows_.size()); }
@@ -57,21 +57,20 @@ public:
     [[nodiscard]] const GridColumn& column(std::int32_t col) const;
     [[nodiscard]] GridColumn& column(std::int32_t col);
 
-    /// Adds a row before an index, or at the end. It counts as changed.
+    /// Inserts a row before an index, or at the end. The row counts as changed.
     void addRow(const std::string& firstText, const std::array<std::int32_t, 8>& colors,
                 std::optional<std::int32_t> index);
     void removeRow(std::int32_t row);
 
-    /// Whether the user changed the row since it was last left with leave to do so.
+    /// Whether the user has changed the row since it was last left successfully.
     [[nodiscard]] bool changed(std::int32_t row) const;
     void changed(std::int32_t row, bool value);
 
-    /// The colour that marks cells which the system fills. The user does not edit them.
+    /// Sets the colour of cells filled by the system, which users cannot edit.
     void systemColor(std::int32_t value) { systemColor_ = value; }
-    /// Whether the user may open an editor in a cell: below the header, in a column that shows, not filled by the
-    /// system.
+    /// Whether the user may edit a cell: below the header, in a visible column, not filled by the system.
     [[nodiscard]] bool editable(const CellPlace& place) const;
-    /// The next editable cell in reading order, or the one before; nothing at the end.
+    /// The next editable cell in reading order, or the previous one; empty at the end.
     [[nodiscard]] std::optional<CellPlace> nextEditable(CellPlace from) const;
     [[nodiscard]] std::optional<CellPlace> previousEditable(CellPlace from) const;
 

@@ -19,9 +19,9 @@ namespace {
 constexpr int rowHeight = 21;
 constexpr int headerHeight = 22;
 constexpr int cellMargin = 3;
-constexpr int scrollStep = 5; // fine enough that the last column comes in without cutting the first digit of another
+constexpr int scrollStep = 5; // small, so that no digit of a column is cut off at the end
 
-/// Hands the texts of a model to the toolkit's grid, which has no row for the header.
+/// Provides the texts of a model to the toolkit's grid, which has no row for the header.
 class ModelTable final : public wxGridTableBase {
 public:
     explicit ModelTable(const GridModel& model) : model_(model) {}
@@ -41,7 +41,7 @@ private:
     const GridModel& model_;
 };
 
-/// Draws a text in a rectangle; what does not fit ends in an ellipsis.
+/// Draws a text in a rectangle; a text that does not fit ends in an ellipsis.
 void drawText(wxDC& dc, const wxString& text, const wxRect& place, int alignment) {
     wxRect inner = place;
     inner.Deflate(cellMargin, 0);
@@ -75,7 +75,7 @@ public:
     }
 
     wxGridCellRenderer* Clone() const override {
-        // NOLINTNEXTLINE(cppcoreguidelines-owning-memory): the grid counts references
+        // NOLINTNEXTLINE(cppcoreguidelines-owning-memory): the grid uses reference counting
         return new CellPainter(model_, colors_);
     }
 
@@ -127,7 +127,7 @@ wxColour colorOf(std::int32_t value) {
     return {byte(0), byte(8), byte(16)};
 }
 
-// The windows belong to the parent, the table and the painters to the grid, as the toolkit has it.
+// The parent owns the windows; the grid owns the table and the painters, as the toolkit requires.
 // NOLINTBEGIN(cppcoreguidelines-owning-memory)
 GridView::GridView(wxWindow& parent, const GridModel& model, const wxRect& place) : model_(model) {
     colors_ = {*wxWHITE, *wxBLACK, *wxBLACK, *wxWHITE, *wxLIGHT_GREY, *wxBLACK, *wxLIGHT_GREY};
@@ -147,7 +147,7 @@ GridView::GridView(wxWindow& parent, const GridModel& model, const wxRect& place
     grid_->DisableDragGridSize();
     grid_->SetCellHighlightPenWidth(0);
     grid_->SetCellHighlightROPenWidth(0);
-    grid_->Bind(wxEVT_GRID_LABEL_LEFT_CLICK, [](wxGridEvent& /*event*/) {}); // a click on a title moves no cursor
+    grid_->Bind(wxEVT_GRID_LABEL_LEFT_CLICK, [](wxGridEvent& /*event*/) {}); // a title moves no cursor
     grid_->Bind(wxEVT_GRID_LABEL_LEFT_DCLICK, [](wxGridEvent& /*event*/) {});
 }
 // NOLINTEND(cppcoreguidelines-owning-memory)

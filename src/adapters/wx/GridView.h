@@ -24,44 +24,44 @@ struct GridColors {
     wxColour headerLines;
 };
 
-/// A colour of the port: red + 256 * green + 65536 * blue, or a colour of the user's system where bit 31 is set.
+/// Converts a colour of the port: red + 256 * green + 65536 * blue, or a system colour if bit 31 is set.
 [[nodiscard]] wxColour colorOf(std::int32_t value);
 
-/// Draws a GridModel on the screen and says where its cells are. It knows no keys, no clicks and no editor; the
-/// toolkit's own are switched off. Rows and columns are those of the model.
+/// Draws a GridModel on the screen and knows the positions of its cells. It handles no keys, clicks or editing;
+/// those of the toolkit are switched off. Rows and columns are those of the model.
 class GridView {
 public:
     /// The model outlives the view; the parent owns the window.
     GridView(wxWindow& parent, const GridModel& model, const wxRect& place);
 
-    /// The whole grid, and the part of it that shows the cells.
+    /// The whole grid, and its part that shows the cells.
     [[nodiscard]] wxWindow& window() noexcept;
     [[nodiscard]] wxWindow& cells() noexcept;
     [[nodiscard]] wxWindow& header() noexcept;
     [[nodiscard]] GridColors& colors() noexcept { return colors_; }
     void font(const wxFont& value);
-    /// The colour beside the cells.
+    /// Sets the colour of the area outside the cells.
     void background(const wxColour& value);
     /// The colour of the lines between the cells.
     void lines(const wxColour& value);
 
-    /// To be called when the model has other rows or columns.
+    /// Call it when rows or columns of the model were added or removed.
     void sync();
-    /// To be called when a cell or all of them have changed.
+    /// Call it when one cell or all cells have changed.
     void refresh(const CellPlace& place);
     void refresh();
-    /// Scrolls until a cell can be seen.
+    /// Scrolls until a cell is visible.
     void makeVisible(const CellPlace& place);
 
-    /// Width of a column on the screen in pixels.
+    /// The width of a column on the screen in pixels.
     [[nodiscard]] int columnWidth(std::int32_t col) const;
     void columnWidth(std::int32_t col, int pixels);
 
-    /// A cell's place in the window of the cells.
+    /// The position of a cell in the window of the cells.
     [[nodiscard]] wxRect placeOf(const CellPlace& cell) const;
-    /// The cell at a point of that window, if there is one.
+    /// The cell at a point of that window, if any.
     [[nodiscard]] std::optional<CellPlace> cellAt(const wxPoint& point) const;
-    /// How many whole rows are seen at once, at least 1.
+    /// The number of rows that are completely visible, at least 1.
     [[nodiscard]] int rowsSeen() const;
 
 private:

@@ -16,7 +16,7 @@ void Grid::bindEvents() {
     view_.window().Bind(wxEVT_CHAR, &Grid::onCharacter, this);
     cells.Bind(wxEVT_LEFT_DOWN, [this](wxMouseEvent& event) { onClick(event, false); });
     cells.Bind(wxEVT_LEFT_DCLICK, [this](wxMouseEvent& event) { onClick(event, true); });
-    // The toolkit's own answers to the mouse move a cursor that this grid does not use.
+    // The toolkit's own mouse handling moves a cursor that this grid does not use.
     cells.Bind(wxEVT_LEFT_UP, [](wxMouseEvent& /*event*/) {});
     cells.Bind(wxEVT_RIGHT_DOWN, [](wxMouseEvent& /*event*/) {});
     cells.Bind(wxEVT_MOTION, [](wxMouseEvent& /*event*/) {});
@@ -28,7 +28,7 @@ void Grid::bindEvents() {
     });
     cells.Bind(wxEVT_IDLE, [this](wxIdleEvent& event) {
         if (editor_.Visible()) {
-            editor_.place(view_.placeOf(model_.current())); // the cells may have been scrolled, a column dragged
+            editor_.place(view_.placeOf(model_.current())); // the cells may have been scrolled, or a column resized
         }
         event.Skip();
     });
@@ -232,7 +232,7 @@ std::string Grid::state() const {
     text += editor_.Visible() ? "open\ttext=" + utf8(editor_.text()) : "closed\ttext=";
     text += "\tcells=";
     if (at.row < model_.rows()) {
-        for (std::int32_t col = 0; col < model_.cols() - 1; ++col) { // not the hidden key, which is new each time
+        for (std::int32_t col = 0; col < model_.cols() - 1; ++col) { // without the hidden key, which varies
             text += model_.text({at.row, col}) + "|";
         }
     }

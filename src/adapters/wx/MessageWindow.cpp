@@ -8,7 +8,7 @@
 #include <wx/msgdlg.h>
 #include <wx/window.h>
 
-#include <wx/generic/msgdlgg.h> // draws the icon, which the native box of GTK 3 does not
+#include <wx/generic/msgdlgg.h> // draws the icon, unlike the native box of GTK 3
 
 namespace z7::cashflow::wx {
 
@@ -37,7 +37,7 @@ long styleOf(std::int32_t buttons) {
     case 64:
         return style | wxICON_INFORMATION;
     default:
-        return style; // wxICON_NONE is none that the generic box knows
+        return style; // the generic box does not accept wxICON_NONE
     }
 }
 

@@ -27,7 +27,7 @@ constexpr int emptyListHeight = 300;
 constexpr int pageOfRows = 10;
 constexpr double points = 9.0;
 
-/// A list that asks for the texts of the rows that it draws, so that its length costs nothing.
+/// A list that requests the texts of only those rows that it draws, so that long lists are cheap.
 class RowList final : public wxListCtrl {
 public:
     RowList(wxWindow& parent, const std::vector<std::vector<std::string>>& rows)
@@ -49,7 +49,7 @@ public:
             EnsureVisible(bounded);
         }
     }
-    /// The height that shows a number of whole rows below the titles.
+    /// The height that shows the given number of rows below the titles.
     [[nodiscard]] int heightOfRows(int rows) const {
         wxRect first;
         if (positions_.empty() || !GetItemRect(0, first)) {
@@ -79,7 +79,7 @@ private:
     std::vector<std::size_t> positions_;
 };
 
-/// The rows as the search compares them: in lower case, cells apart.
+/// The rows in the form used by the search: in lower case, cells separated.
 std::vector<wxString> searchTexts(const std::vector<std::vector<std::string>>& rows) {
     std::vector<wxString> texts;
     texts.reserve(rows.size());
@@ -101,7 +101,7 @@ public:
                    wxCAPTION | wxCLOSE_BOX | wxSYSTEM_MENU | wxRESIZE_BORDER),
           rows_(rows), texts_(searchTexts(rows)), states_(states) {
         SetFont(fontOf("Tahoma", points));
-        // The windows belong to the dialog, as every child window does to its parent.
+        // The dialog owns these windows, as every parent owns its child windows.
         // NOLINTBEGIN(cppcoreguidelines-owning-memory)
         search_ = new wxTextCtrl(this, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize, wxTE_PROCESS_ENTER);
         list_ = new RowList(*this, rows_);

@@ -6,7 +6,7 @@ namespace z7::cashflow::wx {
 
 class StateLines;
 
-/// The pop-up from which one row is picked: an entry that narrows the list below it. The entry keeps the keyboard; the
+/// The pop-up from which one row is chosen: an entry that filters the list below it. The entry keeps the focus; the
 /// arrow and page keys move in the list.
 class PickWindow final : public PickList {
 public:

@@ -15,7 +15,7 @@ namespace {
 
 constexpr int everyMilliseconds = 10;
 
-/// The focused control by its name, or the nearest of its parents that has one of ours.
+/// The name of the focused control, or of its nearest parent that has a name of ours.
 std::string focusName() {
     for (const wxWindow* window = wxWindow::FindFocus(); window != nullptr; window = window->GetParent()) {
         std::string name = utf8(window->GetName());

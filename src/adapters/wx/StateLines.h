@@ -11,31 +11,31 @@ class wxKeyEvent;
 
 namespace z7::cashflow::wx {
 
-/// What a window says of itself to whoever watches the program.
+/// Functions that describe a window for a test driver.
 struct StateSource {
-    std::function<std::string()> state;  ///< pairs "name=value" divided by tabs
-    std::function<std::string()> places; ///< lines "name x y width height" in pixels of the screen
+    std::function<std::string()> state;  ///< pairs "name=value" separated by tabs
+    std::function<std::string()> places; ///< lines "name x y width height" in screen pixels
 };
 
-/// Writes what is on the screen, a line at each change, so that a test driver can wait for it:
+/// Writes what is on the screen, a line for each change, so that a test driver can wait for it:
 ///
-///     STATE keys=<key presses so far> top=<title of the active window> focus=<control> ...
+///     STATE keys=<number of key presses> top=<title of the active window> focus=<control> ...
 ///     PLACE <name> <x> <y> <width> <height>
 ///
-/// Line breaks, tabs and backslashes in values are written \n, \t and \\. Nothing is written, and no timer runs,
-/// without a stream.
+/// Line breaks, tabs and backslashes in values are written as \n, \t and \\. Without a stream nothing is written
+/// and no timer runs.
 class StateLines {
 public:
-    /// The stream outlives it; a null pointer for none.
+    /// The stream outlives this object; a null pointer means no stream.
     explicit StateLines(std::ostream* out);
     ~StateLines();
     StateLines(const StateLines&) = delete;
     StateLines& operator=(const StateLines&) = delete;
 
-    /// The window on top from now on; leave ends that.
+    /// Makes this the top window; leave ends that.
     void enter(StateSource source);
     void leave();
-    /// A key press reached a window.
+    /// Counts a key press.
     void key() { ++keys_; }
 
 private:
@@ -49,7 +49,7 @@ private:
     std::string lastPlaces_;
 };
 
-/// A value as a state line can hold it.
+/// A value escaped for a state line.
 [[nodiscard]] std::string stateValue(const std::string& text);
 
 } // namespace z7::cashflow::wx

@@ -28,15 +28,15 @@ private:
     StateLines& states_;
 };
 
-/// The toolkit as a library in a process that is not its own: no main loop.
+/// The toolkit used as a library, without its main loop.
 class Application final : public wxApp {
 public:
-    bool OnInit() override { return true; } // the command line is not the toolkit's
+    bool OnInit() override { return true; } // the command line is not for the toolkit
 };
 
 [[noreturn]] void endOnAssertion(const wxString& file, int line, const wxString& function, const wxString& condition,
                                  const wxString& message) {
-    // The toolkit's own answer is a window that waits for somebody to press a button.
+    // By default the toolkit would open a window and wait for somebody to press a button.
     static_cast<void>(std::fprintf(stderr, "%s:%d: %s: %s %s\n", file.utf8_string().c_str(), line,
                                    function.utf8_string().c_str(), condition.utf8_string().c_str(),
                                    message.utf8_string().c_str()));
@@ -60,7 +60,7 @@ std::unique_ptr<WindowSystem> WindowSystem::start(std::ostream* states) {
     int count = 1;
     char name[] = "z7cf";
     char* arguments[] = {name, nullptr};
-    const wxLogNull quiet; // the caller says what is missing
+    const wxLogNull quiet; // the caller reports what is missing
     if (!wxEntryStart(count, static_cast<char**>(arguments))) {
         wxApp::SetInstance(nullptr);
         return nullptr;

@@ -8,18 +8,18 @@
 
 namespace z7::cashflow::wx {
 
-/// The window system for as long as it is needed: the windows of the dialog and its message boxes. One at a time in a
+/// The window system, for as long as it is needed: the windows of the dialog and its message boxes. At most one per
 /// process, used on the thread that started it. It has no main loop; modal windows run their own.
 class WindowSystem {
 public:
-    /// Connects to the user's screen; a null pointer where there is none. states, if it is not null, gets a line at
-    /// each change on the screen (see StateLines) and outlives the window system.
+    /// Connects to the user's screen; returns a null pointer if there is none. If states is not null, a line is
+    /// written to it for each change on the screen (see StateLines); it outlives the window system.
     [[nodiscard]] static std::unique_ptr<WindowSystem> start(std::ostream* states);
     ~WindowSystem();
     WindowSystem(const WindowSystem&) = delete;
     WindowSystem& operator=(const WindowSystem&) = delete;
 
-    /// Shared with whoever takes them; not to be used after the window system has gone.
+    /// The returned objects must not be used after the window system was destroyed.
     [[nodiscard]] std::shared_ptr<DialogFactory> dialogFactory() const;
     [[nodiscard]] std::shared_ptr<MessageBox> messageBox() const;
 

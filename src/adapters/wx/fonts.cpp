@@ -12,7 +12,7 @@ namespace z7::cashflow::wx {
 
 namespace {
 
-constexpr int captionMargin = 10; // pixels on both sides together, the border included
+constexpr int captionMargin = 10; // pixels on both sides together, including the border
 constexpr double smallestCaption = 6.0;
 constexpr double captionStep = 0.25;
 

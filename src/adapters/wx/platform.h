@@ -6,23 +6,24 @@ class wxWindow;
 
 namespace z7::cashflow::wx {
 
-/// What the toolkit does not offer on every window system.
+/// Functions that the toolkit does not offer on every window system.
 
-/// Takes away the margins that a theme puts around a button's caption or the text of an entry, so that it fits the size
-/// which a design has for it.
+/// Removes the margins that a theme puts around a button's caption or an entry's text, so that the text fits the
+/// designed size.
 void makeCompact(wxWindow& control);
 
-/// The name that assistive technology reads out for a control.
+/// Sets the name that assistive technology reads for a control.
 void accessibleName(wxWindow& control, const wxString& name);
 
-/// Shows or hides a control on a window that scrolls. The toolkit's own Hide is not for these: it moves hidden controls
-/// along when the window scrolls, and the window system writes a complaint about each.
+/// Shows or hides a control on a scrolling window. The toolkit's own Hide does not work there: it moves hidden
+/// controls when the window scrolls, and the window system prints a warning for each.
 void showOnScrolled(wxWindow& control, bool show);
 
-/// Keeps the scroll bars of a window on the screen as long as there is more to see than fits.
+/// Keeps the scroll bars of a window visible as long as not everything fits.
 void keepScrollBars(wxWindow& window);
 
-/// Title of the window that has the keyboard, message boxes included; empty if it is none of this program's.
+/// The title of the window with the keyboard focus, including message boxes; empty if it is not a window of this
+/// program.
 [[nodiscard]] wxString activeTitle();
 
 } // namespace z7::cashflow::wx

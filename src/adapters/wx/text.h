@@ -6,7 +6,8 @@
 
 namespace z7::cashflow::wx {
 
-/// The texts of the library are UTF-8. Bytes that are not valid UTF-8 are shown one by one, so that no text vanishes.
+/// Texts of the library are UTF-8. Bytes that are not valid UTF-8 are shown individually, so that no text
+/// disappears.
 [[nodiscard]] inline wxString shown(const std::string& text) {
     const wxString read = wxString::FromUTF8(text.data(), text.size());
     return read.empty() && !text.empty() ? wxString::From8BitData(text.data(), text.size()) : read;

@@ -4,11 +4,11 @@
 
 namespace z7::cashflow::wx {
 
-/// A form's design counts in twips, 1/1440 inch; the window system counts in pixels of a screen with 96 of them to the
-/// inch and enlarges them itself on a screen with more. This is the one place where one becomes the other.
+/// A form's design is in twips, 1/1440 inch; the window system uses pixels of 1/96 inch, which it scales itself on
+/// screens with a higher resolution. All conversions are here.
 inline constexpr std::int32_t twipsPerPixel = 15;
 
-/// The nearest number of pixels.
+/// Rounds to the nearest pixel.
 [[nodiscard]] constexpr int toPixels(std::int32_t twips) noexcept {
     return (twips >= 0 ? twips + twipsPerPixel / 2 : twips - twipsPerPixel / 2) / twipsPerPixel;
 }

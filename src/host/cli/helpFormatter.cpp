@@ -94,7 +94,7 @@ std::string usageLine(const CLI::App& app, std::string line, Language language) 
 class HelpFormatter final : public CLI::FormatterBase {
 public:
     explicit HelpFormatter(Language language) noexcept : language_(language) {}
-    // the base class's name
+    // NOLINTNEXTLINE(readability-identifier-naming): the base class's name
     [[nodiscard]] std::string make_help(const CLI::App* app, std::string name, CLI::AppFormatMode mode) const override;
 
 private:

@@ -16,7 +16,7 @@ namespace {
 
 bool isVoucherReference(const std::string& sRefID) { return asciiLower(sRefID) == "voucher"; }
 
-// The filter of a request; empty where the request is no document or has none.
+// The filter of a request; empty if the request is not a document or has no filter.
 std::string filterOf(const std::string& sXML) {
     if (sXML.empty()) {
         return {};
@@ -29,7 +29,7 @@ std::string filterOf(const std::string& sXML) {
     return filters.empty() ? std::string() : filters.front().text();
 }
 
-// Account codes are in both tables of the join, so that the filter has to name the one that it means.
+// Both tables of the join have account codes, so the filter must be qualified.
 std::string withQualifiedAccounts(std::string filter) {
     constexpr std::string_view plain = "(ccode";
     constexpr std::string_view qualified = "(a.ccode";

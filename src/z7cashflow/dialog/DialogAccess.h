@@ -4,7 +4,7 @@
 
 namespace z7::cashflow {
 
-/// The write side of a collection's Changed, which is open to the dialog alone.
+/// Write access to a collection's Changed, for the dialog only.
 class DialogAccess {
 public:
     static void Changed(CashFlowCollection& collection, bool value) noexcept { collection.Changed_ = value; }

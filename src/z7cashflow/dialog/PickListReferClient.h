@@ -9,8 +9,8 @@
 
 namespace z7::cashflow {
 
-/// The item client for hosts that have none of the suite's: reads the cash-flow items under the filter on a session of
-/// its own and shows them in a pick list. Other classes of items cannot be shown.
+/// The item client for hosts without one of the suite: reads the cash-flow items that match the filter on its own
+/// session and shows them in a pick list. Other classes of items cannot be shown.
 class PickListReferClient final : public ZQReferClient {
 public:
     explicit PickListReferClient(std::unique_ptr<PickList> list);

@@ -9,8 +9,9 @@
 
 namespace z7::cashflow {
 
-/// The reference client for hosts that have none of the suite's: columns and title as the provider's document has them,
-/// the rows in a pick list. A provider that fails, by error or by its message, is a failure with that text.
+/// The reference client for hosts without one of the suite: shows the rows in a pick list, with columns and title
+/// from the provider's document. If the provider fails, by an error or a message, the result is a failure with that
+/// text.
 class PickListServerRefClient final : public ServerRefClient {
 public:
     explicit PickListServerRefClient(std::unique_ptr<PickList> list);

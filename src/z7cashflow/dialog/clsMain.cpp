@@ -13,7 +13,7 @@
 
 namespace z7::cashflow {
 
-/// A ledger voucher as a host names it.
+/// The key of a ledger voucher as given by a host.
 struct clsMain::Voucher {
     const std::string& table;
     std::uint8_t iPeriod;
@@ -45,7 +45,7 @@ std::string trimmed(const Variant& value) {
     return begin == std::string::npos ? std::string() : text.substr(begin, text.find_last_not_of(' ') - begin + 1);
 }
 
-// Items that a user has chosen by hand outlive a regeneration.
+// Items that a user has chosen by hand survive a regeneration.
 void takeItemsFrom(const CashFlowCollection& former, const CashFlowCollection& rows) {
     for (const auto& row : rows) {
         if (!isNullOrEmpty(row->Item("cCashItem"))) {
@@ -171,7 +171,7 @@ bool clsMain::InitCashFlow(const std::string& strVoucherTable, std::uint8_t iPer
             finishCollection(voucher);
         }
     } catch (const Error&) {
-        failed = true; // the answer says so
+        failed = true; // the result says so
     }
     if (touchesCash && !failed) {
         return true;

@@ -159,8 +159,8 @@ void frmCashFlow::eventFailed(const Error& error) {
     modPublic::ShowMessage(error.description(), stopSign, modPublic::GetText("Z7.CW.GL.CashFlow.00013"), "", 0);
 }
 
-// A close box runs cmdCancel in the query, which unloads by itself: the query of this pass then goes on with what is
-// left.
+// The close box executes cmdCancel in its query, which unloads by itself; this pass then continues with what
+// remains.
 void frmCashFlow::unload() {
     queryUnload();
     removeUnfinishedRows();

@@ -17,11 +17,11 @@ namespace z7::cashflow {
 
 class IGlVoucherProvider;
 
-/// The modal dialog in which a user edits the cash-flow rows of one voucher: a grid with a line for each row, and seven
-/// buttons.
+/// The modal dialog in which a user edits the cash-flow rows of one voucher: a grid with a line for each row, and
+/// seven buttons.
 ///
-/// It works on the collection itself: every accepted cell goes into its row at once. Rows are not saved here. One
-/// object serves one showing: ReadOnly, LoadData, showModal, then CashFlowCol.
+/// It changes the collection directly: every accepted cell is stored in its row at once. Rows are not saved here.
+/// An object is used once: ReadOnly, LoadData, showModal, then CashFlowCol.
 class frmCashFlow final : public FormEvents {
 public:
     frmCashFlow();
@@ -29,24 +29,25 @@ public:
     frmCashFlow(const frmCashFlow&) = delete;
     frmCashFlow& operator=(const frmCashFlow&) = delete;
 
-    /// The collection that the dialog holds: the one given to LoadData, or the one that regeneration put in its place.
+    /// The dialog's collection: the one given to LoadData, or its replacement by a regeneration.
     [[nodiscard]] const std::shared_ptr<CashFlowCollection>& CashFlowCol() const noexcept { return CashFlowCol_; }
-    /// Whether nothing may be changed; to be set before LoadData.
+    /// Whether the dialog is read-only; must be set before LoadData.
     [[nodiscard]] bool ReadOnly() const noexcept { return ReadOnly_; }
     void ReadOnly(bool value) noexcept { ReadOnly_ = value; }
 
-    /// Fills the grid with the rows of a collection; the first call makes the window. Nothing happens without a
-    /// collection. With blnCheckCF OK compares the sums of an empty collection too. Errors of the connection and the
-    /// statements, of the window system, and 91 without the host's factories.
+    /// Fills the grid with the rows of a collection; the first call creates the window. Without a collection it
+    /// does nothing. With blnCheckCF, OK compares the sums of an empty collection, too. Errors of the
+    /// connection, the statements and the window system pass through; 91 without the host's factories.
     void LoadData(const std::shared_ptr<Z7Login>& objLogin, const std::shared_ptr<CashFlowCollection>& CashFlowCol,
                   bool blnCheckCF);
-    /// Stores the widths of a grid's columns under the name of a layout where they differ from those stored by more
-    /// than 60 twips, after asking. Failures are ignored, but for a message about one in the middle of writing.
+    /// After asking the user, stores the widths of a grid's columns under the name of a layout if they differ
+    /// from the stored ones by more than 60 twips. Failures are ignored, except for a message about a failure
+    /// while writing.
     void SaveMyColWidth(SuperGrid& grid, const std::string& name);
-    /// Shows the dialog until it is closed. LoadData comes first.
+    /// Shows the dialog until it is closed. Call LoadData first.
     void showModal();
 
-    // What the window raises.
+    // Events of the window.
     void BeforeEdit(bool& cancel, std::int32_t column) override;
     void CellValidate(std::string& text, std::int32_t& cancel, std::int32_t row, std::int32_t col) override;
     void RowValidate(std::int32_t& cancel, std::int32_t row, std::int32_t& col) override;
@@ -60,7 +61,7 @@ public:
 private:
     using Widths = std::vector<std::int16_t>;
 
-    // The window, which is made with the first use of a control.
+    // The window, created on the first use of a control.
     DialogForm& form();
     SuperGrid& grid() { return form().grid("SuperGrid1"); }
     void loadForm();
@@ -108,7 +109,7 @@ private:
     void LoadMyColWidth(SuperGrid& grid, const std::string& name);
     void ReadMyColWidth(const std::string& name, std::int16_t mode, Widths& widths, bool& found);
     void WriteMyColWidth(const std::string& name, std::int16_t mode, const Widths& widths);
-    /// The highest index of an array; 0 for one that has none yet.
+    /// The highest index of an array; 0 for an empty one.
     [[nodiscard]] static std::int16_t ArrayUpper(const Widths& widths);
     [[nodiscard]] bool shouldWrite(const std::string& name, std::int16_t mode, const Widths& widths);
 
@@ -120,13 +121,13 @@ private:
     std::shared_ptr<Z7Login> objLogin_;
     std::shared_ptr<Connection> objCon_;
     std::shared_ptr<DataProvider> objData_;
-    std::string strOriginalXml_; ///< the rows as they were at the last LoadData; empty for none
+    std::string strOriginalXml_; ///< the rows at the last LoadData; empty for none
     bool ReadOnly_ = false;
     std::int32_t lngFixedColor_ = 0;
     std::shared_ptr<ReferenceProvider> objRefProvider_;
-    std::string strLastKey_; ///< key of the row that cmdAdd or cmdInsert made last
+    std::string strLastKey_; ///< key of the row last created by cmdAdd or cmdInsert
     bool blnCheckCF_ = false;
-    double dblCashSum_ = 0.0; ///< debit less credit of the voucher's cash accounts, as the first LoadData found it
+    double dblCashSum_ = 0.0; ///< debit less credit of the voucher's cash accounts at the first LoadData
     bool blnClosing_ = false;
     bool blnCancelled_ = false;
     std::unique_ptr<DialogForm> form_;

@@ -43,7 +43,7 @@ bool frmCashFlow::settled() {
     return false;
 }
 
-// Where the grid has dropped a line that the user never filled, its row goes as well.
+// If the grid has dropped a line that the user never completed, its row is removed as well.
 void frmCashFlow::removePendingRow() {
     if (collection().Count() > grid().Rows() - 1) {
         collection().Remove(strLastKey_);
@@ -90,7 +90,7 @@ void frmCashFlow::cmdInsert() {
     standardExit();
 }
 
-// The new line is a further share of the voucher line above, with what is left of it.
+// The new line belongs to the same voucher line as the one above and gets the rest of its amount.
 void frmCashFlow::takeOverFromAbove(std::int32_t above, CashFlow& cf) {
     SuperGrid& cells = grid();
     const std::int32_t line = cells.Row();
@@ -207,7 +207,7 @@ void frmCashFlow::objData_CashFlowTemplateSave(const std::string& message, std::
     }
 }
 
-// An error ends its step, and the next one runs: the dialog stays open unless a check has passed.
+// If a step raises an error, the next one is executed: the dialog stays open unless a check has passed.
 void frmCashFlow::cmdOk() {
     VoucherProvider provider;
     bool goesOn = true;
@@ -250,7 +250,7 @@ void frmCashFlow::closeIfSumsMatch(IGlVoucherProvider& provider) {
     }
 }
 
-// strInfo is a reason, a line number and a column, or a reason alone, which leaves the cursor in its line.
+// strInfo is a reason, a line number and a column, or only a reason; in that case the cursor stays in its line.
 void frmCashFlow::LocateErrorCell(std::string& strInfo) {
     const std::vector<std::string> parts = splitAtTabs(strInfo);
     std::int32_t inid = 0;
@@ -263,7 +263,7 @@ void frmCashFlow::LocateErrorCell(std::string& strInfo) {
         std::int32_t line = 1;
         bool found = false;
         while (line < lines && !found) {
-            found = true; // a cell that is not a number ends the walk like the line itself
+            found = true; // a cell that is not a number ends the search like the line itself
             ignoringErrors([&] { found = toDouble(grid().TextMatrix(line, 6)) == inid; });
             line += found ? 0 : 1;
         }

@@ -10,7 +10,7 @@
 
 #include <algorithm>
 
-// What happens while the user works in the grid. Each accepted cell goes straight into the row of its line.
+// Editing in the grid. Each accepted cell is stored directly in the row of its line.
 
 namespace z7::cashflow {
 
@@ -116,7 +116,7 @@ bool frmCashFlow::checkAccount(const std::string& text, std::int32_t row, CashFl
     return true;
 }
 
-// Rows stand on cash-flow accounts or on all others, as the account option says.
+// The account option decides whether rows belong to cash-flow accounts or to all others.
 bool frmCashFlow::accountFits(const std::string& ccode) {
     const auto option = connection().Execute(filled(statements::cashCodeOption));
     const bool wantsCashAccounts = asciiUpper(toTextOrEmpty(option->Fields().Item("CValue"))) == "TRUE";
@@ -139,8 +139,8 @@ bool frmCashFlow::accountFits(const std::string& ccode) {
     return true;
 }
 
-// The voucher line that a grid line stands on, or nothing. Where its number is no longer right, the first line of the
-// account in the whole table takes its place.
+// The voucher line of a grid line, or a null pointer. If its number is no longer right, the first line with the
+// account in the whole table is used.
 std::shared_ptr<Recordset> frmCashFlow::findVoucherLine(const std::string& ccode, const std::string& inid) {
     constexpr int attempts = 3;
     const std::string& table = collection().VoucherTable();
@@ -166,7 +166,8 @@ std::shared_ptr<Recordset> frmCashFlow::findVoucherLine(const std::string& ccode
     return nullptr;
 }
 
-// Proposes what is left of the voucher line where the cell is empty, and books the cell on the line's side.
+// Proposes the remaining amount of the voucher line if the cell is empty, and stores the cell's amount on the line's
+// side.
 void frmCashFlow::bookAmount(std::int32_t row, FieldList& line, CashFlow& cf) {
     SuperGrid& cells = grid();
     const Sides taken =
@@ -211,7 +212,7 @@ bool frmCashFlow::checkItem(const std::string& text, std::int32_t row, CashFlow&
     return true;
 }
 
-// Whether the voucher has such a line is asked by cmdOk.
+// cmdOk checks whether the voucher has this line.
 bool frmCashFlow::checkLineNumber(const std::string& text, CashFlow& cf) {
     if (!readNumber(text)) {
         return refuse("请输入正确分录行号");
@@ -229,7 +230,7 @@ void frmCashFlow::ReferenceClick(std::string& text, std::int32_t row, std::int32
     }
 }
 
-// The amount of the picked line replaces one that the cell held: the user has chosen another line.
+// The amount of the chosen line replaces that of the cell, because the user has chosen another line.
 void frmCashFlow::pickVoucherLine(std::string& text, std::int32_t row) {
     constexpr std::int32_t pickOneLine = 5;
     const auto client = createServerRefClient();

@@ -10,7 +10,7 @@
 #include <array>
 #include <optional>
 
-// How the dialog comes up: captions, grid, and a line for each row.
+// Opening the dialog: captions, grid, and a line for each row.
 
 namespace z7::cashflow {
 
@@ -34,7 +34,7 @@ constexpr std::array<ColumnDesign, 8> columns{{
     {"Z7.CW.GL.CashFlow.00035", 1200, 80, 1, 1, std::nullopt, true},
     {"Z7.CW.GL.CashFlow.00036", 4000, 255, 0, 1, std::nullopt, false},
     {"Z7.CW.GL.CashFlow.00037", 1000, 0, 0, 0, std::nullopt, false},
-    {nullptr, 0, 0, 0, 0, std::nullopt, false}, // the key of the row, which nobody sees
+    {nullptr, 0, 0, 0, 0, std::nullopt, false}, // the key of the row, in a hidden column
 }};
 
 template <class Use> void eachColumn(Use&& use) {

@@ -9,7 +9,7 @@
 #include <cmath>
 #include <cstddef>
 
-// The widths of the grid's columns, which all users of one language share.
+// The widths of the grid's columns, shared by all users of one language.
 
 namespace z7::cashflow {
 
@@ -42,7 +42,7 @@ void frmCashFlow::LoadMyColWidth(SuperGrid& cells, const std::string& name) {
     });
 }
 
-// Records count from the first, whatever column they name; columns without a record get the width 0.
+// Records are counted from the first one, whatever column they name; columns without a record get the width 0.
 void frmCashFlow::ReadMyColWidth(const std::string& name, std::int16_t mode, Widths& widths, bool& found) {
     constexpr std::int32_t leastUpper = 100;
     found = true;
@@ -73,8 +73,8 @@ void frmCashFlow::SaveMyColWidth(SuperGrid& cells, const std::string& name) {
     });
 }
 
-// Widths that were never stored, or for other columns, are written without a question; small drags are not written at
-// all.
+// Widths that were never stored, or that belong to other columns, are written without a question; small changes are
+// not written at all.
 bool frmCashFlow::shouldWrite(const std::string& name, std::int16_t mode, const Widths& widths) {
     const auto stored = connection().CreateRecordset();
     stored->CursorLocation(CursorLocation::Client);
@@ -114,7 +114,7 @@ void frmCashFlow::WriteMyColWidth(const std::string& name, std::int16_t mode, co
     } catch (const Error& failure) {
         modPublic::ShowMessage(std::to_string(failure.number()) + "  " + failure.description(), 0,
                                modPublic::GetText("Z7.GL.USZZPUB.00004"), "", 0);
-        connection().RollbackTrans(); // also fails where no transaction has begun, which nobody asks about
+        connection().RollbackTrans(); // also fails if no transaction has begun, which does not matter
     }
 }
 

@@ -7,8 +7,8 @@
 
 namespace z7::cashflow {
 
-/// A new, closed connection for the login's connection string, made by the host's factory. Error 91 without a login or
-/// a factory.
+/// A new, closed connection for the login's connection string, created by the host's factory. Error 91 without a
+/// login or a factory.
 [[nodiscard]] std::shared_ptr<Connection> createLoginConnection();
 /// Opens it with the login's connection string. Error 91 without a login; the database's error if it cannot be reached.
 void openWithLogin(Connection& connection);

@@ -7,7 +7,7 @@ namespace z7::cashflow {
 
 namespace {
 
-// Amounts are doubles; nothing else in these records is.
+// In these records only amounts are doubles.
 std::string shownValue(const Variant& value) { return value.is<double>() ? amountInCell(value) : toTextOrEmpty(value); }
 
 } // namespace

@@ -8,13 +8,14 @@
 
 namespace z7::cashflow {
 
-/// A column of a pick list and the field of the records that fills it.
+/// A column of a pick list and the record field that it shows.
 struct PickField {
     std::string field;
     PickColumn column;
 };
 
-/// Lets the user pick one record of an open recordset. True if one was picked: the recordset then stands on it.
+/// Lets the user pick one record of an open recordset. True if one was picked: the recordset is then positioned on
+/// it.
 [[nodiscard]] bool pickRecord(PickList& list, const std::string& title, const std::vector<PickField>& fields,
                               Recordset& records);
 

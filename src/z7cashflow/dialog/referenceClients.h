@@ -7,7 +7,8 @@
 
 namespace z7::cashflow {
 
-/// A new client of the host's dialog factory, or the library's own where the host has none. Error 91 without a factory.
+/// A new client from the host's dialog factory, or the library's own if the host has none. Error 91 without a
+/// factory.
 [[nodiscard]] std::unique_ptr<ServerRefClient> createServerRefClient();
 [[nodiscard]] std::unique_ptr<ZQReferClient> createReferClient();
 
