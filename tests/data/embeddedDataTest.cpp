@@ -75,7 +75,7 @@ TEST_F(EmbeddedData, TheStateThatWantsAnEmptySetGetsAllItsColumns) {
     EXPECT_EQ(columnsOf(empty).back(), "citemname");
 }
 
-TEST_F(EmbeddedData, AnUnknownOutsideKeyHasNoStoredRowsAndIsNoError) {
+TEST_F(EmbeddedData, AnUnknownOutsideKeyHasNoStoredRowsAndIsNotAnError) {
     storeRow("02");
     EXPECT_EQ(valuesOf(data.GetCashTable2(connection, "OUT"), "cCashItem"), Lines{"02"});
     EXPECT_EQ(valuesOf(data.GetCashTable2(connection, "NOBODY"), "cCashItem"), Lines{});
@@ -117,7 +117,7 @@ TEST_F(EmbeddedData, LinesOnClosedInnerOrMissingAccountsAreAbsent) {
     EXPECT_EQ(cashSum(), 250.5);
 }
 
-TEST_F(EmbeddedData, ACashLineOnAnInnerAccountAloneIsToldAndYetGivesNoLine) {
+TEST_F(EmbeddedData, ACashLineOnlyOnAnInnerAccountIsDetectedButReturnsNoLine) {
     company.execute("update code set bend=0 where ccode=N'1001'");
     EXPECT_TRUE(data.HaveCashFlowCodeInVoucher(connection, "gl_accvouch", 1, 1, 6));
     EXPECT_EQ(linesOfVoucher(), Lines{"2"});
@@ -132,7 +132,7 @@ TEST_F(EmbeddedData, AClosedCashAccountIsOneAndMovesNoCash) {
     EXPECT_FALSE(data.HaveCashFlowCodeInVoucher(connection, "gl_accvouch", 1, 1, 6));
 }
 
-TEST_F(EmbeddedData, AKeylessTableGivesItsRowsWhateverTheKey) {
+TEST_F(EmbeddedData, AKeylessTableReturnsItsRowsForAnyKey) {
     EXPECT_EQ(linesOfVoucher("sales"), (Lines{"1", "2"}));
     EXPECT_EQ(valuesOf(data.GetVoucherTable(connection, "sales", 0, 0, 0), "inid"), (Lines{"1", "2"}));
     EXPECT_EQ(valuesOf(data.GetVoucherTable(connection, "sales", 12, 9, 99), "iYear"), (Lines{"2013", "2013"}))
@@ -208,7 +208,7 @@ TEST_F(EmbeddedData, FlaggedLinesAreNotFoundByTheOutsideKey) {
     EXPECT_EQ(outsideKey("OUT"), "0/0/0 of 1900-01-01");
 }
 
-TEST_F(EmbeddedData, AskedByTheOutsideKeyTheLowerCaseTableMeetsLinesOfOtherYears) {
+TEST_F(EmbeddedData, ByTheOutsideKeyTheLowerCaseTableFindsLinesOfOtherYears) {
     company.execute("update gl_accvouch set iyear=2012 where coutno_id=N'OUT'");
     EXPECT_TRUE(data.HaveCashFlowCodeInVoucher2(connection, "gl_accvouch", "OUT"));
     EXPECT_FALSE(data.HaveCashFlowCodeInVoucher2(connection, "GL_accvouch", "OUT"));

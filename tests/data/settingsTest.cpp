@@ -31,7 +31,7 @@ TEST_F(Settings, AnAccountOptionIsItsValueAsTextAndEmptyForNull) {
     EXPECT_EQ(messages->log, Lines{});
 }
 
-TEST_F(Settings, AMissingAccountOptionIsToldEachTime) {
+TEST_F(Settings, AMissingAccountOptionIsReportedEachTime) {
     database.answer(option, {{"cvalue", "cdefault"}, {}, {}});
     EXPECT_EQ(data.GetAccInfo(connection, "GL", "bCashCode"), "");
     EXPECT_EQ(data.GetAccInfo(connection, "GL", "bCashCode"), "");
@@ -52,7 +52,7 @@ TEST_F(Settings, AnOperatorsOption) {
     expectStatements(Lines(4, "main(0,1): " + voucherOption));
 }
 
-TEST_F(Settings, AnOptionThatIsNoColumnIsTheCallersError) {
+TEST_F(Settings, AnOptionThatIsNotAColumnIsTheCallersError) {
     database.answer(voucherOption, one("operator", "demo"));
     EXPECT_ERROR(data.GetVoucherOption(connection, "demo", "iNoOption"), errors::unknownField);
     database.answer(voucherOption, none("operator"));

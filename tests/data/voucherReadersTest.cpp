@@ -29,7 +29,7 @@ TEST_F(VoucherReaders, StoredRowsOfAVoucher) {
     EXPECT_EQ(statementOf([&] { return data.GetCashTable(connection, 1, 2, 40000); }), cashTable);
 }
 
-TEST_F(VoucherReaders, StoredRowsAreReadUnderTheYearThatStands) {
+TEST_F(VoucherReaders, StoredRowsAreReadInTheYearThatIsSet) {
     database.answerPrefix("select", none("RowGuid"));
     modPublic::SetIYear(0);
     EXPECT_NE(statementOf([&] { return data.GetCashTable(connection, 1, 2, 5); }).find("where  code.iyear=2013 and"),

@@ -157,7 +157,7 @@ TEST_F(VoucherXml, ALineWithoutTheAttributeGetsNoOutsideKey) {
     }
 }
 
-TEST_F(VoucherXml, TextThatIsNoXmlIsRefusedBeforeAnythingHappens) {
+TEST_F(VoucherXml, TextThatIsNotXmlIsRefusedBeforeAnythingHappens) {
     for (const char* text : {"", "no xml", "<v>", "<v a='1' a='2'/>"}) {
         const Error error = errorOf([&] { (void)convert(text, true); });
         EXPECT_EQ(error.number(), 1005);

@@ -87,7 +87,7 @@ protected:
     std::unique_ptr<Office> office_;
 };
 
-TEST_P(DesksTest, LoseNothingWhereTheySaveDifferentVouchers) {
+TEST_P(DesksTest, LoseNothingIfTheySaveDifferentVouchers) {
     const auto all = vouchers();
     const auto isItsOwn = [](std::size_t desk, std::size_t voucher) { return voucher % desks == desk; };
     EXPECT_EQ(saveAtOnce(all, isItsOwn), allDeskDone);
@@ -112,7 +112,7 @@ TEST_P(DesksTest, LoseNothingWhereTheySaveDifferentVouchers) {
     EXPECT_GT(accepted, 250U);
 }
 
-TEST_P(DesksTest, LeaveNoHalfAndNoDoubleVoucherWhereTheySaveTheSame) {
+TEST_P(DesksTest, LeaveNoHalfAndNoDoubleVoucherIfTheySaveTheSame) {
     const auto everyFifth = [](std::size_t, std::size_t voucher) { return voucher % 5 == 0; };
     const auto all = vouchers();
     EXPECT_EQ(saveAtOnce(all, everyFifth), allDeskDone);
@@ -142,7 +142,7 @@ TEST_P(DesksTest, LeaveNoHalfAndNoDoubleVoucherWhereTheySaveTheSame) {
     EXPECT_EQ(alone.stored(), together) << "as many rows with the same sums as one desk alone stores";
 }
 
-TEST_P(DesksTest, StoreNoRowTwiceWhereTheyAllotTheSameVouchersAsTheProgramDoes) {
+TEST_P(DesksTest, StoreNoRowTwiceIfTheyAllocateTheSameVouchersAsTheProgramDoes) {
     const auto all = vouchers();
     std::vector<std::function<int()>> work(desks, [this, &all]() -> int {
         Desk desk(*office_);
@@ -163,7 +163,7 @@ TEST_P(DesksTest, StoreNoRowTwiceWhereTheyAllotTheSameVouchersAsTheProgramDoes) 
     EXPECT_EQ(alone.stored(), together);
 }
 
-TEST_P(DesksTest, EndInAClearErrorWhereAnotherHoldsTheVoucher) {
+TEST_P(DesksTest, EndInAClearErrorIfAnotherHoldsTheVoucher) {
     Z7_NEEDS(office_->tellsLockTimeout());
     const auto all = vouchers();
     Desk holder(*office_);
@@ -189,7 +189,7 @@ TEST_P(DesksTest, EndInAClearErrorWhereAnotherHoldsTheVoucher) {
     EXPECT_EQ(holder.marksOfLines()[nameOf(all.front().key)], std::vector<std::string>{"holder"});
 }
 
-TEST_P(DesksTest, SeeOnOwnSessionsOnlyWhatIsCommitted) {
+TEST_P(DesksTest, SeeOnSeparateSessionsOnlyWhatIsCommitted) {
     Desk desk(*office_, office_->connectionString(500));
     const std::string statement = "select citemname from fitemss98 where citemcode=N'NEW'";
     desk.connection().BeginTrans();

@@ -230,7 +230,7 @@ TEST_P(LineCutTest, BeforeAnyRequestOfASaveLeavesNothingOfIt) { cutEverywhereInA
 
 TEST_P(LineCutTest, BeforeAnyAnswerOfASaveLeavesNothingOfIt) { cutEverywhereInASave(Cut::beforeAnswer); }
 
-TEST_P(LineCutTest, AtEveryRequestOfChangingARecordIsToldAndChangesNothing) {
+TEST_P(LineCutTest, AtEveryRequestOfChangingARecordIsReportedAndChangesNothing) {
     const auto desk = openDesk();
     const workbench::VoucherKey key = desk->vouchers().front().key;
     const std::string query = "select * from gl_accvouch where iperiod=" + std::to_string(key.period) +
@@ -353,7 +353,7 @@ TEST(PrimaryKey, OfATableIsWholeOrAnError) {
     EXPECT_EQ(whole.size(), 5U);
 }
 
-TEST_P(LineCutTest, AtEveryRequestOfWorkOnOwnSessionsIsToldAndTheNextWorkPasses) {
+TEST_P(LineCutTest, AtEveryRequestOnSeparateSessionsIsReportedAndTheNextWorkSucceeds) {
     if (const auto capability = office_->selectInto(); !capability.present) {
         GTEST_SKIP() << capability.reason;
     }

@@ -91,7 +91,7 @@ TEST_F(DialogClosing, ALineLeftWithoutAnAccountIsRestoredAwayOnCancel) {
     EXPECT_EQ(cells().TextMatrix(3, 1), "") << "the line itself was still there";
 }
 
-TEST_F(DialogClosing, ARowThatHadNoAccountFromTheBeginningOutlivesCancel) {
+TEST_F(DialogClosing, ARowWithoutAnAccountFromTheBeginningSurvivesCancel) {
     addRow(i16(2), Null{}, 0.0, 60.0, "01");
     open();
     form().press("cmdCancel");

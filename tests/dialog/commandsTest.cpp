@@ -250,7 +250,7 @@ TEST_F(Commands, DeleteOfALineWithoutAnAccountDoesNotAsk) {
     EXPECT_EQ(cells().Rows(), 3);
 }
 
-TEST_F(Commands, DeleteOfALineWithoutAKeyRemovesTheLineAlone) {
+TEST_F(Commands, DeletingALineWithoutAKeyRemovesOnlyTheLine) {
     openWithTwoRows();
     cells().TextMatrix(1, 7, "");
     form().press("cmdDel");
@@ -295,7 +295,7 @@ TEST_F(Commands, RegenerationOfAnEmptyGridDoesNotAsk) {
     EXPECT_EQ(rows(), Lines{"2:6001:0:100:02"});
 }
 
-TEST_F(Commands, ARegenerationThatGivesNoRowsCountsAsAChange) {
+TEST_F(Commands, ARegenerationWithoutRowsCountsAsAChange) {
     setGeneration();
     database.answerPrefix("select  code.iYear", {{"inid", "md", "mc", "bCashItem"}, {}, {}});
     openWithTwoRows();

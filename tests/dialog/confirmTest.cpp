@@ -122,7 +122,7 @@ TEST_F(Confirm, ALineThatIsNowhereInTheGridLeavesTheCursorsLine) {
     EXPECT_EQ(factory->journal, (Lines{"FinishEdit ", "SetFocus ", "sendKeys [ ]"}));
 }
 
-TEST_F(Confirm, SumsThatDifferAreToldAndKeepTheDialogOpen) {
+TEST_F(Confirm, DifferentSumsAreReportedAndKeepTheDialogOpen) {
     openWithTwoRows();
     setSum(99.0);
     form().press("cmdOk");

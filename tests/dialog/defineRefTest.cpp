@@ -105,7 +105,7 @@ TEST_F(DefineRefTest, AKeylessTableHasTheFilterAsItsOnlyCondition) {
     EXPECT_TRUE(lastStatement().ends_with("gl_v_code.bCashItem=0 where inid=3"));
 }
 
-TEST_F(DefineRefTest, AFilterNamesTheAccountsOfTheLinesWhereABracketStandsBeforeThem) {
+TEST_F(DefineRefTest, AFilterQualifiesAccountsAfterABracket) {
     EXPECT_TRUE(ask("voucher", "<r><filtersql> (ccode like '6%') or (ccode='1') and ccode='2' &lt; 3</filtersql></r>"));
     EXPECT_TRUE(lastStatement().ends_with("ino_id=40000 and (a.ccode like '6%') or (a.ccode='1') and ccode='2' < 3"))
         << lastStatement();
@@ -119,7 +119,7 @@ TEST_F(DefineRefTest, ARequestWithoutAFilterHasNone) {
     }
 }
 
-TEST_F(DefineRefTest, RowsThatCannotBeOpenedAreToldInTheMessage) {
+TEST_F(DefineRefTest, RowsThatCannotBeOpenedAreReportedInTheMessage) {
     database.failPrefix("select  cast(0 as bit)", Error(208, "server", "no such table"));
     EXPECT_TRUE(ask("voucher", ""));
     EXPECT_EQ(grid, nullptr);

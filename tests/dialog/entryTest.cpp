@@ -218,7 +218,7 @@ TEST_F(DialogEntry, TheOptionWithoutCreationRegeneratesNothing) {
     EXPECT_EQ(shownRows, Lines{"2:100.00:02"});
 }
 
-TEST_F(DialogEntry, AnOptionThatIsNoTruthValueIsATypeMismatch) {
+TEST_F(DialogEntry, AnOptionThatIsNotATruthValueIsATypeMismatch) {
     setUpdateOption("maybe");
     EXPECT_ERROR(show(), errors::typeMismatch);
     EXPECT_EQ(factory->forms, 0);
@@ -315,7 +315,7 @@ TEST_F(DialogEntry, InitPreparesTheRowsWithoutADialog) {
     EXPECT_EQ(entry.CashFlowCol()->VoucherTable(), "gl_accvouch");
 }
 
-TEST_F(DialogEntry, InitWithoutCreationGivesAnEmptyCollection) {
+TEST_F(DialogEntry, InitWithoutCreationReturnsAnEmptyCollection) {
     EXPECT_TRUE(init(false));
     EXPECT_EQ(rows(), Lines{});
     EXPECT_EQ(entry.CashFlowCol()->iNo_id(), 5);

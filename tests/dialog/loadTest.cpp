@@ -109,7 +109,7 @@ TEST_F(DialogLoad, GridIsSetUpInItsOrder) {
     EXPECT_EQ(widths, (Lines{"3000", "1600", "500", "1500", "1200", "4000", "1000", "0"}));
 }
 
-TEST_F(DialogLoad, AnEmptyCollectionGivesTheHeaderAloneAndTheCursorInTheItemsColumn) {
+TEST_F(DialogLoad, AnEmptyCollectionShowsOnlyTheHeaderAndTheCursorInTheItemsColumn) {
     load();
     EXPECT_EQ(cells().Rows(), 1);
     EXPECT_EQ(cells().Row(), 0);

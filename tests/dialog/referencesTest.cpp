@@ -256,7 +256,7 @@ TEST_F(References, TheLibrarysOwnLineClientHidesAColumnThatIsNotForDisplay) {
     picked->Close();
 }
 
-TEST_F(References, TheLibrarysOwnLineClientTellsAFailureOfTheProvider) {
+TEST_F(References, TheLibrarysOwnLineClientReportsAFailureOfTheProvider) {
     for (const char* key : {"58", "59", "60", "61", "62"}) {
         login->texts->texts[std::string("Z7.CW.GL.CashFlow.000") + key] = "t";
     }

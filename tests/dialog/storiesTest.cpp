@@ -173,7 +173,7 @@ TEST_F(Stories, WidthsAreKeptFromShowingToShowingAfterAQuestion) {
     EXPECT_EQ(widths()[1], "cfieldnum=1 ilength=1700");
 }
 
-TEST_F(Stories, WidthsThatAnotherDeskKeepsFromBeingWrittenCostOneMessageAndTheDialogCloses) {
+TEST_F(Stories, WidthsThatAnotherSessionBlocksCauseOneMessageAndTheDialogCloses) {
     show([this](RecordingForm& form) {
         connection.BeginTrans();
         form.press("cmdCancel");
@@ -184,7 +184,7 @@ TEST_F(Stories, WidthsThatAnotherDeskKeepsFromBeingWrittenCostOneMessageAndTheDi
     EXPECT_EQ(widths(), Lines{});
 }
 
-TEST_F(Stories, ATemplateThatAnotherDeskKeepsFromBeingWrittenIsTheDatabasesError) {
+TEST_F(Stories, ATemplateThatAnotherSessionBlocksIsTheDatabasesError) {
     show([this](RecordingForm& form) {
         connection.BeginTrans();
         EXPECT_NE(errorNumberOf([&] { form.press("cmdTemplate"); }), 0);

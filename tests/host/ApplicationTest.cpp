@@ -85,7 +85,7 @@ protected:
     ScratchFolder scratch;
 };
 
-TEST_F(ApplicationTest, HelpStandsInBothLanguagesWithExamples) {
+TEST_F(ApplicationTest, HelpIsInBothLanguagesWithExamples) {
     for (const char* command :
          {"init", "vouchers", "rows", "check", "save", "allot", "assign", "clear", "reassign", "log", "undo"}) {
         const RunResult english = runProgram({command, "--help"});
@@ -245,7 +245,7 @@ TEST_F(ApplicationTest, OutputThatCannotBeWrittenIsExitCodeThree) {
     EXPECT_EQ(runInto(none, {"--help"}).exitCode, 3);
 }
 
-TEST_F(ApplicationTest, AMissingAccountOptionIsToldOnceAndCounted) {
+TEST_F(ApplicationTest, AMissingAccountOptionIsReportedOnceAndCounted) {
     const ScratchFolder tables;
     for (const char* name : {"code", "dsign", "fitemss98", "gl_accvouch", "ua_period", "GL_CashItemDataSource"}) {
         std::filesystem::copy(std::filesystem::path(Z7_SOURCE_DIR) / "src/host/sample" / (std::string(name) + ".csv"),

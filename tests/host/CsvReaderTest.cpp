@@ -59,7 +59,7 @@ TEST(CsvReader, PassesOverAByteOrderMarkAtTheBeginningOnly) {
                       "b"}));
 }
 
-TEST(CsvReader, TellsNullFromTheEmptyText) {
+TEST(CsvReader, DistinguishesNullFromTheEmptyText) {
     EXPECT_EQ(recordsOf("a,,\"\",\n")[0].fields, (Fields{"a", std::nullopt, "", std::nullopt}));
 }
 
@@ -80,7 +80,7 @@ TEST(CsvReader, KeepsChineseAndFourByteCharacters) {
     EXPECT_EQ(recordsOf("借方,𠮷\n")[0].fields, (Fields{"借方", "𠮷"}));
 }
 
-TEST(CsvReader, NothingGivesNoRecord) {
+TEST(CsvReader, AnEmptyFileHasNoRecord) {
     EXPECT_TRUE(recordsOf("").empty());
     EXPECT_TRUE(recordsOf("\n\r\n  \n").empty());
 }

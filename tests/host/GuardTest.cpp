@@ -117,7 +117,7 @@ TEST_F(GuardTest, AllotRefusesHostileVouchersAndStoresTheOthers) {
     EXPECT_EQ(count("gl_accvouch"), 14);
 }
 
-TEST_F(GuardTest, SaveTellsTheRefusalInTheUsersLanguage) {
+TEST_F(GuardTest, SaveReportsTheRefusalInTheUsersLanguage) {
     const RunResult english = run({"save", "2024/1/1/3"});
     EXPECT_EQ(english.exitCode, 1);
     EXPECT_THAT(english.err, HasSubstr("Error 10020: A value would change the statement"));

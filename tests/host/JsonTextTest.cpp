@@ -13,7 +13,7 @@ using workbench::Outcome;
 using workbench::Refusal;
 namespace {
 
-TEST(JsonText, TellsAResultInItsForm) {
+TEST(JsonText, WritesAResultInItsForm) {
     EXPECT_EQ(jsonText(resultJson({{2013, 1, 2, 5}, Outcome::stored, 2, 2, {}, {}}, Language::english)),
               R"({"voucher":"2013/1/2/5","outcome":"stored","rows":2})");
     EXPECT_EQ(jsonText(resultJson({{2013, 1, 2, 5}, Outcome::noCash, 0, 0, {}, {}}, Language::english)),
@@ -28,7 +28,7 @@ TEST(JsonText, TellsAResultInItsForm) {
               "\"error\":{\"number\":10009,\"description\":\"a\\r\\nb \\\"c\\\"\"}}");
 }
 
-TEST(JsonText, TellsTheFindingsOfARefusalInWordsThatStayInEveryLanguage) {
+TEST(JsonText, WritesTheFindingsOfARefusalInTheSameWordsInEveryLanguage) {
     Finding sums;
     sums.kind = Finding::Kind::sumsDiffer;
     sums.voucherSum = -8800.0;
@@ -57,7 +57,7 @@ TEST(JsonText, EscapesEveryControlCharacterAndSurvivesBadBytes) {
     EXPECT_EQ(jsonText("a\xFF"), "\"a\xEF\xBF\xBD\"");
 }
 
-TEST(JsonText, GivesRowsWithAllFieldsInTheirTypes) {
+TEST(JsonText, WritesRowsWithAllFieldsInTheirTypes) {
     const auto rows = CashFlowCollection::Create();
     rows->UpdateCol(1, 2, 40000, Date::fromCivil(2024, 1, 31, 12));
     const auto row = rows->CreateCFObject();

@@ -108,7 +108,7 @@ TEST_F(LogCommandTest, UndoingARunRestoresEveryColumnAndIsARunItself) {
     EXPECT_TRUE(workbench::sameRows(before, allRows(), true));
 }
 
-TEST_F(LogCommandTest, AVoucherThatIsNoLongerAsTheRunLeftItIsRefusedAndNamed) {
+TEST_F(LogCommandTest, AVoucherThatHasChangedSinceTheRunIsRefusedAndNamed) {
     run({"allot", "--year", "2024", "--period", "7"});
     const std::string key = firstVoucher(1);
     const std::string number = key.substr(key.rfind('/') + 1);
@@ -144,7 +144,7 @@ TEST_F(LogCommandTest, ADryRunShowsWhatWouldBeRestored) {
     EXPECT_TRUE(workbench::sameRows(before, allRows(), true));
 }
 
-TEST_F(LogCommandTest, ARunThatTheLogLacksAndAWordThatIsNoRunAreRefused) {
+TEST_F(LogCommandTest, ARunThatIsNotInTheLogAndAWordThatIsNotARunAreRefused) {
     EXPECT_THAT(run({"log", "7"}).err, HasSubstr("There is no run 7 in the log."));
     EXPECT_EQ(run({"undo", "7"}).exitCode, 1);
     EXPECT_THAT(run({"undo", "0"}).err, HasSubstr("\"0\" is not the number of a run"));

@@ -309,7 +309,7 @@ TEST_F(OpenCommandTest, AVoucherIsShownWithItsRowsBesideItsLines) {
     EXPECT_THAT(run({"voucher", "2024/6/2/10", "--lang", "zh-CN"}).out, HasSubstr("凭证 2024/6/付/10，2024-06-25"));
 }
 
-TEST_F(OpenCommandTest, ARowWithoutALineStandsAfterTheLines) {
+TEST_F(OpenCommandTest, ARowWithoutALineFollowsTheLines) {
     const Json voucher = Json::parse(run({"voucher", "2024/7/2/11", "--json"}).out);
     ASSERT_EQ(voucher["otherRows"].size(), 1U);
     EXPECT_EQ(voucher["otherRows"][0]["line"], 3);

@@ -262,7 +262,7 @@ TEST_F(SampleCompanyTest, ASecondAllotmentLeavesEveryRowUntouched) {
     EXPECT_EQ(rows.size(), 232U + 4U);
 }
 
-TEST_F(SampleCompanyTest, ADryRunTellsTheSameAndChangesNothing) {
+TEST_F(SampleCompanyTest, ADryRunReportsTheSameAndChangesNothing) {
     const auto before = storedRows(database, true);
     const RunResult tried = run({"allot", "--year", "2024", "--dry-run", "--json"});
     EXPECT_EQ(storedRows(database, true), before);

@@ -224,7 +224,7 @@ TEST_F(ServerAccountMakerTest, SharesTheSystemDatabaseWithOtherAccounts) {
     EXPECT_THAT(journalOf("create table ua_period"), SizeIs(1));
 }
 
-TEST_F(ServerAccountMakerTest, TakesNumbersThatTheFileGives) {
+TEST_F(ServerAccountMakerTest, TakesNumbersFromTheFile) {
     make({fileWith("GL_CashItemDataSource", "iyear,cDataSource,bdir,iID\n2024,1122,0,7\n"),
           fileWith("dsign", "isignseq\n1\n")});
     EXPECT_THAT(journalOf("set "), ElementsAre("set identity_insert [GL_CashItemDataSource] on",
@@ -239,7 +239,7 @@ TEST_F(ServerAccountMakerTest, AnInterruptionLeavesTheServerAsItWas) {
     EXPECT_TRUE(server.content == before);
 }
 
-TEST(ServerInit, RefusesWhatIsNoServerOrNoString) {
+TEST(ServerInit, RefusesWhatIsNotAServerOrAString) {
     const EnvironmentGuard home("HOME", "/nonexistent");
     const EnvironmentGuard config("XDG_CONFIG_HOME", nullptr);
     const EnvironmentGuard connect("Z7CF_CONNECT", nullptr);

@@ -143,7 +143,7 @@ TEST(Language, IsReadInAnyLetterCase) {
     }
 }
 
-TEST(HostLogin, TellsWhatTheLibraryAsks) {
+TEST(HostLogin, AnswersWhatTheLibraryAsks) {
     GlobalOptions options;
     options.language = Language::chinese;
     options.account = "002";
@@ -174,7 +174,7 @@ TEST(HostLogin, IsTheDemoUserWithoutSettings) {
     EXPECT_EQ(login.Information(117), Variant(""));
 }
 
-TEST(Settings, OfAnAccountWithoutPeriodsAreToldInPlaceOfPassingVouchersOver) {
+TEST(Settings, OfAnAccountWithoutPeriodsAreReportedInsteadOfSkippingVouchers) {
     const ScratchFolder scratch;
     const std::string database = (scratch.path() / "company.db").string();
     ASSERT_EQ(runProgram({"init", database, "--sample"}).exitCode, 0);

@@ -147,7 +147,7 @@ TEST_F(TableFilesTest, WantsAsManyFieldsAsColumns) {
     EXPECT_EQ(refusalOf("dsign.csv", "isignseq,csign\n1\n"), "dsign.csv, line 2: fields: 1, column names: 2");
 }
 
-TEST_F(TableFilesTest, TellsWhatIsNoCsv) {
+TEST_F(TableFilesTest, ReportsWhatIsNotCsv) {
     EXPECT_EQ(refusalOf("dsign.csv", "isignseq,csign\n1,\xCA\xD5\n"),
               "dsign.csv, line 2: the file looks like GB18030 (GBK); save it as CSV UTF-8");
     EXPECT_EQ(refusalOf("dsign.csv", "isignseq,csign\n1,caf\xE9\n"),

@@ -133,7 +133,7 @@ TEST(ProgressBar, DrawsNothingWhereItIsNotShown) {
     EXPECT_EQ(stream.str(), "");
 }
 
-TEST(StopSignals, HoldsASignalBackAndTellsOfIt) {
+TEST(StopSignals, HoldsASignalBackAndReportsIt) {
     for (const int number : {SIGINT, SIGTERM}) {
         host::StopSignals signals;
         EXPECT_FALSE(signals.requested());
@@ -148,7 +148,7 @@ TEST(StopSignals, HoldsASignalBackAndTellsOfIt) {
     }
 }
 
-TEST(StopSignals, TakesALastSignalAndGivesTheFormerMaskBack) {
+TEST(StopSignals, ConsumesALastSignalAndRestoresTheFormerMask) {
     {
         host::StopSignals signals;
         ASSERT_EQ(raise(SIGTERM), 0);

@@ -271,7 +271,7 @@ TEST_F(VoucherCommandsTest, ImportRefusesTheRowsOfAnotherVoucherUnlessForced) {
     EXPECT_EQ(rows(), "2024 1 2 0101 0 30\n2024 2 2 0101 0 30\n");
 }
 
-TEST_F(VoucherCommandsTest, ASumThatDoesNotMatchIsSaidWhereItMayBeStored) {
+TEST_F(VoucherCommandsTest, ASumThatDoesNotMatchIsReportedIfItMayBeStored) {
     make("loose.db", "GL,bXJLL,False\n", "001");
     ASSERT_EQ(run({"save", "2024/1/1/1"}).exitCode, 0);
     std::string document = run({"export", "2024/1/1/1"}).out;
@@ -289,7 +289,7 @@ TEST_F(VoucherCommandsTest, ASumThatDoesNotMatchIsSaidWhereItMayBeStored) {
     EXPECT_EQ(json.at("mismatch").at("number"), 10009);
 }
 
-TEST_F(VoucherCommandsTest, AnAccountWithoutPeriodsIsSaidByEveryCommandAlike) {
+TEST_F(VoucherCommandsTest, EveryCommandReportsAnAccountWithoutPeriodsInTheSameWay) {
     make("other.db", "GL,bXJLL,True\n", "005");
     sql("insert into zqsystem..ua_period (cacc_id,iyear,iid,dbegin,dend) values (N'006',2024,1,'2024-01-01','2024-12-31')");
     for (const std::vector<std::string>& command : std::vector<std::vector<std::string>>{{"vouchers", "--year", "2024"},
@@ -307,7 +307,7 @@ TEST_F(VoucherCommandsTest, AnAccountWithoutPeriodsIsSaidByEveryCommandAlike) {
     EXPECT_EQ(rows(), "");
 }
 
-TEST_F(VoucherCommandsTest, AYearWithVouchersAndWithoutPeriodsIsSaidWithThoseThatThereAre) {
+TEST_F(VoucherCommandsTest, AYearWithVouchersButWithoutPeriodsIsReportedWithTheExistingYears) {
     sql("delete from zqsystem..ua_period where iyear=2024");
     for (const char* command : {"vouchers", "allot"}) {
         const RunResult refused = run({command, "--year", "2024"});

@@ -81,7 +81,7 @@ protected:
                                       "iSignSeq=1 and iNo_id=2";
 };
 
-TEST_F(XmlCommandsTest, ExportGivesTheDocumentAndImportTakesItBack) {
+TEST_F(XmlCommandsTest, ExportWritesTheDocumentAndImportReadsItBack) {
     const RunResult exported = run({"export", "2024/6/2/10"});
     ASSERT_EQ(exported.exitCode, 0) << exported.err;
     EXPECT_THAT(exported.out, StartsWith("<root iperiod='6' isignseq='2' ino_id='10'>"));
@@ -121,7 +121,7 @@ TEST_F(XmlCommandsTest, ImportRefusesWhatDoesNotFitAndChangesNothing) {
     EXPECT_EQ(lasting(run({"export", "2024/6/2/10"}).out), lasting(before));
 }
 
-TEST_F(XmlCommandsTest, ImportTellsWhatIsWrongWithItsFile) {
+TEST_F(XmlCommandsTest, ImportReportsWhatIsWrongWithItsFile) {
     const std::string broken = scratch.write("broken.xml", "<root><rows>").string();
     const RunResult unparsed = run({"import", "2024/6/2/10", broken, "--json"});
     EXPECT_EQ(unparsed.exitCode, 1);

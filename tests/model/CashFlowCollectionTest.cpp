@@ -226,7 +226,7 @@ TEST_F(Collection, SettersReachNeitherTheRowsNorChanged) {
     EXPECT_EQ(collection->coutNo_id(), "out");
 }
 
-TEST_F(Collection, TellsItsNumberInSixteenBits) {
+TEST_F(Collection, ReturnsItsNumberInSixteenBits) {
     collection->iNo_id(5);
     EXPECT_EQ(collection->iNo_id(), 5);
     collection->UpdateCol(1, 2, 32767, Date(41279.0));
@@ -246,7 +246,7 @@ TEST_F(Collection, HasNoCashFlowSum) {
     EXPECT_EQ(collection->GetCashFlowSum(), 0.0);
 }
 
-TEST_F(Collection, AnInsertedLineMovesTheRowsOfTheLinesBehindIt) {
+TEST_F(Collection, AnInsertedLineMovesTheRowsOfTheLinesAfterIt) {
     for (const int line : {2, 3, 3, 4}) {
         addRow(i16(line));
     }
@@ -260,7 +260,7 @@ TEST_F(Collection, AnInsertedLineMovesTheRowsOfTheLinesBehindIt) {
     EXPECT_FALSE(untouched->Changed());
 }
 
-TEST_F(Collection, ADeletedLineTakesAllItsRowsAndMovesThoseBehindIt) {
+TEST_F(Collection, ADeletedLineRemovesAllItsRowsAndMovesThoseAfterIt) {
     for (const int line : {2, 3, 3, 4}) {
         addRow(i16(line));
     }

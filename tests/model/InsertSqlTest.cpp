@@ -131,7 +131,7 @@ TEST_F(InsertStatement, AnEmptyTextIsNullOnlyInANumber) {
     EXPECT_EQ(textOf("cDefine5", ""), "Null");
 }
 
-TEST_F(InsertStatement, TheFirstOfJanuary1900StandsForNoDate) {
+TEST_F(InsertStatement, TheFirstOfJanuary1900MeansNoDate) {
     EXPECT_EQ(textOf("dbill_date", Date(2.0)), "Null");
     EXPECT_EQ(textOf("dbill_date", Date(2.75)), "Null");
     EXPECT_EQ(textOf("dbill_date", "1900-01-01"), "Null");

@@ -101,7 +101,7 @@ TEST_F(LoginContext, TheLoginsYearIsReadEvenUnderAnOverride) {
     EXPECT_EQ(login->calls, Lines{"AccountingYear"});
 }
 
-TEST_F(LoginContext, AYearThatIsNoNumberIsTheCallersErrorUnlessOverridden) {
+TEST_F(LoginContext, AYearThatIsNotANumberIsTheCallersErrorUnlessOverridden) {
     login->accountingYear = "MMXIII";
     EXPECT_ERROR(modPublic::GetIYear(), errors::typeMismatch);
     login->accountingYear = "";
@@ -127,7 +127,7 @@ TEST_F(LoginContext, ATextWithArgumentsComesFromTheFormattedCatalogue) {
     EXPECT_EQ(login->formattedTexts->asked[1].second, (std::vector<Variant>{Variant("a"), Variant()}));
 }
 
-TEST_F(LoginContext, ABadKeyShowsItsFailureAndGivesTheEmptyText) {
+TEST_F(LoginContext, ABadKeyShowsItsFailureAndReturnsTheEmptyText) {
     login->texts->failure = Error(1234, "catalogue", "no such key");
     EXPECT_EQ(modPublic::GetText("key"), "");
     EXPECT_EQ(messages->log, (Lines{"Locale 2052", "Show no such key|0|||0"}));
@@ -204,7 +204,7 @@ TEST_F(NoLogin, XmlEscapeOfNullAndOfTheEmptyTextIsEmpty) {
     EXPECT_EQ(modPublic::XmlEscape(""), "");
 }
 
-TEST_F(NoLogin, XmlEscapeReplacesTheFiveCharactersAndKnowsNoEscapes) {
+TEST_F(NoLogin, XmlEscapeReplacesTheFiveCharactersAndIgnoresEscapes) {
     EXPECT_EQ(modPublic::XmlEscape("a&b>c<d'e\"f"), "a&amp;b&gt;c&lt;d&apos;e&quot;f");
     EXPECT_EQ(modPublic::XmlEscape("&amp;"), "&amp;amp;");
     EXPECT_EQ(modPublic::XmlEscape("''&&"), "&apos;&apos;&amp;&amp;");
@@ -251,7 +251,7 @@ TEST_F(LoginContext, EveryThreadHasItsOwn) {
     EXPECT_FALSE(modPublic::context().bAutoDisplay);
 }
 
-TEST_F(LoginContext, AppendsEscapedTextBehindWhatIsThere) {
+TEST_F(LoginContext, AppendsEscapedTextToExistingText) {
     std::string text = "a='";
     modPublic::appendXmlEscaped(text, Variant("<&>"));
     modPublic::appendXmlEscaped(text, Variant());
@@ -259,7 +259,7 @@ TEST_F(LoginContext, AppendsEscapedTextBehindWhatIsThere) {
     EXPECT_EQ(text, "a='&lt;&amp;&gt;1.5");
 }
 
-TEST_F(LoginContext, GivesTheLoginWhereItIsNeeded) {
+TEST_F(LoginContext, ReturnsTheLoginIfItIsNeeded) {
     EXPECT_EQ(&modPublic::requiredLogin(), login.get());
     modPublic::context().login = nullptr;
     EXPECT_ERROR(modPublic::requiredLogin(), errors::objectNotSet);

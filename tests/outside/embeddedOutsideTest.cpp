@@ -27,13 +27,13 @@ TEST_F(EmbeddedOutside, CreateFailsForANumberBeyond16Bits) {
     EXPECT_ERROR(out.CreateCashFlowColFromDB(connection, "gl_v_accvouch", "BIG"), errors::overflow);
 }
 
-TEST_F(EmbeddedOutside, CreateGivesTheEmptyTextWithoutACashAccountAndReadTheDocumentOfNoRows) {
+TEST_F(EmbeddedOutside, CreateReturnsTheEmptyTextWithoutACashAccountAndReadADocumentWithoutRows) {
     EXPECT_EQ(out.CreateCashFlowColFromDB(connection, "costs", "NOCASH"), "");
     EXPECT_EQ(out.GetCashFlowColFromDB(connection, "costs", "NOCASH"), noRows());
     EXPECT_EQ(company.takeStatements().size(), 2U) << "the key is never asked for";
 }
 
-TEST_F(EmbeddedOutside, CreateGivesNoRowsWhereCashCancels) {
+TEST_F(EmbeddedOutside, CreateReturnsNoRowsIfCashCancelsOut) {
     company.execute("insert into sales (coutno_id,inid,ccode,md,mc) values(N'OUT',3,N'1002',0,250.5)");
     EXPECT_EQ(out.CreateCashFlowColFromDB(connection, "sales", "OUT"), noRows());
 }
@@ -64,7 +64,7 @@ TEST_F(EmbeddedOutside, AQuoteInTheKeyIsTheDatabasesError) {
     EXPECT_EQ(xml, "");
 }
 
-TEST_F(EmbeddedOutside, ReadGivesTheStoredRowsUnderTheirPresentNames) {
+TEST_F(EmbeddedOutside, ReadReturnsTheStoredRowsWithTheirPresentNames) {
     storeRow("02");
     const std::string xml = out.GetCashFlowColFromDB(connection, "sales", "OUT");
     EXPECT_EQ(rowsOf(xml), Lines{"line 2 item 02 0 250.5"});

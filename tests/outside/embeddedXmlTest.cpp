@@ -42,7 +42,7 @@ TEST_F(EmbeddedXml, AStoredVoucherIsFoundByItsOutsideKey) {
     EXPECT_EQ(company.temporaryTables(), 0);
 }
 
-TEST_F(EmbeddedXml, AVoucherWithoutStoredRowsGivesNoRowsInBothContracts) {
+TEST_F(EmbeddedXml, AVoucherWithoutStoredRowsReturnsNoRowsInBothContracts) {
     EXPECT_EQ(gl.GetCashFlowColFromXml(connection, voucherXml(wholeKey, "")), noRows());
     EXPECT_EQ(out.GetCashFlowColFromXml(connection, voucherXml(wholeKey, "")), noRows());
     EXPECT_EQ(gl.GetCashFlowColFromXml(connection, voucherXml("", " coutno_id='OUT'")), noRows());
@@ -50,7 +50,7 @@ TEST_F(EmbeddedXml, AVoucherWithoutStoredRowsGivesNoRowsInBothContracts) {
     EXPECT_EQ(company.temporaryTables(), 0);
 }
 
-TEST_F(EmbeddedXml, GenerationGivesNoRowsWhereNoLineCarriesTheOutsideKey) {
+TEST_F(EmbeddedXml, GenerationReturnsNoRowsIfNoLineHasTheOutsideKey) {
     for (const std::string& root : {wholeKey, std::string()}) {
         EXPECT_EQ(gl.GetCashFlowColFromXml(connection, voucherXml(root, ""), true), noRows());
         EXPECT_EQ(out.GetCashFlowColFromXml(connection, voucherXml(root, ""), true), noRows());

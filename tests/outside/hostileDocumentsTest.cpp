@@ -193,7 +193,7 @@ TEST_F(HostileDocuments, TakeLittleMemoryToRefuse) {
     }
 }
 
-TEST_F(HostileDocuments, MemoryThatRunsOutIsNoVerdictOnTheDocument) {
+TEST_F(HostileDocuments, RunningOutOfMemoryIsNotAVerdictOnTheDocument) {
     if (underSanitizer) {
         GTEST_SKIP() << "a sanitizer takes more memory than the limit leaves";
     }

@@ -52,7 +52,7 @@ TEST_F(Checks, AccountsAreComparedWithTheirCase) {
     EXPECT_EQ(info, "<Z7.CW.GL.CashFlow.00001>");
 }
 
-TEST_F(Checks, AnIncompleteRowIsToldInThreeParts) {
+TEST_F(Checks, AnIncompleteRowIsReportedInThreeParts) {
     addRow(rows, i16(2), "6001", 0.0, 100.0, Null{});
     EXPECT_FALSE(checkRows(rows));
     EXPECT_EQ(info, "<Z7.CW.GL.CashFlow.00020>\t2\t4");
@@ -62,7 +62,7 @@ TEST_F(Checks, AnIncompleteRowIsToldInThreeParts) {
     EXPECT_EQ(info, "<Z7.CW.GL.CashFlow.00022>\t2\t3");
 }
 
-TEST_F(Checks, OnlyTheFirstFailureIsTold) {
+TEST_F(Checks, OnlyTheFirstFailureIsReported) {
     addRow(rows, i16(2), "6001", 0.0, 100.0);
     addRow(rows, i16(2), "wrong", 0.0, 100.0);
     addRow(rows, i16(9), "6001", 0.0, 100.0);
@@ -74,7 +74,7 @@ TEST_F(Checks, OnlyTheFirstFailureIsTold) {
               2);
 }
 
-TEST_F(Checks, ANullLineNumberIsNoFilter) {
+TEST_F(Checks, ANullLineNumberDoesNotFilter) {
     addRow(rows, Null{}, "6001", 0.0, 100.0);
     EXPECT_ERROR(checkRows(rows), errors::invalidArgument);
     EXPECT_EQ(info, "before");
@@ -133,14 +133,14 @@ TEST_F(Checks, TheBoundItselfFails) {
     EXPECT_TRUE(checkSum(other));
 }
 
-TEST_F(Checks, TheDifferenceIsToldInTwoLines) {
+TEST_F(Checks, TheDifferenceIsReportedInTwoLines) {
     addRow(rows, i16(1), "1001", 100.004, 0.0);
     EXPECT_FALSE(checkSum(rows));
     EXPECT_EQ(info, "<Z7.CW.GL.CashFlow.00003><Z7.CW.GL.CashFlow.00004>100.00\r\n"
                     "<Z7.CW.GL.CashFlow.00006><Z7.CW.GL.CashFlow.00004>100.00");
 }
 
-TEST_F(Checks, AnEmptyCollectionMeetsNothingButZero) {
+TEST_F(Checks, AnEmptyCollectionMatchesOnlyZero) {
     world.setSum(50.0);
     EXPECT_FALSE(checkSum(rows));
     EXPECT_EQ(info, "<Z7.CW.GL.CashFlow.00003><Z7.CW.GL.CashFlow.00004>50.00\r\n"
@@ -197,7 +197,7 @@ TEST_F(Checks, TheLinesAreClosedBeforeTheReasonIsLookedUp) {
     EXPECT_EQ(messages->log.size(), 4U);
 }
 
-TEST_F(Checks, ASumThatIsNoNumberLeavesItsAmountEmpty) {
+TEST_F(Checks, ASumThatIsNotANumberLeavesItsAmountEmpty) {
     addRow(rows, i16(1), "1001", 1e308, 0.0);
     addRow(rows, i16(1), "1001", 1e308, 0.0);
     EXPECT_FALSE(checkSum(rows));

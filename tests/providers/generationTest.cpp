@@ -9,7 +9,7 @@ using namespace ledger;
 
 class Generation : public ProviderTest {};
 
-TEST_F(Generation, GivesEachOtherLineARow) {
+TEST_F(Generation, CreatesARowForEachOtherLine) {
     const Collection rows = create(world);
     EXPECT_EQ(rowsOf(rows), Lines{"2:0:100:01"});
     EXPECT_EQ(world.statements(), (Lines{run(lines()), open(option("bXJLL")), own(itemName("01")), own(itemName("01")),
@@ -34,7 +34,7 @@ TEST_F(Generation, GivesEachOtherLineARow) {
     EXPECT_TRUE(rows->Changed());
 }
 
-TEST_F(Generation, GivesEachCashLineARowWhereTheOptionSaysSo) {
+TEST_F(Generation, CreatesARowForEachCashLineIfTheOptionSaysSo) {
     modPublic::context().bCashCode = true;
     world.setLines({{1, "1001", 100.0, 0.0, "98", "07", {}}, {2, "6001", 0.0, 100.0, "98", "01", {}}});
     EXPECT_EQ(rowsOf(create(world)), Lines{"1:100:0:07"});
@@ -48,7 +48,7 @@ TEST_F(Generation, KeepsTheOrderOfTheLines) {
     EXPECT_EQ(rowsOf(create(world)), (Lines{"9:0:30:01", "4:0:50:02", "2:0:20:01"}));
 }
 
-TEST_F(Generation, GivesAVoucherWhoseCashLinesCancelNoRows) {
+TEST_F(Generation, CreatesNoRowsIfTheCashLinesCancelOut) {
     world.setLines({{1, "1001", 100.0, 0.0, {}, {}, {}},
                     {2, "1002", 0.0, 100.0, {}, {}, {}},
                     {3, "6001", 0.0, 100.0, "98", "01", {}}});
@@ -98,7 +98,7 @@ TEST_F(Generation, FailsOnACashLineWithoutAnAmount) {
     errorCameOut();
 }
 
-TEST_F(Generation, WithoutLinesGivesNoRows) {
+TEST_F(Generation, WithoutLinesCreatesNoRows) {
     world.setLines({});
     EXPECT_EQ(create(world)->Count(), 0);
 }
@@ -145,7 +145,7 @@ TEST_F(Generation, TakesTheItemOfTheTemplateOfTheLinesSide) {
     EXPECT_EQ(debugTexts, (Lines{"222", "itemCode:", "111", "222", "itemCode:", "222", "itemCode:"}));
 }
 
-TEST_F(Generation, TakesAnAuxiliaryItemWhoseClassIsNoColumnForACashItem) {
+TEST_F(Generation, TakesAnAuxiliaryItemWhoseClassIsNotAColumnForACashItem) {
     Table table{{"inid", "md", "mc", "ccode", "citem_id", "bCashItem"}, {}, {}};
     table.rows = {{i16(1), 100.0, 0.0, "1001", Null{}, true}, {i16(2), 0.0, 100.0, "6001", "44", false}};
     world.database.answerPrefix("select  code.iYear,inid,", table);
@@ -194,7 +194,7 @@ TEST_F(Generation, ADraftNeedsTheNumberOfTheLine) {
     errorCameOut();
 }
 
-TEST_F(Generation, AFailingNameIsIgnoredOnlyWhereTheLineGivesTheItem) {
+TEST_F(Generation, AFailingNameIsIgnoredOnlyIfTheItemIsOnTheLine) {
     world.database.failStatement(3, Error(1205, "server", "deadlock"));
     const Collection rows = create(world);
     EXPECT_EQ(rowsOf(rows), Lines{"2:0:100:01"});
@@ -251,7 +251,7 @@ TEST_F(Generation, NotesTheOptionThatNobodyReads) {
     EXPECT_FALSE(modPublic::context().bCashCode);
 }
 
-TEST_F(Generation, FollowsTheFlagsThatAreLeftBehind) {
+TEST_F(Generation, UsesTheFlagsThatWereLeftBehind) {
     modPublic::context().bCashCode = true;
     world.setLines({{1, "1001", 100.0, 0.0, {}, {}, {}}, {2, "6001", 0.0, 100.0, "98", "01", {}}});
     EXPECT_EQ(create(world)->Count(), 0);
@@ -311,7 +311,7 @@ TEST_F(RowsOfRecords, AnOutsideKeyGoesToTheCollectionAndNoDateToTheRows) {
     EXPECT_EQ(rowsOfRecords(withoutKey, "")->coutNo_id(), "");
 }
 
-TEST_F(RowsOfRecords, TheFirstRecordGivesTheKeyOnlyWhereItHasItWhole) {
+TEST_F(RowsOfRecords, TheFirstRecordDefinesTheKeyOnlyIfItIsComplete) {
     Table table{
         {"iperiod", "isignseq", "ino_id", "dbill_date", "inid", "md", "mc", "ccode", "ccashitem_id", "bCashItem"},
         {},
@@ -344,14 +344,14 @@ TEST_F(RowsOfRecords, ARowOfAVoucherLineKeepsItsOwnIdentity) {
     EXPECT_EQ(rows->Item(1)->Item("RowGuid"), Variant(GuidSequence::text(1)));
 }
 
-TEST_F(RowsOfRecords, NoRecordGivesNothingAndStillReadsTheOption) {
+TEST_F(RowsOfRecords, WithoutRecordsItReturnsNothingAndStillReadsTheOption) {
     world.setOption("bXJLL", "TRUE");
     EXPECT_EQ(rowsOfRecords({{"inid"}, {}, {}}, "OUT"), nullptr);
     EXPECT_TRUE(modPublic::context().bXJLL);
     EXPECT_EQ(world.statements(), (Lines{run("records"), open(option("bXJLL"))}));
 }
 
-TEST_F(Generation, OfAVoucherThatPaysCashHasANegativeSumAndGivesRows) {
+TEST_F(Generation, OfAVoucherThatPaysCashHasANegativeSumAndCreatesRows) {
     world.setLines({{1, "1001", 0.0, 100.0, {}, {}, {}}, {2, "6001", 100.0, 0.0, "98", "01", {}}});
     EXPECT_EQ(rowsOf(create(world)), Lines{"2:100:0:01"});
 }
@@ -387,7 +387,7 @@ protected:
     Lines told;
 };
 
-TEST_F(Observed, IsToldWhetherTheItemIsOfTheLineOrOfATemplate) {
+TEST_F(Observed, LearnsWhetherTheItemIsFromTheLineOrATemplate) {
     world.setLines({{1, "1001", 100.0, 0.0, {}, {}, {}},
                     {2, "6001", 0.0, 100.0, "98", "01", {}},
                     {3, "6002", 5.0, 0.0, {}, {}, {}},
@@ -398,7 +398,7 @@ TEST_F(Observed, IsToldWhetherTheItemIsOfTheLineOrOfATemplate) {
     EXPECT_EQ(told, (Lines{"2 auxiliary ", "3 template 6002 debit 2013-01-01", "4 template 6003"}));
 }
 
-TEST_F(Observed, IsToldOfTheUsersDraft) {
+TEST_F(Observed, LearnsOfTheUsersDraft) {
     world.gl.bFromDraft(true);
     world.database.answer("select cCashItem from GL_VouchDraft where cUserId=N'u1' and inid=2",
                           {{"cCashItem"}, {{"33"}}, {}});
@@ -406,7 +406,7 @@ TEST_F(Observed, IsToldOfTheUsersDraft) {
     EXPECT_EQ(told, Lines{"2 draft u1"});
 }
 
-TEST_F(Observed, IsToldOfTheItemThatWasEnteredOnTheLine) {
+TEST_F(Observed, LearnsOfTheItemEnteredOnTheLine) {
     world.database.answer("records",
                           {{"inid", "md", "mc", "ccode", "citem_class", "citem_id", "ccashitem_id", "bCashItem"},
                            {{i16(2), 0.0, 100.0, "6001", "98", "44", "55", false}},
@@ -415,13 +415,13 @@ TEST_F(Observed, IsToldOfTheItemThatWasEnteredOnTheLine) {
     EXPECT_EQ(told, Lines{"2 line "});
 }
 
-TEST_F(Observed, IsToldOfAStoredRowAsItIs) {
+TEST_F(Observed, LearnsOfAStoredRowAsItIs) {
     world.setStored({"01", "02"});
     (void)world.gl.GetCashFlowColFromDB(world.connection, "gl_accvouch", 1, 2, 5, Date(41279.0));
     EXPECT_EQ(told, (Lines{"2 record ", "2 record "}));
 }
 
-TEST_F(Observed, IsToldOfARowWithoutAnItemOnlyWhereItIsKept) {
+TEST_F(Observed, LearnsOfARowWithoutAnItemOnlyIfItIsKept) {
     world.setLines({{1, "1001", 100.0, 0.0, {}, {}, {}}, {2, "6001", 0.0, 100.0, {}, {}, {}}});
     (void)create(world);
     EXPECT_EQ(told, Lines{});

@@ -491,7 +491,7 @@ protected:
     }
 };
 
-TEST_P(LeftBehind, WhereAllGoesWell) {
+TEST_P(LeftBehind, OnSuccess) {
     World world(optionsOn);
     operation.prepare(world);
     const Sight before = world.sight();
@@ -505,7 +505,7 @@ TEST_P(LeftBehind, WhereAllGoesWell) {
     }
 }
 
-TEST_P(LeftBehind, WhereAnyStatementFails) {
+TEST_P(LeftBehind, IfAnyStatementFails) {
     Lines statements;
     {
         World world(optionsOn);
@@ -561,7 +561,7 @@ TEST_P(LeftBehindByARefusedLine, TheTableStays) {
 /// Reading, generating and checking, which use the table that is passed; only saves use the other one.
 class LeftBehindByNoSave : public LeftBehind {};
 
-TEST_P(LeftBehindByNoSave, TheTemporaryTableIsNotLookedAt) {
+TEST_P(LeftBehindByNoSave, TheTemporaryTableIsIgnored) {
     World world(optionsOn);
     world.gl.VoucherTempTable("aside");
     operation.prepare(world);

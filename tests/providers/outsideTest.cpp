@@ -48,7 +48,7 @@ protected:
         "delete from gl_cashtable where iyear=2013 and  iperiod=1 and isignseq=2 and ino_id=5";
 };
 
-TEST_F(Outside, CreateGivesTheRowsOfItsLines) {
+TEST_F(Outside, CreateReturnsTheRowsOfItsLines) {
     const std::string xml = world.out.CreateCashFlowColFromDB(world.connection, "mine", "OUT");
     EXPECT_EQ(rowsOf(collectionOf(xml)), Lines{"2:0:100:55"}) << "the line's own item goes before its item class";
     EXPECT_TRUE(xml.starts_with("<root iperiod='1' isignseq='2' ino_id='5'>"));
@@ -76,13 +76,13 @@ TEST_F(Outside, CreateLooksForATemplateOnTheLinesOwnDate) {
     errorCameOut();
 }
 
-TEST_F(Outside, CreateGivesTheEmptyTextWithoutACashAccount) {
+TEST_F(Outside, CreateReturnsTheEmptyTextWithoutACashAccount) {
     world.haveCash(false);
     EXPECT_EQ(world.out.CreateCashFlowColFromDB(world.connection, "mine", "OUT"), "");
     EXPECT_EQ(world.statements(), Lines{run(outsideHaveCash("mine"))});
 }
 
-TEST_F(Outside, CreateGivesNoRowsWhereCashCancels) {
+TEST_F(Outside, CreateReturnsNoRowsIfCashCancelsOut) {
     world.database.answer(outsideLines("mine"),
                           {{"inid", "md", "mc", "ccode", "bCashItem"},
                            {{i16(1), 100.0, 0.0, "1001", true}, {i16(2), 0.0, 100.0, "1002", true}},
@@ -91,7 +91,7 @@ TEST_F(Outside, CreateGivesNoRowsWhereCashCancels) {
     EXPECT_EQ(world.statements(), (Lines{run(outsideHaveCash("mine")), run(outsideLines("mine"))}));
 }
 
-TEST_F(Outside, ReadGivesTheStoredRows) {
+TEST_F(Outside, ReadReturnsTheStoredRows) {
     world.setStored({"88"});
     const std::string xml = world.out.GetCashFlowColFromDB(world.connection, "mine", "OUT");
     EXPECT_EQ(rowsOf(collectionOf(xml)), Lines{"2:0:100:88"});
@@ -109,7 +109,7 @@ TEST_F(Outside, ReadGeneratesInTheLedgersWayWhereNothingIsStored) {
                      own(kind()), run(keylessLines("mine"))}));
 }
 
-TEST_F(Outside, ReadGivesNoRowsWithoutACashAccountAndAsksNoKey) {
+TEST_F(Outside, ReadReturnsNoRowsWithoutACashAccountAndQueriesNoKey) {
     world.haveCash(false);
     EXPECT_EQ(world.out.GetCashFlowColFromDB(world.connection, "mine", "OUT"), noRows());
     EXPECT_EQ(world.statements(), Lines{run(outsideHaveCash("mine"))});
@@ -282,7 +282,7 @@ TEST_F(Outside, SaveNeitherSetsTheYearNorReadsOptions) {
               run("delete from gl_cashtable where iyear=2012 and  iperiod=1 and isignseq=2 and ino_id=5"));
 }
 
-TEST_F(Outside, SaveOfTextThatIsNoXmlIsRefused) {
+TEST_F(Outside, SaveOfTextThatIsNotXmlIsRefused) {
     std::string xml = "no xml";
     const Error error = errorOf([&] { (void)save(&xml); });
     EXPECT_EQ(error.number(), 1002);
@@ -345,18 +345,18 @@ protected:
     const std::string draft = "select cCashItem from GL_VouchDraft where cUserId=N'u1' and inid=2";
 };
 
-TEST_F(OutsideDraft, GivesItsItemsToGeneratedRows) {
+TEST_F(OutsideDraft, SuppliesItemsForGeneratedRows) {
     EXPECT_EQ(rowsOf(collectionOf(world.out.CreateCashFlowColFromDB(world.connection, "mine", "OUT"))),
               Lines{"2:0:100:33"});
 }
 
-TEST_F(OutsideDraft, GivesItsItemsToStoredRowsThatHaveNone) {
+TEST_F(OutsideDraft, SuppliesItemsForStoredRowsWithoutOne) {
     world.setStored({""});
     EXPECT_EQ(rowsOf(collectionOf(world.out.GetCashFlowColFromDB(world.connection, "mine", "OUT"))),
               Lines{"2:0:100:33"});
 }
 
-TEST_F(OutsideDraft, GivesItsItemsToTheRowsOfBothChecks) {
+TEST_F(OutsideDraft, SuppliesItemsForTheRowsOfBothChecks) {
     EXPECT_TRUE(world.out.CheckCFColFromDB(world.connection, "mine", "OUT", ""));
     EXPECT_EQ(world.database.countOf(draft), 1U);
     world.database.failPrefix(keylessLines(""), Error(156, "server", "syntax near as"));

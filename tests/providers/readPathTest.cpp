@@ -28,7 +28,7 @@ protected:
     const std::string outsideVoucher = "<v><e ccode='1001' inid='1' md='100' coutno_id='OUT'/></v>";
 };
 
-TEST_F(ReadPath, GivesTheStoredRows) {
+TEST_F(ReadPath, ReturnsTheStoredRows) {
     world.setStored({"88", "89"});
     const Collection rows = read();
     ASSERT_NE(rows, nullptr);
@@ -47,7 +47,7 @@ TEST_F(ReadPath, GivesTheStoredRows) {
     EXPECT_EQ(debugTexts, Lines{});
 }
 
-TEST_F(ReadPath, GivesStoredRowsOfBothSides) {
+TEST_F(ReadPath, ReturnsStoredRowsOfBothSides) {
     world.setStored({"88"});
     modPublic::context().bCashCode = true;
     EXPECT_EQ(read()->Count(), 1);
@@ -75,7 +75,7 @@ TEST_F(ReadPath, CopiesTheIdentityOfRowsOfTheView) {
     EXPECT_EQ(rows->Item(1)->Item("RowGuid"), Variant("stored"));
 }
 
-TEST_F(ReadPath, GivesNothingWhereNothingIsStoredAndLeavesTheYearBehind) {
+TEST_F(ReadPath, ReturnsNothingIfNothingIsStoredAndLeavesTheYearSet) {
     world.database.answerPrefix("select iyear,iid", {{"iyear", "iid"}, {{i16(2012), std::uint8_t{3}}}, {}});
     EXPECT_EQ(read(), nullptr);
     EXPECT_EQ(modPublic::GetIYear(), 2012);
@@ -96,7 +96,7 @@ TEST_F(ReadPath, GeneratesRowsOfADraft) {
     EXPECT_EQ(rowsOf(read()), Lines{"2:0:100:88"});
 }
 
-TEST_F(ReadPath, GivesADraftsVoucherWithoutCashNoRowsInsteadOfNothing) {
+TEST_F(ReadPath, ReturnsNoRowsInsteadOfNothingForADraftWithoutCash) {
     world.gl.bFromDraft(true);
     world.setLines({});
     const Collection rows = read();
@@ -111,7 +111,7 @@ TEST_F(ReadPath, OnADateInNoPeriodWorksUnderTheYear1900) {
     EXPECT_EQ(world.statements()[1], run(storedRows("1900")));
 }
 
-TEST_F(ReadPath, GivesNothingForTheStateThatWantsAnEmptySet) {
+TEST_F(ReadPath, ReturnsNothingForTheStateThatRequestsAnEmptySet) {
     modPublic::context().VouchState = 2;
     EXPECT_EQ(read(), nullptr);
     EXPECT_TRUE(world.statements()[1].ends_with(" Where 1=-1"));
@@ -137,7 +137,7 @@ TEST_F(ReadPath, PassesEveryFailureThrough) {
     }
 }
 
-TEST_F(ReadPath, OfXmlWithAWholeKeyGivesTheStoredRowsAndLeavesTheViewAlone) {
+TEST_F(ReadPath, OfXmlWithACompleteKeyReturnsTheStoredRowsAndDoesNotUseTheView) {
     world.setStored({"88"});
     const std::string xml = world.gl.GetCashFlowColFromXml(world.connection, wholeKey);
     const auto loaded = world.provider.CreateCashFlowCollection();
@@ -148,7 +148,7 @@ TEST_F(ReadPath, OfXmlWithAWholeKeyGivesTheStoredRowsAndLeavesTheViewAlone) {
     EXPECT_EQ(world.statements(), (Lines{run(storedRows()), open(option("bXJLL")), own(itemName("88"))}));
 }
 
-TEST_F(ReadPath, OfXmlWithoutStoredRowsGivesNoRows) {
+TEST_F(ReadPath, OfXmlWithoutStoredRowsReturnsNoRows) {
     EXPECT_EQ(world.gl.GetCashFlowColFromXml(world.connection, wholeKey),
               noRows(world, "iperiod='0' isignseq='0' ino_id='0'"));
     EXPECT_EQ(world.database.countOf("Drop"), 0U);
@@ -200,7 +200,7 @@ TEST_F(ReadPath, OfXmlAFailingDropStaysUnnoticed) {
     EXPECT_EQ(world.database.countOf("Drop table "), 1U);
 }
 
-TEST_F(ReadPath, OfXmlThatIsToBeGeneratedWithoutAnOutsideKeyOnItsLinesGivesNoRows) {
+TEST_F(ReadPath, OfXmlToBeGeneratedWithoutAnOutsideKeyOnItsLinesReturnsNoRows) {
     takeTemporaryTables();
     world.haveCash(false);
     EXPECT_EQ(world.gl.GetCashFlowColFromXml(
@@ -219,7 +219,7 @@ TEST_F(ReadPath, OfXmlThatIsToBeGeneratedFailsOnTheItemColumnAndLeavesTheTable) 
     EXPECT_EQ(world.database.countOf("Drop table "), 0U);
 }
 
-TEST_F(ReadPath, OfTextThatIsNoXmlIsRefused) {
+TEST_F(ReadPath, OfTextThatIsNotXmlIsRefused) {
     for (IGlVoucherProvider* contract : {&world.gl}) {
         const Error error = errorOf([&] { (void)contract->GetCashFlowColFromXml(world.connection, "no xml"); });
         EXPECT_EQ(error.number(), 1005);
@@ -246,7 +246,7 @@ TEST_F(ReadPath, OfXmlWithAnOutsideKeyRowsGetNoDate) {
     EXPECT_TRUE(xml.starts_with("<root iperiod='1' isignseq='2' ino_id='5'>")) << "the key is the stored row's";
 }
 
-TEST_F(ReadPath, OfXmlOfADraftGivesItsItemsToRowsThatHaveNone) {
+TEST_F(ReadPath, OfXmlOfADraftSuppliesItemsForRowsWithoutOne) {
     takeTemporaryTables();
     world.setStored({""});
     world.gl.bFromDraft(true);

@@ -117,7 +117,7 @@ TEST_F(SaveFailure, KeepsTheRowsThatWereFoundForTheCaller) {
     EXPECT_EQ(world.database.countOf(deleteRows()), 1U) << "what ran before stays for the host to roll back";
 }
 
-TEST_F(SaveFailure, LeavesTheYearAndTheSideThatItHadSet) {
+TEST_F(SaveFailure, LeavesTheYearAndTheSideAsSet) {
     world.setOption("bCashCode", "TRUE");
     world.database.answerPrefix("select iyear,iid", {{"iyear", "iid"}, {{i16(2012), std::uint8_t{1}}}, {}});
     world.database.failPrefix("select code.ccode", Error(547, "server", "constraint"));

@@ -103,7 +103,7 @@ TEST_F(SaveFromXml, OfAVoucherWithoutADateIsRefused) {
     errorCameOut();
 }
 
-TEST_F(SaveFromXml, OfTextThatIsNoXmlIsRefused) {
+TEST_F(SaveFromXml, OfTextThatIsNotXmlIsRefused) {
     std::string xml = "no xml";
     const Error error = errorOf([&] { (void)save(&xml); });
     EXPECT_EQ(error.number(), 1002);
@@ -142,7 +142,7 @@ TEST_F(SaveFromXml, LooksIntoTheLedgersTableInTheContextsYear) {
     EXPECT_EQ(world.statements()[1], run("select *" + voucher + " and inid=2"));
 }
 
-TEST_F(SaveFromXml, KnowsTheLedgersTableInAnyCase) {
+TEST_F(SaveFromXml, RecognizesTheLedgersTableInAnyLetterCase) {
     world.database.answer(
         "select * from GL_AccVouch where iyear=2013 and iPeriod=1 and iSignSeq=2 and iNo_id=5 and inid=2",
         {{"inid"}, {}, {}});

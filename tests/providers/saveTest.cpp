@@ -157,7 +157,7 @@ TEST_F(Save, ReadsTheVoucherFromTheTemporaryTableAndItsDateFromTheOther) {
                      run(insertRow(*rows, 1)), run(currencyNames())}));
 }
 
-TEST_F(Save, GivesAHandedCollectionTheTableOfTheSave) {
+TEST_F(Save, SetsTheTableOfTheSaveInAGivenCollection) {
     Collection rows = fitting();
     rows->VoucherTable("elsewhere");
     world.gl.VoucherTempTable("mine");

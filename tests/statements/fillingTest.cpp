@@ -32,7 +32,7 @@ TEST(Filling, PutsValuesInAsTheyAreUnlessThePolicyForbids) {
               "select a from x; drop where b=1 or 1=1 and c=N'a'b'");
 }
 
-TEST(Filling, RefusesATextWithAQuoteWhereverItStands) {
+TEST(Filling, RefusesATextWithAQuoteAnywhere) {
     for (const std::string hostile : {"'", "''", "a'b", "a''b", "a'", "'a", "付',9,1,N'0111',450,0,N'6601"}) {
         const Error error = refusal("t", 1, hostile);
         EXPECT_EQ(error.number(), errors::statementRefused) << hostile;

@@ -52,7 +52,7 @@ TEST(Date, RoundsItsTimeToTheSecond) {
     EXPECT_EQ(dateText(Date(41279.9999999)), "2013-01-06");
 }
 
-TEST(Date, TellsWhetherTextsAndDatabasesCanHoldIt) {
+TEST(Date, KnowsWhetherTextsAndDatabasesCanHoldIt) {
     EXPECT_TRUE(isValidDate(Date(0.0)));
     EXPECT_TRUE(isValidDate(Date(2.0)));
     EXPECT_TRUE(isValidDate(Date(-657434.0)));

@@ -62,7 +62,7 @@ TEST(Format, FillsUpWithZeros) {
     EXPECT_EQ(format("1,234.5", "0.00"), "1234.50");
 }
 
-TEST(Format, LeavesTextThatIsNoNumber) {
+TEST(Format, LeavesTextThatIsNotANumber) {
     EXPECT_EQ(format("A", "00"), "A");
     EXPECT_EQ(format("1E", "00"), "1E");
     EXPECT_EQ(format("E1", "00"), "E1");

@@ -32,7 +32,7 @@ TEST(Guid, FillsWordsUpWithZeros) {
     EXPECT_EQ(textOf({}), std::string(40, '0'));
 }
 
-TEST(Guid, GivesALoneDigitAZeroAndALoneLetterNone) {
+TEST(Guid, PadsASingleDigitWithAZeroButNotASingleLetter) {
     EXPECT_EQ(textOf({0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0x05, 0x0A, 0x0F, 0x09}),
               std::string(24, '0') + "05" + "A" + "F" + "09" + "00000000");
     EXPECT_EQ(textOf({0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0x0E, 0x1E, 0xE1, 0x0D}),

@@ -34,7 +34,7 @@ TEST(FillPlaces, PutsArgumentsWhereTheirNumbersStand) {
     EXPECT_EQ(fillPlaces("", {}), "");
 }
 
-TEST(FillPlaces, LeavesWhatIsNoPlaceOrHasNoArgument) {
+TEST(FillPlaces, LeavesTextThatIsNotAPlaceOrHasNoArgument) {
     EXPECT_EQ(fillPlaces("{2} {x} {} { {-1} {0", {"x"}), "{2} {x} {} { {-1} {0");
     EXPECT_EQ(fillPlaces("{99999999999999999999999} {0}", {"x"}), "{99999999999999999999999} x");
     EXPECT_EQ(fillPlaces("{{0}}", {"x"}), "{x}");

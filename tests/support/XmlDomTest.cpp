@@ -37,7 +37,7 @@ std::string childrenOf(const XmlNode& node) {
     return list;
 }
 
-TEST(XmlDom, GivesElementsAndAttributes) {
+TEST(XmlDom, ReturnsElementsAndAttributes) {
     const XmlNode root = rootOf("<root a='1' b=\"two\"><x n='3'>te<y n='4'/>t</x><z/></root>");
     EXPECT_EQ(attributesOf(root), "a=1;b=two;");
     EXPECT_EQ(root.attribute("b"), "two");
@@ -67,7 +67,7 @@ TEST(XmlDom, TakesATextInPiecesAsOneNode) {
     EXPECT_EQ(childrenOf(rootOf("<r>" + std::string(100000, 'x') + "<a n='1'/></r>")), "[][n=1;]");
 }
 
-TEST(XmlDom, GivesTheTextsOfANodeAndOfAllBelowIt) {
+TEST(XmlDom, ReturnsTheTextsOfANodeAndItsDescendants) {
     EXPECT_EQ(rootOf("<r> a &lt; <![CDATA[<b>]]><!-- no --><x y='no'>c<z>d</z></x>e </r>").text(), "a < <b>cde");
     EXPECT_EQ(rootOf("<r>  \n </r>").text(), "");
     EXPECT_EQ(rootOf("<r a='1'/>").text(), "");

@@ -80,7 +80,7 @@ std::string manyRows() {
 
 class XmlMemoryTest : public testing::TestWithParam<Case> {};
 
-TEST_P(XmlMemoryTest, AnAllocationThatFailsIsSaidToBeJustThat) {
+TEST_P(XmlMemoryTest, AFailedAllocationIsReportedAsSuch) {
     ASSERT_TRUE(taken);
     const std::string& text = GetParam().text;
     const std::string expected = outcomeOf(text); // also initializes what the parser sets up once

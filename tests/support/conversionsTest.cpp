@@ -126,7 +126,7 @@ TEST(ToInteger, RefusesWhatIsOutOfRange) {
     EXPECT_ERROR(toInt32(std::numeric_limits<double>::infinity()), errors::overflow);
 }
 
-TEST(ToInteger, TellsTextThatIsNoNumberFromNull) {
+TEST(ToInteger, DistinguishesTextThatIsNotANumberFromNull) {
     EXPECT_ERROR(toByte("x"), errors::typeMismatch);
     EXPECT_ERROR(toInt16(""), errors::typeMismatch);
     EXPECT_ERROR(toInt32("1a"), errors::typeMismatch);
@@ -324,7 +324,7 @@ TEST(Characters, AreCodePoints) {
     EXPECT_EQ(leftCharacters("ab", 0), "");
 }
 
-TEST(Texts, AreShortenedBehindSixtyCharactersAndSaySo) {
+TEST(Texts, AreShortenedAfterSixtyCharactersAndMarked) {
     std::string text;
     for (int i = 0; i < 60; ++i) {
         text += "借";

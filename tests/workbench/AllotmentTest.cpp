@@ -179,7 +179,7 @@ TEST_F(AllotmentTest, RollsEveryVoucherBackWhereNothingIsToBeKept) {
     EXPECT_EQ(run(allotment(false), 2)[1].outcome, Outcome::stored);
 }
 
-TEST_F(AllotmentTest, TellsNoCashFromNothingToAllot) {
+TEST_F(AllotmentTest, DistinguishesNoCashFromNothingToAllocate) {
     EXPECT_CALL(connection, BeginTrans()).Times(2);
     EXPECT_CALL(connection, RollbackTrans()).Times(2);
     EXPECT_CALL(provider, SaveCashFlowColEx(_, _, _, _, 1, _, _, _)).WillOnce(Return(true));
@@ -246,7 +246,7 @@ TEST_F(AllotmentTest, LocksTheVoucherBeforeAnythingOfItIsRead) {
     EXPECT_EQ(run(allotment(), 1)[0].outcome, Outcome::stored);
 }
 
-TEST_F(AllotmentTest, AVoucherThatAnotherDeskHoldsIsRefusedAndTheRunGoesOn) {
+TEST_F(AllotmentTest, AVoucherHeldByAnotherSessionIsRefusedAndTheRunContinues) {
     // As reported by a server for a lock and for a deadlock, and by the embedded database when a transaction
     // begins.
     for (const Error& held : {Error(1222, "ODBC", "Lock request time out period exceeded.", "42000"),

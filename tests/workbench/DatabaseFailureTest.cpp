@@ -25,7 +25,7 @@ TEST(DatabaseFailure, IsTheDatabaseAndNotTheVoucher) {
     EXPECT_FALSE(isDatabaseFailure(Error(18, "CashFlow", "string or blob too big", "HY000")));
 }
 
-TEST(DatabaseFailure, TellsALockThatAnotherSessionHoldsFromEverythingElse) {
+TEST(DatabaseFailure, DistinguishesALockOfAnotherSessionFromEverythingElse) {
     EXPECT_TRUE(isHeldElsewhere(Error(5, "SQLite", "database is locked", "HYT00")));
     EXPECT_TRUE(isHeldElsewhere(Error(1222, "CashFlow", "Lock request time out period exceeded.", "HYT00")));
     EXPECT_TRUE(isHeldElsewhere(Error(1222, "CashFlow", "Lock request time out period exceeded.", "42000")));

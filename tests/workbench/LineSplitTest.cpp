@@ -27,7 +27,7 @@ TEST(LineSplitTest, AnItemWithoutAnAmountTakesTheWholeLine) {
     EXPECT_EQ(split.wished, 1U);
 }
 
-TEST(LineSplitTest, WhatIsLeftOverStaysOnTheItemsThatTheLineHad) {
+TEST(LineSplitTest, TheRestStaysOnTheFormerItemsOfTheLine) {
     const LineSplit split = splitLine({{"0101", of("1000")}}, of("1000"), {{"0102", of("300.25")}}, "0109");
     EXPECT_THAT(parts(split), ElementsAre("0102 300.25", "0101 699.75"));
     EXPECT_EQ(split.rest, of("699.75"));

@@ -45,7 +45,7 @@ TEST(OpenSummary, CountsVouchersOnceAndAmountsByAccountAndSide) {
     EXPECT_EQ(summary.vouchers(), 3U);
 }
 
-TEST(OpenSummary, WhatIsNoMatterOfALineCountsTheCashThatIsNotAllocated) {
+TEST(OpenSummary, AFindingWithoutALineCountsTheUnallocatedCash) {
     OpenSummary summary;
     Finding notStored;
     notStored.kind = Kind::notStoredYet;

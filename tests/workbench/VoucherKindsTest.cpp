@@ -25,7 +25,7 @@ TEST(VoucherKinds, ANumberIsTakenWhetherOrNotThereIsSuchAKind) {
     EXPECT_EQ(VoucherKinds().keyText(fifth), "2024/1/2/5");
 }
 
-TEST(VoucherKinds, AnUnknownOrAmbiguousSignIsNoKey) {
+TEST(VoucherKinds, AnUnknownOrAmbiguousSignIsNotAKey) {
     const VoucherKinds kinds({{1, "a"}, {2, "a"}, {3, "b"}});
     EXPECT_EQ(kinds.resolved({fifth, "a"}), std::nullopt);
     EXPECT_EQ(kinds.resolved({fifth, "c"}), std::nullopt);

@@ -82,9 +82,7 @@ void Grid::Col(std::int32_t value) {
     setCurrent({model_.current().row, value});
 }
 
-void Grid::ColSel(std::int32_t value) {
-    static_cast<void>(model_.column(value));
-} // the one selected cell is that of Col
+void Grid::ColSel(std::int32_t value) { static_cast<void>(model_.column(value)); } // the selected cell is that of Col
 
 std::string Grid::TextMatrix(std::int32_t row, std::int32_t col) const { return model_.text({row, col}); }
 

@@ -29,7 +29,7 @@ TEST_P(RecordsetCases, AClosedRecordsetRefusesWhatNeedsAnOpenOne) {
               3709);
 }
 
-TEST_P(RecordsetCases, WalksItsRecordsInOrderAndGivesNoneBehindTheLast) {
+TEST_P(RecordsetCases, ReturnsItsRecordsInOrderAndNoneAfterTheLast) {
     auto records = connection_->CreateRecordset();
     records->CursorLocation(CursorLocation::Client);
     records->ActiveConnection(connection_.get());

@@ -116,7 +116,7 @@ std::string textOf(const std::string& file) {
     return text.str();
 }
 
-TEST(MemoryAdapter, StandsInTheGuideAsItIsCompiledHere) {
+TEST(MemoryAdapter, IsShownInTheGuideAsCompiledHere) {
     const std::string guide = textOf("docs/adding-an-adapter.md");
     for (const char* file : {"tests/adapters/memory/Session.h", "tests/adapters/memory/Session.cpp",
                              "tests/adapters/memory/Connection.h"}) {

@@ -54,7 +54,7 @@ TEST(AccountSchema, SaysItsVersionInAView) {
                                                   std::to_string(accountSchemaVersion) + " as version;"));
 }
 
-TEST(DatabaseKeyword, IsReadWhereItStands) {
+TEST(DatabaseKeyword, IsReadInItsPosition) {
     EXPECT_EQ(databaseNamed("Driver={FreeTDS};DATABASE = company ;UID=u"), "company");
     EXPECT_EQ(databaseNamed("DSN=x;Database={a;b}}c}"), "a;b}c");
     EXPECT_EQ(databaseNamed("driver=odbc;odbc={Driver={{x}};Database=inner};year=2013"), "inner");

@@ -28,7 +28,7 @@ TEST(OdbcConnectionString, TextInBracesGoesToTheDriver) {
     EXPECT_EQ(options.year, std::int16_t{2013});
 }
 
-TEST(OdbcConnectionString, FreetdsIsToldToGiveUtf8) {
+TEST(OdbcConnectionString, FreetdsIsSetToUtf8) {
     EXPECT_EQ(parseConnectionString("Driver=FreeTDS;Server=s").driverText,
               "Driver=FreeTDS;Server=s;ClientCharset=UTF-8");
     EXPECT_EQ(parseConnectionString("Driver=/usr/lib/libtdsodbc.so;ClientCharset=utf-8").driverText,

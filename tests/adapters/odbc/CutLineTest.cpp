@@ -74,7 +74,7 @@ TEST_F(OdbcCutLine, WithinATransactionEndsInAnErrorAndNothingStays) {
     }
 }
 
-TEST_F(OdbcCutLine, OutsideATransactionIsToldOnce) {
+TEST_F(OdbcCutLine, OutsideATransactionIsReportedOnce) {
     Connection connection;
     connection.Open(text_);
     connection.Execute(insertOf(1));

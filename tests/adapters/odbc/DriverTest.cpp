@@ -146,7 +146,7 @@ TEST_P(HostileCases, DatesAndTimesKeepTheirSecond) {
     }
 }
 
-TEST_P(HostileCases, AnErrorInALaterStatementIsTold) {
+TEST_P(HostileCases, AnErrorInALaterStatementIsReported) {
     const Error error = errorOf([&] {
         run("insert into fitemss98 (citemcode) values(N'0901'); insert into fitemss98 (citemcode) values(N'0901')");
     });
@@ -266,7 +266,7 @@ TEST(OdbcServer, LockOfAnotherDeskHasItsStateWhateverTheServersNumber) {
     EXPECT_EQ(dialect.explained(Error(33557097, "ODBC", "canceling statement", "HY000")).sqlState(), "HY000");
 }
 
-TEST(OdbcDriver, FileThatIsNoAccountIsRefused) {
+TEST(OdbcDriver, FileThatIsNotAnAccountIsRefused) {
     const auto connection = makeDriverConnection();
     EXPECT_EQ(connection->State(), ObjectState::Closed);
     const std::string text = "Driver={SQLite3};Database=/no/such/folder/x.db;NoCreat=1;year=2013";

@@ -68,7 +68,7 @@ TEST_F(FilterTest, FindsRowsByNumbers) {
     EXPECT_EQ(match("bend=-1"), (Rows{0, 2}));
 }
 
-TEST_F(FilterTest, NullMeetsNothing) {
+TEST_F(FilterTest, NullMatchesNothing) {
     EXPECT_EQ(match("iperiod=2"), (Rows{2, 3}));
     EXPECT_EQ(match("iperiod=2 and inid=0"), Rows{});
 }

@@ -4,16 +4,16 @@
 
 namespace z7::cashflow::sqlite {
 
-/// Stands between the database library and the disk as long as it lives, counts what changes the disk, and from one of
-/// these calls on does what a failing disk or a killed program does. One at a time; files must be closed before it
-/// goes.
+/// Intercepts the calls of the database library to the disk for its lifetime, counts those that change the disk,
+/// and from one of them on behaves like a failing disk or a killed program. At most one at a time; close all files
+/// before it is destroyed.
 class FaultyDisk {
 public:
     enum class Fault {
-        full,        ///< no write succeeds any more, and no file can be created
-        syncFails,   ///< what is written does not reach the disk any more
-        growsNoMore, ///< the file size limit of the process: a failed write, but not for lack of space
-        killed       ///< a signal kills the process on the spot
+        full,        ///< all writes fail, and no file can be created
+        syncFails,   ///< written data no longer reaches the disk
+        growsNoMore, ///< the file size limit of the process: writes fail, but not for lack of space
+        killed       ///< a signal kills the process immediately
     };
 
     FaultyDisk();
@@ -21,9 +21,9 @@ public:
     FaultyDisk& operator=(const FaultyDisk&) = delete;
     ~FaultyDisk();
 
-    /// From the call of this number on, counted from 1 since this was called, there is the fault.
+    /// The fault occurs from the given call on, counted from 1 after this.
     void failFrom(int call, Fault fault);
-    /// The number of calls since then, those that failed included.
+    /// The number of calls since then, including failed ones.
     [[nodiscard]] static int calls();
 };
 

@@ -42,12 +42,12 @@ TEST(DatabaseFile, MissingFileIsNotMade) {
     EXPECT_FALSE(fs::exists(file));
 }
 
-TEST(DatabaseFile, AFolderIsNoAccount) {
+TEST(DatabaseFile, AFolderIsNotAnAccount) {
     const TestFolder folder;
     expectRefusal(folder.path(), "is a folder");
 }
 
-TEST(DatabaseFile, WhatIsNoDatabaseIsRefusedAndLeftAlone) {
+TEST(DatabaseFile, WhatIsNotADatabaseIsRefusedAndLeftUnchanged) {
     const TestFolder folder;
     const fs::path file = folder.path() / "text.db";
     std::ofstream(file) << std::string(5000, 'x');
@@ -313,7 +313,8 @@ TEST_P(ReplacedAccount, IsNoticedWhenATransactionIsCommitted) {
     connection->Close();
 }
 
-INSTANTIATE_TEST_SUITE_P(DatabaseFile, ReplacedAccount, testing::Bool());
+INSTANTIATE_TEST_SUITE_P(DatabaseFile, ReplacedAccount, testing::Bool(),
+                         [](const auto& tested) { return tested.param ? "ReplacedFile" : "DeletedFile"; });
 
 TEST(DatabaseFile, CreationNeverOverwrites) {
     const EmbeddedDatabase database;

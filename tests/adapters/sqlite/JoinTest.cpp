@@ -16,6 +16,9 @@ namespace {
 struct Case {
     Statistics statistics;
     bool longestFirst; ///< which of equal spellings the keyed tables hold
+
+    [[nodiscard]] std::string name() const { return nameOf(statistics) + (longestFirst ? "Longest" : "Shortest"); }
+    friend void PrintTo(const Case& given, std::ostream* out) { *out << given.name(); }
 };
 
 class JoinTest : public testing::TestWithParam<Case> {
@@ -165,7 +168,8 @@ TEST_P(JoinTest, FiltersFindEverySpelling) {
 INSTANTIATE_TEST_SUITE_P(Joins, JoinTest,
                          testing::Values(Case{Statistics::shipped, false}, Case{Statistics::shipped, true},
                                          Case{Statistics::none, false}, Case{Statistics::none, true},
-                                         Case{Statistics::gathered, false}, Case{Statistics::gathered, true}));
+                                         Case{Statistics::gathered, false}, Case{Statistics::gathered, true}),
+                         [](const auto& tested) { return tested.param.name(); });
 
 } // namespace
 } // namespace z7::cashflow::sqlite

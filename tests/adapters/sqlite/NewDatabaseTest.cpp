@@ -177,6 +177,10 @@ TEST_F(NewDatabaseTest, TheFolderOfARunThatGoesOnIsLeftAlone) {
 
 class DiskFault : public NewDatabaseTest, public testing::WithParamInterface<Fault> {};
 
+std::string nameOf(Fault fault) {
+    return fault == Fault::full ? "Full" : fault == Fault::syncFails ? "SyncFails" : "GrowsNoMore";
+}
+
 TEST_P(DiskFault, AtEachCallLeavesNothingOrAWholeAccount) {
     FaultyDisk disk;
     int refused = 0;
@@ -203,7 +207,8 @@ TEST_P(DiskFault, AtEachCallLeavesNothingOrAWholeAccount) {
     EXPECT_GT(refused, 0);
 }
 
-INSTANTIATE_TEST_SUITE_P(NewDatabase, DiskFault, testing::Values(Fault::full, Fault::syncFails, Fault::growsNoMore));
+INSTANTIATE_TEST_SUITE_P(NewDatabase, DiskFault, testing::Values(Fault::full, Fault::syncFails, Fault::growsNoMore),
+                         [](const auto& tested) { return nameOf(tested.param); });
 
 TEST_F(NewDatabaseTest, ARerunRecoversFromAKillAtEachCall) {
     FaultyDisk disk;

@@ -84,7 +84,7 @@ TEST_F(SessionTest, ObserversSeeBothTexts) {
     EXPECT_EQ(texts.size(), 1U);
 }
 
-TEST_F(SessionTest, WhatTheRewritingGivesRunsOnABareSession) {
+TEST_F(SessionTest, TheRewrittenTextRunsOnABareSession) {
     const auto connection = database_.open();
     std::vector<std::string> rewritten;
     connection->onRewrittenStatement([&](int, const std::string& statement) { rewritten.push_back(statement); });
@@ -179,7 +179,7 @@ TEST_F(SessionTest, ATableThatAnotherSessionMadeAnewIsReadAnew) {
     EXPECT_EQ(connection->Execute("select * from tempdb..X")->Fields().Item(0), Variant(Date::fromCivil(2013, 1, 5)));
 }
 
-TEST_F(SessionTest, TheSecondDeskIsToldWhenItBegins) {
+TEST_F(SessionTest, TheSecondSessionIsRefusedWhenItBegins) {
     const auto connection = database_.open();
     const auto other = database_.open(std::int16_t{2014});
     connection->BeginTrans();

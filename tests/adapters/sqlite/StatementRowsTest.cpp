@@ -267,6 +267,9 @@ private:
 struct Case {
     Statistics statistics;
     bool longestFirst; ///< which of equal spellings the keyed tables hold
+
+    [[nodiscard]] std::string name() const { return nameOf(statistics) + (longestFirst ? "Longest" : "Shortest"); }
+    friend void PrintTo(const Case& given, std::ostream* out) { *out << given.name(); }
 };
 
 class StatementRowsTest : public testing::TestWithParam<Case> {
@@ -300,7 +303,8 @@ TEST_P(StatementRowsTest, WritesReachTheRowsOfEverySpelling) {
 INSTANTIATE_TEST_SUITE_P(Statements, StatementRowsTest,
                          testing::Values(Case{Statistics::shipped, false}, Case{Statistics::shipped, true},
                                          Case{Statistics::none, false}, Case{Statistics::none, true},
-                                         Case{Statistics::gathered, false}, Case{Statistics::gathered, true}));
+                                         Case{Statistics::gathered, false}, Case{Statistics::gathered, true}),
+                         [](const auto& tested) { return tested.param.name(); });
 
 // A new statement with a join or a condition belongs to one of the lists above.
 TEST(StatementRows, CoverEveryStatementThatJoinsOrFilters) {

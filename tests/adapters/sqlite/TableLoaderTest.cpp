@@ -66,7 +66,7 @@ TEST_F(TableLoaderTest, LoadsRows) {
     EXPECT_EQ(connection_->Execute("select * from zqsystem..ua_period")->RecordCount(), 1);
 }
 
-TEST_F(TableLoaderTest, TellsAWrongColumn) {
+TEST_F(TableLoaderTest, ReportsAWrongColumn) {
     const LoadError unknown = refusal([&] { TableLoader(*connection_, "code", {"iyear", "nosuch"}); });
     EXPECT_EQ(unknown.fault().reason, Reason::columnUnknown);
     EXPECT_EQ(unknown.columns(), Columns{"nosuch"});
@@ -80,7 +80,7 @@ TEST_F(TableLoaderTest, TellsAWrongColumn) {
     EXPECT_EQ(missing.columns(), Columns{"ccode"});
 }
 
-TEST_F(TableLoaderTest, TellsColumnAndReason) {
+TEST_F(TableLoaderTest, ReportsColumnAndReason) {
     TableLoader loader(*connection_, "code", {"iyear", "ccode", "bend", "ccode_name"});
     const std::string longName(121, 'x');
     struct Case {

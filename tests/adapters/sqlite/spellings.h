@@ -20,6 +20,9 @@ extern const std::vector<std::string> spellings;
 
 /// What the planner knows of an account's tables.
 enum class Statistics { shipped, none, gathered };
+[[nodiscard]] inline std::string nameOf(Statistics statistics) {
+    return statistics == Statistics::shipped ? "Shipped" : statistics == Statistics::none ? "None" : "Gathered";
+}
 void prepareStatistics(const std::filesystem::path& file, Statistics statistics);
 
 /// The rows of a query, all columns joined, in order.

@@ -61,7 +61,7 @@ struct Golden {
 
 class GoldenRewriting : public ::testing::TestWithParam<Golden> {};
 
-TEST_P(GoldenRewriting, GivesTheExpectedText) { EXPECT_EQ(rewritten(GetParam().statement), GetParam().expected); }
+TEST_P(GoldenRewriting, ReturnsTheExpectedText) { EXPECT_EQ(rewritten(GetParam().statement), GetParam().expected); }
 
 INSTANTIATE_TEST_SUITE_P(
     Statements, GoldenRewriting,
@@ -190,7 +190,7 @@ TEST(Rewriter, BoundsNesting) {
     EXPECT_EQ(errorOf(nested).number(), 191);
 }
 
-TEST(Rewriter, TellsWhereLiteralsBelong) {
+TEST(Rewriter, ReportsWhereLiteralsBelong) {
     const Rewriting result = rewrite(
         "select 5 as five from gl_accvouch as v inner join code c on c.ccode='x' where dbill_date<='d' and -3<v.md");
     const std::vector<Parameter>& parameters = result.steps.at(0).parameters;
@@ -211,12 +211,12 @@ TEST(Rewriter, TellsWhereLiteralsBelong) {
     EXPECT_EQ(update.steps.at(0).parameters.at(0).column.tables.at(0).name, "t");
 }
 
-TEST(Rewriter, TellsWhichLiteralsArePartOfTheText) {
+TEST(Rewriter, ReportsWhichLiteralsArePartOfTheText) {
     EXPECT_TRUE(rewrite("select top 1 a from t where b=2").inlined.empty());
     EXPECT_EQ(rewrite("select 7, cast(a as nvarchar(20)) from t").inlined, std::vector<int>{1});
 }
 
-TEST(Rewriter, TellsWhichQueriesCanBeWritten) {
+TEST(Rewriter, ReportsWhichQueriesCanBeWritten) {
     EXPECT_TRUE(rewrite("select * from t where a=1 order by b").steps.at(0).writable);
     for (const char* statement :
          {"select distinct a from t", "select count(*) from t", "select * from t, u",

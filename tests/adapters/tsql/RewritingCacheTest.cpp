@@ -16,7 +16,7 @@ struct KnownStep {
 };
 using Cache = RewritingCache<KnownStep>;
 
-TEST(RewritingCache, GivesTextsOfOneShapeTheSameStepsAndTheirOwnLiterals) {
+TEST(RewritingCache, ReturnsTheSameStepsAndTheirOwnLiteralsForTextsOfOneShape) {
     Cache cache(8);
     const std::string first = "select a from t where b=N'x' and c=1; delete from t where c=2";
     const auto steps = cache.stepsOf(first);

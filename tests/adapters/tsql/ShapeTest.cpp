@@ -45,7 +45,7 @@ TEST(Shape, OfAHostileValueIsAnotherShape) {
     EXPECT_NE(shapeOf("select a from t where b=5").key, honest) << "a number is no text";
 }
 
-TEST(Shape, RefusesWhatCannotBeToldApart) {
+TEST(Shape, RefusesWhatIsAmbiguous) {
     const auto numberOf = [](const std::string& text) {
         try {
             static_cast<void>(shapeOf(text));

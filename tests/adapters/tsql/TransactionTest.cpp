@@ -81,7 +81,7 @@ TEST_F(TransactionTest, TakesATableBackThatCannotBeFilled) {
                             testing::StartsWith("INSERT INTO"), "back: ROLLBACK TO z7_into", "back: RELEASE z7_into"));
 }
 
-TEST_F(TransactionTest, TellsTheFirstErrorWhereTakingBackFailsToo) {
+TEST_F(TransactionTest, ReportsTheFirstErrorIfTheRollbackFailsToo) {
     refused = {"CREATE", "back: ROLLBACK"};
     EXPECT_EQ(fill(), 1);
     EXPECT_THAT(log,
