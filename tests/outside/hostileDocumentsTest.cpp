@@ -229,8 +229,7 @@ TEST_F(HostileDocuments, TheLargestHonestOnesAreTaken) {
     EXPECT_EQ(rows->Item(1)->Count(), 500);
     rows->Load("<r><rows><row a='" + std::string(5000000, 'x') + "'/></rows></r>");
     EXPECT_EQ(toText(rows->Item(1)->Item("a")).size(), 5000000U);
-    rows->Load("<!DOCTYPE r [<!ENTITY e 'x &amp; y'>]><r><rows>" + repeated("<row a='&e;' b=\"='='\"/>", 1000) +
-               "</rows></r>");
+    rows->Load("<!DOCTYPE r><r><rows>" + repeated("<row a='x &amp; y' b=\"='='\"/>", 1000) + "</rows></r>");
     EXPECT_EQ(rows->Item(1000)->Item("a"), Variant("x & y"));
     rows->Load("<r xmlns:p='u'>" + repeated("<e xmlns:q='u'/>", 10000) + "<rows><row p:a='1'/></rows></r>");
     EXPECT_EQ(rows->Item(1)->Item("a"), Variant("1"));
@@ -252,11 +251,6 @@ TEST_F(HostileDocuments, BeginWhereTheLimitsSay) {
     constexpr std::size_t mostTags = std::size_t{1} << 20U;
     EXPECT_TRUE(taken("<r>" + repeated("<e/>", mostTags - 2) + "</r>"));
     EXPECT_FALSE(taken("<r>" + repeated("<e/>", mostTags - 1) + "</r>"));
-    const auto used = [](std::size_t times) {
-        return "<!DOCTYPE r [<!ENTITY e '" + std::string(1000, 'x') + "'>]><r>" + repeated("&e;", times) + "</r>";
-    };
-    EXPECT_TRUE(taken(used(100)));
-    EXPECT_FALSE(taken(used(17000)));
 }
 
 } // namespace

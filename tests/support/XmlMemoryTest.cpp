@@ -111,16 +111,16 @@ TEST(XmlMemory, NamesBeyondTheParsersBoundAreAVerdict) {
 
 INSTANTIATE_TEST_SUITE_P(
     Documents, XmlMemoryTest,
-    testing::Values(
-        Case{"Rows", manyRows()}, Case{"OneRow", "<root><rows><row a='1' b='2'>text</row></rows></root>"},
-        Case{"Namespaces", "<r xmlns='u' xmlns:p='v' p:a='1'><p:x p:y='2'/><q xmlns:q='w' q:z='3'/></r>"},
-        Case{"Entities",
-             "<!DOCTYPE r [<!ENTITY e 'some &lt;text&gt;'><!ATTLIST x d CDATA 'v'>]><r a='&e;'>&e;<x/></r>"},
-        Case{"OtherNodes", "<?xml version='1.0' encoding='UTF-8'?><!-- c --><r>a<!-- c --><?p i?><![CDATA[<]]></r>"},
-        Case{"LongValue", "<r a='" + std::string(50000, 'x') + "'>" + std::string(50000, 'y') + "</r>"},
-        Case{"NotWellFormed", "<root><rows><row a='1' a='2'/></rows></root>"},
-        Case{"NotFinished", "<root><rows><row a='1'"}, Case{"UnknownEntity", "<r>&nothing;</r>"},
-        Case{"UndeclaredPrefix", "<r><p:x/></r>"}),
+    testing::Values(Case{"Rows", manyRows()}, Case{"OneRow", "<root><rows><row a='1' b='2'>text</row></rows></root>"},
+                    Case{"Namespaces", "<r xmlns='u' xmlns:p='v' p:a='1'><p:x p:y='2'/><q xmlns:q='w' q:z='3'/></r>"},
+                    Case{"References", "<!DOCTYPE r [<!ELEMENT r ANY>]><r a='some &lt;text&gt;'>&#65;&amp;<x/></r>"},
+                    Case{"DocumentType", "<!DOCTYPE r [<!ELEMENT r ANY><!ATTLIST x d (v|w) 'v'>]><r/>"},
+                    Case{"OtherNodes",
+                         "<?xml version='1.0' encoding='UTF-8'?><!-- c --><r>a<!-- c --><?p i?><![CDATA[<]]></r>"},
+                    Case{"LongValue", "<r a='" + std::string(50000, 'x') + "'>" + std::string(50000, 'y') + "</r>"},
+                    Case{"NotWellFormed", "<root><rows><row a='1' a='2'/></rows></root>"},
+                    Case{"NotFinished", "<root><rows><row a='1'"}, Case{"UnknownEntity", "<r>&nothing;</r>"},
+                    Case{"UndeclaredPrefix", "<r><p:x/></r>"}),
     [](const auto& info) { return info.param.name; });
 
 } // namespace

@@ -1,13 +1,10 @@
 #include "z7cashflow/support/XmlTree.h"
 
-#include <libxml/SAX2.h>
-#include <libxml/dict.h>
 #include <libxml/parser.h>
 #include <libxml/parserInternals.h>
 #include <libxml/tree.h>
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <limits>
@@ -24,7 +21,8 @@ namespace {
 
 const char* chars(const xmlChar* text) { return reinterpret_cast<const char*>(text); }
 
-// The parser's own guards against expansion and depth stay on (no XML_PARSE_HUGE), and the network is off.
+// The parser's own guards against depth stay on (no XML_PARSE_HUGE), the network is off, and references in the values of
+// attributes come resolved (XML_PARSE_NOENT).
 constexpr int parseOptions = XML_PARSE_NONET | XML_PARSE_NOENT | XML_PARSE_NOERROR | XML_PARSE_NOWARNING |
                              XML_PARSE_NOCDATA | XML_PARSE_IGNORE_ENC;
 
@@ -32,14 +30,10 @@ constexpr int parseOptions = XML_PARSE_NONET | XML_PARSE_NOENT | XML_PARSE_NOERR
 // owner holds already, so that whoever takes texts from elsewhere bounds them there.
 constexpr std::size_t maxDocumentSize = std::numeric_limits<std::int32_t>::max();
 
-// What a document may say more than once by declaring it: bytes out of entities and of attributes that come by
-// themselves.
-constexpr std::size_t expansionBudget = std::size_t{16} << 20U;
-
 /// Puts a tree together as the parser comes by its parts.
 class TreeBuilder {
 public:
-    /// Makes room for as much as a text has at most, entities left aside.
+    /// Makes room for as much as a text has at most.
     void reserve(std::size_t tags, std::size_t values, std::size_t bytes) {
         tree_.nodes.reserve(tags);
         tree_.attributes.reserve(values);
@@ -110,8 +104,7 @@ private:
 /// One parse: what it reads, how far it may go, and what it has found.
 struct Reading {
     std::string_view text;
-    std::string_view rest; ///< of the text: what the parser has not taken yet
-    std::size_t budget = expansionBudget;
+    std::string_view rest;    ///< of the text: what the parser has not taken yet
     bool refused = false;     ///< an error was found: nothing more is read
     bool outOfMemory = false; ///< the error is none of the document's
     Explanation why;          ///< the first error
@@ -144,8 +137,7 @@ public:
         const std::size_t mostValues = std::max(valuesOfAnyText, text.size() / shortestField);
         for (std::size_t at = text.find('<'); at != std::string_view::npos; at = text.find('<', at)) {
             at = count.markup(text, at);
-            if (++count.tags_ > mostTags || count.values_ > mostValues || count.declared_ > mostValuesOfTag ||
-                count.valuesOfTag_ > mostValuesOfTag) {
+            if (++count.tags_ > mostTags || count.values_ > mostValues || count.valuesOfTag_ > mostValuesOfTag) {
                 return std::nullopt;
             }
         }
@@ -185,9 +177,6 @@ private:
         }
         const std::size_t end = tag(text, at + 1);
         values_ += valuesOfTag_;
-        if (rest.starts_with("<!")) { // declarations of one document add up
-            declared_ += valuesOfTag_;
-        }
         return end;
     }
 
@@ -208,7 +197,6 @@ private:
     std::size_t tags_ = 0;
     std::size_t values_ = 0;
     std::size_t valuesOfTag_ = 0;
-    std::size_t declared_ = 0;
 };
 
 // Keeps the first error with its line, since those after it are its consequences.
@@ -290,58 +278,34 @@ private:
     void* context_;
 };
 
-constexpr std::size_t expansionCost = 64; // of one use, whatever its length
-constexpr int mostNamespacesInScope = 64;
-
-void spend(void* context, std::size_t bytes) {
-    std::size_t& left = readingOf(context).budget;
-    const std::size_t cost = bytes + expansionCost;
-    if (cost > left) {
-        refuse(context);
-    } else {
-        left -= cost;
-    }
-}
-
-// Entities are for pieces of text. One that holds markup or other entities could grow with every level.
-bool isPlainText(std::string_view content) {
-    constexpr std::array<std::string_view, 5> escapes{"&amp;", "&lt;", "&gt;", "&apos;", "&quot;"};
-    for (std::size_t at = content.find_first_of("<&"); at != std::string_view::npos;
-         at = content.find_first_of("<&", at + 1)) {
-        const std::string_view rest = content.substr(at);
-        if (std::none_of(escapes.begin(), escapes.end(),
-                         [&](std::string_view escape) { return rest.starts_with(escape); })) {
-            return false;
-        }
-    }
-    return true;
-}
-
-void refuseEntitiesButTexts(void* context, const xmlChar* name, int type, const xmlChar* publicId,
-                            const xmlChar* systemId, xmlChar* content) {
-    if (type == XML_INTERNAL_GENERAL_ENTITY && isPlainText(content == nullptr ? "" : chars(content))) {
-        xmlSAX2EntityDecl(context, name, type, publicId, systemId, content);
-    } else {
+// A document is what its text says. A document type may name the document element, and no more: entities grow with each
+// use, attributes that are declared come by themselves, and another file is never read.
+void refuseExternalSubset(void* context, const xmlChar* /*name*/, const xmlChar* publicId, const xmlChar* systemId) {
+    if (publicId != nullptr || systemId != nullptr) {
         refuse(context);
     }
 }
 
-void refuseExternalSubset(void* context, const xmlChar* name, const xmlChar* publicId, const xmlChar* systemId) {
-    if (publicId == nullptr && systemId == nullptr) {
-        xmlSAX2InternalSubset(context, name, publicId, systemId);
-    } else {
-        refuse(context);
-    }
+void refuseEntity(void* context, const xmlChar* /*name*/, int /*type*/, const xmlChar* /*publicId*/,
+                  const xmlChar* /*systemId*/, xmlChar* /*content*/) {
+    refuse(context);
 }
 
-xmlEntity* refuseUnknownEntities(void* context, const xmlChar* name) {
-    xmlEntity* entity = xmlSAX2GetEntity(context, name);
-    if (entity == nullptr) {
-        refuse(context, Reason::xmlEntityUnknown);
-    } else {
-        spend(context, static_cast<std::size_t>(std::max(entity->length, 0)));
-    }
-    return entity;
+void refuseUnparsedEntity(void* context, const xmlChar* /*name*/, const xmlChar* /*publicId*/,
+                          const xmlChar* /*systemId*/, const xmlChar* /*notation*/) {
+    refuse(context);
+}
+
+void refuseAttribute(void* context, const xmlChar* /*element*/, const xmlChar* /*name*/, int /*type*/,
+                     int /*defaultKind*/, const xmlChar* /*defaultValue*/, xmlEnumeration* values) {
+    xmlFreeEnumeration(values);
+    refuse(context);
+}
+
+// The parser knows the five usual entities itself.
+xmlEntity* refuseUnknownEntity(void* context, const xmlChar* /*name*/) {
+    refuse(context, Reason::xmlEntityUnknown);
+    return nullptr;
 }
 
 // Adds to the tree. No exception may pass through the parser, which is C: that memory has run out is noted, and said
@@ -406,26 +370,22 @@ void orderAsWritten(std::vector<SaidAttribute>& said, const std::vector<std::str
 }
 
 void startElement(void* context, const xmlChar* name, const xmlChar* /*prefix*/, const xmlChar* uri, int namespaceCount,
-                  const xmlChar** namespaces, int attributeCount, int defaultedCount, const xmlChar** attributes) {
-    // Each attribute is five pointers: name, prefix, namespace, and the value's begin and end. Those that the document
-    // does not say but declares come last: they count, and are left out.
+                  const xmlChar** namespaces, int attributeCount, int /*defaultedCount*/, const xmlChar** attributes) {
+    // Each attribute is five pointers: name, prefix, namespace, and the value's begin and end.
     constexpr std::size_t pointers = 5;
+    constexpr int mostNamespacesInScope = 64;
     const auto count = static_cast<std::size_t>(attributeCount);
-    const std::size_t saidCount = count - static_cast<std::size_t>(defaultedCount);
     const auto valueOf = [&](std::size_t i) {
         const char* begin = chars(attributes[i * pointers + 3]);
         return std::string_view(begin, static_cast<std::size_t>(chars(attributes[i * pointers + 4]) - begin));
     };
-    for (std::size_t i = saidCount; i < count; ++i) {
-        spend(context, valueOf(i).size());
-    }
     if (static_cast<xmlParserCtxt*>(context)->nsNr > 2 * mostNamespacesInScope) {
         refuse(context);
     }
     build(context, [&](TreeBuilder& builder) {
         builder.beginElement(chars(name), uri != nullptr);
         if (namespaceCount == 0) {
-            for (std::size_t i = 0; i < saidCount; ++i) {
+            for (std::size_t i = 0; i < count; ++i) {
                 builder.addAttribute(chars(attributes[i * pointers + 1]), chars(attributes[i * pointers]), valueOf(i));
             }
             return;
@@ -437,7 +397,7 @@ void startElement(void* context, const xmlChar* name, const xmlChar* /*prefix*/,
             said.push_back(
                 {prefix == nullptr ? nullptr : "xmlns", prefix == nullptr ? "xmlns" : prefix, chars(scopes[i + 1])});
         }
-        for (std::size_t i = 0; i < saidCount; ++i) {
+        for (std::size_t i = 0; i < count; ++i) {
             said.push_back({chars(attributes[i * pointers + 1]), chars(attributes[i * pointers]), valueOf(i)});
         }
         orderAsWritten(said, namesInTag(*static_cast<xmlParserCtxt*>(context), readingOf(context).text));
@@ -461,8 +421,7 @@ void comment(void* context, const xmlChar* /*text*/) {
 
 void instruction(void* context, const xmlChar* target, const xmlChar* /*text*/) { comment(context, target); }
 
-// A document is what its text says, not much more than its text, and nothing that it would fetch from elsewhere. The
-// parser reports what it finds and builds no tree of its own, which would cost as much again as the parse.
+// The parser reports what it finds and builds no tree of its own, which would cost as much again as the parse.
 void prepare(xmlParserCtxt& parser, Reading& reading) {
     parser._private = &reading;
     // Complaints quote the document: they stay off the error stream. (Their type differs between versions of the
@@ -476,9 +435,11 @@ void prepare(xmlParserCtxt& parser, Reading& reading) {
         }
         reading.refused = reading.refused || error->level == XML_ERR_FATAL;
     };
-    parser.sax->entityDecl = refuseEntitiesButTexts;
     parser.sax->internalSubset = refuseExternalSubset;
-    parser.sax->getEntity = refuseUnknownEntities;
+    parser.sax->entityDecl = refuseEntity;
+    parser.sax->unparsedEntityDecl = refuseUnparsedEntity;
+    parser.sax->attributeDecl = refuseAttribute;
+    parser.sax->getEntity = refuseUnknownEntity;
     parser.sax->startElementNs = startElement;
     parser.sax->endElementNs = endElement;
     parser.sax->characters = characters;
