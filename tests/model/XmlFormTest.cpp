@@ -1,5 +1,6 @@
 #include "doubles/ContextGuard.h"
 #include "z7cashflow/model/CashFlowCollection.h"
+#include "z7cashflow/model/schemaDocument.h"
 #include "z7cashflow/support/conversions.h"
 
 #include <gtest/gtest.h>
@@ -29,7 +30,7 @@ protected:
 
 TEST_F(XmlForm, OfAnEmptyCollection) {
     EXPECT_EQ(collection->Save(),
-              "<root iperiod='1' isignseq='2' ino_id='5'>" + collection->schemaText() + "<rows>\r\n</rows></root>");
+              "<root iperiod='1' isignseq='2' ino_id='5'>" + schemaDocument() + "<rows>\r\n</rows></root>");
 }
 
 TEST_F(XmlForm, OfARow) {
@@ -54,7 +55,7 @@ TEST_F(XmlForm, OfACollectionHoldsItsRowsInTheirOrder) {
     const auto first = addRow();
     const auto second = addRow();
     collection->UpdateCol(255, i16(-2), 100000, Date(41279.0));
-    EXPECT_EQ(collection->Save(), "<root iperiod='255' isignseq='-2' ino_id='100000'>" + collection->schemaText() +
+    EXPECT_EQ(collection->Save(), "<root iperiod='255' isignseq='-2' ino_id='100000'>" + schemaDocument() +
                                       "<rows>\r\n" + first->Save() + second->Save() + "</rows></root>");
 }
 

@@ -2,6 +2,7 @@
 
 #include "doubles/ContextGuard.h"
 #include "outside/Company.h"
+#include "z7cashflow/model/schemaDocument.h"
 #include "z7cashflow/providers/VoucherProvider.h"
 #include "z7cashflow/support/conversions.h"
 
@@ -32,7 +33,7 @@ protected:
     }
     /// The document without rows for a voucher's key.
     static std::string noRows(const std::string& key = "iperiod='0' isignseq='0' ino_id='0'") {
-        return "<root " + key + ">" + CashFlowCollection::Create()->schemaText() + "<rows>\r\n</rows></root>";
+        return "<root " + key + ">" + schemaDocument() + "<rows>\r\n</rows></root>";
     }
     /// A document with a row for line 2, account 6001, of the voucher 1/1/6.
     static std::string documentOf(const std::string& item, double credit) {

@@ -1,4 +1,5 @@
 #include "providers/ProviderTest.h"
+#include "z7cashflow/model/schemaDocument.h"
 
 namespace z7::cashflow::test {
 namespace {
@@ -30,9 +31,8 @@ protected:
     bool save(std::string* xml, bool* blnCheckCF = nullptr) {
         return world.out.SaveCashFlowCol(world.connection, "mine", "OUT", xml, blnCheckCF);
     }
-    std::string noRows(const std::string& key = "iperiod='0' isignseq='0' ino_id='0'") {
-        return "<root " + key + ">" + world.provider.CreateCashFlowCollection()->schemaText() +
-               "<rows>\r\n</rows></root>";
+    static std::string noRows(const std::string& key = "iperiod='0' isignseq='0' ino_id='0'") {
+        return "<root " + key + ">" + schemaDocument() + "<rows>\r\n</rows></root>";
     }
     /// Rows for the ledger voucher as XML.
     std::string xmlOf(const Variant& inid, double credit) {

@@ -1,4 +1,5 @@
 #include "providers/ProviderTest.h"
+#include "z7cashflow/model/schemaDocument.h"
 
 namespace z7::cashflow::test {
 namespace {
@@ -11,8 +12,8 @@ protected:
         return world.gl.GetCashFlowColFromDB(world.connection, table, 1, 2, 5, Date(41279.0));
     }
     /// The XML of a voucher without rows.
-    static std::string noRows(Ledger& on, const std::string& key) {
-        return "<root " + key + ">" + on.provider.CreateCashFlowCollection()->schemaText() + "<rows>\r\n</rows></root>";
+    static std::string noRows(const std::string& key) {
+        return "<root " + key + ">" + schemaDocument() + "<rows>\r\n</rows></root>";
     }
     /// Accepts the temporary table of a voucher given as XML.
     void takeTemporaryTables() {
@@ -150,10 +151,10 @@ TEST_F(ReadPath, OfXmlWithACompleteKeyReturnsTheStoredRowsAndDoesNotUseTheView) 
 
 TEST_F(ReadPath, OfXmlWithoutStoredRowsReturnsNoRows) {
     EXPECT_EQ(world.gl.GetCashFlowColFromXml(world.connection, wholeKey),
-              noRows(world, "iperiod='0' isignseq='0' ino_id='0'"));
+              noRows("iperiod='0' isignseq='0' ino_id='0'"));
     EXPECT_EQ(world.database.countOf("Drop"), 0U);
     EXPECT_EQ(world.out.GetCashFlowColFromXml(world.connection, wholeKey),
-              noRows(world, "iperiod='0' isignseq='0' ino_id='0'"));
+              noRows("iperiod='0' isignseq='0' ino_id='0'"));
 }
 
 TEST_F(ReadPath, OfXmlLeavesTheYearAlone) {
@@ -183,7 +184,7 @@ TEST_F(ReadPath, OfXmlThroughTheOutsideContractSetsTheOptionsFirst) {
 TEST_F(ReadPath, OfXmlWithoutAKeyReadsStoredRowsByTheOutsideKeyAndDropsTheTable) {
     takeTemporaryTables();
     EXPECT_EQ(world.gl.GetCashFlowColFromXml(world.connection, outsideVoucher),
-              noRows(world, "iperiod='0' isignseq='0' ino_id='0'"));
+              noRows("iperiod='0' isignseq='0' ino_id='0'"));
     const std::string table = "tempdb..TempVoucher" + GuidSequence::text(1);
     ASSERT_EQ(world.statements().size(), 7U);
     EXPECT_EQ(world.statements()[0], run("drop table " + table));
@@ -205,7 +206,7 @@ TEST_F(ReadPath, OfXmlToBeGeneratedWithoutAnOutsideKeyOnItsLinesReturnsNoRows) {
     world.haveCash(false);
     EXPECT_EQ(world.gl.GetCashFlowColFromXml(
                   world.connection, "<v iperiod='1' isignseq='2' ino_id='5'><e ccode='1001' md='1'/></v>", true),
-              noRows(world, "iperiod='0' isignseq='0' ino_id='0'"));
+              noRows("iperiod='0' isignseq='0' ino_id='0'"));
     EXPECT_TRUE(world.statements().back().starts_with("main: Drop table tempdb..TempVoucher"));
 }
 

@@ -37,24 +37,19 @@ Variant moved(const Variant& inid, int by) {
     return fits ? Variant(static_cast<std::int16_t>(number)) : Variant(static_cast<std::int32_t>(number));
 }
 
-} // namespace
+struct Schema {
+    CashFlowStruct fields;
+    std::shared_ptr<const FieldShape> shape;
+};
 
-std::shared_ptr<CashFlowCollection> CashFlowCollection::Create() {
-    return std::make_shared<CashFlowCollection>(Private());
-}
-
-CashFlowCollection::CashFlowCollection(Private)
-    : schemaText_(schemaDocument()), CFStruct_(std::make_unique<CashFlowStruct>()) {
-    parseSchema();
-}
-
-void CashFlowCollection::parseSchema() {
+Schema parseSchema() {
     Explanation why;
-    const auto document = XmlDocument::load("<?xml version='1.0' encoding='gb2312' ?>" + schemaText_, &why);
+    const auto document = XmlDocument::load("<?xml version='1.0' encoding='gb2312' ?>" + schemaDocument(), &why);
     if (!document) {
         modPublic::RaiseCashFlowError(errors::badSchemaDocument, modPublic::GetText("Z7.CW.GL.CashFlow.00016"),
                                       std::move(why));
     }
+    Schema schema;
     for (const XmlNode& node : document->documentElement().childNodes()) {
         auto item = std::make_shared<CashFlowStructItem>();
         item->FieldName = node.attribute("name").value_or("");
@@ -62,10 +57,25 @@ void CashFlowCollection::parseSchema() {
         item->DataCanNull = node.attribute("isnull") == "true";
         item->DefaultValue = node.attribute("default").value_or("");
         item->isSave = node.attribute("save") == "true";
-        CFStruct_->Add(std::move(item));
+        schema.fields.Add(std::move(item));
     }
-    schemaShape_ = std::make_shared<const FieldShape>(CFStruct_->shape());
+    schema.shape = std::make_shared<const FieldShape>(schema.fields.shape());
+    return schema;
 }
+
+// The document is a constant, so that one parse serves all collections on all threads. A failed parse is tried again.
+const Schema& schema() {
+    static const Schema parsed = parseSchema();
+    return parsed;
+}
+
+} // namespace
+
+std::shared_ptr<CashFlowCollection> CashFlowCollection::Create() {
+    return std::make_shared<CashFlowCollection>(Private());
+}
+
+CashFlowCollection::CashFlowCollection(Private) : CFStruct_(schema().fields), schemaShape_(schema().shape) {}
 
 std::shared_ptr<CashFlow> CashFlowCollection::CreateCFObject() {
     auto row = std::make_shared<CashFlow>();
@@ -180,7 +190,7 @@ std::string CashFlowCollection::InsertSql(const std::string& tableName, const Ca
 std::string CashFlowCollection::Save() const {
     std::string text = "<root iperiod='" + std::to_string(key_.period) + "' isignseq='" + std::to_string(key_.kind) +
                        "' ino_id='" + std::to_string(key_.number) + "'>";
-    text += schemaText_;
+    text += schemaDocument();
     text += "<rows>\r\n";
     const std::size_t start = text.size();
     for (const auto& row : rows_) {

@@ -29,7 +29,7 @@ class CashFlowCollection final : public ISQLSerializable,
 public:
     using Rows = KeyedList<std::shared_ptr<CashFlow>>;
 
-    /// A new, empty collection with its schema parsed. Error 1001 if the schema document cannot be parsed.
+    /// A new, empty collection with its schema. Error 1001 if the schema document cannot be parsed.
     [[nodiscard]] static std::shared_ptr<CashFlowCollection> Create();
     explicit CashFlowCollection(Private);
     CashFlowCollection(const CashFlowCollection&) = delete;
@@ -47,9 +47,7 @@ public:
     void UpdateCol(const DatedVoucherKey& voucher);
 
     /// The field schema. Owned by the collection.
-    [[nodiscard]] const CashFlowStruct& CFStruct() const noexcept { return *CFStruct_; }
-    /// The schema document, as it travels in the XML form.
-    [[nodiscard]] const std::string& schemaText() const noexcept { return schemaText_; }
+    [[nodiscard]] const CashFlowStruct& CFStruct() const noexcept { return CFStruct_; }
 
     // The voucher's header. Setters change the collection alone; only UpdateCol reaches the rows.
     [[nodiscard]] std::uint8_t iPeriod() const noexcept { return key_.period; }
@@ -114,13 +112,11 @@ private:
     /// The dialog's way to Changed: true after it has filled the rows anew, false after they were put back.
     friend class DialogAccess;
 
-    void parseSchema();
     void applyHeader(CashFlow& row) const;
     template <class IndexOrKey> void removeRow(const IndexOrKey& vntIndexKey);
 
     Rows rows_;
-    std::string schemaText_;
-    std::unique_ptr<CashFlowStruct> CFStruct_;
+    CashFlowStruct CFStruct_;
     std::shared_ptr<const FieldShape> schemaShape_;
     VoucherKey key_;
     std::int32_t ibackno_id_ = 0;
