@@ -1,5 +1,6 @@
 #include "adapters/tsql/Parser.h"
 
+#include "adapters/tsql/declaredType.h"
 #include "z7cashflow/support/conversions.h"
 
 #include <utility>
@@ -348,16 +349,9 @@ Parser::Expression Parser::parseCast() {
 }
 
 std::string Parser::parseType() {
-    static constexpr std::string_view known[] = {"bit",   "tinyint",  "smallint", "int",      "bigint",
-                                                 "money", "decimal",  "numeric",  "float",    "real",
-                                                 "date",  "datetime", "varchar",  "nvarchar", "smalldatetime"};
     const Token& name = token();
     std::string type(name.kind == Token::Kind::identifier ? name.lower : std::string_view());
-    bool found = false;
-    for (const std::string_view candidate : known) {
-        found = found || candidate == type;
-    }
-    if (!found) {
+    if (!isCastType(type)) {
         raiseError(TsqlReason::typeUnknown, {std::string(name.text)});
     }
     ++at_;

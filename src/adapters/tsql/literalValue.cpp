@@ -1,11 +1,12 @@
 #include "adapters/tsql/literalValue.h"
 
+#include "adapters/shared/recordset/fieldValue.h"
 #include "adapters/tsql/tokens.h"
+#include "z7cashflow/support/Error.h"
 #include "z7cashflow/support/conversions.h"
 
 #include <charconv>
 #include <cmath>
-#include <limits>
 #include <optional>
 #include <system_error>
 
@@ -69,36 +70,26 @@ Variant dateOf(const Literal& literal, bool negative, const shared::Column& colu
     return Variant(*date);
 }
 
-Variant wholeOf(double number, const shared::Column& column, bool assigned) {
-    if (!assigned && number != std::trunc(number)) {
-        return Variant(number); // compared, not stored: 1.5 equals no whole number
-    }
-    if (column.type == ColumnType::boolean) {
-        return Variant(std::int32_t{number != 0.0 ? 1 : 0});
-    }
-    const double least = column.type == ColumnType::byte    ? 0.0
-                         : column.type == ColumnType::int16 ? -32768.0
-                                                            : -2147483648.0;
-    const double most = column.type == ColumnType::byte    ? 255.0
-                        : column.type == ColumnType::int16 ? 32767.0
-                                                           : 2147483647.0;
-    const double whole = std::trunc(number);
-    if (assigned && !(whole >= least && whole <= most)) {
-        raiseOverflow(column);
-    }
-    const bool fits = std::fabs(whole) <= std::numeric_limits<std::int32_t>::max();
-    return fits ? Variant(static_cast<std::int32_t>(whole)) : Variant(number);
+bool isWhole(ColumnType type) {
+    return type == ColumnType::boolean || type == ColumnType::byte || type == ColumnType::int16 ||
+           type == ColumnType::int32;
 }
 
-Variant moneyOf(double number, const shared::Column& column, bool assigned) {
-    constexpr double limit = 922337203685477.5807;
-    if (std::fabs(number) <= limit) {
-        return Variant(std::round(number * 10000.0) / 10000.0);
+/// A number as its column holds it; one that it cannot hold is an error if it is assigned, and equal to nothing if it is
+/// compared.
+Variant heldNumber(double number, const shared::Column& column, bool assigned) {
+    const bool counts = isWhole(column.type) && column.type != ColumnType::boolean;
+    if (!assigned && isWhole(column.type) && number != std::trunc(number)) {
+        return Variant(number); // 1.5 equals no whole number
     }
-    if (assigned) {
-        raiseOverflow(column);
+    try {
+        return shared::fieldValue(column, Variant(counts ? std::trunc(number) : number));
+    } catch (const Error&) {
+        if (assigned) {
+            raiseOverflow(column);
+        }
+        return Variant(number);
     }
-    return Variant(number);
 }
 
 Variant textOf(const Literal& literal, bool negative, const shared::Column& column, bool assigned) {
@@ -139,17 +130,15 @@ Variant literalValue(const Literal& literal, bool negative, const shared::Column
         return textOf(literal, negative, column, assigned);
     case ColumnType::date:
         return dateOf(literal, negative, column);
-    case ColumnType::real:
-        return Variant(numberOf(literal, negative, column));
-    case ColumnType::money:
-        return moneyOf(numberOf(literal, negative, column), column, assigned);
     case ColumnType::boolean:
     case ColumnType::byte:
     case ColumnType::int16:
     case ColumnType::int32:
+    case ColumnType::real:
+    case ColumnType::money:
         break;
     }
-    return wholeOf(numberOf(literal, negative, column), column, assigned);
+    return heldNumber(numberOf(literal, negative, column), column, assigned);
 }
 
 } // namespace z7::cashflow::tsql
