@@ -58,6 +58,10 @@ constexpr std::array table{
     ReasonEntry{R::statementTooLong, SQLITE_TOOBIG, "The statement is too long"},
     ReasonEntry{R::joinsLoseRows, SQLITE_INTERNAL,
                 "The database library {0} loses rows when it joins texts; install another version of SQLite"},
+    ReasonEntry{R::sumOfTexts, 0, "A text cannot be summed"},
+    ReasonEntry{
+        R::yearMissing, 0,
+        "The session has no accounting year, which the row needs; name it in the connection string, such as year=2013"},
 
     ReasonEntry{R::driverNotSqlite, errors::badArgument, "driver must be sqlite for the embedded database"},
     ReasonEntry{R::databaseEmpty, errors::badArgument, "database must name the account's file"},

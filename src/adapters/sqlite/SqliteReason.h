@@ -40,6 +40,8 @@ enum class SqliteReason {
     fileChanged,
     statementTooLong,
     joinsLoseRows,
+    sumOfTexts,
+    yearMissing,
     // connection strings
     driverNotSqlite,
     databaseEmpty,

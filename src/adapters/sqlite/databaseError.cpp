@@ -12,6 +12,10 @@
 namespace z7::cashflow::sqlite {
 namespace {
 
+// The library takes no more than the text of a function's failure. Why it failed waits here for the error of the
+// statement, which is raised on the same thread.
+thread_local Explanation functionFailure;
+
 const char* sqlState(int code, std::string_view text) {
     switch (code & 0xFF) {
     case SQLITE_BUSY:
@@ -49,6 +53,10 @@ bool isWhole(sqlite3* handle, const std::string& name) {
 Explanation explained(sqlite3* handle, int code) {
     Explanation why{Reason::verbatim, {sqlite3_errmsg(handle)}};
     const int kind = code & 0xFF;
+    if (Explanation failure = std::exchange(functionFailure, {});
+        kind == SQLITE_ERROR && englishText(failure) == why.arguments.front()) {
+        return failure;
+    }
     if (kind == SQLITE_CORRUPT) {
         for (const char* name : {"main", "zqsystem"}) {
             const char* file = sqlite3_db_filename(handle, name);
@@ -84,6 +92,11 @@ void raiseDatabaseError(int code, Explanation why) {
 
 void raiseDatabaseError(SqliteReason reason, std::vector<std::string> arguments) {
     raiseDatabaseError(entryOf(reason).number, {reason, std::move(arguments)});
+}
+
+void failFunction(sqlite3_context* context, Explanation why) {
+    sqlite3_result_error(context, englishText(why).c_str(), -1);
+    functionFailure = std::move(why);
 }
 
 } // namespace z7::cashflow::sqlite

@@ -6,6 +6,7 @@
 #include <vector>
 
 struct sqlite3;
+struct sqlite3_context;
 
 namespace z7::cashflow::sqlite {
 
@@ -19,5 +20,8 @@ inline constexpr const char* errorSource = "SQLite";
 [[noreturn]] void raiseDatabaseError(int code, Explanation why);
 /// The same for a reason with the result code of its own.
 [[noreturn]] void raiseDatabaseError(SqliteReason reason, std::vector<std::string> arguments = {});
+
+/// Ends a function that a statement has called. The error of that statement has this explanation.
+void failFunction(sqlite3_context* context, Explanation why);
 
 } // namespace z7::cashflow::sqlite

@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <cmath>
 #include <memory>
+#include <new>
 #include <string>
 #include <type_traits>
 
@@ -72,13 +73,23 @@ void giveValue(sqlite3_context* context, const Variant& value) {
     }
 }
 
-/// Runs the body of a function; its Error becomes the statement's.
+/// Runs the body of a function; its Error becomes the statement's. No exception may pass through the database library.
 template <class Body> void guarded(sqlite3_context* context, Body&& body) {
     try {
-        body();
-    } catch (const std::exception& error) { // no exception may pass through the database library
+        try {
+            body();
+        } catch (const Error& error) {
+            failFunction(context, error.asCause());
+        }
+    } catch (const std::bad_alloc&) {
+        sqlite3_result_error_nomem(context);
+    } catch (const std::exception& error) {
         sqlite3_result_error(context, error.what(), -1);
     }
+}
+
+void fail(sqlite3_context* context, SqliteReason reason) {
+    guarded(context, [&] { failFunction(context, {reason}); });
 }
 
 void like(sqlite3_context* context, int, sqlite3_value** arguments) {
@@ -125,7 +136,7 @@ void sumStep(sqlite3_context* context, int, sqlite3_value** arguments) {
         return;
     }
     if (type == SQLITE_TEXT || type == SQLITE_BLOB) {
-        sqlite3_result_error(context, "a text cannot be summed", -1);
+        fail(context, SqliteReason::sumOfTexts);
         return;
     }
     state->any = true;
@@ -161,10 +172,7 @@ void requiredYear(sqlite3_context* context, int, sqlite3_value**) {
     if (yearOf(context)) {
         sqlite3_result_int(context, *yearOf(context));
     } else {
-        sqlite3_result_error(context,
-                             "the session has no accounting year, which the row needs; name it in the connection "
-                             "string, such as year=2013",
-                             -1);
+        fail(context, SqliteReason::yearMissing);
     }
 }
 

@@ -225,6 +225,8 @@ constexpr std::array reasons{
     ChineseReason{R::fileChanged, "有人正在写入 {0}，而此处没有权限加锁；请重试"},
     ChineseReason{R::statementTooLong, "语句过长"},
     ChineseReason{R::joinsLoseRows, "数据库程序库 {0} 按文本连接时会丢失行；请安装其他版本的 SQLite"},
+    ChineseReason{R::sumOfTexts, "文本不能求和"},
+    ChineseReason{R::yearMissing, "会话没有会计年度，而该行需要会计年度；请在连接字符串中指定，例如 year=2013"},
 
     ChineseReason{R::driverNotSqlite, "使用嵌入式数据库时 driver 应为 sqlite"},
     ChineseReason{R::databaseEmpty, "database 应为账套文件的名称"},
