@@ -68,6 +68,20 @@ TEST_F(Memory, WritesNewAndChangedRecords) {
     EXPECT_EQ(codes(), "1002;6001;6002;7001;");
 }
 
+TEST_F(Memory, MakesAndDropsATableWithTheColumnsOfAnother) {
+    connection_.Execute("select inid,ccode into copies  from Lines where 1=0");
+    EXPECT_EQ(errorOf([&] { connection_.Execute("select inid into COPIES from lines where 1=0"); }), errors::keyExists);
+    const auto records = open("select * from copies");
+    EXPECT_EQ(records->RecordCount(), 0);
+    records->AddNew();
+    records->Fields().Item("ccode", "1001");
+    records->Update();
+    EXPECT_EQ(connection_.Execute("select * from copies")->RecordCount(), 1);
+    connection_.Execute("drop table copies");
+    EXPECT_EQ(errorOf([&] { connection_.Execute("select * from copies"); }), errors::unknownObject);
+    EXPECT_EQ(errorOf([&] { connection_.Execute("drop table copies"); }), errors::unknownObject);
+}
+
 TEST_F(Memory, RefusesToChangeARecordThatAnotherHasChanged) {
     const auto records = open("select * from lines");
     tables_->at("lines").records.front()[1] = "1009";
@@ -103,8 +117,8 @@ TEST_F(Memory, KeepsWhatIsCommittedAndDropsWhatIsOpenWhenItCloses) {
 }
 
 TEST_F(Memory, RefusesWhatItDoesNotKnow) {
-    EXPECT_EQ(errorOf([&] { connection_.Execute("delete from lines"); }), 102);
-    EXPECT_EQ(errorOf([&] { connection_.Execute("select * from nothing"); }), 208);
+    EXPECT_EQ(errorOf([&] { connection_.Execute("delete from lines"); }), errors::badSyntax);
+    EXPECT_EQ(errorOf([&] { connection_.Execute("select * from nothing"); }), errors::unknownObject);
     connection_.Close();
     EXPECT_EQ(errorOf([&] { connection_.Execute("select * from lines"); }), 3704);
 }

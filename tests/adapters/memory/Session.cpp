@@ -1,10 +1,13 @@
 #include "adapters/memory/Session.h"
 
 #include "adapters/shared/reasons/DatabaseReason.h"
+#include "adapters/tsql/TsqlReason.h"
 #include "z7cashflow/support/Error.h"
 #include "z7cashflow/support/conversions.h"
 
 #include <algorithm>
+#include <iterator>
+#include <sstream>
 #include <utility>
 
 namespace z7::cashflow::memory {
@@ -55,11 +58,29 @@ shared::Result Session::run(const std::string& statement, bool updatable) {
     if (observers_->statement) {
         observers_->statement(number_, statement);
     }
-    const std::string beginning = "select * from ";
-    if (!asciiLower(statement).starts_with(beginning)) {
-        throw Error(errors::badSyntax, errorSource, "Only \"select * from TABLE\" is understood.", "42000");
+    std::istringstream text(statement);
+    const std::vector<std::string> words{std::istream_iterator<std::string>(text), {}};
+    const auto says = [&words](std::size_t at, const char* word) {
+        return at < words.size() && asciiLower(words[at]) == word;
+    };
+    const auto into = static_cast<std::size_t>(
+        std::find_if(words.begin(), words.end(), [](const auto& word) { return asciiLower(word) == "into"; }) -
+        words.begin());
+    if (says(0, "drop") && says(1, "table") && words.size() == 3) {
+        drop(words[2]);
+        return {};
     }
-    const std::string name = statement.substr(beginning.size());
+    if (says(0, "select") && into + 3 < words.size() && says(into + 2, "from")) {
+        create(words[into + 1], table(words[into + 3]));
+        return {};
+    }
+    if (says(0, "select") && says(1, "*") && says(2, "from") && words.size() == 4) {
+        return read(words[3], updatable);
+    }
+    throw Error(errorSource, {tsql::TsqlReason::syntaxNear, {shortened(statement)}}, "42000");
+}
+
+shared::Result Session::read(const std::string& name, bool updatable) {
     const Table& found = table(name);
     shared::Result result;
     result.rows = std::make_unique<shared::RowSet>(found.columns);
@@ -105,13 +126,24 @@ void Session::rollback() {
     *tables_ = *std::exchange(before_, std::nullopt);
 }
 
+void Session::create(const std::string& name, const Table& model) {
+    if (!tables_->try_emplace(asciiLower(name), Table{model.columns, {}}).second) {
+        throw Error(errorSource, {Reason::keyExists, {name}}, "42S01");
+    }
+}
+
+void Session::drop(const std::string& name) {
+    static_cast<void>(table(name)); // an error if there is none
+    tables_->erase(asciiLower(name));
+}
+
 Table& Session::table(const std::string& name) {
     if (tables_ == nullptr) {
         throw Error(errorSource, {shared::DatabaseReason::objectClosed});
     }
     const auto found = tables_->find(asciiLower(name));
     if (found == tables_->end()) {
-        throw Error(errors::unknownObject, errorSource, "There is no table " + name + ".", "42S02");
+        throw Error(errorSource, {tsql::TsqlReason::objectUnknown, {name}}, "42S02");
     }
     return found->second;
 }

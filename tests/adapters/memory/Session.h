@@ -19,7 +19,8 @@ struct Table {
 /// The tables of a database by their names in lower case. All sessions share them.
 using Tables = std::map<std::string, Table>;
 
-/// One session on tables in memory. Of the statements it knows one: select * from TABLE.
+/// One session on tables in memory. It knows three statements: select * from TABLE, select ... into NEW from TABLE,
+/// which makes an empty table with the columns of the other one, and drop table TABLE.
 class Session final : public shared::Session, public std::enable_shared_from_this<Session> {
 public:
     Session(int number, std::shared_ptr<Tables> tables, std::shared_ptr<const shared::Observers> observers);
@@ -37,6 +38,10 @@ public:
     [[nodiscard]] Table& table(const std::string& name);
 
 private:
+    [[nodiscard]] shared::Result read(const std::string& name, bool updatable);
+    void create(const std::string& name, const Table& model);
+    void drop(const std::string& name);
+
     int number_;
     std::shared_ptr<Tables> tables_; ///< nothing once the session is closed
     std::shared_ptr<const shared::Observers> observers_;
