@@ -40,7 +40,11 @@ void copyAccount(const std::filesystem::path& from, const std::filesystem::path&
     const auto source = sqlite::databaseFiles(from);
     const auto target = sqlite::databaseFiles(to);
     constexpr auto overwrite = std::filesystem::copy_options::overwrite_existing;
-    sqlite::removeDatabase(to);
+    for (const std::filesystem::path& file : {target.account, target.system}) {
+        for (const char* log : {"-wal", "-shm"}) {
+            std::filesystem::remove(file.string() + log);
+        }
+    }
     std::filesystem::copy_file(source.account, target.account, overwrite);
     std::filesystem::copy_file(source.system, target.system, overwrite);
 }

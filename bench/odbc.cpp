@@ -10,7 +10,8 @@
 #include "adapters/odbc/Connection.h"
 #include "adapters/odbc/SqliteDialect.h"
 #include "adapters/tsql/Rewriting.h"
-#include "adapters/tsql/shape.h"
+#include "adapters/tsql/Shape.h"
+#include "adapters/tsql/tokens.h"
 #include "host/account/accountMaker.h"
 #include "host/account/tableFiles.h"
 #include "workbench/vouchers/Allotment.h"
@@ -229,10 +230,35 @@ void makeLongVoucher(const std::filesystem::path& file) {
     bench::runBare(file, statements);
 }
 
+/// The first step of a statement's rewriting with its literals put back in place of the parameters.
+std::string rewrittenWithLiterals(const std::string& statement) {
+    const tsql::Shape shape = tsql::shapeOf(statement);
+    const tsql::Step step = tsql::rewrite(statement).steps.front();
+    std::string text;
+    bool quoted = false;
+    for (std::size_t at = 0; at < step.sql.size(); ++at) {
+        const char c = step.sql[at];
+        quoted = quoted != (c == '"');
+        if (quoted || c != '?') {
+            text += c;
+            continue;
+        }
+        std::size_t number = 0;
+        while (at + 1 < step.sql.size() && tsql::byteClass(step.sql[at + 1]) == tsql::ByteClass::digit) {
+            number = number * 10 + static_cast<std::size_t>(step.sql[++at] - '0');
+        }
+        const tsql::Parameter& parameter = step.parameters.at(number - 1);
+        const tsql::Literal& literal = shape.literals.at(static_cast<std::size_t>(parameter.literal));
+        text += parameter.negative ? "-" : "";
+        const bool prefixed = literal.kind == tsql::Literal::Kind::text && literal.source.front() != '\'';
+        text += prefixed ? literal.source.substr(1) : literal.source;
+    }
+    return text;
+}
+
 void measureRows(const Paths& paths, const char* what, const std::string& statement) {
     bench::copyAccount(paths.pristine, paths.own);
-    const std::string rewritten =
-        tsql::inlineLiterals(tsql::rewrite(statement).steps.front(), tsql::shapeOf(statement).literals);
+    const std::string rewritten = rewrittenWithLiterals(statement);
     const auto connection = openAdapter(paths.own);
     const auto bare = openBare(paths.own);
     const auto plan = bare->fetchPlan(rewritten);

@@ -58,7 +58,7 @@ if(TARGET z7_shared)
 endif()
 if(TARGET z7_sqlite)
   z7_install_component(sqlite TARGETS z7_sqlite
-    HEADERS adapters/sqlite/Connection.h adapters/sqlite/TableLoader.h adapters/sqlite/database.h)
+    HEADERS adapters/sqlite/Connection.h adapters/sqlite/AccountTables.h adapters/sqlite/database.h)
 endif()
 if(TARGET z7_odbc)
   z7_install_component(odbc TARGETS z7_odbc

@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
 """Checks that a file's name says what is in it, in every folder of src:
 
-- X.cpp defines what X.h of the same folder declares. Parts of a long class are Class_part.cpp beside Class.h.
+- X.cpp defines what X.h of the same folder declares. Parts of a long class are Class_part.cpp beside Class.h. main.cpp, with the
+  entry point that nothing declares, has no header.
 - A capital letter means that the header defines a type of that name.
 - A small letter means a header of free functions or constants. The types that they take, return or raise may be declared there,
   too, but are not the header's main content: there are more than twice as many functions as types with operations of their own
@@ -17,26 +18,6 @@ import re
 import sys
 import tempfile
 
-# Files that break a rule, by folder, each with the reason. An entry that breaks no rule is a finding as well.
-EXCEPTIONS = {
-    "adapters/tsql": {
-        "shape.h": "holds Shape and Literal",
-    },
-    "host/cli": {
-        "main.cpp": "the program's entry point, which nothing declares",
-        "ExitCode.h": "constants, to be exitCode.h",
-    },
-    "host/commands": {
-        "allCommands.cpp": "lists the factories that cli/Command.h declares",
-        "arguments.h": "the arguments that several commands share, a small class for each",
-    },
-    "host/work": {
-        "RowsView.h": "routines, to be rowsView.h",
-    },
-    "z7cashflow/statements": {
-        "places.h": "the kinds of places that a statement has, a small type for each",
-    },
-}
 # Folders whose sources define only a factory that a header elsewhere declares, so that they need no header of their own.
 FACTORIES = {"host/commands": "Command.cpp"}
 
@@ -160,7 +141,7 @@ def header_of(path):
 
 def complaints_on_source(path, file):
     suffix = FACTORIES.get(str(pathlib.PurePosixPath(file).parent))
-    if suffix and file.endswith(suffix):
+    if path.name == "main.cpp" or suffix and file.endswith(suffix):
         return
     header = header_of(path)
     if not header.exists():
@@ -199,22 +180,14 @@ def stale_internal_headers(src):
             yield f"src/{line}: cmake/internalHeaders.txt names it, but there is no such header"
 
 
-def findings(src, exceptions):
-    spared = set()
+def findings(src):
     yield from stale_internal_headers(src)
     for path in sorted(src.rglob("*")):
         if path.suffix not in (".h", ".cpp"):
             continue
         file = path.relative_to(src).as_posix()
-        folder = path.parent.relative_to(src).as_posix()
-        wrong = complaints_on_header(path) if path.suffix == ".h" else complaints_on_source(path, file)
-        for complaint in wrong:
-            if path.name in exceptions.get(folder, {}):
-                spared.add((folder, path.name))
-            else:
-                yield f"src/{file}: {complaint}"
-    for folder, name in sorted({(folder, name) for folder, names in exceptions.items() for name in names} - spared):
-        yield f"src/{folder}/{name}: the list of exceptions names it, but it breaks no rule"
+        for complaint in complaints_on_header(path) if path.suffix == ".h" else complaints_on_source(path, file):
+            yield f"src/{file}: {complaint}"
 
 
 def self_test():
@@ -231,6 +204,7 @@ def self_test():
         "a/texts.h": 'inline constexpr const char* name = "class Wrong {";',
         "a/Maker.h": "using Maker = std::function<int()>;",
         "a/Box.h": "template <class T> struct Box { T value; };",
+        "a/main.cpp": "int main() { return 0; }",
         # breaches
         "b/lost.cpp": "int lost() { return 1; }",
         "b/Other.h": "class Another {};",
@@ -241,7 +215,7 @@ def self_test():
         "b/Member.h": "class Member {};",
         "b/Member.cpp": "void Stranger::run() {}",
     }
-    wrong = {"b/lost.cpp", "b/Other.h", "b/away.cpp", "b/engine.h", "b/records.h", "b/Member.cpp", "a/idle.h", "a/gone.h"}
+    wrong = {"b/lost.cpp", "b/Other.h", "b/away.cpp", "b/engine.h", "b/records.h", "b/Member.cpp", "a/gone.h"}
     with tempfile.TemporaryDirectory() as folder:
         src = pathlib.Path(folder) / "src"
         (src.parent / "cmake").mkdir()
@@ -249,7 +223,7 @@ def self_test():
         for file, text in files.items():
             (src / file).parent.mkdir(parents=True, exist_ok=True)
             (src / file).write_text("#pragma once\n" + text + "\n", encoding="utf-8")
-        found = {line.split(":")[0][len("src/") :] for line in findings(src, {"a": {"idle.h": "an exception that is idle"}})}
+        found = {line.split(":")[0][len("src/") :] for line in findings(src)}
     for file in sorted(wrong - found):
         print(f"not found: {file}")
     for file in sorted(found - wrong):
@@ -265,7 +239,7 @@ def main(arguments):
     if files == 0:
         print(f"no sources in {src}")
         return 2
-    wrong = list(findings(src, EXCEPTIONS))
+    wrong = list(findings(src))
     print("\n".join(wrong) if wrong else f"{files} files, each named after what it holds.")
     return 1 if wrong else 0
 

@@ -1,7 +1,7 @@
 // Statements: their shape contains every literal, and the rewritten statement refers only to those.
 
 #include "adapters/tsql/Rewriting.h"
-#include "adapters/tsql/shape.h"
+#include "adapters/tsql/Shape.h"
 #include "fuzz/target.h"
 #include "z7cashflow/support/Error.h"
 
@@ -86,7 +86,6 @@ void requireSteps(const Shape& shape, const Rewriting& rewriting) {
         for (const tsql::ResultItem& item : step.items) {
             require(item.parameter < static_cast<int>(step.parameters.size()), "a bare literal is a parameter");
         }
-        require(!tsql::inlineLiterals(step, shape.literals).empty(), "a step can be shown with its values");
     }
 }
 

@@ -13,7 +13,6 @@ template <class Action> void forEachRecord(Connection& connection, const std::st
     for (; !records->EndOfFile(); records->MoveNext()) {
         action(records->Fields());
     }
-    records->Close();
 }
 
 } // namespace z7::cashflow::workbench

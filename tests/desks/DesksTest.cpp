@@ -2,17 +2,14 @@
 
 #include "desks/Desk.h"
 #include "desks/Office.h"
+#include "doubles/ChildProcess.h"
 #include "workbench/vouchers/Voucher.h"
 #include "workbench/vouchers/databaseFailure.h"
 #include "z7cashflow/support/conversions.h"
 
 #include <gtest/gtest.h>
 
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include <array>
-#include <cstdio>
 #include <functional>
 #include <string>
 #include <vector>
@@ -21,7 +18,7 @@ namespace z7::cashflow::desks {
 namespace {
 
 // The exit codes of a desk's process.
-enum DeskResult : int { allDone = 0, unexpectedError = 1, gaveUp = 42 };
+enum DeskResult : int { allDone = 0, gaveUp = 42 };
 
 constexpr std::size_t desks = 3;
 // The mark of each desk.
@@ -40,25 +37,13 @@ protected:
 
     // Runs each desk in its own process and waits for all of them. Returns their exit codes.
     static std::vector<int> runDesks(const std::vector<std::function<int()>>& work) {
-        std::vector<pid_t> processes;
+        std::vector<test::ChildProcess> processes;
         for (const auto& desk : work) {
-            const pid_t process = fork();
-            if (process == 0) {
-                int result = unexpectedError;
-                try {
-                    result = desk();
-                } catch (const Error& error) {
-                    std::fprintf(stderr, "desk: %d %s %s\n", error.number(), error.sqlState().c_str(), error.what());
-                }
-                _exit(result);
-            }
-            processes.push_back(process);
+            processes.emplace_back(desk);
         }
         std::vector<int> results;
-        for (const pid_t process : processes) {
-            int status = 0;
-            waitpid(process, &status, 0);
-            results.push_back(WIFEXITED(status) ? WEXITSTATUS(status) : -1);
+        for (test::ChildProcess& process : processes) {
+            results.push_back(process.wait());
         }
         return results;
     }

@@ -5,9 +5,9 @@
 #include "adapters/sqlite/Connection.h"
 #include "adapters/sqlite/database.h"
 #include "desks/CutCalls.h"
+#include "doubles/ScratchFolder.h"
 #include "host/account/accountMaker.h"
 #include "host/account/tableFiles.h"
-#include "z7cashflow/support/guid.h"
 
 #include <filesystem>
 #include <regex>
@@ -23,20 +23,13 @@ std::string inYear(const std::string& text, int timeout) {
 /// The sample company in a file, in a temporary folder that is removed with it.
 class SampleFile {
 public:
-    SampleFile() : folder_(std::filesystem::path(testing::TempDir()) / ("z7desks" + guidText(systemGuidSource()))) {
-        std::filesystem::create_directory(folder_);
+    SampleFile() {
         host::makeAccount(path(), host::tableFilesOfSample(), {}, host::Language::english, [] { return false; });
     }
-    SampleFile(const SampleFile&) = delete;
-    SampleFile& operator=(const SampleFile&) = delete;
-    ~SampleFile() {
-        std::error_code ignored;
-        std::filesystem::remove_all(folder_, ignored);
-    }
-    [[nodiscard]] std::filesystem::path path() const { return folder_ / "company.db"; }
+    [[nodiscard]] std::filesystem::path path() const { return folder_.path() / "company.db"; }
 
 private:
-    std::filesystem::path folder_;
+    test::ScratchFolder folder_;
 };
 
 class EmbeddedOffice final : public Office {

@@ -1,11 +1,12 @@
 #include "host/account/accountMaker.h"
 
-#include "ScratchFolder.h"
 #include "adapters/sqlite/Connection.h"
 #include "adapters/sqlite/FaultyDisk.h"
 #include "adapters/sqlite/database.h"
-#include "host/cli/ExitCode.h"
+#include "doubles/ChildProcess.h"
+#include "doubles/ScratchFolder.h"
 #include "host/cli/Failure.h"
+#include "host/cli/exitCode.h"
 #include "z7cashflow/support/Error.h"
 #include "z7cashflow/support/conversions.h"
 
@@ -14,8 +15,7 @@
 
 #include <set>
 #include <sstream>
-#include <sys/wait.h>
-#include <unistd.h>
+#include <vector>
 
 namespace z7::cashflow::host {
 namespace {
@@ -45,7 +45,7 @@ std::string optionOf(const std::filesystem::path& database, const std::string& n
 
 class AccountMakerTest : public testing::Test {
 protected:
-    ScratchFolder scratch;
+    test::ScratchFolder scratch;
     std::filesystem::path file = scratch.path() / "company.db";
     std::set<std::string> bothFiles{"company.db", "company.zqsystem.db"};
 };
@@ -88,7 +88,7 @@ TEST_F(AccountMakerTest, ADiskThatFillsUpLeavesNothingOrAWholeAccount) {
     disk.failFrom(1000000, FaultyDisk::Fault::full);
     const std::int64_t records = makeAccount(file, tableFilesOfSample(), {}, Language::english, neverStop).records;
     const int calls = FaultyDisk::calls();
-    sqlite::removeDatabase(file);
+    scratch.clear();
     constexpr int wholeNumberOfRuns = 60;
     const int stride = std::max(1, calls / wholeNumberOfRuns);
     int refused = 0;
@@ -108,7 +108,7 @@ TEST_F(AccountMakerTest, ADiskThatFillsUpLeavesNothingOrAWholeAccount) {
         if (created) {
             EXPECT_EQ(namesIn(scratch.path()), bothFiles) << call;
             EXPECT_EQ(optionOf(file, "bXJLL"), "True/False") << call;
-            sqlite::removeDatabase(file);
+            scratch.clear();
         }
         ASSERT_EQ(namesIn(scratch.path()), std::set<std::string>{}) << call;
     }
@@ -116,27 +116,23 @@ TEST_F(AccountMakerTest, ADiskThatFillsUpLeavesNothingOrAWholeAccount) {
 }
 
 TEST_F(AccountMakerTest, TwoProgramsThatMakeOneAccountMakeItOnce) {
-    constexpr int programs = 4;
-    for (int i = 0; i < programs; ++i) {
-        if (fork() == 0) {
-            int code = 3;
+    std::vector<test::ChildProcess> programs;
+    for (int i = 0; i < 4; ++i) {
+        programs.emplace_back([&, i] {
             try {
                 makeAccount(file, {fileWith("fitemss98", "citemcode\n" + std::to_string(i) + "\n")}, {},
                             Language::english, neverStop);
-                code = 0;
+                return 0;
             } catch (const Failure& failure) {
-                code = failure.exitCode() == exitCode::usage ? 1 : 2;
-            } catch (...) {
+                return failure.exitCode() == exitCode::usage ? 1 : 2;
             }
-            _exit(code);
-        }
+        });
     }
     int made = 0;
-    for (int i = 0; i < programs; ++i) {
-        int status = 0;
-        wait(&status);
-        ASSERT_TRUE(WEXITSTATUS(status) == 0 || WEXITSTATUS(status) == 1) << WEXITSTATUS(status);
-        made += WEXITSTATUS(status) == 0 ? 1 : 0;
+    for (test::ChildProcess& program : programs) {
+        const int code = program.wait();
+        ASSERT_TRUE(code == 0 || code == 1) << code;
+        made += code == 0 ? 1 : 0;
     }
     EXPECT_EQ(made, 1);
     EXPECT_EQ(namesIn(scratch.path()), bothFiles);
@@ -147,7 +143,7 @@ TEST_F(AccountMakerTest, TwoProgramsThatMakeOneAccountMakeItOnce) {
 
 TEST_F(AccountMakerTest, OverwritesNothing) {
     for (const char* name : {"company.db", "company.zqsystem.db"}) {
-        const ScratchFolder folder;
+        const test::ScratchFolder folder;
         folder.write(name, "precious");
         try {
             makeAccount(folder.path() / "company.db", {}, {}, Language::english, neverStop);

@@ -2,9 +2,9 @@
 
 #include "EnvironmentGuard.h"
 #include "RunProgram.h"
-#include "ScratchFolder.h"
 #include "adapters/sqlite/Connection.h"
 #include "adapters/sqlite/database.h"
+#include "doubles/ScratchFolder.h"
 #include "z7cashflow/model/modPublic.h"
 #include "z7cashflow/support/conversions.h"
 
@@ -82,7 +82,7 @@ protected:
     EnvironmentGuard language_{"LC_ALL", "C"};
     EnvironmentGuard home_{"HOME", "/nonexistent"};
     EnvironmentGuard config_{"XDG_CONFIG_HOME", nullptr};
-    ScratchFolder scratch;
+    test::ScratchFolder scratch;
 };
 
 TEST_F(ApplicationTest, HelpIsInBothLanguagesWithExamples) {
@@ -246,7 +246,7 @@ TEST_F(ApplicationTest, OutputThatCannotBeWrittenIsExitCodeThree) {
 }
 
 TEST_F(ApplicationTest, AMissingAccountOptionIsReportedOnceAndCounted) {
-    const ScratchFolder tables;
+    const test::ScratchFolder tables;
     for (const char* name : {"code", "dsign", "fitemss98", "gl_accvouch", "ua_period", "GL_CashItemDataSource"}) {
         std::filesystem::copy(std::filesystem::path(Z7_SOURCE_DIR) / "src/host/sample" / (std::string(name) + ".csv"),
                               tables.path() / (std::string(name) + ".csv"));

@@ -1,9 +1,9 @@
 // Items assigned by hand, as the program reports it.
 
 #include "RunProgram.h"
-#include "ScratchFolder.h"
 #include "adapters/sqlite/Connection.h"
 #include "adapters/sqlite/database.h"
+#include "doubles/ScratchFolder.h"
 #include "workbench/changes/RowImage.h"
 
 #include <gmock/gmock.h>
@@ -42,7 +42,7 @@ protected:
         return texts;
     }
 
-    ScratchFolder scratch;
+    test::ScratchFolder scratch;
     std::filesystem::path database = scratch.path() / "company.db";
     const std::string key = "2024/7/1/2"; ///< 149,542.95 on line 2
 };

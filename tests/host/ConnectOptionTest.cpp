@@ -2,9 +2,9 @@
 
 #include "EnvironmentGuard.h"
 #include "RunProgram.h"
-#include "ScratchFolder.h"
-#include "host/cli/ExitCode.h"
+#include "doubles/ScratchFolder.h"
 #include "host/cli/Failure.h"
+#include "host/cli/exitCode.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -35,7 +35,7 @@ protected:
     EnvironmentGuard home_{"HOME", "/nonexistent"};
     EnvironmentGuard config_{"XDG_CONFIG_HOME", nullptr};
     EnvironmentGuard connect_{"Z7CF_CONNECT", nullptr};
-    ScratchFolder scratch;
+    test::ScratchFolder scratch;
 };
 
 TEST_F(ConnectOptionTest, PassesOverAByteOrderMarkAndRemarks) {

@@ -1,8 +1,8 @@
 #include "EnvironmentGuard.h"
 #include "RunProgram.h"
-#include "ScratchFolder.h"
 #include "adapters/sqlite/Connection.h"
 #include "adapters/sqlite/database.h"
+#include "doubles/ScratchFolder.h"
 #include "z7cashflow/support/Error.h"
 #include "z7cashflow/support/conversions.h"
 
@@ -90,7 +90,7 @@ protected:
     EnvironmentGuard language_{"LC_ALL", "C"};
     EnvironmentGuard home_{"HOME", "/nonexistent"};
     EnvironmentGuard config_{"XDG_CONFIG_HOME", nullptr};
-    ScratchFolder scratch;
+    test::ScratchFolder scratch;
     std::filesystem::path database = scratch.path() / "hostile.db";
 };
 

@@ -2,8 +2,8 @@
 
 #include "CommandLine.h"
 #include "EnvironmentGuard.h"
-#include "ScratchFolder.h"
 #include "ServerDouble.h"
+#include "doubles/ScratchFolder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -135,7 +135,7 @@ protected:
 
     /// Runs an example in a new copy of the prepared folder.
     static RunResult runExample(const std::string& line) {
-        const ScratchFolder scratch;
+        const test::ScratchFolder scratch;
         const InFolder inside(scratch.path());
         fs::copy(prepared()->path(), scratch.path(), fs::copy_options::recursive);
         for (const std::string& file : filesToWrite(line)) {
@@ -155,8 +155,8 @@ protected:
     }
 
 private:
-    static std::optional<ScratchFolder>& prepared() {
-        static std::optional<ScratchFolder> folder;
+    static std::optional<test::ScratchFolder>& prepared() {
+        static std::optional<test::ScratchFolder> folder;
         return folder;
     }
 

@@ -3,11 +3,11 @@
 
 #include "CommandLine.h"
 #include "EnvironmentGuard.h"
-#include "ScratchFolder.h"
 #include "adapters/sqlite/Connection.h"
 #include "adapters/sqlite/FaultyDisk.h"
 #include "adapters/sqlite/database.h"
-#include "doubles/childProcess.h"
+#include "doubles/ChildProcess.h"
+#include "doubles/ScratchFolder.h"
 #include "workbench/changes/RunLog.h"
 #include "z7cashflow/support/conversions.h"
 
@@ -105,7 +105,7 @@ protected:
         return 0;
     }
 
-    ScratchFolder scratch_;
+    test::ScratchFolder scratch_;
     fs::path before_ = scratch_.path() / "before"; ///< holds the account as the commands find it
     fs::path killed_ = scratch_.path() / "killed";
     Rows start_; ///< the rows before the first run

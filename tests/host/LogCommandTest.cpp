@@ -1,9 +1,9 @@
 // The log of changes and undo, as the program shows them.
 
 #include "RunProgram.h"
-#include "ScratchFolder.h"
 #include "adapters/sqlite/Connection.h"
 #include "adapters/sqlite/database.h"
+#include "doubles/ScratchFolder.h"
 #include "workbench/changes/RowImage.h"
 #include "z7cashflow/support/conversions.h"
 
@@ -59,7 +59,7 @@ protected:
         return {std::istreambuf_iterator<char>(stream), {}};
     }
 
-    ScratchFolder scratch;
+    test::ScratchFolder scratch;
     std::filesystem::path database = scratch.path() / "company.db";
 };
 

@@ -3,7 +3,7 @@
 #include "EnvironmentGuard.h"
 #include "PlainTables.h"
 #include "RunProgram.h"
-#include "ScratchFolder.h"
+#include "doubles/ScratchFolder.h"
 #include "workbench/vouchers/openLineColumns.h"
 
 #include <gmock/gmock.h>
@@ -69,7 +69,7 @@ protected:
     EnvironmentGuard home_{"HOME", "/nonexistent"};
     EnvironmentGuard config_{"XDG_CONFIG_HOME", nullptr};
     EnvironmentGuard connect_{"Z7CF_CONNECT", nullptr};
-    ScratchFolder folder;
+    test::ScratchFolder folder;
     std::string file = (folder.path() / "company.db").string();
 };
 
@@ -341,7 +341,7 @@ TEST(OpenVouchersOfTheHouseholdJournal, AreThoseInWhichTheStatementDiffers) {
     }
     const EnvironmentGuard language("LC_ALL", "C");
     const EnvironmentGuard home("HOME", "/nonexistent");
-    const ScratchFolder folder;
+    const test::ScratchFolder folder;
     const std::string file = (folder.path() / "house.db").string();
     ASSERT_EQ(runProgram({"init", file, "--from", data.string(), "--quiet"}).exitCode, 0);
     for (const char* year : {"2013", "2014"}) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ScratchFolder.h"
+#include "doubles/ScratchFolder.h"
 
 #include <sys/wait.h>
 
@@ -58,7 +58,7 @@ private:
         return result + "'";
     }
 
-    ScratchFolder scratch_;
+    test::ScratchFolder scratch_;
 };
 
 } // namespace z7::cashflow::host

@@ -2,21 +2,20 @@
 
 #include "EnvironmentGuard.h"
 #include "RunProgram.h"
-#include "ScratchFolder.h"
-#include "doubles/childProcess.h"
+#include "doubles/ChildProcess.h"
+#include "doubles/ScratchFolder.h"
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <functional>
 #include <string>
-#include <unistd.h>
 #include <vector>
 
 namespace z7::cashflow::host {
 namespace {
 
 namespace fs = std::filesystem;
-using test::withoutRights;
 
 class ReadOnlyTest : public testing::Test {
 protected:
@@ -44,7 +43,7 @@ protected:
     EnvironmentGuard home{"HOME", "/nonexistent"};
     EnvironmentGuard config{"XDG_CONFIG_HOME", nullptr};
     EnvironmentGuard connect{"Z7CF_CONNECT", nullptr};
-    ScratchFolder folder;
+    test::ScratchFolder folder;
 };
 
 TEST_F(ReadOnlyTest, EveryReadingCommandAnswersAsWithRights) {
@@ -73,7 +72,7 @@ TEST_F(ReadOnlyTest, EveryReadingCommandAnswersAsWithRights) {
         expected += run.out + run.err;
     }
     const auto before = files();
-    const std::string answers = withoutRights([&] {
+    const std::string answers = test::withoutRights([&] {
         std::string text;
         for (const auto& command : commands) {
             const RunResult run = runProgram(command);
@@ -86,7 +85,7 @@ TEST_F(ReadOnlyTest, EveryReadingCommandAnswersAsWithRights) {
 }
 
 TEST_F(ReadOnlyTest, ACommandThatWritesSaysThatItMayNot) {
-    const std::string answer = withoutRights([&] { return runProgram({"save", file(), "2024/6/2/10"}).err; });
+    const std::string answer = test::withoutRights([&] { return runProgram({"save", file(), "2024/6/2/10"}).err; });
     EXPECT_NE(answer.find("company.db"), std::string::npos) << answer;
 }
 

@@ -2,11 +2,11 @@
 
 #include "EnvironmentGuard.h"
 #include "RunProgram.h"
-#include "ScratchFolder.h"
 #include "adapters/sqlite/Connection.h"
+#include "doubles/ScratchFolder.h"
 #include "host/report/rowsByLine.h"
-#include "host/work/RowsView.h"
 #include "host/work/Session.h"
+#include "host/work/rowsView.h"
 #include "workbench/vouchers/Allotment.h"
 #include "workbench/vouchers/voucherList.h"
 #include "z7cashflow/statements/accountAnswers.h"
@@ -114,7 +114,7 @@ protected:
 
     EnvironmentGuard language_{"LC_ALL", "C"};
     EnvironmentGuard home_{"HOME", "/nonexistent"};
-    ScratchFolder folder_;
+    test::ScratchFolder folder_;
     std::filesystem::path file_ = folder_.path() / "sample.db";
 };
 
@@ -139,7 +139,7 @@ TEST(RememberedAnswersOfTheHouseholdJournal, GiveTheSameRowsForFewerStatements) 
     }
     const EnvironmentGuard language("LC_ALL", "C");
     const EnvironmentGuard home("HOME", "/nonexistent");
-    const ScratchFolder folder;
+    const test::ScratchFolder folder;
     const std::filesystem::path file = folder.path() / "house.db";
     ASSERT_EQ(runProgram({"init", file.string(), "--from", data.string(), "--quiet"}).exitCode, 0);
     for (const std::int16_t year : {std::int16_t{2013}, std::int16_t{2014}}) {

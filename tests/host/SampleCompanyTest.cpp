@@ -1,8 +1,8 @@
 #include "EnvironmentGuard.h"
 #include "RunProgram.h"
-#include "ScratchFolder.h"
 #include "adapters/sqlite/Connection.h"
 #include "adapters/sqlite/database.h"
+#include "doubles/ScratchFolder.h"
 #include "host/account/csvReader.h"
 #include "host/account/tableFiles.h"
 #include "workbench/vouchers/VoucherKey.h"
@@ -101,7 +101,7 @@ protected:
     EnvironmentGuard language_{"LC_ALL", "C"};
     EnvironmentGuard home_{"HOME", "/nonexistent"};
     EnvironmentGuard config_{"XDG_CONFIG_HOME", nullptr};
-    ScratchFolder scratch;
+    test::ScratchFolder scratch;
     std::filesystem::path database = scratch.path() / "sample.db";
 };
 
@@ -340,7 +340,7 @@ TEST_F(SampleCompanyTest, CarriesTheCurrencyIntoTheRows) {
 }
 
 TEST(SampleCompanyOptions, WithCashCodeTheRowsStandOnCashLines) {
-    const ScratchFolder scratch;
+    const test::ScratchFolder scratch;
     const std::string file = (scratch.path() / "cash.db").string();
     ASSERT_EQ(runProgram({"init", file, "--sample", "--set", "bCashCode=true", "--quiet"}).exitCode, 0);
     const RunResult rows = runProgram({"rows", file, "2024/1/1/2", "--generate", "--json", "--quiet"});
@@ -363,7 +363,7 @@ protected:
     }
 
     std::filesystem::path folder = std::filesystem::path(Z7_SOURCE_DIR).parent_path() / "shared" / "data" / "household";
-    ScratchFolder scratch;
+    test::ScratchFolder scratch;
     std::filesystem::path database = scratch.path() / "household.db";
 };
 

@@ -2,10 +2,10 @@
 
 #include "EnvironmentGuard.h"
 #include "RunProgram.h"
-#include "ScratchFolder.h"
 #include "ServerDouble.h"
-#include "host/cli/ExitCode.h"
+#include "doubles/ScratchFolder.h"
 #include "host/cli/Failure.h"
+#include "host/cli/exitCode.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

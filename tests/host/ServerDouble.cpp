@@ -1,7 +1,7 @@
 #include "ServerDouble.h"
 
 #include "adapters/odbc/databaseKeyword.h"
-#include "adapters/shared/recordset/ClientRecordset.h"
+#include "adapters/shared/session/PooledConnection.h"
 #include "z7cashflow/support/conversions.h"
 
 #include <gtest/gtest.h>
@@ -83,14 +83,10 @@ ServerDouble::Table tableOf(const std::string& statement) {
 } // namespace
 
 /// One session.
-class DoubleConnection final : public Connection {
+class DoubleSession final : public shared::Session, public std::enable_shared_from_this<DoubleSession> {
 public:
-    explicit DoubleConnection(ServerDouble& server) : server_(server) {}
-    ~DoubleConnection() override { end(); }
-    DoubleConnection(const DoubleConnection&) = delete;
-    DoubleConnection& operator=(const DoubleConnection&) = delete;
-
-    void Open(const std::string& connectionString) override {
+    DoubleSession(ServerDouble& server, const std::string& connectionString, int number)
+        : server_(server), number_(number) {
         const std::string database = odbc::databaseNamed(connectionString).value_or(server_.loginDatabase);
         server_.note("open " + database);
         if (!server_.content.contains(database)) {
@@ -99,26 +95,32 @@ public:
         database_ = database;
         ++server_.open_;
     }
-    void Close() override { end(); }
-    [[nodiscard]] ObjectState State() const override {
-        return database_.empty() ? ObjectState::Closed : ObjectState::Open;
-    }
-    [[nodiscard]] std::string ConnectionString() const override { return {}; }
+    ~DoubleSession() override { close(); }
+    DoubleSession(const DoubleSession&) = delete;
+    DoubleSession& operator=(const DoubleSession&) = delete;
 
-    std::shared_ptr<Recordset> Execute(const std::string& commandText) override;
-    [[nodiscard]] std::shared_ptr<Recordset> CreateRecordset() override;
-
-    void BeginTrans() override {
+    shared::Result run(const std::string& text, bool updatable) override;
+    [[nodiscard]] int number() const noexcept override { return number_; }
+    void begin() override {
         call("begin");
         before_ = server_.content;
     }
-    void CommitTrans() override {
+    void commit() override {
         call("commit");
         before_.reset();
     }
-    void RollbackTrans() override {
+    void rollback() override {
         call("rollback");
         undo();
+    }
+    [[nodiscard]] bool inTransaction() const noexcept override { return before_.has_value(); }
+    [[nodiscard]] bool isIdle() const noexcept override { return false; }
+    void close() noexcept override {
+        if (!database_.empty()) {
+            --server_.open_;
+            database_.clear();
+            undo();
+        }
     }
 
     /// Adds a row to the table of a query.
@@ -131,8 +133,7 @@ public:
         this->table(table).rows.push_back(values);
     }
 
-    [[nodiscard]] shared::Result answer(const std::string& statement);
-
+private:
     void call(const std::string& event) {
         if (database_.empty()) {
             throw Error(3704, "double", "The line is cut.", "08003");
@@ -141,18 +142,9 @@ public:
             server_.note(event);
         } catch (const Error&) {
             if (server_.cutsLine_) {
-                end();
+                close();
             }
             throw;
-        }
-    }
-
-private:
-    void end() {
-        if (!database_.empty()) {
-            --server_.open_;
-            database_.clear();
-            undo();
         }
     }
     void undo() {
@@ -175,10 +167,12 @@ private:
         return found->second;
     }
 
+    shared::Result answer(const std::string& statement);
     shared::Result catalogueOf(const std::string& statement);
     bool define(const std::string& statement);
 
     ServerDouble& server_;
+    int number_;
     std::string database_;                        ///< empty if closed
     std::optional<ServerDouble::Content> before_; ///< the server's content when the transaction began
 };
@@ -187,69 +181,50 @@ namespace {
 
 class RowCounter final : public shared::RowWriter {
 public:
-    RowCounter(DoubleConnection& connection, std::string query) : connection_(connection), query_(std::move(query)) {}
+    RowCounter(std::shared_ptr<DoubleSession> session, std::string query)
+        : session_(std::move(session)), query_(std::move(query)) {}
     void insert(const std::vector<shared::Change>& changes) override {
         std::vector<std::string> values;
         for (const shared::Change& change : changes) {
             values.push_back(change.value.isNull() ? "(null)" : toText(change.value));
         }
-        connection_.insert(query_, values);
+        session_->insert(query_, values);
     }
     void update(const shared::RowSet&, std::size_t, const std::vector<shared::Change>&) override {
         ADD_FAILURE() << "nothing is updated while an account is made";
     }
 
 private:
-    DoubleConnection& connection_;
+    std::shared_ptr<DoubleSession> session_;
     std::string query_;
 };
 
-class DoubleBackend final : public shared::Backend {
+class DoubleConnection final : public shared::PooledConnection {
 public:
-    explicit DoubleBackend(DoubleConnection& connection) : runner_(std::make_shared<Runner>(connection)) {}
-    std::shared_ptr<shared::Runner> runner(Connection&) override { return runner_; }
-    std::shared_ptr<shared::Runner> runner(const std::string&) override {
-        ADD_FAILURE() << "all runs on the one session";
-        return runner_;
-    }
-
-private:
-    class Runner final : public shared::Runner {
-    public:
-        explicit Runner(DoubleConnection& connection) : connection_(connection) {}
-        shared::Result run(const std::string& statement, bool updatable) override {
-            EXPECT_TRUE(updatable);
-            connection_.call(statement);
-            std::vector<std::string> columns;
-            std::istringstream names(between(statement, "select ", " from"));
-            for (std::string name; std::getline(names >> std::ws, name, ',');) {
-                columns.push_back(withoutBrackets(name));
-            }
-            return {rowSet(columns, {}), std::make_shared<RowCounter>(connection_, statement)};
-        }
-
-    private:
-        DoubleConnection& connection_;
-    };
-
-    std::shared_ptr<Runner> runner_;
+    explicit DoubleConnection(ServerDouble& server)
+        : PooledConnection(std::make_shared<shared::SessionPool>([&server](const std::string& text, int number) {
+                               return std::make_shared<DoubleSession>(server, text, number);
+                           }),
+                           std::make_shared<shared::Observers>()) {}
 };
 
 } // namespace
 
-std::shared_ptr<Recordset> DoubleConnection::Execute(const std::string& commandText) {
-    const std::string statement = withoutComments(commandText);
+shared::Result DoubleSession::run(const std::string& text, bool updatable) {
+    const std::string statement = withoutComments(text);
     call(statement.substr(0, statement.find('\n')));
-    auto records = std::make_shared<shared::ClientRecordset>(std::make_shared<DoubleBackend>(*this));
-    records->present(answer(statement), commandText, static_cast<Connection*>(this));
-    return records;
+    if (!updatable) {
+        return answer(statement);
+    }
+    std::vector<std::string> columns;
+    std::istringstream names(between(statement, "select ", " from"));
+    for (std::string name; std::getline(names >> std::ws, name, ',');) {
+        columns.push_back(withoutBrackets(name));
+    }
+    return {rowSet(columns, {}), std::make_shared<RowCounter>(shared_from_this(), statement)};
 }
 
-std::shared_ptr<Recordset> DoubleConnection::CreateRecordset() {
-    return std::make_shared<shared::ClientRecordset>(std::make_shared<DoubleBackend>(*this));
-}
-
-shared::Result DoubleConnection::answer(const std::string& statement) {
+shared::Result DoubleSession::answer(const std::string& statement) {
     const auto one = [](const Variant& value) { return shared::Result{rowSet({"x"}, {{value}}), nullptr}; };
     const auto known = [&one](bool there) { return one(there ? Variant(std::int32_t{5}) : Variant()); };
     const std::string quoted = between(statement, "(N'", "')");
@@ -287,7 +262,7 @@ shared::Result DoubleConnection::answer(const std::string& statement) {
     return {};
 }
 
-shared::Result DoubleConnection::catalogueOf(const std::string& statement) {
+shared::Result DoubleSession::catalogueOf(const std::string& statement) {
     Answer rows;
     if (statement == "select name from sys.tables") {
         for (const auto& [name, table] : server_.content.at(database_)) {
@@ -308,7 +283,7 @@ shared::Result DoubleConnection::catalogueOf(const std::string& statement) {
 }
 
 /// Runs a statement without a result; false if the statement is unknown.
-bool DoubleConnection::define(const std::string& statement) {
+bool DoubleSession::define(const std::string& statement) {
     std::istringstream words(statement);
     std::string verb;
     std::string kind;

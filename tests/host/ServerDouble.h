@@ -67,7 +67,7 @@ public:
     [[nodiscard]] std::size_t openConnections() const noexcept { return open_; }
 
 private:
-    friend class DoubleConnection;
+    friend class DoubleSession;
 
     void note(const std::string& event);
 

@@ -1,8 +1,8 @@
 #include "EnvironmentGuard.h"
 #include "RunProgram.h"
-#include "ScratchFolder.h"
 #include "adapters/odbc/Connection.h"
-#include "host/cli/ExitCode.h"
+#include "doubles/ScratchFolder.h"
+#include "host/cli/exitCode.h"
 #include "z7cashflow/support/Error.h"
 #include "z7cashflow/support/conversions.h"
 
@@ -99,7 +99,7 @@ protected:
     EnvironmentGuard home_{"HOME", "/nonexistent"};
     EnvironmentGuard config_{"XDG_CONFIG_HOME", nullptr};
     EnvironmentGuard connect_{"Z7CF_CONNECT", nullptr};
-    ScratchFolder scratch;
+    test::ScratchFolder scratch;
     std::filesystem::path embedded = scratch.path() / "sample.db";
     odbc::Connection admin_;
     std::string name_;

@@ -2,9 +2,9 @@
 
 #include "EnvironmentGuard.h"
 #include "RunProgram.h"
-#include "ScratchFolder.h"
-#include "host/cli/ExitCode.h"
+#include "doubles/ScratchFolder.h"
 #include "host/cli/Failure.h"
+#include "host/cli/exitCode.h"
 #include "host/work/HostLogin.h"
 #include "z7cashflow/support/Error.h"
 
@@ -87,7 +87,7 @@ TEST(Settings, RefusesTooMuchOfEverything) {
                 HasSubstr("my.toml, line 1: this is not valid TOML"));
     EXPECT_EQ(readSettings("# " + std::string(1000, '.') + "\nuser = \"a.b\"\n", "my.toml", Language::english).user,
               "a.b");
-    const ScratchFolder scratch;
+    const test::ScratchFolder scratch;
     const auto file = scratch.write("s.toml", "# " + std::string(70000, 'x') + "\n");
     try {
         static_cast<void>(readSettingsFile(file, Language::english));
@@ -175,7 +175,7 @@ TEST(HostLogin, IsTheDemoUserWithoutSettings) {
 }
 
 TEST(Settings, OfAnAccountWithoutPeriodsAreReportedInsteadOfSkippingVouchers) {
-    const ScratchFolder scratch;
+    const test::ScratchFolder scratch;
     const std::string database = (scratch.path() / "company.db").string();
     ASSERT_EQ(runProgram({"init", database, "--sample"}).exitCode, 0);
     scratch.write("other.toml", "account = '999'\n");

@@ -1,9 +1,9 @@
 #include "EnvironmentGuard.h"
 #include "PlainTables.h"
 #include "RunProgram.h"
-#include "ScratchFolder.h"
 #include "adapters/sqlite/Connection.h"
 #include "adapters/sqlite/database.h"
+#include "doubles/ScratchFolder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -62,7 +62,7 @@ protected:
     EnvironmentGuard language_{"LC_ALL", "C"};
     EnvironmentGuard home_{"HOME", "/nonexistent"};
     EnvironmentGuard config_{"XDG_CONFIG_HOME", nullptr};
-    ScratchFolder folder_;
+    test::ScratchFolder folder_;
     std::string file_ = (folder_.path() / "company.db").string();
 };
 
@@ -231,7 +231,7 @@ TEST(StatementOfTheHouseholdJournal, FiguresOfEachYearEqualThoseCountedRowByRow)
     }
     const EnvironmentGuard language("LC_ALL", "C");
     const EnvironmentGuard home("HOME", "/nonexistent");
-    const ScratchFolder folder;
+    const test::ScratchFolder folder;
     const std::string file = (folder.path() / "house.db").string();
     ASSERT_EQ(runProgram({"init", file, "--from", data.string(), "--quiet"}).exitCode, 0);
     for (const char* year : {"2013", "2014"}) {

@@ -1,11 +1,11 @@
 #include "host/account/tableFiles.h"
 
-#include "ScratchFolder.h"
+#include "adapters/sqlite/AccountTables.h"
 #include "adapters/sqlite/Connection.h"
-#include "adapters/sqlite/TableLoader.h"
 #include "adapters/sqlite/database.h"
-#include "host/cli/ExitCode.h"
+#include "doubles/ScratchFolder.h"
 #include "host/cli/Failure.h"
+#include "host/cli/exitCode.h"
 #include "z7cashflow/support/conversions.h"
 
 #include <gmock/gmock.h>
@@ -59,7 +59,7 @@ protected:
         return records->EndOfFile() ? "(none)" : toTextOrEmpty(records->Fields().Item(0));
     }
 
-    ScratchFolder scratch;
+    test::ScratchFolder scratch;
     sqlite::Connection connection;
     Language language = Language::english;
     bool stop = false;

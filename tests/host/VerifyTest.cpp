@@ -1,9 +1,9 @@
 #include "EnvironmentGuard.h"
 #include "RunProgram.h"
-#include "ScratchFolder.h"
 #include "adapters/odbc/accountSchema.h"
 #include "adapters/sqlite/Connection.h"
 #include "adapters/sqlite/database.h"
+#include "doubles/ScratchFolder.h"
 #include "z7cashflow/support/Error.h"
 
 #include <gmock/gmock.h>
@@ -83,8 +83,8 @@ protected:
     EnvironmentGuard home_{"HOME", "/nonexistent"};
     EnvironmentGuard config_{"XDG_CONFIG_HOME", nullptr};
     EnvironmentGuard connect_{"Z7CF_CONNECT", nullptr};
-    ScratchFolder scratch;
-    ScratchFolder tables;
+    test::ScratchFolder scratch;
+    test::ScratchFolder tables;
     std::string file = (scratch.path() / "a.db").string();
 };
 

@@ -2,9 +2,9 @@
 
 #include "EnvironmentGuard.h"
 #include "RunProgram.h"
-#include "ScratchFolder.h"
 #include "adapters/sqlite/Connection.h"
 #include "adapters/sqlite/database.h"
+#include "doubles/ScratchFolder.h"
 #include "z7cashflow/support/conversions.h"
 
 #include <gmock/gmock.h>
@@ -127,7 +127,7 @@ protected:
     EnvironmentGuard home_{"HOME", "/nonexistent"};
     EnvironmentGuard config_{"XDG_CONFIG_HOME", nullptr};
     EnvironmentGuard connect_{"Z7CF_CONNECT", nullptr};
-    ScratchFolder scratch;
+    test::ScratchFolder scratch;
     std::filesystem::path database;
 };
 

@@ -1,9 +1,9 @@
 #include "EnvironmentGuard.h"
 #include "RunProgram.h"
-#include "ScratchFolder.h"
 #include "adapters/odbc/SqliteDialect.h"
 #include "adapters/sqlite/Connection.h"
 #include "adapters/sqlite/database.h"
+#include "doubles/ScratchFolder.h"
 #include "workbench/vouchers/rowsDocument.h"
 #include "z7cashflow/model/CashFlowCollection.h"
 #include "z7cashflow/support/conversions.h"
@@ -74,7 +74,7 @@ protected:
     EnvironmentGuard home_{"HOME", "/nonexistent"};
     EnvironmentGuard config_{"XDG_CONFIG_HOME", nullptr};
     EnvironmentGuard connect_{"Z7CF_CONNECT", nullptr};
-    ScratchFolder scratch;
+    test::ScratchFolder scratch;
     std::filesystem::path database = scratch.path() / "sample.db";
     static constexpr const char* invoice = "AR-2024-0301";
     const std::string rowsOfInvoice = "select count(*) from gl_cashtable where iYear=2024 and iPeriod=3 and "

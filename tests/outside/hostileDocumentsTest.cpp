@@ -1,12 +1,11 @@
 // Hostile documents: each is refused with the error of its kind, leaves the rows unchanged, and needs limited
 // memory.
 
+#include "doubles/ChildProcess.h"
 #include "outside/CompanyTest.h"
 #include "z7cashflow/data/DataProvider.h"
 
 #include <sys/resource.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <functional>
@@ -29,19 +28,17 @@ constexpr bool underSanitizer =
 
 /// The peak memory of a separate process, in MiB beyond that of this one; -1 if it failed.
 long peakOf(const std::function<bool()>& action) {
-    const pid_t child = fork();
-    if (child == 0) {
+    test::ChildProcess child([&] {
         rusage before{};
         getrusage(RUSAGE_SELF, &before);
         const bool ended = action();
         rusage after{};
         getrusage(RUSAGE_SELF, &after);
         const long grown = (after.ru_maxrss - before.ru_maxrss) / 1024;
-        _exit(!ended ? 255 : static_cast<int>(std::min(grown / 8, 254L)));
-    }
-    int status = 0;
-    waitpid(child, &status, 0);
-    return WIFEXITED(status) && WEXITSTATUS(status) != 255 ? WEXITSTATUS(status) * 8L : -1;
+        return ended ? static_cast<int>(std::min(grown / 8, 200L)) : test::ChildProcess::raised;
+    });
+    const int code = child.wait();
+    return code < 0 || code == test::ChildProcess::raised ? -1 : code * 8L;
 }
 
 std::string repeated(std::string_view piece, std::size_t count) {

@@ -1,7 +1,7 @@
 // Every value that enters the library from outside, harmless and hostile, through the operations that insert it into
 // a statement.
 
-#include "adapters/tsql/shape.h"
+#include "adapters/tsql/Shape.h"
 #include "doubles/ContextGuard.h"
 #include "doubles/ScriptedDatabase.h"
 #include "z7cashflow/data/DataProvider.h"

@@ -1,8 +1,8 @@
 // A program that was built without windows, whatever this build has.
 
 #include "RunProgram.h"
-#include "ScratchFolder.h"
-#include "host/cli/ExitCode.h"
+#include "doubles/ScratchFolder.h"
+#include "host/cli/exitCode.h"
 
 #include <gtest/gtest.h>
 
@@ -10,7 +10,7 @@ namespace z7::cashflow::host {
 namespace {
 
 TEST(WithoutWindows, EditSaysWhatIsMissingAndSavesNothing) {
-    const ScratchFolder scratch;
+    const test::ScratchFolder scratch;
     const std::string file = (scratch.path() / "company.db").string();
     ASSERT_EQ(runProgram({"init", file, "--sample", "--quiet"}).exitCode, exitCode::done);
     for (const auto& arguments :

@@ -1,7 +1,7 @@
 #include "adapters/odbc/AccountTables.h"
 
-#include "adapters/odbc/Failure.h"
 #include "adapters/odbc/accountSchema.h"
+#include "adapters/odbc/databaseError.h"
 #include "adapters/odbc/quoting.h"
 #include "adapters/tsql/declaredType.h"
 #include "adapters/tsql/tokens.h"

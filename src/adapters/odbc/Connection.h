@@ -18,7 +18,7 @@ struct Observers;
 ///   year     the accounting year that the four names with _v_ show; without it they show nothing
 ///   timeout  milliseconds to wait for a lock of another session, 0 to 3600000; 5000 if it is not given
 ///
-/// Errors of the server carry its number, its text and the SQL state, under the source "ODBC"; see diagnostics.h for
+/// Errors of the server carry its number, its text and the SQL state, under the source "ODBC"; see databaseError.h for
 /// those of drivers that report no number. No password or token of the string reaches a message.
 ///
 /// A session that loses its connection is dropped: the error is the server's or the driver's, and the next

@@ -1,7 +1,7 @@
 #include "adapters/odbc/ConnectionOptions.h"
 
-#include "adapters/odbc/Failure.h"
 #include "adapters/odbc/OdbcReason.h"
+#include "adapters/odbc/databaseError.h"
 #include "adapters/shared/reasons/DatabaseReason.h"
 #include "adapters/shared/session/ConnectionText.h"
 #include "z7cashflow/support/conversions.h"

@@ -22,19 +22,27 @@ struct Fetched {
     std::optional<tsql::TableName> target; ///< the one table whose records these are; nothing if they cannot be written
 };
 
+/// What a caller knows of a result before it is there.
+struct ResultDescription {
+    /// Corrects what the driver says of the columns; empty if it is right.
+    std::function<void(std::vector<DriverColumn>&)> correct{};
+    /// The shape that the text's last result had, kept by the caller; a null pointer if nobody keeps it. It is used
+    /// again if the driver describes the columns as it did then, which spares asking for all the rest, and is replaced
+    /// if not.
+    std::shared_ptr<const ResultShape>* known = nullptr;
+};
+
 /// A session as a dialect uses it: a driver that runs a text in any language.
 class Driver {
 public:
-    /// Corrects what the driver says of a result's columns.
-    using ColumnCorrection = std::function<void(std::vector<DriverColumn>&)>;
-
     virtual ~Driver() = default;
     /// Runs a text with values for its "?", and fetches its first result whole. An error of any of its statements is
-    /// raised. "known" is the shape that the text's last result had: it is used again if the driver describes the
-    /// columns as it did then, which spares asking for all the rest, and is replaced if not.
-    virtual Fetched execute(const std::string& text, const std::vector<Variant>& values = {},
-                            const ColumnCorrection& correct = {},
-                            std::shared_ptr<const ResultShape>* known = nullptr) = 0;
+    /// raised.
+    virtual Fetched execute(const std::string& text, const std::vector<Variant>& values,
+                            const ResultDescription& description) = 0;
+    Fetched execute(const std::string& text, const std::vector<Variant>& values = {}) {
+        return execute(text, values, {});
+    }
     /// The primary key of a table in the current database or in another one, as the driver's catalogue reports it.
     [[nodiscard]] virtual std::vector<std::string> primaryKey(const std::string& database,
                                                               const std::string& table) = 0;

@@ -1,7 +1,7 @@
 #include "adapters/odbc/DriverConnection.h"
 
-#include "adapters/odbc/Failure.h"
 #include "adapters/odbc/OdbcReason.h"
+#include "adapters/odbc/databaseError.h"
 
 #include <sql.h>
 #include <sqlext.h>
@@ -46,7 +46,7 @@ DriverConnection::DriverConnection(std::shared_ptr<Environment> environment, con
       connection_(SQL_HANDLE_DBC, allocated(SQL_HANDLE_DBC, environment_->get())) {
     SQLSetConnectAttr(connection_.get(), SQL_ATTR_LOGIN_TIMEOUT, attribute(loginSeconds), SQL_IS_UINTEGER);
     if (!SQL_SUCCEEDED(driverConnect(connection_.get(), options.driverText))) {
-        const Error error = Failure(SQL_HANDLE_DBC, connection_.get(), options.secrets).error();
+        const Error error = databaseError(SQL_HANDLE_DBC, connection_.get(), options.secrets).error;
         Explanation why = error.asCause();
         if (error.number() == errors::driverNotFound) {
             why = {OdbcReason::driverMissing, {withoutSecrets(options.driver, options.secrets)}, {std::move(why)}};

@@ -1,6 +1,6 @@
 #include "adapters/odbc/RecordWriter.h"
 
-#include "adapters/odbc/Failure.h"
+#include "adapters/odbc/databaseError.h"
 #include "adapters/shared/reasons/DatabaseReason.h"
 #include "z7cashflow/support/conversions.h"
 

@@ -1,9 +1,9 @@
 #include "adapters/odbc/Session.h"
 
-#include "adapters/odbc/Failure.h"
 #include "adapters/odbc/OdbcReason.h"
 #include "adapters/odbc/Parameters.h"
 #include "adapters/odbc/RecordWriter.h"
+#include "adapters/odbc/databaseError.h"
 #include "adapters/odbc/utf8.h"
 #include "adapters/shared/reasons/DatabaseReason.h"
 #include "adapters/tsql/tokens.h"
@@ -147,8 +147,8 @@ bool Session::mayAlterSession(const std::string& text) {
     return alters_.insert(shape_.key, namesWhatAlters(text));
 }
 
-Fetched Session::execute(const std::string& text, const std::vector<Variant>& values, const ColumnCorrection& correct,
-                         std::shared_ptr<const ResultShape>* known) {
+Fetched Session::execute(const std::string& text, const std::vector<Variant>& values,
+                         const ResultDescription& description) {
     for (const Variant& value : values) {
         if (const auto* given = value.get<std::string>()) {
             requireWholeText(*given);
@@ -159,11 +159,10 @@ Fetched Session::execute(const std::string& text, const std::vector<Variant>& va
     if (!parameters.bind(statement)) {
         fail(SQL_HANDLE_STMT, statement);
     }
-    return readResults(statement, executeDirect(statement, text), correct, known);
+    return readResults(statement, executeDirect(statement, text), description);
 }
 
-Fetched Session::readResults(Handle statement, short answer, const ColumnCorrection& correct,
-                             std::shared_ptr<const ResultShape>* known) {
+Fetched Session::readResults(Handle statement, short answer, const ResultDescription& description) {
     Fetched fetched;
     while (true) {
         if (answer != SQL_NO_DATA && !SQL_SUCCEEDED(answer)) {
@@ -175,7 +174,7 @@ Fetched Session::readResults(Handle statement, short answer, const ColumnCorrect
             fail(SQL_HANDLE_STMT, statement);
         }
         if (*count > 0) {
-            fetched.shape = shapeOfResult(statement, *count, correct, known);
+            fetched.shape = shapeOfResult(statement, *count, description);
             fetched.rows = reader_.read(statement, *fetched.shape);
             if (fetched.rows == nullptr) {
                 fail(SQL_HANDLE_STMT, statement);
@@ -189,8 +188,8 @@ Fetched Session::readResults(Handle statement, short answer, const ColumnCorrect
     }
 }
 
-std::shared_ptr<const ResultShape> Session::shapeOfResult(Handle statement, int count, const ColumnCorrection& correct,
-                                                          std::shared_ptr<const ResultShape>* known) {
+std::shared_ptr<const ResultShape> Session::shapeOfResult(Handle statement, int count,
+                                                          const ResultDescription& description) {
     described_.resize(static_cast<std::size_t>(count));
     int position = 0;
     for (DriverColumn& column : described_) {
@@ -198,6 +197,7 @@ std::shared_ptr<const ResultShape> Session::shapeOfResult(Handle statement, int 
             fail(SQL_HANDLE_STMT, statement);
         }
     }
+    auto* const known = description.known;
     if (known != nullptr && *known != nullptr && (*known)->described == described_) {
         return *known;
     }
@@ -207,8 +207,8 @@ std::shared_ptr<const ResultShape> Session::shapeOfResult(Handle statement, int 
     for (position = 0; needsOrigins_ && position < count; ++position) {
         describeOrigin(statement, position + 1, shape->columns[static_cast<std::size_t>(position)]);
     }
-    if (correct) {
-        correct(shape->columns);
+    if (description.correct) {
+        description.correct(shape->columns);
     }
     std::vector<shared::Column> list;
     for (const DriverColumn& column : shape->columns) {
@@ -229,7 +229,8 @@ std::vector<std::string> Session::primaryKey(const std::string& database, const 
     Handle const statement = line().freshStatement();
     std::vector<std::pair<std::int64_t, std::string>> parts;
     SQLRETURN answer = primaryKeys(statement, database, table);
-    if (!SQL_SUCCEEDED(answer) && !tellsMissingFeature(Failure(SQL_HANDLE_STMT, statement, options_.secrets).error())) {
+    if (!SQL_SUCCEEDED(answer) &&
+        !tellsMissingFeature(databaseError(SQL_HANDLE_STMT, statement, options_.secrets).error)) {
         fail(SQL_HANDLE_STMT, statement);
     }
     TextReader name;
@@ -254,9 +255,9 @@ std::vector<std::string> Session::primaryKey(const std::string& database, const 
 }
 
 void Session::fail(short handleType, Handle handle) {
-    const Failure failure(handleType, handle, options_.secrets);
-    const Error error = dialect_->explained(failure.error());
-    if (failure.connectionLost() || line().isDead()) {
+    const DatabaseError reported = databaseError(handleType, handle, options_.secrets);
+    const Error error = dialect_->explained(reported.error);
+    if (reported.connectionLost || line().isDead()) {
         loseLine();
         throw tellingCutLine(error);
     }

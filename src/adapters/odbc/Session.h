@@ -5,7 +5,7 @@
 #include "adapters/odbc/DriverConnection.h"
 #include "adapters/shared/cache/LruCache.h"
 #include "adapters/shared/session/Session.h"
-#include "adapters/tsql/shape.h"
+#include "adapters/tsql/Shape.h"
 
 #include <functional>
 #include <memory>
@@ -13,8 +13,6 @@
 #include <vector>
 
 namespace z7::cashflow::odbc {
-
-class Failure;
 
 /// The observers of a connection and its pool.
 struct Observers : shared::Observers {
@@ -36,8 +34,9 @@ public:
     /// Runs a Transact-SQL batch and fetches its first result whole.
     shared::Result run(const std::string& text, bool updatable) override;
 
-    Fetched execute(const std::string& text, const std::vector<Variant>& values = {},
-                    const ColumnCorrection& correct = {}, std::shared_ptr<const ResultShape>* known = nullptr) override;
+    using Driver::execute;
+    Fetched execute(const std::string& text, const std::vector<Variant>& values,
+                    const ResultDescription& description) override;
     [[nodiscard]] std::vector<std::string> primaryKey(const std::string& database, const std::string& table) override;
     [[nodiscard]] Dialect& dialect() noexcept { return *dialect_; }
 
@@ -65,11 +64,9 @@ private:
     [[noreturn]] void fail(short handleType, Handle handle);
     void loseLine();
     [[nodiscard]] bool mayAlterSession(const std::string& text);
-    [[nodiscard]] Fetched readResults(Handle statement, short answer, const ColumnCorrection& correct,
-                                      std::shared_ptr<const ResultShape>* known);
+    [[nodiscard]] Fetched readResults(Handle statement, short answer, const ResultDescription& description);
     [[nodiscard]] std::shared_ptr<const ResultShape> shapeOfResult(Handle statement, int count,
-                                                                   const ColumnCorrection& correct,
-                                                                   std::shared_ptr<const ResultShape>* known);
+                                                                   const ResultDescription& description);
 
     ConnectionOptions options_;
     int number_;

@@ -1,7 +1,7 @@
 #include "adapters/odbc/TsqlDialect.h"
 
-#include "adapters/odbc/Failure.h"
 #include "adapters/odbc/OdbcReason.h"
+#include "adapters/odbc/databaseError.h"
 #include "adapters/odbc/quoting.h"
 #include "adapters/tsql/tokens.h"
 #include "z7cashflow/support/conversions.h"

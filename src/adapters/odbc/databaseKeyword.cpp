@@ -1,7 +1,7 @@
 #include "adapters/odbc/databaseKeyword.h"
 
 #include "adapters/odbc/ConnectionOptions.h"
-#include "adapters/odbc/Failure.h"
+#include "adapters/odbc/databaseError.h"
 #include "adapters/shared/session/ConnectionText.h"
 
 namespace z7::cashflow::odbc {

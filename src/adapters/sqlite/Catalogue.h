@@ -1,6 +1,6 @@
 #pragma once
 
-#include "adapters/sqlite/TableLoader.h"
+#include "adapters/shared/loading/TableLoader.h"
 #include "adapters/tsql/Rewriting.h"
 
 #include <memory>
@@ -11,6 +11,11 @@
 struct sqlite3;
 
 namespace z7::cashflow::sqlite {
+
+/// A column of a table as the database declares it.
+struct TableColumn : shared::TableColumn {
+    std::string declaredType; ///< such as "nvarchar(40)"
+};
 
 /// The columns of a table or a view as the database declares them.
 struct TableShape {

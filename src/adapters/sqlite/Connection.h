@@ -3,21 +3,11 @@
 #include "adapters/shared/session/PooledConnection.h"
 
 #include <memory>
-#include <string>
-#include <vector>
 
 namespace z7::cashflow::sqlite {
 
-class Connection;
-class RelaxedCommits;
 class Session;
-class TableLoader;
 struct Observers;
-struct TableColumn;
-
-// Friends of the connection; see TableLoader.h.
-std::vector<std::string> tableNames(Connection& connection);
-std::vector<TableColumn> tableColumns(Connection& connection, const std::string& table);
 
 /// A session on the embedded database: an account's file with its system database and its tempdb beside it.
 ///
@@ -44,10 +34,8 @@ public:
     void onRewrittenStatement(StatementObserver observer);
 
 private:
+    friend class AccountTables;
     friend class RelaxedCommits;
-    friend class TableLoader;
-    friend std::vector<std::string> tableNames(Connection& connection);
-    friend std::vector<TableColumn> tableColumns(Connection& connection, const std::string& table);
 
     explicit Connection(const std::shared_ptr<Observers>& observers);
     Session& session();

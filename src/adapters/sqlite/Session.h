@@ -4,8 +4,8 @@
 #include "adapters/shared/session/Session.h"
 #include "adapters/sqlite/Catalogue.h"
 #include "adapters/sqlite/ConnectionOptions.h"
+#include "adapters/sqlite/LiteralBinding.h"
 #include "adapters/sqlite/Statement.h"
-#include "adapters/sqlite/literalValue.h"
 #include "adapters/sqlite/openFile.h"
 #include "adapters/tsql/Rewriting.h"
 #include "adapters/tsql/RewritingCache.h"
@@ -67,8 +67,6 @@ public:
     /// Makes tempdb known to the session, which does without it until a statement names it.
     void useTempDatabase();
     [[nodiscard]] sqlite3* nativeHandle() const { return handle(); }
-    /// The number of shapes that are kept prepared.
-    [[nodiscard]] std::size_t preparedCount() const noexcept { return rewritings_.size(); }
 
 private:
     /// A step of a batch with what it needs to run again.

@@ -5,10 +5,6 @@
 #include "adapters/sqlite/NewDatabase.h"
 #include "adapters/sqlite/databaseError.h"
 
-#include <sqlite3.h>
-
-#include <system_error>
-
 namespace z7::cashflow::sqlite {
 namespace {
 
@@ -36,18 +32,6 @@ void createDatabase(const fs::path& account) {
     requireFree(NewDatabase::takenName(account));
     NewDatabase database(account);
     requireFree(database.publish());
-}
-
-void removeDatabase(const fs::path& account) {
-    const DatabaseFiles files = databaseFiles(account);
-    for (const fs::path& file : {files.account, files.system}) {
-        for (const char* suffix : {"", "-wal", "-shm", "-journal"}) {
-            fs::path path = file;
-            path += suffix;
-            std::error_code ignored; // what cannot be removed stays; the caller has an error of its own to report
-            fs::remove(path, ignored);
-        }
-    }
 }
 
 std::string connectionString(const fs::path& account, std::optional<std::int16_t> year) {

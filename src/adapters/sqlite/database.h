@@ -23,10 +23,6 @@ struct DatabaseFiles {
 /// file that exists already, or the folder that is missing or cannot be written; nothing is left then.
 void createDatabase(const std::filesystem::path& account);
 
-/// Removes an account's file and everything beside it that belongs to it, as far as it is there. For a caller who has
-/// created a database and cannot fill it.
-void removeDatabase(const std::filesystem::path& account);
-
 /// The connection string of an account's file, for Connection::Open. The year is that of the session; see Connection.
 [[nodiscard]] std::string connectionString(const std::filesystem::path& account,
                                            std::optional<std::int16_t> year = std::nullopt);

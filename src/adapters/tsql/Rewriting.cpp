@@ -66,27 +66,4 @@ const ResultItem* itemOf(const std::vector<ResultItem>& items, std::size_t colum
     return starBehind ? nullptr : &items[item];
 }
 
-std::string inlineLiterals(const Step& step, const std::vector<Literal>& literals) {
-    std::string text;
-    bool quoted = false;
-    for (std::size_t at = 0; at < step.sql.size(); ++at) {
-        const char c = step.sql[at];
-        quoted = quoted != (c == '"');
-        if (quoted || c != '?') {
-            text += c;
-            continue;
-        }
-        std::size_t number = 0;
-        while (at + 1 < step.sql.size() && byteClass(step.sql[at + 1]) == ByteClass::digit) {
-            number = number * 10 + static_cast<std::size_t>(step.sql[++at] - '0');
-        }
-        const Parameter& parameter = step.parameters.at(number - 1);
-        const Literal& literal = literals.at(static_cast<std::size_t>(parameter.literal));
-        text += parameter.negative ? "-" : "";
-        const bool prefixed = literal.kind == Literal::Kind::text && literal.source.front() != '\'';
-        text += prefixed ? literal.source.substr(1) : literal.source;
-    }
-    return text;
-}
-
 } // namespace z7::cashflow::tsql

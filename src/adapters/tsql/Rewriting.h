@@ -1,6 +1,6 @@
 #pragma once
 
-#include "adapters/tsql/shape.h"
+#include "adapters/tsql/Shape.h"
 
 #include <optional>
 #include <string>
@@ -86,8 +86,5 @@ struct Rewriting {
 
 /// What the text of a query tells about a column of its result, or null if its items cannot be counted.
 [[nodiscard]] const ResultItem* itemOf(const std::vector<ResultItem>& items, std::size_t column, std::size_t columns);
-
-/// A step's text with its literals put back in place of the parameters.
-[[nodiscard]] std::string inlineLiterals(const Step& step, const std::vector<Literal>& literals);
 
 } // namespace z7::cashflow::tsql

@@ -2,7 +2,7 @@
 
 #include "adapters/shared/cache/LruCache.h"
 #include "adapters/tsql/Rewriting.h"
-#include "adapters/tsql/shape.h"
+#include "adapters/tsql/Shape.h"
 
 #include <algorithm>
 #include <cstddef>

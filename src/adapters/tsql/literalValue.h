@@ -1,7 +1,7 @@
 #pragma once
 
 #include "adapters/shared/recordset/Column.h"
-#include "adapters/tsql/shape.h"
+#include "adapters/tsql/Shape.h"
 #include "z7cashflow/support/Variant.h"
 
 #include <string_view>

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "adapters/tsql/Shape.h"
 #include "adapters/tsql/TsqlReason.h"
-#include "adapters/tsql/shape.h"
 
 #include <array>
 #include <cstddef>

@@ -2,8 +2,8 @@
 
 #include "adapters/odbc/accountSchema.h"
 #include "adapters/sqlite/integrity.h"
-#include "host/cli/ExitCode.h"
 #include "host/cli/Failure.h"
+#include "host/cli/exitCode.h"
 #include "host/text/joined.h"
 #include "host/text/reasonText.h"
 #include "z7cashflow/support/Error.h"
@@ -54,7 +54,6 @@ void forEachRecord(Connection& connection, const std::string& query,
     for (; !records->EndOfFile(); records->MoveNext()) {
         take(records->Fields());
     }
-    records->Close();
 }
 
 std::string text(const FieldList& fields, const char* name) { return toTextOrEmpty(fields.Item(name)); }

@@ -1,11 +1,11 @@
 #include "host/account/accountMaker.h"
 
+#include "adapters/sqlite/AccountTables.h"
 #include "adapters/sqlite/Connection.h"
 #include "adapters/sqlite/NewDatabase.h"
-#include "adapters/sqlite/TableLoader.h"
 #include "adapters/sqlite/database.h"
-#include "host/cli/ExitCode.h"
 #include "host/cli/Failure.h"
+#include "host/cli/exitCode.h"
 #include "host/text/joined.h"
 #include "host/text/reasonText.h"
 #include "z7cashflow/support/Error.h"
@@ -51,7 +51,6 @@ void setOption(Connection& connection, LoadableTables& tables, const AccountOpti
         const Variant value = present->Fields().Item("cdefault");
         defaultValue = value.isNull() ? std::nullopt : std::optional(toText(value));
     }
-    present->Close();
     connection.Execute("delete from accinformation" + where);
     const auto loader = tables.loader("accinformation", {"csysid", "cname", "cvalue", "cdefault"});
     loader->add({ledgerSystem, option.name, option.value, defaultValue});

@@ -4,7 +4,6 @@
 #include "host/terminal/Console.h"
 
 #include <memory>
-#include <vector>
 
 namespace CLI {
 class App;
@@ -53,8 +52,5 @@ public:
 [[nodiscard]] std::unique_ptr<Command> makeOutsideCommand();
 [[nodiscard]] std::unique_ptr<Command> makeVoucherXmlCommand();
 [[nodiscard]] std::unique_ptr<Command> makeSampleXmlCommand();
-
-/// All commands in the order in which help lists them.
-[[nodiscard]] std::vector<std::unique_ptr<Command>> allCommands();
 
 } // namespace z7::cashflow::host

@@ -1,8 +1,8 @@
 #include "host/cli/Output.h"
 
 #include "adapters/terminal/printable.h"
-#include "host/cli/ExitCode.h"
 #include "host/cli/Failure.h"
+#include "host/cli/exitCode.h"
 
 #include <cerrno>
 #include <ostream>

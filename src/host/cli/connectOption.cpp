@@ -1,8 +1,8 @@
 #include "host/cli/connectOption.h"
 
 #include "adapters/shared/session/ConnectionText.h"
-#include "host/cli/ExitCode.h"
 #include "host/cli/Failure.h"
+#include "host/cli/exitCode.h"
 #include "host/cli/readText.h"
 #include "z7cashflow/support/Error.h"
 

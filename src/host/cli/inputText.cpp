@@ -1,7 +1,7 @@
 #include "host/cli/inputText.h"
 
-#include "host/cli/ExitCode.h"
 #include "host/cli/Failure.h"
+#include "host/cli/exitCode.h"
 #include "host/cli/readText.h"
 
 namespace z7::cashflow::host {

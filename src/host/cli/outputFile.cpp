@@ -1,7 +1,7 @@
 #include "host/cli/outputFile.h"
 
-#include "host/cli/ExitCode.h"
 #include "host/cli/Failure.h"
+#include "host/cli/exitCode.h"
 
 #include <cerrno>
 #include <fstream>

@@ -1,8 +1,8 @@
 #include "host/commands/AssignmentSheet.h"
 
 #include "host/account/csvReader.h"
-#include "host/cli/ExitCode.h"
 #include "host/cli/Failure.h"
+#include "host/cli/exitCode.h"
 #include "host/text/amountText.h"
 #include "workbench/vouchers/openLineColumns.h"
 #include "z7cashflow/support/Error.h"

@@ -1,7 +1,7 @@
 #include "host/commands/ChangesOutput.h"
 
 #include "adapters/terminal/printable.h"
-#include "host/cli/ExitCode.h"
+#include "host/cli/exitCode.h"
 #include "host/cli/jsonText.h"
 #include "host/commands/savedVoucher.h"
 #include "host/text/refusalText.h"

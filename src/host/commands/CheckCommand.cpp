@@ -1,9 +1,9 @@
 #include "adapters/terminal/printable.h"
 #include "host/cli/Command.h"
-#include "host/cli/ExitCode.h"
 #include "host/cli/Output.h"
+#include "host/cli/exitCode.h"
 #include "host/cli/jsonText.h"
-#include "host/commands/arguments.h"
+#include "host/commands/VoucherArgument.h"
 #include "host/text/refusalText.h"
 #include "workbench/vouchers/Verdict.h"
 

@@ -1,7 +1,7 @@
 #include "host/cli/Command.h"
 #include "host/cli/Output.h"
 #include "host/commands/ChangesOutput.h"
-#include "host/commands/arguments.h"
+#include "host/commands/VoucherArgument.h"
 #include "host/work/runNote.h"
 #include "workbench/vouchers/Allotment.h"
 

@@ -1,9 +1,10 @@
 #include "host/cli/Command.h"
-#include "host/cli/ExitCode.h"
 #include "host/cli/Failure.h"
 #include "host/cli/Output.h"
+#include "host/cli/exitCode.h"
 #include "host/cli/jsonText.h"
-#include "host/commands/arguments.h"
+#include "host/commands/PeriodArgument.h"
+#include "host/commands/VoucherArgument.h"
 #include "host/commands/savedVoucher.h"
 #include "host/desktop/Desktop.h"
 #include "host/work/runNote.h"
@@ -159,7 +160,6 @@ private:
             " and iperiod=" + std::to_string(key.period) + " and isignseq=" + std::to_string(key.kind) +
             " and ino_id=" + std::to_string(key.number));
         std::string maker = lines->EndOfFile() ? std::string() : toTextOrEmpty(lines->Fields().Item(0));
-        lines->Close();
         return maker;
     }
 
@@ -171,7 +171,6 @@ private:
             throw Failure(exitCode::refused, HostText::noOutsideVoucher, {table, key});
         }
         const Variant date = lines->Fields().Item(0);
-        lines->Close();
         return isNullOrEmpty(date) ? Date::none() : toDate(date);
     }
 

@@ -1,8 +1,8 @@
 #include "host/cli/Command.h"
-#include "host/cli/ExitCode.h"
 #include "host/cli/Output.h"
+#include "host/cli/exitCode.h"
 #include "host/cli/jsonText.h"
-#include "host/commands/arguments.h"
+#include "host/commands/VoucherArgument.h"
 #include "host/commands/savedVoucher.h"
 
 #include <CLI/CLI.hpp>

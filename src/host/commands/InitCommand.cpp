@@ -3,11 +3,11 @@
 #include "host/account/accountMaker.h"
 #include "host/account/serverAccountMaker.h"
 #include "host/cli/Command.h"
-#include "host/cli/ExitCode.h"
 #include "host/cli/Failure.h"
 #include "host/cli/Output.h"
+#include "host/cli/exitCode.h"
 #include "host/cli/jsonText.h"
-#include "host/commands/arguments.h"
+#include "host/commands/DatabaseArgument.h"
 #include "host/terminal/StopSignals.h"
 
 #include <CLI/CLI.hpp>

@@ -1,7 +1,7 @@
 #include "host/commands/ItemLookup.h"
 
-#include "host/cli/ExitCode.h"
 #include "host/cli/Failure.h"
+#include "host/cli/exitCode.h"
 #include "host/cli/nearMatch.h"
 #include "z7cashflow/support/conversions.h"
 
@@ -22,7 +22,6 @@ ItemLookup::ItemLookup(Connection& connection) {
         items_.emplace(toTextOrEmpty(records->Fields().Item("citemcode")),
                        toTextOrEmpty(records->Fields().Item("citemname")));
     }
-    records->Close();
 }
 
 std::string ItemLookup::codeOf(const std::string& text) const {

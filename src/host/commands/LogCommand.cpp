@@ -1,12 +1,13 @@
 #include "host/cli/Command.h"
-#include "host/cli/ExitCode.h"
 #include "host/cli/Failure.h"
 #include "host/cli/Output.h"
+#include "host/cli/exitCode.h"
 #include "host/cli/jsonText.h"
-#include "host/commands/arguments.h"
+#include "host/commands/DatabaseArgument.h"
 #include "host/commands/runArgument.h"
 #include "host/report/ChangesReport.h"
 #include "host/report/ReportOptions.h"
+#include "host/work/Session.h"
 #include "z7cashflow/support/Date.h"
 
 #include <CLI/CLI.hpp>

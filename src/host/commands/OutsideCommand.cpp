@@ -1,13 +1,14 @@
 #include "host/cli/Command.h"
-#include "host/cli/ExitCode.h"
 #include "host/cli/Failure.h"
 #include "host/cli/Output.h"
+#include "host/cli/exitCode.h"
 #include "host/cli/inputText.h"
 #include "host/cli/jsonText.h"
 #include "host/cli/outputFile.h"
-#include "host/commands/arguments.h"
+#include "host/commands/DatabaseArgument.h"
+#include "host/commands/PeriodArgument.h"
 #include "host/commands/savedVoucher.h"
-#include "host/work/RowsView.h"
+#include "host/work/rowsView.h"
 #include "host/work/runNote.h"
 #include "workbench/vouchers/OutsideAllotment.h"
 #include "workbench/vouchers/rowsDocument.h"
@@ -74,7 +75,6 @@ private:
         const auto count = session.connection().Execute("select count(*) from " + table_ + " where coutno_id=N'" +
                                                         doubledQuotes(key_) + "'");
         const bool there = toInt32(count->Fields().Item(0)) > 0;
-        count->Close();
         if (!there) {
             throw Failure(exitCode::refused, HostText::noOutsideVoucher, {table_, key_});
         }

@@ -2,7 +2,7 @@
 #include "host/cli/Output.h"
 #include "host/commands/ChangesOutput.h"
 #include "host/commands/ItemLookup.h"
-#include "host/commands/arguments.h"
+#include "host/commands/PeriodArgument.h"
 #include "host/work/runNote.h"
 #include "workbench/changes/Assignment.h"
 

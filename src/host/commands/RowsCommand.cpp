@@ -1,11 +1,11 @@
 #include "adapters/terminal/printable.h"
 #include "host/cli/Command.h"
-#include "host/cli/ExitCode.h"
 #include "host/cli/Output.h"
-#include "host/commands/arguments.h"
+#include "host/cli/exitCode.h"
+#include "host/commands/VoucherArgument.h"
 #include "host/commands/savedVoucher.h"
 #include "host/text/refusalText.h"
-#include "host/work/RowsView.h"
+#include "host/work/rowsView.h"
 
 #include <CLI/CLI.hpp>
 

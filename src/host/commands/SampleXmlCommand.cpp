@@ -1,8 +1,8 @@
 #include "host/account/sampleData.h"
 #include "host/cli/Command.h"
-#include "host/cli/ExitCode.h"
 #include "host/cli/Failure.h"
 #include "host/cli/Output.h"
+#include "host/cli/exitCode.h"
 #include "host/cli/jsonText.h"
 #include "host/cli/outputFile.h"
 

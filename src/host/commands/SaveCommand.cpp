@@ -2,7 +2,7 @@
 #include "host/cli/Output.h"
 #include "host/commands/ChangesOutput.h"
 #include "host/commands/GenerationOptions.h"
-#include "host/commands/arguments.h"
+#include "host/commands/VoucherArgument.h"
 #include "host/commands/savedVoucher.h"
 #include "host/work/RememberedAnswers.h"
 #include "host/work/runNote.h"

@@ -1,10 +1,10 @@
 #include "adapters/terminal/printable.h"
 #include "host/account/accountCheck.h"
 #include "host/cli/Command.h"
-#include "host/cli/ExitCode.h"
 #include "host/cli/Output.h"
+#include "host/cli/exitCode.h"
 #include "host/cli/jsonText.h"
-#include "host/commands/arguments.h"
+#include "host/commands/DatabaseArgument.h"
 
 #include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>

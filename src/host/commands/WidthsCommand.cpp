@@ -1,9 +1,10 @@
 #include "host/cli/Command.h"
-#include "host/cli/ExitCode.h"
 #include "host/cli/Failure.h"
 #include "host/cli/Output.h"
+#include "host/cli/exitCode.h"
 #include "host/cli/jsonText.h"
-#include "host/commands/arguments.h"
+#include "host/commands/DatabaseArgument.h"
+#include "host/work/Session.h"
 #include "z7cashflow/support/conversions.h"
 
 #include <CLI/CLI.hpp>
@@ -34,7 +35,6 @@ public:
         const std::string stored = " from GL_myoutput where cauth=N'frmCashFlow' and csqrmode=10";
         const auto counted = session.connection().Execute("select count(*)" + stored);
         const std::int32_t count = toInt32(counted->Fields().Item(0));
-        counted->Close();
         session.connection().Execute("delete" + stored);
         if (output.json()) {
             output.line(jsonText({{"widths", count}}));

@@ -1,4 +1,4 @@
-#include "host/cli/Command.h"
+#include "host/commands/allCommands.h"
 
 namespace z7::cashflow::host {
 

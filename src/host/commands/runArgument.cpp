@@ -1,7 +1,7 @@
 #include "host/commands/runArgument.h"
 
-#include "host/cli/ExitCode.h"
 #include "host/cli/Failure.h"
+#include "host/cli/exitCode.h"
 
 #include <algorithm>
 #include <charconv>

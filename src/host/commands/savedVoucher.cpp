@@ -1,8 +1,8 @@
 #include "host/commands/savedVoucher.h"
 
 #include "adapters/terminal/printable.h"
-#include "host/cli/ExitCode.h"
 #include "host/cli/Failure.h"
+#include "host/cli/exitCode.h"
 #include "host/cli/jsonText.h"
 #include "host/commands/ChangesOutput.h"
 #include "host/commands/RowCounts.h"

@@ -1,8 +1,8 @@
 #include "host/desktop/Desktop.h"
 
 #include "host/account/AccountConnections.h"
-#include "host/cli/ExitCode.h"
 #include "host/cli/Failure.h"
+#include "host/cli/exitCode.h"
 #include "z7cashflow/model/modPublic.h"
 
 #ifdef Z7_HAS_WINDOW

@@ -1,8 +1,8 @@
 #include "host/work/Session.h"
 
 #include "host/account/accountCheck.h"
-#include "host/cli/ExitCode.h"
 #include "host/cli/Failure.h"
+#include "host/cli/exitCode.h"
 #include "host/text/reasonText.h"
 #include "z7cashflow/model/modPublic.h"
 #include "z7cashflow/support/conversions.h"

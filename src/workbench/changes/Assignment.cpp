@@ -122,12 +122,7 @@ Judge::Rows Assignment::presentRows(const Voucher& voucher, bool stored) {
     return rows ? rows : proposedRows(voucher);
 }
 
-bool Assignment::comparesSums() {
-    const auto option = connection_.Execute(filled(statements::sumCheckOption));
-    const bool compares = !option->EndOfFile();
-    option->Close();
-    return compares;
-}
+bool Assignment::comparesSums() { return !connection_.Execute(filled(statements::sumCheckOption))->EndOfFile(); }
 
 VoucherResult Assignment::assign(const VoucherKey& key, const std::vector<LineWish>& wishes,
                                  std::vector<LineRest>& rests) {
@@ -244,7 +239,6 @@ std::vector<VoucherKey> vouchersWithItem(Connection& connection, std::int16_t ye
         keys.emplace_back(year, toByte(fields.Item("iPeriod")), toInt16(fields.Item("iSignSeq")),
                           toInt32(fields.Item("iNo_id")));
     }
-    records->Close();
     return keys;
 }
 

@@ -88,7 +88,6 @@ std::vector<RowImage> readRowImages(Connection& connection, const std::string& q
         }
         rows.emplace_back(std::move(values));
     }
-    records->Close();
     return rows;
 }
 

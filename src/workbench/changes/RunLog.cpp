@@ -35,7 +35,6 @@ std::vector<LoggedRun> readRuns(Connection& connection, const std::string& condi
                         toTextOrEmpty(fields.Item("cCommand")), numberOrNothing(fields.Item("iUndo")),
                         toInt32(fields.Item("vouchers"))});
     }
-    records->Close();
     return runs;
 }
 
@@ -59,7 +58,6 @@ std::int32_t RunLog::begin() {
                         (note_.undoes ? std::to_string(*note_.undoes) : "null") + "," + literal(token) + ")");
     const auto record = connection_.Execute("select max(iRun) as iRun from z7_run where cToken=" + literal(token));
     number_ = toInt32(record->Fields().Item("iRun"));
-    record->Close();
     return *number_;
 }
 
@@ -79,8 +77,7 @@ void RunLog::ended(bool committed) {
 
 bool hasLog(Connection& connection) {
     try {
-        const auto records = connection.Execute("select top 1 iRun from z7_run_row");
-        records->Close();
+        connection.Execute("select top 1 iRun from z7_run_row");
         return true;
     } catch (const Error& error) {
         if (!isTableMissing(error)) {
@@ -107,7 +104,6 @@ std::vector<VoucherKey> vouchersOfRun(Connection& connection, std::int32_t run) 
         keys.emplace_back(toInt16(fields.Item("iYear")), toByte(fields.Item("iPeriod")),
                           toInt16(fields.Item("iSignSeq")), toInt32(fields.Item("iNo_id")));
     }
-    records->Close();
     return keys;
 }
 

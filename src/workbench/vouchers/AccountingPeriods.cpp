@@ -15,7 +15,6 @@ AccountingPeriods AccountingPeriods::read(Connection& connection, const std::str
     for (; !records->EndOfFile(); records->MoveNext()) {
         periods.years_[toInt16(records->Fields().Item("iyear"))].insert(toByte(records->Fields().Item("iid")));
     }
-    records->Close();
     return periods;
 }
 

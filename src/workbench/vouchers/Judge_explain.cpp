@@ -98,7 +98,6 @@ std::optional<Refusal> Judge::readBack(const Voucher& voucher, const CashFlowCol
     for (; !records->EndOfFile(); records->MoveNext()) {
         found.insert(toTextOrEmpty(records->Fields().Item("RowGuid")));
     }
-    records->Close();
     std::multiset<std::string> wanted;
     for (const auto& row : saved) {
         wanted.insert(textOf(*row, "RowGuid"));

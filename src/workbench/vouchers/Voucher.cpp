@@ -78,7 +78,6 @@ Voucher readVoucher(Connection& connection, const VoucherKey& key, const std::st
         }
         voucher.lines.push_back(std::move(line));
     }
-    records->Close();
     return voucher;
 }
 
@@ -106,7 +105,6 @@ std::vector<StoredRow> readStoredRows(Connection& connection, const VoucherKey& 
         row.accountKnown = !fields.Item("knownAccount").isNull();
         rows.push_back(std::move(row));
     }
-    records->Close();
     return rows;
 }
 

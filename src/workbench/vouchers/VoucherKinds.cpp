@@ -36,7 +36,6 @@ VoucherKinds VoucherKinds::read(Connection& connection) {
     for (; !records->EndOfFile(); records->MoveNext()) {
         kinds.push_back({toInt16(records->Fields().Item("isignseq")), toTextOrEmpty(records->Fields().Item("csign"))});
     }
-    records->Close();
     return VoucherKinds(std::move(kinds));
 }
 

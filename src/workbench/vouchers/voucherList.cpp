@@ -4,9 +4,13 @@
 
 namespace z7::cashflow::workbench {
 
-namespace {
-
-std::vector<VoucherHead> readHeads(Connection& connection, const std::string& condition, std::int16_t year) {
+std::vector<VoucherHead> listVouchers(Connection& connection, std::int16_t year,
+                                      const std::optional<PeriodRange>& periods) {
+    std::string condition = "iyear=" + std::to_string(year);
+    if (periods) {
+        condition +=
+            " and iperiod>=" + std::to_string(periods->first) + " and iperiod<=" + std::to_string(periods->last);
+    }
     const auto lines =
         connection.Execute("select iperiod,isignseq,ino_id,inid,dbill_date,cdigest from gl_accvouch where " +
                            condition + " order by iperiod,isignseq,ino_id,inid");
@@ -23,29 +27,7 @@ std::vector<VoucherHead> readHeads(Connection& connection, const std::string& co
             heads.back().date = toDate(date);
         }
     }
-    lines->Close();
     return heads;
-}
-
-} // namespace
-
-std::vector<VoucherHead> listVouchers(Connection& connection, std::int16_t year,
-                                      const std::optional<PeriodRange>& periods) {
-    std::string condition = "iyear=" + std::to_string(year);
-    if (periods) {
-        condition +=
-            " and iperiod>=" + std::to_string(periods->first) + " and iperiod<=" + std::to_string(periods->last);
-    }
-    return readHeads(connection, condition, year);
-}
-
-std::optional<VoucherHead> findVoucher(Connection& connection, const VoucherKey& key) {
-    const auto heads =
-        readHeads(connection,
-                  "iyear=" + std::to_string(key.year) + " and iperiod=" + std::to_string(key.period) +
-                      " and isignseq=" + std::to_string(key.kind) + " and ino_id=" + std::to_string(key.number),
-                  key.year);
-    return heads.empty() ? std::nullopt : std::optional(heads.front());
 }
 
 } // namespace z7::cashflow::workbench

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "workbench/vouchers/PeriodRange.h"
 #include "workbench/vouchers/VoucherKey.h"
 #include "z7cashflow/ports/Connection.h"
 #include "z7cashflow/support/Date.h"
@@ -18,17 +19,8 @@ struct VoucherHead {
     std::string summary; ///< of the first line
 };
 
-/// A range of accounting periods, both ends included.
-struct PeriodRange {
-    std::uint8_t first = 0;
-    std::uint8_t last = 255;
-};
-
 /// The vouchers of a year, or of some of its periods, sorted by key.
 [[nodiscard]] std::vector<VoucherHead> listVouchers(Connection& connection, std::int16_t year,
                                                     const std::optional<PeriodRange>& periods);
-
-/// One voucher; empty if it has no lines.
-[[nodiscard]] std::optional<VoucherHead> findVoucher(Connection& connection, const VoucherKey& key);
 
 } // namespace z7::cashflow::workbench

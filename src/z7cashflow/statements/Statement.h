@@ -2,9 +2,11 @@
 
 #include "z7cashflow/statements/ColumnList.h"
 #include "z7cashflow/statements/LiteralPolicy.h"
+#include "z7cashflow/statements/Number.h"
 #include "z7cashflow/statements/RowValues.h"
+#include "z7cashflow/statements/Table.h"
+#include "z7cashflow/statements/Text.h"
 #include "z7cashflow/statements/VoucherKey.h"
-#include "z7cashflow/statements/places.h"
 
 #include <array>
 #include <cstddef>

@@ -46,18 +46,12 @@ std::unique_ptr<Connection> makeDriverConnection() {
     return std::make_unique<Connection>([] { return std::make_unique<SqliteDialect>(); });
 }
 
-DriverDatabase::DriverDatabase() : folder_(fs::path(::testing::TempDir()) / randomName()) {
-    fs::create_directories(folder_);
+DriverDatabase::DriverDatabase() {
     // SQLite's driver has narrow calls only, and unixODBC cuts a wide connection string to bytes before it hands it to
     // them.
     const bool wide = ParameterText::cType() == SQL_C_WCHAR;
-    file_ = folder_ / (wide ? fs::path("company x.db") : fs::path(u8"公司 x.db"));
+    file_ = folder_.path() / (wide ? fs::path("company x.db") : fs::path(u8"公司 x.db"));
     sqlite::createDatabase(file_);
-}
-
-DriverDatabase::~DriverDatabase() {
-    std::error_code ignored;
-    fs::remove_all(folder_, ignored);
 }
 
 std::unique_ptr<cashflow::Connection> DriverDatabase::makeConnection() const { return makeDriverConnection(); }

@@ -2,6 +2,7 @@
 
 #include "adapters/conformance/DatabaseUnderTest.h"
 #include "adapters/odbc/Connection.h"
+#include "doubles/ScratchFolder.h"
 
 #include <filesystem>
 #include <memory>
@@ -17,16 +18,13 @@ namespace z7::cashflow::odbc {
 class DriverDatabase final : public conformance::DatabaseUnderTest {
 public:
     DriverDatabase();
-    DriverDatabase(const DriverDatabase&) = delete;
-    DriverDatabase& operator=(const DriverDatabase&) = delete;
-    ~DriverDatabase() override;
 
     [[nodiscard]] std::unique_ptr<cashflow::Connection> makeConnection() const override;
     [[nodiscard]] std::string connectionString(std::optional<std::int16_t> year, int timeout) const override;
     [[nodiscard]] std::unique_ptr<Connection> open() const;
 
 private:
-    std::filesystem::path folder_;
+    test::ScratchFolder folder_;
     std::filesystem::path file_;
 };
 

@@ -103,7 +103,7 @@ Fetched SqliteDialect::runStep(Driver& driver, KnownStep& known, const std::vect
     try {
         return driver.execute(
             known.step.sql, values,
-            [&known](std::vector<DriverColumn>& columns) { correctByItems(known.step, columns); }, &known.shape);
+            {[&known](std::vector<DriverColumn>& columns) { correctByItems(known.step, columns); }, &known.shape});
     } catch (const Error&) {
         known.meant.reset(); // a table that it lacks may be made before it comes again
         throw;
@@ -141,7 +141,7 @@ std::vector<Variant> SqliteDialect::literals(Driver& driver, KnownStep& known) {
 
 void SqliteDialect::runInto(Driver& driver, const tsql::Step& step, const std::vector<Variant>& values) {
     const auto correct = [&step](std::vector<DriverColumn>& columns) { correctByItems(step, columns); };
-    const Fetched shape = driver.execute("SELECT * FROM (" + step.sql + ") LIMIT 0", values, correct);
+    const Fetched shape = driver.execute("SELECT * FROM (" + step.sql + ") LIMIT 0", values, {correct});
     std::vector<std::string> columns;
     for (const DriverColumn& column : shape.shape->columns) {
         columns.push_back(columnDeclaration(driver, step, column));

@@ -1,24 +1,8 @@
 #include "adapters/sqlite/EmbeddedDatabase.h"
 
-#include <gtest/gtest.h>
-
-#include <random>
-
 namespace z7::cashflow::sqlite {
 
 namespace fs = std::filesystem;
-
-TestFolder::TestFolder() {
-    std::random_device random;
-    do {
-        path_ = fs::path(::testing::TempDir()) / ("z7cashflow-" + std::to_string(random()));
-    } while (!fs::create_directories(path_));
-}
-
-TestFolder::~TestFolder() {
-    std::error_code ignored;
-    fs::remove_all(path_, ignored);
-}
 
 EmbeddedDatabase::EmbeddedDatabase() : file_(folder_.path() / fs::path(u8"my 公司;x.db")) { createDatabase(file_); }
 

@@ -3,25 +3,13 @@
 #include "adapters/conformance/DatabaseUnderTest.h"
 #include "adapters/sqlite/Connection.h"
 #include "adapters/sqlite/database.h"
+#include "doubles/ScratchFolder.h"
 
 #include <filesystem>
 #include <memory>
 #include <string>
 
 namespace z7::cashflow::sqlite {
-
-/// A folder of its own for one test, which is removed with everything in it.
-class TestFolder {
-public:
-    TestFolder();
-    TestFolder(const TestFolder&) = delete;
-    TestFolder& operator=(const TestFolder&) = delete;
-    ~TestFolder();
-    [[nodiscard]] const std::filesystem::path& path() const { return path_; }
-
-private:
-    std::filesystem::path path_;
-};
 
 /// An empty account in a folder of its own, whose path holds blanks and Chinese.
 class EmbeddedDatabase final : public conformance::DatabaseUnderTest {
@@ -35,7 +23,7 @@ public:
                                                    const std::string& more = {}) const;
 
 private:
-    TestFolder folder_;
+    test::ScratchFolder folder_;
     std::filesystem::path file_;
 };
 

@@ -1,7 +1,8 @@
 #include "adapters/sqlite/EmbeddedDatabase.h"
 #include "adapters/sqlite/FaultyDisk.h"
 #include "adapters/sqlite/RelaxedCommits.h"
-#include "doubles/childProcess.h"
+#include "doubles/ChildProcess.h"
+#include "doubles/ScratchFolder.h"
 
 #include <gtest/gtest.h>
 #include <sqlite3.h>
@@ -17,7 +18,6 @@ namespace {
 
 namespace fs = std::filesystem;
 using conformance::errorOf;
-using test::withoutRights;
 
 void expectRefusal(const fs::path& file, const std::string& wanted) {
     Connection connection;
@@ -36,19 +36,19 @@ void runBare(const fs::path& file, const std::string& sql) {
 }
 
 TEST(DatabaseFile, MissingFileIsNotMade) {
-    const TestFolder folder;
+    const test::ScratchFolder folder;
     const fs::path file = folder.path() / "none.db";
     expectRefusal(file, "Create the account first");
     EXPECT_FALSE(fs::exists(file));
 }
 
 TEST(DatabaseFile, AFolderIsNotAnAccount) {
-    const TestFolder folder;
+    const test::ScratchFolder folder;
     expectRefusal(folder.path(), "is a folder");
 }
 
 TEST(DatabaseFile, WhatIsNotADatabaseIsRefusedAndLeftUnchanged) {
-    const TestFolder folder;
+    const test::ScratchFolder folder;
     const fs::path file = folder.path() / "text.db";
     std::ofstream(file) << std::string(5000, 'x');
     expectRefusal(file, "not a database");
@@ -60,7 +60,7 @@ TEST(DatabaseFile, WhatIsNotADatabaseIsRefusedAndLeftUnchanged) {
 }
 
 TEST(DatabaseFile, AnotherProgramsDatabaseIsRefused) {
-    const TestFolder folder;
+    const test::ScratchFolder folder;
     runBare(folder.path() / "other.db", "create table t (a)");
     expectRefusal(folder.path() / "other.db", "it was not created as an account");
 }
@@ -100,7 +100,7 @@ protected:
         fs::permissions(databaseFiles(database_.file()).system, files);
     }
     [[nodiscard]] std::string readItems() const {
-        return withoutRights([this] {
+        return test::withoutRights([this] {
             const auto connection = database_.open();
             const int periods = connection->Execute("select * from zqsystem..ua_period")->RecordCount();
             return std::to_string(connection->Execute("select * from fitemss98")->RecordCount()) + " items, " +
@@ -138,7 +138,7 @@ TEST_F(ReadOnlyAccount, CanBeReadWhereTheFolderCanBeWrittenAndGetsNoFiles) {
 }
 
 TEST_F(ReadOnlyAccount, RefusesATransactionAndNamesTheRemedy) {
-    const std::string answer = withoutRights([this] {
+    const std::string answer = test::withoutRights([this] {
         database_.open()->BeginTrans();
         return std::string("begun");
     });
@@ -158,7 +158,7 @@ TEST_F(ReadOnlyAccount, NoticesAWriterWhoComesWhileItReadsWithoutLocks) {
     if (geteuid() != 0) {
         GTEST_SKIP() << "only the superuser can write where the reader cannot";
     }
-    const std::string answer = withoutRights([&] {
+    const std::string answer = test::withoutRights([&] {
         const auto connection = database_.open();
         static_cast<void>(connection->Execute("select * from fitemss98")->RecordCount());
         const uid_t reader = geteuid();
@@ -174,7 +174,7 @@ TEST_F(ReadOnlyAccount, NoticesAWriterWhoComesWhileItReadsWithoutLocks) {
 
 TEST(DatabaseFile, ALinkLeadsToTheFilesBesideItsTarget) {
     const EmbeddedDatabase database;
-    const TestFolder folder;
+    const test::ScratchFolder folder;
     const fs::path link = folder.path() / "link.db";
     fs::create_symlink(database.file(), link);
     Connection connection;
@@ -321,7 +321,7 @@ TEST(DatabaseFile, CreationNeverOverwrites) {
     const Error error = errorOf([&] { createDatabase(database.file()); });
     EXPECT_NE(error.description().find("exists already"), std::string::npos);
     EXPECT_EQ(database.open()->Execute("select * from code")->RecordCount(), 0);
-    const TestFolder folder;
+    const test::ScratchFolder folder;
     const fs::path file = folder.path() / "new.db";
     std::ofstream(databaseFiles(file).system) << "mine";
     EXPECT_GT(errorOf([&] { createDatabase(file); }).number(), 0);
@@ -329,15 +329,6 @@ TEST(DatabaseFile, CreationNeverOverwrites) {
     EXPECT_TRUE(fs::exists(databaseFiles(file).system)) << "a file that was there stays";
     EXPECT_NE(errorOf([&] { createDatabase(folder.path() / "no" / "x.db"); }).description().find("no folder"),
               std::string::npos);
-}
-
-TEST(DatabaseFile, RemovalLeavesNothing) {
-    const TestFolder folder;
-    const fs::path file = folder.path() / "gone.db";
-    createDatabase(file);
-    removeDatabase(file);
-    EXPECT_TRUE(fs::is_empty(folder.path()));
-    removeDatabase(file); // nothing to do
 }
 
 TEST(DatabaseFile, AFullDiskLeavesTheAccountAsItWas) {

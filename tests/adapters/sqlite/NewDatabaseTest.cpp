@@ -2,7 +2,8 @@
 
 #include "adapters/sqlite/EmbeddedDatabase.h"
 #include "adapters/sqlite/FaultyDisk.h"
-#include "doubles/childProcess.h"
+#include "doubles/ChildProcess.h"
+#include "doubles/ScratchFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -11,7 +12,6 @@
 #include <fstream>
 #include <set>
 #include <string>
-#include <sys/wait.h>
 #include <unistd.h>
 
 namespace z7::cashflow::sqlite {
@@ -38,7 +38,7 @@ protected:
         return connection.Execute("select * from fitemss98")->RecordCount() == 1 &&
                connection.Execute("select * from zqsystem..ua_period")->RecordCount() == 0;
     }
-    TestFolder folder_;
+    test::ScratchFolder folder_;
     fs::path file_ = folder_.path() / "company.db";
     std::set<std::string> bothFiles_{"company.db", "company.zqsystem.db"};
 };
@@ -145,34 +145,19 @@ TEST_F(NewDatabaseTest, ACompanionThatAKilledRunDidNotMakeStays) {
 }
 
 TEST_F(NewDatabaseTest, TheFolderOfARunThatGoesOnIsLeftAlone) {
-    int toChild[2];
-    int fromChild[2];
-    ASSERT_EQ(pipe(toChild), 0);
-    ASSERT_EQ(pipe(fromChild), 0);
-    const pid_t child = fork();
-    if (child == 0) {
-        char go = 0;
-        int code = 1;
-        try {
-            NewDatabase database(file_);
-            static_cast<void>(write(fromChild[1], "r", 1));
-            static_cast<void>(read(toChild[0], &go, 1));
-            code = database.publish() ? 2 : 0;
-        } catch (...) {
-        }
-        _exit(code);
-    }
-    char ready = 0;
-    ASSERT_EQ(read(fromChild[0], &ready, 1), 1);
+    const test::Signal ready;
+    const test::Signal go;
+    test::ChildProcess other([&] {
+        NewDatabase database(file_);
+        ready.send();
+        go.wait();
+        return database.publish() ? 2 : 0;
+    });
+    ready.wait();
     EXPECT_EQ(NewDatabase::takenName(file_), std::nullopt); // removes what ended runs have left
-    ASSERT_EQ(write(toChild[1], "g", 1), 1);
-    int status = 0;
-    waitpid(child, &status, 0);
-    EXPECT_EQ(WEXITSTATUS(status), 0);
+    go.send();
+    EXPECT_EQ(other.wait(), 0);
     EXPECT_TRUE(isWhole());
-    for (const int descriptor : {toChild[0], toChild[1], fromChild[0], fromChild[1]}) {
-        close(descriptor);
-    }
 }
 
 class DiskFault : public NewDatabaseTest, public testing::WithParamInterface<Fault> {};
@@ -200,7 +185,7 @@ TEST_P(DiskFault, AtEachCallLeavesNothingOrAWholeAccount) {
         if (created) {
             EXPECT_EQ(names(), bothFiles_) << call;
             EXPECT_TRUE(isWhole()) << call;
-            removeDatabase(file_);
+            folder_.clear();
         }
         ASSERT_EQ(names(), std::set<std::string>{}) << call;
     }
@@ -227,7 +212,7 @@ TEST_F(NewDatabaseTest, ARerunRecoversFromAKillAtEachCall) {
         static_cast<void>(
             NewDatabase::takenName(file_)); // a run that was killed after all was done has left its folder
         EXPECT_EQ(names(), bothFiles_) << call;
-        removeDatabase(file_);
+        folder_.clear();
     }
 }
 

@@ -1,6 +1,7 @@
 #include "adapters/sqlite/OwnedFolder.h"
 
 #include "adapters/sqlite/EmbeddedDatabase.h"
+#include "doubles/ScratchFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -18,7 +19,7 @@ namespace fs = std::filesystem;
 constexpr const char* prefix = "work-";
 
 TEST(OwnedFolder, GoesWithItsObject) {
-    const TestFolder parent;
+    const test::ScratchFolder parent;
     fs::path path;
     {
         const OwnedFolder folder(parent.path(), prefix);
@@ -33,7 +34,7 @@ TEST(OwnedFolder, GoesWithItsObject) {
 TEST(OwnedFolder, IsNotTakenFromARunThatHasJustMadeIt) {
     constexpr int runs = 8;
     constexpr int rounds = 150;
-    const TestFolder parent;
+    const test::ScratchFolder parent;
     std::atomic<int> lost = 0;
     std::vector<std::thread> threads;
     threads.reserve(runs);

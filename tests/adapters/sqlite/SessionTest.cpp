@@ -1,6 +1,8 @@
 #include "adapters/sqlite/Session.h"
 #include "adapters/shared/cache/LruCache.h"
+#include "adapters/shared/reasons/DatabaseReason.h"
 #include "adapters/sqlite/EmbeddedDatabase.h"
+#include "adapters/sqlite/SqliteReason.h"
 #include "adapters/sqlite/TempDatabase.h"
 #include "adapters/sqlite/functions.h"
 #include "adapters/sqlite/openFile.h"
@@ -16,6 +18,14 @@ namespace {
 
 using conformance::errorOf;
 
+std::size_t preparedCount(const Session& session) {
+    std::size_t count = 0;
+    for (sqlite3_stmt* next = nullptr; (next = sqlite3_next_stmt(session.nativeHandle(), next)) != nullptr;) {
+        ++count;
+    }
+    return count;
+}
+
 class SessionTest : public ::testing::Test {
 protected:
     [[nodiscard]] std::string text() const { return database_.connectionString(std::int16_t{2013}, 0); }
@@ -28,16 +38,39 @@ TEST_F(SessionTest, ShapesAreBoundedAndSurviveHostileOnes) {
     for (int i = 0; i < 1000; ++i) {
         session->run("select ccode as a" + std::to_string(i) + " from code", false);
     }
-    EXPECT_EQ(session->preparedCount(), Session::mostPrepared);
+    EXPECT_EQ(preparedCount(*session), Session::mostPrepared);
     for (int i = 0; i < 1000; ++i) {
         session->run("select ccode from code where iyear=" + std::to_string(i) + " and ccode=N'" + std::to_string(i) +
                          "'",
                      false);
     }
-    EXPECT_EQ(session->preparedCount(), Session::mostPrepared);
+    EXPECT_EQ(preparedCount(*session), Session::mostPrepared);
     EXPECT_EQ(errorOf([&] { session->run("select nosuch from code", false); }).sqlState(), "42S22");
     EXPECT_EQ(errorOf([&] { session->run("select nosuch from code", false); }).sqlState(), "42S22")
         << "a failed one is tried anew";
+}
+
+TEST_F(SessionTest, ErrorsOfItsFunctionsKeepTheirReasons) {
+    const auto connection = database_.open();
+    connection->Execute("insert into fitemss98 (citemcode,citemname) values(N'1',N'abcdef')");
+    const auto reasonOf = [&](const std::string& statement) {
+        return errorOf([&] { connection->Execute(statement); }).why();
+    };
+    const Explanation cast = reasonOf("select cast(citemname as int) as a from fitemss98");
+    EXPECT_EQ(cast.reason, shared::DatabaseReason::columnValueBad);
+    EXPECT_EQ(cast.arguments, (std::vector<std::string>{"cast", "abcdef"}));
+    EXPECT_EQ(reasonOf("select sum(citemname) as a from fitemss98").reason, SqliteReason::sumOfTexts);
+    EXPECT_EQ(reasonOf("select nothing from fitemss98").reason, Reason::verbatim) << "the words of the library";
+    const Error error = errorOf([&] { connection->Execute("select sum(citemname) as a from fitemss98"); });
+    EXPECT_EQ(error.number(), SQLITE_ERROR);
+    EXPECT_EQ(error.description(), "A text cannot be summed");
+}
+
+TEST_F(SessionTest, ARowThatNeedsTheYearIsRefusedWithoutOne) {
+    const auto connection = std::make_unique<Connection>();
+    connection->Open(database_.connectionString(std::nullopt, 0));
+    const Error error = errorOf([&] { connection->Execute("insert into gl_v_cashtable (RowGuid) values(N'G')"); });
+    EXPECT_EQ(error.why().reason, SqliteReason::yearMissing);
 }
 
 TEST_F(SessionTest, LiteralsOfTheTextAreNotMixedUp) {

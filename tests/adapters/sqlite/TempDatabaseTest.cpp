@@ -1,7 +1,8 @@
 #include "adapters/sqlite/TempDatabase.h"
 
 #include "adapters/sqlite/EmbeddedDatabase.h"
-#include "doubles/childProcess.h"
+#include "doubles/ChildProcess.h"
+#include "doubles/ScratchFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -9,8 +10,7 @@
 #include <cstdlib>
 #include <fstream>
 #include <string>
-#include <sys/wait.h>
-#include <unistd.h>
+#include <vector>
 
 namespace z7::cashflow::sqlite {
 namespace {
@@ -41,7 +41,7 @@ protected:
     }
 
     EmbeddedDatabase database_;
-    TestFolder folder_;
+    test::ScratchFolder folder_;
     const std::string makeTable_ = "select inid,ccode into tempdb..X from gl_accvouch where 1=0";
 
 private:
@@ -95,59 +95,38 @@ TEST_F(TempDatabaseTest, WhatAKilledRunLeftIsRemovedByTheNext) {
 }
 
 TEST_F(TempDatabaseTest, ARunThatGoesOnKeepsItsTables) {
-    int toChild[2];
-    int fromChild[2];
-    ASSERT_EQ(pipe(toChild), 0);
-    ASSERT_EQ(pipe(fromChild), 0);
-    const pid_t child = fork();
-    if (child == 0) {
-        char go = 0;
-        int code = 1;
-        try {
-            const auto connection = database_.open();
-            connection->Execute(makeTable_);
-            static_cast<void>(write(fromChild[1], "r", 1));
-            static_cast<void>(read(toChild[0], &go, 1));
-            connection->Execute("insert into tempdb..X (inid,ccode) values(1,N'1')");
-            code = connection->Execute("select * from tempdb..X")->RecordCount() == 1 ? 0 : 2;
-        } catch (...) {
-        }
-        _exit(code);
-    }
-    char ready = 0;
-    ASSERT_EQ(read(fromChild[0], &ready, 1), 1);
+    const test::Signal ready;
+    const test::Signal go;
+    test::ChildProcess other([&] {
+        const auto connection = database_.open();
+        connection->Execute(makeTable_);
+        ready.send();
+        go.wait();
+        connection->Execute("insert into tempdb..X (inid,ccode) values(1,N'1')");
+        return connection->Execute("select * from tempdb..X")->RecordCount() == 1 ? 0 : 2;
+    });
+    ready.wait();
     const auto connection = database_.open();
     connection->Execute(makeTable_);
     EXPECT_EQ(folders(), 2);
-    ASSERT_EQ(write(toChild[1], "g", 1), 1);
-    int status = 0;
-    waitpid(child, &status, 0);
-    EXPECT_EQ(WEXITSTATUS(status), 0);
-    for (const int descriptor : {toChild[0], toChild[1], fromChild[0], fromChild[1]}) {
-        close(descriptor);
-    }
+    go.send();
+    EXPECT_EQ(other.wait(), 0);
 }
 
 TEST_F(TempDatabaseTest, ManyProgramsAtOnceEachGetOne) {
-    constexpr int programs = 16;
-    for (int i = 0; i < programs; ++i) {
-        if (fork() == 0) {
-            int code = 1;
-            try {
-                const auto connection = database_.open();
-                connection->Execute(makeTable_);
-                connection->Execute("insert into tempdb..X (inid,ccode) values(1,N'1')");
-                code = connection->Execute("select * from tempdb..X")->RecordCount() == 1 ? 0 : 2;
-                connection->Close();
-            } catch (...) {
-            }
-            _exit(code);
-        }
+    std::vector<test::ChildProcess> programs;
+    for (int i = 0; i < 16; ++i) {
+        programs.emplace_back([&] {
+            const auto connection = database_.open();
+            connection->Execute(makeTable_);
+            connection->Execute("insert into tempdb..X (inid,ccode) values(1,N'1')");
+            const int code = connection->Execute("select * from tempdb..X")->RecordCount() == 1 ? 0 : 2;
+            connection->Close();
+            return code;
+        });
     }
-    for (int i = 0; i < programs; ++i) {
-        int status = 0;
-        wait(&status);
-        EXPECT_EQ(WEXITSTATUS(status), 0);
+    for (test::ChildProcess& program : programs) {
+        EXPECT_EQ(program.wait(), 0);
     }
     EXPECT_EQ(folders(), 0);
 }

@@ -225,12 +225,5 @@ TEST(Rewriter, ReportsWhichQueriesCanBeWritten) {
     }
 }
 
-TEST(Rewriter, PutsLiteralsBack) {
-    const std::string statement = "select a\"?1\" from t where b=N'it''s' and c>-1.50 and d='?2'";
-    const Rewriting result = rewrite(statement);
-    EXPECT_EQ(inlineLiterals(result.steps.at(0), shapeOf(statement).literals),
-              "SELECT \"a\" AS \"?1\" FROM main.\"t\" WHERE \"b\" = 'it''s' AND \"c\" > -1.50 AND \"d\" = '?2'");
-}
-
 } // namespace
 } // namespace z7::cashflow::tsql

@@ -34,8 +34,6 @@ public:
     /// Lets sessions be kept (again).
     void reopen() noexcept { open_ = true; }
 
-    [[nodiscard]] std::size_t idleCount() const noexcept { return idle_.size(); }
-
 private:
     void giveBack(const std::string& connectionString, std::shared_ptr<Session> session);
 

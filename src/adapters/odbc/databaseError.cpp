@@ -1,4 +1,4 @@
-#include "adapters/odbc/Failure.h"
+#include "adapters/odbc/databaseError.h"
 
 #include "adapters/odbc/ConnectionOptions.h"
 #include "adapters/odbc/OdbcReason.h"
@@ -90,11 +90,9 @@ Error errorOf(const std::vector<DiagnosticRecord>& records, const std::vector<st
 
 } // namespace
 
-Failure::Failure(short handleType, Handle handle, const std::vector<std::string>& secrets)
-    : error_(errors::unspecified, errorSource, std::string()) {
+DatabaseError databaseError(short handleType, Handle handle, const std::vector<std::string>& secrets) {
     const std::vector<DiagnosticRecord> records = recordsOf(handleType, handle);
-    error_ = errorOf(records, secrets);
-    connectionLost_ = std::any_of(records.begin(), records.end(), tellsLostConnection);
+    return {errorOf(records, secrets), std::any_of(records.begin(), records.end(), tellsLostConnection)};
 }
 
 } // namespace z7::cashflow::odbc

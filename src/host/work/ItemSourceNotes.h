@@ -1,8 +1,6 @@
 #pragma once
 
-#include "host/cli/Output.h"
-#include "host/work/Session.h"
-#include "z7cashflow/model/CashFlowCollection.h"
+#include "z7cashflow/model/CashFlow.h"
 #include "z7cashflow/model/ItemSource.h"
 
 #include <map>
@@ -26,9 +24,5 @@ public:
 private:
     ItemSources sources_;
 };
-
-/// Writes rows as a table, or as an array in JSON; a null pointer means no rows. With sources, each row shows where
-/// its item comes from.
-void showRows(Output& output, Session& session, const CashFlowCollection* rows, const ItemSources* sources = nullptr);
 
 } // namespace z7::cashflow::host

@@ -1,5 +1,6 @@
-#include "adapters/sqlite/TableLoader.h"
+#include "adapters/sqlite/AccountTables.h"
 
+#include "adapters/shared/loading/TableLoader.h"
 #include "adapters/sqlite/Catalogue.h"
 #include "adapters/sqlite/Connection.h"
 #include "adapters/sqlite/Session.h"
@@ -63,21 +64,50 @@ std::vector<std::string> keyColumnsIn(std::string_view description) {
     return columns;
 }
 
-} // namespace
+/// Rows for one table, written in the session's transaction.
+class TableLoader final : public shared::TableLoader {
+public:
+    TableLoader(std::shared_ptr<Session> session, const FoundTable& found, const std::vector<std::string>& columns)
+        : shared::TableLoader(errorSource, found.name.name, {found.shape->columns.begin(), found.shape->columns.end()},
+                              columns),
+          session_(std::move(session)) {
+        std::string list;
+        std::string places;
+        for (const shared::TableColumn& column : this->columns()) {
+            list += (list.empty() ? "" : ", ") + tsql::quotedName(column.name);
+            places += places.empty() ? "?" : ", ?";
+        }
+        sql_ = "INSERT INTO " + tsql::qualifiedName(found.name) + " (" + list + ") VALUES (" + places + ")";
+    }
 
-/// Where the rows go.
-struct TableLoader::Target {
-    std::shared_ptr<Session> session;
-    FoundTable table;
-    std::string sql{};
+private:
+    void insert(const std::vector<Variant>& values) override {
+        try {
+            session_->runOwn(sql_, values);
+        } catch (const Error& error) {
+            if ((error.number() & 0xFF) != SQLITE_CONSTRAINT) {
+                throw;
+            }
+            auto key = keyColumnsIn(error.description());
+            if (!key.empty()) {
+                refuseDoubleKey(std::move(key));
+            }
+            refuseRow(error);
+        }
+    }
+
+    std::shared_ptr<Session> session_;
+    std::string sql_;
 };
 
-std::vector<std::string> tableNames(Connection& connection) {
+} // namespace
+
+std::vector<std::string> AccountTables::names() {
     std::vector<std::string> names;
     for (const char* place : {"main", "zqsystem"}) {
-        sqlite::Statement statement(connection.session().nativeHandle(),
-                                    "SELECT name FROM " + std::string(place) +
-                                        ".sqlite_schema WHERE type = 'table' AND name NOT LIKE 'sqlite[_]%'");
+        Statement statement(connection_.session().nativeHandle(),
+                            "SELECT name FROM " + std::string(place) +
+                                ".sqlite_schema WHERE type = 'table' AND name NOT LIKE 'sqlite[_]%'");
         while (statement.step()) {
             names.emplace_back(reinterpret_cast<const char*>(sqlite3_column_text(statement.get(), 0)));
         }
@@ -87,50 +117,9 @@ std::vector<std::string> tableNames(Connection& connection) {
     return names;
 }
 
-std::vector<TableColumn> tableColumns(Connection& connection, const std::string& table) {
-    return findTable(connection.session(), table).shape->columns;
-}
-
-TableLoader::TableLoader(Connection& connection, const std::string& table, const std::vector<std::string>& columns)
-    : TableLoader(std::make_unique<Target>(
-                      Target{connection.session().shared_from_this(), findTable(connection.session(), table)}),
-                  columns) {}
-
-TableLoader::TableLoader(std::unique_ptr<Target> target, const std::vector<std::string>& columns)
-    : shared::TableLoader(errorSource, target->table.name.name,
-                          {target->table.shape->columns.begin(), target->table.shape->columns.end()}, columns),
-      target_(std::move(target)) {
-    std::string list;
-    std::string places;
-    for (const shared::TableColumn& column : this->columns()) {
-        list += (list.empty() ? "" : ", ") + tsql::quotedName(column.name);
-        places += places.empty() ? "?" : ", ?";
-    }
-    target_->sql =
-        "INSERT INTO " + tsql::qualifiedName(target_->table.name) + " (" + list + ") VALUES (" + places + ")";
-}
-
-TableLoader::~TableLoader() = default;
-
-void TableLoader::insert(const std::vector<Variant>& values) {
-    try {
-        target_->session->runOwn(target_->sql, values);
-    } catch (const Error& error) {
-        if ((error.number() & 0xFF) != SQLITE_CONSTRAINT) {
-            throw;
-        }
-        auto key = keyColumnsIn(error.description());
-        if (!key.empty()) {
-            refuseDoubleKey(std::move(key));
-        }
-        refuseRow(error);
-    }
-}
-
-std::vector<std::string> AccountTables::names() { return tableNames(connection_); }
-
 std::unique_ptr<RowLoader> AccountTables::loader(const std::string& table, const std::vector<std::string>& columns) {
-    return std::make_unique<TableLoader>(connection_, table, columns);
+    Session& session = connection_.session();
+    return std::make_unique<TableLoader>(session.shared_from_this(), findTable(session, table), columns);
 }
 
 } // namespace z7::cashflow::sqlite

@@ -1,4 +1,4 @@
-#include "adapters/sqlite/literalValue.h"
+#include "adapters/sqlite/LiteralBinding.h"
 
 #include "adapters/tsql/literalValue.h"
 

@@ -1,4 +1,4 @@
-#include "z7cashflow/statements/places.h"
+#include "z7cashflow/statements/Number.h"
 
 #include <array>
 #include <charconv>
@@ -22,20 +22,6 @@ void FilterNumber::appendTo(std::string& out, LiteralPolicy policy, const Place&
     if (!text_.empty()) { // a condition without a number is the record set's to refuse
         Number(text_).appendTo(out, policy, place);
     }
-}
-
-void Text::appendTo(std::string& out, LiteralPolicy policy, const Place& place) const {
-    if (policy == LiteralPolicy::wholeLiterals) {
-        requireText(text_, place);
-    }
-    out += text_;
-}
-
-void Table::appendTo(std::string& out, LiteralPolicy policy, const Place& place) const {
-    if (policy == LiteralPolicy::wholeLiterals) {
-        requireTableName(name_, place);
-    }
-    out += name_;
 }
 
 } // namespace z7::cashflow::statements

@@ -1,9 +1,8 @@
-#include "host/work/RowsView.h"
+#include "host/work/rowsView.h"
 
 #include "host/cli/jsonText.h"
 #include "host/report/rowsByLine.h"
 #include "host/text/amountText.h"
-#include "z7cashflow/model/modPublic.h"
 #include "z7cashflow/support/conversions.h"
 
 #include <nlohmann/json.hpp>
@@ -26,7 +25,6 @@ std::map<std::string, std::string> accountNames(Session& session) {
         names.emplace(toTextOrEmpty(accounts->Fields().Item("ccode")),
                       toTextOrEmpty(accounts->Fields().Item("ccode_name")));
     }
-    accounts->Close();
     return names;
 }
 
@@ -110,14 +108,6 @@ TextTable tableOf(const Output& output, Session& session, const CashFlowCollecti
 }
 
 } // namespace
-
-ItemSourceNotes::ItemSourceNotes() {
-    modPublic::context().itemObserver = [this](const CashFlow& row, const ItemSource& source) {
-        sources_[&row] = source;
-    };
-}
-
-ItemSourceNotes::~ItemSourceNotes() { modPublic::context().itemObserver = nullptr; }
 
 void showRows(Output& output, Session& session, const CashFlowCollection* rows, const ItemSources* sources) {
     if (output.json()) {

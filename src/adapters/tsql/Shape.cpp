@@ -1,4 +1,4 @@
-#include "adapters/tsql/shape.h"
+#include "adapters/tsql/Shape.h"
 
 #include "adapters/tsql/tokens.h"
 

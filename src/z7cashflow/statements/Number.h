@@ -1,15 +1,14 @@
 #pragma once
 
 #include "z7cashflow/statements/LiteralPolicy.h"
-#include "z7cashflow/statements/VoucherKey.h"
 
 #include <concepts>
 #include <cstdint>
 #include <string>
 #include <string_view>
 
-// The values of a statement's places. Places refer to the texts that they are made of, so they live no longer than the
-// call that fills the statement.
+// The values of a statement's places refer to the texts that they are made of, so they live no longer than the call that
+// fills the statement.
 
 namespace z7::cashflow::statements {
 
@@ -41,33 +40,6 @@ public:
 
 private:
     std::string_view text_;
-};
-
-/// A text between the quotes of a statement.
-class Text {
-public:
-    Text(std::string_view text) : text_(text) {}
-    Text(const std::string& text) : text_(text) {}
-    Text(const char* text) : text_(text) {}
-    Text(const OutsideKey& key) : text_(key.text) {}
-
-    void appendTo(std::string& out, LiteralPolicy policy, const Place& place) const;
-
-private:
-    std::string_view text_;
-};
-
-/// The name of a table or a view, such as "gl_accvouch" or "tempdb..[my voucher]".
-class Table {
-public:
-    Table(std::string_view name) : name_(name) {}
-    Table(const std::string& name) : name_(name) {}
-    Table(const char* name) : name_(name) {}
-
-    void appendTo(std::string& out, LiteralPolicy policy, const Place& place) const;
-
-private:
-    std::string_view name_;
 };
 
 } // namespace z7::cashflow::statements

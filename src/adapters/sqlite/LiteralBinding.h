@@ -2,7 +2,7 @@
 
 #include "adapters/shared/recordset/Column.h"
 #include "adapters/sqlite/Statement.h"
-#include "adapters/tsql/shape.h"
+#include "adapters/tsql/Shape.h"
 
 namespace z7::cashflow::sqlite {
 

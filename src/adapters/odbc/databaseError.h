@@ -1,0 +1,25 @@
+#pragma once
+
+#include "adapters/odbc/nativeCalls.h"
+#include "z7cashflow/support/Error.h"
+
+#include <string>
+#include <vector>
+
+namespace z7::cashflow::odbc {
+
+/// The source of the errors that come from a driver or from the server that it leads to.
+inline constexpr const char* errorSource = "ODBC";
+
+/// What a driver reports about a failed call.
+struct DatabaseError {
+    Error error;
+    bool connectionLost = false; ///< it says that the connection to the server is lost
+};
+
+/// The report on the last call with a handle as one error: the number, state and text of the record that says most, the
+/// server's before the driver's, with the texts of the others after it, and every secret masked. The makers' names in
+/// brackets before a text are left out.
+[[nodiscard]] DatabaseError databaseError(short handleType, Handle handle, const std::vector<std::string>& secrets);
+
+} // namespace z7::cashflow::odbc

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "z7cashflow/ports/LoadableTables.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace z7::cashflow::sqlite {
+
+class Connection;
+
+/// The tables of an account's session for loading: those of the account's database and of the system database, by their
+/// plain names. A name is looked for without regard to case, in the account's database first; "tempdb..X" and
+/// "zqsystem..X" name the place. The connection must outlive this object and its loaders.
+class AccountTables final : public LoadableTables {
+public:
+    explicit AccountTables(Connection& connection) : connection_(connection) {}
+
+    [[nodiscard]] std::vector<std::string> names() override;
+    [[nodiscard]] std::unique_ptr<RowLoader> loader(const std::string& table,
+                                                    const std::vector<std::string>& columns) override;
+
+private:
+    Connection& connection_;
+};
+
+} // namespace z7::cashflow::sqlite

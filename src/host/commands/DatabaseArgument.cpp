@@ -1,0 +1,64 @@
+#include "host/commands/DatabaseArgument.h"
+
+#include "host/cli/Failure.h"
+#include "host/cli/connectOption.h"
+#include "host/cli/exitCode.h"
+
+#include <CLI/CLI.hpp>
+
+#include <utility>
+
+namespace z7::cashflow::host {
+
+void DatabaseArgument::declare(CLI::App& command, Language language) {
+    command.add_option("FILE", file, hostText(language, HostText::helpFile));
+}
+
+void DatabaseArgument::requireNoSecret() const {
+    // A connection string in place of a file name would appear in the error message.
+    if (file.find(';') != std::string::npos && holdsSecret(file)) {
+        throw Failure(exitCode::usage, HostText::connectSecret);
+    }
+}
+
+AccountPlace DatabaseArgument::takeOpen(const GlobalOptions& options, std::vector<std::string>& behind,
+                                        const std::function<bool(const std::string&)>& comesAfterFile) {
+    requireNoSecret();
+    const bool connected = !options.connect.empty() && (options.connectGiven || file.empty() || comesAfterFile(file));
+    if (!connected) {
+        if (file.empty()) {
+            throw Failure(exitCode::usage, HostText::argumentMissing, {"FILE"});
+        }
+        return AccountPlace::ofFile(file);
+    }
+    if (!file.empty()) {
+        behind.insert(behind.begin(), std::exchange(file, {}));
+    }
+    return AccountPlace::behind(options.connect, options.serverConnection);
+}
+
+AccountPlace DatabaseArgument::take(const GlobalOptions& options, const std::vector<Word>& behind) {
+    requireNoSecret();
+    const bool oneLess = behind.empty() ? file.empty() : behind.back().text->empty();
+    const bool connected = !options.connect.empty() && (options.connectGiven || oneLess);
+    if (connected) {
+        std::string word = std::move(file);
+        file.clear();
+        for (const Word& place : behind) {
+            std::swap(word, *place.text);
+        }
+        if (!word.empty()) {
+            throw Failure(exitCode::usage, HostText::argumentTooMany, {word});
+        }
+    } else if (file.empty()) {
+        throw Failure(exitCode::usage, HostText::argumentMissing, {"FILE"});
+    }
+    for (const Word& word : behind) {
+        if (word.text->empty()) {
+            throw Failure(exitCode::usage, HostText::argumentMissing, {word.name});
+        }
+    }
+    return connected ? AccountPlace::behind(options.connect, options.serverConnection) : AccountPlace::ofFile(file);
+}
+
+} // namespace z7::cashflow::host

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "z7cashflow/statements/LiteralPolicy.h"
+
+#include <string>
+#include <string_view>
+
+// The values of a statement's places refer to the texts that they are made of, so they live no longer than the call that
+// fills the statement.
+
+namespace z7::cashflow::statements {
+
+/// The name of a table or a view, such as "gl_accvouch" or "tempdb..[my voucher]".
+class Table {
+public:
+    Table(std::string_view name) : name_(name) {}
+    Table(const std::string& name) : name_(name) {}
+    Table(const char* name) : name_(name) {}
+
+    void appendTo(std::string& out, LiteralPolicy policy, const Place& place) const;
+
+private:
+    std::string_view name_;
+};
+
+} // namespace z7::cashflow::statements

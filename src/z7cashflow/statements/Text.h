@@ -1,0 +1,28 @@
+#pragma once
+
+#include "z7cashflow/statements/LiteralPolicy.h"
+#include "z7cashflow/statements/VoucherKey.h"
+
+#include <string>
+#include <string_view>
+
+// The values of a statement's places refer to the texts that they are made of, so they live no longer than the call that
+// fills the statement.
+
+namespace z7::cashflow::statements {
+
+/// A text between the quotes of a statement.
+class Text {
+public:
+    Text(std::string_view text) : text_(text) {}
+    Text(const std::string& text) : text_(text) {}
+    Text(const char* text) : text_(text) {}
+    Text(const OutsideKey& key) : text_(key.text) {}
+
+    void appendTo(std::string& out, LiteralPolicy policy, const Place& place) const;
+
+private:
+    std::string_view text_;
+};
+
+} // namespace z7::cashflow::statements
