@@ -23,7 +23,7 @@ bool isSystemTable(const std::string& table) {
                        [&table](const std::string& name) { return asciiLower(name) == asciiLower(table); });
 }
 
-/// Whether an error says that the server does not take this row, rather than that it takes none.
+/// Whether an error means that the server refuses this row, and not all rows.
 bool concernsRow(const Error& error) {
     constexpr std::array<int, 13> numbers{220, 232, 241, 242, 245, 248, 515, 547, 2601, 2627, 2628, 8115, 8152};
     return error.sqlState().starts_with("22") || error.sqlState().starts_with("23") ||
@@ -32,18 +32,18 @@ bool concernsRow(const Error& error) {
 
 } // namespace
 
-/// A table as it stands in a statement, and what its columns are.
+/// A table's name in the form of a statement, and its columns.
 struct AccountTables::Found {
     std::string name;
     std::string text;
-    bool shared = false; ///< lies in the system database
+    bool shared = false; ///< it is in the system database
     std::vector<shared::TableColumn> columns;
-    std::string numbered; ///< the column whose values come by themselves, one after another; empty without one
+    std::string numbered; ///< the identity column; empty without one
 };
 
 namespace {
 
-/// Rows for one table, by a recordset that is opened anew now and then, since it keeps what it was given.
+/// Loads rows into one table, by a recordset that is reopened from time to time because it keeps its records.
 class ServerLoader final : public shared::TableLoader {
 public:
     ServerLoader(Connection& connection, const std::string& name, std::string text, bool shared,

@@ -9,8 +9,8 @@ namespace z7::cashflow::odbc {
 namespace {
 
 std::shared_ptr<shared::SessionPool> makePool(DialectFactory makeDialect, const std::shared_ptr<Observers>& observers) {
-    // The environment is made with the first session, so that a connection that is never opened needs no driver
-    // manager.
+    // The environment is created with the first session, so that a connection that is never opened needs no
+    // driver manager.
     auto pool = std::make_shared<shared::SessionPool>(
         [observers, makeDialect = std::move(makeDialect),
          environment = std::shared_ptr<Environment>()](const std::string& connectionString, int number) mutable {
@@ -20,7 +20,7 @@ std::shared_ptr<shared::SessionPool> makePool(DialectFactory makeDialect, const 
             }
             return std::make_shared<Session>(std::move(options), makeDialect(), number, environment, observers);
         });
-    // Where one connection is lost the idle ones are lost as well, and each would report it anew.
+    // If one connection is lost, the idle ones are lost as well, and each would report it again.
     observers->sessionLost = [pool = std::weak_ptr(pool)] {
         if (const auto open = pool.lock()) {
             open->dropIdle();

@@ -16,7 +16,7 @@ namespace {
 using shared::ConnectionText;
 using Part = ConnectionText::Part;
 
-/// Takes a keyword of this adapter; false if it belongs to the driver.
+/// Stores a keyword of this adapter; false if it belongs to the driver.
 bool takeOwn(ConnectionOptions& options, const ConnectionText& text, const Part& part) {
     if (part.keyword == "year") {
         options.year = static_cast<std::int16_t>(text.number(part, 1, 9999));
@@ -32,7 +32,7 @@ void add(ConnectionOptions& options, const std::string& source) {
     options.driverText += (options.driverText.empty() ? "" : ";") + source;
 }
 
-/// FreeTDS gives texts in the character set of its configuration unless it is told otherwise here.
+/// By default FreeTDS uses the character set of its configuration.
 void completeFreeTds(ConnectionOptions& options, const ConnectionText& text) {
     const std::string driver = asciiLower(options.driver);
     if (driver.find("freetds") == std::string::npos && driver.find("tdsodbc") == std::string::npos) {
@@ -55,13 +55,13 @@ void takeDriverPart(ConnectionOptions& options, const Part& part) {
         options.secrets.push_back(part.value);
         const std::size_t value = part.source.find_first_not_of(" \t\r\n", part.source.find('=') + 1);
         if (part.source.substr(value) != part.value) {
-            options.secrets.push_back(part.source.substr(value)); // as it stands in its braces
+            options.secrets.push_back(part.source.substr(value)); // as written inside its braces
         }
     }
     add(options, part.source);
 }
 
-/// What the string says of where the connection goes: "server=s, port=1433, database=d".
+/// The destination of the connection for messages: "server=s, port=1433, database=d".
 std::string targetOf(const ConnectionText& text) {
     std::string target;
     for (const char* keyword : {"dsn", "filedsn", "server", "servername", "address", "addr", "port", "database"}) {
@@ -72,7 +72,7 @@ std::string targetOf(const ConnectionText& text) {
     return target;
 }
 
-/// Checks and completes what the driver gets.
+/// Checks and completes the text for the driver.
 void complete(ConnectionOptions& options, const ConnectionText& text) {
     if (text.find("driver") == nullptr && text.find("dsn") == nullptr && text.find("filedsn") == nullptr) {
         text.refuse(OdbcReason::driverNotNamed);
@@ -82,7 +82,7 @@ void complete(ConnectionOptions& options, const ConnectionText& text) {
     }
     completeFreeTds(options, text);
     options.target = targetOf(text);
-    // The longest first, so that a secret that is part of another one leaves nothing of it behind.
+    // The longest first, so that a secret that is part of another one leaves nothing of it.
     std::sort(options.secrets.begin(), options.secrets.end(),
               [](const std::string& a, const std::string& b) { return a.size() > b.size(); });
 }

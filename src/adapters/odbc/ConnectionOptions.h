@@ -7,18 +7,18 @@
 
 namespace z7::cashflow::odbc {
 
-/// What a connection string says; see Connection for its forms and keywords.
+/// The contents of a connection string; see Connection for its forms and keywords.
 struct ConnectionOptions {
-    std::string driverText; ///< what the ODBC driver manager gets; holds the password
-    std::string driver;     ///< the value of its keyword "driver"; empty if it names a data source
-    std::string target;     ///< server, port, database and data source as messages name them; empty if none is given
-    std::vector<std::string> secrets; ///< the values that no message may show
+    std::string driverText;           ///< for the ODBC driver manager; contains the password
+    std::string driver;               ///< the value of its keyword "driver"; empty if it names a data source
+    std::string target;               ///< server, port, database and data source for messages; empty if none is given
+    std::vector<std::string> secrets; ///< the values that must not appear in messages
     std::optional<std::int16_t> year;
     int timeout = 5000; ///< milliseconds
 };
 
-/// Error 5 that names the keyword which is missing, given twice or has a bad value. No value is quoted: any of them
-/// could be a secret.
+/// Error 5 that names the keyword that is missing, repeated or has an invalid value. No value is quoted, because
+/// any of them could be a secret.
 [[nodiscard]] ConnectionOptions parseConnectionString(const std::string& text);
 
 /// The text with every secret in it replaced by "***".

@@ -15,11 +15,11 @@
 
 namespace z7::cashflow::odbc {
 
-/// What running a text gave: its first result with rows, as the driver describes and fetches it.
+/// The first result with rows of a text, as described and fetched by the driver.
 struct Fetched {
-    std::unique_ptr<shared::RowSet> rows;     ///< nothing without a result
-    std::shared_ptr<const ResultShape> shape; ///< of that result
-    std::optional<tsql::TableName> target; ///< the one table whose records these are; nothing if they cannot be written
+    std::unique_ptr<shared::RowSet> rows;     ///< a null pointer without a result
+    std::shared_ptr<const ResultShape> shape; ///< the shape of that result
+    std::optional<tsql::TableName> target;    ///< the only table of the records; empty if they cannot be written
 };
 
 /// What a caller knows of a result before it is there.
@@ -32,7 +32,7 @@ struct ResultDescription {
     std::shared_ptr<const ResultShape>* known = nullptr;
 };
 
-/// A session as a dialect uses it: a driver that runs a text in any language.
+/// A session as used by a dialect: a driver that runs texts in any SQL dialect.
 class Driver {
 public:
     virtual ~Driver() = default;
@@ -43,53 +43,53 @@ public:
     Fetched execute(const std::string& text, const std::vector<Variant>& values = {}) {
         return execute(text, values, {});
     }
-    /// The primary key of a table in the current database or in another one, as the driver's catalogue reports it.
+    /// The primary key of a table in the current or another database, from the driver's catalogue.
     [[nodiscard]] virtual std::vector<std::string> primaryKey(const std::string& database,
                                                               const std::string& table) = 0;
 };
 
-/// What differs between the databases that drivers lead to. One object belongs to one session.
+/// The differences between the databases that drivers connect to. Each session has its own object.
 class Dialect {
 public:
     virtual ~Dialect() = default;
 
-    /// Makes a new session what every session has to be: texts unambiguous, waits bounded, the year set.
+    /// Prepares a new session: texts unambiguous, lock timeout limited, the year set.
     virtual void start(Driver& driver, const ConnectionOptions& options) = 0;
-    /// Runs a Transact-SQL batch. "updatable" says that its records are to be written.
+    /// Runs a Transact-SQL batch. "updatable" means that its records are to be written.
     virtual Fetched run(Driver& driver, const std::string& batch, bool updatable) = 0;
 
-    /// Begins a transaction. The session sees to it that none is open.
+    /// Begins a transaction. The session makes sure that none is open.
     virtual void begin(Driver& driver) = 0;
     /// Commits the open transaction.
     virtual void commit(Driver& driver) = 0;
-    /// Rolls back the transaction that was begun; does nothing if the database has rolled it back already.
+    /// Rolls back the open transaction; does nothing if the database has already rolled it back.
     virtual void rollback(Driver& driver) = 0;
-    /// Whether the transaction that was begun is still there after an error.
+    /// Whether the transaction still exists after an error.
     [[nodiscard]] virtual bool inTransaction(Driver& driver) = 0;
 
-    /// An error of the driver with the SQL state and the text that fit it, where the driver reports others.
+    /// An error of the driver with the appropriate SQL state and text, if the driver reports others.
     [[nodiscard]] virtual Error explained(const Error& error) const { return error; }
 
-    /// How a column is handed out and fetched.
+    /// The type and the way of fetching of a column.
     [[nodiscard]] virtual ResultColumn resultColumn(const DriverColumn& column) const = 0;
     /// Whether resultColumn needs the names of type and table.
     [[nodiscard]] virtual bool needsOrigins() const noexcept = 0;
 
-    /// A table's and a column's name as they stand in a statement.
+    /// The name of a table or a column in the form of a statement.
     [[nodiscard]] virtual std::string tableText(const tsql::TableName& table) const = 0;
     [[nodiscard]] virtual std::string columnText(const std::string& name) const = 0;
-    /// A value as this database keeps it in a column of that type.
+    /// A value as stored by this database in a column of its type.
     [[nodiscard]] virtual Variant stored(const Variant& value) const = 0;
-    /// How the place of a value stands in a comparison with a column.
+    /// The placeholder of a value in a comparison with a column.
     [[nodiscard]] virtual std::string comparand(const Variant& /*value*/) const { return "?"; }
-    /// The columns by which a record of the result can be found again; empty if there are none.
+    /// The columns by which a record of the result can be located; empty if there are none.
     [[nodiscard]] virtual std::vector<std::string> key(Driver& driver, const tsql::TableName& table,
                                                        const std::vector<DriverColumn>& columns) = 0;
     /// Runs an insert, an update or a delete and returns the number of rows that it changed.
     virtual std::int64_t change(Driver& driver, const std::string& text, const std::vector<Variant>& values) = 0;
 };
 
-/// Makes the dialect of a new session.
+/// Creates the dialect of a new session.
 using DialectFactory = std::function<std::unique_ptr<Dialect>()>;
 
 } // namespace z7::cashflow::odbc

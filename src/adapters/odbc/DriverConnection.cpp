@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::intptr_t loginSeconds = 15;
 
-/// ODBC passes whole numbers of attributes as pointers.
+/// ODBC passes integer attributes as pointers.
 SQLPOINTER attribute(std::intptr_t value) {
     return reinterpret_cast<SQLPOINTER>(value); // NOLINT(performance-no-int-to-ptr): it is what ODBC asks for
 }

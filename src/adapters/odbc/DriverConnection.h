@@ -7,7 +7,7 @@
 
 namespace z7::cashflow::odbc {
 
-/// A handle of the driver manager that is freed with its owner.
+/// A handle of the driver manager that is freed by its owner.
 class OwnedHandle {
 public:
     OwnedHandle() = default;
@@ -35,22 +35,22 @@ private:
     OwnedHandle handle_;
 };
 
-/// An open connection of a driver to its database, with one statement handle that is reused: some drivers allow one at
+/// An open connection of a driver, with one statement handle that is reused, because some drivers allow only one at
 /// a time.
 class DriverConnection {
 public:
-    /// Connects. An Error says why the driver or the server refuses, without any secret.
+    /// Connects. An Error reports why the driver or the server refuses, without any secret.
     DriverConnection(std::shared_ptr<Environment> environment, const ConnectionOptions& options);
     DriverConnection(const DriverConnection&) = delete;
     DriverConnection& operator=(const DriverConnection&) = delete;
     ~DriverConnection();
 
     [[nodiscard]] Handle connection() const noexcept { return connection_.get(); }
-    /// The statement handle, ready for use: a result that it had open is closed.
+    /// The statement handle, ready for use: an open result is closed.
     [[nodiscard]] Handle freshStatement();
-    /// Frees the statement handle after a failure, which may have left it half-used.
+    /// Frees the statement handle after a failure, which may have left it in an undefined state.
     void dropStatement() noexcept { statement_.reset(); }
-    /// Whether the driver knows that the connection is lost. Does not ask the server.
+    /// Whether the driver knows that the connection is lost. Does not query the server.
     [[nodiscard]] bool isDead() const noexcept;
 
 private:

@@ -6,8 +6,8 @@
 
 namespace z7::cashflow::odbc {
 
-/// Why a server cannot be worked with through ODBC, beside the words of its driver. Where a place takes the words of
-/// another error, it is the last one. How a reason is added stands at Reason.
+/// Why a server cannot be used through ODBC, in addition to the messages of its driver. If a text has a place for
+/// another error's message, it is the last one. See Reason for how to add one.
 enum class OdbcReason {
     // drivers and connections
     noMemory,
@@ -29,7 +29,7 @@ enum class OdbcReason {
     count ///< the number of reasons, not a reason itself
 };
 
-/// The reasons in the order of their names.
+/// The table of reasons, in the order of the enumeration.
 [[nodiscard]] std::span<const ReasonEntry> odbcReasons() noexcept;
 
 [[nodiscard]] const ReasonEntry& entryOf(OdbcReason reason) noexcept;

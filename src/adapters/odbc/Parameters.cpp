@@ -12,7 +12,7 @@
 
 namespace z7::cashflow::odbc {
 
-/// One value in the form in which ODBC takes it.
+/// One value in the form required by ODBC.
 struct Parameters::Cell {
     SQLSMALLINT cType = SQL_C_CHAR;
     SQLSMALLINT sqlType = SQL_VARCHAR;
@@ -29,7 +29,7 @@ struct Parameters::Cell {
 
     void take(Null) { length = SQL_NULL_DATA; }
     void take(const std::string& value) {
-        constexpr std::size_t longestShortText = 4000; // beyond it the server wants its type for long texts
+        constexpr std::size_t longestShortText = 4000; // beyond it the server requires its type for long texts
         text.emplace(value);
         cType = ParameterText::cType();
         sqlType = text->length() > longestShortText ? SQL_WLONGVARCHAR : SQL_WVARCHAR;
@@ -61,8 +61,8 @@ struct Parameters::Cell {
         data = &truth;
     }
     void take(Date value) {
-        // The server keeps fractions of a second to about three milliseconds, and finds no record by a time without
-        // them.
+        // The server stores fractions of a second to about three milliseconds, and finds no record by a time
+        // without them.
         constexpr std::int64_t dayLength = 86400000;
         double day = 0.0;
         const double partOfDay = std::fabs(std::modf(value.dayNumber(), &day));

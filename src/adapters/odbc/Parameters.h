@@ -9,7 +9,7 @@
 
 namespace z7::cashflow::odbc {
 
-/// The values of one execution, bound to a statement's parameters. It has to live until the statement has run.
+/// The values of one execution, bound to a statement's parameters. It must live until the statement has run.
 class Parameters {
 public:
     explicit Parameters(const std::vector<Variant>& values);
@@ -17,14 +17,14 @@ public:
     Parameters& operator=(const Parameters&) = delete;
     ~Parameters();
 
-    /// False if the driver refuses one.
+    /// False if the driver refuses a value.
     [[nodiscard]] bool bind(Handle statement);
 
 private:
     struct Cell;
 
     std::size_t count_;
-    std::unique_ptr<Cell[]> cells_; ///< the driver is given addresses in them
+    std::unique_ptr<Cell[]> cells_; ///< the driver holds addresses of the cells
 };
 
 } // namespace z7::cashflow::odbc

@@ -70,7 +70,7 @@ void RecordWriter::update(const shared::RowSet& rows, std::size_t row, const std
 }
 
 void RecordWriter::addValue(Command& command, const Variant& value) const {
-    if (value.isNull()) { // a null parameter would have a type, which need not fit
+    if (value.isNull()) { // a null parameter would have a type, which may not match
         command.text += "null";
         return;
     }

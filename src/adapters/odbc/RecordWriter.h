@@ -10,9 +10,10 @@
 
 namespace z7::cashflow::odbc {
 
-/// Writes records of a query over one table or view as inserts and updates with parameters, since not every driver has
-/// cursors that can be written. New records go through the name that the query used, so that a view fills in what it
-/// fills in. A record is found again by the table's key, and only if the columns that change still hold what was read.
+/// Writes records of a query on one table or view as inserts and updates with parameters, because not every driver
+/// has updatable cursors. New records are inserted into the table or view named in the query, so that a view
+/// supplies its values. A record is located by the table's key, and only if the columns to be changed still hold
+/// what was read.
 class RecordWriter final : public shared::RowWriter {
 public:
     RecordWriter(std::shared_ptr<Session> session, tsql::TableName target, std::vector<DriverColumn> columns);
@@ -30,14 +31,15 @@ private:
     void addValue(Command& command, const Variant& value) const;
     void addCondition(Command& command, const std::string& column, const Variant& value) const;
     [[nodiscard]] std::string columnName(int column) const;
-    /// The result's columns that make up the key. Error 3251 if the table has none, or if they are not all there.
+    /// The result's columns that make up the key. Error 3251 if the table has none, or if the result does not
+    /// contain all of them.
     [[nodiscard]] const std::vector<int>& keyColumns();
     [[nodiscard]] std::vector<int> positionsOf(const std::vector<std::string>& names) const;
 
     std::shared_ptr<Session> session_;
     tsql::TableName target_;
     std::vector<DriverColumn> columns_;
-    std::optional<std::vector<int>> key_; ///< nothing until it is needed
+    std::optional<std::vector<int>> key_; ///< empty until it is needed
 };
 
 } // namespace z7::cashflow::odbc

@@ -23,7 +23,7 @@ template <class T> bool getValue(Handle statement, int position, SQLSMALLINT typ
     return SQL_SUCCEEDED(answer);
 }
 
-/// A date that the calendar of this program does not reach, such as of the year 50.
+/// The text of a date outside this program's calendar, such as in the year 50.
 std::string timeText(const SQL_TIMESTAMP_STRUCT& time) {
     std::array<char, 64> text{};
     const int length = std::snprintf(text.data(), text.size(), "%04d-%02u-%02u %02u:%02u:%02u", time.year, time.month,
@@ -102,7 +102,7 @@ bool ResultReader::readDate(Handle statement, int position, shared::RowSet& rows
     }
     constexpr double fractionsPerDay = 86400e9; // ODBC counts fractions of a second in billionths
     const Date date = Date::fromCivil(time.year, time.month, time.day, time.hour, time.minute, time.second);
-    // The fraction is the time of day, on days before the first one too.
+    // The fraction is the time of day, also for days before the first one.
     const double fraction = time.fraction / fractionsPerDay;
     rows.addDate(Date(date.dayNumber() + (date.dayNumber() < 0 ? -fraction : fraction)));
     return true;

@@ -9,7 +9,7 @@
 
 namespace z7::cashflow::odbc {
 
-/// How a column's values are asked from the driver.
+/// How a column's values are requested from the driver.
 enum class FetchAs {
     whole,        ///< as a whole number
     real,         ///< as a double
@@ -18,26 +18,26 @@ enum class FetchAs {
     numberOrText, ///< as a text, which is a number if it reads as one
 };
 
-/// A column as it is handed out, and how it is fetched.
+/// A column as returned to callers, and how it is fetched.
 struct ResultColumn {
     shared::Column column;
     FetchAs fetchAs = FetchAs::text;
 };
 
-/// The columns of a result. It does not change once it is made, so that all results of one statement can share it.
+/// The columns of a result. Immutable, so that all results of one statement can share it.
 struct ResultShape {
-    std::vector<DriverColumn> described; ///< as the driver describes them at each result: without the origins
-    std::vector<DriverColumn> columns;   ///< with all that is known of them
+    std::vector<DriverColumn> described; ///< as the driver describes them for each result: without origins
+    std::vector<DriverColumn> columns;   ///< with everything that is known about them
     std::vector<FetchAs> fetchAs;
-    std::shared_ptr<const shared::ColumnList> list; ///< as they are handed out
+    std::shared_ptr<const shared::ColumnList> list; ///< as returned to callers
 };
 
-/// Reads the result on which a statement stands.
+/// Reads the current result of a statement.
 class ResultReader {
 public:
-    /// The number of columns, 0 for a statement without a result; nothing if the driver reports a failure.
+    /// The number of columns, 0 for a statement without a result; empty if the driver reports a failure.
     [[nodiscard]] static std::optional<int> columnCount(Handle statement);
-    /// All rows. A null pointer if the driver fails, whose reason the statement then holds.
+    /// All rows. A null pointer if the driver fails; the statement then holds the reason.
     [[nodiscard]] std::unique_ptr<shared::RowSet> read(Handle statement, const ResultShape& shape);
 
 private:

@@ -20,7 +20,7 @@
 namespace z7::cashflow::odbc {
 namespace {
 
-/// Refuses a text that a driver would cut off or garble on its way.
+/// Refuses a text that a driver would truncate or garble.
 void requireWholeText(std::string_view text) {
     if (text.find('\0') != std::string_view::npos) {
         raisePlatformError(Reason::zeroByte, {shortened(text.substr(0, text.find('\0')))});
@@ -30,8 +30,8 @@ void requireWholeText(std::string_view text) {
     }
 }
 
-/// Whether a text may leave its session otherwise than it was: in a transaction, in another database, with other
-/// settings, as another user, with tables of its own.
+/// Whether a text may change the state of its session: leave a transaction open, switch the database, settings or
+/// user, or create temporary tables.
 bool namesWhatAlters(const std::string& text) {
     static constexpr std::array<std::string_view, 6> beginnings = {"select", "insert", "update",
                                                                    "delete", "drop",   "if"};
@@ -43,7 +43,7 @@ bool namesWhatAlters(const std::string& text) {
     };
     try {
         const tsql::Tokens tokens(text);
-        bool alters = !isOneOf(beginnings, tokens.tokens.front().lower); // any other word may be a procedure's name
+        bool alters = !isOneOf(beginnings, tokens.tokens.front().lower); // other words may be procedures
         bool updates = false;
         for (const tsql::Token& token : tokens.tokens) {
             if (token.lower == "update") {
@@ -61,11 +61,11 @@ bool namesWhatAlters(const std::string& text) {
     }
 }
 
-/// Whether a driver has no such call at all.
+/// Whether a driver does not support a call at all.
 bool tellsMissingFeature(const Error& error) { return error.sqlState() == "IM001" || error.sqlState() == "HYC00"; }
 
-/// The error of a call that found the line cut, which not every driver says by its number and state: FreeTDS has
-/// "Unknown error" and "Unexpected EOF from the server".
+/// The error of a call that found the connection lost, which not every driver reports by number and state: FreeTDS
+/// has "Unknown error" and "Unexpected EOF from the server".
 Error tellingCutLine(const Error& error) {
     if (error.sqlState().starts_with("08")) {
         return error;
@@ -180,7 +180,7 @@ Fetched Session::readResults(Handle statement, short answer, const ResultDescrip
                 fail(SQL_HANDLE_STMT, statement);
             }
         }
-        // An error of a later statement shows only when its result is asked for.
+        // An error of a later statement is reported only when its result is requested.
         answer = SQLMoreResults(statement);
         if (answer == SQL_NO_DATA) {
             return fetched;
@@ -237,14 +237,14 @@ std::vector<std::string> Session::primaryKey(const std::string& database, const 
     while (SQL_SUCCEEDED(answer) && (answer = SQLFetch(statement)) != SQL_NO_DATA) {
         SQLSMALLINT sequence = 0;
         SQLLEN length = 0;
-        // Half a key would find more records than the one.
+        // Part of a key would find more records than the one.
         if (!SQL_SUCCEEDED(answer) || name.read(statement, nameColumn) == TextReader::Outcome::failed ||
             !SQL_SUCCEEDED(SQLGetData(statement, sequenceColumn, SQL_C_SSHORT, &sequence, 0, &length))) {
             fail(SQL_HANDLE_STMT, statement);
         }
         parts.emplace_back(sequence, name.text());
     }
-    line().dropStatement(); // a driver that has no such catalogue may leave anything behind
+    line().dropStatement(); // a driver without this catalogue may leave it in any state
     std::sort(parts.begin(), parts.end());
     std::vector<std::string> names;
     names.reserve(parts.size());
@@ -332,7 +332,7 @@ void Session::rollback() {
                     "25000");
     }
     const bool standing = transaction_ == Transaction::open;
-    transaction_ = Transaction::none; // if it fails the line is cut, and then the server rolls back
+    transaction_ = Transaction::none; // if it fails the connection is lost, and the server rolls back
     if (standing) {
         dialect_->rollback(*this);
     }

@@ -31,7 +31,7 @@ public:
     void close() noexcept override;
     [[nodiscard]] int number() const noexcept override { return number_; }
 
-    /// Runs a Transact-SQL batch and fetches its first result whole.
+    /// Runs a Transact-SQL batch and fetches its complete first result.
     shared::Result run(const std::string& text, bool updatable) override;
 
     using Driver::execute;
@@ -40,17 +40,17 @@ public:
     [[nodiscard]] std::vector<std::string> primaryKey(const std::string& database, const std::string& table) override;
     [[nodiscard]] Dialect& dialect() noexcept { return *dialect_; }
 
-    /// Runs an action under the rule that nothing runs in a transaction that is gone, and notes when an error ends it.
+    /// Runs an action, unless the transaction is lost, and detects whether an error ends the transaction.
     void guarded(const std::function<void()>& action);
 
     void begin() override;
     void commit() override;
     void rollback() override;
-    /// True between begin and commit or rollback, whatever has become of the transaction on the server.
+    /// True between begin and commit or rollback, even if the server has ended the transaction.
     [[nodiscard]] bool inTransaction() const noexcept override { return transaction_ != Transaction::none; }
     [[nodiscard]] bool isLost() const noexcept override { return lost_; }
-    /// Whether the session can be handed to somebody else: it is connected, it is in no transaction, and no text that
-    /// ran on it may have changed its settings.
+    /// Whether the session can be handed out again: it is connected, not in a transaction, and no text may have
+    /// changed its settings.
     [[nodiscard]] bool isIdle() const noexcept override;
 
 private:
@@ -74,13 +74,13 @@ private:
     std::unique_ptr<Dialect> dialect_;
     std::unique_ptr<DriverConnection> line_;
     ResultReader reader_;
-    std::vector<DriverColumn> described_;       ///< of the result at hand; kept for its memory
-    tsql::Shape shape_;                         ///< of the text at hand; kept for its memory
-    shared::LruCache<bool> alters_{mostShapes}; ///< by the shape of a text, whether it may alter the session
+    std::vector<DriverColumn> described_;       ///< of the current result; kept to reuse its memory
+    tsql::Shape shape_;                         ///< of the current text; kept to reuse its memory
+    shared::LruCache<bool> alters_{mostShapes}; ///< by the shape of a text, whether it may change the session's state
     Transaction transaction_ = Transaction::none;
     bool lost_ = false;
-    bool altered_ = false;      ///< a text ran that may have changed the session itself
-    bool needsOrigins_ = false; ///< the records of the running text are to be written
+    bool altered_ = false;      ///< a text ran that may have changed the session's state
+    bool needsOrigins_ = false; ///< the records of the current text are to be written
 };
 
 } // namespace z7::cashflow::odbc

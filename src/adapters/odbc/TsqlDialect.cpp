@@ -28,7 +28,7 @@ std::string databaseOf(const tsql::TableName& table) {
     return {};
 }
 
-/// The one whole number that a query gives; -1 if it gives none.
+/// The single whole number that a query returns; -1 if it returns none.
 std::int64_t numberOf(const Fetched& fetched) {
     if (fetched.rows == nullptr || fetched.rows->rowCount() == 0) {
         return -1;
@@ -36,9 +36,10 @@ std::int64_t numberOf(const Fetched& fetched) {
     return static_cast<std::int64_t>(fetched.rows->number(0, 0).value_or(-1.0));
 }
 
-/// Dates are read year first in every language of the login; a comparison with null, a division by zero and a text that
-/// is too long behave as the standard says; an error ends its statement and not the host's transaction; long texts come
-/// whole; nobody waits for a lock without end. The row proves that texts arrive as they are.
+/// Dates are read with the year first whatever the login's language; comparisons with null, division by zero and
+/// texts that are too long behave according to the standard; an error ends its statement and not the host's
+/// transaction; long texts are returned completely; lock waits are limited. The row proves that texts arrive
+/// unchanged.
 constexpr const char* sessionSettings = "set dateformat ymd "
                                         "set ansi_nulls on set ansi_padding on set ansi_warnings on "
                                         "set quoted_identifier on set concat_null_yields_null on "
@@ -46,10 +47,10 @@ constexpr const char* sessionSettings = "set dateformat ymd "
                                         "set xact_abort off set implicit_transactions off set nocount off "
                                         "set textsize 2147483647 ";
 
-/// The table behind a view over one table, by the text that defined the view; nothing for any other view.
+/// The table of a view on one table, from the definition of the view; empty for any other view.
 std::optional<tsql::TableName> tableBehind(const std::string& definition, const tsql::TableName& view) {
     std::optional<tsql::TableName> table;
-    ignoringErrors([&] { // a definition that cannot be read tells nothing
+    ignoringErrors([&] { // a definition that cannot be parsed is ignored
         const tsql::Tokens source(definition);
         const auto& tokens = source.tokens;
         for (std::size_t i = 0; i + 1 < tokens.size(); ++i) {
@@ -63,7 +64,7 @@ std::optional<tsql::TableName> tableBehind(const std::string& definition, const 
             }
             std::size_t name = i + 1;
             while (name + 2 < tokens.size() && tokens[name + 1].text == ".") {
-                name += 2; // the owner before the table's own name
+                name += 2; // the owner before the table's name
             }
             if (tokens[name].kind != tsql::Token::Kind::identifier || tokens[name + 1].text == ",") {
                 return;
@@ -74,7 +75,7 @@ std::optional<tsql::TableName> tableBehind(const std::string& definition, const 
     return table;
 }
 
-/// The states of the server's errors, for drivers that give one for all.
+/// The SQL states of the server's errors, for drivers that report the same one for all.
 const char* sqlState(int number) {
     switch (number) {
     case 207:
@@ -153,7 +154,7 @@ void TsqlDialect::start(Driver& driver, const ConnectionOptions& options) {
 Fetched TsqlDialect::run(Driver& driver, const std::string& batch, bool updatable) {
     Fetched fetched = driver.execute(batch);
     if (updatable && fetched.rows != nullptr) {
-        ignoringErrors([&] { // a text that only the server understands is one whose records cannot be written
+        ignoringErrors([&] { // if only the server understands a text, its records cannot be written
             const tsql::Rewriting rewriting = tsql::rewrite(batch);
             if (rewriting.steps.size() == 1 && rewriting.steps.front().writable) {
                 fetched.target = rewriting.steps.front().target;
@@ -198,8 +199,8 @@ std::string TsqlDialect::tableText(const tsql::TableName& table) const {
 std::string TsqlDialect::columnText(const std::string& name) const { return serverName(name); }
 
 std::string TsqlDialect::comparand(const Variant& value) const {
-    // Drivers send times in a finer type than the columns have, to which the server would widen the column's thirds of
-    // a hundredth of a second.
+    // Drivers send times in a more precise type than that of the columns, to which the server would convert the
+    // column's three-hundredths of a second.
     return value.is<Date>() ? "cast(? as datetime)" : "?";
 }
 
@@ -215,7 +216,7 @@ std::vector<std::string> TsqlDialect::key(Driver& driver, const tsql::TableName&
             return {column.name};
         }
     }
-    // A view has no key of its own: its records are those of the table behind it.
+    // A view has no key: its records are those of its table.
     const Fetched found = driver.execute("select object_definition(object_id(" + serverText(tableText(table)) + "))");
     if (found.rows != nullptr && found.rows->rowCount() > 0) {
         if (const auto base = tableBehind(toTextOrEmpty(found.rows->value(0, 0)), table)) {

@@ -4,13 +4,13 @@
 
 namespace z7::cashflow::odbc {
 
-/// A server that speaks Transact-SQL. Statements go down exactly as they stand.
+/// A server that speaks Transact-SQL. Statements are sent unchanged.
 class TsqlDialect final : public Dialect {
 public:
     void start(Driver& driver, const ConnectionOptions& options) override;
     Fetched run(Driver& driver, const std::string& batch, bool updatable) override;
-    /// Transactions are statements: ODBC's own manual mode would begin one silently with the next statement after each
-    /// commit.
+    /// Transactions are begun and ended by statements: ODBC's own manual mode would silently begin one with the
+    /// next statement after each commit.
     void begin(Driver& driver) override;
     void commit(Driver& driver) override;
     void rollback(Driver& driver) override;

@@ -11,10 +11,10 @@
 namespace z7::cashflow::odbc {
 namespace {
 
-/// The end of the line that begins here, its line break left out.
+/// The end of the line that begins here, without its line break.
 std::size_t endOfLine(std::string_view text, std::size_t at) { return std::min(text.find('\n', at), text.size()); }
 
-/// Whether a line says "go" and nothing else.
+/// Whether a line consists of "go".
 bool isSeparator(std::string_view line) {
     const std::size_t first = line.find_first_not_of(" \t\r");
     if (first == std::string_view::npos) {
@@ -23,7 +23,7 @@ bool isSeparator(std::string_view line) {
     return asciiLower(line.substr(first, line.find_last_not_of(" \t\r") - first + 1)) == "go";
 }
 
-/// The position behind the piece that begins here: a text, a quoted name, a comment, or one byte.
+/// The position after the element that begins here: a text, a quoted name, a comment, or one byte.
 std::size_t skipPiece(std::string_view text, std::size_t at) {
     if (text[at] == '\'') {
         tsql::Literal ignored;
@@ -36,13 +36,13 @@ std::size_t skipPiece(std::string_view text, std::size_t at) {
     return behind == at ? at + 1 : behind;
 }
 
-/// What the server says to a question that has one value as its answer; null if it gives no record.
+/// The single value that a query returns; null if it returns no record.
 Variant answer(Connection& connection, const std::string& question) {
     const auto records = connection.Execute(question);
     return records->State() == ObjectState::Closed || records->EndOfFile() ? Variant() : records->Fields().Item(0);
 }
 
-/// The tables and views that batches make.
+/// The tables and views that batches create.
 std::vector<std::string> namesMade(const std::vector<std::string>& batches) {
     std::vector<std::string> names;
     for (const std::string& batch : batches) {
@@ -78,7 +78,7 @@ std::vector<std::string> scriptBatches(std::string_view script) {
     std::size_t begin = 0;
     const auto finish = [&](std::size_t end) {
         const std::string_view batch = script.substr(begin, end - begin);
-        if (const tsql::Tokens source(batch); source.tokens.size() > 1) { // one is the end
+        if (const tsql::Tokens source(batch); source.tokens.size() > 1) { // one token is the end
             batches.emplace_back(batch);
         }
     };

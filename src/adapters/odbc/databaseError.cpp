@@ -13,7 +13,7 @@ constexpr int mostRecords = 16;
 
 bool isWarning(const DiagnosticRecord& record) { return record.state.starts_with("01"); }
 
-/// FreeTDS numbers what it says itself from 20000 to 20999; the server never does.
+/// FreeTDS numbers its own messages from 20000 to 20999, which the server never uses.
 bool isOfDriver(const DiagnosticRecord& record) {
     return record.native <= 0 || (record.native >= 20000 && record.native <= 20999);
 }
@@ -37,12 +37,12 @@ std::vector<DiagnosticRecord> recordsOf(short handleType, Handle handle) {
     return records;
 }
 
-/// The lower, the more it says.
+/// The lower, the more informative.
 int rank(const DiagnosticRecord& record) {
     return isWarning(record) ? 3 : tellsLostConnection(record) ? 2 : isOfDriver(record) ? 1 : 0;
 }
 
-/// "[unixODBC][FreeTDS][SQL Server]Login failed" without the makers' names.
+/// "[unixODBC][FreeTDS][SQL Server]Login failed" without the vendors' names.
 std::string bareText(std::string text) {
     while (text.starts_with('[')) {
         const std::size_t end = text.find(']');

@@ -8,7 +8,7 @@
 
 namespace z7::cashflow::odbc {
 
-/// The source of the errors that come from a driver or from the server that it leads to.
+/// The source of errors from a driver or from its server.
 inline constexpr const char* errorSource = "ODBC";
 
 /// What a driver reports about a failed call.

@@ -14,7 +14,7 @@
 #define Z7_ODBC_WIDE 1
 #endif
 #if defined(Z7_ODBC_WIDE)
-#define Z7_ODBC_CALL(name) name##W // the macro picks one of the two names of an ODBC call
+#define Z7_ODBC_CALL(name) name##W // the macro selects one of the two names of an ODBC call
 #else
 #define Z7_ODBC_CALL(name) name
 #endif
@@ -41,7 +41,7 @@ std::string utf8Of(std::string_view text) { return std::string(text); }
 
 using NativeView = std::basic_string_view<NativeText::value_type>;
 
-/// ODBC takes texts by pointers to what it does not change. They go down ended by a zero, since drivers disagree on
+/// ODBC takes constant texts by pointers to non-const. They are passed zero-terminated, because drivers disagree on
 /// whether the length of a wide text counts characters or bytes.
 Char* pointer(NativeText& text) { return reinterpret_cast<Char*>(text.data()); }
 
@@ -50,7 +50,7 @@ std::string utf8Of(const std::array<NativeText::value_type, Size>& buffer, std::
     return utf8Of(NativeView(buffer.data(), std::min(length, Size - 1)));
 }
 
-/// Where a text ends whose length the driver does not tell.
+/// The end of a text whose length the driver does not report.
 std::size_t zeroAt(const std::string& buffer) {
     constexpr std::size_t unit = sizeof(NativeText::value_type);
     std::size_t at = 0;
@@ -167,7 +167,7 @@ TextReader::Outcome TextReader::read(Handle statement, int column) {
         if (bytes == SQL_NULL_DATA) {
             return Outcome::null;
         }
-        const std::size_t room = buffer_.size() - unit; // a zero stands behind each piece
+        const std::size_t room = buffer_.size() - unit; // each piece ends in a zero
         const bool told = bytes != SQL_NO_TOTAL;
         const bool whole = told ? static_cast<std::size_t>(bytes) <= room : answer == SQL_SUCCESS;
         text_ = std::string_view(buffer_).substr(0, !whole ? room

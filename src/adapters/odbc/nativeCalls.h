@@ -4,25 +4,25 @@
 #include <string>
 #include <string_view>
 
-/// The ODBC calls that take or return texts, in one kind for the whole program, since drivers break when narrow and
-/// wide calls mix: on Windows the wide kind, because the narrow one would go through the system's code page; elsewhere
-/// the narrow kind, whose texts are UTF-8 and go through driver managers and drivers unchanged.
+/// The ODBC calls that take or return texts, in one variant for the whole program, because drivers break when
+/// narrow and wide calls are mixed: on Windows the wide variant, because the narrow one would use the system's code
+/// page; elsewhere the narrow variant, whose UTF-8 texts pass through driver managers and drivers unchanged.
 namespace z7::cashflow::odbc {
 
-/// A handle of the driver manager, as ODBC declares it.
+/// A handle of the driver manager, as declared by ODBC.
 using Handle = void*;
-/// What an ODBC call answers.
+/// The return value of an ODBC call.
 using Return = short;
 
-/// A column of a result as the driver describes it.
+/// A column of a result as described by the driver.
 struct DriverColumn {
     std::string name;
     short sqlType = 0;
-    std::size_t size = 0; ///< characters of a text, digits of a number; 0 if the driver knows none
+    std::size_t size = 0; ///< characters of a text, digits of a number; 0 if unknown
     short digits = 0;     ///< after the decimal point
-    std::string typeName; ///< as the database names it, without its length
+    std::string typeName; ///< as named by the database, without its length
     std::string table; ///< the table that the column comes from; empty for an expression, or if the driver does not say
-    bool identity = false; ///< the database numbers it by itself
+    bool identity = false; ///< an identity column
 
     friend bool operator==(const DriverColumn&, const DriverColumn&) = default;
 };
@@ -38,23 +38,23 @@ struct DiagnosticRecord {
 [[nodiscard]] Return driverConnect(Handle connection, const std::string& text);
 [[nodiscard]] Return executeDirect(Handle statement, const std::string& text);
 [[nodiscard]] Return describeColumn(Handle statement, int position, DriverColumn& column);
-/// Adds what takes more calls: the names of the type and the table, and whether the column is an identity.
+/// Adds what needs more calls: the names of the type and the table, and whether the column is an identity.
 void describeOrigin(Handle statement, int position, DriverColumn& column);
-/// False if there is no record of that number; they count from 1.
+/// False if there is no record with that number, counted from 1.
 [[nodiscard]] bool diagnosticRecord(short handleType, Handle handle, int number, DiagnosticRecord& record);
-/// The columns of a table's primary key in the order of the key, as SQLPrimaryKeys reports them.
+/// The columns of a table's primary key in the order of the key, from SQLPrimaryKeys.
 [[nodiscard]] Return primaryKeys(Handle statement, const std::string& database, const std::string& table);
 
-/// A text as it is bound to a parameter.
+/// A text as bound to a parameter.
 class ParameterText {
 public:
     explicit ParameterText(std::string_view utf8);
 
     [[nodiscard]] void* data() noexcept { return bytes_.data(); }
     [[nodiscard]] std::size_t byteCount() const noexcept { return bytes_.size(); }
-    /// In the units in which a driver counts.
+    /// In the units of the driver.
     [[nodiscard]] std::size_t length() const noexcept { return length_; }
-    /// The C type by which it is bound.
+    /// The C type with which it is bound.
     [[nodiscard]] static short cType() noexcept;
 
 private:
@@ -62,7 +62,7 @@ private:
     std::size_t length_;
 };
 
-/// Reads texts of a result, in pieces where they are long.
+/// Reads texts of a result, long ones in pieces.
 class TextReader {
 public:
     TextReader() = default;
@@ -70,7 +70,7 @@ public:
     TextReader& operator=(const TextReader&) = delete;
 
     enum class Outcome { value, null, failed };
-    /// Reads the current row's column, counted from 1. The text is valid until the next call.
+    /// Reads a column of the current row, counted from 1. The text is valid until the next call.
     [[nodiscard]] Outcome read(Handle statement, int column);
     [[nodiscard]] std::string_view text() const noexcept { return text_; }
 

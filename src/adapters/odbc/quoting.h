@@ -5,9 +5,9 @@
 
 namespace z7::cashflow::odbc {
 
-/// A text as the server reads it in a statement: N'it''s'.
+/// A text in the form of a statement for the server: N'it''s'.
 [[nodiscard]] std::string serverText(std::string_view text);
-/// A name as the server reads it in a statement: [a]]b].
+/// A name in the form of a statement for the server: [a]]b].
 [[nodiscard]] std::string serverName(std::string_view name);
 
 } // namespace z7::cashflow::odbc

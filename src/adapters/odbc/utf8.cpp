@@ -5,7 +5,7 @@
 namespace z7::cashflow::odbc {
 namespace {
 
-/// The length of the character that begins at a position, 0 if none does there.
+/// The length of the character that begins at a position, 0 if there is none.
 std::size_t characterLength(std::string_view text, std::size_t at) noexcept {
     const auto byte = [text](std::size_t i) {
         return i < text.size() ? static_cast<unsigned char>(text[i]) : static_cast<unsigned char>(0);
@@ -54,7 +54,7 @@ void append(std::string& text, std::uint32_t code) {
 std::size_t findBadUtf8(std::string_view text) noexcept {
     std::size_t at = 0;
     while (at < text.size()) {
-        if (static_cast<unsigned char>(text[at]) < 0x80) { // most are
+        if (static_cast<unsigned char>(text[at]) < 0x80) { // most characters are
             ++at;
             continue;
         }

@@ -16,7 +16,7 @@
 namespace z7::cashflow::sqlite {
 namespace {
 
-/// The places where a table may lie, in the order in which they are tried, and its plain name.
+/// The databases in which a table may be, in search order, and its plain name.
 std::vector<tsql::TableName> placesOf(const std::string& table) {
     using Place = tsql::TableName::Place;
     const std::string lower = asciiLower(table);
@@ -47,7 +47,7 @@ FoundTable findTable(Session& session, const std::string& table) {
     tsql::raiseError(tsql::TsqlReason::objectUnknown, {table}, "42S02");
 }
 
-/// The columns that SQLite names in "UNIQUE constraint failed: t.a, t.b"; none in any other text.
+/// The columns that SQLite names in "UNIQUE constraint failed: t.a, t.b"; none for any other text.
 std::vector<std::string> keyColumnsIn(std::string_view description) {
     constexpr std::string_view beginning = "UNIQUE constraint failed: ";
     std::vector<std::string> columns;

@@ -17,24 +17,24 @@ struct TableColumn : shared::TableColumn {
     std::string declaredType; ///< such as "nvarchar(40)"
 };
 
-/// The columns of a table or a view as the database declares them.
+/// The columns of a table or a view, as declared.
 struct TableShape {
     std::vector<TableColumn> columns;
-    std::vector<std::string> key; ///< the columns of the primary key; empty without one, and for a view
+    std::vector<std::string> key; ///< the columns of the primary key; empty if there is none, and for a view
 
-    /// The position of a column, looked for without regard to case, or -1.
+    /// The position of a column, case-insensitive, or -1.
     [[nodiscard]] int find(std::string_view name) const;
 };
 
-/// What one session knows of the tables, read when it is first asked for. Tables of tempdb come and go, so they are
-/// read anew each time.
+/// The tables known to one session, read on first use. Tables of tempdb come and go, so they are read each time.
 class Catalogue {
 public:
     explicit Catalogue(sqlite3* handle) : handle_(handle) {}
 
-    /// Nothing (no columns) if there is no such table.
+    /// A null pointer (no columns) if the table does not exist.
     [[nodiscard]] std::shared_ptr<const TableShape> table(const tsql::TableName& name);
-    /// The column that a literal belongs to, or a null pointer if it cannot be told. Valid while the shape is held.
+    /// The column to which a literal belongs, or a null pointer if it cannot be determined. Valid as long as
+    /// the shape is held.
     [[nodiscard]] const TableColumn* column(const tsql::ColumnUse& use, std::shared_ptr<const TableShape>& holder);
     void forget() { tables_.clear(); }
 

@@ -22,6 +22,6 @@ Connection::Connection(const std::shared_ptr<Observers>& observers)
 
 void Connection::onRewrittenStatement(StatementObserver observer) { observers_->rewritten = std::move(observer); }
 
-Session& Connection::session() { return static_cast<Session&>(*PooledConnection::session()); } // what its pool opens
+Session& Connection::session() { return static_cast<Session&>(*PooledConnection::session()); } // as opened by its pool
 
 } // namespace z7::cashflow::sqlite

@@ -7,7 +7,7 @@
 
 namespace z7::cashflow::sqlite {
 
-/// What a connection string of the embedded database says; see Connection for its keywords.
+/// The contents of a connection string of the embedded database; see Connection for its keywords.
 struct ConnectionOptions {
     std::filesystem::path database;
     std::optional<std::int16_t> year;
@@ -15,11 +15,11 @@ struct ConnectionOptions {
     std::optional<int> maxPages;
 };
 
-/// Error 5 that names the keyword which is unknown, missing, given twice or has a bad value. No value is quoted, since
-/// any of them could be a secret that was meant for another driver.
+/// Error 5 that names the keyword that is unknown, missing, repeated or has an invalid value. No value is quoted,
+/// because any of them could be a secret intended for another driver.
 [[nodiscard]] ConnectionOptions parseConnectionString(const std::string& text);
 
-/// A path from and to UTF-8.
+/// Conversions of a path from and to UTF-8.
 [[nodiscard]] std::filesystem::path pathOf(const std::string& utf8);
 [[nodiscard]] std::string utf8Of(const std::filesystem::path& path);
 

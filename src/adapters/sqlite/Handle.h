@@ -6,7 +6,7 @@ struct sqlite3;
 
 namespace z7::cashflow::sqlite {
 
-/// Closes a handle of the database library; one with statements left is closed with the last of them.
+/// Closes a handle of the database library; if statements remain, it is closed with the last of them.
 struct HandleCloser {
     void operator()(sqlite3* handle) const noexcept;
 };

@@ -16,7 +16,7 @@ bool isPlainText(const tsql::Literal& literal, ColumnType type) {
            (type == ColumnType::text || type == ColumnType::any);
 }
 
-/// A whole number of an expression keeps its 64 bits.
+/// A whole number in an expression keeps its 64 bits.
 bool bindWhole(Statement& statement, int position, bool negative, std::string_view digits) {
     std::int64_t whole = 0;
     const char* const end = digits.data() + digits.size();

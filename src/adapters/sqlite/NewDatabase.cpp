@@ -45,7 +45,7 @@ bool isTaken(const fs::path& path) {
     return fs::exists(fs::symlink_status(path, error));
 }
 
-/// Runs an action on a file; its Error then names the file.
+/// Runs an action on a file and adds the file's name to its Error.
 template <class Action> void naming(const fs::path& file, Action&& action) {
     try {
         action();
@@ -55,12 +55,12 @@ template <class Action> void naming(const fs::path& file, Action&& action) {
     }
 }
 
-/// Creates one file in write-ahead mode and runs the scripts on it, all in one transaction that ends with the marks.
+/// Creates one file in write-ahead mode and runs the scripts on it, in one transaction that ends with the marks.
 void createFile(const fs::path& file, std::int64_t mark, const std::string& scripts) {
     naming(file, [&] {
         const Handle handle = openHandle(file, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
         prepareSession(handle.get(), std::nullopt);
-        // What is built here is written to the disk once, when it is finished.
+        // The file is written to the disk once, when it is finished.
         executeScript(handle.get(), "PRAGMA journal_mode = WAL; PRAGMA synchronous = OFF");
         executeScript(handle.get(), "BEGIN IMMEDIATE;\n" + scripts +
                                         "\nPRAGMA application_id = " + std::to_string(mark) +
@@ -68,7 +68,7 @@ void createFile(const fs::path& file, std::int64_t mark, const std::string& scri
     });
 }
 
-/// Brings what the log of a file holds into the file. Closing a file does so too, but says nothing of a failure.
+/// Transfers the log of a file into the file. Closing a file does this too, but does not report a failure.
 void emptyLog(const fs::path& file) {
     const Handle handle = openHandle(file, SQLITE_OPEN_READWRITE);
     if (queryInteger(handle.get(), "PRAGMA wal_checkpoint(TRUNCATE)") != 0) {
@@ -76,7 +76,7 @@ void emptyLog(const fs::path& file) {
     }
 }
 
-/// Reads every page of a file as it stands alone, without any log.
+/// Reads every page of a file by itself, without a log.
 void checkFile(const fs::path& file) {
     const Handle handle = openUnlocked(file);
     prepareSession(handle.get(), std::nullopt);
@@ -105,7 +105,7 @@ void finishFile(const fs::path& file) {
     });
 }
 
-/// Opens the finished account as every program does, and reads from each of its files.
+/// Opens the finished account like any program, and reads from each of its files.
 void openOnce(const fs::path& account) {
     ConnectionOptions options;
     options.database = account;
@@ -115,8 +115,8 @@ void openOnce(const fs::path& account) {
     }
 }
 
-/// Removes the system database that an ended run has published, if it is the very file of its folder and its account
-/// never came.
+/// Removes a system database published by an ended run whose account was never published, if it is the very file of
+/// the run's folder.
 void removeLoneCompanion(const fs::path& folder, const fs::path& account) {
     const DatabaseFiles files = databaseFiles(account);
     std::error_code error;
@@ -161,14 +161,14 @@ std::optional<fs::path> NewDatabase::publish(const std::function<void()>& before
     };
     std::vector<fs::path> published;
     const auto takeBack = [&published, &step] {
-        while (!published.empty()) { // the account first, as it came last
+        while (!published.empty()) { // the account first, because it was published last
             step();
-            std::error_code ignored; // the failure that led here is the one to report
+            std::error_code ignored; // the original failure is the one to report
             fs::remove(published.back(), ignored);
             published.pop_back();
         }
     };
-    // The account's own file comes last: once it is there, everything is.
+    // The account's own file is published last: if it exists, everything does.
     const std::array<std::pair<fs::path, fs::path>, 2> moves{std::pair{sources.system, targets.system},
                                                              std::pair{sources.account, targets.account}};
     try {

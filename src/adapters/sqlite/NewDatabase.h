@@ -8,24 +8,26 @@
 
 namespace z7::cashflow::sqlite {
 
-/// A new account, which is built in a hidden folder beside its place and appears there as a whole or not at all,
-/// whatever becomes of the disk or of the program. It never takes the place of anything that is there.
+/// A new account, built in a hidden folder beside its destination. It appears there as a whole or not at all, even
+/// if the disk or the program fails, and never replaces anything.
 class NewDatabase {
 public:
-    /// The account's file, or a file that belongs to it, if something has that name already; nothing if all names are
-    /// free. What ended runs have left of an account that they did not finish at this place is removed first.
+    /// The account's file, or a file that belongs to it, if the name is taken; empty if all names are free.
+    /// First removes what ended runs have left of an unfinished account at this place.
     [[nodiscard]] static std::optional<std::filesystem::path> takenName(const std::filesystem::path& account);
 
-    /// Creates an empty account in the hidden folder, which goes with this object. An Error says what the disk refuses.
+    /// Creates an empty account in the hidden folder, which is removed by the destructor. An Error reports what
+    /// the disk refuses.
     explicit NewDatabase(std::filesystem::path account);
 
-    /// The file under which it can be opened and filled until it is published. Its connections must be closed by then.
+    /// The file by which it can be opened and filled before it is published. Its connections must be closed by
+    /// then.
     [[nodiscard]] const std::filesystem::path& file() const noexcept { return file_; }
 
-    /// Brings everything into the account's files, checks them, writes them to the disk, gives them their names and
-    /// opens them once as every program will. Returns the name that somebody else has taken meanwhile; nothing is
-    /// published then, nor after an Error. "beforeStep" is called before each change of the folder in which the account
-    /// appears, for tests.
+    /// Completes the account's files, checks them, writes them to the disk, renames them, and opens them once
+    /// like any program. Returns the name that somebody else has taken meanwhile; in that case, and after an
+    /// Error, nothing is published. "beforeStep" is called before each change of the destination folder, for
+    /// tests.
     [[nodiscard]] std::optional<std::filesystem::path> publish(const std::function<void()>& beforeStep = {});
 
 private:

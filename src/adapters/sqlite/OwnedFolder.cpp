@@ -19,8 +19,8 @@ namespace fs = std::filesystem;
 
 constexpr const char* lockName = "owner";
 
-/// Locks a folder by a file in it; null if it is locked already, or if the file is not there and may not be created.
-/// The database library locks alike on every system, and its locks end with the process.
+/// Locks a folder by a file in it; null if it is already locked, or if the file does not exist and must not be
+/// created. The locks of the database library work in the same way on every system and end with the process.
 Handle lock(const fs::path& folder, int create) {
     sqlite3* opened = nullptr;
     const int code = sqlite3_open_v2(utf8Of(folder / lockName).c_str(), &opened,
@@ -33,8 +33,8 @@ Handle lock(const fs::path& folder, int create) {
     return handle;
 }
 
-/// Removes a folder whose lock is held; the lock goes last. The folder gets another name first, so that whoever has
-/// opened its lock file in the meantime, and locks it as soon as it is free, notices that the folder is gone.
+/// Removes a folder whose lock is held; the lock goes last. The folder is renamed first, so that a run that has
+/// opened its lock file meanwhile, and obtains the lock as soon as it is free, notices that the folder is gone.
 void removeLocked(fs::path folder, Handle held) {
     std::error_code ignored; // what cannot be removed now is removed by a later run
     std::error_code notRenamed;
@@ -56,7 +56,7 @@ void removeLocked(fs::path folder, Handle held) {
 } // namespace
 
 OwnedFolder::OwnedFolder(const fs::path& parent, const std::string& prefix) {
-    constexpr int mostTries = 16; // another run may take a folder for abandoned before it is locked
+    constexpr int mostTries = 16; // another run may mistake a folder for abandoned before it is locked
     constexpr std::size_t randomPart = 12;
     std::error_code failure;
     for (int i = 0; i < mostTries && lock_ == nullptr; ++i) {
@@ -70,7 +70,7 @@ OwnedFolder::OwnedFolder(const fs::path& parent, const std::string& prefix) {
         }
         lock_ = lock(path_, SQLITE_OPEN_CREATE);
         if (lock_ != nullptr && !fs::exists(path_ / lockName, failure)) {
-            lock_ = nullptr; // another run took the folder for abandoned
+            lock_ = nullptr; // another run mistook the folder for abandoned
         } else if (lock_ == nullptr) {
             std::error_code ignored; // another run may have removed it
             fs::remove_all(path_, ignored);
@@ -86,7 +86,7 @@ OwnedFolder::~OwnedFolder() { removeLocked(path_, std::move(lock_)); }
 void OwnedFolder::removeAbandoned(const fs::path& parent, const std::string& prefix,
                                   const std::function<void(const fs::path&)>& before) {
     std::vector<fs::path> found;
-    std::error_code ignored; // a parent that cannot be read has nothing that could be removed
+    std::error_code ignored; // if the parent cannot be read, nothing can be removed
     for (fs::directory_iterator entry(parent, ignored); entry != fs::directory_iterator(); entry.increment(ignored)) {
         std::error_code gone;
         if (utf8Of(entry->path().filename()).starts_with(prefix) && fs::is_directory(entry->symlink_status(gone)) &&
@@ -101,7 +101,7 @@ void OwnedFolder::removeAbandoned(const fs::path& parent, const std::string& pre
             }
             removeLocked(folder, std::move(held));
         } else {
-            fs::remove(folder, ignored); // only if it is empty: its run ended before it was locked
+            fs::remove(folder, ignored); // only if empty: its run ended before it was locked
         }
     }
 }

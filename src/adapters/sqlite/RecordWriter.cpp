@@ -79,7 +79,7 @@ std::string RecordWriter::columnName(int column) const {
 
 std::vector<int> RecordWriter::keyColumns() const {
     tsql::TableName base = target_;
-    base.name = origins_.front().table; // the table behind a view
+    base.name = origins_.front().table; // the table of a view
     const auto shape = session_->catalogue().table(base);
     std::vector<int> columns;
     for (const std::string& name : shape->key) {

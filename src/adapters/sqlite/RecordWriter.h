@@ -11,9 +11,9 @@
 
 namespace z7::cashflow::sqlite {
 
-/// Writes records of a query over one table or view. New records go through the name that the query used, so that a
-/// view fills in what it fills in. A record is found again by the table's primary key, and only if the columns that
-/// change still hold what was read.
+/// Writes records of a query on one table or view. New records are inserted into the table or view named in the
+/// query, so that a view supplies its values. A record is located by the table's primary key, and only if the
+/// columns to be changed still hold what was read.
 class RecordWriter final : public shared::RowWriter {
 public:
     RecordWriter(std::shared_ptr<Session> session, tsql::TableName target, std::vector<ColumnOrigin> origins);
@@ -24,14 +24,15 @@ public:
 private:
     [[nodiscard]] const std::string& insertText(const std::vector<shared::Change>& changes);
     [[nodiscard]] std::string columnName(int column) const;
-    /// The result's columns that make up the primary key of the table behind it; empty if they are not all there.
+    /// The result's columns that make up the primary key of its table; empty if the result does not contain all
+    /// of them.
     [[nodiscard]] std::vector<int> keyColumns() const;
 
     std::shared_ptr<Session> session_;
     tsql::TableName target_;
     std::vector<ColumnOrigin> origins_;
-    std::vector<int> insertColumns_; ///< the columns of the last insert: most often the next has the same,
-    std::string insertText_;         ///< and then its text is this; empty before the first
+    std::vector<int> insertColumns_; ///< columns of the last insert: usually the next one has the same,
+    std::string insertText_;         ///< and the same text; empty before the first insert
 };
 
 } // namespace z7::cashflow::sqlite

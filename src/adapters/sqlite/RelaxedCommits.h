@@ -4,19 +4,19 @@
 
 namespace z7::cashflow::sqlite {
 
-/// While it lives, the commits of a connection do not wait until the disk has them. A crash of the program loses
-/// nothing; a loss of power loses at most the last moments, and each transaction is there as a whole or not at all.
+/// While it lives, commits of a connection do not wait for the disk. A crash of the program loses nothing; a power
+/// failure loses at most the last moments, and each transaction is complete or absent.
 class RelaxedCommits {
 public:
-    /// The connection is open, in no transaction, and outlives it.
+    /// The connection is open, not in a transaction, and outlives this object.
     explicit RelaxedCommits(Connection& connection);
     RelaxedCommits(const RelaxedCommits&) = delete;
     RelaxedCommits& operator=(const RelaxedCommits&) = delete;
-    /// Finishes if nobody has, and keeps an error to itself.
+    /// Calls finish if nobody has, and ignores an error.
     ~RelaxedCommits();
 
-    /// Waits until the disk has everything that was committed, and lets each commit wait again. Error of the database
-    /// if the disk does not take it.
+    /// Waits until everything that was committed is on the disk, and makes each commit wait again. Raises an
+    /// error of the database if the disk fails.
     void finish();
 
 private:

@@ -47,7 +47,7 @@ void Session::close() noexcept {
     own_.clear();
     catalogue_.reset();
     inTransaction_ = false;
-    handle_.reset(); // rolls an open transaction back
+    handle_.reset(); // rolls back an open transaction
     tempDatabase_.reset();
 }
 
@@ -176,7 +176,7 @@ void Session::runText(const std::string& sql) {
 }
 
 tsql::TextRunner Session::textRunner() {
-    // An observer that refuses a statement shall not keep the session from taking back what was done.
+    // An observer that refuses statements must not prevent the session from rolling back.
     return {[this](const std::string& sql) { runText(sql); },
             [this](const std::string& sql) { executeScript(handle(), sql); }};
 }
@@ -214,7 +214,7 @@ std::unique_ptr<shared::RowSet> Session::fetch(PreparedStep& step) {
     sqlite3_stmt* statement = step.statement->get();
     bool row = step.statement->step(lockedRemark_);
     const int preparations = sqlite3_stmt_status(statement, SQLITE_STMTSTATUS_REPREPARE, 0);
-    if (preparations != step.preparations) { // another session has changed the tables since
+    if (preparations != step.preparations) { // another session has changed the tables meanwhile
         step.preparations = preparations;
         readColumns(step);
     }
@@ -302,7 +302,7 @@ std::int64_t Session::runOwn(const std::string& sql, const std::vector<Variant>&
     for (const Variant& value : values) {
         ++position;
         if (const auto* text = value.get<std::string>()) {
-            statement.bindBorrowed(position, *text); // the values outlive the run
+            statement.bindBorrowed(position, *text); // the values live longer than the run
         } else {
             statement.bind(position, value);
         }
@@ -340,7 +340,7 @@ void Session::commit() {
     requireInPlace();
     runText("COMMIT");
     inTransaction_ = false;
-    requireInPlace(); // it may have gone while the commit ran
+    requireInPlace(); // it may have been removed during the commit
 }
 
 void Session::rollback() {
@@ -348,7 +348,7 @@ void Session::rollback() {
         raiseDatabaseError(SQLITE_ERROR, {shared::DatabaseReason::noTransactionToRollBack});
     }
     inTransaction_ = false;
-    if (sqlite3_get_autocommit(handle()) == 0) { // else the database has rolled back already
+    if (sqlite3_get_autocommit(handle()) == 0) { // otherwise the database has already rolled back
         runText("ROLLBACK");
     }
 }
@@ -358,7 +358,7 @@ void Session::waitForDisk(bool wait) {
     if (!wait) {
         return;
     }
-    // What was moved to the account's file meanwhile is on the disk; what is still in the log is not.
+    // What was meanwhile moved to the account's file is on the disk; what is still in the log is not.
     sqlite3_file* log = nullptr;
     const bool known = sqlite3_file_control(handle(), "main", SQLITE_FCNTL_JOURNAL_POINTER, &log) == SQLITE_OK;
     if (known && log != nullptr && log->pMethods != nullptr) {

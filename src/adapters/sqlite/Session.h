@@ -21,23 +21,23 @@ namespace z7::cashflow::sqlite {
 
 class TempDatabase;
 
-/// Who looks on when statements run.
+/// Statement observers.
 struct Observers : shared::Observers {
     shared::StatementObserver rewritten;
 };
 
-/// Where the columns of a query come from, as far as they are columns of tables. What a writer of its records needs.
+/// The origins of a query's columns, if they are columns of tables; needed to write its records.
 struct ColumnOrigin {
     std::string database;
     std::string table;
     std::string column;
 };
 
-/// One open session: a handle of the database library with the account's companions attached, the statements that it
-/// has prepared, and its transaction. It is used on one thread.
+/// One open session: a handle of the database library with the account's companion files attached, its prepared
+/// statements, and its transaction. It is used on one thread.
 class Session final : public shared::Session, public std::enable_shared_from_this<Session> {
 public:
-    /// The most shapes of statements, and the most texts of its own, that a session keeps prepared.
+    /// The maximum number of statement shapes, and of own texts, that a session keeps prepared.
     static constexpr std::size_t mostPrepared = 128;
 
     Session(const ConnectionOptions& options, int number, std::shared_ptr<const Observers> observers);
@@ -48,35 +48,35 @@ public:
     void close() noexcept override;
     [[nodiscard]] int number() const noexcept override { return number_; }
 
-    /// Runs a Transact-SQL batch and fetches its first result whole.
+    /// Runs a Transact-SQL batch and fetches its complete first result.
     shared::Result run(const std::string& text, bool updatable) override;
-    /// Runs one statement of the embedded database's own dialect with values, and gives the number of rows that it
-    /// changed, through triggers too.
+    /// Runs one statement in the embedded database's own dialect with values, and returns the number of rows
+    /// changed, including those changed by triggers.
     std::int64_t runOwn(const std::string& sql, const std::vector<Variant>& values);
 
     void begin() override;
     void commit() override;
     void rollback() override;
-    /// Whether each commit waits until the disk has it, as it does unless told otherwise. Told so again, it waits for
-    /// all that was committed meanwhile; error of the database if the disk does not take it. Not within a transaction.
+    /// Sets whether each commit waits for the disk (the default). Turning it on again waits for everything
+    /// committed meanwhile; raises an error of the database if the disk fails. Not within a transaction.
     void waitForDisk(bool wait);
     [[nodiscard]] bool inTransaction() const noexcept override { return inTransaction_; }
     [[nodiscard]] bool isIdle() const noexcept override;
 
     [[nodiscard]] Catalogue& catalogue();
-    /// Makes tempdb known to the session, which does without it until a statement names it.
+    /// Attaches tempdb to the session; this is not done until a statement refers to it.
     void useTempDatabase();
     [[nodiscard]] sqlite3* nativeHandle() const { return handle(); }
 
 private:
-    /// A step of a batch with what it needs to run again.
+    /// A step of a batch with what is needed to run it again.
     struct PreparedStep {
         tsql::Step step;
         std::unique_ptr<Statement> statement;
         std::vector<LiteralBinding> bindings;
         std::shared_ptr<const shared::ColumnList> columns;
-        std::vector<ColumnOrigin> origins; ///< of a query whose records can be written
-        int preparations = 0;              ///< how often the library had to prepare it anew
+        std::vector<ColumnOrigin> origins; ///< for a query whose records can be written
+        int preparations = 0;              ///< how often the library has prepared it again
     };
 
     [[nodiscard]] sqlite3* handle() const;
@@ -94,9 +94,9 @@ private:
     void runStep(PreparedStep& step, const std::vector<tsql::Literal>& literals, bool updatable,
                  shared::Result& result);
     void requireTransactionAlive() const;
-    /// Raises an Error if the account's file has been deleted or replaced since it was opened.
+    /// Raises an Error if the account's file was deleted or replaced after it was opened.
     void requireInPlace() const;
-    /// Raises an Error if a file that is read without locks has been written to.
+    /// Raises an Error if a file that is read without locks was changed.
     void requireUnchanged() const;
 
     std::shared_ptr<const TempDatabase> tempDatabase_; ///< outlives the handle; null until it is needed

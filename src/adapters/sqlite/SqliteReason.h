@@ -6,8 +6,8 @@
 
 namespace z7::cashflow::sqlite {
 
-/// Why the embedded database cannot do what it is asked, beside the words of its library. Where a place takes the words
-/// of another error, it is the last one. How a reason is added stands at Reason.
+/// Why the embedded database refuses a request, in addition to the messages of its library. If a text has a place
+/// for another error's message, it is the last one. See Reason for how to add one.
 enum class SqliteReason {
     // files
     folderNotFile,
@@ -29,7 +29,7 @@ enum class SqliteReason {
     noTemporaryFolder,
     folderNotCreated,
     folderNotLocked,
-    // what is added to the words of the library
+    // additions to messages of the library
     fileDamaged,
     systemSays,
     writeRefused,
@@ -48,7 +48,7 @@ enum class SqliteReason {
     count ///< the number of reasons, not a reason itself
 };
 
-/// The reasons in the order of their names.
+/// The table of reasons, in the order of the enumeration.
 [[nodiscard]] std::span<const ReasonEntry> sqliteReasons() noexcept;
 
 [[nodiscard]] const ReasonEntry& entryOf(SqliteReason reason) noexcept;

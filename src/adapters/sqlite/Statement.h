@@ -16,7 +16,7 @@ namespace z7::cashflow::sqlite {
 /// A prepared statement of the database library, finalized with its owner. Positions of parameters count from 1.
 class Statement {
 public:
-    /// Prepares one statement. An Error tells why the database does not take it.
+    /// Prepares one statement. An Error reports why the database refuses it.
     Statement(sqlite3* handle, std::string_view sql);
 
     [[nodiscard]] sqlite3_stmt* get() const noexcept { return statement_.get(); }
@@ -26,11 +26,11 @@ public:
     void bindBorrowed(int position, std::string_view text);
     void bind(int position, std::int64_t value);
     void bind(int position, double value);
-    /// True for a row, false at the end. An error of the database is raised with its text in the last place of the
-    /// remark.
+    /// True for a row, false at the end. For an error of the database, the last place of the remark is filled
+    /// with the error's text.
     bool step(const Explanation& remarkWhenLocked = {});
     void reset() noexcept;
-    /// The text with its values in place.
+    /// The text with its values inserted.
     [[nodiscard]] std::string expanded() const;
 
 private:
@@ -42,7 +42,7 @@ private:
     std::unique_ptr<sqlite3_stmt, Finalizer> statement_;
 };
 
-/// Resets a statement when it goes, so that no read stays open after a result or an error.
+/// Resets a statement at the end of its lifetime, so that no read stays open after a result or an error.
 class StatementReset {
 public:
     explicit StatementReset(Statement& statement) : statement_(statement) {}
@@ -54,9 +54,9 @@ private:
     Statement& statement_;
 };
 
-/// Runs a text of one or several statements without results.
+/// Runs a text with one or more statements without results.
 void executeScript(sqlite3* handle, const std::string& sql, const Explanation& remarkWhenLocked = {});
-/// The first column of a query's first row, 0 if there is none.
+/// The first column of a query's first row, 0 if there is no row.
 [[nodiscard]] std::int64_t queryInteger(sqlite3* handle, const std::string& sql);
 
 } // namespace z7::cashflow::sqlite

@@ -21,7 +21,7 @@ namespace fs = std::filesystem;
 constexpr const char* folderPrefix = "z7cashflow-tempdb-";
 constexpr const char* fileName = "tempdb.db";
 
-/// The folder that holds the folders of all tempdbs, cleared of those whose programs have ended.
+/// The folder that contains the folders of all tempdbs; those whose programs have ended are removed.
 fs::path clearedParent() {
     std::error_code failure;
     fs::path parent = fs::temp_directory_path(failure);
@@ -56,7 +56,7 @@ TempDatabase::TempDatabase() : folder_(clearedParent(), folderPrefix) {
 
 void TempDatabase::attachTo(sqlite3* handle) const {
     attach(handle, folder_.path() / fileName, "tempdb");
-    // Nothing in it need survive. A transaction that is open already keeps the careful way.
+    // Its contents need not survive. If a transaction is already open, the setting cannot be changed.
     ignoringErrors([handle] { executeScript(handle, "PRAGMA tempdb.synchronous = OFF"); });
 }
 

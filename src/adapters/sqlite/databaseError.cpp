@@ -37,7 +37,7 @@ const char* sqlState(int code, std::string_view text) {
     return text.ends_with("already exists") ? "42S01" : "HY000";
 }
 
-/// Whether a check of a file that a handle knows under a name finds it whole.
+/// Whether a check of one of a handle's files, by name, finds it undamaged.
 bool isWhole(sqlite3* handle, const std::string& name) {
     sqlite3_stmt* prepared = nullptr;
     sqlite3_prepare_v2(handle, ("PRAGMA " + name + ".quick_check(1)").c_str(), -1, &prepared, nullptr);
@@ -49,7 +49,7 @@ bool isWhole(sqlite3* handle, const std::string& name) {
     return answer != nullptr && std::string_view(answer) == "ok";
 }
 
-/// What the library says, with what it does not say: which file is damaged, or why the system refused.
+/// The library's message, with what it does not report: which file is damaged, or why the system refused.
 Explanation explained(sqlite3* handle, int code) {
     Explanation why{Reason::verbatim, {sqlite3_errmsg(handle)}};
     const int kind = code & 0xFF;

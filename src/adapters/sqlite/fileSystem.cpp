@@ -23,7 +23,7 @@ std::error_code lastError() { return {static_cast<int>(GetLastError()), std::sys
 
 } // namespace
 
-std::error_code makePrivateFolder(const fs::path& folder) { // the user's temporary folder is private by itself
+std::error_code makePrivateFolder(const fs::path& folder) { // the user's temporary folder is already private
     return CreateDirectoryW(folder.c_str(), nullptr) != 0 ? std::error_code() : lastError();
 }
 

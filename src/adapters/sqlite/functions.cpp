@@ -102,8 +102,9 @@ void like(sqlite3_context* context, int, sqlite3_value** arguments) {
     });
 }
 
-/// The running state of a sum. Values of at most four decimals, such as money, are added as whole ten-thousandths, so
-/// that 0.1 + 0.2 - 0.3 is 0 as on the server; the others as doubles with what rounding loses kept apart.
+/// The intermediate state of a sum. Values with at most four decimals, such as money, are added as whole
+/// ten-thousandths, so that 0.1 + 0.2 - 0.3 is 0 as on the server; others as doubles with compensation of rounding
+/// errors.
 struct SumState {
     std::int64_t units;
     double total;
@@ -212,7 +213,7 @@ void castTo(sqlite3_context* context, int, sqlite3_value** arguments) {
         const bool whole =
             type.type == ColumnType::byte || type.type == ColumnType::int16 || type.type == ColumnType::int32;
         if (whole && value.is<double>()) {
-            value = Variant(std::trunc(*value.get<double>())); // the server cuts a fraction off
+            value = Variant(std::trunc(*value.get<double>())); // the server truncates fractions
         }
         const auto* text = value.get<std::string>();
         if (type.type == ColumnType::text && !value.isNull()) {
@@ -240,14 +241,14 @@ void addYearFunction(sqlite3* handle, const char* name, std::optional<std::int16
                      void (*body)(sqlite3_context*, int, sqlite3_value**)) {
     using Year = std::optional<std::int16_t>;
     auto owned = std::make_unique<Year>(year);
-    // The library destroys it together with the function, also if the registration fails.
+    // The library destroys it together with the function, even if the registration fails.
     require(handle,
             sqlite3_create_function_v2(handle, name, 0, plainFunction, owned.release(), body, nullptr, nullptr,
                                        [](void* data) { std::default_delete<Year>()(static_cast<Year*>(data)); }));
 }
 
-/// Whether an inner join on texts that are equal under the collation, but not byte by byte, finds its row. The inner
-/// table is one for which the library builds an index of its own, and with it, from 3.38 on, a Bloom filter.
+/// Whether an inner join of texts that are equal under the collation, but not byte by byte, finds its row. For the
+/// inner table the library builds a temporary index and, from 3.38 on, a Bloom filter.
 bool joinFindsEqualTexts(sqlite3* handle) {
     return queryInteger(handle,
                         "WITH RECURSIVE "
@@ -256,10 +257,11 @@ bool joinFindsEqualTexts(sqlite3* handle) {
                         "SELECT count(*) FROM sought JOIN stored ON sought.t = stored.t COLLATE z7_text") == 1;
 }
 
-/// The library promises that every plan honours a collation, and every optimization does but one in some versions: the
-/// Bloom filter of 3.38 to 3.40 hashes a text by its length, so "1001 " is not found for "1001", nor a letter for one
-/// that folds to it from another number of bytes. Later versions give all texts one hash. What counts is what the
-/// library does, not its number: where a row is lost, the filter goes; where that does not help, no session is opened.
+/// The library promises that every plan respects a collation, but one optimization in some versions does not: the
+/// Bloom filter of 3.38 to 3.40 hashes a text by its length, so that "1001 " does not match "1001", nor a letter
+/// one that folds to it from a different number of bytes. Later versions give all texts the same hash. The
+/// behaviour is tested, not the version: if a row is lost, the filter is turned off; if that does not help, no
+/// session is opened.
 void requireWholeJoins(sqlite3* handle) {
     if (joinFindsEqualTexts(handle)) {
         return;
@@ -271,7 +273,7 @@ void requireWholeJoins(sqlite3* handle) {
     }
 }
 
-/// Where the character begins that the byte at a position belongs to.
+/// The beginning of the character that contains the byte at a position.
 std::size_t characterStart(std::string_view text, std::size_t at) {
     while (at > 0 && (static_cast<unsigned char>(text[at]) & 0xC0U) == 0x80U) {
         --at;
@@ -279,11 +281,11 @@ std::size_t characterStart(std::string_view text, std::size_t at) {
     return at;
 }
 
-/// The length in bytes of the character that a text begins with.
+/// The length in bytes of a text's first character.
 std::size_t characterSize(std::string_view text) { return leftCharacters(text, 1).size(); }
 
-/// Matches one character against a set that begins behind "[", and gives the pattern behind the "]".
-/// A bracket that is not closed matches nothing.
+/// Matches one character against a set that begins after "[", and sets behind to the pattern after the "]". An
+/// unclosed bracket matches nothing.
 bool matchesSet(std::string_view character, std::string_view set, std::string_view& behind) {
     const bool inverted = set.starts_with('^');
     set.remove_prefix(inverted ? 1 : 0);
@@ -308,7 +310,7 @@ bool matchesSet(std::string_view character, std::string_view set, std::string_vi
     return found != inverted;
 }
 
-/// Matches one character of the text against the head of the pattern, which is not "%", and moves both on.
+/// Matches one character of the text against the head of the pattern, which is not "%", and advances both.
 bool matchesOne(std::string_view& text, std::string_view& pattern) {
     if (text.empty() || pattern.empty()) {
         return false;
@@ -380,7 +382,7 @@ bool isLike(std::string_view text, std::string_view pattern) {
         if (!starred || textAtStar.empty()) {
             return false;
         }
-        textAtStar.remove_prefix(characterSize(textAtStar)); // let the last "%" take one more character
+        textAtStar.remove_prefix(characterSize(textAtStar)); // let the last "%" match one more character
         text = textAtStar;
         pattern = patternAtStar;
     }

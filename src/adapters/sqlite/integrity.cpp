@@ -30,7 +30,7 @@ void readThrough(const std::filesystem::path& file, std::vector<Damage>& damages
         readThrough(openToRead(file), file, damages);
     } catch (const Error& error) {
         if (error.why().reason == SqliteReason::logLeftBehind) {
-            throw; // the file may be sound
+            throw; // the file may be undamaged
         }
         damages.push_back({file, error.asCause()});
     }

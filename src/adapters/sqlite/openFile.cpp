@@ -30,7 +30,8 @@ void requireFile(const fs::path& file, SqliteReason whenMissing, std::vector<std
     }
 }
 
-/// A name that the database library takes for nothing but a file: no URI, no special name such as ":memory:".
+/// A name that the database library can only interpret as a file: not a URI, and not a special name such as
+/// ":memory:".
 std::string plainName(const fs::path& file) {
     std::error_code error;
     const fs::path absolute = fs::absolute(file, error);
@@ -87,9 +88,9 @@ bool existsBeside(const fs::path& file, const char* suffix) {
     return fs::exists(path, error);
 }
 
-/// An open file and whether it has to be read without locks. The database library keeps a log and its index beside a
-/// file, also for readers. Where neither can be written and no log is there, nobody is at work on the file, and it can
-/// be read as it stands. A log that is there has to be read with it, and so has to be locked.
+/// An open file, and whether it must be read without locks. The database library keeps a log and its index beside a
+/// file, also for readers. If these cannot be written and there is no log, nobody is using the file, and it can be
+/// read as it is. If there is a log, it must be read as well, and so the file must be locked.
 struct Probe {
     Handle handle;
     bool readOnly = false;
@@ -98,12 +99,11 @@ struct Probe {
 
 Probe probe(const fs::path& file) {
     Probe found;
-    found.handle = openNamed(plainName(file), file, SQLITE_OPEN_READWRITE | SQLITE_OPEN_URI); // for what is attached
+    found.handle = openNamed(plainName(file), file, SQLITE_OPEN_READWRITE | SQLITE_OPEN_URI); // URI: for attached files
     found.readOnly = sqlite3_db_readonly(found.handle.get(), "main") != 0;
     const bool log = existsBeside(file, "-wal") || existsBeside(file, "-journal");
     if (found.readOnly && !log) {
-        found.unlocked =
-            true; // before it is read: a log created by a user who may not write would lock out those who may
+        found.unlocked = true; // before reading: a log created by a user who may not write would lock out those who may
         return found;
     }
     try {
@@ -114,12 +114,12 @@ Probe probe(const fs::path& file) {
         if (needsRights && log) {
             raiseDatabaseError(error.number(), {SqliteReason::logLeftBehind, {utf8Of(file)}});
         }
-        found.unlocked = found.readOnly = needsRights; // other faults show, and are named, when the file is opened
+        found.unlocked = found.readOnly = needsRights; // other faults are reported when the file is opened
     }
     return found;
 }
 
-/// Checks that a file that is open under the name is the one of this product that it should be.
+/// Checks that the file opened under a name is the expected one of this product.
 void checkMarks(sqlite3* handle, const std::string& name, const fs::path& file, std::int64_t mark) {
     std::int64_t found = 0;
     std::int64_t version = 0;
@@ -178,7 +178,7 @@ void attach(sqlite3* handle, const fs::path& file, const char* name) {
 fs::path accountFile(const fs::path& path) {
     std::error_code error;
     if (!fs::is_symlink(path, error)) {
-        return path; // as it was given, so that messages name it so
+        return path; // unchanged, for messages
     }
     const fs::path target = fs::canonical(path, error);
     return error ? path : target;
@@ -218,13 +218,13 @@ OpenAccount openAccount(const ConnectionOptions& options) {
     account.handle = std::move(main.handle);
     sqlite3* const handle = account.handle.get();
     sqlite3_busy_timeout(handle, options.timeout);
-    sqlite3_db_config(handle, SQLITE_DBCONFIG_DQS_DML, 0, nullptr); // a mistyped column is no text
+    sqlite3_db_config(handle, SQLITE_DBCONFIG_DQS_DML, 0, nullptr); // a mistyped column must not become a text
     sqlite3_db_config(handle, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
     sqlite3_db_config(handle, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
     prepareSession(handle, options.year);
     checkMarks(handle, "main", options.database, accountMark);
     attachSystem(account);
-    // A voucher once reported as stored stays stored, also when the power goes.
+    // A voucher that was reported as stored stays stored, even after a power failure.
     executeScript(handle, "PRAGMA main.synchronous = FULL; PRAGMA zqsystem.synchronous = FULL; "
                           "PRAGMA foreign_keys = ON; PRAGMA trusted_schema = OFF; PRAGMA temp_store = MEMORY");
     if (options.maxPages) {

@@ -18,22 +18,22 @@ class TempDatabase;
 /// Opens a file with flags of the database library, SQLITE_OPEN_READWRITE and the like. An Error names the file.
 [[nodiscard]] Handle openHandle(const std::filesystem::path& file, int flags);
 
-/// Opens a file for reading as it is, without its log and without locks. An Error names the file.
+/// Opens a file read-only by itself, without its log and without locks. An Error names the file.
 [[nodiscard]] Handle openUnlocked(const std::filesystem::path& file);
 
-/// Opens a file for reading, without locks where nothing can be written beside it and no log is there. An Error names
-/// the file; one of its own says that there is a log which only a user with more rights can read.
+/// Opens a file for reading, without locks if nothing can be written beside it and there is no log. An Error names
+/// the file; it may say that there is a log that only a user with more rights can read.
 [[nodiscard]] Handle openToRead(const std::filesystem::path& file);
 
 /// Attaches a file to a handle under a name. An Error names the file.
 void attach(sqlite3* handle, const std::filesystem::path& file, const char* name);
 
-/// The account's file that a path leads to, through links: its companion lies beside it. The path itself if it leads
-/// nowhere.
+/// The account's file to which a path leads, following links: its companion is beside it. The path itself if it
+/// leads nowhere.
 [[nodiscard]] std::filesystem::path accountFile(const std::filesystem::path& path);
 
-/// What a file looked like when it was opened without locks, because nothing can be written beside it. Others may be
-/// able to write, so a session that reads this way looks from time to time.
+/// The state of a file when it was opened without locks, because nothing can be written beside it. Others may be
+/// able to write, so a session that reads this way checks from time to time.
 class UnlockedFile {
 public:
     explicit UnlockedFile(std::filesystem::path file);
@@ -47,20 +47,20 @@ private:
     std::filesystem::file_time_type written_;
 };
 
-/// An account that is open with its system database attached, ready for a session.
+/// An open account with its system database attached, ready for a session.
 struct OpenAccount {
     Handle handle;
-    std::filesystem::path file;           ///< the account's file, links followed
+    std::filesystem::path file;           ///< the account's file after following links
     std::vector<UnlockedFile> unlocked{}; ///< the files that are read without locks
     bool readOnly = false;                ///< whether the account's file or its system database can only be read
 };
 
-/// Opens an account's file and its system database after checking that they are what they should be. Files that cannot
-/// be written are opened for reading. An Error names the file and what can be done.
+/// Opens an account's file and its system database after checking that they are the expected ones. Files that
+/// cannot be written are opened read-only. An Error names the file and the remedy.
 [[nodiscard]] OpenAccount openAccount(const ConnectionOptions& options);
 
-/// Attaches the system database and tempdb of an account's file to a bare session that is open on it, for programs that
-/// look at the file without a Connection, such as benchmarks. The tempdb must be kept until the handle is closed.
+/// Attaches the system database and tempdb of an account's file to a bare session on that file, for programs that
+/// use the file without a Connection, such as benchmarks. The tempdb must be kept until the handle is closed.
 [[nodiscard]] std::shared_ptr<const TempDatabase> attachCompanions(sqlite3* handle,
                                                                    const std::filesystem::path& account);
 

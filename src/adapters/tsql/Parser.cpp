@@ -12,7 +12,7 @@ namespace {
 constexpr std::size_t longestName = 128;
 constexpr std::size_t mostParameters = 30000;
 
-/// Words that cannot be names unless they stand in brackets.
+/// Words that can be names only in brackets.
 constexpr auto reservedWords = std::to_array<std::string_view>(
     {"all",      "alter",    "and",      "any",     "as",     "asc",   "begin",   "between", "by",
      "case",     "cast",     "coalesce", "convert", "create", "cross", "declare", "default", "delete",
@@ -107,7 +107,7 @@ std::string Parser::takeName() {
     std::string text = name.kind == Token::Kind::quotedIdentifier ? unquoted(name.text) : std::string(name.text);
     const bool special = name.kind == Token::Kind::identifier && text.find_first_of("@#$") == 0;
     if (special || text.empty() || characterCount(text) > longestName) {
-        refuse(); // variables, tables that belong to one session and the like are not offered
+        refuse(); // variables, temporary tables of one session and the like are not supported
     }
     ++at_;
     return text;

@@ -11,7 +11,7 @@
 
 namespace z7::cashflow::tsql {
 
-/// Reads a batch by recursive descent and writes the embedded database's text as it goes.
+/// Parses a batch by recursive descent and writes the text for the embedded database while parsing.
 class Parser {
 public:
     explicit Parser(std::string_view text) : source_(text) {}
@@ -21,38 +21,38 @@ private:
     /// A table of a "from" with the name by which columns refer to it.
     struct Source {
         std::string alias;             ///< in lower case
-        std::vector<TableName> tables; ///< one, or all that a sub-select reads
+        std::vector<TableName> tables; ///< one, or all those of a sub-select
     };
     /// The tables that column names in one select refer to.
     struct Scope {
         std::vector<Source> sources;
         int outer = -1;
     };
-    /// What is known about an expression that was just written.
+    /// What is known about the expression just written.
     struct Expression {
         bool predicate = false;   ///< true or false, not a value
-        bool numeric = false;     ///< surely a number
+        bool numeric = false;     ///< certainly a number
         bool textLiteral = false; ///< a bare text literal
         int parameter = -1;       ///< the parameter, if it is a bare literal
         std::string qualifier;    ///< of a bare column, in lower case; may be empty
         std::string column;       ///< of a bare column
         std::string castType;     ///< of a cast
-        std::size_t end = 0;      ///< the length of the output behind it
+        std::size_t end = 0;      ///< length of the output after it
         [[nodiscard]] bool isColumn() const { return !column.empty(); }
     };
-    /// A parameter whose column can only be told when the tables are known.
+    /// A parameter whose column can only be determined when the tables are known.
     struct PendingUse {
         int parameter;
         int scope;
         std::string qualifier;
         std::string column;
     };
-    /// A name of several parts, as written.
+    /// A name with several parts, as written.
     struct DottedName {
-        std::vector<std::string> parts; ///< without brackets; a part that is left out is empty
+        std::vector<std::string> parts; ///< without brackets; an omitted part is empty
         std::string_view text;
     };
-    /// The pieces of a "from" as an update needs them.
+    /// The parts of a "from" that an update needs.
     struct UpdateSources {
         struct Item {
             TableName table;
@@ -68,12 +68,12 @@ private:
         std::string value;
         int parameter; ///< the value's parameter if it is a bare literal, else -1
     };
-    /// What a select turned out to be.
+    /// The properties of a parsed select.
     struct Query {
         std::vector<ResultItem> items;
-        std::vector<TableName> tables; ///< of its own "from", sub-selects there included
+        std::vector<TableName> tables; ///< of its own "from", including sub-selects there
         std::optional<TableName> into;
-        std::string limit;     ///< what stands for "top"
+        std::string limit;     ///< the "limit" clause for "top"
         bool writable = false; ///< plain columns of one table
     };
 
@@ -94,7 +94,7 @@ private:
     std::optional<std::string> takeAlias();
     std::string takeInlinedNumber();
 
-    // Output and what goes with it (Parser.cpp)
+    // Output and its bookkeeping (Parser.cpp)
     void write(std::string_view text) { out_.append(text); }
     template <class Routine> std::string captured(Routine&& routine) {
         std::string outside;
@@ -164,7 +164,7 @@ private:
     void collateLiteral(const Expression& literal);
     std::string parseType();
 
-    /// Counts the nesting, which is bounded so that no text can exhaust the stack.
+    /// Counts the nesting depth, which is limited so that no text can exhaust the stack.
     class Nesting;
 
     Tokens source_;

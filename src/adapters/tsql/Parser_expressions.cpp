@@ -7,7 +7,8 @@
 
 namespace z7::cashflow::tsql {
 
-// The operators bind as on the server: or, and, not, comparisons, + - & |, * / %, signs.
+// Operator precedence is that of the server: or, and, not, comparisons, + - &
+// , * / %, signs.
 
 Parser::Expression Parser::parseExpression() {
     const Nesting nesting(*this);
@@ -416,7 +417,7 @@ void Parser::compare(const Expression& a, const Expression& b) {
     } else if (b.isColumn() && aIsLiteral) {
         pending_.push_back({a.parameter, scope_, b.qualifier, b.column});
     } else if (!a.isColumn() && !b.isColumn() && (a.textLiteral || b.textLiteral)) {
-        collateLiteral(b.textLiteral ? b : a); // no column brings its collation along
+        collateLiteral(b.textLiteral ? b : a); // neither operand is a column with a collation
     }
 }
 

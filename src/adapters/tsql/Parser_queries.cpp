@@ -52,7 +52,7 @@ Parser::Query Parser::parseQuery(bool mayGoInto) {
     if (isWord("into") && mayGoInto) {
         ++at_;
         query.into = takeTable();
-        step().tables.pop_back(); // it is not there yet
+        step().tables.pop_back(); // it does not exist yet
     }
     if (takeWord("from")) {
         parseFrom(query);
@@ -186,7 +186,7 @@ void Parser::parseSource(Query& query) {
         expectSymbol(")");
         const auto alias = takeAlias();
         if (!alias) {
-            refuse(); // the server wants a name for it
+            refuse(); // the server requires a name for it
         }
         write(") AS " + quotedName(*alias));
         addSource(*alias, inner.tables);
@@ -221,7 +221,7 @@ void Parser::parseHints() {
     } else {
         return;
     }
-    do { // they tell the server how to lock; here every reader reads what was committed when it began
+    do { // lock hints for the server; here every reader reads what was committed when it began
         if (!isHint(0)) {
             refuse();
         }

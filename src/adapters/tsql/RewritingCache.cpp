@@ -8,7 +8,7 @@ constexpr std::size_t longestKeptText = std::size_t{64} * 1024;
 } // namespace
 
 bool isWorthKeeping(std::string_view text, const Rewriting& rewriting) {
-    // Tables of tempdb live for one voucher.
+    // Tables of tempdb exist for one voucher only.
     return text.size() <= longestKeptText &&
            std::none_of(rewriting.steps.begin(), rewriting.steps.end(), [](const Step& step) {
                return step.kind == Step::Kind::drop || step.kind == Step::Kind::queryInto ||

@@ -14,21 +14,22 @@
 
 namespace z7::cashflow::tsql {
 
-/// Whether the rewriting of a text may serve the next statement of its shape.
+/// Whether the rewriting of a text can be used for later statements of its shape.
 [[nodiscard]] bool isWorthKeeping(std::string_view text, const Rewriting& rewriting);
 
-/// The rewritings of the statements that a session runs, found again by the statements' shapes: a statement of a known
-/// shape costs one pass over its text. KnownStep is what an adapter keeps with a step to run it again; it has a member
-/// "step" of the type Step, which is filled here.
+/// The rewritings of a session's statements, found by the statements' shapes: for a known shape, one pass over the
+/// text is enough. KnownStep is what an adapter keeps with a step to run it again; it has a member "step" of type
+/// Step, which is filled here.
 template <class KnownStep> class RewritingCache {
 public:
     using Steps = std::vector<KnownStep>;
 
-    /// Keeps at most so many shapes and forgets the one that was not asked for the longest.
+    /// Keeps at most this number of shapes and evicts the least recently used.
     explicit RewritingCache(std::size_t capacity) : entries_(capacity) {}
 
-    /// The steps of a statement or a batch: the same object for each text of one shape, as long as it is kept, and the
-    /// caller's as well, who may run them while they are forgotten here. Errors of shapeOf and rewrite.
+    /// The steps of a statement or a batch: the same object for all texts of one shape as long as it is cached.
+    /// Shared with the caller, who may still run them after they were evicted. Errors of shapeOf and rewrite
+    /// pass through.
     [[nodiscard]] std::shared_ptr<Steps> stepsOf(std::string_view text) {
         shapeOf(text, shape_);
         if (const Entry* known = entries_.find(shape_.key); known != nullptr && hasSameTexts(known->inlined)) {
@@ -49,15 +50,15 @@ public:
         }
         return steps;
     }
-    /// The literals of the text that stepsOf was given last. They point into that text.
+    /// The literals of the last text passed to stepsOf. They point into that text.
     [[nodiscard]] const std::vector<Literal>& literals() const noexcept { return shape_.literals; }
 
-    /// The number of shapes that are kept.
+    /// The number of cached shapes.
     [[nodiscard]] std::size_t size() const noexcept { return entries_.size(); }
     void clear() { entries_.clear(); }
 
 private:
-    /// A literal that is part of the rewritten text, as it stood there.
+    /// A literal that is part of the rewritten text, with its value.
     struct Inlined {
         int literal = 0;
         std::string text;

@@ -13,7 +13,7 @@ std::string Literal::value() const {
     for (std::size_t i = 0; i < body.size(); ++i) {
         text += body[i];
         if (body[i] == '\'') {
-            ++i; // its double
+            ++i; // the second quote of a pair
         }
     }
     return text;
@@ -28,7 +28,7 @@ Shape shapeOf(std::string_view statement) {
 void shapeOf(std::string_view text, Shape& shape) {
     shape.key.clear();
     shape.literals.clear();
-    std::size_t copied = 0; // what stands before this is in the key already
+    std::size_t copied = 0; // the text before this position is already in the key
     std::size_t at = 0;
     Literal literal;
     const auto mask = [&](std::size_t from, std::size_t end) {

@@ -7,28 +7,28 @@
 
 namespace z7::cashflow::tsql {
 
-/// A literal of a statement: a number, or a text between quotes. It points into the statement's text.
+/// A literal of a statement: a number or a quoted text. It points into the statement's text.
 struct Literal {
     enum class Kind { number, text };
     Kind kind = Kind::number;
     std::string_view source;    ///< the whole literal as written: 12.5, 'it''s', N'现金'
-    std::string_view body;      ///< the number, or what stands between the quotes
-    bool doubledQuotes = false; ///< whether the body holds quotes that are written twice
+    std::string_view body;      ///< the number, or the text between the quotes
+    bool doubledQuotes = false; ///< whether the body contains doubled quotes
 
-    /// The text that the literal means, each doubled quote once; a number as written.
+    /// The literal's value: a text with each doubled quote reduced to one, a number as written.
     [[nodiscard]] std::string value() const;
 };
 
-/// A statement apart from its literals. Two statements with the same key differ in their literals' values only.
+/// A statement without its literals. Two statements with the same key differ only in the values of their literals.
 struct Shape {
     std::string key; ///< the statement's text, each literal replaced by one byte: 1 for a number, 2 for a text
     std::vector<Literal> literals;
 };
 
-/// Finds the shape of a statement or a batch in one pass over its text. The literals point into the text.
-/// Error 105 for a quote that is not closed, 113 for a comment that is not, 102 for a byte that no statement holds.
+/// Finds the shape of a statement or a batch in one pass. The literals point into the text. Error 105 for an
+/// unclosed quote, 113 for an unclosed comment, 102 for a byte that is not allowed in a statement.
 [[nodiscard]] Shape shapeOf(std::string_view statement);
-/// The same into a shape that is used again, which spares its memory.
+/// The same, reusing the memory of a shape.
 void shapeOf(std::string_view statement, Shape& shape);
 
 } // namespace z7::cashflow::tsql

@@ -6,9 +6,9 @@
 
 namespace z7::cashflow::tsql {
 
-/// Why a Transact-SQL statement cannot be run on the embedded database. How a reason is added stands at Reason.
+/// Why a Transact-SQL statement cannot be run on the embedded database. See Reason for how to add one.
 enum class TsqlReason {
-    // the text of a statement
+    // syntax
     syntaxNear,
     syntaxAtEnd,
     orderByPosition,
@@ -17,7 +17,7 @@ enum class TsqlReason {
     textNotClosed,
     tooDeep,
     tooManyValues,
-    // what it names
+    // unknown or ambiguous names
     objectUnknown,
     databaseUnknown,
     tableAmbiguous,
@@ -25,7 +25,7 @@ enum class TsqlReason {
     argumentCountWrong,
     typeUnknown,
     columnUnnamed,
-    // its values
+    // values
     valuesMissing,
     valuesTooMany,
     overflow,
@@ -35,7 +35,7 @@ enum class TsqlReason {
     count ///< the number of reasons, not a reason itself
 };
 
-/// The reasons in the order of their names.
+/// The table of reasons, in the order of the enumeration.
 [[nodiscard]] std::span<const ReasonEntry> tsqlReasons() noexcept;
 
 [[nodiscard]] const ReasonEntry& entryOf(TsqlReason reason) noexcept;

@@ -24,7 +24,7 @@ double numberOf(const Literal& literal, bool negative, const shared::Column& col
         double number = 0.0;
         const auto [end, error] =
             std::from_chars(literal.body.data(), literal.body.data() + literal.body.size(), number);
-        if (error != std::errc()) { // no double holds it
+        if (error != std::errc()) { // out of the range of a double
             raiseOverflow(column);
         }
         return negative ? -number : number;
@@ -46,7 +46,7 @@ double numberOf(const Literal& literal, bool negative, const shared::Column& col
 }
 
 Variant dateOf(const Literal& literal, bool negative, const shared::Column& column) {
-    constexpr double dayZero = 2.0; // the server counts its days from 1900-01-01
+    constexpr double dayZero = 2.0; // the server counts days from 1900-01-01
     if (literal.kind == Literal::Kind::number) {
         const Date date(dayZero + numberOf(literal, negative, column));
         if (!isValidDate(date)) {
@@ -75,8 +75,8 @@ bool isWhole(ColumnType type) {
            type == ColumnType::int32;
 }
 
-/// A number as its column holds it; one that it cannot hold is an error if it is assigned, and equal to nothing if it is
-/// compared.
+/// A number as its column holds it; one that it cannot hold is an error if it is assigned, and equal to nothing if
+/// it is compared.
 Variant heldNumber(double number, const shared::Column& column, bool assigned) {
     const bool counts = isWhole(column.type) && column.type != ColumnType::boolean;
     if (!assigned && isWhole(column.type) && number != std::trunc(number)) {

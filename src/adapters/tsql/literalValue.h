@@ -8,13 +8,14 @@
 
 namespace z7::cashflow::tsql {
 
-/// Error 8152 if a text has more characters than its column takes.
+/// Error 8152 if a text has more characters than its column allows.
 void requireLength(std::string_view text, const shared::Column& column);
 
-/// A literal as a value of the column that it is compared with or, if it is assigned, goes into: a text for a date
-/// column as a date in any year-first form, a text for a number column as its number, a number for a text column as it
-/// is written. The empty text is 0, or 1900-01-01. Error 241 for a text that is no date, 8114 for one that is no
-/// number, 8115 for a number out of the column's range, 8152 for a text that is too long to go into its column.
+/// A literal as a value of the column with which it is compared or, if assigned is true, in which it is stored: a
+/// text for a date column as a date in any form that begins with the year, a text for a number column as its
+/// number, a number for a text column as written. The empty text is 0, or 1900-01-01. Error 241 for a text that is
+/// not a date, 8114 for one that is not a number, 8115 for a number out of the column's range, 8152 for a text that
+/// is too long for its column.
 [[nodiscard]] Variant literalValue(const Literal& literal, bool negative, const shared::Column& column, bool assigned);
 
 } // namespace z7::cashflow::tsql

@@ -6,8 +6,8 @@
 namespace z7::cashflow::tsql {
 namespace {
 
-// Bytes that no statement holds outside its texts are refused wherever they stand: in the shape of a statement they
-// stand for its literals.
+// Bytes that are not allowed outside the texts of a statement are refused everywhere, because in the key of a shape
+// some of them represent literals.
 std::size_t readableUpTo(std::string_view text, std::size_t from, std::size_t end) {
     for (; from < end; ++from) {
         if (byteClass(text[from]) == ByteClass::invalid) {

@@ -9,18 +9,18 @@
 #include <string_view>
 #include <vector>
 
-/// The pieces of a Transact-SQL text, and the scanning that the lexer and the shape share.
+/// The tokens of a Transact-SQL text, and the scanning shared by the lexer and the shape.
 namespace z7::cashflow::tsql {
 
 struct Token {
     enum class Kind { identifier, quotedIdentifier, literal, symbol, end };
     Kind kind = Kind::end;
-    std::string_view text;  ///< as written; of a quoted identifier with its brackets
+    std::string_view text;  ///< as written; a quoted identifier includes its brackets
     std::string_view lower; ///< of an identifier in lower case; points into Tokens::lowered
-    int literal = -1;       ///< which of the literals it is
+    int literal = -1;       ///< index of the literal
 };
 
-/// The tokens of a text. They point into the text and into this object, which therefore stays where it is.
+/// The tokens of a text. They point into the text and into this object, which must not be moved.
 struct Tokens {
     explicit Tokens(std::string_view text);
     Tokens(const Tokens&) = delete;
@@ -33,7 +33,7 @@ private:
     std::string lowered_;
 };
 
-/// The classes of bytes that decide how scanning goes on.
+/// Classes of bytes for scanning.
 enum class ByteClass : unsigned char { blank, name, digit, quote, bracket, dash, slash, dot, symbol, invalid };
 constexpr std::array<ByteClass, 256> makeByteClasses() {
     std::array<ByteClass, 256> classes{};
@@ -61,7 +61,7 @@ constexpr std::array<ByteClass, 256> makeByteClasses() {
 inline constexpr std::array<ByteClass, 256> byteClasses = makeByteClasses();
 [[nodiscard]] inline ByteClass byteClass(char c) noexcept { return byteClasses[static_cast<unsigned char>(c)]; }
 
-/// Each of these takes a text and the position where a piece begins, and gives the position behind it.
+/// Each of these takes a text and the position where an element begins, and returns the position after it.
 [[nodiscard]] inline std::size_t skipBlanks(std::string_view text, std::size_t at) noexcept {
     while (at < text.size() && byteClass(text[at]) == ByteClass::blank) {
         ++at;
@@ -74,17 +74,18 @@ inline constexpr std::array<ByteClass, 256> byteClasses = makeByteClasses();
     }
     return at;
 }
-/// A comment, if one begins here; else the same position. Error 113 if it does not end, 102 for a byte that no
-/// statement holds.
+/// A comment, if one begins here; otherwise the same position. Error 113 if it is not closed, 102 for a byte that
+/// is not allowed in a statement.
 [[nodiscard]] std::size_t skipComment(std::string_view text, std::size_t at);
-/// A name in brackets or double quotes. Error 105 if it does not end, 102 for a byte that no statement holds.
+/// A name in brackets or double quotes. Error 105 if it is not closed, 102 for a byte that is not allowed in a
+/// statement.
 [[nodiscard]] std::size_t skipQuotedName(std::string_view text, std::size_t at);
-/// A number begins with a digit, or with a point before a digit.
+/// A number begins with a digit, or with a point followed by a digit.
 [[nodiscard]] std::size_t scanNumber(std::string_view text, std::size_t at, Literal& literal) noexcept;
-/// A text begins at its quote; the prefix N that may stand before it begins at "from".
+/// A text begins at its quote, or at "from" if it has the prefix N.
 [[nodiscard]] std::size_t scanText(std::string_view text, std::size_t from, std::size_t quote, Literal& literal);
 
-/// "Incorrect syntax near '\x1F'.": of a byte that no statement holds outside its texts.
+/// Raises "Incorrect syntax near '\x1F'." for a byte that is not allowed in a statement.
 [[noreturn]] void raiseInvalidByte(char byte);
 /// "Incorrect syntax near 'x'."
 [[noreturn]] void raiseSyntaxError(std::string_view near);

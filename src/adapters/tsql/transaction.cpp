@@ -8,8 +8,8 @@ namespace z7::cashflow::tsql {
 
 void beginTransaction(const TextRunner& runner) {
     runner.run("BEGIN");
-    // A statement that changes nothing takes the account's write lock now. "BEGIN IMMEDIATE" would take those of
-    // zqsystem and tempdb as well, and a session of its own could then not fill its temporary table.
+    // A statement that changes nothing obtains the account's write lock. "BEGIN IMMEDIATE" would also lock
+    // zqsystem and tempdb, and a separate session could then not fill its temporary table.
     try {
         runner.run("DELETE FROM main.accinformation WHERE 0");
     } catch (const Error&) {
@@ -32,7 +32,7 @@ void fillNewTable(const Step& step, const std::vector<std::string>& columns, con
         runner.run(create + ")");
         insert("INSERT INTO " + table + ' ' + step.sql);
     } catch (const Error&) {
-        ignoringErrors([&runner] { // after a full disk the database may have rolled everything back by itself
+        ignoringErrors([&runner] { // if the disk was full, the database may already have rolled everything back
             runner.takeBack("ROLLBACK TO z7_into");
             runner.takeBack("RELEASE z7_into");
         });

@@ -44,12 +44,12 @@ private:
 
 /// A parsed XML document.
 ///
-/// The text is UTF-8 whatever its declaration says. Refused are: anything not well-formed, two attributes of one name,
-/// an undeclared prefix, an entity other than the five usual ones, a document type that declares entities or attributes
-/// or that refers to a file or an address (nothing is read from there), nesting beyond 256 levels, 2 GiB of text,
-/// 10,000,000 bytes in one value, 512 attributes on an element, 64 prefixes that are known at one place, and more markup
-/// than the limits allow: 2,097,152 attributes or one in five bytes, 1,048,576 tags or one in nine bytes, whichever is
-/// more. A byte-order mark at the beginning is left aside.
+/// The text is UTF-8 whatever its declaration says. Refused are: anything not well-formed, two attributes of one
+/// name, an undeclared prefix, an entity other than the five usual ones, a document type that declares entities or
+/// attributes or that refers to a file or an address (nothing is read from there), nesting beyond 256 levels, 2 GiB
+/// of text, 10,000,000 bytes in one value, 512 attributes on an element, 64 prefixes that are known at one place,
+/// and more markup than the limits allow: 2,097,152 attributes or one in five bytes, 1,048,576 tags or one in nine
+/// bytes, whichever is more. A byte-order mark at the beginning is left aside.
 class XmlDocument {
 public:
     /// The document, or nothing if the text is refused; why, with its line, goes to the explanation if one is wanted.

@@ -21,8 +21,8 @@ namespace {
 
 const char* chars(const xmlChar* text) { return reinterpret_cast<const char*>(text); }
 
-// The parser's own guards against depth stay on (no XML_PARSE_HUGE), the network is off, and references in the values of
-// attributes come resolved (XML_PARSE_NOENT).
+// The parser's own guards against depth stay on (no XML_PARSE_HUGE), the network is off, and references in the
+// values of attributes come resolved (XML_PARSE_NOENT).
 constexpr int parseOptions = XML_PARSE_NONET | XML_PARSE_NOENT | XML_PARSE_NOERROR | XML_PARSE_NOWARNING |
                              XML_PARSE_NOCDATA | XML_PARSE_IGNORE_ENC;
 

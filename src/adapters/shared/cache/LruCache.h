@@ -9,12 +9,13 @@
 
 namespace z7::cashflow::shared {
 
-/// A bounded map from texts to values that forgets the value which was not asked for the longest.
+/// A bounded map from texts to values that evicts the least recently used value.
 template <class Value> class LruCache {
 public:
     explicit LruCache(std::size_t capacity) : capacity_(capacity) {}
 
-    /// The value, which now counts as just used, or a null pointer. Valid until the next insert or clear.
+    /// The value, which becomes the most recently used, or a null pointer. Valid until the next insert or
+    /// clear.
     [[nodiscard]] Value* find(std::string_view key) {
         const auto found = places_.find(key);
         if (found == places_.end()) {
@@ -25,7 +26,7 @@ public:
         }
         return &found->second->second;
     }
-    /// Puts a value under a key in place of what was there.
+    /// Stores a value for a key, replacing an earlier one.
     Value& insert(std::string key, Value value) {
         erase(key);
         if (entries_.size() >= capacity_) {
@@ -54,7 +55,7 @@ private:
 
     std::size_t capacity_;
     Entries entries_;
-    std::unordered_map<std::string_view, typename Entries::iterator> places_; ///< the keys lie in the entries
+    std::unordered_map<std::string_view, typename Entries::iterator> places_; ///< the keys are stored in the entries
 };
 
 } // namespace z7::cashflow::shared

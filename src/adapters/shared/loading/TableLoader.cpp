@@ -9,7 +9,7 @@
 namespace z7::cashflow::shared {
 namespace {
 
-/// What a text that is no value of a column should have been.
+/// What a text that is not a value of its column should have been.
 struct Wanted {
     DatabaseReason reason;
     std::vector<std::string> arguments{}; ///< those after the text itself
@@ -28,13 +28,13 @@ std::size_t digitsAt(std::string_view text, std::size_t from) {
     return (end == std::string_view::npos ? text.size() : end) - from;
 }
 
-/// The parts of a decimal number as it is written, such as -1234.50e2.
+/// The parts of a decimal number as written, such as -1234.50e2.
 struct Numeral {
-    std::string_view fraction; ///< digits after the point, without zeros at their end
-    std::int64_t exponent = 0; ///< held within a million, beyond which it makes no difference
+    std::string_view fraction; ///< digits after the point, without trailing zeros
+    std::int64_t exponent = 0; ///< limited to a million, beyond which it makes no difference
 };
 
-/// The parts of a text that is written as a decimal number; nothing for any other text.
+/// The parts of a decimal number; empty for any other text.
 std::optional<Numeral> readNumeral(std::string_view text) {
     std::size_t at = !text.empty() && (text[0] == '-' || text[0] == '+') ? 1 : 0;
     const std::size_t whole = digitsAt(text, at);
@@ -76,7 +76,7 @@ bool isTooPrecise(std::string_view text) {
     if (!numeral->fraction.empty()) {
         return static_cast<std::int64_t>(numeral->fraction.size()) - numeral->exponent > moneyDecimals;
     }
-    // 1200e-6 is 0.0012: zeros at the end of the whole part make room for a negative exponent.
+    // 1200e-6 is 0.0012: trailing zeros of the whole part compensate for a negative exponent.
     const std::string_view whole = text.substr(0, text.find_first_of(".eE"));
     const auto zeros = static_cast<std::int64_t>(whole.size() - 1 - whole.find_last_not_of('0'));
     return -numeral->exponent - zeros > moneyDecimals;
@@ -120,7 +120,7 @@ bool isWhole(ColumnType type) {
            type == ColumnType::boolean;
 }
 
-/// Whether a text is written as its column wants it, before it is converted.
+/// Whether a text has the form that its column requires, before it is converted.
 bool isWellWritten(const TableColumn& column, std::string_view text) {
     if (column.type == ColumnType::text || column.type == ColumnType::any) {
         return true;
@@ -142,7 +142,7 @@ bool isWellWritten(const TableColumn& column, std::string_view text) {
     return number && bit && exact && (whole || !isWhole(column.type));
 }
 
-/// The text as a value of the column; nothing if it is none.
+/// The text as a value of the column; empty if it is not one.
 std::optional<Variant> columnValue(const TableColumn& column, std::string_view text) {
     if (isWellWritten(column, text)) {
         try {

@@ -6,7 +6,7 @@
 
 namespace z7::cashflow::shared {
 
-/// Why a database adapter raises an error, whichever database it leads to. How a reason is added stands at Reason.
+/// Why a database adapter raises an error, whatever the database. See Reason for how to add one.
 enum class DatabaseReason {
     // connections and recordsets
     fieldUnknown,
@@ -61,7 +61,7 @@ enum class DatabaseReason {
     count ///< the number of reasons, not a reason itself
 };
 
-/// The reasons in the order of their names.
+/// The table of reasons, in the order of the enumeration.
 [[nodiscard]] std::span<const ReasonEntry> databaseReasons() noexcept;
 
 [[nodiscard]] const ReasonEntry& entryOf(DatabaseReason reason) noexcept;

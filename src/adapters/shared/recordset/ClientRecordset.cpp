@@ -42,7 +42,7 @@ void ClientRecordset::Open(const std::string& source, const cashflow::ActiveConn
     Result result = runner->run(source, updatable);
     present(std::move(result), source, connection_);
     if (rows_ != nullptr && writer_ != nullptr) {
-        runner_ = std::move(runner); // a reader needs its session no more
+        runner_ = std::move(runner); // a reader no longer needs its session
     }
 }
 
@@ -124,7 +124,7 @@ void ClientRecordset::CursorLocation(cashflow::CursorLocation location) {
 cashflow::CursorLocation ClientRecordset::CursorLocation() const { return location_; }
 
 void ClientRecordset::ActiveConnection(const cashflow::ActiveConnection& connection) {
-    if (rows_ != nullptr) { // an open recordset can only be cut off from its session
+    if (rows_ != nullptr) { // an open recordset can only be detached from its session
         if (!std::holds_alternative<std::monostate>(connection)) {
             raisePlatformError(DatabaseReason::objectOpen);
         }
@@ -257,7 +257,7 @@ void ClientRecordset::addPendingRow() {
     adding_ = false;
     row_ = row;
     shownAt_ = row;
-    if (shown_) { // the platform shows a new record among the others until the filter is set anew
+    if (shown_) { // as on the platform, a new record is visible until the filter is set again
         shownAt_ = shown_->size();
         shown_->push_back(static_cast<std::uint32_t>(row));
     }

@@ -13,16 +13,17 @@
 
 namespace z7::cashflow::shared {
 
-/// The recordset that the database adapters share: it holds its rows on the client and reaches the database through a
+/// The recordset that the database adapters share: it holds its rows on the client and uses the database through a
 /// Backend only to run its statement and to write records.
 ///
-/// Moving off a record with pending changes writes them first, as the platform does. Closing with pending changes drops
-/// them: they belong to a record that the database has refused or that nobody has asked to write.
+/// Leaving a record with pending changes writes them first, as on the platform. Closing discards pending changes:
+/// the database has refused them, or nobody has asked to write them.
 class ClientRecordset final : public Recordset, private FieldList {
 public:
     explicit ClientRecordset(std::shared_ptr<Backend> backend);
 
-    /// Takes the result of a statement that ran already, for Connection::Execute. Without rows it stays closed.
+    /// Takes the result of a statement that has already run, for Connection::Execute. Without rows it stays
+    /// closed.
     void present(Result result, std::string source, const cashflow::ActiveConnection& connection);
 
     void Open(const std::string& source, const cashflow::ActiveConnection& connection, CursorType cursorType,
@@ -66,17 +67,16 @@ private:
     cashflow::CursorLocation location_ = cashflow::CursorLocation::Client;
     std::string source_;
 
-    std::unique_ptr<RowSet> rows_; ///< nothing while the recordset is closed
+    std::unique_ptr<RowSet> rows_; ///< a null pointer while the recordset is closed
     std::shared_ptr<Runner> runner_;
     std::shared_ptr<RowWriter> writer_;
 
     RowFilter filter_;
     std::string criteria_;
-    std::optional<std::vector<std::uint32_t>>
-        shown_;                      ///< the rows that the filter lets through; nothing without a filter
-    std::size_t shownAt_ = 0;        ///< where the walk stands among them
-    std::optional<std::size_t> row_; ///< the current record's row, if it has one
-    bool adding_ = false;            ///< the current record is new and not written yet
+    std::optional<std::vector<std::uint32_t>> shown_; ///< the rows that match the filter; empty without a filter
+    std::size_t shownAt_ = 0;                         ///< position in them
+    std::optional<std::size_t> row_;                  ///< the current record's row, if it has one
+    bool adding_ = false;                             ///< the current record is new and not written yet
     std::vector<Change> pending_;
 };
 

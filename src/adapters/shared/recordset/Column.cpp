@@ -8,7 +8,7 @@ namespace z7::cashflow::shared {
 
 ColumnList::ColumnList(std::vector<Column> columns) : columns_(std::move(columns)) {
     for (int position = 0; position < count(); ++position) {
-        // The first of several columns with one name is the one that is found.
+        // If several columns have the same name, the first one is found.
         positions_.try_emplace(asciiLower((*this)[position].name), position);
     }
 }

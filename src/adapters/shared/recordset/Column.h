@@ -8,8 +8,8 @@
 
 namespace z7::cashflow::shared {
 
-/// What a column holds, and as which type of value it is handed out. Money is a double with four decimals. "any" is an
-/// expression without a type of its own, whose values are handed out as they come.
+/// The type of a column, and of the values returned for it. Money is a double with four decimals. "any" is an
+/// expression without a type of its own, whose values are returned unchanged.
 enum class ColumnType { any, boolean, byte, int16, int32, real, money, date, text };
 
 /// A column of a result.
@@ -19,8 +19,8 @@ struct Column {
     int length = 0; ///< the maximum number of characters of a text; 0 for no limit
 };
 
-/// The columns of a result, with a look-up by name without regard to letter case. It does not change once it is made,
-/// so that all results of one statement can share it.
+/// The columns of a result, with case-insensitive lookup by name. Immutable, so that all results of one statement
+/// can share it.
 class ColumnList {
 public:
     explicit ColumnList(std::vector<Column> columns);

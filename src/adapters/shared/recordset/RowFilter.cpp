@@ -23,7 +23,7 @@ bool isNameCharacter(char c) noexcept {
            (static_cast<unsigned char>(c) & 0x80U);
 }
 
-/// Walks the text of a filter; each reader says whether it found what it reads.
+/// Parses the text of a filter; each function returns whether it found what it parses.
 class FilterText {
 public:
     explicit FilterText(std::string_view text) : rest_(text) {}
@@ -137,7 +137,7 @@ std::vector<FilterCondition> parseFilter(std::string_view criteria, const Column
             raisePlatformError(DatabaseReason::filterUnreadable, {shortened(criteria)});
         }
     }
-    if (!unknownColumn.empty()) { // reported only for a text that is a filter at all
+    if (!unknownColumn.empty()) { // reported only if the text is a valid filter otherwise
         raisePlatformError(DatabaseReason::fieldUnknown, {unknownColumn});
     }
     std::stable_sort(conditions.begin(), conditions.end(),

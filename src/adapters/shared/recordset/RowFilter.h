@@ -10,24 +10,24 @@
 
 namespace z7::cashflow::shared {
 
-/// One condition of a filter: the column's position and the number that it has to equal.
+/// One condition of a filter: the column's position and the number that it must equal.
 struct FilterCondition {
     int column = 0;
     double number = 0.0;
 };
 
-/// The conditions of a text "column=number and column=number", ordered by column. Names are looked up without regard to
-/// letter case, blanks may stand around every part. Error 3001 for any other text, 3265 for a column that is not there.
+/// Parses a filter "column=number and column=number" into conditions sorted by column. Names are case-insensitive,
+/// and blanks are allowed around every part. Error 3001 for any other text, 3265 for a column that does not exist.
 [[nodiscard]] std::vector<FilterCondition> parseFilter(std::string_view criteria, const ColumnList& columns);
 
-/// Answers filters over one row set. For each set of columns it makes an index at its first use, so that n filters over
-/// n rows cost n steps in all. At most a handful of indexes are kept.
+/// Evaluates filters on one row set. An index is built when a set of columns is first used, so that n filters on n
+/// rows take n steps in all. Only a few indexes are kept.
 class RowFilter {
 public:
-    /// The rows that meet all conditions, in their order. Null meets none. Valid until the next call.
+    /// The rows that satisfy all conditions, in their order. Null satisfies none. Valid until the next call.
     [[nodiscard]] const std::vector<std::uint32_t>& match(const RowSet& rows,
                                                           const std::vector<FilterCondition>& conditions);
-    /// To be called when rows change or come.
+    /// Call this when rows are changed or added.
     void forget() noexcept { indexes_.clear(); }
 
 private:

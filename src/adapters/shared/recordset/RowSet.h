@@ -13,18 +13,18 @@
 
 namespace z7::cashflow::shared {
 
-/// All rows of a result, fetched to the client. A value is kept as the database gave it, in 16 bytes plus its text, and
-/// is turned into its column's type when it is asked for: most values of a result never are.
+/// All rows of a result, fetched to the client. A value is stored as the database returned it, in 16 bytes plus its
+/// text, and converted to its column's type on access, because most values of a result are never read.
 class RowSet {
 public:
     explicit RowSet(std::shared_ptr<const ColumnList> columns);
 
     [[nodiscard]] const ColumnList& columns() const noexcept { return *columns_; }
     [[nodiscard]] std::size_t rowCount() const noexcept { return width_ == 0 ? 0 : cells_.size() / width_; }
-    /// The bytes that the values take up.
+    /// The number of bytes used by the values.
     [[nodiscard]] std::size_t byteSize() const noexcept { return cells_.size() * sizeof(Cell) + texts_.size(); }
 
-    /// Each of these appends the next value; a row is complete with as many values as there are columns.
+    /// Each of these appends the next value; a row is complete when it has as many values as there are columns.
     void addNull() { cells_.push_back({Kind::null, 0, {}}); }
     void addInteger(std::int64_t value) { cells_.push_back({Kind::integer, 0, {.integer = value}}); }
     void addReal(double value) { cells_.push_back({Kind::real, 0, {.real = value}}); }
@@ -33,16 +33,15 @@ public:
     void addText(std::string_view text);
     /// A value of any kind: a boolean as 1 or 0, a text as with addText.
     void add(const Variant& value);
-    /// Appends a whole row of nulls.
+    /// Appends a complete row of nulls.
     void addNullRow() { cells_.resize(cells_.size() + width_, Cell{Kind::null, 0, {}}); }
 
-    /// The value in its column's type. A value that the column's type cannot hold comes in the narrowest type that can.
+    /// The value in its column's type, or in the narrowest type that can hold it if the column's type cannot.
     [[nodiscard]] Variant value(std::size_t row, int column) const;
-    /// The value as a number: a boolean is 1 or 0, a date its day number. Nothing for null and for texts that are no
-    /// number.
+    /// The value as a number: a boolean is 1 or 0, a date its day number. Empty for null and for texts that are
+    /// not numbers.
     [[nodiscard]] std::optional<double> number(std::size_t row, int column) const;
-    /// Puts a value in the place of another one, which has to be there. Error 7 as with addText; the old value stays
-    /// then.
+    /// Replaces an existing value. Error 7 as for addText; the old value is then kept.
     void replace(std::size_t row, int column, const Variant& value);
 
 private:

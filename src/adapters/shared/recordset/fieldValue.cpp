@@ -48,7 +48,7 @@ Variant converted(ColumnType type, const Variant& value) {
     return {};
 }
 
-/// What a message shows of a value, whatever it holds.
+/// A value as shown in messages.
 std::string shownText(const Variant& value) {
     const auto* date = value.get<Date>();
     return date != nullptr && !isValidDate(*date) ? numberText(date->dayNumber()) : shortened(toText(value));

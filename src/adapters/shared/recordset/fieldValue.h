@@ -5,8 +5,9 @@
 
 namespace z7::cashflow::shared {
 
-/// A value as a column takes it: converted to its type, money rounded to four decimals. Null stays null.
-/// Error 13, which names the column, if the value does not convert, is out of range, or is too long a text.
+/// Converts a value for storing in a column: to the column's type, money rounded to four decimals. Null stays null.
+/// Error 13, which names the column, if the value cannot be converted, is out of range, or is a text that is too
+/// long.
 [[nodiscard]] Variant fieldValue(const Column& column, const Variant& value);
 
 } // namespace z7::cashflow::shared

@@ -14,7 +14,7 @@ namespace z7::cashflow::shared {
 namespace {
 
 constexpr std::string_view blanks = " \t\r\n";
-constexpr std::size_t longestText = 8000; // drivers count it in 16 bits
+constexpr std::size_t longestText = 8000; // drivers use a 16-bit length
 
 std::string_view trimmed(std::string_view text) {
     const std::size_t first = text.find_first_not_of(blanks);

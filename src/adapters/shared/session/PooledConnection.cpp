@@ -12,7 +12,7 @@ namespace z7::cashflow::shared {
 
 namespace {
 
-/// Runs statements by way of a memory on a session that is found when it is needed.
+/// Runs statements through an answer memory, on a session that is determined when it is needed.
 class RememberingRunner final : public Runner {
 public:
     using Finder = std::function<std::shared_ptr<Runner>()>;
@@ -31,7 +31,7 @@ private:
     std::shared_ptr<AnswerMemory> memory_;
     std::string place_;
     Finder find_;
-    std::shared_ptr<Runner> session_; ///< kept for as long as records may be written
+    std::shared_ptr<Runner> session_; ///< kept as long as records may be written
 };
 
 } // namespace

@@ -12,8 +12,8 @@ class AnswerMemory;
 class PoolBackend;
 
 /// The connection that the database adapters share: a session of its own, and a pool of sessions for the recordsets
-/// that are opened on the text of a connection string. Idle sessions are kept, a few in all, until the connection
-/// closes. Such a session is never this connection's. An adapter only opens sessions.
+/// that are opened by connection string, which never use this connection's session. A few idle sessions are kept
+/// until the connection closes. Adapters only open sessions.
 class PooledConnection : public Connection {
 public:
     using StatementObserver = shared::StatementObserver;
@@ -25,7 +25,7 @@ public:
     void Open(const std::string& connectionString) final;
     void Close() final;
     [[nodiscard]] ObjectState State() const final;
-    /// The text that it was opened on last; it stays when the connection is closed.
+    /// The connection string of the last Open; it is kept when the connection is closed.
     [[nodiscard]] std::string ConnectionString() const final;
 
     std::shared_ptr<Recordset> Execute(const std::string& commandText) final;
@@ -37,20 +37,20 @@ public:
 
     /// True between BeginTrans and CommitTrans or RollbackTrans.
     [[nodiscard]] bool inTransaction() const;
-    /// The number of this connection's own session, from 1. Sessions of its pool count on from there. 0 if it is
-    /// closed.
+    /// The number of this connection's own session, from 1. The sessions of its pool continue the numbering. 0
+    /// if it is closed.
     [[nodiscard]] int sessionNumber() const;
 
-    /// Sees each statement's text as it was handed in, before anything else looks at it, on this connection's session
-    /// and on those of its pool. An empty observer ends it.
+    /// The observer is called with each statement's text as passed in, before anything else processes it, on
+    /// this connection's session and on those of its pool. An empty observer ends this.
     void onStatement(StatementObserver observer);
 
-    /// Has a memory answer what it remembers, on this connection's session and on those of its pool; such a statement
-    /// is not sent, and no observer sees it. A null pointer ends that.
+    /// Lets a memory answer statements that it remembers, on this connection's session and on those of its
+    /// pool; such a statement is not sent, and no observer is called. A null pointer ends this.
     void remember(std::shared_ptr<AnswerMemory> memory);
 
 protected:
-    /// The observers are those that the pool's opener hands to its sessions.
+    /// The observers must be the ones that the pool's opener passes to its sessions.
     PooledConnection(std::shared_ptr<SessionPool> pool, std::shared_ptr<Observers> observers);
 
     /// The session; a new one if the last one lost its connection outside a transaction. Error 3704 if it is closed.

@@ -21,7 +21,7 @@ class Session : public Runner {
 public:
     /// Rolls back what is not committed and closes the session; whatever still refers to it gets error 3704.
     virtual void close() noexcept = 0;
-    /// Counts from 1 in the order in which a connection's sessions were opened.
+    /// Counted from 1, in the order in which a connection's sessions were opened.
     [[nodiscard]] virtual int number() const noexcept = 0;
 
     /// Begins a transaction. Error of the database if one is open.
@@ -33,9 +33,9 @@ public:
     virtual void rollback() = 0;
     /// True between begin and commit or rollback.
     [[nodiscard]] virtual bool inTransaction() const noexcept = 0;
-    /// Whether the session can be handed to somebody else.
+    /// Whether the session can be handed out again.
     [[nodiscard]] virtual bool isIdle() const noexcept = 0;
-    /// Whether the connection to the database is lost, so that only a new session can go on.
+    /// Whether the connection to the database is lost, so that a new session is needed.
     [[nodiscard]] virtual bool isLost() const noexcept { return false; }
 };
 

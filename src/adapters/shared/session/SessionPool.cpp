@@ -19,7 +19,7 @@ std::shared_ptr<Session> SessionPool::take(const std::string& connectionString) 
     if (session == nullptr) {
         session = open(connectionString);
     }
-    // What the caller holds ends in the pool: the deleter keeps the session itself alive.
+    // The deleter of the returned pointer gives the session back to the pool and keeps it alive.
     Session* const lent = session.get();
     return std::shared_ptr<Session>(
         lent, [pool = weak_from_this(), connectionString, session = std::move(session)](Session*) mutable {

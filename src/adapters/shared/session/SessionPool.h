@@ -11,33 +11,33 @@
 
 namespace z7::cashflow::shared {
 
-/// Sessions for recordsets that are opened on the text of a connection string. A session that comes back is kept for
-/// the next who asks with the same text, so that a row does not cost a login. It belongs to one connection.
+/// Sessions for recordsets that are opened by connection string. A returned session is kept for the next request
+/// with the same string, so that a row does not require a login. The pool belongs to one connection.
 class SessionPool : public std::enable_shared_from_this<SessionPool> {
 public:
-    /// Opens a session with the number that it is to bear.
+    /// Opens a session with the given number.
     using Opener = std::function<std::shared_ptr<Session>(const std::string& connectionString, int number)>;
-    /// The most idle sessions that are kept, for all texts together.
+    /// The maximum number of idle sessions, for all connection strings together.
     static constexpr std::size_t mostIdle = 4;
 
     explicit SessionPool(Opener opener);
 
-    /// A session for the caller's use alone, which is in no transaction. It comes back to the pool when the last holder
-    /// lets it go, and is kept unless it can no longer be handed to somebody else.
+    /// A session for exclusive use, which is not in a transaction. It returns to the pool when its last owner
+    /// releases it, and is kept if it can be handed out again.
     [[nodiscard]] std::shared_ptr<Session> take(const std::string& connectionString);
     /// A session that is never pooled.
     [[nodiscard]] std::shared_ptr<Session> open(const std::string& connectionString);
     /// Closes the idle sessions.
     void dropIdle() noexcept { idle_.clear(); }
-    /// Closes the idle sessions. Those that are out close when they come back.
+    /// Closes the idle sessions. Sessions in use are closed when they are returned.
     void close() noexcept;
-    /// Lets sessions be kept (again).
+    /// Allows sessions to be kept again.
     void reopen() noexcept { open_ = true; }
 
 private:
     void giveBack(const std::string& connectionString, std::shared_ptr<Session> session);
 
-    std::list<std::pair<std::string, std::shared_ptr<Session>>> idle_; ///< the one that came back last in front
+    std::list<std::pair<std::string, std::shared_ptr<Session>>> idle_; ///< the most recently returned one first
     Opener opener_;
     int lastNumber_ = 0;
     bool open_ = false;
