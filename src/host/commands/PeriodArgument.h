@@ -12,8 +12,8 @@
 
 namespace z7::cashflow::host {
 
-/// Requires accounting periods of an account for a year: without them the account identifier is wrong or the periods are
-/// missing, and no voucher can be processed. Failure (database) if there are none.
+/// Requires accounting periods of an account for a year: without them the account identifier is wrong or the
+/// periods are missing, and no voucher can be processed. Failure (database) if there are none.
 void requireYear(const workbench::AccountingPeriods& periods, const std::string& account, std::int16_t year);
 
 /// An accounting year.

@@ -5,8 +5,8 @@
 #include <string>
 #include <string_view>
 
-// The values of a statement's places refer to the texts that they are made of, so they live no longer than the call that
-// fills the statement.
+// The values of a statement's places refer to the texts that they are made of, so they live no longer than the call
+// that fills the statement.
 
 namespace z7::cashflow::statements {
 
