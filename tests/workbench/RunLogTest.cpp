@@ -112,6 +112,55 @@ TEST_F(RunLogTest, TheRunGetsItsNumberWithTheFirstChangeAndKeepsIt) {
     EXPECT_THAT(vouchersOfRun(connection, 2), ElementsAre(other));
 }
 
+TEST_F(RunLogTest, SeveralSessionsWorkInAReservedRun) {
+    RunLog run(connection, note("allot"));
+    const std::int32_t number = run.reserve();
+    EXPECT_THAT(readRuns(connection), IsEmpty()) << "nobody sees a run without rows";
+    RunLog first(connection, number);
+    RunLog second(connection, number);
+    EXPECT_FALSE(allot(connection, first, receipt).refusal);
+    EXPECT_FALSE(allot(connection, second, other).refusal);
+    run.settle(true);
+    EXPECT_EQ(run.number(), number);
+    EXPECT_EQ(vouchersOfRun(connection, number).size(), 2U);
+    EXPECT_EQ(readRuns(connection).size(), 1U);
+}
+
+TEST_F(RunLogTest, AReservedNumberOutlivesAVoucherThatIsRolledBack) {
+    RunLog run(connection, note("allot"));
+    const std::int32_t number = run.reserve();
+    RunLog log(connection, number);
+    log.ended(false);
+    EXPECT_FALSE(allot(connection, log, receipt).refusal);
+    run.settle(true);
+    EXPECT_THAT(vouchersOfRun(connection, number), ElementsAre(receipt));
+}
+
+TEST_F(RunLogTest, AReservedRunThatChangedNothingGoes) {
+    RunLog run(connection, note("allot"));
+    static_cast<void>(run.reserve());
+    run.settle(false);
+    EXPECT_EQ(run.number(), std::nullopt);
+    EXPECT_TRUE(connection.Execute("select iRun from z7_run")->EndOfFile());
+}
+
+TEST_F(RunLogTest, AReservedRunStaysWhereRowsWereNotedAfterAll) {
+    RunLog run(connection, note("allot"));
+    const std::int32_t number = run.reserve();
+    RunLog log(connection, number);
+    EXPECT_FALSE(allot(connection, log, receipt).refusal);
+    run.settle(false); // the answer to a commit got lost
+    EXPECT_THAT(vouchersOfRun(connection, number), ElementsAre(receipt));
+    EXPECT_EQ(readRuns(connection).size(), 1U);
+}
+
+TEST_F(RunLogTest, WithoutANumberNothingIsNoted) {
+    RunLog log(connection, std::nullopt);
+    EXPECT_FALSE(log.available());
+    EXPECT_FALSE(allot(connection, log, receipt).refusal);
+    EXPECT_THAT(readRuns(connection), IsEmpty());
+}
+
 TEST_F(RunLogTest, QuotesInUserAndCommandAreTextAndLongOnesAreCut) {
     RunNote hostile = note("x'); delete from gl_cashtable --" + std::string(400, 'y'));
     hostile.user = "o'neill" + std::string(100, 'z');

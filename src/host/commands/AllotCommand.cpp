@@ -1,8 +1,9 @@
-#include "adapters/sqlite/RelaxedCommits.h"
 #include "host/cli/Command.h"
+#include "host/cli/Failure.h"
 #include "host/cli/Output.h"
 #include "host/cli/exitCode.h"
 #include "host/cli/jsonText.h"
+#include "host/commands/AllotRun.h"
 #include "host/commands/ChangesOutput.h"
 #include "host/commands/GenerationOptions.h"
 #include "host/commands/PeriodArgument.h"
@@ -12,25 +13,22 @@
 #include "host/terminal/ProgressBar.h"
 #include "host/terminal/StopSignals.h"
 #include "host/text/refusalText.h"
-#include "host/work/RememberedAnswers.h"
 #include "host/work/runNote.h"
-#include "workbench/vouchers/Allotment.h"
 #include "z7cashflow/support/Error.h"
 
 #include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
 
 #include <array>
-#include <functional>
-#include <optional>
+#include <charconv>
+#include <exception>
+#include <string>
+#include <system_error>
 
 namespace z7::cashflow::host {
 
-using workbench::Allotment;
-using workbench::Assignment;
 using workbench::Outcome;
 using workbench::RunLog;
-using workbench::VoucherHead;
 using workbench::VoucherResult;
 
 namespace {
@@ -76,6 +74,7 @@ public:
         command->add_flag("--dry-run", dryRun_, hostText(language, HostText::helpDryRun));
         generation_.declare(*command, language);
         command->add_flag("--all", all_, hostText(language, HostText::helpAll));
+        command->add_option("--jobs", jobsText_, hostText(language, HostText::helpJobs))->type_name("INT");
         command->footer(hostText(language, HostText::examplesAllot));
         return *command;
     }
@@ -85,6 +84,7 @@ public:
         const AccountPlace place = period_.database.take(options);
         const std::int16_t year = period_.year();
         static_cast<void>(period_.periods()); // a mistake is reported before anything is opened
+        const std::size_t jobs = jobCount(place);
         Session session(place, year, options, console);
         const auto vouchers = period_.list(session);
         const workbench::VoucherKinds& kinds = session.kinds();
@@ -95,17 +95,21 @@ public:
         StopSignals signals;
         Progress progress{ChangesReport(output.language()), {}, 0};
         progress.totals.refusalsKept = all_ ? vouchers.size() : refusalsShown;
-        std::optional<Error> failure;
+        const AllotRun::Plan plan{place, options, generation_, !dryRun_};
+        AllotRun allot(plan, session, log, signals);
+        std::exception_ptr failure;
         try {
             ProgressBar bar(console.err, output.text(HostText::progress), vouchers.size(),
                             console.errorsOnTerminal && !options.quiet && !options.json, console.errorColumns);
             bar.update(0);
-            saveVouchers(session, vouchers, log, signals, [&](const VoucherResult& result) {
+            allot.save(vouchers, jobs, [&](const VoucherResult& result) {
                 take(result, progress, kinds, output);
                 bar.update(++progress.done);
             });
-        } catch (const Error& error) { // the database failed; vouchers committed so far stay and are reported
-            failure = error;
+        } catch (const Error&) { // the database failed; vouchers committed so far stay and are reported
+            failure = std::current_exception();
+        } catch (const Failure&) { // another session cannot be opened
+            failure = std::current_exception();
         }
         if (!output.json()) {
             if (!progress.report.table().empty()) {
@@ -116,13 +120,13 @@ public:
         }
         output.flush();
         tellRun(output, log, !dryRun_ && progress.totals.changed);
-        if (failure) {
-            if (progress.done < vouchers.size()) { // otherwise only the final wait for the disk failed
+        if (failure != nullptr) {
+            if (allot.stoppedAt() < vouchers.size()) { // otherwise only the final wait for the disk failed
                 output.remark(
-                    output.text(HostText::stopped, {kinds.keyText(vouchers.at(progress.done).key),
+                    output.text(HostText::stopped, {kinds.keyText(vouchers.at(allot.stoppedAt()).key),
                                                     std::to_string(vouchers.size()), std::to_string(progress.done)}));
             }
-            throw Error(*failure);
+            std::rethrow_exception(failure);
         }
         if (signals.received() != 0 && progress.done < vouchers.size()) {
             output.remark(
@@ -140,26 +144,19 @@ private:
         std::size_t done;
     };
 
-    /// Saves the vouchers one after another until a stop is requested, and passes each result to take.
-    void saveVouchers(Session& session, const std::vector<VoucherHead>& vouchers, RunLog& log, StopSignals& signals,
-                      const std::function<void(const VoucherResult&)>& take) const {
-        Allotment allotment(session.connection(), session.data(), session.provider().Gl(), !dryRun_, &log);
-        Assignment assignment(session.connection(), session.data(), session.provider().Gl(), allotment);
-        const RememberedAnswers remembered(session.connection());
-        // For the embedded file, the disk is synchronized once at the end of the run and not with every
-        // voucher.
-        std::optional<sqlite::RelaxedCommits> relaxed;
-        if (auto* embedded = dynamic_cast<sqlite::Connection*>(&session.connection()); embedded != nullptr) {
-            relaxed.emplace(*embedded);
+    /// How many sessions work side by side. Failure (usage) if the option is not such a number.
+    [[nodiscard]] std::size_t jobCount(const AccountPlace& place) const {
+        constexpr std::size_t onServer = 4;
+        if (jobsText_.empty()) {
+            return place.file() ? 1 : onServer;
         }
-        const auto save = [&](const workbench::VoucherKey& key) {
-            return generation_.save(allotment, assignment, key);
-        };
-        Allotment::saveAll(
-            vouchers, save, [&signals] { return signals.requested(); }, take);
-        if (relaxed) {
-            relaxed->finish();
+        std::size_t jobs = 0;
+        const char* const textEnd = jobsText_.data() + jobsText_.size();
+        const auto [end, failure] = std::from_chars(jobsText_.data(), textEnd, jobs);
+        if (failure != std::errc() || end != textEnd || jobs < 1 || jobs > AllotRun::mostJobs) {
+            throw Failure(exitCode::usage, HostText::badJobs, {std::to_string(AllotRun::mostJobs), jobsText_});
         }
+        return jobs;
     }
 
     /// Counts a voucher's result; in JSON it is written at once.
@@ -230,6 +227,7 @@ private:
     GenerationOptions generation_;
     bool dryRun_ = false;
     bool all_ = false;
+    std::string jobsText_;
 };
 
 } // namespace

@@ -13,7 +13,7 @@ namespace {
 using T = HostText;
 
 // The size is given because compilers deduce at most 256 elements.
-constexpr std::array<HostTextEntry, 230> generalTexts{
+constexpr std::array<HostTextEntry, 231> generalTexts{
     HostTextEntry{T::voucher, "凭证", "Voucher"},
     HostTextEntry{T::date, "日期", "Date"},
     HostTextEntry{T::summary, "摘要", "Summary"},
@@ -62,8 +62,8 @@ constexpr std::array<HostTextEntry, 230> generalTexts{
                   "Interrupted after {0} of {1} vouchers; the others are unchanged."},
     HostTextEntry{T::initInterrupted, "已中断，没有建立数据库。", "Interrupted; no database was created."},
     HostTextEntry{
-        T::stopped, "因数据库错误而停止于凭证 {0}：{1} 张凭证中已处理 {2} 张，其后的凭证没有改动。",
-        "Stopped at voucher {0} by a database error: {2} of {1} vouchers are done, those after it are unchanged."},
+        T::stopped, "因数据库错误而停止于凭证 {0}：{1} 张凭证中已处理 {2} 张，其余凭证没有改动。",
+        "Stopped at voucher {0} by a database error: {2} of {1} vouchers are done, the others are unchanged."},
     HostTextEntry{T::databaseMade, "已建立 {0}：{1} 张表，{2} 行。", "Created {0} (tables: {1}, records: {2})."},
     HostTextEntry{T::fileWritten, "已写出 {0}。", "Wrote {0}."},
     HostTextEntry{T::outsideMatched, "检查通过：由凭证分录生成的行与凭证相符。",
@@ -123,6 +123,8 @@ constexpr std::array<HostTextEntry, 230> generalTexts{
     HostTextEntry{T::badYear, "会计年度应为 1 至 9999：{0}", "The accounting year must be 1 to 9999, not {0}"},
     HostTextEntry{T::badPeriod, "会计期间应为 0 至 255 的一个数或一段，例如 3 或 1-3：{0}",
                   "--period takes a period from 0 to 255 or a range, such as 3 or 1-3, not \"{0}\""},
+    HostTextEntry{T::badJobs, "--jobs 应为 1 至 {0} 的一个数，而不是“{1}”",
+                  "--jobs takes a number of sessions from 1 to {0}, not \"{1}\""},
     HostTextEntry{T::commandMissing, "缺少命令；用 --help 查看有哪些命令",
                   "No command was given; --help lists the commands"},
     HostTextEntry{T::badLanguage, "--lang 应为 zh-CN 或 en，而不是“{0}”", "--lang takes zh-CN or en, not \"{0}\""},

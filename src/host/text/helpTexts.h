@@ -7,7 +7,7 @@
 namespace z7::cashflow::host {
 
 /// The help of z7cf: the purpose of each command and option, and examples for each command.
-inline constexpr std::array<HostTextEntry, 118> helpTexts = [] {
+inline constexpr std::array<HostTextEntry, 119> helpTexts = [] {
     using T = HostText;
     return std::array{
         HostTextEntry{T::helpOpen, "只列未分配或不相符的凭证，及其原因和处理办法",
@@ -174,7 +174,7 @@ inline constexpr std::array<HostTextEntry, 118> helpTexts = [] {
                       "Replace the rows of a voucher by those of an XML document"},
         HostTextEntry{T::helpOutside, "其他子系统凭证的现金流量行：显示、生成、检查、保存",
                       "The rows of a voucher of another subsystem: show, generate, check, save"},
-        HostTextEntry{T::helpVoucherXml, "显示以 XML 提供的凭证的现金流量行",
+        HostTextEntry{T::helpVoucherXml, "显示以 XML 交来的凭证的现金流量行",
                       "Show the rows of a voucher given as XML"},
         HostTextEntry{T::helpSampleXml, "写出示例公司的 XML 文件", "Write the XML documents of the sample company"},
         HostTextEntry{T::helpLang, "输出的语言：zh-CN 或 en", "Language of the output: zh-CN or en"},
@@ -198,6 +198,8 @@ inline constexpr std::array<HostTextEntry, 118> helpTexts = [] {
         HostTextEntry{T::helpDryRun, "只试运行：每张凭证都回滚", "Dry run: roll back every voucher"},
         HostTextEntry{T::helpAll, "列出全部被拒绝的凭证，而不只是前 20 张",
                       "List all refused vouchers, not only the first 20"},
+        HostTextEntry{T::helpJobs, "并行工作的会话数，1 至 64；服务器默认 4，文件默认 1",
+                      "Number of sessions that work side by side, 1 to 64; default 4 on a server, 1 on a file"},
         HostTextEntry{T::helpSample, "装入随程序提供的示例公司", "Load the built-in sample company"},
         HostTextEntry{T::helpFrom, "装入此文件夹中以表名命名的 CSV 文件",
                       "Load the CSV files of this folder, which are named after the tables"},

@@ -1,5 +1,6 @@
 #include "host/work/Session.h"
 
+#include "adapters/terminal/TerminalMessageBox.h"
 #include "host/account/accountCheck.h"
 #include "host/cli/Failure.h"
 #include "host/cli/exitCode.h"
@@ -8,12 +9,18 @@
 #include "z7cashflow/support/conversions.h"
 
 #include <filesystem>
+#include <utility>
 
 namespace z7::cashflow::host {
 
 Session::Session(const AccountPlace& place, std::int16_t year, const GlobalOptions& options, const Console& console)
-    : year_(year), messageBox_(std::make_shared<terminal::TerminalMessageBox>(
-                       console.in, console.err, terminal::MessageBoxOptions{console.interactive, options.quiet})) {
+    : Session(place, year, options,
+              std::make_shared<terminal::TerminalMessageBox>(
+                  console.in, console.err, terminal::MessageBoxOptions{console.interactive, options.quiet})) {}
+
+Session::Session(const AccountPlace& place, std::int16_t year, const GlobalOptions& options,
+                 std::shared_ptr<MessageBox> messageBox)
+    : year_(year), messageBox_(std::move(messageBox)) {
     std::error_code ignored;
     const auto file = place.file();
     if (file && !std::filesystem::exists(*file, ignored)) {
@@ -42,7 +49,9 @@ Session::Session(const AccountPlace& place, std::int16_t year, const GlobalOptio
 }
 
 Session::~Session() {
-    messageBox_->reportRepeats();
+    if (auto* const terminal = dynamic_cast<terminal::TerminalMessageBox*>(messageBox_.get()); terminal != nullptr) {
+        terminal->reportRepeats();
+    }
     modPublic::context() = modPublic::Context{};
 }
 

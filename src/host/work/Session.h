@@ -1,6 +1,5 @@
 #pragma once
 
-#include "adapters/terminal/TerminalMessageBox.h"
 #include "host/account/AccountPlace.h"
 #include "host/cli/GlobalOptions.h"
 #include "host/terminal/Console.h"
@@ -9,6 +8,7 @@
 #include "workbench/vouchers/VoucherKinds.h"
 #include "z7cashflow/data/DataProvider.h"
 #include "z7cashflow/ports/Connection.h"
+#include "z7cashflow/ports/MessageBox.h"
 #include "z7cashflow/providers/VoucherProvider.h"
 
 #include <cstdint>
@@ -18,7 +18,7 @@
 namespace z7::cashflow::host {
 
 /// The environment of a command: the database opened in one accounting year, the user's login, the library's
-/// context of this thread with the account's options, and the providers. At most one at a time; its destructor
+/// context of this thread with the account's options, and the providers. At most one at a time on a thread; its destructor
 /// closes the database and clears the context.
 class Session {
 public:
@@ -26,6 +26,9 @@ public:
     /// that every command generates rows by the same rules. Failure (database) if the file does not exist or
     /// cannot be opened; errors of the database pass through.
     Session(const AccountPlace& place, std::int16_t year, const GlobalOptions& options, const Console& console);
+    /// The same with a message box in place of that of the terminal.
+    Session(const AccountPlace& place, std::int16_t year, const GlobalOptions& options,
+            std::shared_ptr<MessageBox> messageBox);
     ~Session();
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
@@ -47,7 +50,7 @@ private:
     [[nodiscard]] bool accountOption(const char* name);
 
     std::int16_t year_;
-    std::shared_ptr<terminal::TerminalMessageBox> messageBox_;
+    std::shared_ptr<MessageBox> messageBox_;
     std::shared_ptr<Connection> connection_;
     DataProvider data_;
     VoucherProvider provider_;

@@ -1,6 +1,7 @@
 #include "workbench/changes/RunLog.h"
 
 #include "workbench/changes/literal.h"
+#include "workbench/vouchers/Transaction.h"
 #include "z7cashflow/support/Error.h"
 #include "z7cashflow/support/conversions.h"
 #include "z7cashflow/support/guid.h"
@@ -61,6 +62,27 @@ std::int32_t RunLog::begin() {
     return *number_;
 }
 
+std::int32_t RunLog::reserve() {
+    Transaction transaction(connection_);
+    const std::int32_t number = begin();
+    transaction.end(true);
+    reserved_ = true;
+    return number;
+}
+
+void RunLog::settle(bool changed) {
+    if (!changed) {
+        // After an error the database may be gone. A run without rows does no harm there.
+        ignoringErrors([this] {
+            connection_.Execute("delete from z7_run where iRun=" + std::to_string(number_.value()) +
+                                " and iRun not in (select iRun from z7_run_row)");
+        });
+        number_.reset();
+    }
+    committed_ = changed;
+    reserved_ = false;
+}
+
 void RunLog::note(const VoucherKey& key, bool after) {
     const std::string columns = rowColumnList();
     connection_.Execute("insert into z7_run_row (iRun,bAfter," + columns + ") select " + std::to_string(begin()) + "," +
@@ -70,7 +92,7 @@ void RunLog::note(const VoucherKey& key, bool after) {
 void RunLog::ended(bool committed) {
     if (committed) {
         committed_ = number_.has_value();
-    } else if (!committed_) {
+    } else if (!committed_ && !reserved_) {
         number_.reset();
     }
 }

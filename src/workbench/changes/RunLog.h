@@ -28,10 +28,20 @@ class RunLog {
 public:
     /// The connection outlives this object.
     RunLog(Connection& connection, RunNote note) : connection_(connection), note_(std::move(note)) {}
+    /// The log of one of several sessions that work on the same run, with the number that reserve returned. Without a
+    /// number nothing is recorded.
+    RunLog(Connection& connection, std::optional<std::int32_t> run)
+        : connection_(connection), available_(run.has_value()), number_(run), reserved_(true) {}
 
     /// Whether the account has the log's tables; queried once, outside a transaction. Without them do not
     /// record anything. Errors of the database pass through, except for a missing table.
     [[nodiscard]] bool available();
+    /// Numbers the run before it changes anything, in a transaction of its own, and returns the number. The log must be
+    /// available and the connection in no transaction. Call settle at the end of the run.
+    [[nodiscard]] std::int32_t reserve();
+    /// Ends a reserved run. If it changed nothing it is removed again, unless the database fails; readers of the log
+    /// do not see a run without rows.
+    void settle(bool changed);
     /// Records the stored rows of a voucher before they are changed. There must be at least one.
     void noteBefore(const VoucherKey& key) { note(key, false); }
     /// The same after the change.
@@ -49,6 +59,7 @@ private:
     RunNote note_;
     std::optional<bool> available_;
     std::optional<std::int32_t> number_;
+    bool reserved_ = false;  ///< the number was committed before the first change
     bool committed_ = false; ///< a change of the run has been committed
 };
 

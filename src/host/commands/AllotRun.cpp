@@ -1,0 +1,184 @@
+#include "host/commands/AllotRun.h"
+
+#include "adapters/sqlite/RelaxedCommits.h"
+#include "host/work/NotedMessages.h"
+#include "host/work/RememberedAnswers.h"
+#include "host/work/ResultQueue.h"
+#include "workbench/changes/Assignment.h"
+#include "workbench/vouchers/Allotment.h"
+#include "z7cashflow/model/modPublic.h"
+
+#include <algorithm>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <thread>
+
+namespace z7::cashflow::host {
+
+using workbench::Allotment;
+using workbench::Assignment;
+using workbench::Finding;
+using workbench::RunLog;
+using workbench::VoucherHead;
+using workbench::VoucherKey;
+using workbench::VoucherResult;
+
+namespace {
+
+/// Saves vouchers in one session.
+class Saver {
+public:
+    Saver(const AllotRun::Plan& plan, Session& session, RunLog& log)
+        : generation_(plan.generation),
+          allotment_(session.connection(), session.data(), session.provider().Gl(), plan.keep, &log),
+          assignment_(session.connection(), session.data(), session.provider().Gl(), allotment_),
+          remembered_(session.connection()) {
+        // On the embedded file a whole run waits for the disk once, at its end, and not at every voucher.
+        if (auto* embedded = dynamic_cast<sqlite::Connection*>(&session.connection()); embedded != nullptr) {
+            relaxed_.emplace(*embedded);
+        }
+    }
+
+    [[nodiscard]] VoucherResult save(const VoucherKey& key) { return generation_.save(allotment_, assignment_, key); }
+
+    /// Waits until the disk has everything. Error of the database if it does not take it.
+    void finish() {
+        if (relaxed_) {
+            relaxed_->finish();
+        }
+    }
+
+private:
+    const GenerationOptions& generation_;
+    Allotment allotment_;
+    Assignment assignment_;
+    RememberedAnswers remembered_;
+    std::optional<sqlite::RelaxedCommits> relaxed_;
+};
+
+bool isHeldElsewhere(const VoucherResult& result) {
+    return result.refusal &&
+           std::any_of(result.refusal->findings.begin(), result.refusal->findings.end(),
+                       [](const Finding& finding) { return finding.kind == Finding::Kind::heldElsewhere; });
+}
+
+/// The threads of a run, which end with it.
+class Crew {
+public:
+    explicit Crew(ResultQueue& queue) : queue_(queue) {}
+    Crew(const Crew&) = delete;
+    Crew& operator=(const Crew&) = delete;
+    ~Crew() {
+        queue_.stop();
+        for (std::thread& thread : threads_) {
+            thread.join();
+        }
+    }
+
+    template <class Work> void add(Work&& work) { threads_.emplace_back(std::forward<Work>(work)); }
+
+private:
+    ResultQueue& queue_;
+    std::vector<std::thread> threads_;
+};
+
+/// What the sessions of a run share.
+struct Desk {
+    const AllotRun::Plan& plan;
+    const std::vector<VoucherHead>& vouchers;
+    std::int16_t year;
+    std::optional<std::int32_t> run; ///< number in the log; nothing where nothing is noted
+    ResultQueue queue;
+    /// Held while a voucher is saved where a transaction takes the whole database, as on the embedded file: the
+    /// sessions wait here in turn and not by the time that a lock allows.
+    std::optional<std::mutex> turn;
+};
+
+VoucherResult saveInTurn(Desk& desk, Saver& saver, const VoucherKey& key) {
+    const auto turn = desk.turn ? std::unique_lock(*desk.turn) : std::unique_lock<std::mutex>();
+    VoucherResult result = saver.save(key);
+    return isHeldElsewhere(result) ? saver.save(key) : result;
+}
+
+/// What one thread of a run does. What ends it is raised again on the thread that takes the results.
+void work(Desk& desk) noexcept {
+    std::optional<std::size_t> voucher;
+    try {
+        const auto messages = std::make_shared<NotedMessages>();
+        Session session(desk.plan.place, desk.year, desk.plan.options, messages);
+        RunLog log(session.connection(), desk.run);
+        Saver saver(desk.plan, session, log);
+        static_cast<void>(messages->take()); // those of opening were shown by the command's own session
+        while ((voucher = desk.queue.next())) {
+            VoucherResult result = saveInTurn(desk, saver, desk.vouchers.at(*voucher).key);
+            desk.queue.finish(*voucher, {std::move(result), messages->take()});
+        }
+        saver.finish();
+    } catch (...) {
+        desk.queue.fail(voucher, std::current_exception());
+    }
+    desk.queue.leave();
+}
+
+} // namespace
+
+void AllotRun::save(const std::vector<VoucherHead>& vouchers, std::size_t jobs, const Take& take) {
+    if (jobs > 1 && vouchers.size() > 1) {
+        saveSideBySide(vouchers, std::min(jobs, vouchers.size()), take);
+    } else {
+        saveAlone(vouchers, take);
+    }
+}
+
+void AllotRun::saveAlone(const std::vector<VoucherHead>& vouchers, const Take& take) {
+    Saver saver(plan_, session_, log_);
+    Allotment::saveAll(
+        vouchers, [&](const VoucherKey& key) { return saver.save(key); }, [this] { return signals_.requested(); },
+        [&](const VoucherResult& result) {
+            ++stoppedAt_;
+            take(result);
+        });
+    saver.finish();
+}
+
+void AllotRun::saveSideBySide(const std::vector<VoucherHead>& vouchers, std::size_t jobs, const Take& take) {
+    const bool noted = plan_.keep && log_.available();
+    Desk desk{plan_,
+              vouchers,
+              session_.year(),
+              noted ? std::optional(log_.reserve()) : std::nullopt,
+              ResultQueue(vouchers.size(), jobs),
+              {}};
+    if (plan_.place.file()) {
+        desk.turn.emplace();
+    }
+    bool changed = false;
+    {
+        Crew crew(desk.queue);
+        for (std::size_t job = 0; job < jobs; ++job) {
+            crew.add([&desk] { work(desk); });
+        }
+        while (!desk.queue.ended()) {
+            for (const FinishedVoucher& finished : desk.queue.collect()) {
+                for (const NotedMessage& message : finished.messages) {
+                    static_cast<void>(modPublic::ShowMessage(message.prompt, message.buttons, message.title, "", 0));
+                }
+                changed = changed || finished.result.changed();
+                take(finished.result);
+            }
+            if (signals_.requested()) {
+                desk.queue.stop();
+            }
+        }
+    }
+    if (noted) {
+        log_.settle(changed);
+    }
+    stoppedAt_ = desk.queue.stoppedAt().value_or(vouchers.size());
+    if (const std::exception_ptr failure = desk.queue.failure(); failure != nullptr) {
+        std::rethrow_exception(failure);
+    }
+}
+
+} // namespace z7::cashflow::host
