@@ -43,7 +43,7 @@ ChildProcess::ChildProcess(const std::function<int()>& action) : process_(fork()
         result = action();
     } catch (const std::exception& error) {
         std::fprintf(stderr, "child process: %s\n", error.what());
-    } catch (...) { // nothing may return into the test that was copied
+    } catch (...) { // nothing may return into the copied test
     }
     _exit(result);
 }

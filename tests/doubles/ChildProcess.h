@@ -7,10 +7,10 @@
 
 namespace z7::cashflow::test {
 
-/// A copy of the test's process that runs an action and ends with the action's result.
+/// A copy of the test's process that runs an action and exits with the action's result.
 class ChildProcess {
 public:
-    /// How a process ends whose action raises; what it raised goes to the error stream.
+    /// The exit code if the action raises an exception, which is written to standard error.
     static constexpr int raised = 250;
 
     explicit ChildProcess(const std::function<int()>& action);
@@ -20,10 +20,10 @@ public:
     /// Waits for its end.
     ~ChildProcess();
 
-    /// Waits for its end and returns the exit code; the number of a signal that ended it, negative. Asked again, the
-    /// same.
+    /// Waits for its end and returns the exit code, or the negative number of the signal that ended it. Can be
+    /// called again.
     int wait();
-    /// Ends it on the spot, as the system ends a killed program, and returns what wait returns.
+    /// Kills it immediately, as the system does, and returns the result of wait.
     int kill();
 
 private:
@@ -31,11 +31,11 @@ private:
     int result_ = 0;
 };
 
-/// Runs an action in a process of its own, which ends without clean-up. Returns 0, what the action passed to _exit,
-/// ChildProcess::raised, or the negative number of the signal that killed the process.
+/// Runs an action in a separate process, which ends without clean-up. Returns 0, the argument that the action
+/// passed to _exit, ChildProcess::raised, or the negative number of the signal that killed the process.
 int inProcess(const std::function<void()>& action);
 
-/// What one process waits for and the other one sends, such as "ready".
+/// A signal that one process waits for and another one sends, such as "ready".
 class Signal {
 public:
     Signal();
@@ -51,8 +51,8 @@ private:
     int ends_[2] = {-1, -1};
 };
 
-/// Runs an action in a process of its own as a user whom permissions bind, also where the test runs as the superuser.
-/// Returns the action's text; that of an Error which it raises.
+/// Runs an action in a separate process as a user who is subject to file permissions, even if the test runs as the
+/// superuser. Returns the action's text, or that of an Error that it raises.
 [[nodiscard]] std::string withoutRights(const std::function<std::string()>& action);
 
 } // namespace z7::cashflow::test

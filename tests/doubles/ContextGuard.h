@@ -11,7 +11,7 @@
 
 namespace z7::cashflow::test {
 
-/// Gives the thread an untouched context for its lifetime and leaves an untouched one behind.
+/// Resets the thread's context for its lifetime, and again at its end.
 class ContextGuard {
 public:
     ContextGuard() { modPublic::context() = modPublic::Context{}; }
@@ -20,13 +20,13 @@ public:
     ContextGuard& operator=(const ContextGuard&) = delete;
 };
 
-/// A test with an untouched context, in which nobody has logged in.
+/// A test with a new context, without a login.
 class ContextTest : public testing::Test {
 private:
     ContextGuard guard_;
 };
 
-/// A test in which a user of the accounting year 2013 has logged in, message boxes are recorded and GUIDs are counted.
+/// A test with a login of the accounting year 2013, recorded message boxes and numbered GUIDs.
 class LoginTest : public ContextTest {
 protected:
     LoginTest() {
@@ -43,11 +43,11 @@ protected:
     std::vector<std::string> debugTexts;
 };
 
-/// Fails unless the statement raises an Error of the number.
+/// Fails unless the statement raises an Error with the number.
 #define EXPECT_ERROR(statement, expectedNumber)                                                                        \
     EXPECT_EQ(::z7::cashflow::test::errorNumberOf([&] { (void)(statement); }), (expectedNumber)) << #statement
 
-/// Number of the Error that an action raises; 0 if it raises none.
+/// The number of the Error that an action raises; 0 if it raises none.
 template <class Action> int errorNumberOf(Action&& action) {
     try {
         action();
@@ -57,7 +57,7 @@ template <class Action> int errorNumberOf(Action&& action) {
     return 0;
 }
 
-/// The Error that an action raises; number 0 and a failed test if it raises none.
+/// The Error that an action raises; if it raises none, the test fails and the number is 0.
 template <class Action> Error errorOf(Action&& action) {
     try {
         action();

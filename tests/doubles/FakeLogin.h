@@ -12,7 +12,7 @@
 
 namespace z7::cashflow::test {
 
-/// A catalogue that answers every key with "<key>", or with the text set for it.
+/// A catalogue that returns "<key>" for every key, or the text set for it.
 class FakeTextLookup final : public TextLookup {
 public:
     [[nodiscard]] std::string Text(const std::string& key) override {
@@ -29,7 +29,7 @@ public:
     std::vector<std::string> asked;           ///< every key asked for, in order
 };
 
-/// The catalogue with arguments: answers "<key:n>" with the number of arguments.
+/// The catalogue with arguments: returns "<key:n>" with the number of arguments.
 class FakeFormattedTextLookup final : public FormattedTextLookup {
 public:
     [[nodiscard]] std::string Text(const std::string& key, const std::vector<Variant>& arguments) override {
@@ -44,7 +44,7 @@ public:
     std::vector<std::pair<std::string, std::vector<Variant>>> asked;
 };
 
-/// A login whose answers are its members. It notes which of them were read.
+/// A login whose properties are its members. It records which of them were read.
 class FakeLogin final : public Z7Login {
 public:
     std::int32_t LocaleId() override { return read("LocaleId"), localeId; }
@@ -84,7 +84,7 @@ public:
     std::string connectionString = "db=login";
     std::map<std::int32_t, Variant> information;
     std::string languageTag = "zh-CN";
-    bool guards = false; ///< what guardsStatements answers
+    bool guards = false; ///< what guardsStatements returns
     std::shared_ptr<FakeTextLookup> texts = std::make_shared<FakeTextLookup>();
     std::shared_ptr<FakeFormattedTextLookup> formattedTexts = std::make_shared<FakeFormattedTextLookup>();
     std::optional<Error> textLookupFailure;

@@ -11,7 +11,7 @@
 
 namespace z7::cashflow::test {
 
-/// Random bytes that are not random: the n-th call gives the number n, so that the n-th GUID text is text(n).
+/// Predictable "random" bytes: the n-th call returns the number n, so that the n-th GUID text is text(n).
 class GuidSequence {
 public:
     [[nodiscard]] GuidSource source() const {
@@ -24,7 +24,7 @@ public:
             return bytes;
         };
     }
-    /// How many GUIDs were asked for.
+    /// The number of GUIDs requested.
     [[nodiscard]] std::uint32_t count() const { return *count_; }
     /// The text of the n-th GUID, counted from 1.
     [[nodiscard]] static std::string text(std::uint32_t n) {

@@ -9,7 +9,7 @@
 
 namespace z7::cashflow::test {
 
-/// A message box that nobody sees: it notes each call as one line and answers from a list, or else with 1 (ok).
+/// An invisible message box: it records each call as one line and answers from a list, otherwise with 1 (ok).
 class RecordingMessageBox final : public MessageBox {
 public:
     void Locale(const std::string& localeId) override { log.push_back("Locale " + localeId); }

@@ -8,7 +8,7 @@
 
 namespace z7::cashflow::test {
 
-/// The handed session, on which the library may run statements and nothing else.
+/// The session passed in by the host, on which the library may only run statements.
 class ScriptedConnection final : public Connection {
 public:
     explicit ScriptedConnection(ScriptedDatabase& database) : database_(database) {}
@@ -45,7 +45,7 @@ private:
     ScriptedDatabase& database_;
 };
 
-/// A session that the library opens for itself. What it does with it is in the journal like a statement.
+/// A session that the library opens itself. Its use is recorded in the journal like a statement.
 class ScriptedOwnConnection final : public Connection {
 public:
     ScriptedOwnConnection(ScriptedDatabase& database, std::string name) : database_(database), name_(std::move(name)) {}

@@ -22,11 +22,11 @@ namespace z7::cashflow::test {
 struct Table {
     std::vector<std::string> columns;
     std::vector<std::vector<Variant>> rows;
-    /// The types of columns, by their names as in columns; a column that is not listed has the type of its values.
+    /// The types of columns by name, spelled as in columns; an unlisted column has the type of its values.
     std::map<std::string, shared::ColumnType> types;
 };
 
-/// The journal of a ScriptedDatabase and what stands behind its sessions.
+/// The journal of a ScriptedDatabase and the rules by which its sessions answer.
 class ScriptedDatabase {
 public:
     ScriptedDatabase();
@@ -34,46 +34,47 @@ public:
     ScriptedDatabase(const ScriptedDatabase&) = delete;
     ScriptedDatabase& operator=(const ScriptedDatabase&) = delete;
 
-    /// The session that a host would hand in; open, and named "main" in the journal.
+    /// The session that a host would pass in; open, and named "main" in the journal.
     [[nodiscard]] Connection& connection() noexcept { return *connection_; }
-    /// A session for the library to open by itself, closed at first. In the journal it goes by the name, and its Open,
-    /// BeginTrans, CommitTrans and RollbackTrans count as statements of these texts; the trace has also its Close.
+    /// A session for the library to open itself, initially closed. The journal uses the given name, and its
+    /// Open, BeginTrans, CommitTrans and RollbackTrans are recorded as statements; the trace also contains its
+    /// Close.
     [[nodiscard]] std::unique_ptr<Connection> newConnection(const std::string& name);
     [[nodiscard]] static std::string connectionString() { return "db=scripted;user=tester"; }
 
-    // Answers. A rule for the exact text goes before a rule for its beginning; of two rules of a kind the later one
-    // counts.
+    // Rules for answers. A rule for the exact text takes precedence over a rule for its beginning; of two rules
+    // of the same kind the later one applies.
     void answer(const std::string& text, Table table);
     void answerPrefix(const std::string& prefix, Table table);
-    /// Gives the tables one after another; the last stays.
+    /// Returns the tables one after another; the last one is repeated.
     void answerInTurn(const std::string& text, std::vector<Table> tables);
-    /// The table is asked for each time.
+    /// The function is called each time.
     void answerWith(const std::string& prefix, std::function<Table(const std::string& text)> make);
     /// A statement without a result.
     void accept(const std::string& text) { answer(text, {}); }
     void acceptPrefix(const std::string& prefix) { answerPrefix(prefix, {}); }
     void fail(const std::string& text, const Error& error);
     void failPrefix(const std::string& prefix, const Error& error);
-    /// The n-th statement from now on, counted from 1 over all sessions, raises the error.
+    /// The n-th statement from now, counted from 1 over all sessions, raises the error.
     void failStatement(std::size_t n, const Error& error);
     /// The next Update of a recordset raises the error.
     void failUpdate(const Error& error) { updateFailure_ = error; }
 
-    /// All statements in their order: "main: text" for Execute, "main(cursor,lock): text" for a recordset opened on the
-    /// handed session, "own(cursor,lock,location): text" for one opened on a connection string.
+    /// All statements in their order: "main: text" for Execute, "main(cursor,lock): text" for a recordset
+    /// opened on the session passed in, "own(cursor,lock,location): text" for one opened by connection string.
     [[nodiscard]] const std::vector<std::string>& statements() const noexcept { return statements_; }
-    /// The texts of the statements alone.
+    /// Only the texts of the statements.
     [[nodiscard]] const std::vector<std::string>& texts() const noexcept { return texts_; }
-    /// Statements and besides them "AddNew", "field = text", "Update", "Filter text", "Close".
+    /// The statements, and "AddNew", "field = text", "Update", "Filter text", "Close".
     [[nodiscard]] const std::vector<std::string>& trace() const noexcept { return trace_; }
     void clearJournal();
-    /// Sources of the recordsets that are open at the moment.
+    /// Sources of the recordsets that are currently open.
     [[nodiscard]] std::vector<std::string> openRecordsets() const;
-    /// Sources of the recordsets that went out of use without having been closed.
+    /// Sources of the recordsets that were destroyed without being closed.
     [[nodiscard]] const std::vector<std::string>& droppedRecordsets() const noexcept { return dropped_; }
-    /// The number of statements, their sessions left aside, that begin with a text.
+    /// The number of statements, of any session, that begin with a text.
     [[nodiscard]] std::size_t countOf(const std::string& prefix) const;
-    /// How many statements were answered by no rule. Each has failed the test already.
+    /// The number of statements without a matching rule. Each has already failed the test.
     [[nodiscard]] std::size_t unknownStatements() const noexcept { return unknownStatements_; }
 
 private:

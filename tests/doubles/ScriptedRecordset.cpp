@@ -13,7 +13,7 @@ namespace {
 
 using shared::ColumnType;
 
-/// Takes every record: what is written shows in the journal and nowhere else.
+/// Accepts every record: it is only recorded in the journal.
 class JournalOnly final : public shared::RowWriter {
 public:
     void insert(const std::vector<shared::Change>& /*changes*/) override {}
@@ -37,12 +37,12 @@ ColumnType typeOf(const Variant& value) {
         } else if constexpr (std::is_same_v<T, Date>) {
             return ColumnType::date;
         } else {
-            return ColumnType::any; // a text as it is, and whatever stands beside a null
+            return ColumnType::any; // a text as it is, also next to nulls
         }
     });
 }
 
-/// The type that a column is given or that its values have in common; "any" if they differ or are all null.
+/// The given type of a column, or the common type of its values; "any" if they differ or are all null.
 ColumnType typeOf(const Table& table, std::size_t column) {
     if (const auto given = table.types.find(table.columns[column]); given != table.types.end()) {
         return given->second;

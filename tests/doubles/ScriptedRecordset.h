@@ -7,8 +7,8 @@
 
 namespace z7::cashflow::test {
 
-/// A recordset over the rows of a scripted answer. Movement, filter and writing are those of the recordset that the
-/// database adapters share; this one adds the journal.
+/// A recordset on the rows of a scripted answer. Movement, filter and writing are those of the recordset shared by
+/// the database adapters; this one adds the journal.
 class ScriptedRecordset final : public Recordset, private FieldList {
 public:
     ScriptedRecordset(ScriptedDatabase& database, Connection* creator, std::string session);
@@ -16,7 +16,7 @@ public:
     ScriptedRecordset(const ScriptedRecordset&) = delete;
     ScriptedRecordset& operator=(const ScriptedRecordset&) = delete;
 
-    /// Opens it with the result of a statement. Only a writable one takes values.
+    /// Opens it with the result of a statement. Only a writable one accepts values.
     void fill(const std::string& source, const Table& table, bool writable);
 
     void Open(const std::string& source, const cashflow::ActiveConnection& connection, CursorType cursorType,
@@ -50,11 +50,11 @@ private:
     Connection* creator_;
     std::string session_;
     shared::ClientRecordset records_{nullptr};
-    FieldList* fields_ = nullptr; ///< those of the records, once they are open
+    FieldList* fields_ = nullptr; ///< the fields of the records, once they are open
     std::string source_;
     cashflow::CursorLocation location_ = cashflow::CursorLocation::Server;
     cashflow::ActiveConnection active_;
-    bool countsRows_ = true; ///< a dynamic cursor on the server does not know how many rows it will give
+    bool countsRows_ = true; ///< a dynamic cursor on the server does not know its number of rows
 };
 
 } // namespace z7::cashflow::test

@@ -22,13 +22,12 @@ struct Fetched {
     std::optional<tsql::TableName> target;    ///< the only table of the records; empty if they cannot be written
 };
 
-/// What a caller knows of a result before it is there.
+/// What a caller knows about a result in advance.
 struct ResultDescription {
-    /// Corrects what the driver says of the columns; empty if it is right.
+    /// Corrects the driver's description of the columns; empty if it is right.
     std::function<void(std::vector<DriverColumn>&)> correct{};
-    /// The shape that the text's last result had, kept by the caller; a null pointer if nobody keeps it. It is used
-    /// again if the driver describes the columns as it did then, which spares asking for all the rest, and is replaced
-    /// if not.
+    /// The shape of the text's last result, kept by the caller; a null pointer if nobody keeps it. It is reused if the
+    /// driver describes the columns in the same way, which saves further queries, and otherwise replaced.
     std::shared_ptr<const ResultShape>* known = nullptr;
 };
 
@@ -36,7 +35,7 @@ struct ResultDescription {
 class Driver {
 public:
     virtual ~Driver() = default;
-    /// Runs a text with values for its "?", and fetches its first result whole. An error of any of its statements is
+    /// Runs a text with values for its "?", and fetches its complete first result. An error of any of its statements is
     /// raised.
     virtual Fetched execute(const std::string& text, const std::vector<Variant>& values,
                             const ResultDescription& description) = 0;

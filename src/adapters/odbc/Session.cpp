@@ -56,7 +56,7 @@ bool namesWhatAlters(const std::string& text) {
             alters = alters || ofItsOwn || isOneOf(words, token.lower);
         }
         return alters;
-    } catch (const Error&) { // what cannot be read may be anything
+    } catch (const Error&) { // a text that cannot be parsed may do anything
         return true;
     }
 }
@@ -138,7 +138,7 @@ bool Session::mayAlterSession(const std::string& text) {
     }
     try {
         tsql::shapeOf(text, shape_);
-    } catch (const Error&) { // what cannot be read may be anything
+    } catch (const Error&) { // a text that cannot be parsed may do anything
         return true;
     }
     if (const bool* known = alters_.find(shape_.key)) {

@@ -14,12 +14,12 @@ inline constexpr const char* errorSource = "ODBC";
 /// What a driver reports about a failed call.
 struct DatabaseError {
     Error error;
-    bool connectionLost = false; ///< it says that the connection to the server is lost
+    bool connectionLost = false; ///< the connection to the server is lost
 };
 
-/// The report on the last call with a handle as one error: the number, state and text of the record that says most, the
-/// server's before the driver's, with the texts of the others after it, and every secret masked. The makers' names in
-/// brackets before a text are left out.
+/// The report on the last call with a handle as one error: the number, state and text of the most informative record,
+/// those of the server before those of the driver, followed by the texts of the others, with every secret masked. The
+/// vendors' names in brackets before a text are removed.
 [[nodiscard]] DatabaseError databaseError(short handleType, Handle handle, const std::vector<std::string>& secrets);
 
 } // namespace z7::cashflow::odbc

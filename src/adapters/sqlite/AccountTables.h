@@ -10,9 +10,9 @@ namespace z7::cashflow::sqlite {
 
 class Connection;
 
-/// The tables of an account's session for loading: those of the account's database and of the system database, by their
-/// plain names. A name is looked for without regard to case, in the account's database first; "tempdb..X" and
-/// "zqsystem..X" name the place. The connection must outlive this object and its loaders.
+/// The tables of an account for loading: those of the account's database and of the system database, by plain name.
+/// Names are case-insensitive and looked up in the account's database first; "tempdb..X" and "zqsystem..X" name the
+/// database. The connection must outlive this object and its loaders.
 class AccountTables final : public LoadableTables {
 public:
     explicit AccountTables(Connection& connection) : connection_(connection) {}

@@ -12,7 +12,7 @@ struct sqlite3;
 
 namespace z7::cashflow::sqlite {
 
-/// A column of a table as the database declares it.
+/// A column of a table, as declared.
 struct TableColumn : shared::TableColumn {
     std::string declaredType; ///< such as "nvarchar(40)"
 };

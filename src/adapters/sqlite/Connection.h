@@ -11,26 +11,24 @@ struct Observers;
 
 /// A session on the embedded database: an account's file with its system database and its tempdb beside it.
 ///
-/// The connection string is "driver=sqlite;database=FILE;year=2013". Values may stand in braces, in which "}}" is
-/// one closing brace. Keywords, without regard to case:
-///   driver    must be "sqlite"
-///   database  the account's file; it must exist (see createDatabase in database.h)
-///   year      the accounting year that the four names with _v_ show; without it they show nothing
-///   timeout   milliseconds to wait for another session's write to end, 0 to 3600000; 5000 if it is not given
-///   maxpages  the number of pages that the account's file may grow to; no bound of its own if it is not given
+/// The connection string is "driver=sqlite;database=FILE;year=2013". Values may be enclosed in braces, in which
+/// "}}" means one closing brace. Keywords, case-insensitive: driver    must be "sqlite" database  the account's
+/// file; it must exist (see createDatabase in database.h) year      the accounting year that the four views with
+/// _v_ in their names show; without it they are empty timeout   milliseconds to wait for another session's write to
+/// end, 0 to 3600000; by default 5000 maxpages  the maximum size of the account's file in pages; by default
+/// unlimited
 ///
-/// It takes statements in Transact-SQL, as defined for the suite's server. A statement that it does not understand is
-/// error 102, which quotes the place. Errors of the database carry the extended result code as their number and the
-/// source "SQLite".
+/// Statements are in Transact-SQL. A statement that is not understood raises error 102, which quotes the position.
+/// Errors of the database have the extended result code as their number, and the source "SQLite".
 ///
-/// BeginTrans takes the account's write lock at once, so that of two desks that save at the same time one waits there,
-/// or gets the error "database is locked" there, and neither fails in the middle of its work.
+/// BeginTrans obtains the account's write lock at once. If two sessions save at the same time, one of them waits
+/// there, or gets the error "database is locked" there, and neither fails in the middle of its work.
 class Connection final : public shared::PooledConnection {
 public:
     Connection();
 
-    /// Sees each text that really runs, in the embedded database's own dialect with its values in place, the begin and
-    /// the end of transactions among them.
+    /// The observer is called with each text that is executed, in the embedded database's own dialect with its values
+    /// inserted, including the begin and end of transactions.
     void onRewrittenStatement(StatementObserver observer);
 
 private:

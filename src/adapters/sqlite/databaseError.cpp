@@ -12,8 +12,8 @@
 namespace z7::cashflow::sqlite {
 namespace {
 
-// The library takes no more than the text of a function's failure. Why it failed waits here for the error of the
-// statement, which is raised on the same thread.
+// The library accepts only a text for a function's failure. The reason is kept here for the error of the statement,
+// which is raised on the same thread.
 thread_local Explanation functionFailure;
 
 const char* sqlState(int code, std::string_view text) {

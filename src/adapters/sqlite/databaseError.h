@@ -21,7 +21,7 @@ inline constexpr const char* errorSource = "SQLite";
 /// The same for a reason with its own result code.
 [[noreturn]] void raiseDatabaseError(SqliteReason reason, std::vector<std::string> arguments = {});
 
-/// Ends a function that a statement has called. The error of that statement has this explanation.
+/// Makes a function called by a statement fail. The error of the statement has this explanation.
 void failFunction(sqlite3_context* context, Explanation why);
 
 } // namespace z7::cashflow::sqlite

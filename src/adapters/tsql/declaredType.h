@@ -7,11 +7,11 @@
 
 namespace z7::cashflow::tsql {
 
-/// The column that a declared type such as "nvarchar(40)" or "money real" makes. A type that is not known, and the
-/// empty text, mean "any".
+/// The column for a declared type such as "nvarchar(40)" or "money real". An unknown type, or an empty text, means
+/// "any".
 [[nodiscard]] shared::Column declaredColumn(std::string name, std::string_view declaration);
 
-/// Whether a cast may lead to the type of this lower-case name. Types that pad a text are not among them.
+/// Whether casts to the type with this lower-case name are supported. Types that pad texts are not.
 [[nodiscard]] bool isCastType(std::string_view name) noexcept;
 
 } // namespace z7::cashflow::tsql

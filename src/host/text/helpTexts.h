@@ -174,7 +174,7 @@ inline constexpr std::array<HostTextEntry, 119> helpTexts = [] {
                       "Replace the rows of a voucher by those of an XML document"},
         HostTextEntry{T::helpOutside, "其他子系统凭证的现金流量行：显示、生成、检查、保存",
                       "The rows of a voucher of another subsystem: show, generate, check, save"},
-        HostTextEntry{T::helpVoucherXml, "显示以 XML 交来的凭证的现金流量行",
+        HostTextEntry{T::helpVoucherXml, "显示以 XML 提供的凭证的现金流量行",
                       "Show the rows of a voucher given as XML"},
         HostTextEntry{T::helpSampleXml, "写出示例公司的 XML 文件", "Write the XML documents of the sample company"},
         HostTextEntry{T::helpLang, "输出的语言：zh-CN 或 en", "Language of the output: zh-CN or en"},

@@ -18,8 +18,8 @@
 namespace z7::cashflow::host {
 
 /// The environment of a command: the database opened in one accounting year, the user's login, the library's
-/// context of this thread with the account's options, and the providers. At most one at a time on a thread; its destructor
-/// closes the database and clears the context.
+/// context of this thread with the account's options, and the providers. At most one at a time on a thread; its
+/// destructor closes the database and clears the context.
 class Session {
 public:
     /// Opens an account. The account options bCashCode and bAutoDisplay are read into the thread's context, so

@@ -16,19 +16,19 @@
 
 namespace z7::cashflow::conformance {
 
-/// What an adapter can do. What it cannot do carries the reason, which the skipped case reports.
+/// A capability of an adapter. If it is missing, the reason is reported by the skipped case.
 struct Capability {
     bool present = true;
     std::string reason;
 };
 
-/// A fresh, empty account database behind one adapter; it goes away with this object.
+/// A new, empty account database used through one adapter; it is removed with this object.
 class DatabaseUnderTest {
 public:
     virtual ~DatabaseUnderTest() = default;
     /// A closed connection of the adapter.
     [[nodiscard]] virtual std::unique_ptr<Connection> makeConnection() const = 0;
-    /// A connection string whose sessions wait at most so many milliseconds for a lock.
+    /// A connection string whose sessions wait for a lock at most the given number of milliseconds.
     [[nodiscard]] virtual std::string connectionString(std::optional<std::int16_t> year, int timeout) const = 0;
 
     /// An account identifier that nobody else uses in the system database, which adapters may share.
@@ -38,13 +38,13 @@ public:
     [[nodiscard]] virtual Capability writesToView() const { return {}; }
     [[nodiscard]] virtual Capability comparesWithoutCase() const { return {}; }
     [[nodiscard]] virtual Capability waitsForLock() const { return {}; }
-    /// A wait for another session's lock that is over ends in the state HYT00.
+    /// A lock timeout is reported with the state HYT00.
     [[nodiscard]] virtual Capability tellsLockTimeout() const { return {}; }
-    /// Errors carry the numbers and states that the suite's server gives them.
+    /// Errors have the numbers and states of the suite's server.
     [[nodiscard]] virtual Capability tellsErrorNumbers() const { return {}; }
-    /// Of a text that ends early, with a quote left over, the quote is told and not what stands before it.
+    /// For a text that ends early, with a quote left over, the quote is reported and not what precedes it.
     [[nodiscard]] virtual Capability tellsLeftOverQuoteFirst() const { return {}; }
-    /// A column of a result that is an expression without an alias has the empty name.
+    /// In a result, the column of an expression without an alias has an empty name.
     [[nodiscard]] virtual Capability leavesExpressionsUnnamed() const { return {}; }
     /// A batch that cannot be parsed does not end the transaction.
     [[nodiscard]] virtual Capability keepsTransactionAfterBadSyntax() const { return {}; }
@@ -56,10 +56,10 @@ struct Adapter {
     friend void PrintTo(const Adapter& adapter, std::ostream* out) { *out << adapter.name; }
 };
 
-/// The adapters of the test program that these cases are linked to.
+/// The adapters of the test program to which these cases are linked.
 [[nodiscard]] std::vector<Adapter> databasesUnderTest();
 
-/// A case with a fresh database and one open session of the year 2013 on it.
+/// A case with a new database and an open session in the year 2013.
 class DatabaseCase : public ::testing::TestWithParam<Adapter> {
 protected:
     void SetUp() override {
@@ -79,7 +79,8 @@ protected:
         records->Open(statement, connection_.get(), CursorType::Keyset, lock);
         return records;
     }
-    /// The accounts 1001 (cash), 6001 and 6002 of 2013, items 0101 and 0102, and voucher 2013/1/2/5 of three lines.
+    /// Adds the accounts 1001 (cash), 6001 and 6002 of 2013, the items 0101 and 0102, and the voucher
+    /// 2013/1/2/5 with three lines.
     void addVoucher() const {
         run("insert into code (iyear,ccode,ccode_name,bCashItem,bend,bclose) values(2013,N'1001',N'现金',1,1,0);"
             "insert into code (iyear,ccode,ccode_name,bCashItem,bend,bclose) values(2013,N'6001',N'收入',0,1,0);"
@@ -102,7 +103,7 @@ protected:
     if (const auto needed = (capability); !needed.present)                                                             \
     GTEST_SKIP() << needed.reason
 
-/// Runs an action that must end in an Error, and gives it.
+/// Runs an action that must raise an Error, and returns the Error.
 template <class Action> Error errorOf(Action&& action) {
     try {
         action();

@@ -93,7 +93,7 @@ TEST_P(RecordsetCases, NewAndChangedRecordsAreWrittenByAnUpdateOrAMove) {
     EXPECT_EQ(first("select citemname from fitemss98 where citemcode=N'99'"), Variant());
     records->MoveFirst();
     records->Fields().Item("citemname", Variant("first"));
-    records->MoveNext(); // writes what is pending
+    records->MoveNext(); // writes pending changes
     EXPECT_EQ(count("select * from fitemss98 where citemname=N'first'"), 1);
 }
 

@@ -60,7 +60,7 @@ TEST_P(SessionCases, RollbackAndCloseTakeEverythingBack) {
         gone->Execute(insert_);
     }
     EXPECT_EQ(other->Execute(select_)->RecordCount(), 0);
-    other->Execute(insert_); // and nobody holds a lock any more
+    other->Execute(insert_); // and nobody holds a lock any longer
     EXPECT_EQ(other->Execute(select_)->RecordCount(), 1);
 }
 
@@ -99,7 +99,7 @@ TEST_P(SessionCases, OfTwoDesksThatSaveOneGetsAClearError) {
     const auto other = open(std::int16_t{2014}, 1);
     connection_->BeginTrans();
     run(insert_);
-    bool begun = false; // the lock may be taken by the begin of a transaction, or by its first change
+    bool begun = false; // the lock may be obtained by the begin of a transaction, or by its first change
     const Error locked = errorOf([&] {
         other->BeginTrans();
         begun = true;

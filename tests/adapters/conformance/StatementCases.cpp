@@ -5,8 +5,8 @@
 namespace z7::cashflow::conformance {
 namespace {
 
-/// Every statement that the library builds, over the voucher 2013/1/2/5, each with the number of records that it must
-/// give; -1 for a statement without records.
+/// Every statement that the library builds, run on the voucher 2013/1/2/5, with the number of records that it must
+/// return; -1 for a statement without a result.
 class StatementCases : public DatabaseCase {
 protected:
     void SetUp() override {
@@ -227,7 +227,7 @@ TEST_P(StatementCases, TemporaryTableTakesTheShapeOfTheLedger) {
         ",cDefine2,cDefine3,cDefine4,cDefine5,cDefine6,cDefine7,cDefine8,cDefine9 "
         ",cDefine10,cDefine11,cDefine12,cDefine13,cDefine14,cDefine15,cDefine16 into " +
         table + "  from gl_accvouch where 1=0 and iyear=2013");
-    // A session of its own sees it at once and fills it.
+    // A separate session sees it at once and fills it.
     auto lines = connection_->CreateRecordset();
     lines->CursorLocation(CursorLocation::Client);
     lines->Open("select * from " + table, connection_->ConnectionString(), CursorType::Keyset, LockType::Optimistic);
@@ -286,7 +286,7 @@ TEST_P(StatementCases, RefusedStatementsLeaveNothing) {
     EXPECT_EQ(table.sqlState(), "42S02");
     EXPECT_EQ(column.sqlState(), "42S22");
     EXPECT_EQ(unfinished.number(), 102);
-    // Two errors at once: the quote that is left over, and what stands behind the text.
+    // Two errors at once: the quote that is left over, and what follows the text.
     const Capability quoteFirst = database_->tellsLeftOverQuoteFirst();
     EXPECT_EQ(unclosed.number(), quoteFirst.present ? 105 : 102) << quoteFirst.reason;
 }

@@ -17,7 +17,7 @@ using conformance::errorOf;
 const std::regex serverKeyword("Server=([^;]*)", std::regex::icase);
 const std::regex portKeyword("Port=([0-9]*)", std::regex::icase);
 
-/// A database on the server, reached through a door that can cut the lines.
+/// A database on the server, connected through a proxy that can cut the connections.
 class OdbcCutLine : public ::testing::Test {
 protected:
     void SetUp() override {
@@ -89,7 +89,7 @@ TEST_F(OdbcCutLine, IdleSessionsAreNotHandedOutAgain) {
     Connection connection;
     connection.Open(text_);
     {
-        std::vector<std::shared_ptr<Recordset>> open; // three sessions, which then lie idle
+        std::vector<std::shared_ptr<Recordset>> open; // three sessions, which are idle afterwards
         for (int i = 0; i < 3; ++i) {
             open.push_back(connection.CreateRecordset());
             open.back()->Open("select * from fitemss98", text_, CursorType::Keyset, LockType::Optimistic);

@@ -43,7 +43,7 @@ sockaddr_in loopback(int port) {
     return address;
 }
 
-/// Passes on what has come; false at the end.
+/// Passes on what has arrived; false at the end.
 bool pass(const Socket& from, const Socket& to) {
     std::array<char, 16384> buffer{};
     const ssize_t count = recv(from.get(), buffer.data(), buffer.size(), 0);
@@ -106,8 +106,8 @@ private:
     struct Line {
         Socket client;
         Socket server;
-        bool asked = false;        ///< the client spoke last
-        bool answerIsLost = false; ///< the lines are cut when the server speaks
+        bool asked = false;        ///< the client has sent last
+        bool answerIsLost = false; ///< cut the connections when the server answers
     };
 
     void wake() { static_cast<void>(!write(wakeWrite_.get(), "x", 1)); }
@@ -123,7 +123,7 @@ private:
                 }
             }
             poll(waiting.data(), waiting.size(), -1);
-            if (waiting[0].revents != 0) { // the lines are others now
+            if (waiting[0].revents != 0) { // the connections have changed
                 char byte = 0;
                 static_cast<void>(!read(wakeRead_.get(), &byte, 1));
                 continue;
@@ -138,7 +138,7 @@ private:
         for (std::size_t i = 0; i < lines_.size() && 2 * i + 3 < waiting.size(); ++i) {
             Line& line = lines_[i];
             if (waiting[2 * i + 2].fd != line.client.get()) {
-                return; // cut between the waiting and now
+                return; // cut between the wait and now
             }
             const bool asks = waiting[2 * i + 2].revents != 0;
             const bool answers = waiting[2 * i + 3].revents != 0;
@@ -160,7 +160,8 @@ private:
         }
     }
 
-    /// Counts what a client says as a request if it is the beginning of one. True if the lines are to be cut before it.
+    /// Counts the beginning of what a client sends as a request. True if the connections are to be cut before
+    /// it.
     bool isLastRequest(Line& line) {
         if (line.asked || requestsToGo_ == 0 || --requestsToGo_ > 0) {
             return false;
@@ -192,7 +193,7 @@ private:
     Socket wakeWrite_{-1};
     std::mutex mutex_;
     std::vector<Line> lines_;
-    int requestsToGo_ = 0; ///< 0 where nothing is counted
+    int requestsToGo_ = 0; ///< 0 if requests are not counted
     Cut moment_ = Cut::beforeRequest;
     bool hasCut_ = false;
     std::jthread thread_;

@@ -5,11 +5,11 @@
 
 namespace z7::cashflow::odbc {
 
-/// When a line is cut: as a request reaches the door, so that the server never sees it, or once the server has done
-/// what it says, so that only the answer is lost.
+/// When a connection is cut: when a request reaches the proxy, so that the server never sees it, or after the
+/// server has executed it, so that only the answer is lost.
 enum class Cut { beforeRequest, beforeAnswer };
 
-/// A door on loopback that passes everything on to a server, until it cuts the lines.
+/// A proxy on loopback that passes everything on to a server, until it cuts the connections.
 class CuttingProxy {
 public:
     CuttingProxy(const std::string& host, int port);
@@ -17,12 +17,13 @@ public:
     CuttingProxy& operator=(const CuttingProxy&) = delete;
     ~CuttingProxy();
 
-    /// Where it listens on 127.0.0.1.
+    /// The port on 127.0.0.1.
     [[nodiscard]] int port() const;
-    /// Cuts every line that is open now. Later ones pass.
+    /// Cuts every open connection. Later ones are not affected.
     void cut();
-    /// Cuts every line at the n-th request from now on, counted from 1 over all lines. A request is what a client says
-    /// before the server's next word, such as one statement or one step of a login. Later lines pass.
+    /// Cuts every connection at the n-th request from now, counted from 1 over all connections. A request is
+    /// what a client sends before the server answers, such as a statement or a step of a login. Later
+    /// connections are not affected.
     void cutAt(int request, Cut moment);
     /// Whether that has happened. Ends the counting.
     bool stopCounting();

@@ -13,7 +13,7 @@ namespace {
 
 using conformance::errorOf;
 
-/// What is hard on drivers, over SQLite's one and over the server if there is one.
+/// What drivers find difficult, tested with SQLite's driver and with the server if there is one.
 class HostileCases : public conformance::DatabaseCase {
 protected:
     void SetUp() override {
@@ -50,7 +50,7 @@ TEST_P(HostileCases, TextsOfEveryPlaneComeBackAsTheyWent) {
 }
 
 TEST_P(HostileCases, LongTextsComeInPiecesAndWhole) {
-    // The pieces in which drivers hand texts out end at every position within a character.
+    // The pieces in which drivers return texts end at every position within a character.
     for (const std::size_t before : {0U, 1U, 2U, 3U}) {
         for (const std::size_t length : {1364U, 1366U, 5000U, 70000U}) {
             std::string text(before, 'a');
@@ -112,7 +112,7 @@ TEST_P(HostileCases, NullEverywhere) {
     for (const char* column : {"cdigest", "md", "nd_s", "dbill_date", "iflag", "idoc"}) {
         records->Fields().Item(column, Variant());
     }
-    records->Update(); // each compared with what was there
+    records->Update(); // each compared with what was stored
     EXPECT_EQ(
         count("select * from gl_accvouch where iperiod=12 and cdigest is null and md is null and dbill_date is null"),
         1);
@@ -189,7 +189,7 @@ TEST_P(HostileCases, ObserverSeesEveryStatementWithItsSession) {
     const std::string text = "select * from fitemss98";
     run(text);
     const auto own = connection.CreateRecordset();
-    for (int i = 0; i < 2; ++i) { // the second takes the session that the first gave back
+    for (int i = 0; i < 2; ++i) { // the second uses the session that the first returned
         own->Open(text, connection.ConnectionString(), CursorType::Static, LockType::ReadOnly);
         own->Close();
     }

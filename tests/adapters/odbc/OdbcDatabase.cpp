@@ -23,7 +23,7 @@ std::string randomName() {
     return "z7cf_" + std::to_string(random()) + std::to_string(random());
 }
 
-/// Runs a script whose batches end in lines that say "go".
+/// Runs a script whose batches end in lines that consist of "go".
 void runScript(Connection& connection, const fs::path& file) {
     std::ifstream script(file);
     if (!script) {
@@ -47,8 +47,8 @@ std::unique_ptr<Connection> makeDriverConnection() {
 }
 
 DriverDatabase::DriverDatabase() {
-    // SQLite's driver has narrow calls only, and unixODBC cuts a wide connection string to bytes before it hands it to
-    // them.
+    // SQLite's driver has only narrow calls, and unixODBC truncates a wide connection string to bytes before it
+    // passes it to them.
     const bool wide = ParameterText::cType() == SQL_C_WCHAR;
     file_ = folder_.path() / (wide ? fs::path("company x.db") : fs::path(u8"公司 x.db"));
     sqlite::createDatabase(file_);
@@ -57,7 +57,7 @@ DriverDatabase::DriverDatabase() {
 std::unique_ptr<cashflow::Connection> DriverDatabase::makeConnection() const { return makeDriverConnection(); }
 
 std::string DriverDatabase::connectionString(std::optional<std::int16_t> year, int timeout) const {
-    // The driver waits for a lock by its own keyword, which has the name of the adapter's.
+    // The driver has its own keyword for the lock timeout, with the same name as the adapter's.
     const std::string milliseconds = std::to_string(timeout);
     return "driver=odbc;odbc={Driver=SQLite3;Database=" + file_.string() + ";LoadExt=" + Z7_SESSION_FUNCTIONS +
            ";Timeout=" + milliseconds + "};timeout=" + milliseconds + (year ? ";year=" + std::to_string(*year) : "");

@@ -11,10 +11,10 @@
 
 namespace z7::cashflow::odbc {
 
-/// A closed connection to the embedded database through SQLite's ODBC driver, with the rewriter in front.
+/// A closed connection to the embedded database through SQLite's ODBC driver, with rewritten statements.
 [[nodiscard]] std::unique_ptr<Connection> makeDriverConnection();
 
-/// An account of the embedded database behind SQLite's ODBC driver, with the rewriter in front.
+/// An account of the embedded database used through SQLite's ODBC driver, with rewritten statements.
 class DriverDatabase final : public conformance::DatabaseUnderTest {
 public:
     DriverDatabase();
@@ -28,9 +28,9 @@ private:
     std::filesystem::path file_;
 };
 
-/// A database of its own on a server that speaks Transact-SQL, made with the schema's scripts and dropped at the end.
-/// The server is the one that the environment variable Z7CF_TEST_SQLSERVER names: a connection string without a
-/// database, whose login may create databases.
+/// A database on a server that speaks Transact-SQL, created with the schema's scripts and dropped at the end. The
+/// server is given by the environment variable Z7CF_TEST_SQLSERVER: a connection string without a database, whose
+/// login may create databases.
 class ServerDatabase final : public conformance::DatabaseUnderTest {
 public:
     ServerDatabase();
@@ -38,7 +38,7 @@ public:
     ServerDatabase& operator=(const ServerDatabase&) = delete;
     ~ServerDatabase() override;
 
-    /// The connection string of the environment; nothing if it is not set.
+    /// The connection string of the environment; empty if it is not set.
     [[nodiscard]] static std::optional<std::string> server();
 
     [[nodiscard]] std::unique_ptr<cashflow::Connection> makeConnection() const override;
@@ -47,7 +47,7 @@ public:
 
     [[nodiscard]] std::string accountId() const override { return name_.substr(0, 20); }
 
-    // What servers that speak the language differ in is found out by trying.
+    // The differences between servers are determined by trying.
     [[nodiscard]] conformance::Capability selectInto() const override;
     [[nodiscard]] conformance::Capability waitsForLock() const override;
     [[nodiscard]] conformance::Capability tellsLockTimeout() const override;

@@ -9,15 +9,15 @@ namespace {
 
 using conformance::errorOf;
 
-/// Own sessions of one connection, each told by its number.
+/// The separate sessions of one connection, identified by number.
 class PooledSession : public ::testing::Test {
 protected:
     PooledSession() {
         connection_->onStatement([this](int session, const std::string&) { last_ = session; });
         connection_->Open(database_.connectionString(std::int16_t{2013}, 0));
     }
-    /// The session on which a text runs that does not care for the caller's; whether the database takes it does not
-    /// matter.
+    /// The session that runs a text independently of the caller's session; whether the database accepts the
+    /// text does not matter.
     int sessionOf(const std::string& text) {
         const auto records = connection_->CreateRecordset();
         ignoringErrors(
@@ -70,7 +70,7 @@ TEST(ServerSession, ReadsDatesYearFirstInEveryLanguageOfTheLogin) {
     if (monthWith("dmy") == monthWith("mdy")) {
         GTEST_SKIP() << "this server takes no notice of set dateformat";
     }
-    // Read day or month first, the text is another day or none.
+    // Read with the day or month first, the text is another date or none.
     const auto difference =
         connection->Execute("select datediff(day, '2013-05-04', cast('13/05/04' as datetime)) as d");
     EXPECT_EQ(difference->Fields().Item(0), Variant(std::int32_t{0}));
@@ -96,7 +96,7 @@ TEST(ServerSession, ChangesRecordsByTimesWithFractionsOfASecond) {
         ASSERT_TRUE(value.is<Date>());
         EXPECT_NEAR(value.get<Date>()->dayNumber(), next.dayNumber(), 0.004 / 86400);
     }
-    // The time of day counts forward on days before the first one too.
+    // The time of day is counted forward also on days before the first one.
     connection->Execute("update gl_accvouch set dbill_date='1899-12-29 06:00:00.500' where inid=1");
     const auto early = connection->Execute("select dbill_date from gl_accvouch where inid=1");
     EXPECT_NEAR(early->Fields().Item(0).get<Date>()->dayNumber(), -1.25 - 0.5 / 86400, 0.001 / 86400);

@@ -43,7 +43,7 @@ tsql::TextRunner textRunner(Driver& driver) {
     return {run, run};
 }
 
-/// The state that other databases have for a failure; the driver has one for all.
+/// The state that other databases report for a failure; the driver has one for all.
 std::string sqlState(int number, std::string_view text, const std::string& given) {
     constexpr int busy = 5;
     constexpr int locked = 6;
@@ -105,7 +105,7 @@ Fetched SqliteDialect::runStep(Driver& driver, KnownStep& known, const std::vect
             known.step.sql, values,
             {[&known](std::vector<DriverColumn>& columns) { correctByItems(known.step, columns); }, &known.shape});
     } catch (const Error&) {
-        known.meant.reset(); // a table that it lacks may be made before it comes again
+        known.meant.reset(); // a missing table may be created before the next use
         throw;
     }
 }
@@ -190,7 +190,7 @@ void SqliteDialect::rollback(Driver& driver) {
 
 bool SqliteDialect::inTransaction(Driver& driver) {
     bool begun = false;
-    ignoringErrors([&] { // refused within a transaction, and there is no other way to ask
+    ignoringErrors([&] { // refused within a transaction, and there is no other way to find out
         driver.execute("BEGIN");
         begun = true;
     });
@@ -212,7 +212,7 @@ Error SqliteDialect::explained(const Error& error) const {
 ResultColumn SqliteDialect::resultColumn(const DriverColumn& column) const {
     ResultColumn result;
     result.column = tsql::declaredColumn(column.name, column.typeName);
-    if (column.table.empty()) { // an expression, whose type the driver guesses by the first row
+    if (column.table.empty()) { // an expression, whose type the driver guesses from the first row
         using shared::ColumnType;
         const bool number = result.column.type == ColumnType::int32 || result.column.type == ColumnType::real;
         result.column.type = ColumnType::any;
@@ -233,7 +233,7 @@ ResultColumn SqliteDialect::resultColumn(const DriverColumn& column) const {
     case shared::ColumnType::text:
         result.column.length = column.typeName.find("char") == std::string::npos ? 0 : static_cast<int>(column.size);
         break;
-    case shared::ColumnType::date: // kept as texts, which the shared recordset reads as dates
+    case shared::ColumnType::date: // stored as texts, which the shared recordset reads as dates
     case shared::ColumnType::any:
         break;
     }
@@ -252,7 +252,7 @@ std::vector<std::string> SqliteDialect::key(Driver& driver, const tsql::TableNam
                                             const std::vector<DriverColumn>& columns) {
     tsql::TableName base = name;
     if (!columns.empty() && !columns.front().table.empty()) {
-        base.name = columns.front().table; // the table behind a view
+        base.name = columns.front().table; // the table of a view
     }
     Table holder;
     Table parts = table(driver, base, holder);
@@ -266,7 +266,7 @@ std::vector<std::string> SqliteDialect::key(Driver& driver, const tsql::TableNam
 }
 
 std::int64_t SqliteDialect::change(Driver& driver, const std::string& text, const std::vector<Variant>& values) {
-    // Counts what triggers change too: a view's records are changed by nothing else.
+    // Includes changes by triggers: a view's records are changed by nothing else.
     const std::int64_t before = numberOf(driver.execute("SELECT total_changes()"));
     driver.execute(text, values);
     return numberOf(driver.execute("SELECT total_changes()")) - before;

@@ -11,8 +11,8 @@
 namespace z7::cashflow::shared {
 namespace {
 
-/// A memory over a database that counts what it is asked. Texts with "option" are kept, texts with "change" end the
-/// memory, as does the writing of records of a text with "option".
+/// A memory for a database that counts its queries. Texts with "option" are remembered; texts with "change" end the
+/// memory, as does writing records of a text with "option".
 class AnswerMemoryTest : public ::testing::Test {
 protected:
     [[nodiscard]] static std::unique_ptr<RowSet> rowOf(const std::string& value) {

@@ -13,7 +13,7 @@
 namespace z7::cashflow::shared {
 namespace {
 
-/// Writes down what a recordset asks of it; refuses on demand.
+/// Records what a recordset requests; refuses on demand.
 struct RecordingWriter final : RowWriter {
     void insert(const std::vector<Change>& changes) override { record("insert", changes); }
     void update(const RowSet&, std::size_t row, const std::vector<Change>& changes) override {

@@ -11,11 +11,11 @@
 namespace z7::cashflow::shared {
 namespace {
 
-/// What becomes of the sessions that a pool opens.
+/// The state of the sessions that a pool opens.
 struct Fate {
     std::vector<int> opened;
     std::set<int> closed;
-    std::set<int> lost; ///< whose line is cut
+    std::set<int> lost; ///< whose connection is lost
 };
 
 class FakeSession final : public Session {
@@ -50,7 +50,7 @@ protected:
             [fate = fate_](const std::string&, int number) { return std::make_shared<FakeSession>(number, fate); });
         pool_->reopen();
     }
-    /// The sessions that are still open; those of the pool where nobody holds one.
+    /// The number of open sessions; those of the pool if nobody holds one.
     [[nodiscard]] std::size_t openCount() const { return fate_->opened.size() - fate_->closed.size(); }
 
     std::shared_ptr<Fate> fate_ = std::make_shared<Fate>();

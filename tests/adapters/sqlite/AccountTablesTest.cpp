@@ -22,7 +22,7 @@ protected:
         connection_ = database_.open();
         tables_ = std::make_unique<AccountTables>(*connection_);
     }
-    /// The refusal that an action ends in.
+    /// The refusal that an action raises.
     template <class Action> static shared::LoadError refusal(Action&& action) {
         try {
             action();

@@ -1,5 +1,5 @@
-// The statements of docs/sql-server.md that find and remove doubled rows, as the page has them. Its script of rights
-// needs a server with users, so no test runs that.
+// The statements of docs/sql-server.md that find and remove doubled rows, as printed there. Its script of
+// permissions needs a server with users, so no test runs it.
 
 #include "adapters/sqlite/EmbeddedDatabase.h"
 #include "z7cashflow/support/conversions.h"
@@ -21,7 +21,7 @@ namespace {
 using testing::ElementsAre;
 using Lines = std::vector<std::string>;
 
-/// The blocks of code below a heading of the page, each with its lines.
+/// The code blocks below a heading of the page, each with its lines.
 std::vector<Lines> blocksBelow(const std::string& heading) {
     std::ifstream page(std::string(Z7_SOURCE_DIR) + "/docs/sql-server.md");
     std::vector<Lines> blocks;
@@ -88,7 +88,7 @@ protected:
         std::sort(found.begin(), found.end());
         return found;
     }
-    /// Runs the repair: a statement ends where a line that is not indented begins the next one.
+    /// Runs the repair: a line that is not indented begins the next statement.
     void repair() {
         Lines statements;
         for (const std::string& line : blocks_[1]) {

@@ -23,7 +23,7 @@ State& state() {
     return only;
 }
 
-/// Counts a call; true if the fault is there.
+/// Counts a call; true if the fault occurs.
 bool isFaulty() {
     State& now = state();
     const bool faulty = ++now.calls >= now.first;
@@ -126,7 +126,7 @@ FaultyDisk::FaultyDisk() {
         throw std::logic_error("there is a faulty disk already");
     }
     now.real = sqlite3_vfs_find(nullptr);
-    vfs() = *now.real; // what is not replaced is the real disk's own, which asks for nothing but its data pointer
+    vfs() = *now.real; // everything else is that of the real disk, which needs only its data pointer
     vfs().zName = "faulty";
     vfs().szOsFile = static_cast<int>(sizeof(File)) + now.real->szOsFile;
     vfs().xOpen = openFile;

@@ -27,7 +27,7 @@ void expectRefusal(const fs::path& file, const std::string& wanted) {
     EXPECT_EQ(connection.State(), ObjectState::Closed);
 }
 
-/// Runs a text on a file without any of the adapter's checks.
+/// Runs a text on a file without the adapter's checks.
 void runBare(const fs::path& file, const std::string& sql) {
     sqlite3* handle = nullptr;
     ASSERT_EQ(sqlite3_open(file.string().c_str(), &handle), SQLITE_OK);
@@ -82,7 +82,7 @@ TEST(DatabaseFile, AnotherSchemaVersionIsRefusedWithBothNumbers) {
     expectRefusal(database.file(), "newer program");
 }
 
-/// An account that can be read and not written, in a folder that cannot be written.
+/// An account that can be read but not written, in a folder that cannot be written.
 class ReadOnlyAccount : public testing::Test {
 protected:
     ReadOnlyAccount() {
@@ -162,7 +162,7 @@ TEST_F(ReadOnlyAccount, NoticesAWriterWhoComesWhileItReadsWithoutLocks) {
         const auto connection = database_.open();
         static_cast<void>(connection->Execute("select * from fitemss98")->RecordCount());
         const uid_t reader = geteuid();
-        if (seteuid(0) != 0) { // the rights that the process has kept aside
+        if (seteuid(0) != 0) { // the process has kept the right to switch back
             return std::string("cannot become the superuser again");
         }
         database_.open()->Execute("insert into fitemss98 (citemcode) values(N'3')");
@@ -187,7 +187,7 @@ TEST(DatabaseFile, ALinkLeadsToTheFilesBesideItsTarget) {
     EXPECT_EQ(std::distance(fs::directory_iterator(folder.path()), fs::directory_iterator()), 1);
 }
 
-/// Overwrites a part of a file.
+/// Overwrites part of a file.
 void damage(const fs::path& file, std::streamoff at) {
     std::fstream stream(file, std::ios::in | std::ios::out | std::ios::binary);
     stream.seekp(at);
@@ -281,7 +281,7 @@ TEST(DatabaseFile, RelaxedCommitsWaitForTheDiskOnceAtTheirEnd) {
 
 class ReplacedAccount : public testing::TestWithParam<bool> {
 protected:
-    /// Deletes the account's file, or puts another one in its place.
+    /// Deletes the account's file, or replaces it by another one.
     void replace() const {
         if (GetParam()) {
             const fs::path copy = database_.file().parent_path() / "copy.db";

@@ -1,5 +1,5 @@
-// Joins and filters on texts that are equal for an accountant, but not byte by byte, against nested loops over the same
-// rows.
+// Joins and filters on texts that are equal for an accountant, but not byte by byte, compared with nested loops over
+// the same rows.
 
 #include "adapters/sqlite/EmbeddedDatabase.h"
 #include "adapters/sqlite/spellings.h"
@@ -49,7 +49,7 @@ protected:
         prepareStatistics(database_.file(), GetParam().statistics);
     }
 
-    /// The spelling that a keyed table holds for a text.
+    /// The spelling of a text in a keyed table.
     [[nodiscard]] std::string stored(const std::string& text) const {
         return *std::find_if(keyed_.begin(), keyed_.end(), [&](const auto& known) { return equalTexts(known, text); });
     }

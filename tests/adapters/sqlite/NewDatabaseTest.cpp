@@ -30,7 +30,7 @@ protected:
         }
         return found;
     }
-    /// Whether the account is there and can be read and written.
+    /// Whether the account exists and can be read and written.
     [[nodiscard]] bool isWhole() const {
         Connection connection;
         connection.Open(connectionString(file_, std::int16_t{2013}));
@@ -69,7 +69,7 @@ TEST_F(NewDatabaseTest, OfTwoForOnePlaceTheLaterOneYields) {
 
 TEST_F(NewDatabaseTest, OfTwoThatMeetInTheMiddleExactlyOneIsThere) {
     for (int step = 1; step <= 3;
-         ++step) { // the other publishes before the first, the second and the third step of the one
+         ++step) { // the other run publishes before the first, the second and the third step of this one
         const fs::path place = folder_.path() / (std::to_string(step) + ".db");
         NewDatabase one(place);
         NewDatabase other(place);
@@ -114,7 +114,7 @@ TEST_F(NewDatabaseTest, ARerunRecoversFromAKillAtEachStepOfPublishing) {
         ASSERT_EQ(code, 9);
         EXPECT_EQ(fs::exists(databaseFiles(file_).system), killedAt > 1);
         EXPECT_EQ(fs::exists(file_), killedAt > 2);
-        if (killedAt == 3) { // it is whole, and only its hidden folder has been left
+        if (killedAt == 3) { // it is complete, and only its hidden folder is left
             EXPECT_EQ(NewDatabase::takenName(file_), file_);
             EXPECT_EQ(names(), bothFiles_);
             EXPECT_TRUE(isWhole());
@@ -210,7 +210,7 @@ TEST_F(NewDatabaseTest, ARerunRecoversFromAKillAtEachCall) {
         }
         EXPECT_TRUE(isWhole()) << call;
         static_cast<void>(
-            NewDatabase::takenName(file_)); // a run that was killed after all was done has left its folder
+            NewDatabase::takenName(file_)); // a run that was killed after everything was done has left its folder
         EXPECT_EQ(names(), bothFiles_) << call;
         folder_.clear();
     }

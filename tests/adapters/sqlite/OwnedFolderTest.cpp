@@ -43,7 +43,7 @@ TEST(OwnedFolder, IsNotTakenFromARunThatHasJustMadeIt) {
             for (int round = 0; round < rounds; ++round) {
                 OwnedFolder::removeAbandoned(parent.path(), prefix);
                 const OwnedFolder folder(parent.path(), prefix);
-                std::this_thread::yield(); // a run that took the folder for abandoned removes it now
+                std::this_thread::yield(); // a run that mistook the folder for abandoned removes it now
                 std::error_code unreadable;
                 lost += fs::is_directory(folder.path(), unreadable) ? 0 : 1;
             }

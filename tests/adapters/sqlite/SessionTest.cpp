@@ -193,7 +193,7 @@ TEST_F(SessionTest, TemporaryTablesTakeTypesNullabilityAndCollation) {
     EXPECT_EQ(errorOf([&] { connection->Execute("select inid into tempdb..x from gl_accvouch"); }).sqlState(), "42S01");
     EXPECT_EQ(errorOf([&] { connection->Execute("select count(*) into tempdb..Y from gl_accvouch"); }).number(), 1038);
     EXPECT_EQ(errorOf([&] { connection->Execute("select * from tempdb..Y"); }).sqlState(), "42S02");
-    // The same name with other types: nothing of the old table is remembered.
+    // The same name with other types: the old table is forgotten.
     connection->Execute("drop table tempdb..X");
     connection->Execute("select dbill_date as inid into tempdb..X from gl_accvouch where 1=0");
     connection->Execute("insert into tempdb..X (inid) values('2013-1-5')");
@@ -234,7 +234,7 @@ TEST_F(SessionTest, ADroppedConnectionClosesWhatItLent) {
         records->Open("select * from fitemss98", connection->ConnectionString(), CursorType::Keyset,
                       LockType::Optimistic);
     }
-    records->AddNew(); // a session of its own does not end with the connection
+    records->AddNew(); // a separate session does not end with the connection
     records->Fields().Item("citemcode", Variant("1"));
     records->Update();
     records->Close();

@@ -1,5 +1,5 @@
-// Every statement of the library that joins or filters, on texts that are equal for an accountant but not byte by byte.
-// It must find the rows that it finds where equal texts are the same bytes.
+// Every statement of the library that joins or filters, on texts that are equal for an accountant but not byte by
+// byte. It must find the same rows as with texts that are equal byte by byte.
 
 #include "adapters/sqlite/EmbeddedDatabase.h"
 #include "adapters/sqlite/spellings.h"
@@ -28,7 +28,7 @@ namespace {
 
 using namespace z7::cashflow::statements;
 
-/// Stands for a text of the case: the statement is run once for each spelling.
+/// Represents a text of the case: the statement is run once for each spelling.
 struct Each {};
 constexpr Each each;
 
@@ -52,7 +52,7 @@ StatementCase followedBy(StatementCase first, const Statement<>& second) {
             }};
 }
 
-/// The texts that a statement is to be run with: one if it takes none.
+/// The texts with which a statement is run: one if it takes none.
 std::vector<std::string> textsFor(const StatementCase& statement) {
     return statement.fill("a") == statement.fill("b") ? std::vector<std::string>{spellings.front()} : spellings;
 }
@@ -67,7 +67,7 @@ ColumnList columns() {
 }
 
 constexpr VoucherKey key{1, 1, 1};
-constexpr VoucherKey freeKey{1, 1, 2}; // it has rows, but no line
+constexpr VoucherKey freeKey{1, 1, 2}; // it has rows, but no lines
 constexpr const char* ledger = "gl_accvouch";
 constexpr const char* sales = "sales"; // a table without an index
 constexpr const char* day = "2013-01-15";
@@ -85,7 +85,7 @@ std::vector<StatementCase> readingCases() {
             of(cashFlowItem, each),
             of(referenceLines, ledger, "1 ", key),
             of(keylessReferenceLines, sales, "1 "),
-            // A pattern is compared letter by letter, so the only one that means the same for all spellings is "%".
+            // A pattern is compared letter by letter, so only "%" means the same for all spellings.
             {std::string(itemsUnder.name()),
              [](const std::string&) {
                  return itemsUnder.fill(LiteralPolicy::asGiven) + itemFilter.fill(LiteralPolicy::asGiven, "%", "%") +
@@ -135,10 +135,10 @@ std::vector<StatementCase> writingCases() {
             of(widthsDelete, each, 1, "zh-CN")};
 }
 
-/// Statements whose condition is false for every row.
+/// Statements whose condition is never true.
 const std::set<std::string> emptyOnes{"noStoredRows", "createVoucherTable"};
 
-/// One account, with texts as they are spelled or with one text for all that are equal.
+/// One account, with texts as spelled or with one text for all equal ones.
 class Account {
 public:
     Account(bool spelled, bool longestFirst, Statistics statistics)
@@ -156,7 +156,7 @@ public:
         connection_ = database_.open();
     }
 
-    /// A text as this account has it, between quotes.
+    /// A text as stored in this account, between quotes.
     [[nodiscard]] std::string as(const std::string& text) const { return spelled_ ? text : common(text); }
 
     /// The rows that a statement finds.
@@ -167,10 +167,10 @@ public:
             row = withCommonTexts(row);
         }
         std::sort(rows.begin(), rows.end());
-        // Which of several lines is the first is not said.
+        // Which of several lines is the first is undefined.
         return query.starts_with("select top 1") ? std::vector<std::string>{std::to_string(rows.size())} : rows;
     }
-    /// The rows that a statement leaves in the tables that the library writes to.
+    /// The rows left by a statement in the tables to which the library writes.
     [[nodiscard]] std::vector<std::string> left(const StatementCase* statement, const std::string& text) const {
         connection_->BeginTrans();
         if (statement != nullptr) {
@@ -188,7 +188,7 @@ public:
     }
 
 private:
-    /// One text for all that are equal: of the spellings, and of the words that statements hold themselves.
+    /// One text for all equal ones: of the spellings, and of the words in statements.
     [[nodiscard]] static std::string common(const std::string& text) {
         const auto equalsText = [&text](const std::string& known) { return equalTexts(known, text); };
         const auto spelling = std::find_if(spellings.begin(), spellings.end(), equalsText);
@@ -207,7 +207,7 @@ private:
         }
         return result;
     }
-    /// Another spelling of the same text where there is one.
+    /// Another spelling of the same text if there is one.
     static std::string otherSpelling(std::size_t i) {
         return *std::find_if(spellings.rbegin(), spellings.rend(),
                              [i](const std::string& known) { return equalTexts(known, spellings[i]); });

@@ -17,7 +17,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// Gives this process a folder for temporary files of its own.
+/// Gives this process its own folder for temporary files.
 class TempDatabaseTest : public testing::Test {
 protected:
     TempDatabaseTest() {
@@ -90,7 +90,7 @@ TEST_F(TempDatabaseTest, WhatAKilledRunLeftIsRemovedByTheNext) {
               -SIGKILL);
     ASSERT_EQ(folders(), 1);
     const auto connection = database_.open();
-    connection->Execute(makeTable_); // the name is free again
+    connection->Execute(makeTable_); // the name is available again
     EXPECT_EQ(folders(), 1);
 }
 

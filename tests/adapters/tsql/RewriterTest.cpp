@@ -35,7 +35,7 @@ Error errorOf(const std::string& statement) {
     return Error(0, "", rewritten(statement));
 }
 
-/// The words of a statement, as a part of a test's name, and its number among the others.
+/// A part of a test's name: the words of a statement, preceded by its index.
 std::string nameFrom(std::string_view statement, std::size_t index) {
     std::string name = std::to_string(index);
     bool begins = true;

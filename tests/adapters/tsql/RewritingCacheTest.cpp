@@ -9,7 +9,7 @@
 namespace z7::cashflow::tsql {
 namespace {
 
-/// What an adapter keeps with a step; it can be moved only, as a prepared statement can.
+/// What an adapter keeps with a step; movable but not copyable, like a prepared statement.
 struct KnownStep {
     Step step;
     std::unique_ptr<int> prepared;

@@ -56,7 +56,7 @@ TEST(Shape, RefusesWhatIsAmbiguous) {
     };
     EXPECT_EQ(numberOf("select 'x"), 105);
     EXPECT_EQ(numberOf("select N'x''"), 105);
-    // In the key these bytes stand for literals, so no other part of a statement may hold them.
+    // In the key these bytes represent literals, so no other part of a statement may contain them.
     for (const char* text : {"select \x01", "select [a\x02]", "select \"\x01\"", "select 1 --\x02", "select 1 /*\x01*/",
                              "select [a\x7F]"}) {
         EXPECT_EQ(numberOf(text), 102) << text;

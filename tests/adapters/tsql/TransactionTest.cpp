@@ -13,7 +13,7 @@ namespace {
 
 using testing::ElementsAre;
 
-/// A session that writes down what it is to run and refuses the texts that begin as told.
+/// A session that records the texts to run and refuses those that begin with a given text.
 class TransactionTest : public testing::Test {
 protected:
     TextRunner runner() {

@@ -16,7 +16,7 @@
 
 namespace {
 
-/// What belongs to a session: its year, and the tempdb that it shares.
+/// What belongs to a session: its year, and the shared tempdb.
 struct Belongings {
     std::optional<std::int16_t> year;
     std::shared_ptr<const z7::cashflow::sqlite::TempDatabase> temp;
@@ -59,7 +59,7 @@ extern "C" __attribute__((visibility("default"))) int sqlite3_extension_init(sql
         *message = sqlite3_mprintf("%s", error.what());
         return SQLITE_ERROR;
     }
-    // A name in double quotes that is no column must be an error, not a text.
+    // A name in double quotes that is not a column must be an error, not a text.
     sqlite3_db_config(handle, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
     sqlite3_db_config(handle, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
     constexpr int flags = SQLITE_UTF8 | SQLITE_INNOCUOUS;
