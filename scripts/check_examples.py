@@ -4,9 +4,9 @@
 check_examples.py PROGRAMS Z7CF [--renew]
 
 PROGRAMS is the folder of the built examples, Z7CF the program z7cf. A block after a line that names examples/X in
-backquotes is that file, letter by letter. A block that begins with "$ " is a session: its commands run one after the
-other in a new folder, where the examples and z7cf are found by their names, and print the lines below them. --renew
-writes the document anew with what is found; read the difference before you keep it.
+backquotes must equal that file. A block that begins with "$ " is a session: its commands run one after another in a new
+folder, where the examples and z7cf are found by name, and print the lines below them. --renew rewrites the document
+with the actual contents; read the difference before you keep it.
 """
 
 import os
@@ -26,7 +26,7 @@ def indented(lines):
 
 
 def run_session(block, folder, environment):
-    """The lines of a session as they are now: each command and what it prints."""
+    """The actual lines of a session: each command and its output."""
     for command in re.findall(r"^    \$ (.*)$", block, re.M):
         run = subprocess.run(command, shell=True, cwd=folder, env=environment, text=True, stdout=subprocess.PIPE,
                              stderr=subprocess.STDOUT, timeout=120)
@@ -35,7 +35,7 @@ def run_session(block, folder, environment):
 
 
 def as_it_is(document, folder, environment):
-    """The document with every source and every session as they are now, and how many there are of each."""
+    """The document with the actual sources and sessions, and the number of each."""
     counts = {"sources": 0, "sessions": 0}
 
     def renewed(found):

@@ -1,4 +1,4 @@
-"""The windows as assistive technology finds them: a message bus of its own, asked for the names of what is on the screen."""
+"""The windows as seen by assistive technology: a private message bus that is queried for the names of what is on the screen."""
 
 import pathlib
 import re
@@ -18,7 +18,7 @@ def missing_parts():
 
 
 class Assistance:
-    """Give it to a Watched by environment; names() tells role and name of everything that its windows show."""
+    """Passed to a Watched by its environment; names() returns role and name of everything in its windows."""
 
     def __init__(self, screen):
         self.screen = screen
@@ -49,7 +49,7 @@ class Assistance:
         return found
 
     def until(self, *wanted):
-        """Waits until all these pairs of role and name are there; returns everything."""
+        """Waits until all these pairs of role and name exist; returns all pairs."""
         end = time.monotonic() + LIMIT
         while True:
             found = self.names()

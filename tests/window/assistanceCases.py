@@ -1,4 +1,4 @@
-"""What a user who does not see the screen is told of the dialog and its pop-ups."""
+"""What a screen reader can announce of the dialog and its pop-ups."""
 
 import sys
 

@@ -6,7 +6,7 @@ from screen import Screen, missing_tools
 
 
 def run(cases, arguments):
-    """cases: functions named after the behaviour, each called with an open Screen and the further arguments."""
+    """cases: functions named after the behaviour, each called with an open Screen and the other arguments."""
     by_name = {f"{case.__name__}": case for case in cases}
     if arguments == ["--list"]:
         print("\n".join(by_name))

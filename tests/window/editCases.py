@@ -1,4 +1,4 @@
-"""z7cf edit as an accountant uses it: the dialog with its rules, over the sample company, by keys and clicks."""
+"""z7cf edit as an accountant uses it: the dialog with its rules, on the sample company, by keys and clicks."""
 
 import contextlib
 import json
@@ -20,7 +20,7 @@ def equal(found, wanted):
 
 
 class Company:
-    """The sample company in a folder of its own, and z7cf on it."""
+    """The sample company in a temporary folder, and z7cf to work on it."""
 
     def __init__(self, screen, program):
         self.screen, self.program = screen, program

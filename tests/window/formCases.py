@@ -1,4 +1,4 @@
-"""The window alone, with the rules of demoForm.cpp in the place of the dialog's."""
+"""The window alone, with the rules of demoForm.cpp instead of the dialog's."""
 
 from cases import main
 from screen import Watched

@@ -19,7 +19,7 @@ class Album:
         self.screen, self.scale, self.folder = screen, scale, folder
 
     def take(self, window, name):
-        """The part of the screen that the windows cover, once it has stopped changing."""
+        """The part of the screen covered by the windows, after it has stopped changing."""
         self.screen.output("xdotool", "mousemove", "1", "1")
         x, y, width, height = window.places["form"]
         area = f"{width + 8}x{height + 30}+{x - 4}+{y - 24}"
@@ -30,7 +30,7 @@ class Album:
             now = hashlib.sha256(pathlib.Path(file).read_bytes()).hexdigest()
             same = same + 1 if now == last else 0
             last = now
-        # Few colours make a small file, and the window has no more.
+        # The window has few colours, so the file can be small.
         subprocess.run(["convert", file, "-colors", "96", "PNG8:" + file], check=True)
 
 

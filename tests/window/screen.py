@@ -1,4 +1,4 @@
-"""A virtual screen with a window manager, and a program on it that is watched by its state lines.
+"""A virtual screen with a window manager, and a program on it that is observed through its state lines.
 
 Nothing here waits for a time: Screen waits until the window manager does what it is asked, Watched.until until the program has
 written the state that is wanted. The limits are there so that a broken program ends the test.
@@ -22,7 +22,7 @@ def missing_tools():
 
 
 class Screen:
-    """An X server of its own on a free display, with openbox, and a private home folder."""
+    """A private X server on a free display, with openbox and a private home folder."""
 
     def __init__(self, scale=1, size="1600x1000"):
         self.home = tempfile.mkdtemp(prefix="z7window")
@@ -44,8 +44,8 @@ class Screen:
         self.environment.pop("Z7CF_CONNECT", None)
         self.manager = subprocess.Popen(["openbox"], env=self.environment, stdout=subprocess.DEVNULL,
                                         stderr=subprocess.DEVNULL)
-        # It announces itself before it looks at events, and a window that comes up in between never gets the keys. So ask
-        # for another desktop until that is there.
+        # The window manager announces itself before it handles events, and a window that appears in between never gets the
+        # keys. Therefore request another desktop until it is shown.
         end = time.monotonic() + LIMIT
         while self._asked_for_desktop("1") != "1":
             if time.monotonic() > end or self.manager.poll() is not None:
@@ -87,7 +87,7 @@ class Watched:
         self.state, self.places, self.log = {}, {}, []
         self.presses = 0
 
-    # What the program says
+    # What the program writes
 
     def _line(self, end):
         """The next line; None at the end of the output."""
@@ -147,7 +147,7 @@ class Watched:
         subprocess.run(["xdotool", *arguments], env=self.screen.environment, check=True, capture_output=True)
 
     def keys(self, *names, **wanted):
-        """Presses keys one by one, each after the window has had the one before, and waits for a state after the last."""
+        """Presses keys one by one, each after the window has received the previous one, and waits for a state after the last."""
         for name in names:
             self.presses = int(self.state["keys"]) + 1
             self._xdotool("key", name)
@@ -161,13 +161,13 @@ class Watched:
             self.until(**wanted)
 
     def write(self, typed, /, **wanted):
-        """Types a text as fast as it goes."""
+        """Types a text as fast as possible."""
         self._xdotool("type", "--delay", "5", typed)
         if wanted:
             self.until(**wanted)
 
     def click(self, place, *, times=1, at=None, **wanted):
-        """Clicks into the middle of a place, or at an offset from its left upper corner."""
+        """Clicks on the middle of a place, or at an offset from its upper left corner."""
         x, y, width, height = self.places[place] if isinstance(place, str) else place
         dx, dy = at or (width // 2, height // 2)
         self._xdotool("mousemove", str(x + dx), str(y + dy), "click", "--repeat", str(times), "--delay", "40", "1")
@@ -175,7 +175,7 @@ class Watched:
             self.until(**wanted)
 
     def cell(self, row, col):
-        """Where a cell is, reckoned from the current one."""
+        """The position of a cell, relative to the current one."""
         _, top, _, height = self.places["cell"]
         left, _, width, _ = self.places[f"column.{col}"]
         return [left, top + (row - int(self.state["row"])) * height, width, height]

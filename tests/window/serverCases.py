@@ -1,4 +1,4 @@
-"""z7cf edit over a connection string: the dialog's own sessions go through ODBC too."""
+"""z7cf edit with a connection string: the dialog's own sessions use ODBC, too."""
 
 from cases import main
 from editCases import STORED, TITLE, VOUCHER, Company, ended, equal
