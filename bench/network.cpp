@@ -1,14 +1,14 @@
-// Allotting a year where each request to the database takes 2 ms, as over a network of 1 ms each way: one session that
-// asks every question again, as a run did before, one that remembers what belongs to the account, and several side by
-// side.
+// Allocating a year where each request to the database takes 2 ms, as over a network of 1 ms each way: with one session
+// that sends every query, as a run did before, with one that remembers the answers that belong to the account, and with
+// several parallel ones.
 //
 //   bench_network                  the sample company
 //   bench_network FOLDER YEAR      a folder of table files
 //
 // The database is the embedded one, and every request waits in this process: opening a session, a statement, the
 // beginning and the end of a transaction. Each session has a copy of the account, since the sessions of the embedded
-// file would wait for each other's transactions. So this measures what the program asks for and when, and not what a
-// server does with several sessions at once.
+// file would wait for each other's transactions. So this measures what the program requests and when, and not how a
+// server handles several sessions at once.
 
 #include "Account.h"
 #include "Measure.h"
@@ -45,7 +45,7 @@ void request() {
     std::this_thread::sleep_for(roundTrip);
 }
 
-// A session of the embedded database behind a line that takes its time.
+// A session of the embedded database with a network delay.
 class DistantSession final : public shared::Session {
 public:
     explicit DistantSession(std::shared_ptr<sqlite::Session> session) : session_(std::move(session)) { request(); }
@@ -86,7 +86,7 @@ public:
                            std::make_shared<shared::Observers>()) {}
 };
 
-// The copies of the account that connections are made to, each to one of its own.
+// Copies of the account, one for each connection.
 class Copies {
 public:
     Copies(const bench::ScratchFolder& folder, std::filesystem::path pristine, std::int16_t year)
@@ -97,7 +97,7 @@ public:
         bench::copyAccount(pristine_, file);
         return std::make_unique<DistantConnection>(sqlite::connectionString(file, year_));
     }
-    // The rows that were stored in all copies since they were made.
+    // The rows stored in all copies since they were created.
     [[nodiscard]] double rowsStored() const {
         const std::string count = "select count(*) from gl_cashtable";
         double rows = 0.0;
@@ -132,7 +132,7 @@ Run measured(const std::filesystem::path& pristine, std::int16_t year, const std
     return run;
 }
 
-// As a run was before: one session, and every question is sent.
+// As a run worked before: one session, and every query is sent.
 void allotAskingAgain(Copies& copies, std::int16_t year) {
     std::istringstream in;
     std::ostringstream out;

@@ -1,8 +1,7 @@
-// The cash-flow statement of a year of many vouchers with its proof, beside one bare query on the database library that
-// groups the same lines and rows: by voucher, as the proof needs them, and by account or item alone.
+// The cash-flow statement of a year of many vouchers with its proof, compared with one bare query on the database
+// library that groups the same lines and rows: by voucher, as the proof needs them, and by account or item only.
 //
-//   bench_statement              100,000 vouchers, laid down from the sample company
-//   bench_statement VOUCHERS
+// bench_statement              100,000 vouchers, copied from the sample company bench_statement VOUCHERS
 
 #include "Account.h"
 #include "Measure.h"
@@ -42,7 +41,7 @@ double voucherCount(const std::filesystem::path& file) {
     return bench::number(file, "select count(*) from (select distinct iperiod,isignseq,ino_id from gl_accvouch)");
 }
 
-// More copies of every voucher with its rows, under numbers of their own, until there are that many.
+// More copies of every voucher with its rows, with new numbers, until there are that many.
 void layDown(const std::filesystem::path& file, double vouchers) {
     const auto copies = static_cast<int>(std::ceil(vouchers / voucherCount(file)));
     for (const std::string table : {"gl_accvouch", "gl_cashtable"}) {
@@ -63,7 +62,7 @@ std::string grouped(const std::string& columns) {
            columns;
 }
 
-// Takes every record of a query and returns how many there are.
+// Fetches every record of a query and returns their number.
 int stepAll(sqlite3* session, const std::string& query) {
     sqlite3_stmt* statement = nullptr;
     bench::require(sqlite3_prepare_v2(session, query.c_str(), -1, &statement, nullptr) == SQLITE_OK, "a bare query");

@@ -1,4 +1,4 @@
-// Sessions that allot side by side.
+// Allocating with several parallel sessions.
 
 #include "EnvironmentGuard.h"
 #include "RunProgram.h"
@@ -32,7 +32,7 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
-/// The statement that locks a voucher of March, which several sessions reach in the middle of the year.
+/// The statement that locks a voucher of March, which the sessions reach in the middle of the year.
 const std::string lockInMarch = "update gl_accvouch set cdigest=cdigest where iyear=2024 and iperiod=3 and isignseq=1 "
                                 "and ino_id=2";
 
@@ -76,12 +76,12 @@ protected:
     [[nodiscard]] static std::vector<std::string> rows(const std::filesystem::path& file) {
         return texts(file, "select * from gl_cashtable order by iYear,iPeriod,iSignSeq,iNo_id,inid,cCashItem,md,mc");
     }
-    /// The vouchers whose rows the runs of the log left.
+    /// The vouchers whose rows were stored by the runs of the log.
     [[nodiscard]] static std::vector<std::string> loggedVouchers(const std::filesystem::path& file) {
         return texts(file, "select distinct iYear,iPeriod,iSignSeq,iNo_id from z7_run_row where bAfter=1 "
                            "order by iYear,iPeriod,iSignSeq,iNo_id");
     }
-    /// The vouchers that the lines of a run say are stored.
+    /// The vouchers that are reported as stored.
     [[nodiscard]] static std::vector<std::string> storedVouchers(const RunResult& run) {
         std::vector<std::string> list;
         for (const std::string& line : run.lines()) {
@@ -165,10 +165,10 @@ TEST_F(AllotJobsTest, StoreNoVoucherTwiceWhileAnotherProgramAllotsTheSameYear) {
 
 #ifdef Z7_SESSION_FUNCTIONS
 
-/// The same company as if it were on a server: behind SQLite's ODBC driver, by sessions that a test can disturb.
+/// The same company as on a server: through SQLite's ODBC driver, with sessions that a test can disturb.
 class AllotJobsOnAServerTest : public AllotJobsTest {
 protected:
-    /// Runs allot for the year while the observer sees each statement, on any thread.
+    /// Runs allot for the year; the observer is called for each statement, on any thread.
     [[nodiscard]] static RunResult allotOver(const std::filesystem::path& file, std::vector<std::string> more,
                                              const std::function<void(const std::string&)>& observer = {}) {
         more.insert(more.begin(),

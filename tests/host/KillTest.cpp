@@ -44,7 +44,7 @@ std::set<std::string> vouchersOf(const Rows& rows, const Rows& others) {
     return names;
 }
 
-/// The sample company with seven vouchers in July, so that a run can be killed at each of its calls of the disk.
+/// The sample company with seven vouchers in July, so that a run can be killed at each of its disk calls.
 class KillTest : public testing::Test {
 protected:
     KillTest() {
@@ -72,9 +72,9 @@ protected:
         return rows;
     }
 
-    /// Kills a command at each of its calls of the disk in turn, each time on a new copy of the account, and looks at
-    /// what it leaves. The command is written without the account's file, for which it has a place {}. Returns how
-    /// often it was killed.
+    /// Kills a command at each of its disk calls in turn, each time on a new copy of the account, and checks
+    /// what it leaves. The command is written without the account's file, for which it has a place {}. Returns
+    /// how often it was killed.
     int killEverywhere(const std::string& command) {
         FaultyDisk disk;
         const Rows rows = rowsIn(before_);
@@ -106,7 +106,7 @@ protected:
     }
 
     test::ScratchFolder scratch_;
-    fs::path before_ = scratch_.path() / "before"; ///< holds the account as the commands find it
+    fs::path before_ = scratch_.path() / "before"; ///< contains the account as the commands find it
     fs::path killed_ = scratch_.path() / "killed";
     Rows start_; ///< the rows before the first run
 

@@ -34,7 +34,8 @@ public:
           allotment_(session.connection(), session.data(), session.provider().Gl(), plan.keep, &log),
           assignment_(session.connection(), session.data(), session.provider().Gl(), allotment_),
           remembered_(session.connection()) {
-        // On the embedded file a whole run waits for the disk once, at its end, and not at every voucher.
+        // For the embedded file, the disk is synchronized once at the end of the run and not with every
+        // voucher.
         if (auto* embedded = dynamic_cast<sqlite::Connection*>(&session.connection()); embedded != nullptr) {
             relaxed_.emplace(*embedded);
         }
@@ -42,7 +43,7 @@ public:
 
     [[nodiscard]] VoucherResult save(const VoucherKey& key) { return generation_.save(allotment_, assignment_, key); }
 
-    /// Waits until the disk has everything. Error of the database if it does not take it.
+    /// Waits until everything is on the disk. Raises an error of the database if the disk fails.
     void finish() {
         if (relaxed_) {
             relaxed_->finish();
@@ -63,7 +64,7 @@ bool isHeldElsewhere(const VoucherResult& result) {
                        [](const Finding& finding) { return finding.kind == Finding::Kind::heldElsewhere; });
 }
 
-/// The threads of a run, which end with it.
+/// The threads of a run; the destructor joins them.
 class Crew {
 public:
     explicit Crew(ResultQueue& queue) : queue_(queue) {}
@@ -88,10 +89,10 @@ struct Desk {
     const AllotRun::Plan& plan;
     const std::vector<VoucherHead>& vouchers;
     std::int16_t year;
-    std::optional<std::int32_t> run; ///< number in the log; nothing where nothing is noted
+    std::optional<std::int32_t> run; ///< number in the log; empty if nothing is logged
     ResultQueue queue;
-    /// Held while a voucher is saved where a transaction takes the whole database, as on the embedded file: the
-    /// sessions wait here in turn and not by the time that a lock allows.
+    /// Locked while a voucher is saved if a transaction locks the whole database, as on the embedded file: the
+    /// sessions then wait here in turn, and not for at most the lock timeout.
     std::optional<std::mutex> turn;
 };
 
@@ -101,7 +102,7 @@ VoucherResult saveInTurn(Desk& desk, Saver& saver, const VoucherKey& key) {
     return isHeldElsewhere(result) ? saver.save(key) : result;
 }
 
-/// What one thread of a run does. What ends it is raised again on the thread that takes the results.
+/// The work of one thread of a run. Its exception is rethrown on the thread that collects the results.
 void work(Desk& desk) noexcept {
     std::optional<std::size_t> voucher;
     try {
@@ -109,7 +110,7 @@ void work(Desk& desk) noexcept {
         Session session(desk.plan.place, desk.year, desk.plan.options, messages);
         RunLog log(session.connection(), desk.run);
         Saver saver(desk.plan, session, log);
-        static_cast<void>(messages->take()); // those of opening were shown by the command's own session
+        static_cast<void>(messages->take()); // the command's own session has already shown the messages of opening
         while ((voucher = desk.queue.next())) {
             VoucherResult result = saveInTurn(desk, saver, desk.vouchers.at(*voucher).key);
             desk.queue.finish(*voucher, {std::move(result), messages->take()});

@@ -15,34 +15,34 @@
 
 namespace z7::cashflow::host {
 
-/// Saves the vouchers of a run, one after the other or on several sessions side by side, and hands out the results in
-/// the order of the vouchers either way.
+/// Saves the vouchers of a run, one after another or in several parallel sessions, and passes on the results in the
+/// order of the vouchers in either case.
 class AllotRun {
 public:
-    /// The most sessions that work side by side.
+    /// The maximum number of parallel sessions.
     static constexpr std::size_t mostJobs = 64;
 
-    /// How a run saves. Everything outlives the run.
+    /// How a run saves. All of it outlives the run.
     struct Plan {
         const AccountPlace& place;
         const GlobalOptions& options;
         const GenerationOptions& generation;
-        bool keep = true; ///< else every voucher is rolled back
+        bool keep = true; ///< if false, every voucher is rolled back
     };
     /// Takes a voucher's result, on the thread that calls save.
     using Take = std::function<void(const workbench::VoucherResult&)>;
 
-    /// The session is the command's own; its thread is the one that takes results and shows messages.
+    /// The session is the command's own; its thread collects the results and shows messages.
     AllotRun(const Plan& plan, Session& session, workbench::RunLog& log, StopSignals& signals)
         : plan_(plan), session_(session), log_(log), signals_(signals) {}
 
-    /// Saves vouchers until all are done or a stop is requested. With several jobs each has a session on a thread of
-    /// its own, all of them work in one run of the log, and a voucher that one of them keeps from another is tried
-    /// again once. What ends one ends all: the vouchers in hand are finished and handed out, then the error comes out.
-    /// Errors of the database, and a failure to open a session.
+    /// Saves vouchers until all are done or a stop is requested. With several jobs, each has a session on its
+    /// own thread, all of them belong to one run of the log, and a voucher that is locked by another job is
+    /// tried once more. An exception in one job ends all: the current vouchers are completed and their results
+    /// passed on, then it is rethrown. Errors of the database, or a failure to open a session.
     void save(const std::vector<workbench::VoucherHead>& vouchers, std::size_t jobs, const Take& take);
 
-    /// After an error: the voucher, by its position, that the run did not get beyond.
+    /// After an error: the position of the voucher beyond which the run did not get.
     [[nodiscard]] std::size_t stoppedAt() const noexcept { return stoppedAt_; }
 
 private:

@@ -10,10 +10,10 @@ namespace z7::cashflow::statements {
 /// The columns of a statement in their order, joined by commas. Under wholeLiterals each must be the name of a column.
 class ColumnList {
 public:
-    /// An empty list for a statement of that name.
+    /// An empty list for the statement with this name.
     ColumnList(LiteralPolicy policy, std::string_view statement) : policy_(policy), statement_(statement) {}
 
-    /// Adds a column by its name. Error 10020 where the policy does not allow the name.
+    /// Adds a column by name. Error 10020 if the policy does not allow the name.
     void add(std::string_view name);
     /// Adds a column of the chart of accounts, the table "code" of a join. Error as for add.
     void addOfAccount(std::string_view name);

@@ -7,12 +7,12 @@
 #include <string>
 #include <string_view>
 
-// The values of a statement's places refer to the texts that they are made of, so they live no longer than the call
+// The values of a statement's places refer to the texts from which they are made, so they must not outlive the call
 // that fills the statement.
 
 namespace z7::cashflow::statements {
 
-/// A number: an integer of the program, or a text that came from a row, a login or a document and goes in as it is. A
+/// A number: an integer of the program, or a text from a row, a login or a document that is inserted unchanged. A
 /// truth value is 1 or 0.
 class Number {
 public:
@@ -29,7 +29,7 @@ private:
     bool isText_ = true;
 };
 
-/// A number for a condition that a record set checks by itself: as Number, and may be empty.
+/// A number for a condition that a record set evaluates itself: as Number, but it may be empty.
 class FilterNumber {
 public:
     FilterNumber(std::string_view text) : text_(text) {}

@@ -14,13 +14,12 @@
 #include <string_view>
 #include <type_traits>
 
-// The statements of the library, each once, as constants in the headers of this folder. To add one:
-//   1. Write an entry beside those of its trade: inline constexpr Statement<places...> name{"name", "text"}. Every
-//      place of the text is a word in braces; the types of the places follow the order of the text. A VoucherKey fills
-//      three places in a row: period, kind and number. A text that does not fit its places does not compile.
-//   2. Test its text letter by letter in tests/statements; scripts/check_statements.py fails until its name occurs
-//      there.
-//   3. Run filled(statements::name, values...), which is declared in model/filled.h and applies the login's policy.
+// The statements of the library, each once, as constants in the headers of this folder. To add one: 1. Write an
+// entry beside those on the same subject: inline constexpr Statement<places...> name{"name", "text"}. Every place of
+// the text is a word in braces; the types of the places follow the order of the text. A VoucherKey fills three
+// places in a row: period, kind and number. A text that does not fit its places does not compile. 2. Test its text
+// letter by letter in tests/statements; scripts/check_statements.py fails until its name occurs there. 3. Run
+// filled(statements::name, values...), which is declared in model/filled.h and applies the login's policy.
 
 namespace z7::cashflow::statements {
 
@@ -40,11 +39,11 @@ void appendSlot(std::string& out, LiteralPolicy policy, const Place& place, cons
 
 } // namespace detail
 
-/// A statement as a text with places that are yet to be filled, each with a value of its type.
+/// The text of a statement with places to be filled, each with a value of its type.
 template <class... Places> class Statement {
 public:
-    /// A text with its places in braces, such as "select * from dsign where isignseq={kind}". Text places go between
-    /// quotes, all others outside them; else the constant does not compile.
+    /// A text with its places in braces, such as "select * from dsign where isignseq={kind}". Text places must
+    /// be between quotes, all others outside them; otherwise the constant does not compile.
     constexpr Statement(std::string_view name, std::string_view text) : name_(name) {
         constexpr std::array<bool, slots + 1> isText{textSlots()};
         bool quoted = false;
@@ -75,17 +74,18 @@ public:
     }
 
     [[nodiscard]] constexpr std::string_view name() const noexcept { return name_; }
-    /// The text before the first place, with which every text of the statement begins; all of it without a place.
+    /// The text before the first place, with which every text of the statement begins; the whole text if there
+    /// is no place.
     [[nodiscard]] constexpr std::string_view beginning() const noexcept { return pieces_.front(); }
 
-    /// The statement with its places filled. Error 10020 where the policy does not allow a value.
+    /// The statement with its places filled. Error 10020 if the policy does not allow a value.
     [[nodiscard]] std::string fill(LiteralPolicy policy, const Places&... values) const {
         std::string out;
         appendTo(out, policy, values...);
         return out;
     }
 
-    /// The same, put at the end of a text. The text holds a part of the statement after an error.
+    /// The same, appended to a text. After an error the text contains part of the statement.
     void appendTo(std::string& out, [[maybe_unused]] LiteralPolicy policy, const Places&... values) const {
         std::size_t slot = 0;
         (appendValue(out, policy, values, slot), ...);

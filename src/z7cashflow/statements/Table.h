@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-// The values of a statement's places refer to the texts that they are made of, so they live no longer than the call
+// The values of a statement's places refer to the texts from which they are made, so they must not outlive the call
 // that fills the statement.
 
 namespace z7::cashflow::statements {

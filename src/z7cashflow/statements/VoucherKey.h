@@ -17,7 +17,7 @@ struct VoucherKey {
     friend bool operator==(const VoucherKey&, const VoucherKey&) = default;
 };
 
-/// A ledger voucher's key with the voucher's date; 1900-01-01 where there is no date.
+/// A ledger voucher's key and date; 1900-01-01 if there is no date.
 struct DatedVoucherKey {
     VoucherKey key;
     Date date;

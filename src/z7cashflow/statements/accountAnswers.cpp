@@ -10,9 +10,9 @@ namespace z7::cashflow::statements {
 
 namespace {
 
-/// What is said of a text's words, those within its values among them.
+/// The words of a text, including those inside its values.
 struct Words {
-    bool mayDoAnything = false; ///< the first begins no statement of the library, or one of them runs a procedure
+    bool mayDoAnything = false; ///< it does not begin like a statement of the library, or runs a procedure
     bool changes = false;       ///< one of them changes tables
     bool namesTable = false;    ///< one of them is a table of accountAnswers, or a view on it
 };

@@ -7,15 +7,15 @@
 #include <array>
 #include <string_view>
 
-// Which answers belong to the account and not to a voucher: cash-flow items and their templates, options, periods,
-// voucher kinds and accounts. They are the same for every voucher of a run, so that a host may ask for each of them
-// once.
+// Statements whose answers belong to the account and not to a voucher: cash-flow items and their templates, options,
+// periods, voucher kinds and accounts. The answers are the same for every voucher of a run, so that a host may run
+// each of them once.
 
 namespace z7::cashflow::statements {
 
 /// A statement of that kind.
 struct AccountAnswer {
-    std::string_view beginning; ///< what each text of the statement begins with
+    std::string_view beginning; ///< the text with which the statement begins
     std::string_view table;     ///< the table that it reads, in lower case
 };
 
@@ -30,12 +30,12 @@ inline constexpr std::array<AccountAnswer, 8> accountAnswers{{
     {cashAccount.beginning(), "code"},
 }};
 
-/// Whether a text is one of these statements with its places filled, and nothing besides.
+/// Whether a text is exactly one of these statements with its places filled.
 [[nodiscard]] bool isAccountAnswer(std::string_view text);
 
-/// Whether a text may change one of the tables that these statements read, or records that are read by it to be written
-/// may (forWriting). In doubt it may: a word that stands in a value counts as well, and so does every text that begins
-/// with a word other than those of the library's own statements.
+/// Whether a text may change one of the tables that these statements read, or (forWriting) the records that it
+/// reads may be written to one. In doubt the result is true: a word inside a value counts as well, and so does
+/// every text that does not begin like a statement of the library.
 [[nodiscard]] bool mayChangeAccountAnswers(std::string_view text, bool forWriting);
 
 } // namespace z7::cashflow::statements

@@ -32,14 +32,14 @@ inline constexpr Statement<Table, Text, VoucherKey, Number> lineOfAccount{
                      " ino_id={number} And inid = {inid}"};
 inline constexpr Statement<Table, Text, Number> keylessLineOfAccount{
     "keylessLineOfAccount", "select * from {table} where ccode=N'{ccode}' and inid={inid}"};
-/// Lines on an account, of whatever voucher.
+/// Lines on an account, of any voucher.
 inline constexpr Statement<Table, Text> linesOfAccount{"linesOfAccount",
                                                        "select * from {table} where ccode=N'{ccode}'"};
 
 inline constexpr Statement<Text> cashFlowItem{"cashFlowItem", "select * from fitemss98 where citemcode=N'{code}'"};
 
-/// The entry lines that rows can belong to. bCashItem is "1 ", with a blank, or "0". Another condition may follow,
-/// after " and " or, of a keyless table, " where ".
+/// The entry lines to which rows can belong. bCashItem is "1 ", with a blank, or "0". Another condition may follow,
+/// after " and " or, for a keyless table, " where ".
 inline constexpr Statement<Table, Number, VoucherKey> referenceLines{
     "referenceLines", "select  cast(0 as bit) as bRefSelectColumn,inid,a.ccode,md,mc from {table} a"
                       " inner join gl_v_code on a.ccode=gl_v_code.ccode and gl_v_code.bCashItem={bCashItem}"
@@ -48,14 +48,14 @@ inline constexpr Statement<Table, Number> keylessReferenceLines{
     "keylessReferenceLines", "select  cast(0 as bit) as bRefSelectColumn,inid,a.ccode,md,mc from {table}  a"
                              " inner join gl_v_code on a.ccode=gl_v_code.ccode and gl_v_code.bCashItem={bCashItem}"};
 
-/// A condition on cash-flow items: code or name like a pattern.
+/// A condition on cash-flow items: code or name matches a pattern.
 inline constexpr Statement<Text, Text> itemFilter{"itemFilter",
                                                   "citemcode like N'{pattern}' or citemname like N'{pattern}'"};
-/// The cash-flow items under a condition, which follows; itemOrder comes last.
+/// The cash-flow items that satisfy a condition, which follows; itemOrder comes last.
 inline constexpr Statement<> itemsUnder{"itemsUnder", "select citemcode,citemname from fitemss98 where "};
 inline constexpr Statement<> itemOrder{"itemOrder", " order by citemcode"};
 
-/// The stored widths of a layout in a language: to show, and to compare with those on the screen.
+/// The stored widths of a layout in a language: for display, and for comparison with those on the screen.
 inline constexpr Statement<Text, Number, Text> widthsToShow{
     "widthsToShow",
     "select * from GL_myoutput where cauth=N'{name}' and csqrmode={mode} and LocaleId=N'{locale}' order by cFieldNum"};

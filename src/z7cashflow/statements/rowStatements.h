@@ -25,10 +25,10 @@ inline constexpr Statement<Number, VoucherKey> noStoredRows{
 /// Stores one row.
 inline constexpr Statement<Table, ColumnList, RowValues> insertRow{"insertRow",
                                                                    "insert into {table} ({columns}) values({values})"};
-/// What insertRow is under a schema that writes no field.
+/// insertRow for a schema without stored fields.
 inline constexpr Statement<Table> insertNoField{"insertNoField", "insert into {table} ( values("};
 
-/// Removes the rows of a voucher, whatever their year, before those of a collection are stored by the same statement.
+/// Removes the rows of a voucher, in any year, before those of a collection are stored by the same statement.
 inline constexpr Statement<Table, VoucherKey> deleteBeforeInserts{
     "deleteBeforeInserts", "delete from {table} where Iperiod = {period} and ISignSeq={kind} and INo_id={number};"};
 

@@ -10,14 +10,14 @@ inline constexpr Statement<Text, Text> accountOption{
     "accountOption",
     "select cvalue,cdefault from accinformation WITH(NOLOCK) where csysid =N'{csysid}' and cname = N'{cname}'"};
 
-/// A record if the account has sums compared on a save from XML.
+/// Returns a record if the account compares sums when rows are saved from XML.
 inline constexpr Statement<> sumCheckOption{
     "sumCheckOption", "select * from accinformation where csysid=N'gl' and cname=N'bXJLL' and cvalue='true'"};
 
 inline constexpr Statement<Text> voucherOptions{
     "voucherOptions", "select * from GL_VoucherOption WITH(NOLOCK) where operator =N'{operator}'"};
 
-/// The accounting period in which a date lies.
+/// The accounting period that contains a date.
 inline constexpr Statement<Text, Text, Text> accountingPeriod{
     "accountingPeriod",
     "select iyear,iid from zqsystem..ua_period where cacc_id =N'{account}' and dbegin<='{date}' and dend>='{date}' "};

@@ -2,12 +2,11 @@
 
 #include "z7cashflow/statements/Statement.h"
 
-// The table in tempdb that holds a voucher given as XML.
+// The table in tempdb for a voucher given as XML.
 
 namespace z7::cashflow::statements {
 
-/// Makes the table with the columns of a voucher line and the types that the ledger gives them; the false condition
-/// copies no line.
+/// Creates the table with the columns and types of the ledger's voucher lines; the false condition copies no line.
 inline constexpr Statement<Table, Number> createVoucherTable{
     "createVoucherTable",
     "select inid,idoc,cbill,cdigest,ccode,cexch_name,md,mc,md_f,mc_f, nd_s,nc_s, csettle ,cn_id,dt_date"
@@ -18,9 +17,9 @@ inline constexpr Statement<Table, Number> createVoucherTable{
     " ,cDefine10,cDefine11,cDefine12,cDefine13,cDefine14,cDefine15,cDefine16 into {table}  from gl_accvouch"
     " where 1=0 and iyear={year}"};
 inline constexpr Statement<Table> voucherTableLines{"voucherTableLines", "select * from {table}"};
-/// Removes a table of the same name before the new one is made.
+/// Drops a table of the same name before the new one is created.
 inline constexpr Statement<Table> dropFormerTable{"dropFormerTable", "drop table {table}"};
-/// Removes the table after it has been read.
+/// Drops the table after it has been read.
 inline constexpr Statement<Table> dropReadTable{"dropReadTable", "Drop table {table}"};
 
 } // namespace z7::cashflow::statements

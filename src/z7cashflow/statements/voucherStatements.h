@@ -50,11 +50,11 @@ inline constexpr Statement<Table, Text> outsideCashSum{
                       " where voucherTemp.coutno_id=N'{coutNo_id}' and gl_v_code.bend=1 and gl_v_code.bclose=0 and"
                       " gl_v_code.bcashitem=1 group by voucherTemp.coutno_id"};
 
-/// A record if an account is a cash-flow account of a year.
+/// Returns a record if an account is a cash-flow account of a year.
 inline constexpr Statement<Number, Text> cashAccount{
     "cashAccount", "select ccode from code where iyear={year} and  ccode=N'{ccode}' and code.bcashitem=1"};
 
-/// A record if a voucher has a line on an open cash-flow account of a year.
+/// Returns a record if a voucher has a line on an open cash-flow account of a year.
 inline constexpr Statement<Table, VoucherKey, Number> cashLine{
     "cashLine",
     "select code.ccode from {table} as TempVoucher"
@@ -76,12 +76,12 @@ inline constexpr Statement<Table, Text, Number> keylessOutsideCashLine{
     " inner join code on TempVoucher.ccode=code.ccode"
     " where TempVoucher.coutNo_id=N'{coutNo_id}' and code.bcashitem=1 and code.bclose=0 and code.iyear={year}"};
 
-/// Key and date of the ledger voucher that was made from an outside voucher.
+/// Key and date of the ledger voucher created from an outside voucher.
 inline constexpr Statement<Number, Text> ledgerVoucherOf{
     "ledgerVoucherOf", "select iperiod,isignseq,ino_id,dbill_date from gl_accvouch"
                        " where iYear= {year} and iflag is null and coutNo_id=N'{coutNo_id}'"};
 
-/// The date of a voucher for a save that was given none.
+/// The date of a voucher for a save without a date.
 inline constexpr Statement<Table, VoucherKey> voucherDate{
     "voucherDate", "select  dBill_date from {table} where iPeriod ={period} and iSignSeq ={kind} and iNo_id ={number}"};
 /// The date of a voucher whose rows come from XML: of one year in the ledger's own table, which holds all years.
@@ -90,7 +90,7 @@ inline constexpr Statement<Table, Number, VoucherKey> xmlVoucherDateInYear{
     "select dbill_date from {table} where iyear={year} and iPeriod={period} and iSignSeq={kind} and iNo_id={number}"};
 inline constexpr Statement<Table, VoucherKey> xmlVoucherDate{
     "xmlVoucherDate", "select dbill_date from {table} where iPeriod={period} and iSignSeq={kind} and iNo_id={number}"};
-/// The line that a row from XML belongs to.
+/// The line to which a row from XML belongs.
 inline constexpr Statement<Table, Number, VoucherKey, Number> xmlVoucherLineInYear{
     "xmlVoucherLineInYear",
     "select * from {table} where iyear={year} and iPeriod={period} and iSignSeq={kind} and iNo_id={number} and"
