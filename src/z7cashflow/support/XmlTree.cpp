@@ -21,19 +21,19 @@ namespace {
 
 const char* chars(const xmlChar* text) { return reinterpret_cast<const char*>(text); }
 
-// The parser's own guards against depth stay on (no XML_PARSE_HUGE), the network is off, and references in the
-// values of attributes come resolved (XML_PARSE_NOENT).
+// The parser's own limits on depth remain active (no XML_PARSE_HUGE), network access is off, and references in
+// attribute values are resolved (XML_PARSE_NOENT).
 constexpr int parseOptions = XML_PARSE_NONET | XML_PARSE_NOENT | XML_PARSE_NOERROR | XML_PARSE_NOWARNING |
                              XML_PARSE_NOCDATA | XML_PARSE_IGNORE_ENC;
 
-// As far as the parser's own counters reach. The memory of a document stays within a multiple of its text, which its
-// owner holds already, so that whoever takes texts from elsewhere bounds them there.
+// The range of the parser's own counters. A document's memory is limited to a multiple of its text, which its owner
+// already holds, so callers limit the texts that they accept.
 constexpr std::size_t maxDocumentSize = std::numeric_limits<std::int32_t>::max();
 
-/// Puts a tree together as the parser comes by its parts.
+/// Builds a tree from the parts that the parser reports.
 class TreeBuilder {
 public:
-    /// Makes room for as much as a text has at most.
+    /// Reserves memory for the maximum that a text can contain.
     void reserve(std::size_t tags, std::size_t values, std::size_t bytes) {
         tree_.nodes.reserve(tags);
         tree_.attributes.reserve(values);
@@ -43,7 +43,7 @@ public:
         open_.push_back({addNode(baseName), 0});
         tree_.nodes.back().inNamespace = inNamespace;
     }
-    /// Of the element that has just begun.
+    /// An attribute of the element that has just begun.
     void addAttribute(const char* prefix, const char* baseName, std::string_view text) {
         tree_.attributes.push_back({prefix, baseName, static_cast<XmlTree::Place>(tree_.texts.size()),
                                     static_cast<std::uint32_t>(text.size())});
@@ -54,7 +54,7 @@ public:
         open_.pop_back();
         inText_ = false;
     }
-    /// A text comes in pieces, which are one node unless all of them are blank.
+    /// A text is reported in pieces, which form one node unless all of them are blank.
     void addText(std::string_view piece) {
         if (!inText_ && piece.find_first_not_of(" \t\r\n") != std::string_view::npos) {
             addOther();
@@ -68,7 +68,7 @@ public:
             tree_.texts += piece;
         }
     }
-    /// A remark or an instruction; those outside the document element are nobody's child.
+    /// A comment or a processing instruction; those outside the document element are ignored.
     void addOther() {
         if (!open_.empty()) {
             addNode(nullptr);
@@ -98,23 +98,23 @@ private:
 
     XmlTree tree_;
     std::vector<OpenElement> open_;
-    bool inText_ = false; ///< the last node is a text that may go on
+    bool inText_ = false; ///< the last node is a text that may be continued
 };
 
-/// One parse: what it reads, how far it may go, and what it has found.
+/// One parse: its input, its limits, and its result.
 struct Reading {
     std::string_view text;
-    std::string_view rest;    ///< of the text: what the parser has not taken yet
+    std::string_view rest;    ///< of the text: what the parser has not read yet
     bool refused = false;     ///< an error was found: nothing more is read
-    bool outOfMemory = false; ///< the error is none of the document's
+    bool outOfMemory = false; ///< the error is not one of the document
     Explanation why;          ///< the first error
     TreeBuilder builder;
 };
 
 Reading& readingOf(void* context) { return *static_cast<Reading*>(static_cast<xmlParserCtxt*>(context)->_private); }
 
-// Feeds the parser piece by piece: handed over whole, a text would count as one long look-ahead, which its guards end
-// at ten million bytes. Behind an error the parser would go on and complain of every byte of a broken text, so it gets
+// Feeds the parser in pieces: a text passed as a whole would count as one long look-ahead, which the parser limits
+// to ten million bytes. After an error the parser would continue and report every byte of a broken text, so it gets
 // no more.
 int readFromText(void* context, char* buffer, int size) {
     auto* reading = static_cast<Reading*>(context);
@@ -126,11 +126,11 @@ int readFromText(void* context, char* buffer, int size) {
     return static_cast<int>(taken);
 }
 
-// Counts the tags of a text and the quoted values in them, before the parser sees it: the parser compares each
-// attribute of an element with all others, so that some ten thousand of them would keep it for minutes.
+// Counts the tags and the quoted values of a text before it is parsed: the parser compares each attribute of an
+// element with all others, so that some ten thousand of them would take minutes.
 class MarkupCount {
 public:
-    /// Nothing if the text has more markup than an honest writer of its length could need.
+    /// Empty if the text has more markup than a legitimate text of its length could need.
     static std::optional<MarkupCount> of(std::string_view text) {
         MarkupCount count;
         const std::size_t mostTags = std::max(tagsOfAnyText, text.size() / shortestRow);
@@ -148,9 +148,9 @@ public:
     [[nodiscard]] std::size_t values() const noexcept { return values_; }
 
 private:
-    // Any text may have as much markup as 32,767 lines of 64 attributes each. Beyond that the length decides: rows that
-    // were written by us can always be read, however many they are, and a document of bare markup cannot cost many
-    // times its text.
+    // Any text may have as much markup as 32,767 lines of 64 attributes each. Beyond that the limit depends on
+    // the length: rows written by the library can always be read, whatever their number, and a document
+    // consisting only of markup cannot cost many times its text.
     static constexpr std::size_t valuesOfAnyText = std::size_t{1} << 21U;
     static constexpr std::size_t tagsOfAnyText = std::size_t{1} << 20U;
     static constexpr std::size_t shortestField = std::string_view("a='' ").size();
@@ -199,7 +199,7 @@ private:
     std::size_t valuesOfTag_ = 0;
 };
 
-// Keeps the first error with its line, since those after it are its consequences.
+// Records the first error with its line; later ones are its consequences.
 void note(void* context, Reason reason) {
     Reading& reading = readingOf(context);
     if (reading.why.reason == Reason::none) {
@@ -208,7 +208,7 @@ void note(void* context, Reason reason) {
     }
 }
 
-// Ends the parse with the verdict that the text is not accepted.
+// Ends the parse because the text is not accepted.
 void refuse(void* context, Reason reason = Reason::xmlBeyondLimits) {
     auto* parser = static_cast<xmlParserCtxt*>(context);
     note(context, reason);
@@ -216,7 +216,7 @@ void refuse(void* context, Reason reason = Reason::xmlBeyondLimits) {
     xmlStopParser(parser);
 }
 
-// What an error of the parser means to the writer of a document.
+// The meaning of a parser error for the author of a document.
 Reason reasonOf(int code) noexcept {
     switch (code) {
     case XML_ERR_DOCUMENT_START:
@@ -246,20 +246,20 @@ Reason reasonOf(int code) noexcept {
     case XML_ERR_INVALID_CHAR:
     case XML_ERR_INVALID_ENCODING:
         return Reason::xmlCharacterInvalid;
-    case XML_ERR_NO_MEMORY: // of a bound of the parser's own, see isMemoryLost
+    case XML_ERR_NO_MEMORY: // a limit of the parser itself, see isMemoryLost
         return Reason::xmlBeyondLimits;
     default:
         return Reason::xmlNotWellFormed;
     }
 }
 
-// The parser says "no memory" of its bound on names too, and after an error that ends the parse.
+// The parser reports "no memory" also for its limit on names, and after an error that ends the parse.
 bool isMemoryLost(const Reading& reading, const xmlParserCtxt& parser, int code) {
     return code == XML_ERR_NO_MEMORY && !reading.refused && xmlDictGetUsage(parser.dict) <= XML_MAX_DICTIONARY_LIMIT;
 }
 
-/// Hears on this thread that the parser lacks memory where it does not say so to the parse, which would go to the error
-/// stream, and gives the hearing back to whom it had before.
+/// Detects on this thread that the parser lacks memory in cases in which it reports this only to standard error;
+/// the destructor restores the former error handler.
 class MemoryWatch {
 public:
     explicit MemoryWatch(Reading& reading) noexcept
@@ -278,8 +278,8 @@ private:
     void* context_;
 };
 
-// A document is what its text says. A document type may name the document element, and no more: entities grow with each
-// use, attributes that are declared come by themselves, and another file is never read.
+// A document type may only name the document element: entities grow with each use, declared attributes appear by
+// default, and other files are never read.
 void refuseExternalSubset(void* context, const xmlChar* /*name*/, const xmlChar* publicId, const xmlChar* systemId) {
     if (publicId != nullptr || systemId != nullptr) {
         refuse(context);
@@ -302,14 +302,14 @@ void refuseAttribute(void* context, const xmlChar* /*element*/, const xmlChar* /
     refuse(context);
 }
 
-// The parser knows the five usual entities itself.
+// The parser handles the five predefined entities itself.
 xmlEntity* refuseUnknownEntity(void* context, const xmlChar* /*name*/) {
     refuse(context, Reason::xmlEntityUnknown);
     return nullptr;
 }
 
-// Adds to the tree. No exception may pass through the parser, which is C: that memory has run out is noted, and said
-// once the parser has returned.
+// Adds to the tree. No exception may pass through the parser, which is written in C: lack of memory is recorded and
+// reported after the parser has returned.
 template <class Addition> void build(void* context, Addition&& addition) {
     try {
         addition(readingOf(context).builder);
@@ -319,7 +319,7 @@ template <class Addition> void build(void* context, Addition&& addition) {
     }
 }
 
-// The names of the attributes of the tag that the parser has just read, as written in the text. No value holds a "<".
+// The names of the attributes of the tag just read, as written in the text. Values do not contain "<".
 std::vector<std::string_view> namesInTag(xmlParserCtxt& parser, std::string_view text) {
     const auto end = std::min(static_cast<std::size_t>(std::max(xmlByteConsumed(&parser), 0L)), text.size());
     const std::size_t begin = end == 0 ? std::string_view::npos : text.rfind('<', end - 1);
@@ -329,7 +329,7 @@ std::vector<std::string_view> namesInTag(xmlParserCtxt& parser, std::string_view
     }
     constexpr std::string_view blanks = " \t\r\n";
     std::string_view tag = text.substr(begin, end - begin);
-    while (true) { // a name, "=", a value between two quotes of one kind
+    while (true) { // a name, "=", a value between two quotes of the same kind
         const std::size_t equals = tag.find('=');
         const std::size_t quote = tag.find_first_of("'\"", equals == std::string_view::npos ? equals : equals + 1);
         if (equals == std::string_view::npos || quote == std::string_view::npos) {
@@ -359,7 +359,7 @@ struct SaidAttribute {
     }
 };
 
-// The parser reports the declarations of namespaces apart from the other attributes: puts all in the order of the
+// The parser reports namespace declarations separately from other attributes; this restores the order of the
 // document.
 void orderAsWritten(std::vector<SaidAttribute>& said, const std::vector<std::string_view>& names) {
     const auto placeOf = [&names](const SaidAttribute& attribute) {
@@ -371,7 +371,7 @@ void orderAsWritten(std::vector<SaidAttribute>& said, const std::vector<std::str
 
 void startElement(void* context, const xmlChar* name, const xmlChar* /*prefix*/, const xmlChar* uri, int namespaceCount,
                   const xmlChar** namespaces, int attributeCount, int /*defaultedCount*/, const xmlChar** attributes) {
-    // Each attribute is five pointers: name, prefix, namespace, and the value's begin and end.
+    // Each attribute is five pointers: name, prefix, namespace, and the beginning and end of the value.
     constexpr std::size_t pointers = 5;
     constexpr int mostNamespacesInScope = 64;
     const auto count = static_cast<std::size_t>(attributeCount);
@@ -421,11 +421,11 @@ void comment(void* context, const xmlChar* /*text*/) {
 
 void instruction(void* context, const xmlChar* target, const xmlChar* /*text*/) { comment(context, target); }
 
-// The parser reports what it finds and builds no tree of its own, which would cost as much again as the parse.
+// The parser reports what it finds and builds no tree of its own, which would double the cost of parsing.
 void prepare(xmlParserCtxt& parser, Reading& reading) {
     parser._private = &reading;
-    // Complaints quote the document: they stay off the error stream. (Their type differs between versions of the
-    // parser.)
+    // Messages quote the document, so they are not written to standard error. (Their type differs between
+    // versions of the parser.)
     parser.sax->serror = [](void* context, auto* error) {
         Reading& reading = readingOf(context);
         if (isMemoryLost(reading, *static_cast<xmlParserCtxt*>(context), error->code)) {
@@ -448,7 +448,7 @@ void prepare(xmlParserCtxt& parser, Reading& reading) {
     parser.sax->processingInstruction = instruction;
 }
 
-// A null pointer, and why, if the parser refuses the text.
+// A null pointer, and the reason, if the parser refuses the text.
 std::shared_ptr<const XmlTree> parse(std::string_view text, const MarkupCount& count, Explanation& why) {
     Reading reading;
     const MemoryWatch memory(reading);
@@ -466,7 +466,7 @@ std::shared_ptr<const XmlTree> parse(std::string_view text, const MarkupCount& c
         throw std::bad_alloc();
     }
     auto tree = std::make_shared<XmlTree>(reading.builder.take());
-    // Errors of namespaces leave a document behind; it is refused all the same.
+    // After namespace errors there is a document, which is refused all the same.
     if (!document || parser->wellFormed == 0 || parser->nsWellFormed == 0 || tree->nodes.empty()) {
         note(parser.get(), Reason::xmlNotWellFormed);
         why = std::move(reading.why);
@@ -496,8 +496,8 @@ std::shared_ptr<const XmlTree> XmlTree::read(std::string_view text, Explanation&
     if (auto tree = parse(text, *count, why)) {
         return tree;
     }
-    // The parser does not always say that its memory has run out, and then refuses what it could not hold: a verdict
-    // counts when it is found twice.
+    // The parser does not always report that it has run out of memory, and then refuses what it could not store:
+    // a refusal counts only if it occurs twice.
     const Explanation first = std::move(why);
     why = {};
     auto tree = parse(text, *count, why);

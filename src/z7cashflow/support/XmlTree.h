@@ -10,16 +10,18 @@
 
 namespace z7::cashflow {
 
-/// What a document says, as far as anybody asks: its elements with their names and attributes, and where there are
-/// other nodes and texts. It is kept in a few arrays, because a document of rows has some hundred thousand attributes.
+/// The contents of a document, as far as they are needed: its elements with their names and attributes, and the
+/// positions of other nodes and texts. It is kept in a few arrays, because a document of rows has some hundred
+/// thousand attributes.
 struct XmlTree {
-    /// A place in one of the arrays. The document element is nobody's child or sibling, so its place says "none" there.
+    /// An index into one of the arrays. The document element is not a child or sibling, so its index means
+    /// "none" there.
     using Place = std::uint32_t;
 
     struct Attribute {
-        const char* prefix = nullptr; ///< "xmlns" for a declaration of a prefix; a null pointer without one
+        const char* prefix = nullptr; ///< "xmlns" for a namespace declaration; a null pointer without a prefix
         const char* baseName = nullptr;
-        Place text = 0; ///< where the text begins in texts
+        Place text = 0; ///< beginning of the text in texts
         std::uint32_t textSize = 0;
     };
 
@@ -30,18 +32,19 @@ struct XmlTree {
         std::uint32_t attributeCount = 0;
         Place firstChild = 0;
         Place nextSibling = 0;
-        Place text = 0; ///< where the text of a text node begins in texts
+        Place text = 0; ///< beginning of a text node's text in texts
         std::uint32_t textSize = 0;
     };
 
-    /// In document order, the document element first; white space between elements does not count as a node.
+    /// In document order, beginning with the document element; white space between elements does not count as a
+    /// node.
     std::vector<Node> nodes;
     std::vector<Attribute> attributes; ///< in document order
-    std::string texts;                 ///< of all attributes and text nodes, one after the other
-    std::shared_ptr<const void> names; ///< where the names lie
+    std::string texts;                 ///< of all attributes and text nodes, one after another
+    std::shared_ptr<const void> names; ///< owns the names
 
-    /// Reads a text by the rules of XmlDocument. A null pointer, and why, if it is refused; std::bad_alloc if memory
-    /// runs out.
+    /// Reads a text by the rules of XmlDocument. A null pointer, and the reason, if it is refused;
+    /// std::bad_alloc if memory runs out.
     [[nodiscard]] static std::shared_ptr<const XmlTree> read(std::string_view text, Explanation& why);
 };
 
