@@ -7,21 +7,22 @@
 
 namespace z7::cashflow {
 
-/// Where the making of rows found the cash-flow item of a row.
+/// Where the cash-flow item of a row was found when the row was created.
 struct ItemSource {
     enum class Kind {
         record,       ///< the row's own record: it was stored with the item
         draft,        ///< the user's draft
         line,         ///< the entry line, on which it was entered
-        auxiliary,    ///< the entry line's auxiliary item, which is of the class of cash-flow items
+        auxiliary,    ///< the entry line's auxiliary item, of the class of cash-flow items
         itemTemplate, ///< the template of the line's account and side
-        none          ///< nowhere: the row has no item
+        none          ///< the row has no item
     };
     Kind kind = Kind::none;
-    std::string user;    ///< identifier of the user whose draft it is; else empty
-    std::string account; ///< account of the template; else empty
+    std::string user;    ///< identifier of the user who owns the draft; otherwise empty
+    std::string account; ///< account of the template; otherwise empty
     bool debit = false;  ///< side of the template
-    /// Day from which the template is meant to hold; nothing if it has none. Finding a template does not look at it.
+    /// The day from which the template applies; empty if it has none. It is ignored when a template is looked
+    /// up.
     std::optional<Date> start;
 };
 

@@ -8,8 +8,8 @@
 
 namespace z7::cashflow {
 
-/// A statement of the library with its places filled under the policy of the thread's login, ready to run. Error 10020
-/// where the policy does not allow a value.
+/// A statement of the library with its places filled under the policy of the thread's login, ready to run. Error
+/// 10020 if the policy does not allow a value.
 template <class... Places>
 [[nodiscard]] std::string filled(const statements::Statement<Places...>& statement,
                                  const std::type_identity_t<Places>&... values) {

@@ -7,15 +7,16 @@
 
 namespace z7::cashflow {
 
-/// Makes connections for the parts of the library that open their own: the dialog and its entry. The host sets one
-/// beside the login in the thread's context.
+/// Creates connections for the parts of the library that open their own: the dialog and its entry point. The host
+/// sets one beside the login in the thread's context.
 class ConnectionFactory {
 public:
     virtual ~ConnectionFactory() = default;
 
-    /// A new, closed connection of the kind that a connection string asks for, to be opened with that string; user and
-    /// password are those in the string, if any. The database is not touched yet. Error of the adapter for a string
-    /// that no kind of connection takes, without a password of it in the text. The caller owns the connection.
+    /// A new, closed connection of the kind that the connection string requires, to be opened with that string;
+    /// user and password are those of the string, if any. The database is not accessed yet. Error of the
+    /// adapter for a string that no kind of connection accepts, without its password in the text. The caller
+    /// owns the connection.
     [[nodiscard]] virtual std::unique_ptr<Connection> create(const std::string& connectionString) = 0;
 };
 

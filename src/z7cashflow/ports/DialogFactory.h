@@ -9,19 +9,19 @@
 
 namespace z7::cashflow {
 
-/// Makes the windows of the dialog. The host sets one beside the login in the thread's context.
+/// Creates the windows of the dialog. The host sets one beside the login in the thread's context.
 class DialogFactory {
 public:
     virtual ~DialogFactory() = default;
 
-    /// A form of the design that raises its events to the listener, which outlives it. It is not shown yet. Error of
-    /// the window system where there is no screen.
+    /// A form with this design that raises its events to the listener, which outlives it. It is not shown yet.
+    /// Error of the window system if there is no screen.
     [[nodiscard]] virtual std::unique_ptr<DialogForm> createForm(const FormDesign& design, FormEvents& listener) = 0;
-    /// A pop-up over rows.
+    /// A pop-up to choose a row.
     [[nodiscard]] virtual std::unique_ptr<PickList> createPickList() = 0;
 
-    /// The suite's reference clients, where the host has them. A null pointer, the default, lets the library take its
-    /// own, which work with a PickList.
+    /// The suite's reference clients, if the host has them. With a null pointer, the default, the library uses
+    /// its own, which need a PickList.
     [[nodiscard]] virtual std::unique_ptr<ServerRefClient> createServerRefClient() { return nullptr; }
     [[nodiscard]] virtual std::unique_ptr<ZQReferClient> createReferClient() { return nullptr; }
 };

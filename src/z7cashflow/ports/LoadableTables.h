@@ -9,32 +9,32 @@
 
 namespace z7::cashflow {
 
-/// Puts rows of texts into one table, each value converted to its column's type. It works inside the caller's
-/// transaction, if there is one, and opens none: a caller who wants all rows or none begins one.
+/// Loads rows of text into one table, converting each value to its column's type. It works in the caller's
+/// transaction, if there is one, and begins none.
 class RowLoader {
 public:
     virtual ~RowLoader() = default;
 
-    /// Adds one row; an empty optional is null. A text is stored as it is. Numbers are read strictly and without
-    /// thousands commas, amounts with at most four decimals, dates year first, bits as 0, 1, true or false; blanks
-    /// around these do not count, and blanks alone are null. An error that names table, column and reason if the number
-    /// of values is wrong, a value does not fit its column, or the database refuses the row, such as for a key that
-    /// exists already.
+    /// Adds one row; an empty optional is null. A text is stored unchanged. Numbers must be well-formed and
+    /// without thousands separators, amounts have at most four decimals, dates begin with the year, bits are 0,
+    /// 1, true or false; blanks around these are ignored, and only blanks mean null. An error that names table,
+    /// column and reason if the number of values is wrong, a value does not fit its column, or the database
+    /// refuses the row, for example because its key already exists.
     virtual void add(const std::vector<std::optional<std::string_view>>& values) = 0;
-    /// The number of rows that were added.
+    /// The number of rows added.
     [[nodiscard]] virtual std::int64_t count() const noexcept = 0;
 };
 
-/// The tables of one open session, as far as rows of texts can be put into them. The session must outlive it.
+/// The tables of one open session into which rows of text can be loaded. The session must outlive it.
 class LoadableTables {
 public:
     virtual ~LoadableTables() = default;
 
-    /// The tables, without views, of the account's database and of the system database, by their plain names in
+    /// The tables, without views, of the account's database and of the system database, by plain name in
     /// alphabetical order.
     [[nodiscard]] virtual std::vector<std::string> names() = 0;
-    /// A loader for some columns of one of them. Error 208 if there is no such table; an error that names table and
-    /// column if a column is unknown or named twice, or if one that must have a value is not named.
+    /// A loader for some columns of one of them. Error 208 if the table does not exist; an error that names
+    /// table and column if a column is unknown or named twice, or if a required column is missing.
     [[nodiscard]] virtual std::unique_ptr<RowLoader> loader(const std::string& table,
                                                             const std::vector<std::string>& columns) = 0;
 };

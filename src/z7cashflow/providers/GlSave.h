@@ -9,23 +9,23 @@
 
 namespace z7::cashflow {
 
-/// Makes the year of a date the context's year; 1900 where the date lies in no accounting period.
+/// Sets the context's year to that of a date; to 1900 if no accounting period contains the date.
 void setYearOf(Connection& objCon, Date date);
 
 /// Reads the account option bCashCode into the context.
 void readCashCodeOption(Connection& objCon);
 
-/// One save of the rows of one ledger voucher.
+/// Saves the rows of one ledger voucher.
 struct GlSave {
     Connection& objCon;
     IGlVoucherProvider& gl;
     const ProviderSettings& settings;
     const std::string& strVoucherTable;
     VoucherKey key;
-    Date bill_date; ///< 1900-01-01 where the caller knows no date
+    Date bill_date; ///< 1900-01-01 if the caller does not know the date
 
-    /// Runs the save. objCFCol may come in as nothing and then goes out as the rows that were found or made. Every
-    /// error comes out with the source "CashFlow".
+    /// Executes the save. If objCFCol is a null pointer, it is set to the rows that were found or generated.
+    /// All errors are raised with the source "CashFlow".
     bool SaveCashFlowColCore(std::shared_ptr<CashFlowCollection>& objCFCol, bool blnCheckCF) const;
 
 private:

@@ -21,10 +21,10 @@ constexpr const char* cashItemClass = "98";
 
 bool isTrue(const Variant& flag) { return !flag.isNull() && toBool(flag); }
 
-/// Where records came from, as the text of their statement shows.
+/// The origin of records, according to the text of their statement.
 struct Origin {
     bool storedRows = false;       ///< cash-flow rows, not voucher lines
-    bool storedRowsOfView = false; ///< read through the year-free view, whose rows keep their identity
+    bool storedRowsOfView = false; ///< read through the view without a year, whose rows keep their identity
 
     explicit Origin(const std::string& source) {
         const std::string text = asciiLower(source);
@@ -33,7 +33,8 @@ struct Origin {
     }
 };
 
-// Gives a row's field the value of the column of that name. A column that is not there, or a failure, leaves the field.
+// Sets a row's field to the value of the column with that name. If the column does not exist, or on failure, the
+// field is unchanged.
 void copyField(CashFlow& row, const std::string& name, FieldList& record) {
     if (record.Has(name)) {
         ignoringErrors([&] { row.SetValue(name, record.Item(name)); });
@@ -42,14 +43,14 @@ void copyField(CashFlow& row, const std::string& name, FieldList& record) {
 
 bool lacksItem(const CashFlow& row) { return isNullOrEmpty(row.Item("cCashItem")); }
 
-// Makes one row of one record and finds its item.
+// Creates one row from one record and finds its item.
 class RowMaker {
 public:
     RowMaker(Connection& objCon, Recordset& records, CashFlowCollection& collection, bool bFromDraft)
         : objCon_(objCon), record_(records.Fields()), collection_(collection), origin_(records.Source()),
           bFromDraft_(bFromDraft) {}
 
-    // Stored rows always pass; of voucher lines those on the side where the account records its cash flow.
+    // Stored rows are always accepted; voucher lines only on the side where the account records its cash flow.
     [[nodiscard]] bool givesRow() const {
         if (origin_.storedRows) {
             return true;
@@ -78,7 +79,8 @@ public:
 private:
     [[nodiscard]] static bool isObserved() { return modPublic::context().itemObserver != nullptr; }
 
-    // The row's own item, else the user's draft, else the voucher line, else the template of account and side.
+    // The row's own item, otherwise that of the user's draft, the voucher line, or the template of account and
+    // side.
     void findItem(CashFlow& row) {
         const Variant debit = row.Item("md");
         const bool bDir = !debit.isNull() && toDouble(debit) != 0.0;
@@ -103,7 +105,7 @@ private:
                 source_ = ItemSource{};
             }
         } else {
-            // Names of items change; the row shows the present one.
+            // Names of items may change; the row shows the present one.
             row.SetValue("cCashItemName", data_.GetCFItemName(objCon_, toText(row.Item("cCashItem"))));
         }
     }
@@ -113,8 +115,8 @@ private:
         row.SetValue("cCashItemName", data_.GetCFItemName(objCon_, itemCode));
     }
 
-    // An auxiliary item of the cash-flow class is the item; an item written on the line itself goes before it. A column
-    // that the lines do not have passes its tests but has no code.
+    // An auxiliary item of the cash-flow class is the item; an item on the line itself takes precedence over it.
+    // A column that the lines do not have passes the tests but has no code.
     void takeItemOfLine(CashFlow& row) {
         std::string itemCode;
         const auto read = [&](const char* column, auto&& use) {
@@ -157,10 +159,10 @@ private:
     Origin origin_;
     bool bFromDraft_;
     DataProvider data_;
-    ItemSource source_; ///< of the row at hand
+    ItemSource source_; ///< of the current row
 };
 
-// The text of the voucher's kind, read on a session of its own; empty where the kind is unknown.
+// The sign of the voucher's kind, read on a separate session; empty if the kind is unknown.
 std::string kindText(Connection& objCon, std::int16_t isignseq) {
     const auto kinds = objCon.CreateRecordset();
     kinds->CursorLocation(CursorLocation::Client);
@@ -171,7 +173,7 @@ std::string kindText(Connection& objCon, std::int16_t isignseq) {
     return text;
 }
 
-// What the user or the generator decided, and a refresh leaves alone.
+// Fields decided by the user or by generation, which a refresh does not change.
 bool isDecided(std::string_view field) {
     constexpr std::array<std::string_view, 5> decided{"RowGuid", "cCashItem", "ccode", "md", "mc"};
     return std::find(decided.begin(), decided.end(), field) != decided.end();
@@ -202,7 +204,7 @@ std::shared_ptr<CashFlowCollection> GetCashFlowColFromRs(Connection& objCon, Rec
             collection->coutNo_id(outsideKey.text);
         }
         FieldList& first = records.Fields();
-        ignoringErrors([&] { // records without a whole key leave the collection's as it is
+        ignoringErrors([&] { // records without a complete key leave that of the collection unchanged
             collection->UpdateCol(DatedVoucherKey{
                 {toByte(first.Item("iPeriod")), toInt16(first.Item("isignseq")), toInt32(first.Item("iNo_id"))},
                 toDate(first.Item("dbill_date"))});

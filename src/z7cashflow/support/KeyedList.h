@@ -16,15 +16,15 @@
 
 namespace z7::cashflow {
 
-/// A list that keeps its order of insertion, is indexed from 1, and finds an element by a text key without regard to
-/// letter case. Neither an index nor a key makes it walk the list, nor does taking elements from either end; to remove
-/// by key or to insert in the middle it compares the addresses of the elements on the way.
+/// A list that keeps the order of insertion, is indexed from 1, and finds elements by a case-insensitive text key.
+/// Access by index or key does not iterate over the list, nor does removal from either end; removing by key or
+/// inserting in the middle compares the addresses of elements on the way.
 template <class T> class KeyedList {
     using Elements = std::unordered_map<std::string, T>;
-    using Order = std::deque<const typename Elements::value_type*>; // elements stay where they are in memory
+    using Order = std::deque<const typename Elements::value_type*>; // elements are not moved in memory
 
 public:
-    /// Walks the values in list order. Any change of the list ends its validity.
+    /// Iterates over the values in list order. Any change of the list invalidates it.
     class const_iterator {
     public:
         using iterator_category = std::forward_iterator_tag;
@@ -62,11 +62,11 @@ public:
     [[nodiscard]] const_iterator begin() const { return const_iterator(order_.begin()); }
     [[nodiscard]] const_iterator end() const { return const_iterator(order_.end()); }
 
-    /// Appends under a key. Error 457 if the key is there already; the list then stays as it was.
+    /// Appends an element with a key. Error 457 if the key already exists; the list is then unchanged.
     void append(std::string_view key, T value) { insertAt(order_.end(), key, std::move(value)); }
 
-    /// Inserts an element in front of the one whose key is before. Error 5 if there is no such key, 457 if the new
-    /// key is there already; the list then stays as it was.
+    /// Inserts an element in front of the one whose key is before. Error 5 if that key does not exist, 457 if
+    /// the new key already exists; the list is then unchanged.
     void insertBefore(std::string_view before, std::string_view key, T value) {
         insertAt(placeOf(element(before)), key, std::move(value));
     }
@@ -76,9 +76,9 @@ public:
     /// The element of a key. Error 5 if there is none.
     [[nodiscard]] const T& at(std::string_view key) const { return element(key).second; }
 
-    /// Takes out the element at an index from 1. Error 9 outside the list.
+    /// Removes the element at an index from 1. Error 9 outside the list.
     void remove(std::int64_t index) { removeAt(order_.begin() + static_cast<std::ptrdiff_t>(position(index))); }
-    /// Takes out the element of a key. Error 5 if there is none.
+    /// Removes the element with a key. Error 5 if there is none.
     void remove(std::string_view key) { removeAt(placeOf(element(key))); }
 
     void clear() noexcept {

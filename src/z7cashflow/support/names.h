@@ -5,13 +5,13 @@
 
 namespace z7::cashflow {
 
-/// The length in bytes of the name that a text begins with, 0 if it begins with none. A name is regular, a letter of
-/// any script or "_" before letters, decimal digits, "_", "$", "#" and "@", or is enclosed in brackets, where a closing
-/// one is doubled. A table of a session begins with "#". No name is longer than 128 characters, holds a control
-/// character or is broken UTF-8.
+/// The length in bytes of the name with which a text begins, 0 if there is none. A name is either regular (a letter
+/// of any script or "_" followed by letters, decimal digits, "_", "$", "#" and "@") or enclosed in brackets, where
+/// a closing bracket is doubled. A temporary table of a session begins with "#". A name has at most 128 characters
+/// and contains no control characters or invalid UTF-8.
 [[nodiscard]] std::size_t nameLength(std::string_view text);
 
-/// The length in bytes of the name of a table that a text begins with, 0 if it begins with none: "t", "owner.t",
+/// The length in bytes of the table name with which a text begins, 0 if there is none: "t", "owner.t",
 /// "base.owner.t" or "base..t".
 [[nodiscard]] std::size_t tableNameLength(std::string_view text);
 
