@@ -60,7 +60,7 @@ TEST_F(AssignCommandTest, ALineIsPutOnAnItemByCodeOrName) {
 
 TEST_F(AssignCommandTest, ASplitSaysWhatStaysWhere) {
     const RunResult split = run({"assign", key, "2", "0103", "49542.95"});
-    EXPECT_THAT(split.out, HasSubstr("Voucher 2024/7/1/2, line 2: the remaining 100,000.00 stay on item 0101 "));
+    EXPECT_THAT(split.out, HasSubstr("Voucher 2024/7/收/2, line 2: the remaining 100,000.00 stay on item 0101 "));
     EXPECT_THAT(rows(key), testing::ElementsAre("2 0103 49542.95", "2 0101 100000.0"));
     const RunResult chinese = run({"assign", key, "2", "0103", "1", "0101", "--lang", "zh-CN"});
     EXPECT_EQ(chinese.exitCode, 0) << chinese.out;
@@ -109,6 +109,22 @@ TEST_F(AssignCommandTest, ASpreadsheetAssignsVoucherByVoucher) {
     EXPECT_THAT(rows("2024/7/1/3"), testing::ElementsAre("2 0101 77000.0", "2 0103 374.76", "3 0401 108.52"));
     EXPECT_EQ(run({"undo", "1"}).exitCode, 0) << "one run";
     EXPECT_TRUE(workbench::sameRows(before, allRows(), true));
+}
+
+TEST_F(AssignCommandTest, ASpreadsheetMayNameTheKindByItsSign) {
+    const std::string file = sheet("voucher,line,amount,item\n2024/7/收/3,2,77000,0101\n2024/7/1/3,2,,0103\n");
+    const RunResult assigned = run({"assign", "--from", file, "--json"});
+    EXPECT_EQ(assigned.exitCode, 0) << assigned.out << assigned.err;
+    EXPECT_EQ(assigned.lines().size(), 1U) << "both spellings are one voucher";
+    EXPECT_THAT(rows("2024/7/1/3"), testing::ElementsAre("2 0101 77000.0", "2 0103 374.76", "3 0401 108.52"));
+    const RunResult unknown = run({"assign", "--from",
+                                   sheet("voucher,line,item\n2024/7/現/3,2,0101\n"
+                                         "2024/7/现/4,2,9999\n")});
+    EXPECT_EQ(unknown.exitCode, 2);
+    EXPECT_THAT(unknown.err, HasSubstr("line 2"));
+    EXPECT_THAT(unknown.err, HasSubstr("現"));
+    EXPECT_THAT(unknown.err, HasSubstr("现"));
+    EXPECT_THAT(unknown.err, HasSubstr("has 3 faults"));
 }
 
 TEST_F(AssignCommandTest, AllFaultsOfASpreadsheetAreReportedAtOnceAndNothingIsStored) {

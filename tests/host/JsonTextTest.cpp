@@ -14,17 +14,18 @@ using workbench::Refusal;
 namespace {
 
 TEST(JsonText, WritesAResultInItsForm) {
-    EXPECT_EQ(jsonText(resultJson({{2013, 1, 2, 5}, Outcome::stored, 2, 2, {}, {}}, Language::english)),
-              R"({"voucher":"2013/1/2/5","outcome":"stored","rows":2})");
-    EXPECT_EQ(jsonText(resultJson({{2013, 1, 2, 5}, Outcome::noCash, 0, 0, {}, {}}, Language::english)),
-              R"({"voucher":"2013/1/2/5","outcome":"no-cash","rows":0})");
-    EXPECT_EQ(jsonText(resultJson({{2013, 1, 2, 5}, Outcome::nothing, 0, 0, {}, {}}, Language::english)),
-              R"({"voucher":"2013/1/2/5","outcome":"nothing","rows":0})");
-    EXPECT_EQ(jsonText(resultJson({{2013, 1, 2, 5}, Outcome::nothing, 0, 3, {}, {}}, Language::english)),
-              R"({"voucher":"2013/1/2/5","outcome":"nothing","rows":0,"removed":3})");
+    const workbench::VoucherKinds kinds({{2, "付"}});
+    EXPECT_EQ(jsonText(resultJson({{2013, 1, 2, 5}, Outcome::stored, 2, 2, {}, {}}, kinds, Language::english)),
+              R"({"voucher":"2013/1/2/5","sign":"付","outcome":"stored","rows":2})");
+    EXPECT_EQ(jsonText(resultJson({{2013, 1, 2, 5}, Outcome::noCash, 0, 0, {}, {}}, kinds, Language::english)),
+              R"({"voucher":"2013/1/2/5","sign":"付","outcome":"no-cash","rows":0})");
+    EXPECT_EQ(jsonText(resultJson({{2013, 1, 2, 5}, Outcome::nothing, 0, 0, {}, {}}, kinds, Language::english)),
+              R"({"voucher":"2013/1/2/5","sign":"付","outcome":"nothing","rows":0})");
+    EXPECT_EQ(jsonText(resultJson({{2013, 1, 2, 5}, Outcome::nothing, 0, 3, {}, {}}, kinds, Language::english)),
+              R"({"voucher":"2013/1/2/5","sign":"付","outcome":"nothing","rows":0,"removed":3})");
     const Refusal refusal{Error(10009, "CashFlow", "a\r\nb \"c\""), {}};
-    EXPECT_EQ(jsonText(resultJson({{2013, 1, 2, 5}, Outcome::refused, 0, 0, refusal, {}}, Language::english)),
-              "{\"voucher\":\"2013/1/2/5\",\"outcome\":\"refused\",\"rows\":0,"
+    EXPECT_EQ(jsonText(resultJson({{2013, 1, 2, 5}, Outcome::refused, 0, 0, refusal, {}}, kinds, Language::english)),
+              "{\"voucher\":\"2013/1/2/5\",\"sign\":\"付\",\"outcome\":\"refused\",\"rows\":0,"
               "\"error\":{\"number\":10009,\"description\":\"a\\r\\nb \\\"c\\\"\"}}");
 }
 

@@ -3,8 +3,9 @@
 #include "RunProgram.h"
 #include "adapters/sqlite/Connection.h"
 #include "adapters/sqlite/database.h"
+#include "doubles/ChildProcess.h"
 #include "doubles/ScratchFolder.h"
-#include "workbench/changes/RowImage.h"
+#include "workbench/changes/RunLog.h"
 #include "z7cashflow/support/conversions.h"
 
 #include <gmock/gmock.h>
@@ -37,6 +38,11 @@ protected:
         return connection;
     }
     void sql(const std::string& statement) const { open()->Execute(statement); }
+    /// Leaves the account as an older version made it.
+    void dropLog() const {
+        sql("drop table z7_run_row");
+        sql("drop table z7_run");
+    }
     [[nodiscard]] std::vector<RowImage> allRows() const {
         return workbench::readRowImages(*open(), "select " + workbench::rowColumnList() + " from gl_cashtable");
     }
@@ -82,7 +88,7 @@ TEST_F(LogCommandTest, ARunIsNotedWithUserTimeCommandAndVouchers) {
 TEST_F(LogCommandTest, ARunThatChangesNothingLeavesNoTraceAndNoNewIdentities) {
     EXPECT_EQ(run({"allot", "--year", "2024", "--period", "7"}).exitCode, 1);
     const auto before = allRows();
-    EXPECT_THAT(run({"allot", "--year", "2024", "--period", "7"}).err, Not(HasSubstr("The log holds")));
+    EXPECT_THAT(run({"allot", "--year", "2024", "--period", "7"}).err, Not(HasSubstr("Logged as run")));
     EXPECT_EQ(log().size(), 1U);
     EXPECT_TRUE(workbench::sameRows(before, allRows(), true));
     EXPECT_EQ(run({"allot", "--year", "2024", "--period", "8", "--dry-run"}).exitCode, 0);
@@ -116,7 +122,7 @@ TEST_F(LogCommandTest, AVoucherThatHasChangedSinceTheRunIsRefusedAndNamed) {
     const auto before = allRows();
     const RunResult refused = run({"undo", "1", key});
     EXPECT_EQ(refused.exitCode, 1);
-    EXPECT_THAT(refused.out, HasSubstr(key + "  10024  The rows are no longer those that run 1 stored"));
+    EXPECT_THAT(refused.out, HasSubstr("2024/7/收/1  10024  The rows are no longer those that run 1 stored"));
     EXPECT_TRUE(workbench::sameRows(before, allRows(), true));
     const RunResult rest = run({"undo", "1", "--json"});
     EXPECT_EQ(rest.exitCode, 1);
@@ -131,7 +137,7 @@ TEST_F(LogCommandTest, OnlyTheNamedVouchersAreRestored) {
     EXPECT_EQ(run({"undo", "1", key}).exitCode, 0);
     EXPECT_LT(allRows().size(), before.size());
     EXPECT_EQ(log({"2"}).size(), 1U);
-    EXPECT_THAT(run({"undo", "1", "2024/1/1/32000"}).err, HasSubstr("Run 1 did not change voucher 2024/1/1/32000."));
+    EXPECT_THAT(run({"undo", "1", "2024/1/1/32000"}).err, HasSubstr("Run 1 did not change voucher 2024/1/收/32000."));
 }
 
 TEST_F(LogCommandTest, ADryRunShowsWhatWouldBeRestored) {
@@ -155,14 +161,50 @@ TEST_F(LogCommandTest, ARunThatIsNotInTheLogAndAWordThatIsNotARunAreRefused) {
 }
 
 TEST_F(LogCommandTest, AnAccountWithoutTheLogWorksAndSaysSo) {
-    sql("drop table z7_run_row"); // as an older version made it
-    sql("drop table z7_run");
+    dropLog();
     const RunResult allotted = run({"allot", "--year", "2024", "--period", "7"});
     EXPECT_EQ(allotted.exitCode, 1);
-    EXPECT_THAT(allotted.err, HasSubstr("This account has no log of changes, so this run cannot be undone."));
+    EXPECT_THAT(
+        allotted.err,
+        HasSubstr("This account has no log of changes, so this run cannot be undone; z7cf log FILE --start adds it."));
     EXPECT_FALSE(allRows().empty());
     EXPECT_THAT(run({"log"}).err, HasSubstr("This account has no log of changes, because"));
     EXPECT_EQ(run({"undo", "1"}).exitCode, 1);
+}
+
+TEST_F(LogCommandTest, AnAccountWithoutTheLogGetsItOnce) {
+    dropLog();
+    run({"allot", "--year", "2024", "--period", "6"});
+    const auto before = allRows();
+    const RunResult added = run({"log", "--start"});
+    EXPECT_EQ(added.exitCode, 0) << added.err;
+    EXPECT_EQ(added.out, "The log of changes was added: runs are logged from now on and can be undone.\n");
+    EXPECT_THAT(run({"log"}).err, HasSubstr("The log contains no runs."));
+    run({"allot", "--year", "2024", "--period", "7"});
+    EXPECT_EQ(run({"log", "--start", "--lang", "zh-CN"}).out, "此账套已有变动日志，没有改动。\n");
+    EXPECT_EQ(log().size(), 1U) << "what it holds stays";
+    EXPECT_EQ(run({"undo", "1"}).exitCode, 0);
+    EXPECT_TRUE(workbench::sameRows(before, allRows(), true));
+    EXPECT_EQ(run({"log", "--start", "--json"}).out, "{\"log\":\"present\"}\n");
+    EXPECT_EQ(run({"log", "1", "--start"}).exitCode, 2);
+    dropLog();
+    EXPECT_EQ(run({"log", "--start", "--json"}).out, "{\"log\":\"added\"}\n");
+}
+
+TEST_F(LogCommandTest, TheLogIsNotAddedWithoutTheRightToWrite) {
+    dropLog();
+    for (const auto& entry : std::filesystem::directory_iterator(scratch.path())) {
+        std::filesystem::permissions(entry.path(), std::filesystem::perms(0444));
+    }
+    std::filesystem::permissions(scratch.path(), std::filesystem::perms(0555));
+    const std::string answer = test::withoutRights([this] {
+        const RunResult refused = run({"log", "--start"});
+        return std::to_string(refused.exitCode) + refused.out + refused.err;
+    });
+    std::filesystem::permissions(scratch.path(), std::filesystem::perms(0755));
+    EXPECT_THAT(answer, testing::StartsWith("3z7cf: "));
+    EXPECT_THAT(answer, HasSubstr("can only be read"));
+    EXPECT_FALSE(workbench::hasLog(*open()));
 }
 
 TEST_F(LogCommandTest, TheLogIsWrittenAsCsvToAFile) {

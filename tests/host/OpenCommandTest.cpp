@@ -188,8 +188,8 @@ TEST_F(OpenCommandTest, OpenLinesHaveTheColumnsThatAreReadBack) {
     }
     EXPECT_EQ(lines.front(), heading);
     EXPECT_EQ(heading, "voucher,line,account,side,amount,summary,item");
-    EXPECT_THAT(lines, testing::Contains(StartsWith("2024/4/2/10,1,2241,debit,3300.00,")));
-    EXPECT_THAT(lines, testing::Contains(StartsWith("2024/7/2/12,1,6601,debit,50.00,")))
+    EXPECT_THAT(lines, testing::Contains(StartsWith("2024/4/付/10,1,2241,debit,3300.00,")));
+    EXPECT_THAT(lines, testing::Contains(StartsWith("2024/7/付/12,1,6601,debit,50.00,")))
         << "a line of which a part is allocated is open for the rest";
     EXPECT_EQ(lines.size(), 1 + recordsOf(open({"--lines", "--json"})).size());
     EXPECT_THAT(open({"--lines", "--lang", "zh-CN"}).out, HasSubstr("建议项目"));

@@ -252,6 +252,16 @@ shared::Result DoubleSession::answer(const std::string& statement) {
         });
         return one(Variant(std::int32_t{found ? 1 : 0}));
     }
+    if (statement == "select version from z7_schema_version") {
+        if (!server_.schemaVersion) {
+            throw Error(208, "double", "Invalid object name 'z7_schema_version'.", "42S02");
+        }
+        return {rowSet({"version"}, {{Variant(std::int32_t{*server_.schemaVersion})}}), nullptr};
+    }
+    if (statement == "select top 1 iRun from z7_run_row") {
+        return {rowSet({"iRun"}, table("z7_run_row").rows.empty() ? Answer{} : Answer{{Variant(std::int32_t{1})}}),
+                nullptr};
+    }
     if (statement.starts_with("select cdefault from accinformation")) {
         return {rowSet({"cdefault"}, {}), nullptr};
     }

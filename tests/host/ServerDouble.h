@@ -49,6 +49,7 @@ public:
     Content content;                      ///< including an open transaction
     bool ignoresLetterCase = true;        ///< for databases created without a collation
     std::string loginDatabase = "master"; ///< database of a login whose string names none
+    std::optional<int> schemaVersion;     ///< as the account reports it; without one it has no such view
     std::set<std::string> refusedRows;    ///< first values of rows that violate a key
 
     /// The n-th call from now, counted from 1, fails: an Open, a statement, a row, an end of a transaction. If

@@ -251,7 +251,7 @@ TEST_F(VoucherCommandsTest, ImportOfNoRowsSaysWhatItRemovedAndThatTheVoucherDoes
     const std::string file = scratch.write("none.xml", "<root><rows/></root>").string();
     const RunResult emptied = run({"import", "2024/1/1/1", file});
     EXPECT_EQ(emptied.exitCode, 0) << emptied.err;
-    EXPECT_THAT(emptied.out, HasSubstr("Voucher 2024/1/1/1: rows removed: 1, none stored.\n"));
+    EXPECT_THAT(emptied.out, HasSubstr("Voucher 2024/1/R/1: rows removed: 1, none stored.\n"));
     EXPECT_THAT(emptied.out, HasSubstr("The rows do not match the voucher: The voucher moves 70.00 debit in cash, its "
                                        "rows 0.00: 70.00 debit is not allocated."));
     EXPECT_EQ(rows(), "");

@@ -92,7 +92,8 @@ TEST_F(XmlCommandsTest, ExportWritesTheDocumentAndImportReadsItBack) {
     const std::string file = scratch.write("rows.xml", exported.out).string();
     const RunResult imported = run({"import", "2024/6/2/10", file, "--json"});
     EXPECT_EQ(imported.exitCode, 0) << imported.err;
-    EXPECT_EQ(imported.out, "{\"voucher\":\"2024/6/2/10\",\"outcome\":\"stored\",\"rows\":2,\"changed\":2}\n");
+    EXPECT_EQ(imported.out,
+              "{\"voucher\":\"2024/6/2/10\",\"sign\":\"付\",\"outcome\":\"stored\",\"rows\":2,\"changed\":2}\n");
     const std::string taken = run({"export", "2024/6/2/10"}).out;
     EXPECT_THAT(taken, HasSubstr("cdept_id='02'")) << "what the document does not decide comes from the voucher's line";
     const std::string again = scratch.write("again.xml", taken).string();
@@ -139,7 +140,7 @@ TEST_F(XmlCommandsTest, ImportReadsStandardInput) {
     std::ostringstream out;
     std::ostringstream err;
     EXPECT_EQ(runApplication({"import", database.string(), "2024/6/2/10", "-"}, Console{in, out, err}), 0) << err.str();
-    EXPECT_EQ(out.str(), "Voucher 2024/6/2/10: rows stored: 2.\nchanged 2\n");
+    EXPECT_EQ(out.str(), "Voucher 2024/6/付/10: rows stored: 2.\nchanged 2\n");
 }
 
 TEST_F(XmlCommandsTest, OutsideVouchersOfTheLedgerAndOfATableOfTheirOwn) {

@@ -143,4 +143,6 @@ void makeAccountSchema(Connection& connection) {
     workIn(connection, own);
 }
 
+void addLogTables(Connection& connection) { runBatches(connection, scriptBatches(scripts::log_tables)); }
+
 } // namespace z7::cashflow::odbc

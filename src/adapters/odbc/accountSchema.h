@@ -46,5 +46,8 @@ void dropDatabase(Connection& connection, const std::string& database);
 /// Creates the account's tables and views in the session's database, and missing tables in the system database.
 /// Afterwards the session uses its own database again. Everything belongs to the caller's transaction.
 void makeAccountSchema(Connection& connection);
+/// Adds the tables of the log of changes to an account that was made without them. They belong to the caller's
+/// transaction.
+void addLogTables(Connection& connection);
 
 } // namespace z7::cashflow::odbc

@@ -6,8 +6,11 @@
 
 namespace z7::cashflow::sqlite {
 
+class Connection;
 class Session;
 struct Observers;
+
+void addLogTables(Connection& connection); // a friend, see logTables.h
 
 /// A session on the embedded database: an account's file with its system database and its tempdb beside it.
 ///
@@ -34,6 +37,7 @@ public:
 private:
     friend class AccountTables;
     friend class RelaxedCommits;
+    friend void addLogTables(Connection& connection);
 
     explicit Connection(const std::shared_ptr<Observers>& observers);
     Session& session();

@@ -6,6 +6,7 @@
 #include "host/cli/exitCode.h"
 #include "host/text/joined.h"
 #include "host/text/reasonText.h"
+#include "workbench/vouchers/VoucherKinds.h"
 #include "z7cashflow/support/Error.h"
 #include "z7cashflow/support/conversions.h"
 #include "z7cashflow/support/format.h"
@@ -127,6 +128,7 @@ void checkPeriods(Connection& connection, const std::string& account, std::vecto
 void checkBalances(Connection& connection, std::vector<AccountFinding>& all) {
     constexpr double leastAmount = 0.00005;
     Findings findings("balance", all);
+    const auto kinds = workbench::VoucherKinds::read(connection);
     forEachRecord(connection,
                   "select iyear,iperiod,isignseq,ino_id,sum(md) as debit,sum(mc) as credit from gl_accvouch group by "
                   "iyear,iperiod,isignseq,ino_id order by iyear,iperiod,isignseq,ino_id",
@@ -136,29 +138,24 @@ void checkBalances(Connection& connection, std::vector<AccountFinding>& all) {
                           return value.isNull() ? 0.0 : toDouble(value);
                       };
                       if (std::fabs(amount("debit") - amount("credit")) >= leastAmount) {
-                          findings.add(HostText::verifyBalance,
-                                       {text(fields, "iyear") + "/" + text(fields, "iperiod") + "/" +
-                                            text(fields, "isignseq") + "/" + text(fields, "ino_id"),
-                                        format(amount("debit"), "##,##0.00"), format(amount("credit"), "##,##0.00")});
+                          findings.add(
+                              HostText::verifyBalance,
+                              {kinds.keyText({toInt16(fields.Item("iyear")), toByte(fields.Item("iperiod")),
+                                              toInt16(fields.Item("isignseq")), toInt32(fields.Item("ino_id"))}),
+                               format(amount("debit"), "##,##0.00"), format(amount("credit"), "##,##0.00")});
                       }
                   });
 }
 
 /// Compares the version of a server's schema. For a file, opening it does that.
 void checkVersion(Connection& connection, CheckedAccount& checked) {
-    try {
-        forEachRecord(connection, "select version from z7_schema_version", [&checked](const FieldList& fields) {
-            if (toInt32(fields.Item("version")) != odbc::accountSchemaVersion) {
-                checked.findings.push_back({"schema-version",
-                                            HostText::verifyVersion,
-                                            {text(fields, "version"), std::to_string(odbc::accountSchemaVersion)}});
-            }
-        });
-    } catch (const Error& error) {
-        if (error.sqlState() != tableMissing && error.nativeError() != permissionDenied) {
-            throw;
-        }
+    const auto version = serverSchemaVersion(connection);
+    if (!version) {
         checked.remark = HostText::verifyNoVersion;
+    } else if (*version != odbc::accountSchemaVersion) {
+        checked.findings.push_back({"schema-version",
+                                    HostText::verifyVersion,
+                                    {std::to_string(*version), std::to_string(odbc::accountSchemaVersion)}});
     }
 }
 
@@ -223,6 +220,19 @@ CheckedAccount checkAccount(const AccountPlace& place, const GlobalOptions& opti
     }
     connection->Close();
     return checked;
+}
+
+std::optional<std::int32_t> serverSchemaVersion(Connection& connection) {
+    std::optional<std::int32_t> version;
+    try {
+        forEachRecord(connection, "select version from z7_schema_version",
+                      [&version](const FieldList& fields) { version = toInt32(fields.Item("version")); });
+    } catch (const Error& error) {
+        if (error.sqlState() != tableMissing && error.nativeError() != permissionDenied) {
+            throw;
+        }
+    }
+    return version;
 }
 
 std::optional<std::string> onlyAccount(Connection& connection) {

@@ -37,6 +37,9 @@ struct CheckedAccount {
 /// compared; the remark says if no version can be read. Failure (database) if the account cannot be opened.
 [[nodiscard]] CheckedAccount checkAccount(const AccountPlace& place, const GlobalOptions& options);
 
+/// The version that a server's account says of its schema; empty if it says none or the login may not read it.
+[[nodiscard]] std::optional<std::int32_t> serverSchemaVersion(Connection& connection);
+
 /// The only account identifier that has accounting periods; empty if there are several or none.
 [[nodiscard]] std::optional<std::string> onlyAccount(Connection& connection);
 

@@ -73,7 +73,9 @@ std::string optionMeaning(const CLI::Option& option, Language language) {
         text += hostText(language, HostText::helpRequired);
     }
     for (const CLI::Option* other : option.get_excludes()) {
-        text += hostText(language, HostText::helpExcludes, {"--" + other->get_lnames().front()});
+        const bool word = other->get_lnames().empty(); // an argument, such as RUN
+        text +=
+            hostText(language, HostText::helpExcludes, {word ? other->get_name() : "--" + other->get_lnames().front()});
     }
     return text;
 }

@@ -17,7 +17,9 @@ using workbench::Finding;
 using workbench::ItemOrigin;
 using workbench::Outcome;
 using workbench::Refusal;
+using workbench::VoucherKey;
 using workbench::voucherKeyText;
+using workbench::VoucherKinds;
 using workbench::VoucherResult;
 
 using Json = nlohmann::ordered_json;
@@ -60,9 +62,14 @@ std::string jsonText(const Json& value) {
     return safe;
 }
 
-Json resultJson(const VoucherResult& result, Language language) {
-    Json json = {
-        {"voucher", voucherKeyText(result.key)}, {"outcome", outcomeWord(result.outcome)}, {"rows", result.rows}};
+Json keyJson(const VoucherKey& key, const VoucherKinds& kinds) {
+    return {{"voucher", voucherKeyText(key)}, {"sign", kinds.sign(key.kind)}};
+}
+
+Json resultJson(const VoucherResult& result, const VoucherKinds& kinds, Language language) {
+    Json json = keyJson(result.key, kinds);
+    json["outcome"] = outcomeWord(result.outcome);
+    json["rows"] = result.rows;
     if (result.rows == 0 && result.removed > 0) {
         json["removed"] = result.removed;
     }

@@ -93,7 +93,7 @@ public:
         }
         RunLog log(session.connection(), runNote(options, commandText()));
         StopSignals signals;
-        Progress progress{ChangesReport(output.language()), {}, 0};
+        Progress progress{ChangesReport(kinds, output.language()), {}, 0};
         progress.totals.refusalsKept = all_ ? vouchers.size() : refusalsShown;
         const AllotRun::Plan plan{place, options, generation_, !dryRun_};
         AllotRun allot(plan, session, log, signals);
@@ -167,9 +167,8 @@ private:
             progress.report.add(result.key, result.changes);
         }
         if (output.json()) {
-            nlohmann::ordered_json json = resultJson(result, output.language());
+            nlohmann::ordered_json json = resultJson(result, kinds, output.language());
             addChangesJson(json, result, dryRun_);
-            json["sign"] = kinds.sign(result.key.kind);
             output.line(jsonText(json));
             output.flush(); // a reader of the stream sees each voucher as soon as it is done
         }

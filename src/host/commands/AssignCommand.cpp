@@ -38,12 +38,14 @@ public:
         command->add_option("ITEM", items_, hostText(language, HostText::helpAssignItems))->type_name("ITEM [AMOUNT]");
         command->add_option("--from", from_, hostText(language, HostText::helpAssignFrom));
         command->add_flag("--dry-run", dryRun_, hostText(language, HostText::helpShowChanges));
+        report_.declare(*command, language);
         command->footer(hostText(language, HostText::examplesAssign));
         return *command;
     }
 
     int run(const GlobalOptions& options, const Console& console) override {
         Output output(console, options);
+        report_.requireNewFile();
         return from_.empty() ? assignLine(output, options, console) : assignSheet(output, options, console);
     }
 
@@ -75,8 +77,8 @@ private:
         Allotment allotment(session.connection(), session.data(), session.provider().Gl(), !dryRun_, &log);
         allotment.tellEveryRow();
         Assignment assignment(session.connection(), session.data(), session.provider().Gl(), allotment);
-        ChangesOutput shown(output, dryRun_);
-        sayRests(output, items, shown, assignment, {key, {wish}});
+        ChangesOutput shown(output, session.kinds(), dryRun_, report_);
+        sayRests(output, session, items, shown, assignment, {key, {wish}});
         return shown.finish(log);
     }
 
@@ -97,26 +99,26 @@ private:
         Allotment allotment(session.connection(), session.data(), session.provider().Gl(), !dryRun_, &log);
         allotment.tellEveryRow();
         Assignment assignment(session.connection(), session.data(), session.provider().Gl(), allotment);
-        ChangesOutput shown(output, dryRun_);
+        ChangesOutput shown(output, session.kinds(), dryRun_, report_);
         for (const AssignedVoucher& voucher : vouchers) {
-            sayRests(output, items, shown, assignment, voucher);
+            sayRests(output, session, items, shown, assignment, voucher);
         }
         return shown.finish(log);
     }
 
     /// Assigns one voucher, shows it, and reports the amounts that remain on other items.
-    static void sayRests(Output& output, const ItemLookup& items, ChangesOutput& shown, Assignment& assignment,
-                         const AssignedVoucher& voucher) {
+    static void sayRests(Output& output, Session& session, const ItemLookup& items, ChangesOutput& shown,
+                         Assignment& assignment, const AssignedVoucher& voucher) {
         std::vector<LineRest> rests;
         const VoucherResult result = assignment.assign(voucher.key, voucher.lines, rests);
         shown.add(result);
-        if (result.refusal || output.json()) {
+        if (result.refusal) {
             return;
         }
         for (const LineRest& rest : rests) {
             for (const ItemPart& part : rest.parts) {
-                output.line(
-                    output.text(HostText::restStays, {workbench::voucherKeyText(voucher.key), std::to_string(rest.line),
+                shown.say(
+                    output.text(HostText::restStays, {session.kinds().keyText(voucher.key), std::to_string(rest.line),
                                                       part.amount.text(), part.item, items.nameOf(part.item)}));
             }
         }
@@ -153,6 +155,7 @@ private:
     std::vector<std::string> items_;
     std::string from_;
     bool dryRun_ = false;
+    ReportOptions report_;
 };
 
 } // namespace

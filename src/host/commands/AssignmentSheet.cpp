@@ -3,6 +3,7 @@
 #include "host/account/csvReader.h"
 #include "host/cli/Failure.h"
 #include "host/cli/exitCode.h"
+#include "host/commands/VoucherArgument.h"
 #include "host/text/amountText.h"
 #include "workbench/vouchers/openLineColumns.h"
 #include "z7cashflow/support/Error.h"
@@ -19,7 +20,7 @@ namespace columns = workbench::openLineColumns;
 using workbench::Amount;
 using workbench::LineWish;
 using workbench::Voucher;
-using workbench::voucherKeyText;
+using workbench::VoucherKey;
 using workbench::VoucherLine;
 
 namespace {
@@ -116,14 +117,17 @@ void AssignmentSheet::take(const std::vector<std::string>& names, const std::vec
         return;
     }
     const std::string keyText = field(columns::voucher);
-    const auto key = workbench::readVoucherKey(keyText);
     const auto line = readLine(field(columns::line));
     const std::string amount = field(columns::amount);
     record.amount = amount.empty() ? std::nullopt : readAmount(amount);
-    if (!key) {
-        faults.add(at, HostText::badKey, {keyText});
-    } else if (!records_.empty() && records_.front().key.year != key->year) {
-        faults.add(at, HostText::sheetOtherYear, {keyText, std::to_string(records_.front().key.year)});
+    try {
+        record.year = writtenKey(keyText).key.year;
+        record.key = keyText;
+        if (!records_.empty() && records_.front().year != record.year) {
+            faults.add(at, HostText::sheetOtherYear, {keyText, std::to_string(records_.front().year)});
+        }
+    } catch (const Failure& badKey) {
+        faults.add(at, HostText::asItIs, {badKey.message(language_)});
     }
     if (!line) {
         faults.add(at, HostText::sheetBadLine, {field(columns::line)});
@@ -131,8 +135,7 @@ void AssignmentSheet::take(const std::vector<std::string>& names, const std::vec
     if (!amount.empty() && !record.amount) {
         faults.add(at, HostText::sheetBadAmount, {amount});
     }
-    if (key && line) {
-        record.key = *key;
+    if (!record.key.empty() && line) {
         record.line = *line;
         record.account = field(columns::account);
         record.side = asciiLower(field(columns::side));
@@ -141,7 +144,7 @@ void AssignmentSheet::take(const std::vector<std::string>& names, const std::vec
 }
 
 std::optional<std::int16_t> AssignmentSheet::year() const {
-    return records_.empty() ? std::nullopt : std::optional(records_.front().key.year);
+    return records_.empty() ? std::nullopt : std::optional(records_.front().year);
 }
 
 /// Adds a record to the assignments of its line. Returns false if the amount is 0 or exceeds the rest of the line.
@@ -164,13 +167,12 @@ bool AssignmentSheet::addWish(std::vector<LineWish>& lines, const Record& record
 void AssignmentSheet::checkRecord(const Record& record, const Voucher& voucher, const std::string& item,
                                   AssignedVoucher& assigned, Faults& faults) {
     const VoucherLine* line = voucher.line(record.line);
-    const std::string key = voucherKeyText(record.key);
     if (voucher.lines.empty()) {
-        faults.add(record.at, HostText::noVoucher, {key});
+        faults.add(record.at, HostText::noVoucher, {record.key});
         return;
     }
     if (line == nullptr) {
-        faults.add(record.at, HostText::sheetNoLine, {key, std::to_string(record.line)});
+        faults.add(record.at, HostText::sheetNoLine, {record.key, std::to_string(record.line)});
         return;
     }
     const std::string_view side = line->isDebit() ? columns::debit : columns::credit;
@@ -188,18 +190,30 @@ std::vector<AssignedVoucher> AssignmentSheet::check(Session& session, const Item
     Faults faults(name_, language_);
     std::vector<AssignedVoucher> assigned;
     std::vector<Voucher> vouchers; // indexed as the assigned vouchers
-    for (const Record& record : records_) {
-        const auto known = std::find_if(assigned.begin(), assigned.end(),
-                                        [&record](const AssignedVoucher& each) { return each.key == record.key; });
-        const auto place = static_cast<std::size_t>(known - assigned.begin());
-        if (known == assigned.end()) {
-            assigned.push_back({record.key, {}});
-            vouchers.push_back(session.judge().read(record.key));
+    const auto keyIn = [&](const Record& record) -> std::optional<VoucherKey> {
+        try {
+            return keyOf(record.key, session);
+        } catch (const Failure& unknownKind) {
+            faults.add(record.at, HostText::asItIs, {unknownKind.message(language_)});
+            return std::nullopt;
         }
+    };
+    for (const Record& record : records_) {
         const std::string item = items.codeOf(record.item);
         if (item.empty()) {
             const std::string near = items.nearTo(record.item);
             faults.add(record.at, near.empty() ? HostText::itemMissing : HostText::itemNear, {record.item, near});
+        }
+        const auto key = keyIn(record);
+        if (!key) {
+            continue;
+        }
+        const auto known = std::find_if(assigned.begin(), assigned.end(),
+                                        [&key](const AssignedVoucher& each) { return each.key == *key; });
+        const auto place = static_cast<std::size_t>(known - assigned.begin());
+        if (known == assigned.end()) {
+            assigned.push_back({*key, {}});
+            vouchers.push_back(session.judge().read(*key));
         }
         checkRecord(record, vouchers[place], item, assigned[place], faults);
     }

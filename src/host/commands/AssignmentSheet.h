@@ -28,14 +28,15 @@ public:
     /// The accounting year of its vouchers; empty if no record has an item.
     [[nodiscard]] std::optional<std::int16_t> year() const;
     /// The assignments by voucher, in the order of their first records. Failure (usage) with all faults: an
-    /// unknown item, a voucher or line that does not exist, another account or side than the voucher has,
-    /// amounts that exceed a line.
+    /// unknown item or sign of a kind, a voucher or line that does not exist, another account or side than the
+    /// voucher has, amounts that exceed a line.
     [[nodiscard]] std::vector<AssignedVoucher> check(Session& session, const ItemLookup& items) const;
 
 private:
     struct Record {
         std::size_t at = 0; ///< line in the file
-        workbench::VoucherKey key;
+        std::string key;    ///< as it is written, valid in form, maybe with the sign of a kind
+        std::int16_t year = 0;
         std::int32_t line = 0;
         std::string account;
         std::string side;

@@ -11,7 +11,6 @@
 namespace z7::cashflow::host {
 
 using workbench::RowChange;
-using workbench::voucherKeyText;
 using workbench::VoucherResult;
 
 void addChangesJson(nlohmann::ordered_json& json, const VoucherResult& result, bool details) {
@@ -31,43 +30,75 @@ void addChangesJson(nlohmann::ordered_json& json, const VoucherResult& result, b
 void ChangesOutput::add(const VoucherResult& result) {
     ++vouchers_;
     changed_ = changed_ || result.changed();
-    refused_ = refused_ || result.refusal.has_value();
+    refused_ += result.refusal ? 1 : 0;
     if (output_.json()) {
-        nlohmann::ordered_json json = resultJson(result, output_.language());
+        nlohmann::ordered_json json = resultJson(result, kinds_, output_.language());
         addChangesJson(json, result, true);
-        output_.line(jsonText(json));
-        output_.flush();
+        if (options_.toFile()) {
+            json_ += jsonText(json) + "\n";
+        } else {
+            output_.line(jsonText(json));
+            output_.flush();
+        }
         return;
     }
     report_.add(result.key, result.changes);
     if (result.refusal) {
-        refusals_.push_back(voucherKeyText(result.key) + "  " + std::to_string(result.refusal->error.number()) + "  " +
+        refusals_.push_back(kinds_.keyText(result.key) + "  " + std::to_string(result.refusal->error.number()) + "  " +
                             refusalText(output_.language(), *result.refusal));
     }
     if (result.mismatch) {
         refusals_.push_back(
-            voucherKeyText(result.key) + "  " +
+            kinds_.keyText(result.key) + "  " +
             output_.text(HostText::verdictUnmatched, {refusalText(output_.language(), *result.mismatch)}));
     }
 }
 
-int ChangesOutput::finish(workbench::RunLog& log) {
-    if (!output_.json()) {
-        if (!report_.table().empty()) {
-            output_.table(report_.table().forTerminal());
+std::vector<std::string> ChangesOutput::closing(const std::string& last) const {
+    std::vector<std::string> sentences = refusals_;
+    if (!last.empty()) {
+        sentences.push_back(last);
+    }
+    if (vouchers_ == 0) {
+        sentences.push_back(output_.text(HostText::nothingToChange));
+    } else if (dryRun_) {
+        sentences.push_back(output_.text(HostText::dryRun));
+    }
+    return sentences;
+}
+
+std::string ChangesOutput::textForPeople(const std::string& last) const {
+    std::string text;
+    for (const std::string& sentence : sentences_) {
+        text += terminal::printable(sentence) + "\n";
+    }
+    if (everyRow_ && !report_.table().empty()) {
+        text += options_.text(output_, report_.table());
+    }
+    for (const std::string& sentence : closing(last)) {
+        text += terminal::printable(sentence) + "\n";
+    }
+    return text;
+}
+
+int ChangesOutput::finish(workbench::RunLog& log, const std::string& last) {
+    if (output_.json()) {
+        if (options_.toFile()) {
+            options_.write(output_, json_);
         }
-        for (const std::string& refusal : refusals_) {
-            output_.line(terminal::printable(refusal));
+    } else if (options_.csv()) {
+        options_.write(output_, report_.table().csv());
+        for (const auto& sentences : {sentences_, closing(last)}) {
+            for (const std::string& sentence : sentences) {
+                output_.remark(sentence);
+            }
         }
-        if (vouchers_ == 0) {
-            output_.line(output_.text(HostText::nothingToChange));
-        } else if (dryRun_) {
-            output_.line(output_.text(HostText::dryRun));
-        }
+    } else {
+        options_.write(output_, textForPeople(last));
     }
     output_.flush();
     tellRun(output_, log, !dryRun_ && changed_);
-    return refused_ ? exitCode::refused : exitCode::done;
+    return refused_ > 0 ? exitCode::refused : exitCode::done;
 }
 
 } // namespace z7::cashflow::host

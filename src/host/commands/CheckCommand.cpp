@@ -13,7 +13,6 @@
 namespace z7::cashflow::host {
 
 using workbench::Verdict;
-using workbench::voucherKeyText;
 
 namespace {
 
@@ -47,9 +46,9 @@ public:
         OpenVoucher voucher(voucher_, options, console);
         const Verdict verdict = voucher.session().judge().standing(voucher.voucher());
         if (output.json()) {
-            nlohmann::ordered_json json = {{"voucher", voucherKeyText(voucher.voucher().key)},
-                                           {"verdict", verdictWord(verdict.kind)},
-                                           {"rows", verdict.rows}};
+            nlohmann::ordered_json json = keyJson(voucher.voucher().key, voucher.session().kinds());
+            json["verdict"] = verdictWord(verdict.kind);
+            json["rows"] = verdict.rows;
             if (verdict.refusal) {
                 json["error"] = errorJson(*verdict.refusal, options.language);
             }

@@ -21,18 +21,20 @@ public:
         CLI::App* command = program.add_subcommand("clear", hostText(language, HostText::helpClear));
         voucher_.declare(*command, language);
         command->add_flag("--dry-run", dryRun_, hostText(language, HostText::helpShowChanges));
+        report_.declare(*command, language);
         command->footer(hostText(language, HostText::examplesClear));
         return *command;
     }
 
     int run(const GlobalOptions& options, const Console& console) override {
         Output output(console, options);
+        report_.requireNewFile();
         const AccountPlace place = voucher_.take(options);
         Session session(place, voucher_.year(), options, console);
         const workbench::VoucherKey key = voucher_.key(session);
         RunLog log(session.connection(), runNote(options, "clear " + voucher_.text));
         Allotment allotment(session.connection(), session.data(), session.provider().Gl(), !dryRun_, &log);
-        ChangesOutput shown(output, dryRun_);
+        ChangesOutput shown(output, session.kinds(), dryRun_, report_);
         shown.add(allotment.removeRows(key));
         return shown.finish(log);
     }
@@ -40,6 +42,7 @@ public:
 private:
     VoucherArgument voucher_;
     bool dryRun_ = false;
+    ReportOptions report_;
 };
 
 } // namespace

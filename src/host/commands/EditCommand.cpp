@@ -81,9 +81,10 @@ private:
         if (!isToBeSaved(rows)) {
             return nothingSaved(output);
         }
-        RunLog log(session.connection(), runNote(options, "edit " + workbench::voucherKeyText(key)));
+        RunLog log(session.connection(), runNote(options, "edit " + voucher_.text));
         Allotment allotment(session.connection(), session.data(), session.provider().Gl(), true, &log);
-        return tellSaved(output, allotment.allot(key, rows), log);
+        const workbench::VoucherKinds& kinds = session.kinds();
+        return tellSaved(output, allotment.allot(key, rows), kinds, log);
     }
 
     int editOutside(const GlobalOptions& options, const Console& console, Output& output) {

@@ -11,7 +11,6 @@
 namespace z7::cashflow::host {
 
 using workbench::Voucher;
-using workbench::voucherKeyText;
 
 namespace {
 
@@ -42,7 +41,10 @@ public:
         }
         const std::string document = rows->Save();
         if (output.json()) {
-            output.line(jsonText({{"voucher", voucherKeyText(head.key)}, {"rows", rows->Count()}, {"xml", document}}));
+            nlohmann::ordered_json json = keyJson(head.key, session.kinds());
+            json["rows"] = rows->Count();
+            json["xml"] = document;
+            output.line(jsonText(json));
         } else {
             output.raw(document);
         }

@@ -32,10 +32,10 @@ public:
         OpenVoucher voucher(voucher_, options, console, {{"XML", &file_}});
         const std::string document = inputText(file_, console);
         Session& session = voucher.session();
-        RunLog log(session.connection(),
-                   runNote(options, "import " + workbench::voucherKeyText(voucher.voucher().key)));
+        RunLog log(session.connection(), runNote(options, "import " + voucher_.text));
         Allotment allotment(session.connection(), session.data(), session.provider().Gl(), true, &log);
-        return tellSaved(output, allotment.take(voucher.voucher().key, document, force_), log);
+        const workbench::VoucherKinds& kinds = session.kinds();
+        return tellSaved(output, allotment.take(voucher.voucher().key, document, force_), kinds, log);
     }
 
 private:

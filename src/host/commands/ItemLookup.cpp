@@ -3,9 +3,11 @@
 #include "host/cli/Failure.h"
 #include "host/cli/exitCode.h"
 #include "host/cli/nearMatch.h"
+#include "workbench/lists/accountLists.h"
 #include "z7cashflow/support/conversions.h"
 
 #include <algorithm>
+#include <utility>
 #include <vector>
 
 namespace z7::cashflow::host {
@@ -17,10 +19,8 @@ constexpr std::size_t mostNear = 5;
 } // namespace
 
 ItemLookup::ItemLookup(Connection& connection) {
-    const auto records = connection.Execute("select citemcode,citemname from fitemss98");
-    for (; !records->EndOfFile(); records->MoveNext()) {
-        items_.emplace(toTextOrEmpty(records->Fields().Item("citemcode")),
-                       toTextOrEmpty(records->Fields().Item("citemname")));
+    for (workbench::ListedItem& item : workbench::listItems(connection)) {
+        items_.emplace(std::move(item.code), std::move(item.name));
     }
 }
 

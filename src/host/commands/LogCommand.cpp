@@ -1,3 +1,4 @@
+#include "host/account/accountLog.h"
 #include "host/cli/Command.h"
 #include "host/cli/Failure.h"
 #include "host/cli/Output.h"
@@ -19,7 +20,6 @@ namespace z7::cashflow::host {
 
 using workbench::LoggedRun;
 using workbench::LoggedVoucher;
-using workbench::voucherKeyText;
 
 namespace {
 
@@ -35,7 +35,8 @@ public:
     CLI::App& declare(CLI::App& program, Language language) override {
         CLI::App* command = program.add_subcommand("log", hostText(language, HostText::helpLog));
         database_.declare(*command, language);
-        command->add_option("RUN", run_, hostText(language, HostText::helpRun));
+        CLI::Option* run = command->add_option("RUN", run_, hostText(language, HostText::helpRun));
+        command->add_flag("--start", start_, hostText(language, HostText::helpLogStart))->excludes(run);
         report_.declare(*command, language);
         command->footer(hostText(language, HostText::examplesLog));
         return *command;
@@ -55,8 +56,10 @@ public:
         report_.requireNewFile();
         Session session(place, 1, options, console);
         Connection& connection = session.connection();
-        if (number) {
-            showRun(output, connection, requiredRun(connection, *number).number);
+        if (start_) {
+            addLog(output, connection);
+        } else if (number) {
+            showRun(output, session, requiredRun(connection, *number).number);
         } else {
             requireLog(connection);
             showRuns(output, workbench::readRuns(connection));
@@ -65,6 +68,16 @@ public:
     }
 
 private:
+    static void addLog(Output& output, Connection& connection) {
+        const bool added = startLog(connection);
+        if (output.json()) {
+            output.line(jsonText({{"log", added ? "added" : "present"}}));
+        } else {
+            output.line(output.text(added ? HostText::logAdded : HostText::logPresent));
+        }
+        output.flush();
+    }
+
     void showRuns(Output& output, const std::vector<LoggedRun>& runs) const {
         std::map<std::int32_t, std::int32_t> undoneBy;
         for (const LoggedRun& run : runs) {
@@ -97,7 +110,7 @@ private:
         ReportTable table({{output.text(HostText::run)},
                            {output.text(HostText::time)},
                            {output.text(HostText::user)},
-                           {output.text(HostText::command)},
+                           {output.text(HostText::command), false, true},
                            {output.text(HostText::vouchers)},
                            {output.text(HostText::undoes)},
                            {output.text(HostText::undoneBy)}});
@@ -108,14 +121,18 @@ private:
         show(output, table);
     }
 
-    void showRun(Output& output, Connection& connection, std::int32_t run) const {
-        ChangesReport report(output.language());
+    void showRun(Output& output, Session& session, std::int32_t run) const {
+        Connection& connection = session.connection();
+        const workbench::VoucherKinds& kinds = session.kinds();
+        ChangesReport report(kinds, output.language());
         std::string lines;
         for (const auto& key : workbench::vouchersOfRun(connection, run)) {
             const LoggedVoucher logged = workbench::readLogged(connection, run, key);
             const auto changes = workbench::compareRows(logged.before, logged.after);
             if (output.json()) {
-                lines += jsonText({{"voucher", voucherKeyText(key)}, {"rows", changesJson(changes)}}) + "\n";
+                ordered_json json = keyJson(key, kinds);
+                json["rows"] = changesJson(changes);
+                lines += jsonText(json) + "\n";
             } else {
                 report.add(key, changes);
             }
@@ -128,21 +145,16 @@ private:
     }
 
     void show(Output& output, const ReportTable& table) const {
-        if (report_.csv()) {
-            report_.write(output, table.csv());
-        } else if (table.empty()) {
+        if (table.empty() && !report_.csv()) {
             output.remark(output.text(HostText::noRuns));
         } else {
-            std::string text;
-            for (const std::string& line : table.forTerminal().lines()) {
-                text += line + "\n";
-            }
-            report_.write(output, text);
+            report_.write(output, report_.text(output, table));
         }
     }
 
     DatabaseArgument database_;
     std::string run_;
+    bool start_ = false;
     ReportOptions report_;
 };
 

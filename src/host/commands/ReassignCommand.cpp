@@ -26,12 +26,14 @@ public:
         command->add_option("--to", to_, hostText(language, HostText::helpReassignTo))->required();
         command->add_option("--account", account_, hostText(language, HostText::helpReassignAccount));
         command->add_flag("--dry-run", dryRun_, hostText(language, HostText::helpShowChanges));
+        report_.declare(*command, language);
         command->footer(hostText(language, HostText::examplesReassign));
         return *command;
     }
 
     int run(const GlobalOptions& options, const Console& console) override {
         Output output(console, options);
+        report_.requireNewFile();
         const AccountPlace place = period_.database.take(options);
         const std::int16_t year = period_.year();
         const auto periods = period_.periods();
@@ -46,7 +48,7 @@ public:
         RunLog log(connection, runNote(options, words));
         Allotment allotment(connection, session.data(), session.provider().Gl(), !dryRun_, &log);
         Assignment assignment(connection, session.data(), session.provider().Gl(), allotment);
-        ChangesOutput shown(output, dryRun_);
+        ChangesOutput shown(output, session.kinds(), dryRun_, report_);
         for (const auto& key : workbench::vouchersWithItem(connection, year, periods, from, account_)) {
             shown.add(assignment.reassign(key, from, to, account_));
         }
@@ -59,6 +61,7 @@ private:
     std::string to_;
     std::string account_;
     bool dryRun_ = false;
+    ReportOptions report_;
 };
 
 } // namespace

@@ -24,12 +24,14 @@ public:
         voucher_.declare(*command, language);
         command->add_flag("--generate", generate_, hostText(language, HostText::helpGenerate));
         command->add_flag("--why", why_, hostText(language, HostText::helpWhy));
+        report_.declare(*command, language);
         command->footer(hostText(language, HostText::examplesRows));
         return *command;
     }
 
     int run(const GlobalOptions& options, const Console& console) override {
         Output output(console, options);
+        report_.requireNewFile();
         OpenVoucher voucher(voucher_, options, console);
         voucher.requireDated(options.language);
         Session& session = voucher.session();
@@ -40,16 +42,15 @@ public:
         }
         const ItemSourceNotes notes;
         const auto rows = generate_ ? judge.generatedRows(voucher.voucher()) : judge.storedRows(voucher.voucher());
-        showRows(output, session, rows.get(), why_ ? &notes.sources() : nullptr);
+        const std::string text = rowsText(output, session, rows.get(), report_, why_ ? &notes.sources() : nullptr);
         const std::string verdict =
             verdictText(options.language, generate_ ? judge.compare(voucher.voucher(), rows, RowsOrigin::generated)
                                                     : judge.standing(voucher.voucher()));
-        if (output.json()) {
+        const bool alone = output.json() || report_.csv();
+        report_.write(output, alone ? text : text + terminal::printable(verdict) + "\n");
+        if (alone) {
             output.remark(verdict);
-        } else {
-            output.line(terminal::printable(verdict));
         }
-        output.flush();
         return exitCode::done;
     }
 
@@ -57,6 +58,7 @@ private:
     VoucherArgument voucher_;
     bool generate_ = false;
     bool why_ = false;
+    ReportOptions report_;
 };
 
 } // namespace

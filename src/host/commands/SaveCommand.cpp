@@ -40,11 +40,11 @@ public:
         Assignment assignment(session.connection(), session.data(), session.provider().Gl(), allotment);
         const auto result = generation_.save(allotment, assignment, voucher.voucher().key);
         if (dryRun_) {
-            ChangesOutput shown(output, dryRun_);
+            ChangesOutput shown(output, session.kinds(), dryRun_);
             shown.add(result);
             return shown.finish(log);
         }
-        return tellSaved(output, result, log);
+        return tellSaved(output, result, session.kinds(), log);
     }
 
 private:

@@ -2,18 +2,14 @@
 #include "host/cli/Failure.h"
 #include "host/cli/Output.h"
 #include "host/cli/exitCode.h"
-#include "host/cli/jsonText.h"
+#include "host/commands/ChangesOutput.h"
 #include "host/commands/DatabaseArgument.h"
 #include "host/commands/VoucherArgument.h"
 #include "host/commands/runArgument.h"
-#include "host/commands/savedVoucher.h"
-#include "host/report/ChangesReport.h"
-#include "host/text/refusalText.h"
 #include "host/work/runNote.h"
 #include "workbench/changes/undo.h"
 
 #include <CLI/CLI.hpp>
-#include <nlohmann/json.hpp>
 
 #include <algorithm>
 
@@ -21,8 +17,7 @@ namespace z7::cashflow::host {
 
 using workbench::RunLog;
 using workbench::VoucherKey;
-using workbench::voucherKeyText;
-using workbench::VoucherResult;
+using workbench::VoucherKinds;
 
 namespace {
 
@@ -35,12 +30,14 @@ public:
         command->add_option("RUN", run_, hostText(language, HostText::helpRun));
         command->add_option("VOUCHER", keys_, hostText(language, HostText::helpUndoKeys));
         command->add_flag("--dry-run", dryRun_, hostText(language, HostText::helpUndoDryRun));
+        report_.declare(*command, language);
         command->footer(hostText(language, HostText::examplesUndo));
         return *command;
     }
 
     int run(const GlobalOptions& options, const Console& console) override {
         Output output(console, options);
+        report_.requireNewFile();
         std::vector<std::string> words = keys_;
         if (!run_.empty()) {
             words.insert(words.begin(), run_);
@@ -60,61 +57,41 @@ public:
         for (const std::string& word : words) {
             keys.push_back(keyOf(word, session));
         }
-        return undo(output, session.connection(), number, std::move(keys), options);
+        return undo(output, session, number, std::move(keys), options);
     }
 
 private:
-    int undo(Output& output, Connection& connection, std::int32_t number, std::vector<VoucherKey> keys,
+    int undo(Output& output, Session& session, std::int32_t number, std::vector<VoucherKey> keys,
              const GlobalOptions& options) const {
+        Connection& connection = session.connection();
+        const VoucherKinds& kinds = session.kinds();
         static_cast<void>(requiredRun(connection, number));
         const auto changed = workbench::vouchersOfRun(connection, number);
         for (const VoucherKey& key : keys) {
             if (std::find(changed.begin(), changed.end(), key) == changed.end()) {
                 throw Failure(exitCode::refused, HostText::runLacksVoucher,
-                              {std::to_string(number), voucherKeyText(key)});
+                              {std::to_string(number), kinds.keyText(key)});
             }
         }
         if (keys.empty()) {
             keys = changed;
         }
         RunLog log(connection, runNote(options, "undo " + std::to_string(number), number));
-        std::size_t refused = 0;
-        ChangesReport report(output.language());
+        ChangesOutput shown(output, kinds, dryRun_, report_, dryRun_);
         for (const VoucherKey& key : keys) {
-            const VoucherResult result = workbench::undoVoucher(connection, log, number, key, !dryRun_);
-            refused += result.refusal ? 1 : 0;
-            report.add(key, result.changes);
-            tell(output, result);
+            shown.add(workbench::undoVoucher(connection, log, number, key, !dryRun_));
         }
-        if (!output.json()) {
-            if (dryRun_) {
-                output.table(report.table().forTerminal());
-                output.line(output.text(HostText::dryRun));
-            }
-            output.line(
-                output.text(HostText::undoneVouchers,
-                            {std::to_string(number), std::to_string(keys.size() - refused), std::to_string(refused)}));
-        }
-        output.flush();
-        tellRun(output, log, !dryRun_ && refused < keys.size());
-        return refused > 0 ? exitCode::refused : exitCode::done;
-    }
-
-    static void tell(Output& output, const VoucherResult& result) {
-        if (output.json()) {
-            nlohmann::ordered_json json = resultJson(result, output.language());
-            json["changes"] = changesJson(result.changes);
-            output.line(jsonText(json));
-        } else if (result.refusal) {
-            output.line(voucherKeyText(result.key) + "  " + std::to_string(result.refusal->error.number()) + "  " +
-                        refusalText(output.language(), *result.refusal));
-        }
+        return shown.finish(log,
+                            output.text(HostText::undoneVouchers,
+                                        {std::to_string(number), std::to_string(shown.vouchers() - shown.refused()),
+                                         std::to_string(shown.refused())}));
     }
 
     DatabaseArgument database_;
     std::string run_;
     std::vector<std::string> keys_;
     bool dryRun_ = false;
+    ReportOptions report_;
 };
 
 } // namespace

@@ -92,9 +92,8 @@ ordered_json amountJson(const std::optional<double>& amount) { return amount ? o
 
 ordered_json voucherJson(Session& session, const Voucher& voucher, const std::vector<StoredRow>& rows,
                          const Verdict& verdict, Language language) {
-    ordered_json json = {{"voucher", voucherKeyText(voucher.key)},
-                         {"sign", session.kinds().sign(voucher.key.kind)},
-                         {"date", voucher.date == Date::none() ? ordered_json() : ordered_json(dayText(voucher.date))}};
+    ordered_json json = keyJson(voucher.key, session.kinds());
+    json["date"] = voucher.date == Date::none() ? ordered_json() : ordered_json(dayText(voucher.date));
     auto& lines = json["lines"] = ordered_json::array();
     for (const VoucherLine& line : voucher.lines) {
         ordered_json ofLine = ordered_json::array();

@@ -181,7 +181,7 @@ private:
         }
         std::string text;
         for (const workbench::OpenGroup& group : summary.groups()) {
-            text += jsonText(groupJson(group)) + "\n";
+            text += jsonText(groupJson(group, session.kinds())) + "\n";
         }
         return text;
     }
@@ -195,7 +195,7 @@ private:
             std::move(ofVoucher.begin(), ofVoucher.end(), std::back_inserter(lines));
         }
         if (!output.json()) {
-            return report_.csv()   ? lineList(lines).csv()
+            return report_.csv()   ? lineList(lines, session.kinds()).csv()
                    : lines.empty() ? openTotal(open, output.language()) + "\n"
                                    : lineTable(lines, session.kinds(), output.language()).text(report_.columns(output));
         }

@@ -15,7 +15,6 @@ namespace z7::cashflow::host {
 using workbench::Outcome;
 using workbench::OutsideResult;
 using workbench::Refusal;
-using workbench::voucherKeyText;
 using workbench::VoucherResult;
 
 HostText savedText(Outcome outcome) noexcept {
@@ -29,10 +28,11 @@ void failAsRefused(Language language, const Refusal& refusal) {
                   {std::to_string(refusal.error.number()), refusalText(language, refusal)});
 }
 
-int tellSaved(Output& output, const VoucherResult& result, workbench::RunLog& log) {
-    const std::string key = voucherKeyText(result.key);
+int tellSaved(Output& output, const VoucherResult& result, const workbench::VoucherKinds& kinds,
+              workbench::RunLog& log) {
+    const std::string key = kinds.keyText(result.key);
     if (output.json()) {
-        nlohmann::ordered_json json = resultJson(result, output.language());
+        nlohmann::ordered_json json = resultJson(result, kinds, output.language());
         addChangesJson(json, result, false);
         output.line(jsonText(json));
     } else if (result.refusal) {

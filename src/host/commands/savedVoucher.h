@@ -3,6 +3,7 @@
 #include "host/cli/Output.h"
 #include "workbench/changes/RunLog.h"
 #include "workbench/vouchers/OutsideAllotment.h"
+#include "workbench/vouchers/VoucherKinds.h"
 #include "workbench/vouchers/VoucherResult.h"
 
 namespace z7::cashflow::host {
@@ -16,7 +17,8 @@ namespace z7::cashflow::host {
 /// Reports the result of one saved voucher and returns the command's exit code. If it was refused: Failure
 /// (refused) with the reason, but in JSON the reason is part of the result. A remark gives the number of the run in
 /// the log.
-[[nodiscard]] int tellSaved(Output& output, const workbench::VoucherResult& result, workbench::RunLog& log);
+[[nodiscard]] int tellSaved(Output& output, const workbench::VoucherResult& result,
+                            const workbench::VoucherKinds& kinds, workbench::RunLog& log);
 
 /// If rows changed, reports the number of the run in the log, or that the account has no log.
 void tellRun(Output& output, workbench::RunLog& log, bool changed);

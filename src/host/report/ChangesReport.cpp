@@ -17,7 +17,7 @@ using workbench::Amount;
 using workbench::RowChange;
 using workbench::RowImage;
 using workbench::VoucherKey;
-using workbench::voucherKeyText;
+using workbench::VoucherKinds;
 using Kind = RowChange::Kind;
 
 const RowImage& shownRow(const RowChange& change) { return change.after ? *change.after : *change.before; }
@@ -61,20 +61,20 @@ std::string formerValues(const RowChange& change, Language language) {
 
 } // namespace
 
-ChangesReport::ChangesReport(Language language)
-    : language_(language), table_({{hostText(language, HostText::voucher)},
-                                   {hostText(language, HostText::rowChange)},
-                                   {hostText(language, HostText::line)},
-                                   {hostText(language, HostText::account)},
-                                   {hostText(language, HostText::debit), true},
-                                   {hostText(language, HostText::credit), true},
-                                   {hostText(language, HostText::item)},
-                                   {hostText(language, HostText::formerValues)}}) {}
+ChangesReport::ChangesReport(const VoucherKinds& kinds, Language language)
+    : kinds_(kinds), language_(language), table_({{hostText(language, HostText::voucher)},
+                                                  {hostText(language, HostText::rowChange)},
+                                                  {hostText(language, HostText::line)},
+                                                  {hostText(language, HostText::account)},
+                                                  {hostText(language, HostText::debit), true},
+                                                  {hostText(language, HostText::credit), true},
+                                                  {hostText(language, HostText::item)},
+                                                  {hostText(language, HostText::formerValues), false, true}}) {}
 
 void ChangesReport::add(const VoucherKey& key, const std::vector<RowChange>& changes) {
     for (const RowChange& change : changes) {
         const RowImage& row = shownRow(change);
-        table_.add({voucherKeyText(key), hostText(language_, kindText(change.kind)), std::to_string(row.line()),
+        table_.add({kinds_.keyText(key), hostText(language_, kindText(change.kind)), std::to_string(row.line()),
                     toTextOrEmpty(row["ccode"]), amountCell(row["md"]), amountCell(row["mc"]),
                     toTextOrEmpty(row["cCashItem"]), formerValues(change, language_)});
     }

@@ -3,6 +3,7 @@
 #include "host/report/ReportTable.h"
 #include "host/text/Language.h"
 #include "workbench/changes/RowImage.h"
+#include "workbench/vouchers/VoucherKinds.h"
 
 #include <nlohmann/json_fwd.hpp>
 
@@ -14,13 +15,15 @@ namespace z7::cashflow::host {
 /// last column the former values of a changed row, field by field.
 class ChangesReport {
 public:
-    explicit ChangesReport(Language language);
+    /// The kinds must outlive it.
+    ChangesReport(const workbench::VoucherKinds& kinds, Language language);
 
     /// Adds the rows of one voucher.
     void add(const workbench::VoucherKey& key, const std::vector<workbench::RowChange>& changes);
     [[nodiscard]] const ReportTable& table() const noexcept { return table_; }
 
 private:
+    const workbench::VoucherKinds& kinds_;
     Language language_;
     ReportTable table_;
 };

@@ -20,6 +20,7 @@ public:
     /// Adds the options to a command, with their help in the given language.
     void declare(CLI::App& command, Language language);
     [[nodiscard]] bool csv() const noexcept { return csv_; }
+    [[nodiscard]] bool toFile() const noexcept { return !file_.empty(); }
     /// Failure (usage) if the file of -o exists, as nothing is overwritten. Call it before any long work.
     void requireNewFile() const;
     /// Width of the terminal that the report goes to; 0 for a file or a pipe, where nothing is cut.

@@ -132,7 +132,7 @@ ReportTable groupTable(const OpenSummary& summary, const VoucherKinds& kinds, La
     return table;
 }
 
-ordered_json groupJson(const OpenGroup& group) {
+ordered_json groupJson(const OpenGroup& group, const VoucherKinds& kinds) {
     ordered_json json = ordered_json::object();
     if (group.kind) {
         json["kind"] = findingWord(*group.kind);
@@ -151,6 +151,7 @@ ordered_json groupJson(const OpenGroup& group) {
     json["vouchers"] = group.vouchers;
     json["amount"] = group.amount.value();
     json["first"] = voucherKeyText(group.first);
+    json["sign"] = kinds.sign(group.first.kind);
     return json;
 }
 
@@ -170,7 +171,7 @@ ReportTable lineTable(const std::vector<OpenLine>& lines, const VoucherKinds& ki
     return table;
 }
 
-ReportTable lineList(const std::vector<OpenLine>& lines) {
+ReportTable lineList(const std::vector<OpenLine>& lines, const VoucherKinds& kinds) {
     std::vector<ReportTable::Column> columns;
     columns.reserve(openLineColumns::all.size());
     for (const std::string_view name : openLineColumns::all) {
@@ -178,7 +179,7 @@ ReportTable lineList(const std::vector<OpenLine>& lines) {
     }
     ReportTable table(std::move(columns));
     for (const OpenLine& line : lines) {
-        table.add({voucherKeyText(line.voucher), std::to_string(line.line), line.account,
+        table.add({kinds.keyText(line.voucher), std::to_string(line.line), line.account,
                    std::string(sideWord(line.debit)), line.amount, line.summary, line.item});
     }
     return table;

@@ -26,14 +26,15 @@ namespace z7::cashflow::host {
 /// What is missing, by account and side, with the total number of vouchers.
 [[nodiscard]] ReportTable groupTable(const workbench::OpenSummary& summary, const workbench::VoucherKinds& kinds,
                                      Language language);
-/// One group: {"kind","account","side","item","vouchers","amount","first"}; members without a value are left out.
-[[nodiscard]] nlohmann::ordered_json groupJson(const workbench::OpenGroup& group);
+/// One group: {"kind","account","side","item","vouchers","amount","first","sign"}, where sign is that of first;
+/// members without a value are left out.
+[[nodiscard]] nlohmann::ordered_json groupJson(const workbench::OpenGroup& group, const workbench::VoucherKinds& kinds);
 
 /// The open lines of vouchers, with a proposed item for each.
 [[nodiscard]] ReportTable lineTable(const std::vector<workbench::OpenLine>& lines, const workbench::VoucherKinds& kinds,
                                     Language language);
 /// The same as a list to complete in a spreadsheet and hand back, with the columns of openLineColumns.
-[[nodiscard]] ReportTable lineList(const std::vector<workbench::OpenLine>& lines);
+[[nodiscard]] ReportTable lineList(const std::vector<workbench::OpenLine>& lines, const workbench::VoucherKinds& kinds);
 /// One of them, with the same names.
 [[nodiscard]] nlohmann::ordered_json lineJson(const workbench::OpenLine& line, const workbench::VoucherKinds& kinds);
 

@@ -13,7 +13,7 @@ namespace {
 using T = HostText;
 
 // The size is given because compilers deduce at most 256 elements.
-constexpr std::array<HostTextEntry, 231> generalTexts{
+constexpr std::array<HostTextEntry, 233> generalTexts{
     HostTextEntry{T::voucher, "凭证", "Voucher"},
     HostTextEntry{T::date, "日期", "Date"},
     HostTextEntry{T::summary, "摘要", "Summary"},
@@ -301,10 +301,14 @@ constexpr std::array<HostTextEntry, 231> generalTexts{
     HostTextEntry{T::listSeparator, "，", ", "},
     HostTextEntry{T::noRuns, "日志中没有批次。", "The log contains no runs."},
     HostTextEntry{
-        T::noLog, "此账套没有变动日志，因为它由不带日志的版本建立；如何添加日志表见文档。",
-        "This account has no log of changes, because it was created by a version without one; the documentation says how to add its tables."},
-    HostTextEntry{T::noLogNoted, "此账套没有变动日志，本次变动无法撤销。",
-                  "This account has no log of changes, so this run cannot be undone."},
+        T::noLog, "此账套没有变动日志，因为它由不带日志的版本建立；z7cf log FILE --start 可添加日志。",
+        "This account has no log of changes, because it was created by a version without one; z7cf log FILE --start adds it."},
+    HostTextEntry{T::noLogNoted, "此账套没有变动日志，本次变动无法撤销；z7cf log FILE --start 可添加日志。",
+                  "This account has no log of changes, so this run cannot be undone; z7cf log FILE --start adds it."},
+    HostTextEntry{T::logAdded, "已添加变动日志：今后的批次都会记录，并可撤销。",
+                  "The log of changes was added: runs are logged from now on and can be undone."},
+    HostTextEntry{T::logPresent, "此账套已有变动日志，没有改动。",
+                  "The account already has a log of changes; nothing was done."},
     HostTextEntry{T::runMissing, "日志中没有批次 {0}。", "There is no run {0} in the log."},
     HostTextEntry{T::runLacksVoucher, "批次 {0} 没有改动凭证 {1}。", "Run {0} did not change voucher {1}."},
     HostTextEntry{T::badRun, "“{0}”不是批次号；请写日志中的号码，例如 3",

@@ -7,7 +7,7 @@
 namespace z7::cashflow::host {
 
 /// The help of z7cf: the purpose of each command and option, and examples for each command.
-inline constexpr std::array<HostTextEntry, 119> helpTexts = [] {
+inline constexpr std::array<HostTextEntry, 120> helpTexts = [] {
     using T = HostText;
     return std::array{
         HostTextEntry{T::helpOpen, "只列未分配或不相符的凭证，及其原因和处理办法",
@@ -63,6 +63,8 @@ inline constexpr std::array<HostTextEntry, 119> helpTexts = [] {
                       "  z7cf statement company.db --year 2024 --html 2024.html"},
         HostTextEntry{T::helpLog, "列出改动过现金流量行的批次，或一个批次改动的行",
                       "List the runs that changed rows, or the rows that one run changed"},
+        HostTextEntry{T::helpLogStart, "为没有变动日志的账套添加日志",
+                      "Add the log to an account that was made without it"},
         HostTextEntry{T::helpUndo, "恢复一个批次之前的现金流量行", "Restore the rows from before a run"},
         HostTextEntry{T::helpRun, "批次号，例如 3", "Number of the run, such as 3"},
         HostTextEntry{T::helpUndoKeys, "只恢复这些凭证", "Restore these vouchers only"},
@@ -71,17 +73,19 @@ inline constexpr std::array<HostTextEntry, 119> helpTexts = [] {
         HostTextEntry{T::examplesLog,
                       "例：\n"
                       "  z7cf log company.db\n"
-                      "  z7cf log company.db 3 --csv -o run3.csv",
+                      "  z7cf log company.db 3 --csv -o run3.csv\n"
+                      "  z7cf log company.db --start",
                       "Examples:\n"
                       "  z7cf log company.db\n"
-                      "  z7cf log company.db 3 --csv -o run3.csv"},
+                      "  z7cf log company.db 3 --csv -o run3.csv\n"
+                      "  z7cf log company.db --start"},
         HostTextEntry{T::examplesUndo,
                       "例：\n"
                       "  z7cf undo company.db 3 --dry-run\n"
-                      "  z7cf undo company.db 3 2024/6/2/10",
+                      "  z7cf undo company.db 3 2024/6/付/10",
                       "Examples:\n"
                       "  z7cf undo company.db 3 --dry-run\n"
-                      "  z7cf undo company.db 3 2024/6/2/10"},
+                      "  z7cf undo company.db 3 2024/6/付/10"},
         HostTextEntry{T::helpShowChanges, "只逐行显示变动：全部回滚",
                       "Only show the changes, row by row: roll everything back"},
         HostTextEntry{T::helpAssign, "把分录的金额指定到现金流量项目",

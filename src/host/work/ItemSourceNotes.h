@@ -4,6 +4,7 @@
 #include "z7cashflow/model/ItemSource.h"
 
 #include <map>
+#include <string>
 
 namespace z7::cashflow::host {
 

@@ -1,8 +1,11 @@
 #include "host/work/rowsView.h"
 
 #include "host/cli/jsonText.h"
+#include "host/report/ReportTable.h"
 #include "host/report/rowsByLine.h"
 #include "host/text/amountText.h"
+#include "workbench/lists/accountLists.h"
+#include "z7cashflow/support/Error.h"
 #include "z7cashflow/support/conversions.h"
 
 #include <nlohmann/json.hpp>
@@ -11,6 +14,7 @@
 #include <array>
 #include <map>
 #include <optional>
+#include <utility>
 
 namespace z7::cashflow::host {
 
@@ -19,11 +23,8 @@ namespace {
 /// The names of a year's accounts by code. Newly generated rows do not hold them.
 std::map<std::string, std::string> accountNames(Session& session) {
     std::map<std::string, std::string> names;
-    const auto accounts =
-        session.connection().Execute("select ccode,ccode_name from code where iyear=" + std::to_string(session.year()));
-    for (; !accounts->EndOfFile(); accounts->MoveNext()) {
-        names.emplace(toTextOrEmpty(accounts->Fields().Item("ccode")),
-                      toTextOrEmpty(accounts->Fields().Item("ccode_name")));
+    for (workbench::ListedAccount& account : workbench::listAccounts(session.connection(), session.year())) {
+        names.emplace(std::move(account.code), std::move(account.name));
     }
     return names;
 }
@@ -35,10 +36,19 @@ std::string fieldText(const CashFlow& row, const std::string& field) {
     return there ? toTextOrEmpty(row.Item(field)) : std::string();
 }
 
-std::string sideText(const CashFlow& row, const std::string& field) {
+/// An amount of a row; empty if it is 0. Text that is not a number, and an amount too large for the sums of reports,
+/// stay text.
+ReportTable::Cell amountCell(const CashFlow& row, const std::string& field) {
     const std::string text = fieldText(row, field);
     const std::optional<double> amount = readNumber(text);
-    return !amount ? text : *amount == 0.0 ? "" : amountText(*amount);
+    if (!amount) {
+        return text;
+    }
+    ReportTable::Cell cell = *amount == 0.0 ? std::string() : amountText(*amount);
+    if (*amount != 0.0) {
+        ignoringErrors([&] { cell = workbench::Amount::of(Variant(*amount)); });
+    }
+    return cell;
 }
 
 std::string sourceText(const Output& output, const ItemSource& source) {
@@ -84,32 +94,42 @@ ItemSource sourceOf(const ItemSources& sources, const CashFlow& row) {
     return found == sources.end() ? ItemSource{} : found->second;
 }
 
-TextTable tableOf(const Output& output, Session& session, const CashFlowCollection& rows, const ItemSources* sources) {
+ReportTable tableOf(const Output& output, Session& session, const CashFlowCollection& rows,
+                    const ItemSources* sources) {
     const auto names = accountNames(session);
-    std::vector<TextTable::Column> columns({{output.text(HostText::line), TextTable::Align::right},
-                                            {output.text(HostText::account)},
-                                            {output.text(HostText::accountName), TextTable::Align::left, true},
-                                            {output.text(HostText::debit), TextTable::Align::right},
-                                            {output.text(HostText::credit), TextTable::Align::right},
-                                            {output.text(HostText::item)},
-                                            {output.text(HostText::itemName), TextTable::Align::left, true}});
+    std::vector<ReportTable::Column> columns({{output.text(HostText::line), true},
+                                              {output.text(HostText::account)},
+                                              {output.text(HostText::accountName), false, true},
+                                              {output.text(HostText::debit), true},
+                                              {output.text(HostText::credit), true},
+                                              {output.text(HostText::item)},
+                                              {output.text(HostText::itemName), false, true}});
     if (sources != nullptr) {
         columns.push_back({output.text(HostText::itemFrom)});
     }
-    TextTable table(std::move(columns));
+    ReportTable table(std::move(columns));
     for (const auto& row : rowsByLine(rows)) {
         const std::string account = fieldText(*row, "ccode");
         const auto name = names.find(account);
-        table.add({fieldText(*row, "inid"), account, name == names.end() ? "" : name->second, sideText(*row, "md"),
-                   sideText(*row, "mc"), fieldText(*row, "cCashItem"), fieldText(*row, "cCashItemName"),
-                   sources != nullptr ? sourceText(output, sourceOf(*sources, *row)) : std::string()});
+        std::vector<ReportTable::Cell> cells{fieldText(*row, "inid"),
+                                             account,
+                                             name == names.end() ? "" : name->second,
+                                             amountCell(*row, "md"),
+                                             amountCell(*row, "mc"),
+                                             fieldText(*row, "cCashItem"),
+                                             fieldText(*row, "cCashItemName")};
+        if (sources != nullptr) {
+            cells.emplace_back(sourceText(output, sourceOf(*sources, *row)));
+        }
+        table.add(std::move(cells));
     }
     return table;
 }
 
 } // namespace
 
-void showRows(Output& output, Session& session, const CashFlowCollection* rows, const ItemSources* sources) {
+std::string rowsText(const Output& output, Session& session, const CashFlowCollection* rows,
+                     const ReportOptions& report, const ItemSources* sources) {
     if (output.json()) {
         nlohmann::ordered_json array = rows != nullptr ? rowsJson(*rows) : nlohmann::ordered_json::array();
         if (rows != nullptr && sources != nullptr) {
@@ -118,12 +138,17 @@ void showRows(Output& output, Session& session, const CashFlowCollection* rows, 
                 array[i]["itemSource"] = sourceJson(sourceOf(*sources, *sorted[i]));
             }
         }
-        output.line(jsonText(array));
-    } else if (rows != nullptr && rows->Count() > 0) {
-        output.table(tableOf(output, session, *rows, sources));
-    } else {
-        output.line(output.text(HostText::noRows));
+        return jsonText(array) + "\n";
     }
+    if (!report.csv() && (rows == nullptr || rows->Count() == 0)) {
+        return output.text(HostText::noRows) + "\n";
+    }
+    const auto none = CashFlowCollection::Create();
+    return report.text(output, tableOf(output, session, rows != nullptr ? *rows : *none, sources));
+}
+
+void showRows(Output& output, Session& session, const CashFlowCollection* rows) {
+    output.raw(rowsText(output, session, rows));
     output.flush();
 }
 
