@@ -42,7 +42,7 @@ protected:
 
     /// A copy of the sample company in files of their own.
     [[nodiscard]] std::filesystem::path copy(const std::string& name) const {
-        const std::filesystem::path file = scratch_.path() / (name + ".db");
+        std::filesystem::path file = scratch_.path() / (name + ".db");
         const sqlite::DatabaseFiles from = sqlite::databaseFiles(pristine_);
         const sqlite::DatabaseFiles to = sqlite::databaseFiles(file);
         std::filesystem::copy_file(from.account, to.account);

@@ -19,6 +19,7 @@ FinishedVoucher finished(int number) {
 
 std::vector<int> numbers(const std::vector<FinishedVoucher>& vouchers) {
     std::vector<int> list;
+    list.reserve(vouchers.size());
     for (const FinishedVoucher& voucher : vouchers) {
         list.push_back(voucher.result.key.number);
     }
