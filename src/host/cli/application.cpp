@@ -1,18 +1,16 @@
 #include "host/cli/application.h"
 
 #include "adapters/terminal/printable.h"
+#include "host/cli/CommandLine.h"
 #include "host/cli/Failure.h"
 #include "host/cli/Output.h"
 #include "host/cli/Settings.h"
 #include "host/cli/connectOption.h"
 #include "host/cli/exitCode.h"
-#include "host/cli/helpFormatter.h"
 #include "host/cli/usageText.h"
-#include "host/commands/allCommands.h"
 #include "host/text/reasonText.h"
 #include "workbench/vouchers/databaseFailure.h"
 #include "z7cashflow/support/Error.h"
-#include "z7cashflow/support/version.h"
 
 #include <CLI/CLI.hpp>
 
@@ -29,24 +27,6 @@ namespace z7::cashflow::host {
 using workbench::isDatabaseFailure;
 
 namespace {
-
-/// The common options as given on the command line.
-struct GivenOptions {
-    std::string language;
-    std::string settings;
-    std::string connect;
-    bool quiet = false;
-    bool json = false;
-};
-
-void addCommonOptions(CLI::App& app, GivenOptions& given, Language language) {
-    app.set_help_flag("-h,--help", hostText(language, HostText::helpHelp));
-    app.add_flag("--json", given.json, hostText(language, HostText::helpJson));
-    app.add_option("--lang", given.language, hostText(language, HostText::helpLang));
-    app.add_flag("--quiet", given.quiet, hostText(language, HostText::helpQuiet));
-    app.add_option("--connect", given.connect, hostText(language, HostText::helpConnect));
-    app.add_option("--settings", given.settings, hostText(language, HostText::helpSettings));
-}
 
 /// Refuses an option with an empty value: most likely a shell variable was empty.
 void requireNoEmptyOption(const std::vector<std::string>& arguments) {
@@ -176,20 +156,8 @@ int runApplication(const std::vector<std::string>& arguments, const Console& con
     Language language = languageOfArguments(arguments);
     return guarded(console, language, [&]() -> int {
         requireNoEmptyOption(arguments);
-        CLI::App program(hostText(language, HostText::helpProgram), "z7cf");
-        program.formatter(helpFormatter(language));
-        GivenOptions given;
-        addCommonOptions(program, given, language);
-        program.set_version_flag("--version", std::string("z7cf ") + libraryVersion,
-                                 hostText(language, HostText::helpVersion));
-        program.footer(hostText(language, HostText::examplesProgram));
-        const auto commands = allCommands();
-        std::vector<CLI::App*> parsed;
-        for (const auto& command : commands) {
-            CLI::App& declared = command->declare(program, language);
-            addCommonOptions(declared, given, language);
-            parsed.push_back(&declared);
-        }
+        CommandLine commandLine(language);
+        CLI::App& program = commandLine.program();
         try {
             const auto words = withHelpAsOption(arguments, program, language);
             program.parse(std::vector<std::string>(words.rbegin(), words.rend()));
@@ -204,7 +172,7 @@ int runApplication(const std::vector<std::string>& arguments, const Console& con
             say(console, language, usageText(language, program, error));
             return exitCode::usage;
         }
-        GlobalOptions options = globalOptions(given, language, console);
+        GlobalOptions options = globalOptions(commandLine.given(), language, console);
         if (serverConnection) {
             options.serverConnection = serverConnection;
         }
@@ -212,10 +180,8 @@ int runApplication(const std::vector<std::string>& arguments, const Console& con
             options.clock = clock;
         }
         language = options.language;
-        for (std::size_t i = 0; i < commands.size(); ++i) {
-            if (parsed[i]->parsed()) {
-                return commands[i]->run(options, console);
-            }
+        if (Command* command = commandLine.parsedCommand()) {
+            return command->run(options, console);
         }
         throw Failure(exitCode::usage, HostText::commandMissing);
     });

@@ -1,6 +1,7 @@
 #include "host/cli/helpFormatter.h"
 
 #include "adapters/terminal/printable.h"
+#include "host/cli/optionText.h"
 #include "host/terminal/foldedText.h"
 #include "host/text/HostText.h"
 
@@ -52,47 +53,6 @@ std::string paragraph(const std::string& given) {
     return text;
 }
 
-std::string optionName(const CLI::Option& option, Language language) {
-    std::string text;
-    for (const std::string& name : option.get_snames()) {
-        text += "-" + name + ", ";
-    }
-    for (const std::string& name : option.get_lnames()) {
-        text += "--" + name;
-    }
-    if (option.get_items_expected_max() > 0 && option.get_type_size_max() > 0) {
-        const bool number = option.get_type_name() == "INT" || option.get_type_name() == "UINT";
-        text += " " + hostText(language, number ? HostText::helpNumber : HostText::helpText);
-    }
-    return text;
-}
-
-std::string optionMeaning(const CLI::Option& option, Language language) {
-    std::string text = option.get_description();
-    if (option.get_required()) {
-        text += hostText(language, HostText::helpRequired);
-    }
-    for (const CLI::Option* other : option.get_excludes()) {
-        const bool word = other->get_lnames().empty(); // an argument, such as RUN
-        text +=
-            hostText(language, HostText::helpExcludes, {word ? other->get_name() : "--" + other->get_lnames().front()});
-    }
-    return text;
-}
-
-std::string usageLine(const CLI::App& app, std::string line, Language language) {
-    line += " " + hostText(language, HostText::helpOptionsPlace);
-    for (const CLI::Option* option : app.get_options()) {
-        if (option->get_positional()) {
-            line += option->get_required() ? " " + option->get_name() : " [" + option->get_name() + "]";
-        }
-    }
-    if (!app.get_subcommands([](const CLI::App*) { return true; }).empty()) {
-        line += " " + hostText(language, HostText::helpCommandPlace);
-    }
-    return hostText(language, HostText::helpUsage, {line});
-}
-
 class HelpFormatter final : public CLI::FormatterBase {
 public:
     explicit HelpFormatter(Language language) noexcept : language_(language) {}
@@ -117,7 +77,8 @@ std::string HelpFormatter::make_help(const CLI::App* app, std::string name, CLI:
     for (const CLI::App* command : app->get_subcommands([](const CLI::App*) { return true; })) {
         commands += entry(command->get_name(), command->get_description());
     }
-    std::string text = paragraph(app->get_description()) + usageLine(*app, std::move(name), language_) + '\n';
+    std::string text = paragraph(app->get_description()) +
+                       hostText(language_, HostText::helpUsage, {usageWords(*app, std::move(name), language_)}) + '\n';
     for (const auto& [heading, part] : {std::pair{HostText::helpArguments, arguments},
                                         {HostText::helpOptions, options},
                                         {HostText::helpCommands, commands}}) {

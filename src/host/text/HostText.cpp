@@ -2,6 +2,7 @@
 
 #include "host/text/findingTexts.h"
 #include "host/text/helpTexts.h"
+#include "host/text/manualTexts.h"
 #include "z7cashflow/support/textPlaces.h"
 
 #include <array>
@@ -351,7 +352,7 @@ constexpr std::array<HostTextEntry, 233> generalTexts{
 };
 
 constexpr std::size_t textCount = static_cast<std::size_t>(T::count);
-static_assert(generalTexts.size() + findingTexts.size() + helpTexts.size() == textCount, "a text is missing");
+static_assert(generalTexts.size() + findingTexts.size() + helpTexts.size() + manualTexts.size() == textCount, "a text is missing");
 
 /// All texts, in the order of their names.
 constexpr std::array<HostTextEntry, textCount> texts = [] {
@@ -364,6 +365,7 @@ constexpr std::array<HostTextEntry, textCount> texts = [] {
     place(generalTexts);
     place(findingTexts);
     place(helpTexts);
+    place(manualTexts);
     return all;
 }();
 

@@ -450,6 +450,20 @@ enum class HostText {
     findingNoLedgerVoucher,
     verifyVersion,
     verifyNoVersion,
+    // manual pages
+    manualName,
+    manualSynopsis,
+    manualArguments,
+    manualOptions,
+    manualCommands,
+    manualExamples,
+    manualExitStatus,
+    manualSeeAlso,
+    exitDone,
+    exitRefused,
+    exitUsage,
+    exitDatabase,
+    exitSignal,
     count ///< number of texts, not a text itself
 };
 
