@@ -216,7 +216,7 @@ TEST_F(AllotJobsOnAServerTest, TryAVoucherAgainThatTheServerGaveUpOnce) {
         }
     });
     EXPECT_EQ(locks, 2);
-    EXPECT_THAT(run.out, HasSubstr(R"({"voucher":"2024/3/1/2","outcome":"stored")"));
+    EXPECT_THAT(run.out, HasSubstr(R"({"voucher":"2024/3/1/2","sign":"收","outcome":"stored")"));
     EXPECT_THAT(run.out, testing::Not(HasSubstr("held-elsewhere")));
 }
 

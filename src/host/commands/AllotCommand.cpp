@@ -108,8 +108,11 @@ public:
             });
         } catch (const Error&) { // the database failed; vouchers committed so far stay and are reported
             failure = std::current_exception();
-        } catch (const Failure&) { // another session cannot be opened
-            failure = std::current_exception();
+        } catch (const Failure&) {
+            if (!console.out) {
+                throw; // nothing more can be written
+            }
+            failure = std::current_exception(); // another session cannot be opened
         }
         if (!output.json()) {
             if (!progress.report.table().empty()) {
