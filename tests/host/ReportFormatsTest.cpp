@@ -151,7 +151,9 @@ INSTANTIATE_TEST_SUITE_P(
                     "z7cf assign {} 2024/6/2/10 1 0114 300.00 --dry-run", "z7cf assign {} 2024/6/2/10 1 0114 300.00",
                     "z7cf assign {} --from {sheet}", "z7cf clear {} 2024/6/2/10",
                     "z7cf reassign {} --year 2024 --from 0113 --to 0114 --period 6", "z7cf log {}", "z7cf log {} 2",
-                    "z7cf undo {} 2", "z7cf undo {} 2 --dry-run"));
+                    "z7cf undo {} 2", "z7cf undo {} 2 --dry-run", "z7cf save {} 2024/6/2/10 --regenerate",
+                    "z7cf save {} 2024/6/2/10 --regenerate --dry-run", "z7cf allot {} --year 2024 --period 6",
+                    "z7cf allot {} --year 2024 --period 6 --regenerate --dry-run"));
 
 } // namespace
 } // namespace z7::cashflow::host

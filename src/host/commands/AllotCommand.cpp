@@ -35,21 +35,26 @@ namespace {
 
 constexpr std::size_t refusalsShown = 20;
 
+constexpr std::array outcomeTexts{HostText::outcomeStored, HostText::outcomeNoCash, HostText::outcomeNothing,
+                                  HostText::outcomeRefused}; ///< by Outcome
+
+constexpr std::size_t indexOf(Outcome outcome) { return static_cast<std::size_t>(outcome); }
+
 /// The number of vouchers per outcome, and the refused ones.
 struct Totals {
     struct Count {
         std::size_t vouchers = 0;
         std::int64_t rows = 0;
     };
-    std::array<Count, 4> counts;         ///< by Outcome
-    std::vector<VoucherResult> refusals; ///< only those that are shown
+    std::array<Count, outcomeTexts.size()> counts; ///< by Outcome
+    std::vector<VoucherResult> refusals;           ///< only those that are shown
     std::size_t refusalsKept = refusalsShown;
     RowCounts kinds;                ///< kept, new, changed and removed rows
     bool changed = false;           ///< the stored rows of a voucher changed
     workbench::OpenSummary lacking; ///< what the refused vouchers lack
 
     void add(const VoucherResult& result) {
-        Count& count = counts.at(static_cast<std::size_t>(result.outcome));
+        Count& count = counts.at(indexOf(result.outcome));
         ++count.vouchers;
         count.rows += result.rows;
         changed = changed || result.changed();
@@ -62,7 +67,7 @@ struct Totals {
         }
     }
 
-    [[nodiscard]] std::size_t refused() const { return counts.at(static_cast<std::size_t>(Outcome::refused)).vouchers; }
+    [[nodiscard]] std::size_t refused() const { return counts.at(indexOf(Outcome::refused)).vouchers; }
 };
 
 /// z7cf allot: allocates every voucher of a year or period.
@@ -75,6 +80,7 @@ public:
         generation_.declare(*command, language);
         command->add_flag("--all", all_, hostText(language, HostText::helpAll));
         command->add_option("--jobs", jobsText_, hostText(language, HostText::helpJobs))->type_name("INT");
+        report_.declare(*command, language);
         command->footer(hostText(language, HostText::examplesAllot));
         return *command;
     }
@@ -85,6 +91,7 @@ public:
         const std::int16_t year = period_.year();
         static_cast<void>(period_.periods()); // a mistake is reported before anything is opened
         const std::size_t jobs = jobCount(place);
+        report_.requireNewFile();
         Session session(place, year, options, console);
         const auto vouchers = period_.list(session);
         const workbench::VoucherKinds& kinds = session.kinds();
@@ -93,7 +100,7 @@ public:
         }
         RunLog log(session.connection(), runNote(options, commandText()));
         StopSignals signals;
-        Progress progress{ChangesReport(kinds, output.language()), {}, 0};
+        Progress progress(kinds, output);
         progress.totals.refusalsKept = all_ ? vouchers.size() : refusalsShown;
         const AllotRun::Plan plan{place, options, generation_, !dryRun_};
         AllotRun allot(plan, session, log, signals);
@@ -114,14 +121,16 @@ public:
             }
             failure = std::current_exception(); // another session cannot be opened
         }
-        if (!output.json()) {
-            if (!progress.report.table().empty()) {
-                output.table(progress.report.table().forTerminal());
-                output.line("");
+        if (output.json()) {
+            report_.write(output, progress.json);
+        } else if (report_.csv()) {
+            report_.write(output, progress.outcomes.csv());
+            if (dryRun_) {
+                output.remark(output.text(HostText::dryRun));
             }
-            printTotals(output, progress.totals, kinds);
+        } else {
+            report_.write(output, textForPeople(output, progress, kinds));
         }
-        output.flush();
         tellRun(output, log, !dryRun_ && progress.totals.changed);
         if (failure != nullptr) {
             if (allot.stoppedAt() < vouchers.size()) { // otherwise only the final wait for the disk failed
@@ -142,9 +151,22 @@ public:
 private:
     /// The results so far.
     struct Progress {
-        ChangesReport report;
+        Progress(const workbench::VoucherKinds& kinds, const Output& output)
+            : report(kinds, output.language()), outcomes({{output.text(HostText::voucher)},
+                                                          {output.text(HostText::outcome)},
+                                                          {output.text(HostText::rowsOf), true},
+                                                          {output.text(HostText::rowKept), true},
+                                                          {output.text(HostText::rowNew), true},
+                                                          {output.text(HostText::rowChanged), true},
+                                                          {output.text(HostText::rowRemoved), true},
+                                                          {output.text(HostText::error), true},
+                                                          {output.text(HostText::message)}}) {}
+
+        ChangesReport report; ///< the rows that a dry run would change, for people
+        ReportTable outcomes; ///< a record for each voucher, for CSV
+        std::string json;     ///< the lines of JSON that are to go to a file
         Totals totals;
-        std::size_t done;
+        std::size_t done = 0;
     };
 
     /// How many sessions work side by side. Failure (usage) if the option is not such a number.
@@ -169,12 +191,34 @@ private:
         if (dryRun_) {
             progress.report.add(result.key, result.changes);
         }
+        if (report_.csv()) {
+            progress.outcomes.add(record(result, kinds, output));
+        }
         if (output.json()) {
             nlohmann::ordered_json json = resultJson(result, kinds, output.language());
             addChangesJson(json, result, dryRun_);
-            output.line(jsonText(json));
-            output.flush(); // a reader of the stream sees each voucher as soon as it is done
+            if (report_.toFile()) {
+                progress.json += jsonText(json) + "\n";
+            } else {
+                output.line(jsonText(json));
+                output.flush(); // a reader of the stream sees each voucher as soon as it is done
+            }
         }
+    }
+
+    /// A voucher's record in CSV.
+    static std::vector<ReportTable::Cell> record(const VoucherResult& result, const workbench::VoucherKinds& kinds,
+                                                 const Output& output) {
+        using Kind = workbench::RowChange::Kind;
+        std::vector<ReportTable::Cell> cells{kinds.keyText(result.key),
+                                             output.text(outcomeTexts.at(indexOf(result.outcome))),
+                                             std::to_string(result.rows)};
+        for (const Kind kind : {Kind::kept, Kind::added, Kind::changed, Kind::removed}) {
+            cells.emplace_back(std::to_string(result.count(kind)));
+        }
+        cells.emplace_back(result.refusal ? std::to_string(result.refusal->error.number()) : std::string());
+        cells.emplace_back(result.refusal ? refusalText(output.language(), *result.refusal) : std::string());
+        return cells;
     }
 
     /// The command line for the log.
@@ -183,46 +227,59 @@ private:
                (period_.periodText.empty() ? "" : " --period " + period_.periodText) + generation_.words();
     }
 
-    void printTotals(Output& output, const Totals& totals, const workbench::VoucherKinds& kinds) const {
+    [[nodiscard]] std::string textForPeople(const Output& output, const Progress& progress,
+                                            const workbench::VoucherKinds& kinds) const {
+        const Totals& totals = progress.totals;
+        std::string text;
+        if (!progress.report.table().empty()) {
+            text += report_.text(output, progress.report.table()) + "\n";
+        }
         if (totals.refused() > 0) {
-            output.line(output.text(HostText::refusalsFollow));
-            TextTable refusals({{output.text(HostText::voucher)},
-                                {output.text(HostText::error), TextTable::Align::right},
-                                {output.text(HostText::message)}});
-            for (const VoucherResult& result : totals.refusals) {
-                refusals.add({kinds.keyText(result.key), std::to_string(result.refusal->error.number()),
-                              refusalText(output.language(), *result.refusal)});
-            }
-            output.table(refusals);
-            if (totals.refused() > totals.refusals.size()) {
-                output.line(
-                    output.text(HostText::moreRefusals, {std::to_string(totals.refused() - totals.refusals.size())}));
-            }
-            output.line("");
-            output.line(output.text(HostText::openSummary));
-            output.raw(groupTable(totals.lacking, kinds, output.language()).text(output.columns()));
-            output.line("");
+            text += refusalsText(output, totals, kinds);
         }
         TextTable table({{output.text(HostText::outcome)},
                          {output.text(HostText::vouchers), TextTable::Align::right},
                          {output.text(HostText::rowsOf), TextTable::Align::right}});
         Totals::Count sum;
-        constexpr std::array names{HostText::outcomeStored, HostText::outcomeNoCash, HostText::outcomeNothing,
-                                   HostText::outcomeRefused};
-        for (std::size_t i = 0; i < names.size(); ++i) {
+        for (std::size_t i = 0; i < outcomeTexts.size(); ++i) {
             const Totals::Count& count = totals.counts.at(i);
-            table.add({output.text(names.at(i)), std::to_string(count.vouchers), std::to_string(count.rows)});
+            table.add({output.text(outcomeTexts.at(i)), std::to_string(count.vouchers), std::to_string(count.rows)});
             sum.vouchers += count.vouchers;
             sum.rows += count.rows;
         }
         table.add({output.text(HostText::total), std::to_string(sum.vouchers), std::to_string(sum.rows)});
-        output.table(table);
+        text += tableText(table, output);
         if (const std::string rows = totals.kinds.text(output.language()); !rows.empty()) {
-            output.line(output.text(HostText::rowsOf) + output.text(HostText::colon) + rows);
+            text += output.text(HostText::rowsOf) + output.text(HostText::colon) + rows + "\n";
         }
-        if (dryRun_) {
-            output.line(output.text(HostText::dryRun));
+        return dryRun_ ? text + output.text(HostText::dryRun) + "\n" : text;
+    }
+
+    /// The refused vouchers with their reasons, and what they lack.
+    [[nodiscard]] std::string refusalsText(const Output& output, const Totals& totals,
+                                           const workbench::VoucherKinds& kinds) const {
+        TextTable refusals({{output.text(HostText::voucher)},
+                            {output.text(HostText::error), TextTable::Align::right},
+                            {output.text(HostText::message)}});
+        for (const VoucherResult& result : totals.refusals) {
+            refusals.add({kinds.keyText(result.key), std::to_string(result.refusal->error.number()),
+                          refusalText(output.language(), *result.refusal)});
         }
+        std::string text = output.text(HostText::refusalsFollow) + "\n" + tableText(refusals, output);
+        if (totals.refused() > totals.refusals.size()) {
+            const std::size_t more = totals.refused() - totals.refusals.size();
+            text += output.text(HostText::moreRefusals, {std::to_string(more)}) + "\n";
+        }
+        return text + "\n" + output.text(HostText::openSummary) + "\n" +
+               groupTable(totals.lacking, kinds, output.language()).text(report_.columns(output)) + "\n";
+    }
+
+    [[nodiscard]] std::string tableText(const TextTable& table, const Output& output) const {
+        std::string text;
+        for (const std::string& line : table.lines(report_.columns(output))) {
+            text += line + "\n";
+        }
+        return text;
     }
 
     PeriodArgument period_;
@@ -230,6 +287,7 @@ private:
     bool dryRun_ = false;
     bool all_ = false;
     std::string jobsText_;
+    ReportOptions report_;
 };
 
 } // namespace

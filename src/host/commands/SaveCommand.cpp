@@ -26,12 +26,14 @@ public:
         voucher_.declare(*command, language);
         generation_.declare(*command, language);
         command->add_flag("--dry-run", dryRun_, hostText(language, HostText::helpShowChanges));
+        report_.declare(*command, language);
         command->footer(hostText(language, HostText::examplesSave));
         return *command;
     }
 
     int run(const GlobalOptions& options, const Console& console) override {
         Output output(console, options);
+        report_.requireNewFile();
         OpenVoucher voucher(voucher_, options, console);
         Session& session = voucher.session();
         const RememberedAnswers remembered(session.connection());
@@ -39,18 +41,19 @@ public:
         Allotment allotment(session.connection(), session.data(), session.provider().Gl(), !dryRun_, &log);
         Assignment assignment(session.connection(), session.data(), session.provider().Gl(), allotment);
         const auto result = generation_.save(allotment, assignment, voucher.voucher().key);
-        if (dryRun_) {
-            ChangesOutput shown(output, session.kinds(), dryRun_);
+        if (dryRun_ || report_.csv()) {
+            ChangesOutput shown(output, session.kinds(), dryRun_, report_);
             shown.add(result);
             return shown.finish(log);
         }
-        return tellSaved(output, result, session.kinds(), log);
+        return tellSaved(output, result, session.kinds(), log, report_);
     }
 
 private:
     VoucherArgument voucher_;
     GenerationOptions generation_;
     bool dryRun_ = false;
+    ReportOptions report_;
 };
 
 } // namespace

@@ -28,30 +28,32 @@ void failAsRefused(Language language, const Refusal& refusal) {
                   {std::to_string(refusal.error.number()), refusalText(language, refusal)});
 }
 
-int tellSaved(Output& output, const VoucherResult& result, const workbench::VoucherKinds& kinds,
-              workbench::RunLog& log) {
+int tellSaved(Output& output, const VoucherResult& result, const workbench::VoucherKinds& kinds, workbench::RunLog& log,
+              const ReportOptions& report) {
     const std::string key = kinds.keyText(result.key);
+    std::string text;
     if (output.json()) {
         nlohmann::ordered_json json = resultJson(result, kinds, output.language());
         addChangesJson(json, result, false);
-        output.line(jsonText(json));
+        text = jsonText(json) + "\n";
     } else if (result.refusal) {
         failAsRefused(output.language(), *result.refusal);
     } else if (result.outcome == Outcome::nothing && result.removed > 0) {
-        output.line(output.text(HostText::savedRemoved, {key, std::to_string(result.removed)}));
+        text = output.text(HostText::savedRemoved, {key, std::to_string(result.removed)}) + "\n";
     } else {
-        output.line(output.text(savedText(result.outcome), {key, std::to_string(result.rows)}));
+        text = output.text(savedText(result.outcome), {key, std::to_string(result.rows)}) + "\n";
         RowCounts counts;
         counts.add(result);
         if (!result.changes.empty()) {
-            output.line(counts.text(output.language()));
+            text += counts.text(output.language()) + "\n";
         }
     }
     if (result.mismatch && !output.json()) {
-        output.line(terminal::printable(
-            output.text(HostText::verdictUnmatched, {refusalText(output.language(), *result.mismatch)})));
+        text += terminal::printable(
+                    output.text(HostText::verdictUnmatched, {refusalText(output.language(), *result.mismatch)})) +
+                "\n";
     }
-    output.flush();
+    report.write(output, text);
     tellRun(output, log, result.changed());
     return result.refusal ? exitCode::refused : exitCode::done;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/cli/Output.h"
+#include "host/report/ReportOptions.h"
 #include "workbench/changes/RunLog.h"
 #include "workbench/vouchers/OutsideAllotment.h"
 #include "workbench/vouchers/VoucherKinds.h"
@@ -16,9 +17,10 @@ namespace z7::cashflow::host {
 
 /// Reports the result of one saved voucher and returns the command's exit code. If it was refused: Failure
 /// (refused) with the reason, but in JSON the reason is part of the result. A remark gives the number of the run in
-/// the log.
+/// the log. The report goes where the options say; CSV is left to ChangesOutput.
 [[nodiscard]] int tellSaved(Output& output, const workbench::VoucherResult& result,
-                            const workbench::VoucherKinds& kinds, workbench::RunLog& log);
+                            const workbench::VoucherKinds& kinds, workbench::RunLog& log,
+                            const ReportOptions& report = {});
 
 /// If rows changed, reports the number of the run in the log, or that the account has no log.
 void tellRun(Output& output, workbench::RunLog& log, bool changed);
