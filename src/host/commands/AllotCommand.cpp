@@ -121,19 +121,14 @@ public:
             }
             failure = std::current_exception(); // another session cannot be opened
         }
-        if (output.json()) {
-            report_.write(output, progress.json);
-        } else if (report_.csv()) {
-            report_.write(output, progress.outcomes.csv());
-            if (dryRun_) {
-                output.remark(output.text(HostText::dryRun));
-            }
+        writeReport(output, progress, kinds);
+        if (allot.unconfirmed() > 0) {
+            output.remark(output.text(HostText::notOnDisk, {std::to_string(allot.unconfirmed())}));
         } else {
-            report_.write(output, textForPeople(output, progress, kinds));
+            tellRun(output, log, !dryRun_ && progress.totals.changed);
         }
-        tellRun(output, log, !dryRun_ && progress.totals.changed);
         if (failure != nullptr) {
-            if (allot.stoppedAt() < vouchers.size()) { // otherwise only the final wait for the disk failed
+            if (allot.unconfirmed() == 0 && allot.stoppedAt() < vouchers.size()) {
                 output.remark(
                     output.text(HostText::stopped, {kinds.keyText(vouchers.at(allot.stoppedAt()).key),
                                                     std::to_string(vouchers.size()), std::to_string(progress.done)}));
@@ -201,7 +196,7 @@ private:
                 progress.json += jsonText(json) + "\n";
             } else {
                 output.line(jsonText(json));
-                output.flush(); // a reader of the stream sees each voucher as soon as it is done
+                output.flush(); // a reader of the stream sees each voucher as soon as the disk has it
             }
         }
     }
@@ -225,6 +220,19 @@ private:
     [[nodiscard]] std::string commandText() const {
         return "allot --year " + period_.yearArgument.text +
                (period_.periodText.empty() ? "" : " --period " + period_.periodText) + generation_.words();
+    }
+
+    void writeReport(Output& output, const Progress& progress, const workbench::VoucherKinds& kinds) const {
+        if (output.json()) {
+            report_.write(output, progress.json);
+        } else if (report_.csv()) {
+            report_.write(output, progress.outcomes.csv());
+            if (dryRun_) {
+                output.remark(output.text(HostText::dryRun));
+            }
+        } else {
+            report_.write(output, textForPeople(output, progress, kinds));
+        }
     }
 
     [[nodiscard]] std::string textForPeople(const Output& output, const Progress& progress,

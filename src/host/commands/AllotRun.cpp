@@ -7,12 +7,14 @@
 #include "workbench/changes/Assignment.h"
 #include "workbench/vouchers/Allotment.h"
 #include "z7cashflow/model/modPublic.h"
+#include "z7cashflow/support/Error.h"
 
 #include <algorithm>
 #include <memory>
 #include <mutex>
 #include <optional>
 #include <thread>
+#include <utility>
 
 namespace z7::cashflow::host {
 
@@ -29,32 +31,47 @@ namespace {
 /// Saves vouchers in one session.
 class Saver {
 public:
-    Saver(const AllotRun::Plan& plan, Session& session, RunLog& log)
+    /// Without relaxed, each commit on the embedded file waits for the disk.
+    Saver(const AllotRun::Plan& plan, Session& session, RunLog& log, bool relaxed)
         : generation_(plan.generation),
           allotment_(session.connection(), session.data(), session.provider().Gl(), plan.keep, &log),
           assignment_(session.connection(), session.data(), session.provider().Gl(), allotment_),
           remembered_(session.connection()) {
-        // For the embedded file, the disk is synchronized once at the end of the run and not with every
-        // voucher.
-        if (auto* embedded = dynamic_cast<sqlite::Connection*>(&session.connection()); embedded != nullptr) {
-            relaxed_.emplace(*embedded);
+        if (relaxed && plan.keep) {
+            embedded_ = dynamic_cast<sqlite::Connection*>(&session.connection());
         }
+        relax();
     }
 
     [[nodiscard]] VoucherResult save(const VoucherKey& key) { return generation_.save(allotment_, assignment_, key); }
 
-    /// Waits until everything is on the disk. Raises an error of the database if the disk fails.
-    void finish() {
+    /// Whether what was saved may not be on the disk yet.
+    [[nodiscard]] bool waits() const noexcept { return relaxed_.has_value(); }
+
+    /// Waits until everything is on the disk, and makes every later commit wait too unless more is to be saved. Raises
+    /// an error of the database if the disk fails.
+    void confirm(bool more) {
         if (relaxed_) {
             relaxed_->finish();
+            if (more) {
+                relax();
+            }
         }
     }
 
 private:
+    void relax() {
+        relaxed_.reset();
+        if (embedded_ != nullptr) {
+            relaxed_.emplace(*embedded_);
+        }
+    }
+
     const GenerationOptions& generation_;
     Allotment allotment_;
     Assignment assignment_;
     RememberedAnswers remembered_;
+    sqlite::Connection* embedded_ = nullptr; ///< if its commits need not wait one by one
     std::optional<sqlite::RelaxedCommits> relaxed_;
 };
 
@@ -109,13 +126,12 @@ void work(Desk& desk) noexcept {
         const auto messages = std::make_shared<NotedMessages>();
         Session session(desk.plan.place, desk.year, desk.plan.options, messages);
         RunLog log(session.connection(), desk.run);
-        Saver saver(desk.plan, session, log);
+        Saver saver(desk.plan, session, log, false);
         static_cast<void>(messages->take()); // the command's own session has already shown the messages of opening
         while ((voucher = desk.queue.next())) {
             VoucherResult result = saveInTurn(desk, saver, desk.vouchers.at(*voucher).key);
             desk.queue.finish(*voucher, {std::move(result), messages->take()});
         }
-        saver.finish();
     } catch (...) {
         desk.queue.fail(voucher, std::current_exception());
     }
@@ -133,14 +149,35 @@ void AllotRun::save(const std::vector<VoucherHead>& vouchers, std::size_t jobs, 
 }
 
 void AllotRun::saveAlone(const std::vector<VoucherHead>& vouchers, const Take& take) {
-    Saver saver(plan_, session_, log_);
-    Allotment::saveAll(
-        vouchers, [&](const VoucherKey& key) { return saver.save(key); }, [this] { return signals_.requested(); },
-        [&](const VoucherResult& result) {
-            ++stoppedAt_;
+    // On the embedded file many vouchers wait for the disk together, and what was saved is reported once it is there.
+    constexpr std::size_t mostWaiting = 500;
+    Saver saver(plan_, session_, log_, true);
+    std::vector<VoucherResult> waiting;
+    const auto confirm = [&](bool more) {
+        unconfirmed_ = waiting.size();
+        saver.confirm(more);
+        unconfirmed_ = 0;
+        for (const VoucherResult& result : std::exchange(waiting, {})) {
             take(result);
-        });
-    saver.finish();
+        }
+    };
+    try {
+        Allotment::saveAll(
+            vouchers, [&](const VoucherKey& key) { return saver.save(key); }, [this] { return signals_.requested(); },
+            [&](const VoucherResult& result) {
+                ++stoppedAt_;
+                waiting.push_back(result);
+                if (!saver.waits() || waiting.size() == mostWaiting) {
+                    confirm(true);
+                }
+            });
+    } catch (const Error&) { // of the database; what was committed before it may still reach the disk
+        if (!waiting.empty() && unconfirmed_ == 0) {
+            ignoringErrors([&] { confirm(false); });
+        }
+        throw;
+    }
+    confirm(false);
 }
 
 void AllotRun::saveSideBySide(const std::vector<VoucherHead>& vouchers, std::size_t jobs, const Take& take) {

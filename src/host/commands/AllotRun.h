@@ -29,7 +29,7 @@ public:
         const GenerationOptions& generation;
         bool keep = true; ///< if false, every voucher is rolled back
     };
-    /// Takes a voucher's result, on the thread that calls save.
+    /// Takes a voucher's result once the disk has the voucher, on the thread that calls save.
     using Take = std::function<void(const workbench::VoucherResult&)>;
 
     /// The session is the command's own; its thread collects the results and shows messages.
@@ -45,6 +45,10 @@ public:
     /// After an error: the position of the voucher beyond which the run did not get.
     [[nodiscard]] std::size_t stoppedAt() const noexcept { return stoppedAt_; }
 
+    /// After an error: the number of vouchers that were committed last, but that the disk did not confirm. Their results
+    /// were not passed on.
+    [[nodiscard]] std::size_t unconfirmed() const noexcept { return unconfirmed_; }
+
 private:
     void saveAlone(const std::vector<workbench::VoucherHead>& vouchers, const Take& take);
     void saveSideBySide(const std::vector<workbench::VoucherHead>& vouchers, std::size_t jobs, const Take& take);
@@ -54,6 +58,7 @@ private:
     workbench::RunLog& log_;
     StopSignals& signals_;
     std::size_t stoppedAt_ = 0;
+    std::size_t unconfirmed_ = 0;
 };
 
 } // namespace z7::cashflow::host

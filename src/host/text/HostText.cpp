@@ -14,7 +14,7 @@ namespace {
 using T = HostText;
 
 // The size is given because compilers deduce at most 256 elements.
-constexpr std::array<HostTextEntry, 233> generalTexts{
+constexpr std::array<HostTextEntry, 234> generalTexts{
     HostTextEntry{T::voucher, "凭证", "Voucher"},
     HostTextEntry{T::date, "日期", "Date"},
     HostTextEntry{T::summary, "摘要", "Summary"},
@@ -65,6 +65,10 @@ constexpr std::array<HostTextEntry, 233> generalTexts{
     HostTextEntry{
         T::stopped, "因数据库错误而停止于凭证 {0}：{1} 张凭证中已处理 {2} 张，其余凭证没有改动。",
         "Stopped at voucher {0} by a database error: {2} of {1} vouchers are done, the others are unchanged."},
+    HostTextEntry{T::notOnDisk,
+                  "磁盘没有确认最后处理的凭证（{0} 张），它们是否已保存并不确定。请排除磁盘故障后重新运行该命令。",
+                  "The disk did not confirm the last vouchers ({0}): whether they are stored is uncertain. Repair the "
+                  "disk, then run the command again."},
     HostTextEntry{T::databaseMade, "已建立 {0}：{1} 张表，{2} 行。", "Created {0} (tables: {1}, records: {2})."},
     HostTextEntry{T::fileWritten, "已写出 {0}。", "Wrote {0}."},
     HostTextEntry{T::outsideMatched, "检查通过：由凭证分录生成的行与凭证相符。",
@@ -352,7 +356,8 @@ constexpr std::array<HostTextEntry, 233> generalTexts{
 };
 
 constexpr std::size_t textCount = static_cast<std::size_t>(T::count);
-static_assert(generalTexts.size() + findingTexts.size() + helpTexts.size() + manualTexts.size() == textCount, "a text is missing");
+static_assert(generalTexts.size() + findingTexts.size() + helpTexts.size() + manualTexts.size() == textCount,
+              "a text is missing");
 
 /// All texts, in the order of their names.
 constexpr std::array<HostTextEntry, textCount> texts = [] {

@@ -450,6 +450,7 @@ enum class HostText {
     findingNoLedgerVoucher,
     verifyVersion,
     verifyNoVersion,
+    notOnDisk,
     // manual pages
     manualName,
     manualSynopsis,
