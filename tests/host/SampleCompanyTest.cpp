@@ -325,7 +325,8 @@ TEST_F(SampleCompanyTest, TheAccountingSystemOfTheSettingsKeepsBudgetLinesOut) {
     const auto settings = scratch.write("gov.toml", "accounting_system = \"政府会计制度\"\n");
     const RunResult saved = run({"save", "2024/11/2/10", "--settings", settings.string(), "--json"});
     EXPECT_EQ(saved.exitCode, 0) << saved.err;
-    EXPECT_EQ(saved.out, "{\"voucher\":\"2024/11/2/10\",\"outcome\":\"stored\",\"rows\":1,\"new\":1}\n");
+    EXPECT_EQ(saved.out,
+              "{\"voucher\":\"2024/11/2/10\",\"sign\":\"付\",\"outcome\":\"stored\",\"rows\":1,\"new\":1}\n");
 }
 
 TEST_F(SampleCompanyTest, CarriesTheCurrencyIntoTheRows) {
