@@ -118,7 +118,8 @@ TEST_F(TempDatabaseTest, ManyProgramsAtOnceEachGetOne) {
     for (int i = 0; i < 16; ++i) {
         programs.emplace_back([&] {
             const auto connection = database_.makeConnection();
-            connection->Open(database_.connectionString(std::int16_t{2013}, 5000)); // the first ones lock each other out
+            connection->Open(
+                database_.connectionString(std::int16_t{2013}, 5000)); // the first ones lock each other out
             connection->Execute(makeTable_);
             connection->Execute("insert into tempdb..X (inid,ccode) values(1,N'1')");
             const int code = connection->Execute("select * from tempdb..X")->RecordCount() == 1 ? 0 : 2;
