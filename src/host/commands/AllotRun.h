@@ -45,8 +45,8 @@ public:
     /// After an error: the position of the voucher beyond which the run did not get.
     [[nodiscard]] std::size_t stoppedAt() const noexcept { return stoppedAt_; }
 
-    /// After an error: the number of vouchers that were committed last, but that the disk did not confirm. Their results
-    /// were not passed on.
+    /// After an error: the number of vouchers that were committed last, but that the disk did not confirm. Their
+    /// results were not passed on.
     [[nodiscard]] std::size_t unconfirmed() const noexcept { return unconfirmed_; }
 
 private:
