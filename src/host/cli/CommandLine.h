@@ -18,8 +18,8 @@ struct GivenOptions {
     bool json = false;
 };
 
-/// The command line of z7cf with help in one language: the program, its commands and their options. Parsing, help, manual
-/// pages and completions all read this one declaration.
+/// The command line of z7cf with help in one language: the program, its commands and their options. Parsing, help,
+/// manual pages and completions all read this one declaration.
 class CommandLine {
 public:
     explicit CommandLine(Language language);

@@ -15,8 +15,8 @@ namespace z7::cashflow::host {
 
 namespace {
 
-/// A text as man shows it letter by letter: without this a hyphen may become a dash, and a line that begins with a dot a
-/// request.
+/// A text as man shows it letter by letter: without this a hyphen may become a dash, and a line that begins with a dot
+/// a request.
 std::string shownAsIs(const std::string& text) {
     std::string result;
     bool lineBegins = true;
