@@ -138,7 +138,7 @@ void allotAskingAgain(Copies& copies, std::int16_t year) {
     std::ostringstream out;
     host::GlobalOptions options;
     options.serverConnection = [&copies] { return copies.connect(); };
-    host::Session session(host::AccountPlace::behind("server", options.serverConnection), year, options,
+    host::Session session(host::AccountPlace::ofConnectionString("server", options.serverConnection), year, options,
                           host::Console{in, out, out});
     workbench::RunLog log(session.connection(), host::runNote(options, "allot"));
     workbench::Allotment allotment(session.connection(), session.data(), session.provider().Gl(), true, &log);

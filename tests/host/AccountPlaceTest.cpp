@@ -30,7 +30,7 @@ TEST(AccountPlace, OfAFileOpensTheEmbeddedDatabase) {
 TEST(AccountPlace, IsAFileWhereverTheStringSaysTheDriver) {
     for (const char* text :
          {"driver=sqlite;database=a.db", "database=a.db;DRIVER = {SQLite} ;", " Driver=sqlite;database={a.db}"}) {
-        const AccountPlace place = AccountPlace::behind(text, overOdbc);
+        const AccountPlace place = AccountPlace::ofConnectionString(text, overOdbc);
         EXPECT_EQ(place.file(), "a.db") << text;
         EXPECT_TRUE(isOf<sqlite::Connection>(place.makeConnection())) << text;
     }
@@ -39,7 +39,7 @@ TEST(AccountPlace, IsAFileWhereverTheStringSaysTheDriver) {
 TEST(AccountPlace, IsNotAFileByAWordWithinAValue) {
     for (const char* text : {"Driver={SQLite3};Database=a.db", "odbc={x;driver=sqlite};driver=odbc", "xdriver=sqlite",
                              "Driver={FreeTDS};Server=driver=sqlite"}) {
-        const AccountPlace place = AccountPlace::behind(text, overOdbc);
+        const AccountPlace place = AccountPlace::ofConnectionString(text, overOdbc);
         EXPECT_EQ(place.file(), std::nullopt) << text;
         EXPECT_TRUE(isOf<odbc::Connection>(place.makeConnection())) << text;
     }
@@ -47,9 +47,11 @@ TEST(AccountPlace, IsNotAFileByAWordWithinAValue) {
 
 TEST(AccountPlace, AddsTheYearToTheString) {
     const std::string text = "Driver={X};Server=s";
-    EXPECT_EQ(AccountPlace::behind(text, overOdbc).connectionString(std::int16_t{2024}), text + ";year=2024");
-    EXPECT_EQ(AccountPlace::behind(text + ";", overOdbc).connectionString(std::int16_t{2024}), text + ";year=2024");
-    EXPECT_EQ(AccountPlace::behind(text, overOdbc).connectionString(std::nullopt), text);
+    EXPECT_EQ(AccountPlace::ofConnectionString(text, overOdbc).connectionString(std::int16_t{2024}),
+              text + ";year=2024");
+    EXPECT_EQ(AccountPlace::ofConnectionString(text + ";", overOdbc).connectionString(std::int16_t{2024}),
+              text + ";year=2024");
+    EXPECT_EQ(AccountPlace::ofConnectionString(text, overOdbc).connectionString(std::nullopt), text);
 }
 
 TEST(AccountConnections, AreOfTheAdapterThatTheStringChooses) {

@@ -31,7 +31,7 @@ AccountPlace::AccountPlace(std::variant<std::filesystem::path, Named> place) : p
 
 AccountPlace AccountPlace::ofFile(std::filesystem::path file) { return AccountPlace(std::move(file)); }
 
-AccountPlace AccountPlace::behind(std::string connectionString, ConnectionMaker serverConnection) {
+AccountPlace AccountPlace::ofConnectionString(std::string connectionString, ConnectionMaker serverConnection) {
     const bool embedded = isEmbedded(connectionString);
     return AccountPlace(Named{std::move(connectionString), embedded, std::move(serverConnection)});
 }

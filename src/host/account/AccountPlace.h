@@ -20,7 +20,8 @@ public:
     [[nodiscard]] static AccountPlace ofFile(std::filesystem::path file);
     /// The database that a connection string names. The string must not contain a year, which comes from the
     /// command. serverConnection creates the connections to any database but the embedded one.
-    [[nodiscard]] static AccountPlace behind(std::string connectionString, ConnectionMaker serverConnection);
+    [[nodiscard]] static AccountPlace ofConnectionString(std::string connectionString,
+                                                         ConnectionMaker serverConnection);
 
     /// The account's file; empty for a server. Error 5 for a string of the embedded database that cannot be
     /// parsed.

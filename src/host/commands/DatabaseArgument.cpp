@@ -34,7 +34,7 @@ AccountPlace DatabaseArgument::takeOpen(const GlobalOptions& options, std::vecto
     if (!file.empty()) {
         behind.insert(behind.begin(), std::exchange(file, {}));
     }
-    return AccountPlace::behind(options.connect, options.serverConnection);
+    return AccountPlace::ofConnectionString(options.connect, options.serverConnection);
 }
 
 AccountPlace DatabaseArgument::take(const GlobalOptions& options, const std::vector<Word>& behind) {
@@ -58,7 +58,8 @@ AccountPlace DatabaseArgument::take(const GlobalOptions& options, const std::vec
             throw Failure(exitCode::usage, HostText::argumentMissing, {word.name});
         }
     }
-    return connected ? AccountPlace::behind(options.connect, options.serverConnection) : AccountPlace::ofFile(file);
+    return connected ? AccountPlace::ofConnectionString(options.connect, options.serverConnection)
+                     : AccountPlace::ofFile(file);
 }
 
 } // namespace z7::cashflow::host
