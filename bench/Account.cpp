@@ -53,7 +53,7 @@ Account::Account(const std::filesystem::path& file, std::int16_t year) {
     const std::string text = sqlite::connectionString(file, year);
     connection_.Open(text);
     modPublic::context() = modPublic::Context{};
-    provider_.Gl().objLogin(std::make_shared<host::HostLogin>(host::GlobalOptions{}, year, text));
+    provider_.gl().objLogin(std::make_shared<host::HostLogin>(host::GlobalOptions{}, year, text));
 }
 
 Account::~Account() { modPublic::context() = modPublic::Context{}; }

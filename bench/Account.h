@@ -37,7 +37,7 @@ public:
     Account(const Account&) = delete;
     Account& operator=(const Account&) = delete;
     [[nodiscard]] sqlite::Connection& connection() noexcept { return connection_; }
-    [[nodiscard]] IGlVoucherProvider& gl() noexcept { return provider_.Gl(); }
+    [[nodiscard]] IGlVoucherProvider& gl() noexcept { return provider_.gl(); }
 
 private:
     sqlite::Connection connection_;

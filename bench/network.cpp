@@ -141,7 +141,7 @@ void allotAskingAgain(Copies& copies, std::int16_t year) {
     host::Session session(host::AccountPlace::ofConnectionString("server", options.serverConnection), year, options,
                           host::Console{in, out, out});
     workbench::RunLog log(session.connection(), host::runNote(options, "allot"));
-    workbench::Allotment allotment(session.connection(), session.data(), session.provider().Gl(), true, &log);
+    workbench::Allotment allotment(session.connection(), session.data(), session.provider().gl(), true, &log);
     const auto vouchers = workbench::listVouchers(session.connection(), year, std::nullopt);
     (void)allotment.allotAll(
         vouchers, [] { return false; }, [](const workbench::VoucherResult&) {});

@@ -111,7 +111,7 @@ std::unique_ptr<bench::BareOdbc> openBare(const std::filesystem::path& file) {
 
 std::vector<std::string> valuesOf(Recordset& records) {
     std::vector<std::string> values;
-    for (; records.State() == ObjectState::Open && !records.EndOfFile(); records.MoveNext()) {
+    for (; records.State() == ObjectState::open && !records.atEnd(); records.MoveNext()) {
         FieldList& fields = records.Fields();
         for (int i = 0; i < fields.Count(); ++i) {
             const Variant value = fields.Item(i);
@@ -159,7 +159,7 @@ void checkStatements(const Paths& paths, std::vector<Statement>& statements) {
 }
 
 std::size_t rowsOf(Recordset& records) {
-    return records.State() == ObjectState::Open ? static_cast<std::size_t>(records.RecordCount()) : 0;
+    return records.State() == ObjectState::open ? static_cast<std::size_t>(records.RecordCount()) : 0;
 }
 
 // The replays of the recorded statements. Each round begins with new files; opening and closing are not measured.
@@ -269,7 +269,7 @@ void measureRows(const Paths& paths, const char* what, const std::string& statem
     const auto fetch = [&] { rows = rowsOf(*connection->Execute(statement)); };
     const auto fetchAndRead = [&] {
         const auto records = connection->Execute(statement);
-        for (; !records->EndOfFile(); records->MoveNext()) {
+        for (; !records->atEnd(); records->MoveNext()) {
             const FieldList& fields = records->Fields();
             for (int i = 0; i < fields.Count(); ++i) {
                 values += fields.Item(i).isNull() ? 0 : 1;

@@ -1,8 +1,19 @@
-# Writes the scripts of the list SCRIPTS as string constants to the source file OUTPUT; a script x/y.sql becomes scripts::y in the
-# namespace z7::cashflow::ADAPTER, declared in adapters/ADAPTER/scripts.h.
+# Writes the scripts of the list SCRIPTS as string constants to the source file OUTPUT; a script x/log_tables.sql becomes
+# scripts::logTables in the namespace z7::cashflow::ADAPTER, declared in adapters/ADAPTER/scripts.h.
 set(content "#include \"adapters/${ADAPTER}/scripts.h\"\n\nnamespace z7::cashflow::${ADAPTER}::scripts {\n")
 foreach(script IN LISTS SCRIPTS)
-  get_filename_component(name ${script} NAME_WE)
+  get_filename_component(file ${script} NAME_WE)
+  string(REPLACE "_" ";" words ${file})
+  set(name "")
+  foreach(word IN LISTS words)
+    if(name)
+      string(SUBSTRING ${word} 0 1 first)
+      string(TOUPPER ${first} first)
+      string(SUBSTRING ${word} 1 -1 rest)
+      set(word ${first}${rest})
+    endif()
+    string(APPEND name ${word})
+  endforeach()
   file(READ ${script} text)
   string(APPEND content "\nconst char* const ${name} = R\"script(${text})script\";\n")
 endforeach()

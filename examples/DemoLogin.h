@@ -13,13 +13,13 @@ public:
         : year_(std::move(year)), connectionString_(std::move(connectionString)) {}
 
     std::int32_t LocaleId() override { return 1033; }
-    std::string LanguageTag() override { return "en-US"; }
-    std::string AccountId() override { return "001"; }
-    std::string AccountingYear() override { return year_; }
-    std::string UserId() override { return "demo"; }
-    std::string Operator() override { return "demo"; }
+    std::string languageTag() override { return "en-US"; }
+    std::string accountId() override { return "001"; }
+    std::string accountingYear() override { return year_; }
+    std::string userId() override { return "demo"; }
+    std::string operatorName() override { return "demo"; }
     std::string ConnectionString() override { return connectionString_; }
-    z7::cashflow::Variant Information(std::int32_t) override { return {}; }
+    z7::cashflow::Variant information(std::int32_t) override { return {}; }
     std::shared_ptr<z7::cashflow::TextLookup> TextLookup() override { return text_; }
     std::shared_ptr<z7::cashflow::FormattedTextLookup> FormattedTextLookup() override { return formattedText_; }
     /// The library does not escape values, so a host that does not check them itself switches the guard on.

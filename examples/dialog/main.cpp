@@ -65,7 +65,7 @@ int main(int count, char** words) try {
     connection.BeginTrans();
     try {
         VoucherProvider provider;
-        provider.Gl().SaveCashFlowColEx(connection, "gl_accvouch", period, kind, number, date, &rows);
+        provider.gl().SaveCashFlowColEx(connection, "gl_accvouch", period, kind, number, date, &rows);
         connection.CommitTrans();
     } catch (...) {
         connection.RollbackTrans();

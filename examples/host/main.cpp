@@ -31,13 +31,13 @@ int main(int count, char** words) try {
     connection.Open(account);
 
     VoucherProvider provider;
-    provider.Gl().objLogin(std::make_shared<DemoLogin>(std::to_string(year), account));
+    provider.gl().objLogin(std::make_shared<DemoLogin>(std::to_string(year), account));
 
     // The library works in the host's transaction and never ends it.
     connection.BeginTrans();
     try {
         std::shared_ptr<CashFlowCollection> rows; // empty: the library finds or generates them
-        provider.Gl().SaveCashFlowColEx(connection, "gl_accvouch", period, kind, number, date, &rows);
+        provider.gl().SaveCashFlowColEx(connection, "gl_accvouch", period, kind, number, date, &rows);
         connection.CommitTrans();
         if (!rows || rows->Count() == 0) {
             std::cout << "The voucher needs no rows; none are stored for it.\n";

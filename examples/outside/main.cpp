@@ -33,8 +33,8 @@ int main(int count, char** words) try {
     connection.Open(account);
 
     VoucherProvider provider;
-    provider.Out().objLogin(std::make_shared<DemoLogin>(arguments[2], account));
-    std::cout << provider.Out().GetCashFlowColFromXml(connection, voucher) << '\n';
+    provider.out().objLogin(std::make_shared<DemoLogin>(arguments[2], account));
+    std::cout << provider.out().GetCashFlowColFromXml(connection, voucher) << '\n';
     return 0;
 } catch (const Error& error) {
     std::cerr << error.source() << " " << error.number() << ": " << error.description() << '\n';

@@ -92,7 +92,7 @@ constexpr std::array catalogue{
 
 std::span<const ResourceText> resourceTexts() noexcept { return catalogue; }
 
-std::string CatalogueText::Text(const std::string& key) {
+std::string CatalogueText::text(const std::string& key) {
     const auto* const found =
         std::find_if(catalogue.begin(), catalogue.end(), [&key](const ResourceText& text) { return text.key == key; });
     if (found == catalogue.end()) {
@@ -101,10 +101,10 @@ std::string CatalogueText::Text(const std::string& key) {
     return std::string(language_ == Language::chinese ? found->chinese : found->english);
 }
 
-std::string CatalogueFormattedText::Text(const std::string& key, const std::vector<Variant>& arguments) {
+std::string CatalogueFormattedText::text(const std::string& key, const std::vector<Variant>& arguments) {
     std::vector<std::string> texts;
     std::transform(arguments.begin(), arguments.end(), std::back_inserter(texts), toTextOrEmpty);
-    return fillPlaces(text_.Text(key), texts);
+    return fillPlaces(text_.text(key), texts);
 }
 
 } // namespace z7::cashflow::texts

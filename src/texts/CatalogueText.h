@@ -26,7 +26,7 @@ struct ResourceText {
 class CatalogueText final : public TextLookup {
 public:
     explicit CatalogueText(Language language) noexcept : language_(language) {}
-    [[nodiscard]] std::string Text(const std::string& key) override;
+    [[nodiscard]] std::string text(const std::string& key) override;
 
 private:
     Language language_;
@@ -37,7 +37,7 @@ private:
 class CatalogueFormattedText final : public FormattedTextLookup {
 public:
     explicit CatalogueFormattedText(Language language) noexcept : text_(language) {}
-    [[nodiscard]] std::string Text(const std::string& key, const std::vector<Variant>& arguments) override;
+    [[nodiscard]] std::string text(const std::string& key, const std::vector<Variant>& arguments) override;
 
 private:
     CatalogueText text_;

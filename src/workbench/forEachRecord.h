@@ -10,7 +10,7 @@ namespace z7::cashflow::workbench {
 /// through.
 template <class Action> void forEachRecord(Connection& connection, const std::string& query, Action&& action) {
     const auto records = connection.Execute(query);
-    for (; !records->EndOfFile(); records->MoveNext()) {
+    for (; !records->atEnd(); records->MoveNext()) {
         action(records->Fields());
     }
 }

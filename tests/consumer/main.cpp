@@ -15,20 +15,20 @@ namespace cf = z7::cashflow;
 
 class Texts final : public cf::TextLookup, public cf::FormattedTextLookup {
 public:
-    std::string Text(const std::string& key) override { return key; }
-    std::string Text(const std::string& key, const std::vector<cf::Variant>&) override { return key; }
+    std::string text(const std::string& key) override { return key; }
+    std::string text(const std::string& key, const std::vector<cf::Variant>&) override { return key; }
 };
 
 class Login final : public cf::Z7Login {
 public:
     std::int32_t LocaleId() override { return 1033; }
-    std::string AccountId() override { return "001"; }
-    std::string AccountingYear() override { return "2013"; }
-    std::string UserId() override { return "demo"; }
-    std::string Operator() override { return "demo"; }
+    std::string accountId() override { return "001"; }
+    std::string accountingYear() override { return "2013"; }
+    std::string userId() override { return "demo"; }
+    std::string operatorName() override { return "demo"; }
     std::string ConnectionString() override { return {}; }
-    cf::Variant Information(std::int32_t) override { return {}; }
-    std::string LanguageTag() override { return "en"; }
+    cf::Variant information(std::int32_t) override { return {}; }
+    std::string languageTag() override { return "en"; }
     std::shared_ptr<cf::TextLookup> TextLookup() override { return texts_; }
     std::shared_ptr<cf::FormattedTextLookup> FormattedTextLookup() override { return texts_; }
 

@@ -188,7 +188,7 @@ TEST_F(CashItems, QuotesGoDownAsTheyCome) {
     std::string text;
     (void)data.GetCFItemName(connection, "0'1");
     (void)data.GetCashFlowTemplate(connection, "10'01", true, Date(2.0), text);
-    login->userId = "u'1";
+    login->answers.userId = "u'1";
     (void)data.GetCashFlowFromDraft(connection, i16(-3), text);
     EXPECT_TRUE(database.texts()[0].ends_with("citemcode=N'0'1'"));
     EXPECT_NE(database.texts()[1].find("cDataSource=N'10'01' and bdir =1"), std::string::npos);

@@ -12,7 +12,7 @@ protected:
     /// The values of a column, record by record; closes the record set.
     static Lines valuesOf(const std::shared_ptr<Recordset>& records, const std::string& column) {
         Lines values;
-        for (; !records->EndOfFile(); records->MoveNext()) {
+        for (; !records->atEnd(); records->MoveNext()) {
             values.push_back(toTextOrEmpty(records->Fields().Item(column)));
         }
         records->Close();
@@ -67,10 +67,10 @@ TEST_F(EmbeddedData, AStoredRowWhoseItemOrAccountIsUnknownDoesNotShow) {
 TEST_F(EmbeddedData, TheStateThatWantsAnEmptySetGetsAllItsColumns) {
     storeRow("02");
     const auto full = data.GetCashTable(connection, 1, 1, 6);
-    EXPECT_FALSE(full->EndOfFile());
+    EXPECT_FALSE(full->atEnd());
     modPublic::context().VouchState = 2;
     const auto empty = data.GetCashTable(connection, 1, 1, 6);
-    EXPECT_TRUE(empty->EndOfFile());
+    EXPECT_TRUE(empty->atEnd());
     EXPECT_EQ(columnsOf(empty), columnsOf(full));
     EXPECT_EQ(columnsOf(empty).back(), "citemname");
 }
@@ -164,9 +164,9 @@ TEST_F(EmbeddedData, BudgetLinesAreAbsentUnderGovernmentAccountingAlone) {
     company.execute("update code set cUserDefineType=N'财务会计科目'");
     company.execute("update code set cUserDefineType=N'预算类会计科目' where ccode=N'6001'");
     EXPECT_EQ(linesOfVoucher(), (Lines{"1", "2"}));
-    login->information[117] = "新政府会计制度";
+    login->answers.information[117] = "新政府会计制度";
     EXPECT_EQ(linesOfVoucher(), (Lines{"1", "2"}));
-    login->information[117] = "政府会计制度2019";
+    login->answers.information[117] = "政府会计制度2019";
     EXPECT_EQ(linesOfVoucher(), Lines{"1"});
     company.execute("update code set cUserDefineType=N'预算类会计科目' where ccode=N'1001'");
     EXPECT_EQ(cashSum(), 250.5) << "sums know no budget accounts";
@@ -176,7 +176,7 @@ TEST_F(EmbeddedData, ALineOnAnAccountOfNoKindIsAbsentUnderGovernmentAccounting) 
     company.execute("update code set cUserDefineType=N'财务会计科目'");
     company.execute("update code set cUserDefineType=null where ccode=N'6001'");
     EXPECT_EQ(linesOfVoucher(), (Lines{"1", "2"}));
-    login->information[117] = "政府会计制度";
+    login->answers.information[117] = "政府会计制度";
     EXPECT_EQ(linesOfVoucher(), Lines{"1"}) << "nothing is unequal to null";
 }
 

@@ -71,7 +71,7 @@ TEST_F(Settings, YearAndPeriodOfADate) {
 
 TEST_F(Settings, YearAndPeriodAreThoseOfTheLoginsAccount) {
     database.answerPrefix("select iyear", {{"iyear", "iid"}, {}, {}});
-    login->accountId = "0'99";
+    login->answers.accountId = "0'99";
     EXPECT_EQ(data.DateToYearPeriod(connection, Date::none()), "190000");
     expectStatements({"main(3,-1): " + sent(statements::accountingPeriod, "0'99", "1900-01-01", "1900-01-01")});
 }

@@ -58,7 +58,7 @@ TEST_F(VoucherReaders, StoredRowsOfAnUnknownOutsideVoucherAreNoneAndNoError) {
     database.answerPrefix("select iperiod,", none("iperiod"));
     database.answerPrefix("select table1", none("RowGuid"));
     const auto records = data.GetCashTable2(connection, "OUT");
-    EXPECT_TRUE(records->EndOfFile());
+    EXPECT_TRUE(records->atEnd());
     EXPECT_NE(records->Source().find("and iperiod=0 and isignseq=0 and ino_id=0)"), std::string::npos);
 }
 
@@ -117,7 +117,7 @@ TEST_F(VoucherReaders, BudgetAccountsDoNotCountUnderGovernmentAccounting) {
     database.answerPrefix("select", none("inid"));
     const std::string filter = sent(statements::exceptBudgetAccounts);
     for (const char* system : {"政府会计制度", "政府会计制度（事业单位）"}) {
-        login->information[117] = system;
+        login->answers.information[117] = system;
         EXPECT_TRUE(statementOf([&] {
                         return data.GetVoucherTable(connection, "gl_accvouch", 1, 2, 5);
                     }).ends_with(" and  code.bend=1 and code.bclose=0" + filter));
@@ -130,7 +130,7 @@ TEST_F(VoucherReaders, BudgetAccountsDoNotCountUnderGovernmentAccounting) {
     }
     for (const Variant& system :
          {Variant("新政府会计制度"), Variant("政府会计"), Variant("企业会计制度"), Variant(""), Variant()}) {
-        login->information[117] = system;
+        login->answers.information[117] = system;
         EXPECT_TRUE(statementOf([&] {
                         return data.GetVoucherTable(connection, "mine", 1, 2, 5);
                     }).ends_with("where  code.bend=1 and code.bclose=0"))
@@ -146,7 +146,7 @@ TEST_F(VoucherReaders, NoOtherAccountInformationIsAskedFor) {
     database.answerPrefix("select", none("inid"));
     (void)data.GetVoucherTable(connection, "mine", 1, 2, 5);
     (void)data.GetVoucherTable2(connection, "mine", "OUT");
-    EXPECT_EQ(std::count(login->calls.begin(), login->calls.end(), "Information 117"), 2);
+    EXPECT_EQ(std::count(login->calls.begin(), login->calls.end(), "information 117"), 2);
 }
 
 TEST_F(VoucherReaders, NamesAndKeysGoDownAsTheyCome) {

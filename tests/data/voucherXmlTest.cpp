@@ -199,7 +199,7 @@ TEST_F(VoucherXml, AnAmountThatCannotBeFilledUpIsTheCallersError) {
 }
 
 TEST_F(VoucherXml, TheYearOfTheTableIsTheLoginsTextAndNotTheContexts) {
-    login->accountingYear = "02014";
+    login->answers.accountingYear = "02014";
     (void)convert("<v/>");
     EXPECT_TRUE(database.texts()[1].ends_with("  from gl_accvouch where 1=0 and iyear=02014")) << database.texts()[1];
 }

@@ -99,7 +99,7 @@ std::map<std::string, std::string> Desk::stored() {
         connection().Execute("select iperiod,isignseq,ino_id,count(*) as lines,sum(md) as debit,sum(mc) as credit "
                              "from gl_cashtable group by iperiod,isignseq,ino_id");
     std::map<std::string, std::string> result;
-    for (; !rows->EndOfFile(); rows->MoveNext()) {
+    for (; !rows->atEnd(); rows->MoveNext()) {
         FieldList& field = rows->Fields();
         result[voucherOf(field)] =
             toText(field.Item("lines")) + ":" + toText(field.Item("debit")) + ":" + toText(field.Item("credit"));
@@ -119,10 +119,10 @@ std::map<std::string, std::vector<std::string>> Desk::marksOfRows() {
 std::map<std::string, std::vector<std::string>> Desk::marks(const std::string& query) {
     std::map<std::string, std::vector<std::string>> result;
     const auto records = connection().Execute(query);
-    for (; !records->EndOfFile(); records->MoveNext()) {
+    for (; !records->atEnd(); records->MoveNext()) {
         FieldList& field = records->Fields();
         std::string mark = toTextOrEmpty(field.Item("cDefine1"));
-        if (field.Has("cCashItem")) {
+        if (field.has("cCashItem")) {
             mark += "/" + toTextOrEmpty(field.Item("cCashItem"));
         }
         auto& known = result[voucherOf(field)];

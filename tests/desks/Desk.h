@@ -24,7 +24,7 @@ public:
     Desk& operator=(const Desk&) = delete;
 
     [[nodiscard]] Connection& connection() { return *connection_; }
-    [[nodiscard]] IGlVoucherProvider& gl() { return provider_.Gl(); }
+    [[nodiscard]] IGlVoucherProvider& gl() { return provider_.gl(); }
 
     /// Writes the desk's mark on the voucher's lines.
     void mark(const workbench::VoucherHead& voucher, const std::string& mark);

@@ -180,16 +180,16 @@ TEST_P(DesksTest, SeeOnSeparateSessionsOnlyWhatIsCommitted) {
     desk.connection().BeginTrans();
     desk.connection().Execute("insert into fitemss98 (citemcode,citemname) values (N'NEW',N'new item')");
     const auto own = [&] {
-        const auto records = desk.connection().CreateRecordset();
+        const auto records = desk.connection().createRecordset();
         try {
-            records->Open(statement, desk.connection().ConnectionString(), CursorType::ForwardOnly, LockType::ReadOnly);
+            records->Open(statement, desk.connection().ConnectionString(), CursorType::forwardOnly, LockType::readOnly);
         } catch (const Error& error) {
             EXPECT_EQ(error.sqlState(), "HYT00") << error.what(); // a server that locks makes it wait in vain
             return false;
         }
-        return !records->EndOfFile();
+        return !records->atEnd();
     };
-    EXPECT_FALSE(desk.connection().Execute(statement)->EndOfFile());
+    EXPECT_FALSE(desk.connection().Execute(statement)->atEnd());
     EXPECT_FALSE(own());
     desk.connection().CommitTrans();
     EXPECT_TRUE(own());

@@ -117,7 +117,7 @@ std::vector<std::string> LineCutTest::found() const {
           "select iperiod,isignseq,ino_id,inid,cDefine1 from gl_accvouch where cDefine1 is not null "
           "order by iperiod,isignseq,ino_id,inid"}) {
         const auto records = direct(query);
-        for (; !records->EndOfFile(); records->MoveNext()) {
+        for (; !records->atEnd(); records->MoveNext()) {
             std::string& text = all.emplace_back();
             for (int i = 0; i < records->Fields().Count(); ++i) {
                 text += toTextOrEmpty(records->Fields().Item(i)) + " ";
@@ -238,8 +238,8 @@ TEST_P(LineCutTest, AtEveryRequestOfChangingARecordIsReportedAndChangesNothing) 
                               " and ino_id=" + std::to_string(key.number) + " and inid=1";
     const auto change = [&] {
         desk->connection().BeginTrans();
-        const auto line = desk->connection().CreateRecordset();
-        line->Open(query, &desk->connection(), CursorType::Keyset, LockType::Optimistic);
+        const auto line = desk->connection().createRecordset();
+        line->Open(query, &desk->connection(), CursorType::keyset, LockType::optimistic);
         line->Fields().Item("cDefine1", Variant("changed"));
         line->Update();
     };

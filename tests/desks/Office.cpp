@@ -113,9 +113,9 @@ private:
         const bool periods = table == "ua_period"; // the one table of the system database, which accounts share
         const std::string query = "select * from " + (periods ? "zqsystem.." + table : table);
         const auto from = source.Execute(query);
-        const auto to = target.CreateRecordset();
-        to->Open(query + " where 1=0", &target, CursorType::Keyset, LockType::Optimistic);
-        for (; !from->EndOfFile(); from->MoveNext()) {
+        const auto to = target.createRecordset();
+        to->Open(query + " where 1=0", &target, CursorType::keyset, LockType::optimistic);
+        for (; !from->atEnd(); from->MoveNext()) {
             to->AddNew();
             for (int i = 0; i < from->Fields().Count(); ++i) {
                 const std::string& column = from->Fields().Name(i);

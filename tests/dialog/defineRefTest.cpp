@@ -84,7 +84,7 @@ TEST_F(DefineRefTest, LinesOfAKeyedTableAreThoseOfTheVoucherInAnyLetterCaseOfThe
                                        "where iperiod=1 and isignseq=2 and ino_id=40000");
     }
     EXPECT_EQ(toText(grid->Fields().Item("ccode")), "6001");
-    EXPECT_EQ(grid->CursorLocation(), CursorLocation::Client);
+    EXPECT_EQ(grid->CursorLocation(), CursorLocation::client);
     EXPECT_TRUE(std::holds_alternative<std::monostate>(grid->ActiveConnection())) << "without a connection";
 }
 

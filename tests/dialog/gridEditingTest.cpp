@@ -76,11 +76,11 @@ TEST_F(GridEditing, WithTheOptionOnAnAccountThatMovesNoCashIsRefused) {
 TEST_F(GridEditing, WithTheOptionOffACashAccountIsRefusedInTheUsersLanguage) {
     database.answerPrefix("select bCashItem from code where", one("bCashItem", true));
     for (const char* tag : {"zh-CN", "zh-cn"}) {
-        login->languageTag = tag;
+        login->answers.languageTag = tag;
         expectRefused(1, 1, "1001", "请使用非现金流量科目!");
     }
     for (const char* tag : {"en", "zh-TW"}) {
-        login->languageTag = tag;
+        login->answers.languageTag = tag;
         expectRefused(1, 1, "1001", "<Z7.GL.ZZPZ.00234>");
     }
 }

@@ -128,7 +128,7 @@ TEST_F(DialogLoad, RowsShowWithTheSummaryOfTheirLines) {
 }
 
 TEST_F(DialogLoad, DirectionIsInTheUsersLanguage) {
-    login->languageTag = "en";
+    login->answers.languageTag = "en";
     addRow(i16(1), "1001", 100.0, 0.0, "01");
     addRow(i16(2), "6001", Null{}, 60.0, "01");
     load();

@@ -18,8 +18,8 @@ public:
     bool ShowServerRef(std::shared_ptr<ReferenceProvider>& provider, std::shared_ptr<Recordset>& shown,
                        std::shared_ptr<Recordset>& picked, std::string& errorText) override {
         log_.push_back(std::string("ShowServerRef ") + (dynamic_cast<DefineRef*>(provider.get()) ? "DefineRef" : "?"));
-        EXPECT_EQ(shown->State(), ObjectState::Closed);
-        EXPECT_EQ(picked->State(), ObjectState::Closed);
+        EXPECT_EQ(shown->State(), ObjectState::closed);
+        EXPECT_EQ(picked->State(), ObjectState::closed);
         EXPECT_NE(shown, picked);
         return answer_(picked, errorText);
     }
@@ -39,7 +39,7 @@ public:
     }
     bool ItemRefInit(std::shared_ptr<Z7Login>& login, bool flag, const std::string& itemClass,
                      std::string& filter) override {
-        log_.push_back("ItemRefInit " + login->UserId() + (flag ? " true " : " false ") + itemClass + " " + filter);
+        log_.push_back("ItemRefInit " + login->userId() + (flag ? " true " : " false ") + itemClass + " " + filter);
         return ready_;
     }
     void Show() override { log_.emplace_back("Show"); }
@@ -60,7 +60,7 @@ protected:
     void pickLine(const Table& table) {
         database.answer("picked", table);
         useServerClient([](std::shared_ptr<Recordset>& picked, std::string&) {
-            picked->Open("picked", ActiveConnection(), CursorType::Static, LockType::ReadOnly);
+            picked->Open("picked", ActiveConnection(), CursorType::snapshot, LockType::readOnly);
             return true;
         });
     }
@@ -76,8 +76,8 @@ protected:
     }
     std::shared_ptr<Recordset> openItems(const Table& table) {
         database.answer("items", table);
-        auto items = own_->CreateRecordset();
-        items->Open("items", own_.get(), CursorType::Static, LockType::ReadOnly);
+        auto items = own_->createRecordset();
+        items->Open("items", own_.get(), CursorType::snapshot, LockType::readOnly);
         return items;
     }
     void useItemClient(bool ready, const std::shared_ptr<Recordset>& picked) {
@@ -177,7 +177,7 @@ TEST_F(References, AnItemPopUpThatBringsNothingChangesNothing) {
     useItemClient(false, nullptr);
     cells().reference(1, 4);
     EXPECT_EQ(log_.size(), 2U) << "it is not shown";
-    for (const auto& picked : {std::shared_ptr<Recordset>(), own_->CreateRecordset(), openItems(none("citemcode"))}) {
+    for (const auto& picked : {std::shared_ptr<Recordset>(), own_->createRecordset(), openItems(none("citemcode"))}) {
         useItemClient(true, picked);
         cells().Col(4);
         cells().reference(1, 4);

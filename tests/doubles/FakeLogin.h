@@ -15,7 +15,7 @@ namespace z7::cashflow::test {
 /// A catalogue that returns "<key>" for every key, or the text set for it.
 class FakeTextLookup final : public TextLookup {
 public:
-    [[nodiscard]] std::string Text(const std::string& key) override {
+    [[nodiscard]] std::string text(const std::string& key) override {
         asked.push_back(key);
         if (failure) {
             throw Error(*failure);
@@ -32,7 +32,7 @@ public:
 /// The catalogue with arguments: returns "<key:n>" with the number of arguments.
 class FakeFormattedTextLookup final : public FormattedTextLookup {
 public:
-    [[nodiscard]] std::string Text(const std::string& key, const std::vector<Variant>& arguments) override {
+    [[nodiscard]] std::string text(const std::string& key, const std::vector<Variant>& arguments) override {
         asked.emplace_back(key, arguments);
         if (failure) {
             throw Error(*failure);
@@ -48,17 +48,17 @@ public:
 class FakeLogin final : public Z7Login {
 public:
     std::int32_t LocaleId() override { return read("LocaleId"), localeId; }
-    std::string AccountId() override { return read("AccountId"), accountId; }
-    std::string AccountingYear() override { return read("AccountingYear"), accountingYear; }
-    std::string UserId() override { return read("UserId"), userId; }
-    std::string Operator() override { return read("Operator"), operatorName; }
+    std::string accountId() override { return read("accountId"), answers.accountId; }
+    std::string accountingYear() override { return read("accountingYear"), answers.accountingYear; }
+    std::string userId() override { return read("userId"), answers.userId; }
+    std::string operatorName() override { return read("operatorName"), answers.operatorName; }
     std::string ConnectionString() override { return read("ConnectionString"), connectionString; }
-    Variant Information(std::int32_t code) override {
-        read("Information " + std::to_string(code));
-        const auto found = information.find(code);
-        return found == information.end() ? Variant("") : found->second;
+    Variant information(std::int32_t code) override {
+        read("information " + std::to_string(code));
+        const auto found = answers.information.find(code);
+        return found == answers.information.end() ? Variant("") : found->second;
     }
-    std::string LanguageTag() override { return read("LanguageTag"), languageTag; }
+    std::string languageTag() override { return read("languageTag"), answers.languageTag; }
     std::shared_ptr<cashflow::TextLookup> TextLookup() override {
         read("TextLookup");
         if (textLookupFailure) {
@@ -76,14 +76,18 @@ public:
 
     bool guardsStatements() override { return guards; }
 
+    /// What the properties of the same names return.
+    struct Answers {
+        std::string accountId = "001";
+        std::string accountingYear = "2013";
+        std::string userId = "u1";
+        std::string operatorName = "demo";
+        std::map<std::int32_t, Variant> information;
+        std::string languageTag = "zh-CN";
+    };
+    Answers answers;
     std::int32_t localeId = 2052;
-    std::string accountId = "001";
-    std::string accountingYear = "2013";
-    std::string userId = "u1";
-    std::string operatorName = "demo";
     std::string connectionString = "db=login";
-    std::map<std::int32_t, Variant> information;
-    std::string languageTag = "zh-CN";
     bool guards = false; ///< what guardsStatements returns
     std::shared_ptr<FakeTextLookup> texts = std::make_shared<FakeTextLookup>();
     std::shared_ptr<FakeFormattedTextLookup> formattedTexts = std::make_shared<FakeFormattedTextLookup>();

@@ -12,7 +12,7 @@ namespace z7::cashflow::test {
 /// An invisible message box: it records each call as one line and answers from a list, otherwise with 1 (ok).
 class RecordingMessageBox final : public MessageBox {
 public:
-    void Locale(const std::string& localeId) override { log.push_back("Locale " + localeId); }
+    void locale(const std::string& localeId) override { log.push_back("Locale " + localeId); }
     std::int32_t Show(const std::string& prompt, std::int32_t buttons, const std::string& title,
                       const std::string& helpFile, std::int32_t context) override {
         log.push_back("Show " + prompt + "|" + std::to_string(buttons) + "|" + title + "|" + helpFile + "|" +

@@ -15,12 +15,12 @@ public:
 
     void Open(const std::string&) override { forbid("Open"); }
     void Close() override { forbid("Close"); }
-    [[nodiscard]] ObjectState State() const override { return ObjectState::Open; }
+    [[nodiscard]] ObjectState State() const override { return ObjectState::open; }
     [[nodiscard]] std::string ConnectionString() const override { return ScriptedDatabase::connectionString(); }
     std::shared_ptr<Recordset> Execute(const std::string& commandText) override {
         return execute(database_, *this, "main", commandText);
     }
-    [[nodiscard]] std::shared_ptr<Recordset> CreateRecordset() override {
+    [[nodiscard]] std::shared_ptr<Recordset> createRecordset() override {
         return std::make_shared<ScriptedRecordset>(database_, this, "main");
     }
     void BeginTrans() override { forbid("BeginTrans"); }
@@ -67,13 +67,13 @@ public:
         open_ = false;
         database_.note(name_ + ": Close");
     }
-    [[nodiscard]] ObjectState State() const override { return open_ ? ObjectState::Open : ObjectState::Closed; }
+    [[nodiscard]] ObjectState State() const override { return open_ ? ObjectState::open : ObjectState::closed; }
     [[nodiscard]] std::string ConnectionString() const override { return ScriptedDatabase::connectionString(); }
     std::shared_ptr<Recordset> Execute(const std::string& commandText) override {
         needOpen();
         return ScriptedConnection::execute(database_, *this, name_, commandText);
     }
-    [[nodiscard]] std::shared_ptr<Recordset> CreateRecordset() override {
+    [[nodiscard]] std::shared_ptr<Recordset> createRecordset() override {
         return std::make_shared<ScriptedRecordset>(database_, this, name_);
     }
     void BeginTrans() override { transaction("BeginTrans"); }

@@ -83,7 +83,7 @@ ScriptedRecordset::ScriptedRecordset(ScriptedDatabase& database, Connection* cre
     : database_(database), creator_(creator), session_(std::move(session)) {}
 
 ScriptedRecordset::~ScriptedRecordset() {
-    if (State() == ObjectState::Open) {
+    if (State() == ObjectState::open) {
         database_.dropped_.push_back(source_);
         Close();
     }
@@ -103,7 +103,7 @@ void ScriptedRecordset::fill(const std::string& source, const Table& table, bool
 
 void ScriptedRecordset::Open(const std::string& source, const cashflow::ActiveConnection& connection,
                              CursorType cursorType, LockType lockType) {
-    if (State() == ObjectState::Open) {
+    if (State() == ObjectState::open) {
         throw Error(errors::objectOpen, "ScriptedRecordset", "the recordset is open");
     }
     const auto on = std::holds_alternative<std::monostate>(connection) ? active_ : connection;
@@ -120,10 +120,10 @@ void ScriptedRecordset::Open(const std::string& source, const cashflow::ActiveCo
     }
     const Table table = database_.run(session, source);
     if (!table.columns.empty()) {
-        fill(source, table, lockType == LockType::Pessimistic || lockType == LockType::Optimistic);
+        fill(source, table, lockType == LockType::pessimistic || lockType == LockType::optimistic);
     }
     active_ = on;
-    countsRows_ = location_ == cashflow::CursorLocation::Client || cursorType != CursorType::Dynamic;
+    countsRows_ = location_ == cashflow::CursorLocation::client || cursorType != CursorType::dynamic;
 }
 
 void ScriptedRecordset::Close() {

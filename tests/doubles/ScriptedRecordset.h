@@ -24,7 +24,7 @@ public:
     void Close() override;
     [[nodiscard]] ObjectState State() const override { return records_.State(); }
     [[nodiscard]] std::string Source() const override { return records_.Source(); }
-    [[nodiscard]] bool EndOfFile() const override { return records_.EndOfFile(); }
+    [[nodiscard]] bool atEnd() const override { return records_.atEnd(); }
     [[nodiscard]] std::int32_t RecordCount() const override { return countsRows_ ? records_.RecordCount() : -1; }
     void MoveFirst() override { records_.MoveFirst(); }
     void MoveNext() override { records_.MoveNext(); }
@@ -41,7 +41,7 @@ public:
 private:
     [[nodiscard]] int Count() const override { return fields_->Count(); }
     [[nodiscard]] const std::string& Name(int position) const override { return fields_->Name(position); }
-    [[nodiscard]] bool Has(std::string_view name) const override { return fields_->Has(name); }
+    [[nodiscard]] bool has(std::string_view name) const override { return fields_->has(name); }
     [[nodiscard]] Variant Item(std::string_view name) const override { return fields_->Item(name); }
     [[nodiscard]] Variant Item(int position) const override { return fields_->Item(position); }
     void Item(std::string_view name, const Variant& value) override;
@@ -52,7 +52,7 @@ private:
     shared::ClientRecordset records_{nullptr};
     FieldList* fields_ = nullptr; ///< the fields of the records, once they are open
     std::string source_;
-    cashflow::CursorLocation location_ = cashflow::CursorLocation::Server;
+    cashflow::CursorLocation location_ = cashflow::CursorLocation::server;
     cashflow::ActiveConnection active_;
     bool countsRows_ = true; ///< a dynamic cursor on the server does not know its number of rows
 };

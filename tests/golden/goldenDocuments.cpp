@@ -120,7 +120,7 @@ std::string voucher(const std::string& document) {
     for (const bool blnCreateCF : {false, true}) {
         text += blnCreateCF ? "rows generated\n" : "rows stored\n";
         try {
-            text += rowsOf(provider.Out().GetCashFlowColFromXml(company.connection(), document, blnCreateCF));
+            text += rowsOf(provider.out().GetCashFlowColFromXml(company.connection(), document, blnCreateCF));
         } catch (const Error& error) {
             text += "  " + told(error);
         }
@@ -147,7 +147,7 @@ std::string glSave(const std::string& document) {
     std::string text;
     try {
         bool blnCheckCF = false;
-        VoucherProvider().Gl().SaveCashFlowColFromXml(company.connection(), "gl_accvouch", 1, 2, 5, &xml, &blnCheckCF);
+        VoucherProvider().gl().SaveCashFlowColFromXml(company.connection(), "gl_accvouch", 1, 2, 5, &xml, &blnCheckCF);
         text = std::string("saved, sums compared: ") + (blnCheckCF ? "yes" : "no") + "\n";
     } catch (const Error& error) {
         text = told(error);
@@ -161,7 +161,7 @@ std::string outsideSave(const std::string& document) {
     std::string xml = document;
     std::string text;
     try {
-        VoucherProvider().Out().SaveCashFlowCol(company.connection(), "GL_accvouch", "OUT", &xml);
+        VoucherProvider().out().SaveCashFlowCol(company.connection(), "GL_accvouch", "OUT", &xml);
         text = "saved\n";
     } catch (const Error& error) {
         text = told(error);

@@ -56,7 +56,7 @@ TEST_F(AccountLogOnServer, IsRefusedWhereTheSchemaHasAnotherVersion) {
         static_cast<void>(startLog(*connection_));
         FAIL() << "it was not refused";
     } catch (const Failure& failure) {
-        EXPECT_EQ(failure.exitCode(), exitCode::refused);
+        EXPECT_EQ(failure.exitCode(), exit_code::refused);
         EXPECT_THAT(failure.message(Language::english), HasSubstr("version 2"));
     }
     EXPECT_FALSE(workbench::hasLog(*connection_));

@@ -38,9 +38,9 @@ std::string optionOf(const std::filesystem::path& database, const std::string& n
     sqlite::Connection connection;
     connection.Open(sqlite::connectionString(database));
     const auto option = connection.Execute("select cvalue,cdefault from accinformation where cname=N'" + name + "'");
-    return option->EndOfFile() ? "(none)"
-                               : toTextOrEmpty(option->Fields().Item("cvalue")) + "/" +
-                                     toTextOrEmpty(option->Fields().Item("cdefault"));
+    return option->atEnd() ? "(none)"
+                           : toTextOrEmpty(option->Fields().Item("cvalue")) + "/" +
+                                 toTextOrEmpty(option->Fields().Item("cdefault"));
 }
 
 class AccountMakerTest : public testing::Test {
@@ -124,7 +124,7 @@ TEST_F(AccountMakerTest, TwoProgramsThatMakeOneAccountMakeItOnce) {
                             Language::english, neverStop);
                 return 0;
             } catch (const Failure& failure) {
-                return failure.exitCode() == exitCode::usage ? 1 : 2;
+                return failure.exitCode() == exit_code::usage ? 1 : 2;
             }
         });
     }
@@ -149,7 +149,7 @@ TEST_F(AccountMakerTest, OverwritesNothing) {
             makeAccount(folder.path() / "company.db", {}, {}, Language::english, neverStop);
             ADD_FAILURE() << "no failure for " << name;
         } catch (const Failure& failure) {
-            EXPECT_EQ(failure.exitCode(), exitCode::usage);
+            EXPECT_EQ(failure.exitCode(), exit_code::usage);
             EXPECT_THAT(failure.message(Language::english), testing::HasSubstr(name));
         }
         EXPECT_EQ(namesIn(folder.path()), std::set<std::string>{name});
@@ -168,7 +168,7 @@ TEST_F(AccountMakerTest, AMissingFolderIsAFailureOfTheDisk) {
         makeAccount(scratch.path() / "missing" / "a.db", {}, {}, Language::english, neverStop);
         ADD_FAILURE() << "no failure";
     } catch (const Failure& failure) {
-        EXPECT_EQ(failure.exitCode(), exitCode::database);
+        EXPECT_EQ(failure.exitCode(), exit_code::database);
     }
 }
 

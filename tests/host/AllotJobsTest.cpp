@@ -60,7 +60,7 @@ protected:
         connection.Open(sqlite::connectionString(file));
         const auto records = connection.Execute(query);
         std::vector<std::string> list;
-        for (; !records->EndOfFile(); records->MoveNext()) {
+        for (; !records->atEnd(); records->MoveNext()) {
             std::string text;
             for (int i = 0; i < records->Fields().Count(); ++i) {
                 if (records->Fields().Name(i) != "RowGuid") {

@@ -47,8 +47,7 @@ private:
 /// All records of a table in a fixed order, one per line.
 std::string contentOf(Connection& connection, const std::string& table) {
     std::vector<std::string> lines;
-    for (const auto records = connection.Execute("select * from " + table); !records->EndOfFile();
-         records->MoveNext()) {
+    for (const auto records = connection.Execute("select * from " + table); !records->atEnd(); records->MoveNext()) {
         std::string& line = lines.emplace_back();
         for (int i = 0; i < records->Fields().Count(); ++i) {
             line += toTextOrEmpty(records->Fields().Item(i)) + "|";

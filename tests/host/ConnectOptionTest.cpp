@@ -25,7 +25,7 @@ protected:
         try {
             static_cast<void>(stringOf(text));
         } catch (const Failure& failure) {
-            EXPECT_EQ(failure.exitCode(), exitCode::usage);
+            EXPECT_EQ(failure.exitCode(), exit_code::usage);
             return failure.message(Language::english);
         }
         return "(no failure)";

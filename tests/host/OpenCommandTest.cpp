@@ -206,7 +206,7 @@ TEST_F(OpenCommandTest, BeforeAnyRowIsStoredEachLineIsProposedTheItemThatItWould
     connection.Open(sqlite::connectionString(file, 2024));
     const auto rows = connection.Execute("select iSignSeq,iNo_id,inid,cCashItem from gl_cashtable where iPeriod=1");
     std::map<std::string, std::string> stored;
-    for (; !rows->EndOfFile(); rows->MoveNext()) {
+    for (; !rows->atEnd(); rows->MoveNext()) {
         const auto text = [&](const char* column) { return toText(rows->Fields().Item(column)); };
         stored["2024/1/" + text("iSignSeq") + "/" + text("iNo_id") + " " + text("inid")] = text("cCashItem");
     }

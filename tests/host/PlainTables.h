@@ -65,7 +65,7 @@ private:
     }
     template <class Action> void read(const std::string& query, Action&& action) {
         const auto records = connection_.Execute(query);
-        for (; !records->EndOfFile(); records->MoveNext()) {
+        for (; !records->atEnd(); records->MoveNext()) {
             action([&](const char* column) { return toTextOrEmpty(records->Fields().Item(column)); });
         }
     }

@@ -82,7 +82,7 @@ public:
             remembered.emplace(connection());
         }
         sent.clear();
-        Allotment allotment(connection(), session_.data(), session_.provider().Gl(), false);
+        Allotment allotment(connection(), session_.data(), session_.provider().gl(), false);
         Run run;
         (void)allotment.allotAll(
             vouchers, [] { return false; },
@@ -189,9 +189,9 @@ TEST_F(RememberedAnswersTest, EndWhenTheRunWritesRecordsOfTheirTable) {
     setOption(desk.connection(), "true");
     const RememberedAnswers remembered(desk.connection());
     EXPECT_EQ(option(desk), "true");
-    const auto records = desk.connection().CreateRecordset();
+    const auto records = desk.connection().createRecordset();
     records->Open("select * from accinformation where csysid=N'GL' and cname=N'bXJLL'",
-                  desk.connection().ConnectionString(), CursorType::Dynamic, LockType::Pessimistic);
+                  desk.connection().ConnectionString(), CursorType::dynamic, LockType::pessimistic);
     records->Fields().Item("cvalue", Variant("false"));
     records->Update();
     EXPECT_EQ(option(desk), "false");

@@ -65,7 +65,7 @@ std::vector<std::string> storedRows(const std::filesystem::path& database, bool 
     const auto rows =
         connection.Execute("select * from gl_cashtable order by iYear,iPeriod,iSignSeq,iNo_id,inid,cCashItem,md,mc");
     std::vector<std::string> texts;
-    for (; !rows->EndOfFile(); rows->MoveNext()) {
+    for (; !rows->atEnd(); rows->MoveNext()) {
         std::string text;
         for (int i = 0; i < rows->Fields().Count(); ++i) {
             if (withGuid || rows->Fields().Name(i) != "RowGuid") {
@@ -335,7 +335,7 @@ TEST_F(SampleCompanyTest, CarriesTheCurrencyIntoTheRows) {
     connection.Open(sqlite::connectionString(database));
     const auto rows = connection.Execute("select cexch_name,mc_f from gl_cashtable where iYear=2024 and iPeriod=1 and "
                                          "iSignSeq=1 and iNo_id=4 and ccode=N'1122'");
-    ASSERT_FALSE(rows->EndOfFile());
+    ASSERT_FALSE(rows->atEnd());
     EXPECT_EQ(rows->Fields().Item("cexch_name"), Variant("USD"));
     EXPECT_GT(toDouble(rows->Fields().Item("mc_f")), 0.0);
 }

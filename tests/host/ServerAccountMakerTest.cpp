@@ -151,7 +151,7 @@ TEST_F(ServerAccountMakerTest, AFailureAtAnyPointLeavesTheServerAsItWas) {
                     EXPECT_TRUE(!server.hasFailed() || (n == 1 && !companyThere))
                         << "only the first try to open a database that is not there may fail";
                 } catch (const Failure& failure) {
-                    EXPECT_EQ(failure.exitCode(), exitCode::database);
+                    EXPECT_EQ(failure.exitCode(), exit_code::database);
                     EXPECT_THAT(failure.message(Language::english), Not(HasSubstr("hush")));
                     EXPECT_TRUE(server.content == before) << failure.message(Language::english);
                 }
@@ -165,35 +165,35 @@ TEST_F(ServerAccountMakerTest, AFailureAtAnyPointLeavesTheServerAsItWas) {
 }
 
 TEST_F(ServerAccountMakerTest, ABadFileIsRefusedWithItsPlace) {
-    EXPECT_EQ(refusal(exitCode::usage, {few[0], fileWith("code", "iyear,ccode,bend\n2024,1001,1\n2024,1002,maybe\n")}),
+    EXPECT_EQ(refusal(exit_code::usage, {few[0], fileWith("code", "iyear,ccode,bend\n2024,1001,1\n2024,1002,maybe\n")}),
               "code.csv, line 3, column bend: \"maybe\" is not 0, 1, true or false");
     EXPECT_THAT(journalOf("rollback"), SizeIs(1));
-    EXPECT_EQ(refusal(exitCode::usage, {fileWith("dsign", "isignseq,nosuch\n1,2\n")}),
+    EXPECT_EQ(refusal(exit_code::usage, {fileWith("dsign", "isignseq,nosuch\n1,2\n")}),
               "dsign.csv, line 1, column nosuch: table \"dsign\" has no such column");
-    EXPECT_EQ(refusal(exitCode::usage, {fileWith("dsign", "csign\n收\n")}),
+    EXPECT_EQ(refusal(exit_code::usage, {fileWith("dsign", "csign\n收\n")}),
               "dsign.csv, line 1, column isignseq: the column is required and missing");
-    EXPECT_EQ(refusal(exitCode::usage, {fileWith("dsign", "isignseq\n70000\n")}),
+    EXPECT_EQ(refusal(exit_code::usage, {fileWith("dsign", "isignseq\n70000\n")}),
               "dsign.csv, line 2, column isignseq: \"70000\" is not a whole number from -32768 to 32767");
-    EXPECT_EQ(refusal(exitCode::usage, {fileWith("fitemss98", "citemcode\n" + std::string(41, 'x') + "\n")}),
+    EXPECT_EQ(refusal(exit_code::usage, {fileWith("fitemss98", "citemcode\n" + std::string(41, 'x') + "\n")}),
               "fitemss98.csv, line 2, column citemcode: \"" + std::string(41, 'x') +
                   "\" is not a text of at most 40 characters");
-    EXPECT_THAT(refusal(exitCode::usage, {fileWith("nosuch", "a\n1\n")}), HasSubstr("dsign, fitemss98"));
-    EXPECT_THAT(refusal(exitCode::usage, {fileWith("gl_v_code", "ccode\n1\n")}), HasSubstr("no table \"gl_v_code\""));
+    EXPECT_THAT(refusal(exit_code::usage, {fileWith("nosuch", "a\n1\n")}), HasSubstr("dsign, fitemss98"));
+    EXPECT_THAT(refusal(exit_code::usage, {fileWith("gl_v_code", "ccode\n1\n")}), HasSubstr("no table \"gl_v_code\""));
     server.refusedRows.insert("7");
-    EXPECT_EQ(refusal(exitCode::usage, {fileWith("fitemss98", "citemcode\n1\n7\n")}),
+    EXPECT_EQ(refusal(exit_code::usage, {fileWith("fitemss98", "citemcode\n1\n7\n")}),
               "fitemss98.csv, line 3: the database refuses the row: Violation of PRIMARY KEY constraint.");
 }
 
 TEST_F(ServerAccountMakerTest, ABadFileLeavesNoNewDatabaseBehind) {
     server.content.erase("company");
-    EXPECT_THAT(refusal(exitCode::usage, {fileWith("dsign", "isignseq\nx\n")}), HasSubstr("line 2"));
+    EXPECT_THAT(refusal(exit_code::usage, {fileWith("dsign", "isignseq\nx\n")}), HasSubstr("line 2"));
     EXPECT_THAT(journalOf("drop database"), ElementsAre("drop database [company]", "drop database [zqsystem]"));
 }
 
 TEST_F(ServerAccountMakerTest, AnAccountThatIsThereStaysAsItIs) {
     make(few);
     EXPECT_EQ(
-        refusal(exitCode::usage, few),
+        refusal(exit_code::usage, few),
         "Database company already contains gl_accvouch, gl_cashtable, code, fitemss98, GL_CashItemDataSource, "
         "GL_VouchDraft, GL_VoucherOption, GL_myoutput, accinformation, dsign, gl_v_accvouch, gl_v_code, "
         "gl_v_cashtable, GL_V_CashItemDataSource, z7_schema_version, z7_run, z7_run_row, and nothing was changed; "
@@ -201,17 +201,17 @@ TEST_F(ServerAccountMakerTest, AnAccountThatIsThereStaysAsItIs) {
     EXPECT_THAT(journalOf("begin"), SizeIs(1)) << "of the first time";
     server.content["other"]["code"];
     string = "DSN=ledger;Database={other}";
-    EXPECT_THAT(refusal(exitCode::usage), HasSubstr("Database other already contains code"));
+    EXPECT_THAT(refusal(exit_code::usage), HasSubstr("Database other already contains code"));
 }
 
 TEST_F(ServerAccountMakerTest, RefusesDatabasesThatCannotHoldAnAccount) {
     string = "Driver={FreeTDS};Server=s;UID=u;PWD=hush";
-    EXPECT_THAT(refusal(exitCode::usage), HasSubstr("\"master\" is a database of the server itself"));
+    EXPECT_THAT(refusal(exit_code::usage), HasSubstr("\"master\" is a database of the server itself"));
     string += ";Database=tempdb";
-    EXPECT_THAT(refusal(exitCode::usage), HasSubstr("Database=NAME"));
+    EXPECT_THAT(refusal(exit_code::usage), HasSubstr("Database=NAME"));
     string = "Driver={FreeTDS};Server=s;Database=company";
     server.ignoresLetterCase = false;
-    EXPECT_THAT(refusal(exitCode::usage), HasSubstr("is case-sensitive"));
+    EXPECT_THAT(refusal(exit_code::usage), HasSubstr("is case-sensitive"));
 }
 
 TEST_F(ServerAccountMakerTest, SharesTheSystemDatabaseWithOtherAccounts) {
@@ -244,10 +244,10 @@ TEST(ServerInit, RefusesWhatIsNotAServerOrAString) {
     const EnvironmentGuard config("XDG_CONFIG_HOME", nullptr);
     const EnvironmentGuard connect("Z7CF_CONNECT", nullptr);
     const RunResult bad = runProgram({"init", "--connect", "Server=x", "--lang", "en"});
-    EXPECT_EQ(bad.exitCode, exitCode::database);
+    EXPECT_EQ(bad.exitCode, exit_code::database);
     EXPECT_THAT(bad.err, HasSubstr("names neither a driver"));
     const RunResult driver = runProgram({"init", "--connect", "Driver={No such driver};Database=x", "--lang", "en"});
-    EXPECT_EQ(driver.exitCode, exitCode::database);
+    EXPECT_EQ(driver.exitCode, exit_code::database);
     EXPECT_THAT(driver.err, HasSubstr("cannot be opened"));
 }
 

@@ -49,7 +49,7 @@ protected:
         string_ = scratch.write("server.txt", server + (";Database=" + name_ + "\n")).string();
     }
     void TearDown() override {
-        if (admin_.State() == ObjectState::Closed) {
+        if (admin_.State() == ObjectState::closed) {
             return;
         }
         // The server takes a while to release the sessions that the program has just closed.
@@ -125,7 +125,7 @@ TEST_F(ServerInitTest, OptionsAndAnAccountThatIsThere) {
     const std::string table = name_ + "..accinformation";
     EXPECT_EQ(count(" from " + table + " where csysid=N'GL' and cname=N'bCashCode' and cvalue=N'True'"), 1);
     const RunResult again = init({"--sample"});
-    EXPECT_EQ(again.exitCode, exitCode::usage);
+    EXPECT_EQ(again.exitCode, exit_code::usage);
     EXPECT_THAT(again.err, HasSubstr("Database " + name_ + " holds gl_accvouch, gl_cashtable, code"));
     EXPECT_EQ(count(" from " + table), 1);
 }
@@ -138,12 +138,12 @@ TEST_F(ServerInitTest, ABadFileLeavesNothingBehind) {
           {"iyear,ccode\n2024,1001\n2024,1001\n", "code.csv, line 3: "}}) {
         scratch.write("tables/code.csv", text);
         const RunResult refused = init({"--from", (scratch.path() / "tables").string()});
-        EXPECT_EQ(refused.exitCode, exitCode::usage);
+        EXPECT_EQ(refused.exitCode, exit_code::usage);
         EXPECT_THAT(refused.err, HasSubstr(reason));
         EXPECT_FALSE(there(name_));
     }
     admin_.Execute("create database " + name_);
-    EXPECT_EQ(init({"--from", (scratch.path() / "tables").string()}).exitCode, exitCode::usage);
+    EXPECT_EQ(init({"--from", (scratch.path() / "tables").string()}).exitCode, exit_code::usage);
     EXPECT_TRUE(there(name_)) << "what was there stays";
     EXPECT_EQ(count(" from " + name_ + ".sys.tables"), 0);
     scratch.write("tables/code.csv", "iyear,ccode\n2024,1001\n");

@@ -20,7 +20,7 @@ std::string failureOf(const std::string& text) {
     try {
         static_cast<void>(readSettings(text, "my.toml", Language::english));
     } catch (const Failure& failure) {
-        EXPECT_EQ(failure.exitCode(), exitCode::usage);
+        EXPECT_EQ(failure.exitCode(), exit_code::usage);
         return failure.message(Language::english);
     }
     ADD_FAILURE() << "no failure: " << text;
@@ -152,26 +152,26 @@ TEST(HostLogin, AnswersWhatTheLibraryAsks) {
     options.accountingSystem = "政府会计制度";
     HostLogin login(options, 2024, "driver=sqlite;database=x");
     EXPECT_EQ(login.LocaleId(), 2052);
-    EXPECT_EQ(login.AccountId(), "002");
-    EXPECT_EQ(login.AccountingYear(), "2024");
-    EXPECT_EQ(login.UserId(), "u");
-    EXPECT_EQ(login.Operator(), "op");
+    EXPECT_EQ(login.accountId(), "002");
+    EXPECT_EQ(login.accountingYear(), "2024");
+    EXPECT_EQ(login.userId(), "u");
+    EXPECT_EQ(login.operatorName(), "op");
     EXPECT_EQ(login.ConnectionString(), "driver=sqlite;database=x");
-    EXPECT_EQ(login.Information(117), Variant("政府会计制度"));
-    EXPECT_TRUE(login.Information(118).isNull());
-    EXPECT_EQ(login.LanguageTag(), "zh-CN");
-    EXPECT_EQ(login.TextLookup()->Text("Z7.CW.GL.CashFlow.00013"), "现金流量");
-    EXPECT_EQ(login.FormattedTextLookup()->Text("Z7.GL.USZZPUB.00571", {Variant("")}), "列宽已改变，是否保存？");
+    EXPECT_EQ(login.information(117), Variant("政府会计制度"));
+    EXPECT_TRUE(login.information(118).isNull());
+    EXPECT_EQ(login.languageTag(), "zh-CN");
+    EXPECT_EQ(login.TextLookup()->text("Z7.CW.GL.CashFlow.00013"), "现金流量");
+    EXPECT_EQ(login.FormattedTextLookup()->text("Z7.GL.USZZPUB.00571", {Variant("")}), "列宽已改变，是否保存？");
 }
 
 TEST(HostLogin, IsTheDemoUserWithoutSettings) {
     HostLogin login(GlobalOptions{}, 2013, "");
     EXPECT_EQ(login.LocaleId(), 1033);
-    EXPECT_EQ(login.LanguageTag(), "en-US");
-    EXPECT_EQ(login.AccountId(), "001");
-    EXPECT_EQ(login.UserId(), "demo");
-    EXPECT_EQ(login.Operator(), "demo");
-    EXPECT_EQ(login.Information(117), Variant(""));
+    EXPECT_EQ(login.languageTag(), "en-US");
+    EXPECT_EQ(login.accountId(), "001");
+    EXPECT_EQ(login.userId(), "demo");
+    EXPECT_EQ(login.operatorName(), "demo");
+    EXPECT_EQ(login.information(117), Variant(""));
 }
 
 TEST(Settings, OfAnAccountWithoutPeriodsAreReportedInsteadOfSkippingVouchers) {
@@ -188,7 +188,7 @@ TEST(Settings, OfAnAccountWithoutPeriodsAreReportedInsteadOfSkippingVouchers) {
         std::vector<std::string> arguments{"--settings", settings};
         arguments.insert(arguments.end(), command.begin(), command.end());
         const RunResult result = runProgram(arguments);
-        EXPECT_EQ(result.exitCode, exitCode::database) << command.front();
+        EXPECT_EQ(result.exitCode, exit_code::database) << command.front();
         EXPECT_THAT(result.err, HasSubstr("Account 999 has no accounting periods")) << command.front();
     }
 }

@@ -43,7 +43,7 @@ protected:
         try {
             load();
         } catch (const Failure& failure) {
-            EXPECT_EQ(failure.exitCode(), exitCode::usage);
+            EXPECT_EQ(failure.exitCode(), exit_code::usage);
             EXPECT_THAT(failure.lines(), ElementsAre());
             const std::string message = failure.message(language);
             const std::string folder = (scratch.path() / "csv/").string();
@@ -56,7 +56,7 @@ protected:
 
     std::string cell(const std::string& statement) {
         const auto records = connection.Execute(statement);
-        return records->EndOfFile() ? "(none)" : toTextOrEmpty(records->Fields().Item(0));
+        return records->atEnd() ? "(none)" : toTextOrEmpty(records->Fields().Item(0));
     }
 
     test::ScratchFolder scratch;

@@ -53,7 +53,7 @@ TEST(TerminalMessageBox, RemembersABoundedNumberOfNotices) {
         static_cast<void>(test.box.Show("notice " + std::to_string(i), 64, "", "", 0));
     }
     test.errors.str("");
-    test.box.Locale("2052");
+    test.box.locale("2052");
     test.box.reportRepeats();
     EXPECT_EQ(test.errors.str(), "另有其他消息 50\n");
 }
@@ -72,7 +72,7 @@ TEST(TerminalMessageBox, WithoutATerminalTakesTheDefaultButton) {
     EXPECT_EQ(second.box.Show("Replace it?", 260, "", "", 0), no);
     EXPECT_EQ(second.errors.str(), "Replace it? [y/N] no\n");
     Box first({}, "n\n");
-    first.box.Locale("2052");
+    first.box.locale("2052");
     EXPECT_EQ(first.box.Show("是否覆盖？", 36, "", "", 0), yes);
     EXPECT_EQ(first.errors.str(), "是否覆盖？ [是/否，默认是] 是\n");
 }

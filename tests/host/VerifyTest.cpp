@@ -37,7 +37,7 @@ public:
     std::shared_ptr<Recordset> Execute(const std::string& text) override {
         return text.find("z7_schema_version") == std::string::npos ? database_.Execute(text) : view_(database_, text);
     }
-    [[nodiscard]] std::shared_ptr<Recordset> CreateRecordset() override { return database_.CreateRecordset(); }
+    [[nodiscard]] std::shared_ptr<Recordset> createRecordset() override { return database_.createRecordset(); }
     void BeginTrans() override { database_.BeginTrans(); }
     void CommitTrans() override { database_.CommitTrans(); }
     void RollbackTrans() override { database_.RollbackTrans(); }

@@ -65,7 +65,7 @@ protected:
         const auto records = connection.Execute("select iYear,iNo_id,inid,cCashItem,md,mc from gl_cashtable where " +
                                                 condition + " order by iYear,iNo_id,inid,cCashItem,md,mc");
         std::string text;
-        for (; !records->EndOfFile(); records->MoveNext()) {
+        for (; !records->atEnd(); records->MoveNext()) {
             for (int i = 0; i < records->Fields().Count(); ++i) {
                 text += (i == 0 ? "" : " ") + toText(records->Fields().Item(i));
             }

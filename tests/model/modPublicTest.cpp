@@ -79,7 +79,7 @@ TEST_F(LoginContext, WithoutALoginTheTextServicesStay) {
 TEST_F(LoginContext, ASecondLoginReplacesTheFirstAndItsTexts) {
     const auto second = std::make_shared<FakeLogin>();
     second->texts->texts["key"] = "second";
-    second->accountingYear = "2020";
+    second->answers.accountingYear = "2020";
     modPublic::SetLogin(second);
     EXPECT_EQ(modPublic::GetText("key"), "second");
     EXPECT_EQ(modPublic::GetIYear(), 2020);
@@ -89,7 +89,7 @@ TEST_F(LoginContext, TheYearIsTheLoginsUnlessOverridden) {
     EXPECT_EQ(modPublic::GetIYear(), 2013);
     modPublic::SetIYear(2011);
     EXPECT_EQ(modPublic::GetIYear(), 2011);
-    login->accountingYear = "2012";
+    login->answers.accountingYear = "2012";
     EXPECT_EQ(modPublic::GetIYear(), 2011);
     modPublic::SetIYear(0);
     EXPECT_EQ(modPublic::GetIYear(), 2012);
@@ -98,15 +98,15 @@ TEST_F(LoginContext, TheYearIsTheLoginsUnlessOverridden) {
 TEST_F(LoginContext, TheLoginsYearIsReadEvenUnderAnOverride) {
     modPublic::SetIYear(2011);
     (void)modPublic::GetIYear();
-    EXPECT_EQ(login->calls, Lines{"AccountingYear"});
+    EXPECT_EQ(login->calls, Lines{"accountingYear"});
 }
 
 TEST_F(LoginContext, AYearThatIsNotANumberIsTheCallersErrorUnlessOverridden) {
-    login->accountingYear = "MMXIII";
+    login->answers.accountingYear = "MMXIII";
     EXPECT_ERROR(modPublic::GetIYear(), errors::typeMismatch);
-    login->accountingYear = "";
+    login->answers.accountingYear = "";
     EXPECT_ERROR(modPublic::GetIYear(), errors::typeMismatch);
-    login->accountingYear = "40000";
+    login->answers.accountingYear = "40000";
     EXPECT_ERROR(modPublic::GetIYear(), errors::overflow);
     modPublic::SetIYear(2011);
     EXPECT_EQ(modPublic::GetIYear(), 2011);
@@ -190,7 +190,7 @@ TEST_F(LoginContext, DirectionsAreLeftAloneInChinese) {
 
 TEST_F(LoginContext, DirectionsAreTranslatedUnderEveryOtherLanguageTag) {
     for (const char* tag : {"en-US", "zh-TW", "zh-cn", "ZH-CN", ""}) {
-        login->languageTag = tag;
+        login->answers.languageTag = tag;
         EXPECT_EQ(modPublic::DirectionText("借"), "<Z7.GL.USZZPUB.00011>") << tag;
         EXPECT_EQ(modPublic::DirectionText("贷"), "<Z7.GL.USZZPUB.00012>") << tag;
         EXPECT_EQ(modPublic::DirectionText("平"), "<Z7.GL.USZZPUB.00001>") << tag;
@@ -227,7 +227,7 @@ TEST_F(LoginContext, DebugTextsGoToTheSinkAlone) {
 }
 
 TEST_F(NoLogin, ErrorsOfTheSystemCarryItsName) {
-    const Error error = errorOf([] { modPublic::RaiseCashFlowError(10008, "does not fit"); });
+    const Error error = errorOf([] { modPublic::raiseCashFlowError(10008, "does not fit"); });
     EXPECT_EQ(error.number(), 10008);
     EXPECT_EQ(error.source(), "CashFlow");
     EXPECT_EQ(error.description(), "does not fit");
@@ -241,7 +241,7 @@ TEST_F(LoginContext, EveryThreadHasItsOwn) {
         EXPECT_FALSE(modPublic::context().bCashCode);
         EXPECT_EQ(modPublic::context().yearOverride, 0);
         const auto other = std::make_shared<FakeLogin>();
-        other->accountingYear = "1999";
+        other->answers.accountingYear = "1999";
         modPublic::SetLogin(other);
         modPublic::context().bAutoDisplay = true;
         EXPECT_EQ(modPublic::GetIYear(), 1999);

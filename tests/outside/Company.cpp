@@ -126,7 +126,7 @@ std::vector<std::string> Company::records(const std::string& query) {
     const std::vector<std::string> kept = statements_;
     std::vector<std::string> lines;
     const auto result = connection_->Execute(query);
-    for (; !result->EndOfFile(); result->MoveNext()) {
+    for (; !result->atEnd(); result->MoveNext()) {
         std::string line;
         for (int i = 0; i < result->Fields().Count(); ++i) {
             const Variant value = result->Fields().Item(i);
@@ -145,7 +145,7 @@ std::vector<std::string> Company::storedRows() {
     const std::vector<std::string> kept = statements_;
     std::vector<std::string> lines;
     const auto rows = connection_->Execute("select * from gl_cashtable order by iYear,iPeriod,iSignSeq,iNo_id,inid");
-    for (; !rows->EndOfFile(); rows->MoveNext()) {
+    for (; !rows->atEnd(); rows->MoveNext()) {
         const auto text = [&](const char* name) { return toTextOrEmpty(rows->Fields().Item(name)); };
         lines.push_back(text("iYear") + "/" + text("iPeriod") + "/" + text("iSignSeq") + "/" + text("iNo_id") +
                         " line " + text("inid") + " account " + text("ccode") + " item " + text("cCashItem") + " " +

@@ -61,8 +61,8 @@ protected:
     Company company;
     Connection& connection = company.connection();
     VoucherProvider provider;
-    IGlVoucherProvider& gl = provider.Gl();
-    IOutVoucherProvider& out = provider.Out();
+    IGlVoucherProvider& gl = provider.gl();
+    IOutVoucherProvider& out = provider.out();
 };
 
 } // namespace z7::cashflow::test

@@ -167,8 +167,8 @@ TEST_F(EmbeddedXml, WhicheverStatementFailsTheTableStaysOnceItIsMadeAndUntilItIs
     for (const bool outside : {false, true}) {
         const auto read = [&](Company& of) {
             VoucherProvider provider;
-            return outside ? provider.Out().GetCashFlowColFromXml(of.connection(), voucherXml("", ""), true)
-                           : provider.Gl().GetCashFlowColFromXml(of.connection(), voucherXml("", ""), true);
+            return outside ? provider.out().GetCashFlowColFromXml(of.connection(), voucherXml("", ""), true)
+                           : provider.gl().GetCashFlowColFromXml(of.connection(), voucherXml("", ""), true);
         };
         Lines whole;
         company.connection().onStatement([&](int /*session*/, const std::string& text) { whole.push_back(text); });

@@ -112,8 +112,8 @@ struct Ledger {
     ScriptedDatabase database;
     Connection& connection = database.connection();
     VoucherProvider provider;
-    IGlVoucherProvider& gl = provider.Gl();
-    IOutVoucherProvider& out = provider.Out();
+    IGlVoucherProvider& gl = provider.gl();
+    IOutVoucherProvider& out = provider.out();
 };
 
 class ProviderTest : public LoginTest {

@@ -293,7 +293,7 @@ protected:
         world.database.answer("records", table);
         const auto records = world.connection.Execute("records");
         const Collection rows = GetCashFlowColFromRs(world.connection, *records, Date(), {coutNo_id}, false);
-        EXPECT_EQ(records->State(), ObjectState::Closed);
+        EXPECT_EQ(records->State(), ObjectState::closed);
         return rows;
     }
     const Table withoutKey{

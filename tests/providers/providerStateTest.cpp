@@ -19,7 +19,7 @@ TEST_F(ProviderState, TheTemporaryTableIsSharedByBothContracts) {
 TEST_F(ProviderState, TheTemporaryTableBelongsToOneProvider) {
     VoucherProvider other;
     world.gl.VoucherTempTable("t1");
-    EXPECT_EQ(other.Gl().VoucherTempTable(), "");
+    EXPECT_EQ(other.gl().VoucherTempTable(), "");
 }
 
 TEST_F(ProviderState, TheFormerNumberIsTakenWithoutAnAnswer) {
@@ -51,8 +51,8 @@ TEST_F(ProviderState, CollectionsForHostsAreSeparateAndEmpty) {
 TEST_F(ProviderState, ContractsAreAbstract) {
     EXPECT_TRUE(std::is_abstract_v<IGlVoucherProvider>);
     EXPECT_TRUE(std::is_abstract_v<IOutVoucherProvider>);
-    EXPECT_EQ(&world.provider.Gl(), &world.gl);
-    EXPECT_EQ(&world.provider.Out(), &world.out);
+    EXPECT_EQ(&world.provider.gl(), &world.gl);
+    EXPECT_EQ(&world.provider.out(), &world.out);
 }
 
 } // namespace

@@ -157,7 +157,7 @@ private:
         list_.push_back([run = std::move(run), fromDraft = fromDraft_](Connection& con) {
             DataProvider data;
             VoucherProvider provider;
-            provider.Gl().bFromDraft(fromDraft);
+            provider.gl().bFromDraft(fromDraft);
             run(con, data, provider);
         });
     }
@@ -215,37 +215,37 @@ void Operations::addItemsAndSettings(const Inputs& in) {
 
 void Operations::addLedgerContract(const Inputs& in) {
     add([in](auto& con, auto&, auto& provider) {
-        (void)provider.Gl().GetCashFlowColFromDB(con, in.table, 1, 2, 5, Date(41279.0));
+        (void)provider.gl().GetCashFlowColFromDB(con, in.table, 1, 2, 5, Date(41279.0));
     });
     add([in](auto& con, auto&, auto& provider) {
-        (void)provider.Gl().CreateCashFlowColFromDB(con, in.table, 1, 2, 5, Date(41279.0));
+        (void)provider.gl().CreateCashFlowColFromDB(con, in.table, 1, 2, 5, Date(41279.0));
     });
-    add([in](auto& con, auto&, auto& provider) { (void)provider.Gl().CheckKmFrom(con, rowsOf(in)); });
+    add([in](auto& con, auto&, auto& provider) { (void)provider.gl().CheckKmFrom(con, rowsOf(in)); });
     add([in](auto& con, auto&, auto& provider) {
-        (void)provider.Gl().CheckCFColFromDB(con, in.table, 1, 2, 5, rowsOf(in));
+        (void)provider.gl().CheckCFColFromDB(con, in.table, 1, 2, 5, rowsOf(in));
     });
     add([in](auto& con, auto&, auto& provider) {
         auto rows = rowsOf(in);
-        provider.Gl().SaveCashFlowColEx(con, in.table, 1, 2, 5, Date(41279.0), &rows);
+        provider.gl().SaveCashFlowColEx(con, in.table, 1, 2, 5, Date(41279.0), &rows);
     });
     add([in](auto& con, auto&,
              auto& provider) { // a voucher that the host keeps in a table of its own until it is saved
-        provider.Gl().VoucherTempTable(in.table);
+        provider.gl().VoucherTempTable(in.table);
         auto rows = rowsOf(in);
-        provider.Gl().SaveCashFlowCol(con, "gl_accvouch", 1, 2, 5, &rows);
+        provider.gl().SaveCashFlowCol(con, "gl_accvouch", 1, 2, 5, &rows);
     });
     add([in](auto& con, auto&, auto& provider) { // a voucher whose number has changed
-        provider.Gl().SetOldVouchNoID(4);
-        provider.Gl().SaveCashFlowColEx(con, in.table, 1, 2, 5, Date(41279.0));
+        provider.gl().SetOldVouchNoID(4);
+        provider.gl().SaveCashFlowColEx(con, in.table, 1, 2, 5, Date(41279.0));
     });
     add([in](auto& con, auto&, auto& provider) {
         auto rows = rowsOf(in);
         rows->ibackno_id(4);
-        provider.Gl().SaveCashFlowColEx(con, in.table, 1, 2, 5, Date(41279.0), &rows);
+        provider.gl().SaveCashFlowColEx(con, in.table, 1, 2, 5, Date(41279.0), &rows);
     });
     for (const bool creates : {false, true}) {
         add([in, creates](auto& con, auto&, auto& provider) {
-            (void)provider.Gl().GetCashFlowColFromXml(con, voucherOf(in), creates);
+            (void)provider.gl().GetCashFlowColFromXml(con, voucherOf(in), creates);
         });
     }
     add([in](auto& con, auto&, auto&) { // only the rows, without the reads that would refuse them first
@@ -256,7 +256,7 @@ void Operations::addLedgerContract(const Inputs& in) {
     });
     add([in](auto& con, auto&, auto& provider) {
         std::string document = rowsOf(in)->Save();
-        provider.Gl().SaveCashFlowColFromXml(con, in.table, 1, 2, 5, &document);
+        provider.gl().SaveCashFlowColFromXml(con, in.table, 1, 2, 5, &document);
     });
 }
 
@@ -264,24 +264,24 @@ void Operations::addOutsideContract(const Inputs& in) {
     add([in](auto& con, auto&, auto& provider) {
         std::string document = rowsOf(in)->Save();
         bool unchecked = false;
-        provider.Out().SaveCashFlowCol(con, in.table, in.outsideKey, &document, &unchecked);
+        provider.out().SaveCashFlowCol(con, in.table, in.outsideKey, &document, &unchecked);
     });
     add([in](auto& con, auto&, auto& provider) {
-        (void)provider.Out().GetCashFlowColFromDB(con, in.table, in.outsideKey);
+        (void)provider.out().GetCashFlowColFromDB(con, in.table, in.outsideKey);
     });
     add([in](auto& con, auto&, auto& provider) {
-        (void)provider.Out().CreateCashFlowColFromDB(con, in.table, in.outsideKey);
+        (void)provider.out().CreateCashFlowColFromDB(con, in.table, in.outsideKey);
     });
     add([in](auto& con, auto&, auto& provider) {
-        (void)provider.Out().CheckCFColFromDB(con, in.table, in.outsideKey, "");
+        (void)provider.out().CheckCFColFromDB(con, in.table, in.outsideKey, "");
     });
     for (const bool creates : {false, true}) {
         add([in, creates](auto& con, auto&, auto& provider) {
-            (void)provider.Out().GetCashFlowColFromXml(con, voucherOf(in), creates);
+            (void)provider.out().GetCashFlowColFromXml(con, voucherOf(in), creates);
         });
     }
     add([in](auto& con, auto&, auto& provider) {
-        (void)provider.Out().CheckCFColFromXml(con, voucherOf(in), rowsOf(in)->Save());
+        (void)provider.out().CheckCFColFromXml(con, voucherOf(in), rowsOf(in)->Save());
     });
 }
 
@@ -293,10 +293,10 @@ protected:
         modPublic::context().bCashCode = false;
         modPublic::context().bAutoDisplay = false;
         modPublic::context().VouchState = in.withoutStoredRows ? std::int16_t{2} : std::int16_t{0};
-        login->accountId = in.accountId;
-        login->userId = in.user;
-        login->accountingYear = in.year;
-        login->information[117] = in.governmentAccounts ? "政府会计制度" : "";
+        login->answers.accountId = in.accountId;
+        login->answers.userId = in.user;
+        login->answers.accountingYear = in.year;
+        login->answers.information[117] = in.governmentAccounts ? "政府会计制度" : "";
         ScriptedDatabase database;
         answerEverything(database, in.nothingFound);
         login->guards = guards;
@@ -462,7 +462,7 @@ TEST_F(HostileInputs, AreRefusedBeforeTheDatabaseSeesAnything) {
              [&] { (void)DataProvider().GetCFItemName(connection, "01'"); },
              [&] { (void)DataProvider().GetAccInfo(connection, "GL", "'bCashCode"); },
              [&] { (void)DataProvider().GetVoucherTable(connection, "code; drop table code", 1, 2, 5); },
-             [&] { (void)VoucherProvider().Out().CreateCashFlowColFromDB(connection, "sales", "K''1"); }}) {
+             [&] { (void)VoucherProvider().out().CreateCashFlowColFromDB(connection, "sales", "K''1"); }}) {
         const Error error = errorOf(failing);
         EXPECT_EQ(error.number(), errors::statementRefused) << error.description();
         EXPECT_EQ(error.source(), "Z7CashFlow");
@@ -479,7 +479,7 @@ TEST_F(HostileInputs, ALineNumberWithBlanksIsHonest) {
     modPublic::SetLogin(login);
     std::string document = rowsOf(in)->Save();
     bool unchecked = false;
-    VoucherProvider().Out().SaveCashFlowCol(database.connection(), "sales", "SO-1", &document, &unchecked);
+    VoucherProvider().out().SaveCashFlowCol(database.connection(), "sales", "SO-1", &document, &unchecked);
     EXPECT_EQ(database.countOf("select * from sales where  iPeriod=1 and iSignSeq=2 and iNo_id=5 and inid= 2"), 1U);
     EXPECT_EQ(database.countOf("insert into gl_cashtable"), 1U);
 }
@@ -495,7 +495,7 @@ TEST_F(HostileInputs, AFailedSaveNamesTheValueUnderTheSourceOfSaves) {
     document.replace(document.find("cperson_id=''"), 13, "cperson_id='a&apos;'");
     bool unchecked = false;
     const Error error = errorOf([&] {
-        VoucherProvider().Out().SaveCashFlowCol(database.connection(), "sales", "SO-1", &document, &unchecked);
+        VoucherProvider().out().SaveCashFlowCol(database.connection(), "sales", "SO-1", &document, &unchecked);
     });
     EXPECT_EQ(error.number(), errors::statementRefused);
     EXPECT_EQ(error.source(), "CashFlow");

@@ -51,8 +51,8 @@ TEST(CatalogueText, HoldsEveryKeyInBothLanguages) {
     CatalogueText chinese(Language::chinese);
     CatalogueText english(Language::english);
     for (const std::string& key : expectedKeys()) {
-        const std::string inChinese = chinese.Text(key);
-        const std::string inEnglish = english.Text(key);
+        const std::string inChinese = chinese.text(key);
+        const std::string inEnglish = english.text(key);
         EXPECT_TRUE(hasChinese(inChinese)) << key << ": " << inChinese;
         EXPECT_FALSE(inEnglish.empty()) << key;
         EXPECT_FALSE(hasChinese(inEnglish)) << key << ": " << inEnglish;
@@ -64,28 +64,28 @@ TEST(CatalogueText, AnUnknownKeyIsAnErrorThatNamesIt) {
     for (const Language language : {Language::chinese, Language::english}) {
         CatalogueText text(language);
         try {
-            static_cast<void>(text.Text("Z7.CW.GL.CashFlow.99999"));
+            static_cast<void>(text.text("Z7.CW.GL.CashFlow.99999"));
             ADD_FAILURE() << "no error was raised";
         } catch (const Error& error) {
             EXPECT_EQ(error.number(), errors::badArgument);
             EXPECT_THAT(error.description(), testing::HasSubstr("Z7.CW.GL.CashFlow.99999"));
         }
         CatalogueFormattedText formatted(language);
-        EXPECT_THROW(static_cast<void>(formatted.Text("", {})), Error);
+        EXPECT_THROW(static_cast<void>(formatted.text("", {})), Error);
     }
 }
 
 TEST(CatalogueText, ComparesKeysExactly) {
     CatalogueText text(Language::english);
-    EXPECT_THROW(static_cast<void>(text.Text("z7.cw.gl.cashflow.00001")), Error);
+    EXPECT_THROW(static_cast<void>(text.text("z7.cw.gl.cashflow.00001")), Error);
 }
 
 TEST(CatalogueText, TheTwoFiguresOfADifferenceReadWell) {
     CatalogueText english(Language::english);
     CatalogueText chinese(Language::chinese);
     const auto sentence = [](CatalogueText& text, const char* label, const char* side) {
-        return text.Text(std::string("Z7.CW.GL.CashFlow.") + label) +
-               text.Text(std::string("Z7.CW.GL.CashFlow.") + side) + "50.00";
+        return text.text(std::string("Z7.CW.GL.CashFlow.") + label) +
+               text.text(std::string("Z7.CW.GL.CashFlow.") + side) + "50.00";
     };
     EXPECT_EQ(sentence(english, "00003", "00004"), "Cash moved by the voucher: debit 50.00");
     EXPECT_EQ(sentence(english, "00006", "00005"), "Sum of the cash-flow rows: credit 50.00");
@@ -95,26 +95,26 @@ TEST(CatalogueText, TheTwoFiguresOfADifferenceReadWell) {
 
 TEST(CatalogueText, FillsPlacesAndANullWithNothing) {
     CatalogueFormattedText formatted(Language::english);
-    EXPECT_EQ(formatted.Text("Z7.GL.USZZPUB.00571", {Variant("")}), "The column widths have changed. Save them?");
-    EXPECT_EQ(formatted.Text("Z7.GL.USZZPUB.00571", {Variant()}), "The column widths have changed. Save them?");
-    EXPECT_EQ(formatted.Text("Z7.GL.USZZPUB.00571", {Variant(std::int32_t{7})}),
+    EXPECT_EQ(formatted.text("Z7.GL.USZZPUB.00571", {Variant("")}), "The column widths have changed. Save them?");
+    EXPECT_EQ(formatted.text("Z7.GL.USZZPUB.00571", {Variant()}), "The column widths have changed. Save them?");
+    EXPECT_EQ(formatted.text("Z7.GL.USZZPUB.00571", {Variant(std::int32_t{7})}),
               "The column widths have changed. Save them7?");
 }
 
 TEST(CatalogueText, TheQuestionWhetherToReplaceATemplateReadsWell) {
     CatalogueText english(Language::english);
-    EXPECT_EQ(english.Text("Z7.CW.GL.CashFlow.00065") + english.Text("Z7.CW.GL.CashFlow.00038"),
+    EXPECT_EQ(english.text("Z7.CW.GL.CashFlow.00065") + english.text("Z7.CW.GL.CashFlow.00038"),
               "A template for this account and side already exists. Replace it?");
     CatalogueText chinese(Language::chinese);
-    EXPECT_EQ(chinese.Text("Z7.CW.GL.CashFlow.00065") + chinese.Text("Z7.CW.GL.CashFlow.00038"),
+    EXPECT_EQ(chinese.text("Z7.CW.GL.CashFlow.00065") + chinese.text("Z7.CW.GL.CashFlow.00038"),
               "该科目在此方向上已有取数关系，是否覆盖？");
 }
 
 TEST(CatalogueText, DirectionWordsInChineseAreTheWordsOfTheLedger) {
     CatalogueText chinese(Language::chinese);
-    EXPECT_EQ(chinese.Text("Z7.GL.USZZPUB.00011"), "借");
-    EXPECT_EQ(chinese.Text("Z7.GL.USZZPUB.00012"), "贷");
-    EXPECT_EQ(chinese.Text("Z7.GL.USZZPUB.00001"), "平");
+    EXPECT_EQ(chinese.text("Z7.GL.USZZPUB.00011"), "借");
+    EXPECT_EQ(chinese.text("Z7.GL.USZZPUB.00012"), "贷");
+    EXPECT_EQ(chinese.text("Z7.GL.USZZPUB.00001"), "平");
 }
 
 TEST(CatalogueText, CaptionsThatGoIntoXmlNeedNoEscape) {

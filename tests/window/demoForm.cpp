@@ -197,7 +197,7 @@ int main(int argc, char** argv) {
         std::cout << "NOSCREEN" << std::endl;
         return 1;
     }
-    system->messageBox()->Locale(chinese ? "2052" : "1033");
+    system->messageBox()->locale(chinese ? "2052" : "1033");
     Demo(*system, items).show(rows, readOnly);
     return 0;
 }

@@ -12,13 +12,13 @@ namespace {
 TEST(WithoutWindows, EditSaysWhatIsMissingAndSavesNothing) {
     const test::ScratchFolder scratch;
     const std::string file = (scratch.path() / "company.db").string();
-    ASSERT_EQ(runProgram({"init", file, "--sample", "--quiet"}).exitCode, exitCode::done);
+    ASSERT_EQ(runProgram({"init", file, "--sample", "--quiet"}).exitCode, exit_code::done);
     for (const auto& arguments :
          {std::vector<std::string>{"2024/3/1/1"}, {"--outside", "sales_voucher", "AR-2024-0301"}}) {
         std::vector<std::string> line{"edit", file, "--lang", "en"};
         line.insert(line.end(), arguments.begin(), arguments.end());
         const RunResult run = runProgram(line);
-        EXPECT_EQ(run.exitCode, exitCode::usage);
+        EXPECT_EQ(run.exitCode, exit_code::usage);
         EXPECT_NE(run.err.find("built without windows"), std::string::npos) << run.err;
         EXPECT_EQ(run.out, "");
     }

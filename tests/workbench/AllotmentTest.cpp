@@ -28,7 +28,7 @@ public:
     MOCK_METHOD(ObjectState, State, (), (const, override));
     MOCK_METHOD(std::string, ConnectionString, (), (const, override));
     MOCK_METHOD(std::shared_ptr<Recordset>, Execute, (const std::string&), (override));
-    MOCK_METHOD(std::shared_ptr<Recordset>, CreateRecordset, (), (override));
+    MOCK_METHOD(std::shared_ptr<Recordset>, createRecordset, (), (override));
     MOCK_METHOD(void, BeginTrans, (), (override));
     MOCK_METHOD(void, CommitTrans, (), (override));
     MOCK_METHOD(void, RollbackTrans, (), (override));
@@ -90,7 +90,7 @@ protected:
             return database.connection().Execute(text);
         });
         EXPECT_CALL(connection, Execute(_)).Times(testing::AnyNumber());
-        ON_CALL(connection, CreateRecordset()).WillByDefault([this] {
+        ON_CALL(connection, createRecordset()).WillByDefault([this] {
             return std::make_shared<test::ScriptedRecordset>(database, &connection, "main");
         });
         ON_CALL(connection, ConnectionString())
@@ -101,7 +101,7 @@ protected:
 
     /// Lets readers open any number of recordsets on the session.
     void allowReading() {
-        EXPECT_CALL(connection, CreateRecordset()).Times(testing::AnyNumber());
+        EXPECT_CALL(connection, createRecordset()).Times(testing::AnyNumber());
         EXPECT_CALL(connection, ConnectionString()).Times(testing::AnyNumber());
     }
 

@@ -141,7 +141,7 @@ TEST_F(RunLogTest, AReservedRunThatChangedNothingGoes) {
     static_cast<void>(run.reserve());
     run.settle(false);
     EXPECT_EQ(run.number(), std::nullopt);
-    EXPECT_TRUE(connection.Execute("select iRun from z7_run")->EndOfFile());
+    EXPECT_TRUE(connection.Execute("select iRun from z7_run")->atEnd());
 }
 
 TEST_F(RunLogTest, AReservedRunStaysWhereRowsWereNotedAfterAll) {

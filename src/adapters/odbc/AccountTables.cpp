@@ -64,8 +64,8 @@ private:
         }
         constexpr std::int64_t mostKept = 1000;
         if (records_ == nullptr || count() % mostKept == 0) {
-            records_ = connection_.CreateRecordset();
-            records_->Open(query_, &connection_, CursorType::Keyset, LockType::Optimistic);
+            records_ = connection_.createRecordset();
+            records_->Open(query_, &connection_, CursorType::keyset, LockType::optimistic);
         }
         try {
             records_->AddNew();
@@ -103,7 +103,7 @@ private:
 
 std::vector<std::string> AccountTables::names() {
     std::vector<std::string> names;
-    for (const auto records = connection_.Execute("select name from sys.tables"); !records->EndOfFile();
+    for (const auto records = connection_.Execute("select name from sys.tables"); !records->atEnd();
          records->MoveNext()) {
         names.push_back(toText(records->Fields().Item(0)));
     }
@@ -143,7 +143,7 @@ AccountTables::Found AccountTables::find(const std::string& table) {
                             catalogue + "columns c join " + catalogue +
                             "types t on t.user_type_id = c.user_type_id where c.object_id = object_id(" +
                             serverText(found.text) + ") order by c.column_id");
-    for (; !records->EndOfFile(); records->MoveNext()) {
+    for (; !records->atEnd(); records->MoveNext()) {
         const FieldList& fields = records->Fields();
         const std::string type = asciiLower(toText(fields.Item("type")));
         shared::TableColumn column;

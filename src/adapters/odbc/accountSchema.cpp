@@ -39,7 +39,7 @@ std::size_t skipPiece(std::string_view text, std::size_t at) {
 /// The single value that a query returns; null if it returns no record.
 Variant answer(Connection& connection, const std::string& question) {
     const auto records = connection.Execute(question);
-    return records->State() == ObjectState::Closed || records->EndOfFile() ? Variant() : records->Fields().Item(0);
+    return records->State() == ObjectState::closed || records->atEnd() ? Variant() : records->Fields().Item(0);
 }
 
 /// The tables and views that batches create.
@@ -57,8 +57,8 @@ std::vector<std::string> namesMade(const std::vector<std::string>& batches) {
 }
 
 std::vector<std::string> accountBatches() {
-    std::vector<std::string> batches = scriptBatches(scripts::account_tables);
-    for (const char* script : {scripts::account_views, scripts::log_tables}) {
+    std::vector<std::string> batches = scriptBatches(scripts::accountTables);
+    for (const char* script : {scripts::accountViews, scripts::logTables}) {
         const std::vector<std::string> more = scriptBatches(script);
         batches.insert(batches.end(), more.begin(), more.end());
     }
@@ -100,7 +100,7 @@ std::vector<std::string> scriptBatches(std::string_view script) {
 
 std::vector<std::string> accountNames() { return namesMade(accountBatches()); }
 
-std::vector<std::string> systemNames() { return namesMade(scriptBatches(scripts::system_tables)); }
+std::vector<std::string> systemNames() { return namesMade(scriptBatches(scripts::systemTables)); }
 
 std::string currentDatabase(Connection& connection) {
     return toTextOrEmpty(answer(connection, "select db_name() as name"));
@@ -138,11 +138,11 @@ void makeAccountSchema(Connection& connection) {
     const std::string own = currentDatabase(connection);
     workIn(connection, systemDatabase);
     if (namesThere(connection, systemNames()).empty()) {
-        runBatches(connection, scriptBatches(scripts::system_tables));
+        runBatches(connection, scriptBatches(scripts::systemTables));
     }
     workIn(connection, own);
 }
 
-void addLogTables(Connection& connection) { runBatches(connection, scriptBatches(scripts::log_tables)); }
+void addLogTables(Connection& connection) { runBatches(connection, scriptBatches(scripts::logTables)); }
 
 } // namespace z7::cashflow::odbc

@@ -144,9 +144,9 @@ NewDatabase::NewDatabase(fs::path account)
     : account_(std::move(account)), folder_(requiredFolder(account_), workPrefix(account_)),
       file_(folder_.path() / account_.filename()) {
     const DatabaseFiles files = databaseFiles(file_);
-    createFile(files.system, systemMark, scripts::system_tables);
+    createFile(files.system, systemMark, scripts::systemTables);
     createFile(files.account, accountMark,
-               std::string(scripts::account_tables) + scripts::account_views + scripts::log_tables);
+               std::string(scripts::accountTables) + scripts::accountViews + scripts::logTables);
 }
 
 std::optional<fs::path> NewDatabase::publish(const std::function<void()>& beforeStep) {

@@ -6,6 +6,6 @@
 
 namespace z7::cashflow::sqlite {
 
-void addLogTables(Connection& connection) { executeScript(connection.session().nativeHandle(), scripts::log_tables); }
+void addLogTables(Connection& connection) { executeScript(connection.session().nativeHandle(), scripts::logTables); }
 
 } // namespace z7::cashflow::sqlite

@@ -23,7 +23,7 @@ constexpr std::size_t mostDifferentNotices = 200;
 TerminalMessageBox::TerminalMessageBox(std::istream& input, std::ostream& errors, MessageBoxOptions options)
     : input_(input), errors_(errors), options_(options) {}
 
-void TerminalMessageBox::Locale(const std::string& localeId) { chinese_ = localeId == "2052"; }
+void TerminalMessageBox::locale(const std::string& localeId) { chinese_ = localeId == "2052"; }
 
 std::int32_t TerminalMessageBox::Show(const std::string& prompt, std::int32_t buttons, const std::string& title,
                                       const std::string& /*helpFile*/, std::int32_t /*context*/) {

@@ -26,7 +26,7 @@ public:
     TerminalMessageBox(std::istream& input, std::ostream& errors, MessageBoxOptions options);
 
     /// "2052" selects Chinese; any other value English.
-    void Locale(const std::string& localeId) override;
+    void locale(const std::string& localeId) override;
     /// Returns 6 (yes) or 7 (no) for a question, 1 for a box with only ok. At the end of the input, and if
     /// there is no terminal, a question returns its default button.
     std::int32_t Show(const std::string& prompt, std::int32_t buttons, const std::string& title,

@@ -12,7 +12,7 @@ public:
     explicit MessageWindow(StateLines& states) : states_(states) {}
 
     /// "2052" selects Chinese button texts, any other value English ones.
-    void Locale(const std::string& localeId) override { chinese_ = localeId == "2052"; }
+    void locale(const std::string& localeId) override { chinese_ = localeId == "2052"; }
     /// A question that is closed, or left with Escape, returns no.
     std::int32_t Show(const std::string& prompt, std::int32_t buttons, const std::string& title,
                       const std::string& helpFile, std::int32_t context) override;

@@ -52,7 +52,7 @@ private:
 void forEachRecord(Connection& connection, const std::string& query,
                    const std::function<void(const FieldList&)>& take) {
     const auto records = connection.Execute(query);
-    for (; !records->EndOfFile(); records->MoveNext()) {
+    for (; !records->atEnd(); records->MoveNext()) {
         take(records->Fields());
     }
 }
@@ -190,7 +190,7 @@ CheckedAccount checkAccount(const AccountPlace& place, const GlobalOptions& opti
     const auto file = place.file();
     std::error_code ignored;
     if (file && !std::filesystem::exists(*file, ignored)) {
-        throw Failure(exitCode::database, HostText::fileMissing, {file->string()});
+        throw Failure(exit_code::database, HostText::fileMissing, {file->string()});
     }
     CheckedAccount checked;
     if (file) {
@@ -208,8 +208,8 @@ CheckedAccount checkAccount(const AccountPlace& place, const GlobalOptions& opti
         connection->Open(place.connectionString(std::nullopt));
     } catch (const Error& error) {
         const std::string reason = reasonText(options.language, error);
-        throw file ? Failure(exitCode::database, HostText::notADatabase, {file->string(), reason})
-                   : Failure(exitCode::database, HostText::notConnected, {reason});
+        throw file ? Failure(exit_code::database, HostText::notADatabase, {file->string(), reason})
+                   : Failure(exit_code::database, HostText::notConnected, {reason});
     }
     if (!file) {
         checkVersion(*connection, checked);

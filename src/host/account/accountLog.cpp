@@ -20,7 +20,7 @@ bool startLog(Connection& connection) {
     if (embedded == nullptr) {
         const auto version = serverSchemaVersion(connection);
         if (version && *version != odbc::accountSchemaVersion) {
-            throw Failure(exitCode::refused, HostText::verifyVersion,
+            throw Failure(exit_code::refused, HostText::verifyVersion,
                           {std::to_string(*version), std::to_string(odbc::accountSchemaVersion)});
         }
     }

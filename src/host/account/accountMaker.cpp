@@ -29,7 +29,7 @@ constexpr const char* ledgerSystem = "GL";
 
 void requireFree(const std::optional<fs::path>& taken) {
     if (taken) {
-        throw Failure(exitCode::usage, HostText::fileExists, {taken->string()});
+        throw Failure(exit_code::usage, HostText::fileExists, {taken->string()});
     }
 }
 
@@ -39,7 +39,7 @@ template <class Step> auto onDisk(const fs::path& account, Language language, St
     try {
         return step();
     } catch (const Error& error) {
-        throw Failure(exitCode::database, HostText::moveFailed, {account.string(), reasonText(language, error)});
+        throw Failure(exit_code::database, HostText::moveFailed, {account.string(), reasonText(language, error)});
     }
 }
 
@@ -47,7 +47,7 @@ void setOption(Connection& connection, LoadableTables& tables, const AccountOpti
     const std::string where = std::string(" where csysid=N'") + ledgerSystem + "' and cname=N'" + option.name + "'";
     std::optional<std::string> defaultValue;
     const auto present = connection.Execute("select cdefault from accinformation" + where);
-    if (!present->EndOfFile()) {
+    if (!present->atEnd()) {
         const Variant value = present->Fields().Item("cdefault");
         defaultValue = value.isNull() ? std::nullopt : std::optional(toText(value));
     }
@@ -76,22 +76,22 @@ std::vector<AccountOption> readAccountOptions(const std::vector<std::string>& te
     for (const std::string& text : texts) {
         const std::size_t equals = text.find('=');
         if (equals == std::string::npos || equals == 0) {
-            throw Failure(exitCode::usage, HostText::setNeedsValue, {text});
+            throw Failure(exit_code::usage, HostText::setNeedsValue, {text});
         }
         const std::string name = text.substr(0, equals);
         const std::string value = text.substr(equals + 1);
         const auto known = std::find_if(accountOptionNames.begin(), accountOptionNames.end(),
                                         [&name](auto candidate) { return asciiLower(candidate) == asciiLower(name); });
         if (known == accountOptionNames.end()) {
-            throw Failure(exitCode::usage, HostText::setUnknown, {name, joined(accountOptionNames, ", ")});
+            throw Failure(exit_code::usage, HostText::setUnknown, {name, joined(accountOptionNames, ", ")});
         }
         if (std::any_of(options.begin(), options.end(),
                         [&known](const auto& option) { return option.name == *known; })) {
-            throw Failure(exitCode::usage, HostText::setTwice, {std::string(*known)});
+            throw Failure(exit_code::usage, HostText::setTwice, {std::string(*known)});
         }
         const std::string truth = asciiLower(value);
         if (truth != "true" && truth != "false") {
-            throw Failure(exitCode::usage, HostText::setBadValue, {std::string(*known), value});
+            throw Failure(exit_code::usage, HostText::setBadValue, {std::string(*known), value});
         }
         options.push_back({std::string(*known), truth == "true" ? "True" : "False"});
     }

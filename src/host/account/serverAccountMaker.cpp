@@ -111,14 +111,14 @@ private:
 
 void requireFit(Connection& connection, const std::string& database) {
     if (isServersOwn(database)) {
-        throw Failure(exitCode::usage, HostText::serverNoDatabase, {database});
+        throw Failure(exit_code::usage, HostText::serverNoDatabase, {database});
     }
     if (!odbc::ignoresLetterCase(connection)) {
-        throw Failure(exitCode::usage, HostText::serverLetterCase, {database});
+        throw Failure(exit_code::usage, HostText::serverLetterCase, {database});
     }
     const std::string taken = joined(odbc::namesThere(connection, odbc::accountNames()), ", ");
     if (!taken.empty()) {
-        throw Failure(exitCode::usage, HostText::serverAccountThere, {database, taken});
+        throw Failure(exit_code::usage, HostText::serverAccountThere, {database, taken});
     }
 }
 
@@ -126,7 +126,7 @@ std::shared_ptr<Connection> openAccount(Server& server, Language language) {
     try {
         return server.openAccount();
     } catch (const Error& error) {
-        throw Failure(exitCode::database, HostText::notConnected, {reasonText(language, error)});
+        throw Failure(exit_code::database, HostText::notConnected, {reasonText(language, error)});
     }
 }
 
@@ -150,7 +150,7 @@ ServerAccount makeServerAccount(const std::string& connectionString,
         server.keep();
         return account;
     } catch (const Error& error) {
-        throw Failure(exitCode::database, HostText::databaseFailed,
+        throw Failure(exit_code::database, HostText::databaseFailed,
                       {std::to_string(error.number()), reasonText(language, error)});
     }
 }

@@ -38,14 +38,14 @@ public:
     /// Throws a Failure with all faults so far, if there are any.
     void raiseIfAny() const {
         if (faults_.size() == 1) {
-            throw Failure(exitCode::usage, faults_.front().text, faults_.front().arguments);
+            throw Failure(exit_code::usage, faults_.front().text, faults_.front().arguments);
         }
         if (!faults_.empty()) {
             std::vector<std::string> lines;
             for (const Fault& fault : faults_) {
                 lines.push_back(hostText(language_, fault.text, fault.arguments));
             }
-            throw Failure(exitCode::usage, faults_.size() == most ? HostText::csvFaultsAndMore : HostText::csvFaults,
+            throw Failure(exit_code::usage, faults_.size() == most ? HostText::csvFaultsAndMore : HostText::csvFaults,
                           {std::to_string(faults_.size())}, std::move(lines));
         }
     }
@@ -267,10 +267,10 @@ std::vector<TableFile> tableFilesOfFolder(const std::filesystem::path& folder) {
         }
     }
     if (failure) {
-        throw Failure(exitCode::usage, HostText::folderMissing, {folder.string()});
+        throw Failure(exit_code::usage, HostText::folderMissing, {folder.string()});
     }
     if (paths.empty()) {
-        throw Failure(exitCode::usage, HostText::folderEmpty, {folder.string()});
+        throw Failure(exit_code::usage, HostText::folderEmpty, {folder.string()});
     }
     std::sort(paths.begin(), paths.end());
     std::vector<TableFile> files;

@@ -48,7 +48,7 @@ void Output::requireGood() {
     if (reason == EPIPE) {
         throw ReaderGone();
     }
-    throw Failure(exitCode::database, HostText::outputFailed,
+    throw Failure(exit_code::database, HostText::outputFailed,
                   {reason == 0 ? std::string("?") : std::generic_category().message(reason)});
 }
 

@@ -36,7 +36,7 @@ bool isTooDeep(std::string_view text) {
 
 [[noreturn]] void fail(const std::string& shownPath, std::size_t line, Language language, HostText reason,
                        const std::vector<std::string>& arguments) {
-    throw Failure(exitCode::usage, HostText::settingsUnreadable,
+    throw Failure(exit_code::usage, HostText::settingsUnreadable,
                   {shownPath, std::to_string(line), hostText(language, reason, arguments)});
 }
 
@@ -98,7 +98,7 @@ void take(Settings& settings, const std::string& name, const toml::node& node,
 
 Settings readSettings(std::string_view text, const std::string& shownPath, Language language) {
     if (isTooDeep(text)) {
-        throw Failure(exitCode::usage, HostText::settingsTooDeep, {shownPath});
+        throw Failure(exit_code::usage, HostText::settingsTooDeep, {shownPath});
     }
     toml::table table;
     try {
@@ -119,10 +119,10 @@ Settings readSettings(std::string_view text, const std::string& shownPath, Langu
 Settings readSettingsFile(const std::filesystem::path& path, Language language) {
     const TextRead read = readText(path, longestSettings);
     if (read.outcome == TextRead::Outcome::tooLong) {
-        throw Failure(exitCode::usage, HostText::settingsTooLong, {path.string()});
+        throw Failure(exit_code::usage, HostText::settingsTooLong, {path.string()});
     }
     if (read.outcome == TextRead::Outcome::unreadable) {
-        throw Failure(exitCode::usage, HostText::settingsMissing, {path.string()});
+        throw Failure(exit_code::usage, HostText::settingsMissing, {path.string()});
     }
     return readSettings(read.text, path.string(), language);
 }

@@ -34,7 +34,7 @@ void requireNoEmptyOption(const std::vector<std::string>& arguments) {
         for (std::size_t i = 0; i < arguments.size(); ++i) {
             const bool next = arguments[i] == option && i + 1 < arguments.size() && arguments[i + 1].empty();
             if (next || arguments[i] == option + "=") {
-                throw Failure(exitCode::usage, HostText::optionEmpty, {option});
+                throw Failure(exit_code::usage, HostText::optionEmpty, {option});
             }
         }
     }
@@ -55,7 +55,7 @@ std::vector<std::string> withHelpAsOption(std::vector<std::string> arguments, co
     if (place < arguments.size() && !arguments[place].starts_with('-')) {
         const std::string& word = arguments[place];
         if (program.get_subcommands([&word](const CLI::App* command) { return command->get_name() == word; }).empty()) {
-            throw Failure(exitCode::usage, HostText::asItIs, {unknownCommandText(language, program, word)});
+            throw Failure(exit_code::usage, HostText::asItIs, {unknownCommandText(language, program, word)});
         }
     }
     arguments.emplace_back("--help");
@@ -96,7 +96,7 @@ GlobalOptions globalOptions(const GivenOptions& given, Language languageSoFar, c
     options.quiet = given.quiet;
     options.json = given.json;
     if (!given.language.empty() && !readLanguage(given.language)) {
-        throw Failure(exitCode::usage, HostText::badLanguage, {given.language});
+        throw Failure(exit_code::usage, HostText::badLanguage, {given.language});
     }
     const Settings settings = settingsFor(given, languageSoFar);
     if (given.language.empty()) {
@@ -133,19 +133,19 @@ int guarded(const Console& console, const Language& language, const std::functio
         say(console, language, failure.message(language));
         return failure.exitCode();
     } catch (const ReaderGone&) {
-        return exitCode::signalBase + SIGPIPE;
+        return exit_code::signalBase + SIGPIPE;
     } catch (const Error& error) {
         const bool database = isDatabaseFailure(error);
         say(console, language,
             hostText(language, database ? HostText::databaseFailed : HostText::voucherFailed,
                      {std::to_string(error.number()), reasonText(language, error)}));
-        return database ? exitCode::database : exitCode::refused;
+        return database ? exit_code::database : exit_code::refused;
     } catch (const std::bad_alloc&) {
         say(console, language, hostText(language, HostText::outOfMemory));
-        return exitCode::database;
+        return exit_code::database;
     } catch (const std::exception& error) {
         say(console, language, hostText(language, HostText::internal, {error.what()}));
-        return exitCode::database;
+        return exit_code::database;
     }
 }
 
@@ -167,10 +167,10 @@ int runApplication(const std::vector<std::string>& arguments, const Console& con
             Output output(console, GlobalOptions{});
             output.raw(text.str());
             output.flush();
-            return exitCode::done;
+            return exit_code::done;
         } catch (const CLI::ParseError& error) {
             say(console, language, usageText(language, program, error));
-            return exitCode::usage;
+            return exit_code::usage;
         }
         GlobalOptions options = globalOptions(commandLine.given(), language, console);
         if (serverConnection) {
@@ -183,7 +183,7 @@ int runApplication(const std::vector<std::string>& arguments, const Console& con
         if (Command* command = commandLine.parsedCommand()) {
             return command->run(options, console);
         }
-        throw Failure(exitCode::usage, HostText::commandMissing);
+        throw Failure(exit_code::usage, HostText::commandMissing);
     });
 }
 

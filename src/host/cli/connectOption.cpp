@@ -26,11 +26,11 @@ std::string_view trimmed(std::string_view text) {
 std::string fileText(const std::string& file) {
     TextRead read = readText(file, longestString);
     if (read.outcome != TextRead::Outcome::whole) {
-        throw Failure(exitCode::usage, HostText::connectFileMissing, {file});
+        throw Failure(exit_code::usage, HostText::connectFileMissing, {file});
     }
     if (read.text.starts_with("\xFF\xFE") || read.text.starts_with("\xFE\xFF") ||
         read.text.find('\0') != std::string::npos) {
-        throw Failure(exitCode::usage, HostText::connectFileNoText, {file});
+        throw Failure(exit_code::usage, HostText::connectFileNoText, {file});
     }
     return std::move(read.text);
 }
@@ -74,11 +74,11 @@ std::string connectionStringOf(const std::string& option, bool onCommandLine) {
     const bool isFile = option.starts_with('@');
     std::string text = isFile ? joinedLines(fileText(option.substr(1))) : std::string(trimmed(option));
     if (text.empty()) {
-        throw isFile ? Failure(exitCode::usage, HostText::connectFileEmpty, {option.substr(1)})
-                     : Failure(exitCode::usage, HostText::connectEmpty);
+        throw isFile ? Failure(exit_code::usage, HostText::connectFileEmpty, {option.substr(1)})
+                     : Failure(exit_code::usage, HostText::connectEmpty);
     }
     if (onCommandLine && !isFile && holdsSecret(text)) {
-        throw Failure(exitCode::usage, HostText::connectSecret);
+        throw Failure(exit_code::usage, HostText::connectSecret);
     }
     return text;
 }

@@ -17,17 +17,17 @@ std::string inputText(const std::string& file, const Console& console) {
     TextRead read = standardInput ? readText(console.in, longestText) : readText(file, longestText);
     switch (read.outcome) {
     case TextRead::Outcome::unreadable:
-        throw standardInput ? Failure(exitCode::usage, HostText::standardInputUnreadable)
-                            : Failure(exitCode::usage, HostText::inputUnreadable, {file});
+        throw standardInput ? Failure(exit_code::usage, HostText::standardInputUnreadable)
+                            : Failure(exit_code::usage, HostText::inputUnreadable, {file});
     case TextRead::Outcome::tooLong:
-        throw standardInput ? Failure(exitCode::usage, HostText::standardInputTooLong)
-                            : Failure(exitCode::usage, HostText::inputTooLong, {file});
+        throw standardInput ? Failure(exit_code::usage, HostText::standardInputTooLong)
+                            : Failure(exit_code::usage, HostText::inputTooLong, {file});
     case TextRead::Outcome::whole:
         break;
     }
     if (read.text.find_first_not_of(" \t\r\n") == std::string::npos) {
-        throw standardInput ? Failure(exitCode::usage, HostText::standardInputEmpty)
-                            : Failure(exitCode::usage, HostText::inputEmpty, {file});
+        throw standardInput ? Failure(exit_code::usage, HostText::standardInputEmpty)
+                            : Failure(exit_code::usage, HostText::inputEmpty, {file});
     }
     return std::move(read.text);
 }

@@ -71,12 +71,12 @@ std::string examplesOf(const CLI::App& app) {
 void exitCodes(Page& page, Language language) {
     page.section(HostText::manualExitStatus);
     constexpr std::array codes{
-        std::pair{exitCode::done, HostText::exitDone}, std::pair{exitCode::refused, HostText::exitRefused},
-        std::pair{exitCode::usage, HostText::exitUsage}, std::pair{exitCode::database, HostText::exitDatabase}};
+        std::pair{exit_code::done, HostText::exitDone}, std::pair{exit_code::refused, HostText::exitRefused},
+        std::pair{exit_code::usage, HostText::exitUsage}, std::pair{exit_code::database, HostText::exitDatabase}};
     for (const auto& [code, meaning] : codes) {
         page.entry(std::to_string(code), hostText(language, meaning));
     }
-    page.entry(">" + std::to_string(exitCode::signalBase), hostText(language, HostText::exitSignal));
+    page.entry(">" + std::to_string(exit_code::signalBase), hostText(language, HostText::exitSignal));
 }
 
 } // namespace

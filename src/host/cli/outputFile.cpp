@@ -12,7 +12,7 @@ namespace z7::cashflow::host {
 void requireNewFile(const std::filesystem::path& file) {
     std::error_code ignored;
     if (std::filesystem::exists(std::filesystem::symlink_status(file, ignored))) {
-        throw Failure(exitCode::usage, HostText::fileExists, {file.string()});
+        throw Failure(exit_code::usage, HostText::fileExists, {file.string()});
     }
 }
 
@@ -29,7 +29,7 @@ void writeNewFile(const std::filesystem::path& file, std::string_view text) {
         if (opened) {
             std::filesystem::remove(file, ignored);
         }
-        throw Failure(exitCode::database, HostText::moveFailed, {file.string(), reason});
+        throw Failure(exit_code::database, HostText::moveFailed, {file.string(), reason});
     }
 }
 

@@ -138,9 +138,9 @@ public:
         if (signals.received() != 0 && progress.done < vouchers.size()) {
             output.remark(
                 output.text(HostText::interrupted, {std::to_string(progress.done), std::to_string(vouchers.size())}));
-            return exitCode::signalBase + signals.received();
+            return exit_code::signalBase + signals.received();
         }
-        return progress.totals.refused() > 0 ? exitCode::refused : exitCode::done;
+        return progress.totals.refused() > 0 ? exit_code::refused : exit_code::done;
     }
 
 private:
@@ -174,7 +174,7 @@ private:
         const char* const textEnd = jobsText_.data() + jobsText_.size();
         const auto [end, failure] = std::from_chars(jobsText_.data(), textEnd, jobs);
         if (failure != std::errc() || end != textEnd || jobs < 1 || jobs > AllotRun::mostJobs) {
-            throw Failure(exitCode::usage, HostText::badJobs, {std::to_string(AllotRun::mostJobs), jobsText_});
+            throw Failure(exit_code::usage, HostText::badJobs, {std::to_string(AllotRun::mostJobs), jobsText_});
         }
         return jobs;
     }

@@ -34,8 +34,8 @@ public:
     /// Without relaxed, each commit on the embedded file waits for the disk.
     Saver(const AllotRun::Plan& plan, Session& session, RunLog& log, bool relaxed)
         : generation_(plan.generation),
-          allotment_(session.connection(), session.data(), session.provider().Gl(), plan.keep, &log),
-          assignment_(session.connection(), session.data(), session.provider().Gl(), allotment_),
+          allotment_(session.connection(), session.data(), session.provider().gl(), plan.keep, &log),
+          assignment_(session.connection(), session.data(), session.provider().gl(), allotment_),
           remembered_(session.connection()) {
         if (relaxed && plan.keep) {
             embedded_ = dynamic_cast<sqlite::Connection*>(&session.connection());

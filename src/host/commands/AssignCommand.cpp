@@ -62,7 +62,7 @@ private:
             options, words, [](const std::string& word) { return workbench::readWrittenVoucherKey(word).has_value(); });
         constexpr std::array names{"VOUCHER", "LINE", "ITEM"};
         if (words.size() < names.size()) {
-            throw Failure(exitCode::usage, HostText::argumentMissing, {names.at(words.size())});
+            throw Failure(exit_code::usage, HostText::argumentMissing, {names.at(words.size())});
         }
         voucher_.text = words[0];
         LineWish wish{readLine(words[1]), {}};
@@ -74,9 +74,9 @@ private:
                                   i + 1 < words.size() ? std::optional(readAmount(words[i + 1])) : std::nullopt});
         }
         RunLog log(session.connection(), runNote(options, "assign " + joined(words)));
-        Allotment allotment(session.connection(), session.data(), session.provider().Gl(), !dryRun_, &log);
+        Allotment allotment(session.connection(), session.data(), session.provider().gl(), !dryRun_, &log);
         allotment.tellEveryRow();
-        Assignment assignment(session.connection(), session.data(), session.provider().Gl(), allotment);
+        Assignment assignment(session.connection(), session.data(), session.provider().gl(), allotment);
         ChangesOutput shown(output, session.kinds(), dryRun_, report_);
         sayRests(output, session, items, shown, assignment, {key, {wish}});
         return shown.finish(log);
@@ -89,16 +89,16 @@ private:
         }
         const AccountPlace place = voucher_.database.takeOpen(options, words, [](const std::string&) { return false; });
         if (!words.empty()) {
-            throw Failure(exitCode::usage, HostText::argumentTooMany, {words.front()});
+            throw Failure(exit_code::usage, HostText::argumentTooMany, {words.front()});
         }
         const AssignmentSheet sheet(inputText(from_, console), from_, options.language);
         Session session(place, sheet.year().value_or(std::int16_t{1}), options, console);
         const ItemLookup items(session.connection());
         const auto vouchers = sheet.check(session, items);
         RunLog log(session.connection(), runNote(options, "assign --from " + from_));
-        Allotment allotment(session.connection(), session.data(), session.provider().Gl(), !dryRun_, &log);
+        Allotment allotment(session.connection(), session.data(), session.provider().gl(), !dryRun_, &log);
         allotment.tellEveryRow();
-        Assignment assignment(session.connection(), session.data(), session.provider().Gl(), allotment);
+        Assignment assignment(session.connection(), session.data(), session.provider().gl(), allotment);
         ChangesOutput shown(output, session.kinds(), dryRun_, report_);
         for (const AssignedVoucher& voucher : vouchers) {
             sayRests(output, session, items, shown, assignment, voucher);
@@ -129,7 +129,7 @@ private:
         const char* const end = word.data() + word.size();
         const auto read = std::from_chars(word.data(), end, line);
         if (read.ec != std::errc() || read.ptr != end || line < 1 || line > 32767) {
-            throw Failure(exitCode::usage, HostText::sheetBadLine, {word});
+            throw Failure(exit_code::usage, HostText::sheetBadLine, {word});
         }
         return line;
     }
@@ -138,7 +138,7 @@ private:
         try {
             return Amount::read(word);
         } catch (const Error&) {
-            throw Failure(exitCode::usage, HostText::sheetBadAmount, {word});
+            throw Failure(exit_code::usage, HostText::sheetBadAmount, {word});
         }
     }
 

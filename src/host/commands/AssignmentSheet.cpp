@@ -60,7 +60,7 @@ public:
     }
     void raise() const {
         if (count_ > 0) {
-            throw Failure(exitCode::usage, HostText::sheetFaults, {name_, std::to_string(count_)}, lines_);
+            throw Failure(exit_code::usage, HostText::sheetFaults, {name_, std::to_string(count_)}, lines_);
         }
     }
 

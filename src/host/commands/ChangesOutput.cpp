@@ -98,7 +98,7 @@ int ChangesOutput::finish(workbench::RunLog& log, const std::string& last) {
     }
     output_.flush();
     tellRun(output_, log, !dryRun_ && changed_);
-    return refused_ > 0 ? exitCode::refused : exitCode::done;
+    return refused_ > 0 ? exit_code::refused : exit_code::done;
 }
 
 } // namespace z7::cashflow::host

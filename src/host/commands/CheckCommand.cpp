@@ -57,7 +57,7 @@ public:
             output.line(terminal::printable(verdictText(options.language, verdict)));
         }
         output.flush();
-        return verdict.isRefused() ? exitCode::refused : exitCode::done;
+        return verdict.isRefused() ? exit_code::refused : exit_code::done;
     }
 
 private:

@@ -33,7 +33,7 @@ public:
         Session session(place, voucher_.year(), options, console);
         const workbench::VoucherKey key = voucher_.key(session);
         RunLog log(session.connection(), runNote(options, "clear " + voucher_.text));
-        Allotment allotment(session.connection(), session.data(), session.provider().Gl(), !dryRun_, &log);
+        Allotment allotment(session.connection(), session.data(), session.provider().gl(), !dryRun_, &log);
         ChangesOutput shown(output, session.kinds(), dryRun_, report_);
         shown.add(allotment.removeRows(key));
         return shown.finish(log);

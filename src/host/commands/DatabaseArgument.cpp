@@ -17,7 +17,7 @@ void DatabaseArgument::declare(CLI::App& command, Language language) {
 void DatabaseArgument::requireNoSecret() const {
     // A connection string in place of a file name would appear in the error message.
     if (file.find(';') != std::string::npos && holdsSecret(file)) {
-        throw Failure(exitCode::usage, HostText::connectSecret);
+        throw Failure(exit_code::usage, HostText::connectSecret);
     }
 }
 
@@ -27,7 +27,7 @@ AccountPlace DatabaseArgument::takeOpen(const GlobalOptions& options, std::vecto
     const bool connected = !options.connect.empty() && (options.connectGiven || file.empty() || comesAfterFile(file));
     if (!connected) {
         if (file.empty()) {
-            throw Failure(exitCode::usage, HostText::argumentMissing, {"FILE"});
+            throw Failure(exit_code::usage, HostText::argumentMissing, {"FILE"});
         }
         return AccountPlace::ofFile(file);
     }
@@ -48,14 +48,14 @@ AccountPlace DatabaseArgument::take(const GlobalOptions& options, const std::vec
             std::swap(word, *place.text);
         }
         if (!word.empty()) {
-            throw Failure(exitCode::usage, HostText::argumentTooMany, {word});
+            throw Failure(exit_code::usage, HostText::argumentTooMany, {word});
         }
     } else if (file.empty()) {
-        throw Failure(exitCode::usage, HostText::argumentMissing, {"FILE"});
+        throw Failure(exit_code::usage, HostText::argumentMissing, {"FILE"});
     }
     for (const Word& word : behind) {
         if (word.text->empty()) {
-            throw Failure(exitCode::usage, HostText::argumentMissing, {word.name});
+            throw Failure(exit_code::usage, HostText::argumentMissing, {word.name});
         }
     }
     return connected ? AccountPlace::ofConnectionString(options.connect, options.serverConnection)

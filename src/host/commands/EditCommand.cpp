@@ -68,7 +68,7 @@ private:
         clsMain screen;
         prepare(screen, options, makerOf(session, key));
         if (regenerate_) {
-            screen.CashFlowCol(session.provider().Gl().CreateCashFlowColFromDB(
+            screen.CashFlowCol(session.provider().gl().CreateCashFlowColFromDB(
                 session.connection(), voucherTable, key.period, key.kind, key.number, head.date));
         }
         {
@@ -82,25 +82,25 @@ private:
             return nothingSaved(output);
         }
         RunLog log(session.connection(), runNote(options, "edit " + voucher_.text));
-        Allotment allotment(session.connection(), session.data(), session.provider().Gl(), true, &log);
+        Allotment allotment(session.connection(), session.data(), session.provider().gl(), true, &log);
         const workbench::VoucherKinds& kinds = session.kinds();
         return tellSaved(output, allotment.allot(key, rows), kinds, log);
     }
 
     int editOutside(const GlobalOptions& options, const Console& console, Output& output) {
         if (!voucher_.text.empty()) {
-            throw Failure(exitCode::usage, HostText::argumentTooMany, {voucher_.text});
+            throw Failure(exit_code::usage, HostText::argumentTooMany, {voucher_.text});
         }
         const std::string& table = outside_[0];
         const std::string& key = outside_[1];
         const AccountPlace place = voucher_.database.take(options);
         if (table.empty() || tableNameLength(table) != table.size()) {
-            throw Failure(exitCode::usage, HostText::badTable, {table});
+            throw Failure(exit_code::usage, HostText::badTable, {table});
         }
         Session session(place, yearOfOutside(place, options, console), options, console);
         modPublic::SetIYear(session.year());
         const Date date = dateOfOutside(session, table, key);
-        IOutVoucherProvider& provider = session.provider().Out();
+        IOutVoucherProvider& provider = session.provider().out();
         // The dialog can show an outside voucher only from rows that its host provides, because a document
         // of rows does not hold the table's name.
         const std::string document = regenerate_ ? provider.CreateCashFlowColFromDB(session.connection(), table, key)
@@ -151,7 +151,7 @@ private:
             output.remark(output.text(HostText::editNothingSaved));
         }
         output.flush();
-        return exitCode::done;
+        return exit_code::done;
     }
 
     /// The user who entered the voucher; empty if the voucher does not name one.
@@ -160,7 +160,7 @@ private:
             std::string("select top 1 cbill from ") + voucherTable + " where iyear=" + std::to_string(key.year) +
             " and iperiod=" + std::to_string(key.period) + " and isignseq=" + std::to_string(key.kind) +
             " and ino_id=" + std::to_string(key.number));
-        std::string maker = lines->EndOfFile() ? std::string() : toTextOrEmpty(lines->Fields().Item(0));
+        std::string maker = lines->atEnd() ? std::string() : toTextOrEmpty(lines->Fields().Item(0));
         return maker;
     }
 
@@ -168,8 +168,8 @@ private:
     static Date dateOfOutside(Session& session, const std::string& table, const std::string& key) {
         const auto lines =
             session.connection().Execute("select top 1 dbill_date from " + table + " where coutno_id=" + quoted(key));
-        if (lines->EndOfFile()) {
-            throw Failure(exitCode::refused, HostText::noOutsideVoucher, {table, key});
+        if (lines->atEnd()) {
+            throw Failure(exit_code::refused, HostText::noOutsideVoucher, {table, key});
         }
         const Variant date = lines->Fields().Item(0);
         return isNullOrEmpty(date) ? Date::none() : toDate(date);
@@ -184,7 +184,7 @@ private:
         Session session(place, 1, options, console);
         const Date date = dateOfOutside(session, outside_[0], outside_[1]);
         if (date == Date::none()) {
-            throw Failure(exitCode::usage, HostText::yearMissing, {outside_[0]});
+            throw Failure(exit_code::usage, HostText::yearMissing, {outside_[0]});
         }
         return toInt16(Variant(dayText(date).substr(0, 4)));
     }

@@ -49,7 +49,7 @@ public:
             output.raw(document);
         }
         output.flush();
-        return exitCode::done;
+        return exit_code::done;
     }
 
 private:

@@ -33,7 +33,7 @@ public:
         const std::string document = inputText(file_, console);
         Session& session = voucher.session();
         RunLog log(session.connection(), runNote(options, "import " + voucher_.text));
-        Allotment allotment(session.connection(), session.data(), session.provider().Gl(), true, &log);
+        Allotment allotment(session.connection(), session.data(), session.provider().gl(), true, &log);
         const workbench::VoucherKinds& kinds = session.kinds();
         return tellSaved(output, allotment.take(voucher.voucher().key, document, force_), kinds, log);
     }

@@ -49,7 +49,7 @@ public:
             made = make(place, files, accountOptions, options.language, [&signals] { return signals.requested(); });
         } catch (const Interrupted&) {
             output.remark(output.text(HostText::initInterrupted));
-            return exitCode::signalBase + signals.received();
+            return exit_code::signalBase + signals.received();
         }
         if (output.json()) {
             output.line(
@@ -63,7 +63,7 @@ public:
         if (!folder_.empty()) {
             remarkFindings(output, place, options);
         }
-        return exitCode::done;
+        return exit_code::done;
     }
 
 private:

@@ -65,8 +65,8 @@ std::string ItemLookup::required(const std::string& text) const {
     std::string code = codeOf(text);
     if (code.empty()) {
         const std::string near = nearTo(text);
-        throw near.empty() ? Failure(exitCode::usage, HostText::itemMissing, {text})
-                           : Failure(exitCode::usage, HostText::itemNear, {text, near});
+        throw near.empty() ? Failure(exit_code::usage, HostText::itemMissing, {text})
+                           : Failure(exit_code::usage, HostText::itemNear, {text, near});
     }
     return code;
 }

@@ -132,7 +132,7 @@ public:
             text += output.json() ? jsonText(record) + "\n" : "";
         }
         report_.write(output, output.json() ? text : report_.text(output, list.table));
-        return exitCode::done;
+        return exit_code::done;
     }
 
 private:

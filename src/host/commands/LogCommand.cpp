@@ -50,7 +50,7 @@ public:
         }
         const AccountPlace place = database_.takeOpen(options, words, looksLikeRun);
         if (words.size() > 1) {
-            throw Failure(exitCode::usage, HostText::argumentTooMany, {words.back()});
+            throw Failure(exit_code::usage, HostText::argumentTooMany, {words.back()});
         }
         const std::optional<std::int32_t> number = words.empty() ? std::nullopt : std::optional(readRun(words.front()));
         report_.requireNewFile();
@@ -64,7 +64,7 @@ public:
             requireLog(connection);
             showRuns(output, workbench::readRuns(connection));
         }
-        return exitCode::done;
+        return exit_code::done;
     }
 
 private:

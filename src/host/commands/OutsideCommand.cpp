@@ -52,11 +52,11 @@ public:
         const bool writes = action_ == "rows" || action_ == "generate";
         const bool reads = action_ == "check" || action_ == "save";
         if (!writes && !reads) {
-            throw Failure(exitCode::usage, HostText::badAction, {action_});
+            throw Failure(exit_code::usage, HostText::badAction, {action_});
         }
         const AccountPlace place = database_.take(options, {{"TABLE", &table_}, {"OUTKEY", &key_}});
         if (table_.empty() || tableNameLength(table_) != table_.size()) {
-            throw Failure(exitCode::usage, HostText::badTable, {table_});
+            throw Failure(exit_code::usage, HostText::badTable, {table_});
         }
         const std::int16_t year = year_.year();
         const std::string document = action_ == "save" && !file_.empty() ? inputText(file_, console) : std::string();
@@ -76,12 +76,12 @@ private:
                                                         doubledQuotes(key_) + "'");
         const bool there = toInt32(count->Fields().Item(0)) > 0;
         if (!there) {
-            throw Failure(exitCode::refused, HostText::noOutsideVoucher, {table_, key_});
+            throw Failure(exit_code::refused, HostText::noOutsideVoucher, {table_, key_});
         }
     }
 
     int show(Output& output, Session& session) const {
-        IOutVoucherProvider& provider = session.provider().Out();
+        IOutVoucherProvider& provider = session.provider().out();
         const std::string document = action_ == "generate"
                                          ? provider.CreateCashFlowColFromDB(session.connection(), table_, key_)
                                          : provider.GetCashFlowColFromDB(session.connection(), table_, key_);
@@ -93,7 +93,7 @@ private:
             writeNewFile(file_, document);
         }
         output.flush();
-        return exitCode::done;
+        return exit_code::done;
     }
 
     int check(Output& output, Session& session) const {
@@ -101,7 +101,7 @@ private:
             output.remark(output.text(HostText::outsideCheckIgnores));
         }
         const bool cash = session.data().HaveCashFlowCodeInVoucher2(session.connection(), table_, key_);
-        const bool matched = !cash || session.provider().Out().CheckCFColFromDB(session.connection(), table_, key_, "");
+        const bool matched = !cash || session.provider().out().CheckCFColFromDB(session.connection(), table_, key_, "");
         if (output.json()) {
             output.line(jsonText({{"table", table_},
                                   {"key", key_},
@@ -114,7 +114,7 @@ private:
                                               : HostText::outsideRefused));
         }
         output.flush();
-        return matched ? exitCode::done : exitCode::refused;
+        return matched ? exit_code::done : exit_code::refused;
     }
 
     int save(Output& output, Session& session, const std::string& document, const GlobalOptions& options) const {

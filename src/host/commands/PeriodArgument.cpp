@@ -31,10 +31,10 @@ std::optional<std::uint8_t> periodOf(std::string_view text) {
 
 void requireYear(const AccountingPeriods& periods, const std::string& account, std::int16_t year) {
     if (periods.empty()) {
-        throw Failure(exitCode::database, HostText::accountWithoutPeriods, {account});
+        throw Failure(exit_code::database, HostText::accountWithoutPeriods, {account});
     }
     if (!periods.hasYear(year)) {
-        throw Failure(exitCode::database, HostText::accountWithoutYear,
+        throw Failure(exit_code::database, HostText::accountWithoutYear,
                       {account, std::to_string(year), periods.yearsText()});
     }
 }
@@ -53,7 +53,7 @@ std::int16_t YearArgument::year() const {
     std::int16_t year = 0;
     const auto [end, failure] = std::from_chars(text.data(), text.data() + text.size(), year);
     if (failure != std::errc() || end != text.data() + text.size() || year < 1 || year > 9999) {
-        throw Failure(exitCode::usage, HostText::badYear, {text});
+        throw Failure(exit_code::usage, HostText::badYear, {text});
     }
     return year;
 }
@@ -67,7 +67,7 @@ std::optional<PeriodRange> PeriodArgument::periods() const {
     const auto first = periodOf(text.substr(0, dash));
     const auto last = dash == std::string_view::npos ? first : periodOf(text.substr(dash + 1));
     if (!first || !last || *first > *last) {
-        throw Failure(exitCode::usage, HostText::badPeriod, {periodText});
+        throw Failure(exit_code::usage, HostText::badPeriod, {periodText});
     }
     return PeriodRange{*first, *last};
 }
@@ -76,10 +76,10 @@ std::vector<VoucherHead> PeriodArgument::list(Session& session) const {
     const std::int16_t ofYear = year();
     const auto range = periods();
     auto vouchers = listVouchers(session.connection(), ofYear, range);
-    const std::string account = modPublic::requiredLogin().AccountId();
+    const std::string account = modPublic::requiredLogin().accountId();
     const AccountingPeriods known = AccountingPeriods::read(session.connection(), account);
     if (vouchers.empty() && !known.empty() && !known.hasYear(ofYear)) {
-        throw Failure(exitCode::usage, HostText::yearUnknown, {account, std::to_string(ofYear), known.yearsText()});
+        throw Failure(exit_code::usage, HostText::yearUnknown, {account, std::to_string(ofYear), known.yearsText()});
     }
     requireYear(known, account, ofYear);
     const auto isThere = [&](std::uint8_t period) {
@@ -90,7 +90,7 @@ std::vector<VoucherHead> PeriodArgument::list(Session& session) const {
     if (range) {
         for (const std::uint8_t end : {range->first, range->last}) {
             if (!isThere(end)) {
-                throw Failure(exitCode::usage, HostText::periodUnknown,
+                throw Failure(exit_code::usage, HostText::periodUnknown,
                               {std::to_string(end), std::to_string(ofYear), known.periodsText(ofYear)});
             }
         }

@@ -46,8 +46,8 @@ public:
         words += (period_.periodText.empty() ? "" : " --period " + period_.periodText) +
                  (account_.empty() ? "" : " --account " + account_);
         RunLog log(connection, runNote(options, words));
-        Allotment allotment(connection, session.data(), session.provider().Gl(), !dryRun_, &log);
-        Assignment assignment(connection, session.data(), session.provider().Gl(), allotment);
+        Allotment allotment(connection, session.data(), session.provider().gl(), !dryRun_, &log);
+        Assignment assignment(connection, session.data(), session.provider().gl(), allotment);
         ChangesOutput shown(output, session.kinds(), dryRun_, report_);
         for (const auto& key : workbench::vouchersWithItem(connection, year, periods, from, account_)) {
             shown.add(assignment.reassign(key, from, to, account_));

@@ -51,7 +51,7 @@ public:
         if (alone) {
             output.remark(verdict);
         }
-        return exitCode::done;
+        return exit_code::done;
     }
 
 private:

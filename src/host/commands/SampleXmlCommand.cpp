@@ -31,7 +31,7 @@ public:
         std::error_code failure;
         std::filesystem::create_directories(folder, failure);
         if (failure) {
-            throw Failure(exitCode::database, HostText::moveFailed, {folder_, failure.message()});
+            throw Failure(exit_code::database, HostText::moveFailed, {folder_, failure.message()});
         }
         for (const SampleFile& file : sampleDocuments()) { // if one of them exists, none is written
             requireNewFile(folder / (std::string(file.name) + ".xml"));
@@ -46,7 +46,7 @@ public:
             }
         }
         output.flush();
-        return exitCode::done;
+        return exit_code::done;
     }
 
 private:

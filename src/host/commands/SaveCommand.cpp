@@ -38,8 +38,8 @@ public:
         Session& session = voucher.session();
         const RememberedAnswers remembered(session.connection());
         RunLog log(session.connection(), runNote(options, "save " + voucher_.text + generation_.words()));
-        Allotment allotment(session.connection(), session.data(), session.provider().Gl(), !dryRun_, &log);
-        Assignment assignment(session.connection(), session.data(), session.provider().Gl(), allotment);
+        Allotment allotment(session.connection(), session.data(), session.provider().gl(), !dryRun_, &log);
+        Assignment assignment(session.connection(), session.data(), session.provider().gl(), allotment);
         const auto result = generation_.save(allotment, assignment, voucher.voucher().key);
         if (dryRun_ || report_.csv()) {
             ChangesOutput shown(output, session.kinds(), dryRun_, report_);

@@ -38,7 +38,7 @@ std::pair<std::uint8_t, std::uint8_t> readPeriods(const std::string& text) {
         last = first;
     }
     if (read.ec != std::errc() || read.ptr != end || first > last || last > 255) {
-        throw Failure(exitCode::usage, HostText::badPeriods, {text});
+        throw Failure(exit_code::usage, HostText::badPeriods, {text});
     }
     return {static_cast<std::uint8_t>(first), static_cast<std::uint8_t>(last)};
 }
@@ -75,7 +75,7 @@ public:
         if (!html_.empty()) {
             writeNewFile(html_, page(session, request, statement, output.language()));
         }
-        return statement.proven() ? exitCode::done : exitCode::refused;
+        return statement.proven() ? exit_code::done : exit_code::refused;
     }
 
 private:
@@ -93,10 +93,10 @@ private:
             try {
                 if (sign == std::string::npos || sign == 0 ||
                     !request.openings.emplace(opening.substr(0, sign), Amount::read(opening.substr(sign + 1))).second) {
-                    throw Failure(exitCode::usage, HostText::badOpening, {opening});
+                    throw Failure(exit_code::usage, HostText::badOpening, {opening});
                 }
             } catch (const Error&) {
-                throw Failure(exitCode::usage, HostText::badOpening, {opening});
+                throw Failure(exit_code::usage, HostText::badOpening, {opening});
             }
         }
         return request;
@@ -105,7 +105,7 @@ private:
     static CashFlowStatement draw(Session& session, const StatementRequest& request) {
         const auto unknown = workbench::unknownOpening(session.connection(), request);
         if (!unknown.empty()) {
-            throw Failure(exitCode::usage, HostText::openingNotCash, {unknown, std::to_string(request.year)});
+            throw Failure(exit_code::usage, HostText::openingNotCash, {unknown, std::to_string(request.year)});
         }
         CashFlowStatement statement = workbench::drawUpStatement(session.connection(), request);
         return statement;

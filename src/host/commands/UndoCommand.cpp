@@ -44,7 +44,7 @@ public:
         }
         const AccountPlace place = database_.takeOpen(options, words, looksLikeRun);
         if (words.empty()) {
-            throw Failure(exitCode::usage, HostText::argumentMissing, {"RUN"});
+            throw Failure(exit_code::usage, HostText::argumentMissing, {"RUN"});
         }
         const std::int32_t number = readRun(words.front());
         words.erase(words.begin());
@@ -69,7 +69,7 @@ private:
         const auto changed = workbench::vouchersOfRun(connection, number);
         for (const VoucherKey& key : keys) {
             if (std::find(changed.begin(), changed.end(), key) == changed.end()) {
-                throw Failure(exitCode::refused, HostText::runLacksVoucher,
+                throw Failure(exit_code::refused, HostText::runLacksVoucher,
                               {std::to_string(number), kinds.keyText(key)});
             }
         }

@@ -43,7 +43,7 @@ public:
         if (remark) {
             output.remark(output.text(*remark));
         }
-        return findings.empty() ? exitCode::done : exitCode::refused;
+        return findings.empty() ? exit_code::done : exit_code::refused;
     }
 
 private:

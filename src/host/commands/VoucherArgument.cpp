@@ -40,11 +40,11 @@ WrittenVoucherKey writtenKey(const std::string& text) {
     }
     const auto part = keyPartOutOfRange(text);
     if (!part) {
-        throw Failure(exitCode::usage, HostText::badKey, {text});
+        throw Failure(exit_code::usage, HostText::badKey, {text});
     }
     constexpr std::array texts{HostText::badKeyYear, HostText::badKeyPeriod, HostText::badKeyKind,
                                HostText::badKeyNumber};
-    throw Failure(exitCode::usage, texts.at(static_cast<std::size_t>(part->part)),
+    throw Failure(exit_code::usage, texts.at(static_cast<std::size_t>(part->part)),
                   {text, std::to_string(part->least), std::to_string(part->most)});
 }
 
@@ -73,16 +73,16 @@ VoucherKey keyOf(const std::string& text, Session& session) {
         numbers.push_back(std::to_string(number));
     }
     throw numbers.empty()
-        ? Failure(exitCode::usage, HostText::kindUnknown, {written.sign, known})
-        : Failure(exitCode::usage, HostText::kindAmbiguous, {written.sign, joined(numbers, ", "), known});
+        ? Failure(exit_code::usage, HostText::kindUnknown, {written.sign, known})
+        : Failure(exit_code::usage, HostText::kindAmbiguous, {written.sign, joined(numbers, ", "), known});
 }
 
 Voucher VoucherArgument::find(Session& session) const {
     Voucher voucher = session.judge().read(key(session));
     if (voucher.lines.empty()) {
-        throw Failure(exitCode::refused, HostText::noVoucher, {text});
+        throw Failure(exit_code::refused, HostText::noVoucher, {text});
     }
-    const std::string account = modPublic::requiredLogin().AccountId();
+    const std::string account = modPublic::requiredLogin().accountId();
     requireYear(AccountingPeriods::read(session.connection(), account), account, voucher.key.year);
     return voucher;
 }

@@ -146,19 +146,19 @@ public:
         const Verdict verdict = workbench::standingOf(session.judge(), voucher.key);
         if (output.json()) {
             report_.write(output, jsonText(voucherJson(session, voucher, rows, verdict, output.language())) + "\n");
-            return exitCode::done;
+            return exit_code::done;
         }
         const ReportTable table = voucherTable(output, voucher, rows);
         if (report_.csv()) {
             report_.write(output, table.csv());
-            return exitCode::done;
+            return exit_code::done;
         }
         const std::string date = voucher.date == Date::none() ? "-" : dayText(voucher.date);
         report_.write(output, terminal::printable(
                                   output.text(HostText::voucherTitle, {session.kinds().keyText(voucher.key), date})) +
                                   "\n\n" + table.text(report_.columns(output)) + "\n" +
                                   terminal::printable(verdictText(output.language(), verdict)) + "\n");
-        return exitCode::done;
+        return exit_code::done;
     }
 
 private:

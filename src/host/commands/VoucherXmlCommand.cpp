@@ -86,17 +86,17 @@ public:
             showRows(output, session, rowsOfDocument(document).get());
         }
         output.flush();
-        return exitCode::done;
+        return exit_code::done;
     }
 
 private:
     [[nodiscard]] std::int16_t yearOf(const std::string& voucher) const {
         if (year_ && (*year_ < 1 || *year_ > 9999)) {
-            throw Failure(exitCode::usage, HostText::badYear, {std::to_string(*year_)});
+            throw Failure(exit_code::usage, HostText::badYear, {std::to_string(*year_)});
         }
         const auto year = year_ ? std::optional(static_cast<std::int16_t>(*year_)) : yearOfDocument(voucher);
         if (!year) {
-            throw Failure(exitCode::usage, HostText::yearMissing, {file_});
+            throw Failure(exit_code::usage, HostText::yearMissing, {file_});
         }
         return *year;
     }
@@ -106,7 +106,7 @@ private:
     [[nodiscard]] std::string rowsOfVoucher(Output& output, Session& session, const std::string& voucher) const {
         const FirstIdentifier identifier;
         try {
-            return session.provider().Out().GetCashFlowColFromXml(session.connection(), voucher, create_);
+            return session.provider().out().GetCashFlowColFromXml(session.connection(), voucher, create_);
         } catch (const Error&) {
             dropLeftTable(output, session, identifier);
             throw;

@@ -96,7 +96,7 @@ public:
         const std::int16_t year = period_.year();
         static_cast<void>(period_.periods()); // a mistake is reported before anything is opened
         if (!open_ && (group_ || lines_)) {
-            throw Failure(exitCode::usage, HostText::optionNeeds, {group_ ? "--group" : "--lines", "--open"});
+            throw Failure(exit_code::usage, HostText::optionNeeds, {group_ ? "--group" : "--lines", "--open"});
         }
         report_.requireNewFile();
         Session session(place, year, options, console);
@@ -139,7 +139,7 @@ private:
         for (const std::string& remark : remarks) {
             output.remark(remark);
         }
-        return remarks.empty() ? exitCode::done : exitCode::refused;
+        return remarks.empty() ? exit_code::done : exit_code::refused;
     }
 
     int listOpen(Output& output, Session& session, const std::vector<VoucherHead>& vouchers) const {
@@ -148,7 +148,7 @@ private:
         report_.write(output, lines_   ? linesText(output, session, open)
                               : group_ ? groupText(output, session, open)
                                        : openText(output, session, open));
-        return open.empty() ? exitCode::done : exitCode::refused;
+        return open.empty() ? exit_code::done : exit_code::refused;
     }
 
     [[nodiscard]] std::string openText(const Output& output, Session& session,

@@ -27,7 +27,7 @@ public:
 
     int run(const GlobalOptions& options, const Console& console) override {
         if (!reset_) {
-            throw Failure(exitCode::usage, HostText::argumentMissing, {"--reset"});
+            throw Failure(exit_code::usage, HostText::argumentMissing, {"--reset"});
         }
         const AccountPlace place = database_.take(options);
         Output output(console, options);
@@ -42,7 +42,7 @@ public:
             output.line(output.text(HostText::widthsForgotten, {std::to_string(count)}));
         }
         output.flush();
-        return exitCode::done;
+        return exit_code::done;
     }
 
 private:

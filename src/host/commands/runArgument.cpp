@@ -18,14 +18,14 @@ std::int32_t readRun(const std::string& word) {
     const char* const end = word.data() + word.size();
     const auto read = std::from_chars(word.data(), end, number);
     if (!looksLikeRun(word) || read.ec != std::errc() || read.ptr != end || number < 1) {
-        throw Failure(exitCode::usage, HostText::badRun, {word});
+        throw Failure(exit_code::usage, HostText::badRun, {word});
     }
     return number;
 }
 
 void requireLog(Connection& connection) {
     if (!workbench::hasLog(connection)) {
-        throw Failure(exitCode::refused, HostText::noLog);
+        throw Failure(exit_code::refused, HostText::noLog);
     }
 }
 
@@ -33,7 +33,7 @@ workbench::LoggedRun requiredRun(Connection& connection, std::int32_t number) {
     requireLog(connection);
     auto run = workbench::findRun(connection, number);
     if (!run) {
-        throw Failure(exitCode::refused, HostText::runMissing, {std::to_string(number)});
+        throw Failure(exit_code::refused, HostText::runMissing, {std::to_string(number)});
     }
     return std::move(*run);
 }

@@ -24,7 +24,7 @@ HostText savedText(Outcome outcome) noexcept {
 }
 
 void failAsRefused(Language language, const Refusal& refusal) {
-    throw Failure(exitCode::refused, HostText::voucherFailed,
+    throw Failure(exit_code::refused, HostText::voucherFailed,
                   {std::to_string(refusal.error.number()), refusalText(language, refusal)});
 }
 
@@ -55,7 +55,7 @@ int tellSaved(Output& output, const VoucherResult& result, const workbench::Vouc
     }
     report.write(output, text);
     tellRun(output, log, result.changed());
-    return result.refusal ? exitCode::refused : exitCode::done;
+    return result.refusal ? exit_code::refused : exit_code::done;
 }
 
 void tellRun(Output& output, workbench::RunLog& log, bool changed) {
@@ -84,7 +84,7 @@ int tellSavedOutside(Output& output, const OutsideResult& result, workbench::Run
     }
     output.flush();
     tellRun(output, log, result.changed);
-    return result.refusal ? exitCode::refused : exitCode::done;
+    return result.refusal ? exit_code::refused : exit_code::done;
 }
 
 } // namespace z7::cashflow::host

@@ -20,7 +20,7 @@ Desktop::Desktop(const GlobalOptions& options, const Console& console) {
         std::getenv("Z7CF_WINDOW_STATES") != nullptr; // NOLINT(concurrency-mt-unsafe): the host starts no thread
     windows_ = wx::WindowSystem::start(watched ? &console.out : nullptr);
     if (!windows_) {
-        throw Failure(exitCode::usage, HostText::noScreen);
+        throw Failure(exit_code::usage, HostText::noScreen);
     }
     modPublic::Context& context = modPublic::context();
     context.dialogFactory = windows_->dialogFactory();
@@ -40,7 +40,7 @@ Desktop::~Desktop() {
 #else
 
 Desktop::Desktop(const GlobalOptions& /*options*/, const Console& /*console*/) {
-    throw Failure(exitCode::usage, HostText::noWindowBuilt);
+    throw Failure(exit_code::usage, HostText::noWindowBuilt);
 }
 
 Desktop::~Desktop() = default;

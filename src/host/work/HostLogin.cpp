@@ -17,21 +17,21 @@ HostLogin::HostLogin(GlobalOptions options, std::int16_t year, std::string conne
 
 std::int32_t HostLogin::LocaleId() { return texts::localeId(options_.language); }
 
-std::string HostLogin::AccountId() { return options_.account; }
+std::string HostLogin::accountId() { return options_.account; }
 
-std::string HostLogin::AccountingYear() { return std::to_string(year_); }
+std::string HostLogin::accountingYear() { return std::to_string(year_); }
 
-std::string HostLogin::UserId() { return options_.user; }
+std::string HostLogin::userId() { return options_.user; }
 
-std::string HostLogin::Operator() { return options_.operatorName; }
+std::string HostLogin::operatorName() { return options_.operatorName; }
 
 std::string HostLogin::ConnectionString() { return connectionString_; }
 
-Variant HostLogin::Information(std::int32_t code) {
+Variant HostLogin::information(std::int32_t code) {
     return code == accountingSystemCode ? Variant(options_.accountingSystem) : Variant();
 }
 
-std::string HostLogin::LanguageTag() { return texts::languageTag(options_.language); }
+std::string HostLogin::languageTag() { return texts::languageTag(options_.language); }
 
 std::shared_ptr<cashflow::TextLookup> HostLogin::TextLookup() { return text_; }
 

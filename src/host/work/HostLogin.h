@@ -16,15 +16,15 @@ public:
     HostLogin(GlobalOptions options, std::int16_t year, std::string connectionString);
 
     [[nodiscard]] std::int32_t LocaleId() override;
-    [[nodiscard]] std::string AccountId() override;
-    [[nodiscard]] std::string AccountingYear() override;
-    [[nodiscard]] std::string UserId() override;
-    [[nodiscard]] std::string Operator() override;
+    [[nodiscard]] std::string accountId() override;
+    [[nodiscard]] std::string accountingYear() override;
+    [[nodiscard]] std::string userId() override;
+    [[nodiscard]] std::string operatorName() override;
     [[nodiscard]] std::string ConnectionString() override;
     /// Code 117 returns the accounting system of the settings, empty if there is none; any other code returns
     /// null.
-    [[nodiscard]] Variant Information(std::int32_t code) override;
-    [[nodiscard]] std::string LanguageTag() override;
+    [[nodiscard]] Variant information(std::int32_t code) override;
+    [[nodiscard]] std::string languageTag() override;
     [[nodiscard]] std::shared_ptr<cashflow::TextLookup> TextLookup() override;
     [[nodiscard]] std::shared_ptr<cashflow::FormattedTextLookup> FormattedTextLookup() override;
     /// True unless the settings turn it off.

@@ -19,7 +19,7 @@ struct NotedMessage {
 /// writes. Questions take their default button, as they do without a terminal.
 class NotedMessages final : public MessageBox {
 public:
-    void Locale(const std::string& /*localeId*/) override {}
+    void locale(const std::string& /*localeId*/) override {}
     std::int32_t Show(const std::string& prompt, std::int32_t buttons, const std::string& title,
                       const std::string& helpFile, std::int32_t context) override;
 

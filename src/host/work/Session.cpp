@@ -24,7 +24,7 @@ Session::Session(const AccountPlace& place, std::int16_t year, const GlobalOptio
     std::error_code ignored;
     const auto file = place.file();
     if (file && !std::filesystem::exists(*file, ignored)) {
-        throw Failure(exitCode::database, HostText::fileMissing, {file->string()});
+        throw Failure(exit_code::database, HostText::fileMissing, {file->string()});
     }
     connection_ = place.makeConnection();
     const std::string connectionString = place.connectionString(year);
@@ -32,8 +32,8 @@ Session::Session(const AccountPlace& place, std::int16_t year, const GlobalOptio
         connection_->Open(connectionString);
     } catch (const Error& error) {
         const std::string reason = reasonText(options.language, error);
-        throw file ? Failure(exitCode::database, HostText::notADatabase, {file->string(), reason})
-                   : Failure(exitCode::database, HostText::notConnected, {reason});
+        throw file ? Failure(exit_code::database, HostText::notADatabase, {file->string(), reason})
+                   : Failure(exit_code::database, HostText::notConnected, {reason});
     }
     modPublic::Context& context = modPublic::context();
     context = modPublic::Context{};
@@ -42,8 +42,8 @@ Session::Session(const AccountPlace& place, std::int16_t year, const GlobalOptio
     if (!own.accountGiven) {
         own.account = onlyAccount(*connection_).value_or(own.account);
     }
-    provider_.Gl().objLogin(std::make_shared<HostLogin>(std::move(own), year, connectionString));
-    judge_.emplace(*connection_, data_, provider_.Gl());
+    provider_.gl().objLogin(std::make_shared<HostLogin>(std::move(own), year, connectionString));
+    judge_.emplace(*connection_, data_, provider_.gl());
     context.bCashCode = accountOption("bCashCode");
     context.bAutoDisplay = accountOption("bAutoDisplay");
 }

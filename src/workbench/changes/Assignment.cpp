@@ -122,7 +122,7 @@ Judge::Rows Assignment::presentRows(const Voucher& voucher, bool stored) {
     return rows ? rows : proposedRows(voucher);
 }
 
-bool Assignment::comparesSums() { return !connection_.Execute(filled(statements::sumCheckOption))->EndOfFile(); }
+bool Assignment::comparesSums() { return !connection_.Execute(filled(statements::sumCheckOption))->atEnd(); }
 
 VoucherResult Assignment::assign(const VoucherKey& key, const std::vector<LineWish>& wishes,
                                  std::vector<LineRest>& rests) {
@@ -234,7 +234,7 @@ std::vector<VoucherKey> vouchersWithItem(Connection& connection, std::int16_t ye
     const auto records = connection.Execute("select distinct iPeriod,iSignSeq,iNo_id from gl_cashtable where " +
                                             condition + " order by iPeriod,iSignSeq,iNo_id");
     std::vector<VoucherKey> keys;
-    for (; !records->EndOfFile(); records->MoveNext()) {
+    for (; !records->atEnd(); records->MoveNext()) {
         const FieldList& fields = records->Fields();
         keys.emplace_back(year, toByte(fields.Item("iPeriod")), toInt16(fields.Item("iSignSeq")),
                           toInt32(fields.Item("iNo_id")));

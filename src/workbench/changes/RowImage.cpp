@@ -80,7 +80,7 @@ std::vector<RowImage> readRowImages(Connection& connection, const VoucherKey& ke
 std::vector<RowImage> readRowImages(Connection& connection, const std::string& query) {
     const auto records = connection.Execute(query);
     std::vector<RowImage> rows;
-    for (; !records->EndOfFile(); records->MoveNext()) {
+    for (; !records->atEnd(); records->MoveNext()) {
         std::vector<Variant> values;
         values.reserve(rowColumns.size());
         for (std::size_t i = 0; i < rowColumns.size(); ++i) {

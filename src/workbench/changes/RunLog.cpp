@@ -30,7 +30,7 @@ std::vector<LoggedRun> readRuns(Connection& connection, const std::string& condi
         "t.iRun) v on v.iRun=r.iRun" +
         condition + " order by r.iRun desc");
     std::vector<LoggedRun> runs;
-    for (; !records->EndOfFile(); records->MoveNext()) {
+    for (; !records->atEnd(); records->MoveNext()) {
         const FieldList& fields = records->Fields();
         runs.push_back({toInt32(fields.Item("iRun")), toTextOrEmpty(fields.Item("cUser")), toDate(fields.Item("dTime")),
                         toTextOrEmpty(fields.Item("cCommand")), numberOrNothing(fields.Item("iUndo")),
@@ -121,7 +121,7 @@ std::vector<VoucherKey> vouchersOfRun(Connection& connection, std::int32_t run) 
         "select distinct iYear,iPeriod,iSignSeq,iNo_id from z7_run_row where iRun=" + std::to_string(run) +
         " order by iYear,iPeriod,iSignSeq,iNo_id");
     std::vector<VoucherKey> keys;
-    for (; !records->EndOfFile(); records->MoveNext()) {
+    for (; !records->atEnd(); records->MoveNext()) {
         const FieldList& fields = records->Fields();
         keys.emplace_back(toInt16(fields.Item("iYear")), toByte(fields.Item("iPeriod")),
                           toInt16(fields.Item("iSignSeq")), toInt32(fields.Item("iNo_id")));

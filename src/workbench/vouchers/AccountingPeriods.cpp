@@ -12,7 +12,7 @@ AccountingPeriods AccountingPeriods::read(Connection& connection, const std::str
     const auto records =
         connection.Execute("select iyear,iid from zqsystem..ua_period where cacc_id=N'" + quoted + "'");
     AccountingPeriods periods;
-    for (; !records->EndOfFile(); records->MoveNext()) {
+    for (; !records->atEnd(); records->MoveNext()) {
         periods.years_[toInt16(records->Fields().Item("iyear"))].insert(toByte(records->Fields().Item("iid")));
     }
     return periods;

@@ -22,7 +22,7 @@ Finding findingOf(Finding::Kind kind, std::int32_t line = 0, const std::string& 
 } // namespace
 
 Voucher Judge::read(const VoucherKey& key) {
-    return readVoucher(connection_, key, toTextOrEmpty(modPublic::requiredLogin().Information(accountingSystemCode)));
+    return readVoucher(connection_, key, toTextOrEmpty(modPublic::requiredLogin().information(accountingSystemCode)));
 }
 
 std::int32_t Judge::yearOf(Date date) {

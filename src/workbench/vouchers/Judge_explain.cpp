@@ -95,7 +95,7 @@ std::optional<Refusal> Judge::readBack(const Voucher& voucher, const CashFlowCol
     enterYear(voucher);
     const auto records = data_.GetCashTable(connection_, key.period, key.kind, key.number);
     std::multiset<std::string> found;
-    for (; !records->EndOfFile(); records->MoveNext()) {
+    for (; !records->atEnd(); records->MoveNext()) {
         found.insert(toTextOrEmpty(records->Fields().Item("RowGuid")));
     }
     std::multiset<std::string> wanted;

@@ -66,7 +66,7 @@ OutsideResult OutsideAllotment::save(std::int16_t year, const std::string& table
             if (log_ != nullptr && !before.empty()) {
                 log_->noteBefore(voucher.key);
             }
-            provider_.Out().SaveCashFlowCol(connection_, table, key, &document, &checkSum);
+            provider_.out().SaveCashFlowCol(connection_, table, key, &document, &checkSum);
             changed = !sameRows(before, readRowImages(connection_, voucher.key), false);
             if (log_ != nullptr && changed) {
                 log_->noteAfter(voucher.key);

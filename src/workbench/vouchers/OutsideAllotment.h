@@ -26,7 +26,7 @@ public:
     /// The connection, the data access, the provider and the log outlive this object; the connection is not in
     /// a transaction. The thread's login must be set. A null log means no logging.
     OutsideAllotment(Connection& connection, DataProvider& data, VoucherProvider& provider, RunLog* log = nullptr)
-        : connection_(connection), data_(data), provider_(provider), judge_(connection, data, provider.Gl()),
+        : connection_(connection), data_(data), provider_(provider), judge_(connection, data, provider.gl()),
           log_(log != nullptr && log->available() ? log : nullptr) {}
 
     /// Replaces the rows of a voucher of that year by those of a collection document; an empty document means

@@ -71,7 +71,7 @@ Voucher readVoucher(Connection& connection, const VoucherKey& key, const std::st
         keyCondition(key, "v.") + " order by v.inid");
     const bool withoutBudget = accountingSystem.starts_with(governmentSystem);
     Voucher voucher{key, Date::none(), {}};
-    for (; !records->EndOfFile(); records->MoveNext()) {
+    for (; !records->atEnd(); records->MoveNext()) {
         VoucherLine line = lineOf(records->Fields(), withoutBudget);
         if (voucher.date == Date::none()) {
             voucher.date = line.date.value_or(Date::none());
@@ -92,7 +92,7 @@ std::vector<StoredRow> readStoredRows(Connection& connection, const VoucherKey& 
         "c.iyear=t.iyear and c.ccode=t.ccode where " +
         keyCondition(key, "t.") + " order by t.inid,t.cCashItem,t.md,t.mc");
     std::vector<StoredRow> rows;
-    for (; !records->EndOfFile(); records->MoveNext()) {
+    for (; !records->atEnd(); records->MoveNext()) {
         const FieldList& fields = records->Fields();
         StoredRow row;
         row.line = fields.Item("inid").isNull() ? 0 : toInt32(fields.Item("inid"));

@@ -33,7 +33,7 @@ VoucherKinds::VoucherKinds(std::vector<Kind> kinds) : kinds_(std::move(kinds)) {
 VoucherKinds VoucherKinds::read(Connection& connection) {
     std::vector<Kind> kinds;
     const auto records = connection.Execute("select isignseq,csign from dsign order by isignseq");
-    for (; !records->EndOfFile(); records->MoveNext()) {
+    for (; !records->atEnd(); records->MoveNext()) {
         kinds.push_back({toInt16(records->Fields().Item("isignseq")), toTextOrEmpty(records->Fields().Item("csign"))});
     }
     return VoucherKinds(std::move(kinds));

@@ -15,7 +15,7 @@ std::vector<VoucherHead> listVouchers(Connection& connection, std::int16_t year,
         connection.Execute("select iperiod,isignseq,ino_id,inid,dbill_date,cdigest from gl_accvouch where " +
                            condition + " order by iperiod,isignseq,ino_id,inid");
     std::vector<VoucherHead> heads;
-    for (; !lines->EndOfFile(); lines->MoveNext()) {
+    for (; !lines->atEnd(); lines->MoveNext()) {
         const FieldList& fields = lines->Fields();
         const VoucherKey key{year, toByte(fields.Item("iperiod")), toInt16(fields.Item("isignseq")),
                              toInt32(fields.Item("ino_id"))};

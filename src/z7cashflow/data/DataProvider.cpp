@@ -25,18 +25,18 @@ constexpr std::string_view governmentAccounting = "政府会计制度";
 constexpr std::int32_t stopSign = 16;
 
 // The year that the user logged in to, whatever year the voucher at hand has set.
-std::string loginYear() { return modPublic::requiredLogin().AccountingYear(); }
+std::string loginYear() { return modPublic::requiredLogin().accountingYear(); }
 
 bool givesRecord(Connection& objCon, const std::string& statement) {
     const auto result = objCon.Execute(statement);
-    const bool found = !result->EndOfFile();
+    const bool found = !result->atEnd();
     result->Close();
     return found;
 }
 
 // A read of voucher lines as far as the account's accounting system wants it.
 std::string withinAccounts(std::string statement) {
-    const std::string system = toTextOrEmpty(modPublic::requiredLogin().Information(accountingSystemInformation));
+    const std::string system = toTextOrEmpty(modPublic::requiredLogin().information(accountingSystemInformation));
     return system.starts_with(governmentAccounting) ? std::move(statement) + filled(statements::exceptBudgetAccounts)
                                                     : statement;
 }
@@ -134,7 +134,7 @@ double DataProvider::GetCashSumInVoucher(Connection& objCon, const std::string& 
     const auto result = objCon.Execute(HaveVoucherKey(objCon, strVoucherTable)
                                            ? filled(statements::cashSum, strVoucherTable, year, key)
                                            : filled(statements::keylessCashSum, strVoucherTable, year));
-    const Variant sum = result->EndOfFile() ? Variant() : result->Fields().Item("mysum");
+    const Variant sum = result->atEnd() ? Variant() : result->Fields().Item("mysum");
     result->Close();
     return toDouble(format(sum.isNull() ? Variant(0.0) : sum, "#.00"));
 }
@@ -146,7 +146,7 @@ bool DataProvider::HaveVoucherKey(Connection& /*objCon*/, const std::string& str
 double DataProvider::GetCashSumInVoucher2(Connection& objCon, const std::string& strVoucherTable,
                                           const std::string& coutNo_id) {
     const auto result = objCon.Execute(filled(statements::outsideCashSum, strVoucherTable, coutNo_id));
-    const double sum = result->EndOfFile() ? 0.0 : toDouble(result->Fields().Item("mysum"));
+    const double sum = result->atEnd() ? 0.0 : toDouble(result->Fields().Item("mysum"));
     result->Close();
     return sum;
 }
@@ -154,7 +154,7 @@ double DataProvider::GetCashSumInVoucher2(Connection& objCon, const std::string&
 void DataProvider::GetVoucherKeyFromOut_id(Connection& objCon, const std::string& coutNo_id, std::uint8_t& iPeriod,
                                            std::int16_t& iSignSeq, std::int32_t& iNo_id, Date& dbill_date) {
     const auto result = objCon.Execute(filled(statements::ledgerVoucherOf, modPublic::GetIYear(), coutNo_id));
-    if (result->EndOfFile()) {
+    if (result->atEnd()) {
         iPeriod = 0;
         iSignSeq = 0;
         iNo_id = 0;
@@ -202,11 +202,11 @@ void DataProvider::CallRef(Connection& /*objCon*/, const std::string& /*referenc
                            const Variant& /*second*/) {}
 
 std::string DataProvider::GetAccInfo(Connection& objCon, const std::string& csysid, const std::string& cname) {
-    const auto result = objCon.CreateRecordset();
-    result->Open(filled(statements::accountOption, csysid, cname), &objCon, CursorType::ForwardOnly,
-                 LockType::ReadOnly);
+    const auto result = objCon.createRecordset();
+    result->Open(filled(statements::accountOption, csysid, cname), &objCon, CursorType::forwardOnly,
+                 LockType::readOnly);
     std::string value;
-    if (result->EndOfFile()) {
+    if (result->atEnd()) {
         modPublic::ShowMessage(csysid + "--" + cname, stopSign, "GetAccinfo Error!", "", 0);
     } else {
         value = toTextOrEmpty(result->Fields().Item("CValue"));
@@ -217,11 +217,11 @@ std::string DataProvider::GetAccInfo(Connection& objCon, const std::string& csys
 
 std::string DataProvider::GetVoucherOption(Connection& objCon, const std::string& operatorName,
                                            const std::string& optionName) {
-    const auto result = objCon.CreateRecordset();
-    result->Open(filled(statements::voucherOptions, operatorName), &objCon, CursorType::ForwardOnly,
-                 LockType::ReadOnly);
+    const auto result = objCon.createRecordset();
+    result->Open(filled(statements::voucherOptions, operatorName), &objCon, CursorType::forwardOnly,
+                 LockType::readOnly);
     std::string value = "0";
-    if (!result->EndOfFile()) {
+    if (!result->atEnd()) {
         const Variant option = result->Fields().Item(optionName);
         value = option.isNull() ? value : toText(option);
     }
@@ -232,11 +232,11 @@ std::string DataProvider::GetVoucherOption(Connection& objCon, const std::string
 std::string DataProvider::DateToYearPeriod(Connection& objCon, Date date) {
     Z7Login& login = modPublic::requiredLogin();
     const std::string day = dateText(date);
-    const auto result = objCon.CreateRecordset();
-    result->Open(filled(statements::accountingPeriod, login.AccountId(), day, day), &objCon, CursorType::Static,
-                 LockType::Unspecified);
+    const auto result = objCon.createRecordset();
+    result->Open(filled(statements::accountingPeriod, login.accountId(), day, day), &objCon, CursorType::snapshot,
+                 LockType::unspecified);
     std::string yearAndPeriod = "190000";
-    if (!result->EndOfFile()) {
+    if (!result->atEnd()) {
         yearAndPeriod = toText(result->Fields().Item("iyear")) + format(result->Fields().Item("iID"), "00");
     }
     result->Close();

@@ -18,21 +18,21 @@ constexpr std::int32_t noticeStyle = 64;
 
 std::shared_ptr<Recordset> openOnOwnSession(Connection& objCon, const std::string& statement, CursorType cursorType,
                                             LockType lockType) {
-    auto result = objCon.CreateRecordset();
-    result->CursorLocation(CursorLocation::Client);
+    auto result = objCon.createRecordset();
+    result->CursorLocation(CursorLocation::client);
     result->Open(statement, objCon.ConnectionString(), cursorType, lockType);
     return result;
 }
 
 std::shared_ptr<Recordset> readOnOwnSession(Connection& objCon, const std::string& statement) {
-    return openOnOwnSession(objCon, statement, CursorType::ForwardOnly, LockType::ReadOnly);
+    return openOnOwnSession(objCon, statement, CursorType::forwardOnly, LockType::readOnly);
 }
 
 } // namespace
 
 std::string DataProvider::GetCFItemName(Connection& objCon, const std::string& cItemCode) {
     const auto result = readOnOwnSession(objCon, filled(statements::itemName, cItemCode));
-    std::string name = result->EndOfFile() ? std::string() : toText(result->Fields().Item("citemname"));
+    std::string name = result->atEnd() ? std::string() : toText(result->Fields().Item("citemname"));
     result->Close();
     return name;
 }
@@ -41,7 +41,7 @@ bool DataProvider::GetCashFlowTemplate(Connection& objCon, const std::string& cD
                                        std::string& cItemCode, std::optional<Date>* dStartDate) {
     const auto result =
         readOnOwnSession(objCon, filled(statements::itemTemplate, modPublic::GetIYear(), cDataSource, bDir));
-    const bool found = !result->EndOfFile();
+    const bool found = !result->atEnd();
     cItemCode = found ? toText(result->Fields().Item("cItemCode")) : std::string();
     if (dStartDate != nullptr) {
         const Variant start = found ? result->Fields().Item("dStartDate") : Variant();
@@ -53,8 +53,8 @@ bool DataProvider::GetCashFlowTemplate(Connection& objCon, const std::string& cD
 
 bool DataProvider::GetCashFlowFromDraft(Connection& objCon, std::int16_t inid, std::string& cCashItem) {
     Z7Login& login = modPublic::requiredLogin();
-    const auto result = readOnOwnSession(objCon, filled(statements::draftItem, login.UserId(), inid));
-    const bool found = !result->EndOfFile();
+    const auto result = readOnOwnSession(objCon, filled(statements::draftItem, login.userId(), inid));
+    const bool found = !result->atEnd();
     cCashItem = found ? toTextOrEmpty(result->Fields().Item("cCashItem")) : std::string();
     result->Close();
     return found;
@@ -66,7 +66,7 @@ bool DataProvider::SaveCashFlowTemplate(Connection& objCon, const std::string& c
         return false;
     }
     const auto rows = openOnOwnSession(objCon, filled(statements::itemTemplatesNewestFirst, cDataSource, bDir),
-                                       CursorType::Dynamic, LockType::Pessimistic);
+                                       CursorType::dynamic, LockType::pessimistic);
     const auto tell = [this](const char* textKey, std::int32_t style) {
         bool bCancel = false;
         if (CashFlowTemplateSave) {
@@ -74,7 +74,7 @@ bool DataProvider::SaveCashFlowTemplate(Connection& objCon, const std::string& c
         }
         return bCancel;
     };
-    const bool isNew = rows->EndOfFile();
+    const bool isNew = rows->atEnd();
     if (!isNew && tell("Z7.CW.GL.CashFlow.00065", questionStyle)) {
         rows->Close();
         return false;
@@ -100,7 +100,7 @@ bool DataProvider::GetCashFlowItem(Connection& objCon, const std::string& cDataS
                                    std::string& cItemCode, std::string& cItemName) {
     const std::string day = dateText(dDate);
     const auto result = readOnOwnSession(objCon, filled(statements::itemTemplateOnDate, cDataSource, bDir, day, day));
-    cItemCode = result->EndOfFile() ? std::string() : toText(result->Fields().Item("cItemcode"));
+    cItemCode = result->atEnd() ? std::string() : toText(result->Fields().Item("cItemcode"));
     result->Close();
     if (!cItemCode.empty()) {
         cItemName = GetCFItemName(objCon, cItemCode);

@@ -52,7 +52,7 @@ std::string DataProvider::VoucherXmlToDB(Connection& objCon, const std::string& 
     Explanation why;
     const auto document = XmlDocument::load(strVoucherXml, &why);
     if (!document) {
-        modPublic::RaiseCashFlowError(errors::badVoucherXml, modPublic::GetText("Z7.CW.GL.CashFlow.00063"),
+        modPublic::raiseCashFlowError(errors::badVoucherXml, modPublic::GetText("Z7.CW.GL.CashFlow.00063"),
                                       std::move(why));
     }
     const XmlNode root = document->documentElement();
@@ -67,12 +67,12 @@ std::string DataProvider::VoucherXmlToDB(Connection& objCon, const std::string& 
 
     std::string table = "tempdb..TempVoucher" + GetGUID();
     ignoringErrors([&] { objCon.Execute(filled(statements::dropFormerTable, table)); });
-    objCon.Execute(filled(statements::createVoucherTable, table, modPublic::requiredLogin().AccountingYear()));
+    objCon.Execute(filled(statements::createVoucherTable, table, modPublic::requiredLogin().accountingYear()));
 
-    const auto lines = objCon.CreateRecordset();
-    lines->CursorLocation(CursorLocation::Client);
-    lines->Open(filled(statements::voucherTableLines, table), objCon.ConnectionString(), CursorType::Keyset,
-                LockType::Optimistic);
+    const auto lines = objCon.createRecordset();
+    lines->CursorLocation(CursorLocation::client);
+    lines->Open(filled(statements::voucherTableLines, table), objCon.ConnectionString(), CursorType::keyset,
+                LockType::optimistic);
     if (coutNo_id.empty()) {
         coutNo_id = GetGUID();
     }

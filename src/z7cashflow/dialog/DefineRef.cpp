@@ -73,9 +73,9 @@ void DefineRef::GetSrvData(const std::string& sRefID, const std::string& sXML, c
     if (isVoucherReference(sRefID)) {
         const std::string text = statement(cashAccounts, withQualifiedAccounts(filter));
         try {
-            const auto lines = connection().CreateRecordset();
-            lines->CursorLocation(CursorLocation::Client);
-            lines->Open(text, &connection(), CursorType::Static, LockType::Optimistic);
+            const auto lines = connection().createRecordset();
+            lines->CursorLocation(CursorLocation::client);
+            lines->Open(text, &connection(), CursorType::snapshot, LockType::optimistic);
             lines->ActiveConnection(std::monostate());
             RstGrid = lines;
         } catch (const Error& failure) {

@@ -24,10 +24,10 @@ bool PickListReferClient::ItemRefInit(std::shared_ptr<Z7Login>& /*login*/, bool 
 void PickListReferClient::Show() {
     connection_ = createLoginConnection();
     openWithLogin(*connection_);
-    auto items = connection_->CreateRecordset();
-    items->CursorLocation(CursorLocation::Client);
+    auto items = connection_->createRecordset();
+    items->CursorLocation(CursorLocation::client);
     items->Open(filled(statements::itemsUnder) + filter_ + filled(statements::itemOrder), connection_.get(),
-                CursorType::Static, LockType::ReadOnly);
+                CursorType::snapshot, LockType::readOnly);
     const std::string code = modPublic::GetText("Z7.CW.GL.CashFlow.00035");
     const std::string name = modPublic::GetText("Z7.CW.GL.CashFlow.00036");
     if (pickRecord(*list_, name, {{"citemcode", {code, 1500, false}}, {"citemname", {name, 4500, false}}}, *items)) {

@@ -26,10 +26,10 @@ struct clsMain::Voucher {
         return DataProvider().HaveCashFlowCodeInVoucher(objCon, table, iPeriod, isignseq, iNo_id);
     }
     [[nodiscard]] std::shared_ptr<CashFlowCollection> storedRows(Connection& objCon) const {
-        return VoucherProvider().Gl().GetCashFlowColFromDB(objCon, table, iPeriod, isignseq, iNo_id, dbill_date);
+        return VoucherProvider().gl().GetCashFlowColFromDB(objCon, table, iPeriod, isignseq, iNo_id, dbill_date);
     }
     [[nodiscard]] std::shared_ptr<CashFlowCollection> generatedRows(Connection& objCon) const {
-        return VoucherProvider().Gl().CreateCashFlowColFromDB(objCon, table, iPeriod, isignseq, iNo_id, dbill_date);
+        return VoucherProvider().gl().CreateCashFlowColFromDB(objCon, table, iPeriod, isignseq, iNo_id, dbill_date);
     }
 };
 
@@ -142,7 +142,7 @@ void clsMain::ShowCashFlow(const std::string& strVoucherTable, std::uint8_t iPer
     modPublic::SetIYear(iyear == nullptr ? std::int16_t{0} : *iyear);
     readOptions(*objCon);
     modPublic::context().iUpdateCashFlow =
-        toBool(DataProvider().GetVoucherOption(*objCon, modPublic::requiredLogin().Operator(), "iUpdateCashFlow"));
+        toBool(DataProvider().GetVoucherOption(*objCon, modPublic::requiredLogin().operatorName(), "iUpdateCashFlow"));
     const Voucher voucher{strVoucherTable, iPeriod, isignseq, iNo_id, dbill_date, blnCreate};
     if (!voucher.touchesCash(*objCon)) {
         showNotice(modPublic::GetText(ReadOnly_ ? "Z7.CW.GL.CashFlow.Z711.00001" : "Z7.CW.GL.CashFlow.00012"));
@@ -199,9 +199,9 @@ void clsMain::takeOutsideRows(Connection& objCon, const std::string& strVoucherT
         return;
     }
     VoucherProvider provider;
-    std::string xml = provider.Out().GetCashFlowColFromDB(objCon, strVoucherTable, coutNo_id);
+    std::string xml = provider.out().GetCashFlowColFromDB(objCon, strVoucherTable, coutNo_id);
     if (xml.empty() && blnCreate) {
-        xml = provider.Out().CreateCashFlowColFromDB(objCon, strVoucherTable, coutNo_id);
+        xml = provider.out().CreateCashFlowColFromDB(objCon, strVoucherTable, coutNo_id);
     }
     CashFlowCol_ = CashFlowCollection::Create();
     CashFlowCol_->coutNo_id(coutNo_id);

@@ -165,7 +165,7 @@ void frmCashFlow::unload() {
     queryUnload();
     removeUnfinishedRows();
     ignoringErrors([&] {
-        if (connection().State() != ObjectState::Closed) {
+        if (connection().State() != ObjectState::closed) {
             connection().Close();
         }
     });

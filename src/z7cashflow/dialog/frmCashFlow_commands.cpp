@@ -103,7 +103,7 @@ void frmCashFlow::takeOverFromAbove(std::int32_t above, CashFlow& cf) {
     const auto found = connection().Execute(objData_->HaveVoucherKey(connection(), table)
                                                 ? filled(statements::lineOfAccount, table, ccode, voucherKey(), inid)
                                                 : filled(statements::keylessLineOfAccount, table, ccode, inid));
-    if (found->EndOfFile()) {
+    if (found->atEnd()) {
         cells.TextMatrix(line, 3, "0.00");
         cf.SetValue("md", std::int16_t{0});
         cf.SetValue("mc", std::int16_t{0});
@@ -149,7 +149,7 @@ void frmCashFlow::cmdAutoGetData() {
     VoucherProvider provider;
     if (!collection().coutNo_id().empty()) {
         const std::string xml =
-            provider.Out().CreateCashFlowColFromDB(connection(), collection().VoucherTable(), collection().coutNo_id());
+            provider.out().CreateCashFlowColFromDB(connection(), collection().VoucherTable(), collection().coutNo_id());
         CashFlowCol_ = CashFlowCollection::Create();
         collection().iPeriod(key.period);
         collection().isignseq(key.kind);
@@ -157,7 +157,7 @@ void frmCashFlow::cmdAutoGetData() {
         collection().dbill_date(dbill_date);
         collection().Load(xml);
     } else {
-        CashFlowCol_ = provider.Gl().CreateCashFlowColFromDB(connection(), collection().VoucherTable(), key.period,
+        CashFlowCol_ = provider.gl().CreateCashFlowColFromDB(connection(), collection().VoucherTable(), key.period,
                                                              key.kind, key.number, dbill_date);
     }
     LoadData(objLogin_, CashFlowCol_, blnCheckCF_);
@@ -218,7 +218,7 @@ void frmCashFlow::cmdOk() {
     ignoringErrors([&] { removePendingRow(); });
     ignoringErrors([&] { RefreshColFromVoucher(connection(), collection()); });
     std::string strInfo;
-    ignoringErrors([&] { goesOn = provider.Gl().CheckKmFrom(connection(), CashFlowCol_, &strInfo); });
+    ignoringErrors([&] { goesOn = provider.gl().CheckKmFrom(connection(), CashFlowCol_, &strInfo); });
     if (!goesOn) {
         LocateErrorCell(strInfo);
         ignoringErrors([&] { showNotice(strInfo); });
@@ -234,7 +234,7 @@ void frmCashFlow::cmdOk() {
         }
     });
     if (!closesUnchecked) {
-        ignoringErrors([&] { closeIfSumsMatch(provider.Gl()); });
+        ignoringErrors([&] { closeIfSumsMatch(provider.gl()); });
     }
 }
 

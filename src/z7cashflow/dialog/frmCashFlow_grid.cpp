@@ -122,8 +122,8 @@ bool frmCashFlow::accountFits(const std::string& ccode) {
     const bool wantsCashAccounts = asciiUpper(toTextOrEmpty(option->Fields().Item("CValue"))) == "TRUE";
     option->Close();
     const auto account =
-        connection().Execute(filled(statements::accountFlag, modPublic::requiredLogin().AccountingYear(), ccode));
-    if (account->EndOfFile()) {
+        connection().Execute(filled(statements::accountFlag, modPublic::requiredLogin().accountingYear(), ccode));
+    if (account->atEnd()) {
         return refuse(modPublic::GetText("Z7.CW.GL.CashFlow.00045"));
     }
     const Variant flag = account->Fields().Item("bCashItem");
@@ -131,7 +131,7 @@ bool frmCashFlow::accountFits(const std::string& ccode) {
         if (wantsCashAccounts) {
             return refuse(modPublic::GetText("Z7.GL.ZZPZ.02010"));
         }
-        return refuse(asciiUpper(modPublic::requiredLogin().LanguageTag()) == "ZH-CN"
+        return refuse(asciiUpper(modPublic::requiredLogin().languageTag()) == "ZH-CN"
                           ? "请使用非现金流量科目!"
                           : modPublic::GetText("Z7.GL.ZZPZ.00234"));
     }
@@ -158,7 +158,7 @@ std::shared_ptr<Recordset> frmCashFlow::findVoucherLine(const std::string& ccode
     };
     for (int attempt = 0; attempt < attempts; ++attempt) {
         auto line = connection().Execute(statement(attempt));
-        if (!line->EndOfFile()) {
+        if (!line->atEnd()) {
             return line;
         }
         line->Close();
@@ -198,7 +198,7 @@ bool frmCashFlow::checkItem(const std::string& text, std::int32_t row, CashFlow&
         return refuse(modPublic::GetText("Z7.CW.GL.CashFlow.00052"));
     }
     const auto item = connection().Execute(filled(statements::cashFlowItem, text));
-    const bool known = !item->EndOfFile();
+    const bool known = !item->atEnd();
     item->Close();
     if (!known) {
         return refuse(modPublic::GetText("Z7.CW.GL.CashFlow.00054"));
@@ -244,17 +244,17 @@ void frmCashFlow::pickVoucherLine(std::string& text, std::int32_t row) {
     provider->iNo_id(key.number);
     provider->objCon(objCon_);
     objRefProvider_ = provider;
-    std::shared_ptr<Recordset> shown = connection().CreateRecordset();
-    std::shared_ptr<Recordset> picked = connection().CreateRecordset();
+    std::shared_ptr<Recordset> shown = connection().createRecordset();
+    std::shared_ptr<Recordset> picked = connection().createRecordset();
     std::string errorText;
     if (!client->ShowServerRef(objRefProvider_, shown, picked, errorText)) {
         modPublic::ShowMessage(errorText, 0, "", "", 0);
         return;
     }
-    if (!picked || picked->State() == ObjectState::Closed) {
+    if (!picked || picked->State() == ObjectState::closed) {
         return;
     }
-    if (!picked->EndOfFile()) {
+    if (!picked->atEnd()) {
         SuperGrid& cells = grid();
         FieldList& line = picked->Fields();
         text = toTextOrEmpty(line.Item("ccode"));
@@ -282,10 +282,10 @@ void frmCashFlow::pickItem(std::string& text, std::int32_t row) {
     }
     client->Show();
     const auto picked = client->recmx();
-    if (!picked || picked->State() != ObjectState::Open) {
+    if (!picked || picked->State() != ObjectState::open) {
         return;
     }
-    if (!picked->EndOfFile()) {
+    if (!picked->atEnd()) {
         text = toTextOrEmpty(picked->Fields().Item("citemcode"));
     }
     picked->Close();

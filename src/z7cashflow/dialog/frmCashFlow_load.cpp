@@ -65,7 +65,7 @@ void frmCashFlow::LoadData(const std::shared_ptr<Z7Login>& objLogin,
     openWithLogin(*objCon_);
     grid().Rows(1);
     grid().Rows(collection().Count() + 1);
-    const auto summary = local->CreateRecordset();
+    const auto summary = local->createRecordset();
     std::int32_t line = 1;
     for (const auto& row : collection()) {
         fillLine(line++, *row, *summary, *local);
@@ -91,8 +91,8 @@ void frmCashFlow::fillLine(std::int32_t line, const CashFlow& row, Recordset& su
     summary.Open(objData_->HaveVoucherKey(connection(), table)
                      ? filled(statements::lineSummary, table, modPublic::GetIYear(), voucherKey(), inid)
                      : filled(statements::keylessLineSummary, table, inid),
-                 &local, CursorType::Dynamic, LockType::Optimistic);
-    cells.TextMatrix(line, 0, summary.EndOfFile() ? std::string() : toTextOrEmpty(summary.Fields().Item("cdigest")));
+                 &local, CursorType::dynamic, LockType::optimistic);
+    cells.TextMatrix(line, 0, summary.atEnd() ? std::string() : toTextOrEmpty(summary.Fields().Item("cdigest")));
     summary.Close();
     cells.TextMatrix(line, 6, inid);
     cells.TextMatrix(line, 7, row.key());

@@ -47,13 +47,13 @@ void frmCashFlow::ReadMyColWidth(const std::string& name, std::int16_t mode, Wid
     constexpr std::int32_t leastUpper = 100;
     found = true;
     const auto stored = connection().Execute(filled(statements::widthsToShow, name, mode, locale()));
-    if (stored->EndOfFile()) {
+    if (stored->atEnd()) {
         found = false;
         return;
     }
     const std::int32_t upper = std::max({std::int32_t{ArrayUpper(widths)}, stored->RecordCount(), leastUpper});
     widths.resize(static_cast<std::size_t>(upper) + 1);
-    for (std::size_t i = 0; !stored->EndOfFile(); ++i, stored->MoveNext()) {
+    for (std::size_t i = 0; !stored->atEnd(); ++i, stored->MoveNext()) {
         widths.at(i) = toInt16(stored->Fields().Item("ilength"));
     }
     stored->Close();
@@ -76,11 +76,11 @@ void frmCashFlow::SaveMyColWidth(SuperGrid& cells, const std::string& name) {
 // Widths that were never stored, or that belong to other columns, are written without a question; small changes are
 // not written at all.
 bool frmCashFlow::shouldWrite(const std::string& name, std::int16_t mode, const Widths& widths) {
-    const auto stored = connection().CreateRecordset();
-    stored->CursorLocation(CursorLocation::Client);
-    stored->Open(filled(statements::widthsToCompare, name, mode, locale()), &connection(), CursorType::Dynamic,
-                 LockType::Optimistic);
-    if (stored->EndOfFile() || stored->RecordCount() != static_cast<std::int32_t>(widths.size())) {
+    const auto stored = connection().createRecordset();
+    stored->CursorLocation(CursorLocation::client);
+    stored->Open(filled(statements::widthsToCompare, name, mode, locale()), &connection(), CursorType::dynamic,
+                 LockType::optimistic);
+    if (stored->atEnd() || stored->RecordCount() != static_cast<std::int32_t>(widths.size())) {
         return true;
     }
     bool differs = false;

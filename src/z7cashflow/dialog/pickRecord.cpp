@@ -19,7 +19,7 @@ bool pickRecord(PickList& list, const std::string& title, const std::vector<Pick
         columns.push_back(field.column);
     }
     std::vector<std::vector<std::string>> rows;
-    for (; !records.EndOfFile(); records.MoveNext()) {
+    for (; !records.atEnd(); records.MoveNext()) {
         std::vector<std::string> row;
         row.reserve(fields.size());
         for (std::size_t i = 0; i < fields.size(); ++i) {

@@ -14,7 +14,7 @@ namespace z7::cashflow {
 namespace {
 
 [[noreturn]] void raiseUnknownField(const std::string& name) {
-    modPublic::RaiseCashFlowError(errors::unknownRowField, modPublic::GetText("Z7.CW.GL.CashFlow.00018"),
+    modPublic::raiseCashFlowError(errors::unknownRowField, modPublic::GetText("Z7.CW.GL.CashFlow.00018"),
                                   {Reason::rowFieldUnknown, {shortened(name)}});
 }
 

@@ -46,7 +46,7 @@ Schema parseSchema() {
     Explanation why;
     const auto document = XmlDocument::load("<?xml version='1.0' encoding='gb2312' ?>" + schemaDocument(), &why);
     if (!document) {
-        modPublic::RaiseCashFlowError(errors::badSchemaDocument, modPublic::GetText("Z7.CW.GL.CashFlow.00016"),
+        modPublic::raiseCashFlowError(errors::badSchemaDocument, modPublic::GetText("Z7.CW.GL.CashFlow.00016"),
                                       std::move(why));
     }
     Schema schema;
@@ -211,7 +211,7 @@ void CashFlowCollection::Load(const XmlSource& xml) {
     Explanation why;
     const auto document = XmlDocument::load(*text, &why);
     if (!document) {
-        modPublic::RaiseCashFlowError(errors::badCollectionXml, modPublic::GetText("Z7.CW.GL.CashFlow.00017"),
+        modPublic::raiseCashFlowError(errors::badCollectionXml, modPublic::GetText("Z7.CW.GL.CashFlow.00017"),
                                       std::move(why));
     }
     const auto elements = document->documentElement().selectNodes("rows/row");

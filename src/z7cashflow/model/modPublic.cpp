@@ -30,12 +30,12 @@ std::string lookUp(const std::string& key, const std::vector<Variant>& arguments
         return {};
     }
     if (arguments.empty()) {
-        return state.textLookup->Text(key);
+        return state.textLookup->text(key);
     }
     if (!state.formattedTextLookup) {
         raisePlatformError(Reason::formattedTextsMissing);
     }
-    return state.formattedTextLookup->Text(key, arguments);
+    return state.formattedTextLookup->text(key, arguments);
 }
 
 // The escape of a character in XML text; empty where none is needed.
@@ -99,7 +99,7 @@ void SetLogin(std::shared_ptr<Z7Login> login) {
 
 std::int16_t GetIYear() {
     // The login's year is read even where an override is set, so that a missing login never goes unnoticed.
-    const std::string year = requiredLogin().AccountingYear();
+    const std::string year = requiredLogin().accountingYear();
     const std::int16_t override = context().yearOverride;
     return override == 0 ? toInt16(year) : override;
 }
@@ -116,7 +116,7 @@ std::string GetText(const std::string& key, const std::vector<Variant>& argument
 }
 
 std::string DirectionText(const std::string& text) {
-    if (requiredLogin().LanguageTag() == chinese) {
+    if (requiredLogin().languageTag() == chinese) {
         return text;
     }
     if (text == "借") {
@@ -141,7 +141,7 @@ std::int32_t ShowMessage(const std::string& prompt, std::int32_t buttons, const 
     if (!state.messageBoxObject) {
         return reportWithoutBox(prompt, buttons, title);
     }
-    state.messageBoxObject->Locale(locale);
+    state.messageBoxObject->locale(locale);
     return state.messageBoxObject->Show(prompt, buttons, title, helpFile, helpContext);
 }
 
@@ -165,7 +165,7 @@ void debugText(const std::string& text) {
     }
 }
 
-void RaiseCashFlowError(int number, const std::string& description, Explanation why) {
+void raiseCashFlowError(int number, const std::string& description, Explanation why) {
     throw Error(number, "CashFlow", description, std::move(why));
 }
 

@@ -107,6 +107,6 @@ void appendXmlEscaped(std::string& out, const Variant& value);
 void debugText(const std::string& text);
 
 /// Raises an error with the source "CashFlow", and with a reason if the description is not specific enough.
-[[noreturn]] void RaiseCashFlowError(int number, const std::string& description, Explanation why = {});
+[[noreturn]] void raiseCashFlowError(int number, const std::string& description, Explanation why = {});
 
 } // namespace z7::cashflow::modPublic

@@ -33,7 +33,7 @@ public:
     virtual std::shared_ptr<Recordset> Execute(const std::string& commandText) = 0;
     /// A new, closed recordset for the same kind of database, to be opened on this connection or by connection
     /// string.
-    [[nodiscard]] virtual std::shared_ptr<Recordset> CreateRecordset() = 0;
+    [[nodiscard]] virtual std::shared_ptr<Recordset> createRecordset() = 0;
 
     /// Begins a transaction. Nested transactions are not supported: error of the database if one is open.
     virtual void BeginTrans() = 0;

@@ -13,14 +13,14 @@ namespace z7::cashflow {
 class Connection;
 
 /// Where a recordset keeps its rows. The numbers are those known to database hosts.
-enum class CursorLocation : int { Server = 2, Client = 3 };
+enum class CursorLocation : int { server = 2, client = 3 };
 /// How one can move in a recordset.
-enum class CursorType : int { ForwardOnly = 0, Keyset = 1, Dynamic = 2, Static = 3 };
+enum class CursorType : int { forwardOnly = 0, keyset = 1, dynamic = 2, snapshot = 3 };
 /// Whether a recordset's rows can be changed, and when a changed row is compared with the stored one. Unspecified
 /// leaves the choice to the adapter, which uses read-only.
-enum class LockType : int { Unspecified = -1, ReadOnly = 1, Pessimistic = 2, Optimistic = 3 };
+enum class LockType : int { unspecified = -1, readOnly = 1, pessimistic = 2, optimistic = 3 };
 /// The state of a connection or a recordset.
-enum class ObjectState : int { Closed = 0, Open = 1 };
+enum class ObjectState : int { closed = 0, open = 1 };
 
 /// The fields of a recordset: its columns, and their values in the current record.
 /// Names are looked up without regard to letter case. Positions count from 0.
@@ -33,7 +33,7 @@ public:
     /// The column's name as spelled by the database. Error 3265 if the position does not exist.
     [[nodiscard]] virtual const std::string& Name(int position) const = 0;
     /// Whether there is a column with that name.
-    [[nodiscard]] virtual bool Has(std::string_view name) const = 0;
+    [[nodiscard]] virtual bool has(std::string_view name) const = 0;
 
     /// The value in the current record; if several columns have the same name, that of the first. Error 3265 if
     /// the column does not exist, 3021 if there is no current record, 3704 if the recordset is closed.
@@ -50,7 +50,7 @@ public:
 using ActiveConnection = std::variant<std::monostate, Connection*, std::string>;
 
 /// The result of a statement, read record by record. It is created by Connection::Execute or
-/// Connection::CreateRecordset, used on one thread, and closed by its destructor at the latest.
+/// Connection::createRecordset, used on one thread, and closed by its destructor at the latest.
 ///
 /// Errors of the database pass through with their own number and text; on a closed recordset every operation except
 /// Open, State, CursorLocation and ActiveConnection raises error 3704.
@@ -71,7 +71,7 @@ public:
 
     /// True after the last record, and if there is none. (The platform calls it EOF, which is a macro of the C
     /// library.)
-    [[nodiscard]] virtual bool EndOfFile() const = 0;
+    [[nodiscard]] virtual bool atEnd() const = 0;
     /// The number of records that match the filter.
     [[nodiscard]] virtual std::int32_t RecordCount() const = 0;
     /// Moves to the first record that matches the filter, or to the end if there is none.

@@ -14,7 +14,7 @@ class TextLookup {
 public:
     virtual ~TextLookup() = default;
     /// The text of a resource key such as "Z7.CW.GL.CashFlow.00017". May raise an Error for an unknown key.
-    [[nodiscard]] virtual std::string Text(const std::string& key) = 0;
+    [[nodiscard]] virtual std::string text(const std::string& key) = 0;
 };
 
 /// The same catalogue for texts that take arguments.
@@ -22,7 +22,7 @@ class FormattedTextLookup {
 public:
     virtual ~FormattedTextLookup() = default;
     /// The text of a resource key with its places filled from the arguments. May raise an Error for an unknown key.
-    [[nodiscard]] virtual std::string Text(const std::string& key, const std::vector<Variant>& arguments) = 0;
+    [[nodiscard]] virtual std::string text(const std::string& key, const std::vector<Variant>& arguments) = 0;
 };
 
 /// The user's login to the host, made by the host and shared with the library, which only reads it.
@@ -33,20 +33,20 @@ public:
     /// Locale identifier of the user's language, such as 2052.
     [[nodiscard]] virtual std::int32_t LocaleId() = 0;
     /// Identifier of the account (the company's set of books), such as "001".
-    [[nodiscard]] virtual std::string AccountId() = 0;
+    [[nodiscard]] virtual std::string accountId() = 0;
     /// The accounting year that the user logged in to, as digits: "2013".
-    [[nodiscard]] virtual std::string AccountingYear() = 0;
+    [[nodiscard]] virtual std::string accountingYear() = 0;
     /// Identifier of the user, by which drafts are kept.
-    [[nodiscard]] virtual std::string UserId() = 0;
+    [[nodiscard]] virtual std::string userId() = 0;
     /// Name of the operator, by which voucher options are kept.
-    [[nodiscard]] virtual std::string Operator() = 0;
+    [[nodiscard]] virtual std::string operatorName() = 0;
     /// Connection string of the account's database.
     [[nodiscard]] virtual std::string ConnectionString() = 0;
     /// A piece of account information by its number. 117 is the name of the account's accounting system, such as
     /// "政府会计制度".
-    [[nodiscard]] virtual Variant Information(std::int32_t code) = 0;
+    [[nodiscard]] virtual Variant information(std::int32_t code) = 0;
     /// Tag of the user's language, such as "zh-CN".
-    [[nodiscard]] virtual std::string LanguageTag() = 0;
+    [[nodiscard]] virtual std::string languageTag() = 0;
     /// The text services, shared with whoever takes them.
     [[nodiscard]] virtual std::shared_ptr<cashflow::TextLookup> TextLookup() = 0;
     [[nodiscard]] virtual std::shared_ptr<cashflow::FormattedTextLookup> FormattedTextLookup() = 0;

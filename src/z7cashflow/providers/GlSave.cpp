@@ -76,9 +76,9 @@ void GlSave::findRows(std::shared_ptr<CashFlowCollection>& objCFCol, const std::
 
 Date GlSave::dateOfVoucher() const {
     const auto voucher = objCon.Execute(filled(statements::voucherDate, strVoucherTable, key));
-    if (voucher->EndOfFile()) {
+    if (voucher->atEnd()) {
         voucher->Close();
-        modPublic::RaiseCashFlowError(errors::noVoucherDateForSave, modPublic::GetText("Z7.CW.GL.CashFlow.00009"));
+        modPublic::raiseCashFlowError(errors::noVoucherDateForSave, modPublic::GetText("Z7.CW.GL.CashFlow.00009"));
     }
     const Date date = toDate(voucher->Fields().Item("dBill_date"));
     voucher->Close();
@@ -89,10 +89,10 @@ void GlSave::check(const std::shared_ptr<CashFlowCollection>& objCFCol, const st
                    bool blnCheckCF) const {
     std::string strInfo;
     if (!gl.CheckKmFrom(objCon, objCFCol, &strInfo)) {
-        modPublic::RaiseCashFlowError(errors::rowsDoNotFit, strInfo);
+        modPublic::raiseCashFlowError(errors::rowsDoNotFit, strInfo);
     }
     if (blnCheckCF && !gl.CheckCFColFromDB(objCon, table, key.period, key.kind, key.number, objCFCol, &strInfo)) {
-        modPublic::RaiseCashFlowError(errors::sumsDiffer, strInfo);
+        modPublic::raiseCashFlowError(errors::sumsDiffer, strInfo);
     }
 }
 
@@ -105,8 +105,8 @@ void GlSave::removeReplacedRows(const CashFlowCollection& collection) const {
         return;
     }
     const VoucherKey formerKey{collection.iPeriod(), collection.isignseq(), former};
-    const auto count = objCon.CreateRecordset();
-    count->Open(filled(statements::countLines, formerKey), &objCon, CursorType::ForwardOnly, LockType::ReadOnly);
+    const auto count = objCon.createRecordset();
+    count->Open(filled(statements::countLines, formerKey), &objCon, CursorType::forwardOnly, LockType::readOnly);
     if (!(toDouble(count->Fields().Item(0)) > 0)) {
         objCon.Execute(filled(statements::deleteRows, formerKey));
     }

@@ -118,7 +118,7 @@ bool GlVoucherContract::SaveCashFlowColFromXml(Connection& objCon, const std::st
     }
     // The account decides whether sums are compared on this way in, not the caller.
     const auto option = objCon.Execute(filled(statements::sumCheckOption));
-    bool compareSums = !option->EndOfFile();
+    bool compareSums = !option->atEnd();
     option->Close();
     if (blnCheckCF != nullptr) {
         *blnCheckCF = compareSums;

@@ -46,7 +46,7 @@ std::string OutVoucherContract::GetCashFlowColFromDB(Connection& objCon, const s
     const DatedVoucherKey voucher = data.ledgerVoucherOf(objCon, {coutNo_id});
     const auto stored = data.GetCashTable2(objCon, coutNo_id);
     std::shared_ptr<CashFlowCollection> collection;
-    if (stored->EndOfFile()) {
+    if (stored->atEnd()) {
         stored->Close();
         const auto& [key, date] = voucher;
         collection = gl_.CreateCashFlowColFromDB(objCon, strVoucherTable, key.period, key.kind, key.number, date);
@@ -154,14 +154,14 @@ void OutVoucherContract::save(Connection& objCon, const std::string& strVoucherT
         return;
     }
     if (!collection) {
-        modPublic::RaiseCashFlowError(errors::sumsDiffer, modPublic::GetText("Z7.CW.GL.CashFlow.00011"));
+        modPublic::raiseCashFlowError(errors::sumsDiffer, modPublic::GetText("Z7.CW.GL.CashFlow.00011"));
     }
     if (blnCheckCF) {
         collection->VoucherTable(strVoucherTable);
         std::string strInfo;
         if (!gl_.CheckCFColFromDB(objCon, strVoucherTable, collection->iPeriod(), collection->isignseq(),
                                   collection->iNo_id(), collection, &strInfo)) {
-            modPublic::RaiseCashFlowError(errors::sumsDiffer, strInfo);
+            modPublic::raiseCashFlowError(errors::sumsDiffer, strInfo);
         }
     }
     replaceRows(objCon, *collection);

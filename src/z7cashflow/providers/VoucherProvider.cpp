@@ -12,9 +12,9 @@ VoucherProvider::VoucherProvider()
 
 VoucherProvider::~VoucherProvider() = default;
 
-IGlVoucherProvider& VoucherProvider::Gl() noexcept { return *gl_; }
+IGlVoucherProvider& VoucherProvider::gl() noexcept { return *gl_; }
 
-IOutVoucherProvider& VoucherProvider::Out() noexcept { return *out_; }
+IOutVoucherProvider& VoucherProvider::out() noexcept { return *out_; }
 
 std::shared_ptr<CashFlowCollection> VoucherProvider::CreateCashFlowCollection() { return CashFlowCollection::Create(); }
 

@@ -23,9 +23,9 @@ public:
     VoucherProvider& operator=(const VoucherProvider&) = delete;
 
     /// The contract for vouchers of the ledger. Owned by this object; lives as long as it does.
-    [[nodiscard]] IGlVoucherProvider& Gl() noexcept;
+    [[nodiscard]] IGlVoucherProvider& gl() noexcept;
     /// The contract for vouchers of other subsystems, over the same settings. Owned by this object.
-    [[nodiscard]] IOutVoucherProvider& Out() noexcept;
+    [[nodiscard]] IOutVoucherProvider& out() noexcept;
 
     /// A new, empty collection for rows that a host builds itself.
     [[nodiscard]] std::shared_ptr<CashFlowCollection> CreateCashFlowCollection();

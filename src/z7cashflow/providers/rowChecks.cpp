@@ -17,7 +17,7 @@ constexpr double tolerance = 0.001;
 
 // The key of the reason why a row is not on its line's account; null if it is.
 const char* misplacement(const CashFlow& row, Recordset& lines) {
-    if (lines.EndOfFile()) {
+    if (lines.atEnd()) {
         return "Z7.CW.GL.CashFlow.00002";
     }
     return sameAccount(lines.Fields().Item("ccode"), row.Item("ccode")) ? nullptr : "Z7.CW.GL.CashFlow.00001";

@@ -36,7 +36,7 @@ struct Origin {
 // Sets a row's field to the value of the column with that name. If the column does not exist, or on failure, the
 // field is unchanged.
 void copyField(CashFlow& row, const std::string& name, FieldList& record) {
-    if (record.Has(name)) {
+    if (record.has(name)) {
         ignoringErrors([&] { row.SetValue(name, record.Item(name)); });
     }
 }
@@ -91,7 +91,7 @@ private:
             data_.GetCashFlowFromDraft(objCon_, toInt16(row.Item("inid")), itemCode);
             allot(row, itemCode);
             source_.kind = ItemSource::Kind::draft;
-            source_.user = isObserved() ? modPublic::requiredLogin().UserId() : std::string();
+            source_.user = isObserved() ? modPublic::requiredLogin().userId() : std::string();
         }
         if (lacksItem(row)) {
             takeItemOfLine(row);
@@ -120,7 +120,7 @@ private:
     void takeItemOfLine(CashFlow& row) {
         std::string itemCode;
         const auto read = [&](const char* column, auto&& use) {
-            if (record_.Has(column)) {
+            if (record_.has(column)) {
                 ignoringErrors([&] { use(record_.Item(column)); });
             }
         };
@@ -164,11 +164,11 @@ private:
 
 // The sign of the voucher's kind, read on a separate session; empty if the kind is unknown.
 std::string kindText(Connection& objCon, std::int16_t isignseq) {
-    const auto kinds = objCon.CreateRecordset();
-    kinds->CursorLocation(CursorLocation::Client);
-    kinds->Open(filled(statements::voucherKind, isignseq), objCon.ConnectionString(), CursorType::ForwardOnly,
-                LockType::ReadOnly);
-    std::string text = kinds->EndOfFile() ? std::string() : toTextOrEmpty(kinds->Fields().Item("csign"));
+    const auto kinds = objCon.createRecordset();
+    kinds->CursorLocation(CursorLocation::client);
+    kinds->Open(filled(statements::voucherKind, isignseq), objCon.ConnectionString(), CursorType::forwardOnly,
+                LockType::readOnly);
+    std::string text = kinds->atEnd() ? std::string() : toTextOrEmpty(kinds->Fields().Item("csign"));
     kinds->Close();
     return text;
 }
@@ -184,7 +184,7 @@ bool isDecided(std::string_view field) {
 double cashSum(Recordset& lines) {
     FieldList& line = lines.Fields();
     double sum = 0.0;
-    for (; !lines.EndOfFile(); lines.MoveNext()) {
+    for (; !lines.atEnd(); lines.MoveNext()) {
         if (isTrue(line.Item("bCashItem"))) {
             const double debit = toDouble(line.Item("md"));
             const double credit = toDouble(line.Item("mc"));
@@ -198,7 +198,7 @@ std::shared_ptr<CashFlowCollection> GetCashFlowColFromRs(Connection& objCon, Rec
                                                          const OutsideKey& outsideKey, bool bFromDraft) {
     modPublic::context().bXJLL = asciiUpper(DataProvider().GetAccInfo(objCon, "GL", "bXJLL")) == "TRUE";
     std::shared_ptr<CashFlowCollection> collection;
-    if (!records.EndOfFile()) {
+    if (!records.atEnd()) {
         collection = CashFlowCollection::Create();
         if (!outsideKey.empty()) {
             collection->coutNo_id(outsideKey.text);
@@ -210,7 +210,7 @@ std::shared_ptr<CashFlowCollection> GetCashFlowColFromRs(Connection& objCon, Rec
                 toDate(first.Item("dbill_date"))});
         });
         RowMaker maker(objCon, records, *collection, bFromDraft);
-        for (; !records.EndOfFile(); records.MoveNext()) {
+        for (; !records.atEnd(); records.MoveNext()) {
             if (maker.givesRow()) {
                 maker.makeRow(dbill_date);
             }
@@ -235,7 +235,7 @@ void RefreshColFromVoucher(Connection& objCon, CashFlowCollection& collection) {
     const auto lines = data.GetVoucherTable(objCon, collection.VoucherTable(), collection.voucherKey());
     for (const auto& row : collection) {
         filterToLineOf(*row, *lines, collection, keyed);
-        if (lines->EndOfFile()) {
+        if (lines->atEnd()) {
             continue;
         }
         if (isNullOrEmpty(row->Item("csign"))) {

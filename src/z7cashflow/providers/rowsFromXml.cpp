@@ -24,8 +24,8 @@ Date voucherDate(Connection& objCon, const std::string& table, const VoucherKey&
     const auto voucher = objCon.Execute(
         holdsAllYears(table) ? filled(statements::xmlVoucherDateInYear, table, modPublic::GetIYear(), key)
                              : filled(statements::xmlVoucherDate, table, key));
-    if (voucher->EndOfFile()) {
-        modPublic::RaiseCashFlowError(errors::noVoucherDateForXml, modPublic::GetText("Z7.CW.GL.CashFlow.00010"));
+    if (voucher->atEnd()) {
+        modPublic::raiseCashFlowError(errors::noVoucherDateForXml, modPublic::GetText("Z7.CW.GL.CashFlow.00010"));
     }
     const Date date = toDate(voucher->Fields().Item("dbill_date"));
     voucher->Close();
@@ -43,10 +43,10 @@ void takeLine(Connection& objCon, const std::string& table, const VoucherKey& ke
     const auto line = objCon.Execute(
         holdsAllYears(table) ? filled(statements::xmlVoucherLineInYear, table, modPublic::GetIYear(), key, inid)
                              : filled(statements::xmlVoucherLine, table, key, inid));
-    if (!line->EndOfFile()) {
+    if (!line->atEnd()) {
         FieldList& columns = line->Fields();
         for (const std::string& name : row.Fields()) {
-            if (!isOfXml(name) && columns.Has(name)) {
+            if (!isOfXml(name) && columns.has(name)) {
                 ignoringErrors([&] { row.SetValue(name, columns.Item(name)); });
             }
         }

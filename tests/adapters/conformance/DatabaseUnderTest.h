@@ -74,9 +74,9 @@ protected:
     std::shared_ptr<Recordset> run(const std::string& statement) const { return connection_->Execute(statement); }
     [[nodiscard]] std::int32_t count(const std::string& statement) const { return run(statement)->RecordCount(); }
     [[nodiscard]] Variant first(const std::string& statement) const { return run(statement)->Fields().Item(0); }
-    std::shared_ptr<Recordset> openRecords(const std::string& statement, LockType lock = LockType::Optimistic) const {
-        auto records = connection_->CreateRecordset();
-        records->Open(statement, connection_.get(), CursorType::Keyset, lock);
+    std::shared_ptr<Recordset> openRecords(const std::string& statement, LockType lock = LockType::optimistic) const {
+        auto records = connection_->createRecordset();
+        records->Open(statement, connection_.get(), CursorType::keyset, lock);
         return records;
     }
     /// Adds the accounts 1001 (cash), 6001 and 6002 of 2013, the items 0101 and 0102, and the voucher

@@ -14,34 +14,35 @@ protected:
 };
 
 TEST_P(RecordsetCases, AClosedRecordsetRefusesWhatNeedsAnOpenOne) {
-    const auto records = connection_->CreateRecordset();
-    EXPECT_EQ(records->State(), ObjectState::Closed);
+    const auto records = connection_->createRecordset();
+    EXPECT_EQ(records->State(), ObjectState::closed);
     for (const auto& action : std::vector<std::function<void()>>{
-             [&] { records->Close(); }, [&] { static_cast<void>(records->EndOfFile()); }, [&] { records->MoveFirst(); },
+             [&] { records->Close(); }, [&] { static_cast<void>(records->atEnd()); }, [&] { records->MoveFirst(); },
              [&] { records->MoveNext(); }, [&] { static_cast<void>(records->Fields()); }, [&] { records->Filter(""); },
              [&] { records->AddNew(); }, [&] { records->Update(); }, [&] { static_cast<void>(records->Source()); },
              [&] { static_cast<void>(records->RecordCount()); }}) {
         EXPECT_EQ(errorOf(action).number(), 3704);
     }
     EXPECT_EQ(errorOf([&] {
-                  records->Open("select * from code", std::monostate(), CursorType::Static, LockType::ReadOnly);
+                  records->Open("select * from code", std::monostate(), CursorType::snapshot, LockType::readOnly);
               }).number(),
               3709);
 }
 
 TEST_P(RecordsetCases, ReturnsItsRecordsInOrderAndNoneAfterTheLast) {
-    auto records = connection_->CreateRecordset();
-    records->CursorLocation(CursorLocation::Client);
+    auto records = connection_->createRecordset();
+    records->CursorLocation(CursorLocation::client);
     records->ActiveConnection(connection_.get());
-    records->Open("select * from gl_accvouch order by inid", std::monostate(), CursorType::Static, LockType::ReadOnly);
+    records->Open("select * from gl_accvouch order by inid", std::monostate(), CursorType::snapshot,
+                  LockType::readOnly);
     EXPECT_EQ(errorOf([&] {
-                  records->Open("select 1 as x", connection_.get(), CursorType::Static, LockType::ReadOnly);
+                  records->Open("select 1 as x", connection_.get(), CursorType::snapshot, LockType::readOnly);
               }).number(),
               3705);
-    EXPECT_EQ(errorOf([&] { records->CursorLocation(CursorLocation::Server); }).number(), 3705);
+    EXPECT_EQ(errorOf([&] { records->CursorLocation(CursorLocation::server); }).number(), 3705);
     EXPECT_EQ(records->RecordCount(), 3);
     std::string codes;
-    for (; !records->EndOfFile(); records->MoveNext()) {
+    for (; !records->atEnd(); records->MoveNext()) {
         codes += *records->Fields().Item("CCODE").get<std::string>() + ",";
     }
     EXPECT_EQ(codes, "1001,6001,6002,");
@@ -63,13 +64,13 @@ TEST_P(RecordsetCases, AFilterShowsOnlyWhatEqualsItAndABadOneChangesNothing) {
     EXPECT_EQ(records->Filter(), "inid=2");
     EXPECT_EQ(records->RecordCount(), 1);
     records->Filter("iperiod=1 and isignseq=2 and ino_id=5 and inid=9");
-    EXPECT_TRUE(records->EndOfFile());
+    EXPECT_TRUE(records->atEnd());
     records->Filter("");
     EXPECT_EQ(records->RecordCount(), 3);
 }
 
 TEST_P(RecordsetCases, ReadOnlyRecordsetsRefuseChanges) {
-    for (const LockType lock : {LockType::ReadOnly, LockType::Unspecified}) {
+    for (const LockType lock : {LockType::readOnly, LockType::unspecified}) {
         const auto records = openRecords("select * from fitemss98", lock);
         EXPECT_EQ(errorOf([&] { records->AddNew(); }).number(), 3251);
         EXPECT_EQ(errorOf([&] { records->Fields().Item("citemname", Variant("x")); }).number(), 3251);
@@ -122,7 +123,7 @@ TEST_P(RecordsetCases, NewRecordsOfDifferentColumns) {
     EXPECT_EQ(first("select citemname from fitemss98 where citemcode=N'94'"), Variant());
     records->MoveFirst();
     std::string names;
-    for (; !records->EndOfFile(); records->MoveNext()) {
+    for (; !records->atEnd(); records->MoveNext()) {
         names += toTextOrEmpty(records->Fields().Item("citemname")) + ';';
     }
     EXPECT_TRUE(names.ends_with(";;one;two;three;;")) << names;
@@ -172,9 +173,9 @@ TEST_P(RecordsetCases, CutOffFromItsSession) {
 }
 
 TEST_P(RecordsetCases, StatementWithoutRecordsLeavesItClosed) {
-    auto records = connection_->CreateRecordset();
-    records->Open("delete from dsign", connection_.get(), CursorType::Static, LockType::ReadOnly);
-    EXPECT_EQ(records->State(), ObjectState::Closed);
+    auto records = connection_->createRecordset();
+    records->Open("delete from dsign", connection_.get(), CursorType::snapshot, LockType::readOnly);
+    EXPECT_EQ(records->State(), ObjectState::closed);
 }
 
 INSTANTIATE_TEST_SUITE_P(Adapters, RecordsetCases, ::testing::ValuesIn(databasesUnderTest()), adapterName);

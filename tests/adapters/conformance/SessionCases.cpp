@@ -13,17 +13,17 @@ protected:
 
 TEST_P(SessionCases, StatesOfAConnection) {
     auto connection = database_->makeConnection();
-    EXPECT_EQ(connection->State(), ObjectState::Closed);
+    EXPECT_EQ(connection->State(), ObjectState::closed);
     EXPECT_EQ(errorOf([&] { connection->Execute(select_); }).number(), 3704);
     EXPECT_EQ(errorOf([&] { connection->Close(); }).number(), 3704);
     EXPECT_EQ(errorOf([&] { connection->BeginTrans(); }).number(), 3704);
     const std::string text = database_->connectionString(std::int16_t{2013}, 0);
     connection->Open(text);
-    EXPECT_EQ(connection->State(), ObjectState::Open);
+    EXPECT_EQ(connection->State(), ObjectState::open);
     EXPECT_EQ(connection->ConnectionString(), text);
     EXPECT_EQ(errorOf([&] { connection->Open(text); }).number(), 3705);
     connection->Close();
-    EXPECT_EQ(connection->State(), ObjectState::Closed);
+    EXPECT_EQ(connection->State(), ObjectState::closed);
     connection->Open(text);
     EXPECT_EQ(connection->Execute(select_)->RecordCount(), 0);
 }
@@ -34,11 +34,11 @@ TEST_P(SessionCases, WhatIsNotCommittedIsSeenByItsSessionAlone) {
     run(insert_);
     EXPECT_EQ(count(select_), 1);
     EXPECT_EQ(other->Execute(select_)->RecordCount(), 0);
-    auto own = connection_->CreateRecordset();
-    own->Open(select_, connection_->ConnectionString(), CursorType::ForwardOnly, LockType::ReadOnly);
+    auto own = connection_->createRecordset();
+    own->Open(select_, connection_->ConnectionString(), CursorType::forwardOnly, LockType::readOnly);
     EXPECT_EQ(own->RecordCount(), 0) << "a connection string stands for a session of its own";
     own->Close();
-    own->Open(select_, connection_.get(), CursorType::ForwardOnly, LockType::ReadOnly);
+    own->Open(select_, connection_.get(), CursorType::forwardOnly, LockType::readOnly);
     EXPECT_EQ(own->RecordCount(), 1);
     connection_->CommitTrans();
     EXPECT_EQ(other->Execute(select_)->RecordCount(), 1);

@@ -29,8 +29,8 @@ protected:
             SCOPED_TRACE(statement);
             try {
                 const auto records = run(statement);
-                EXPECT_EQ(records->State(), expected < 0 ? ObjectState::Closed : ObjectState::Open);
-                if (expected >= 0 && records->State() == ObjectState::Open) {
+                EXPECT_EQ(records->State(), expected < 0 ? ObjectState::closed : ObjectState::open);
+                if (expected >= 0 && records->State() == ObjectState::open) {
                     EXPECT_EQ(records->RecordCount(), expected);
                     EXPECT_EQ(records->Source(), statement);
                 }
@@ -228,11 +228,11 @@ TEST_P(StatementCases, TemporaryTableTakesTheShapeOfTheLedger) {
         ",cDefine10,cDefine11,cDefine12,cDefine13,cDefine14,cDefine15,cDefine16 into " +
         table + "  from gl_accvouch where 1=0 and iyear=2013");
     // A separate session sees it at once and fills it.
-    auto lines = connection_->CreateRecordset();
-    lines->CursorLocation(CursorLocation::Client);
-    lines->Open("select * from " + table, connection_->ConnectionString(), CursorType::Keyset, LockType::Optimistic);
+    auto lines = connection_->createRecordset();
+    lines->CursorLocation(CursorLocation::client);
+    lines->Open("select * from " + table, connection_->ConnectionString(), CursorType::keyset, LockType::optimistic);
     EXPECT_EQ(lines->Fields().Count(), 50);
-    EXPECT_TRUE(lines->EndOfFile());
+    EXPECT_TRUE(lines->atEnd());
     lines->AddNew();
     FieldList& fields = lines->Fields();
     fields.Item("INID", Variant("1"));

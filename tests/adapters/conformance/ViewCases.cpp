@@ -30,8 +30,8 @@ TEST_P(ViewCases, ShowsTheYearOfItsSession) {
     EXPECT_EQ(none->Execute("select cCashItem from gl_v_cashtable")->RecordCount(), 0);
     EXPECT_EQ(first("select bend from gl_v_code"), Variant(true));
     EXPECT_EQ(other->Execute("select bend from gl_v_code")->Fields().Item(0), Variant(false));
-    EXPECT_FALSE(run("select * from gl_v_code")->Fields().Has("iyear"));
-    EXPECT_TRUE(run("select * from gl_v_accvouch")->Fields().Has("iyear"));
+    EXPECT_FALSE(run("select * from gl_v_code")->Fields().has("iyear"));
+    EXPECT_TRUE(run("select * from gl_v_accvouch")->Fields().has("iyear"));
     for (const char* line : {"2013,1,2,5,1", "2014,1,2,5,1", "2014,1,2,5,2"}) {
         run(std::string("insert into gl_accvouch (iyear,iperiod,isignseq,ino_id,inid,ccode) values(") + line +
             ",N'1001')");
@@ -156,9 +156,9 @@ TEST_P(ViewCases, TemplatesAreDeletedOneByOneAndInTheirYear) {
 TEST_P(ViewCases, TemplatesAreSavedThroughARecordset) {
     const std::string statement = "select * from GL_V_CashItemDataSource where bDataStyle=0 and cDataSource=N'1001' "
                                   "and bdir =1 order by iID desc";
-    auto records = connection_->CreateRecordset();
-    records->Open(statement, connection_->ConnectionString(), CursorType::Dynamic, LockType::Pessimistic);
-    ASSERT_TRUE(records->EndOfFile());
+    auto records = connection_->createRecordset();
+    records->Open(statement, connection_->ConnectionString(), CursorType::dynamic, LockType::pessimistic);
+    ASSERT_TRUE(records->atEnd());
     records->AddNew();
     records->Fields().Item("bDataStyle", Variant(std::int32_t{0}));
     records->Fields().Item("cDataSource", Variant("1001"));
@@ -168,7 +168,7 @@ TEST_P(ViewCases, TemplatesAreSavedThroughARecordset) {
     records->Update();
     records->Close();
 
-    records->Open(statement, connection_->ConnectionString(), CursorType::Dynamic, LockType::Pessimistic);
+    records->Open(statement, connection_->ConnectionString(), CursorType::dynamic, LockType::pessimistic);
     ASSERT_EQ(records->RecordCount(), 1);
     EXPECT_EQ(records->Fields().Item("dStartDate"), Variant(Date::fromCivil(2013, 1, 5)));
     EXPECT_EQ(records->Fields().Item("bdir"), Variant(true));

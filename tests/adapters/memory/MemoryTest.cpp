@@ -32,14 +32,13 @@ protected:
         connection_.Open("memory");
     }
     std::shared_ptr<Recordset> open(const std::string& statement) {
-        const auto records = connection_.CreateRecordset();
-        records->Open(statement, &connection_, CursorType::Keyset, LockType::Optimistic);
+        const auto records = connection_.createRecordset();
+        records->Open(statement, &connection_, CursorType::keyset, LockType::optimistic);
         return records;
     }
     std::string codes() {
         std::string text;
-        for (const auto records = connection_.Execute("select * from lines"); !records->EndOfFile();
-             records->MoveNext()) {
+        for (const auto records = connection_.Execute("select * from lines"); !records->atEnd(); records->MoveNext()) {
             text += toText(records->Fields().Item("ccode")) + ";";
         }
         return text;

@@ -50,8 +50,8 @@ TEST(AccountSchema, KnowsTheNamesOfItsScripts) {
 }
 
 TEST(AccountSchema, SaysItsVersionInAView) {
-    EXPECT_THAT(scripts::account_views, HasSubstr("create view z7_schema_version as select " +
-                                                  std::to_string(accountSchemaVersion) + " as version;"));
+    EXPECT_THAT(scripts::accountViews, HasSubstr("create view z7_schema_version as select " +
+                                                 std::to_string(accountSchemaVersion) + " as version;"));
 }
 
 TEST(DatabaseKeyword, IsReadInItsPosition) {

@@ -91,16 +91,16 @@ TEST_F(OdbcCutLine, IdleSessionsAreNotHandedOutAgain) {
     {
         std::vector<std::shared_ptr<Recordset>> open; // three sessions, which are idle afterwards
         for (int i = 0; i < 3; ++i) {
-            open.push_back(connection.CreateRecordset());
-            open.back()->Open("select * from fitemss98", text_, CursorType::Keyset, LockType::Optimistic);
+            open.push_back(connection.createRecordset());
+            open.back()->Open("select * from fitemss98", text_, CursorType::keyset, LockType::optimistic);
         }
     }
     proxy_->cut();
     int failures = 0;
     for (int i = 0; i < 4; ++i) {
         try {
-            const auto records = connection.CreateRecordset();
-            records->Open("select * from fitemss98", text_, CursorType::Static, LockType::ReadOnly);
+            const auto records = connection.createRecordset();
+            records->Open("select * from fitemss98", text_, CursorType::snapshot, LockType::readOnly);
         } catch (const Error&) {
             ++failures;
         }
@@ -112,14 +112,14 @@ TEST_F(OdbcCutLine, RecordThatIsBeingWritten) {
     database_->open()->Execute(insertOf(1));
     Connection connection;
     connection.Open(text_);
-    const auto records = connection.CreateRecordset();
-    records->Open("select * from fitemss98", &connection, CursorType::Keyset, LockType::Optimistic);
+    const auto records = connection.createRecordset();
+    records->Open("select * from fitemss98", &connection, CursorType::keyset, LockType::optimistic);
     records->Fields().Item("citemname", Variant("x"));
     proxy_->cut();
     EXPECT_NE(errorOf([&] { records->Update(); }).description(), "");
     EXPECT_NE(errorOf([&] { records->Update(); }).number(), 0) << "the recordset's session is gone for good";
-    const auto again = connection.CreateRecordset();
-    again->Open("select * from fitemss98", &connection, CursorType::Keyset, LockType::Optimistic);
+    const auto again = connection.createRecordset();
+    again->Open("select * from fitemss98", &connection, CursorType::keyset, LockType::optimistic);
     EXPECT_EQ(again->Fields().Item("citemname"), Variant());
 }
 

@@ -160,8 +160,8 @@ TEST_P(HostileCases, AnErrorInALaterStatementIsReported) {
 }
 
 TEST_P(HostileCases, StatementsThatTouchNoRowAreNoError) {
-    EXPECT_EQ(run("delete from fitemss98 where citemcode=N'none'")->State(), ObjectState::Closed);
-    EXPECT_EQ(run("update fitemss98 set citemname=N'x' where citemcode=N'none'")->State(), ObjectState::Closed);
+    EXPECT_EQ(run("delete from fitemss98 where citemcode=N'none'")->State(), ObjectState::closed);
+    EXPECT_EQ(run("update fitemss98 set citemname=N'x' where citemcode=N'none'")->State(), ObjectState::closed);
     EXPECT_EQ(count("select * from fitemss98 where citemcode=N'none'"), 0);
     EXPECT_EQ(count("delete from dsign; select * from fitemss98"), 2) << "the first result with records";
 }
@@ -188,9 +188,9 @@ TEST_P(HostileCases, ObserverSeesEveryStatementWithItsSession) {
     connection.onStatement([&seen](int session, const std::string& text) { seen.emplace_back(session, text); });
     const std::string text = "select * from fitemss98";
     run(text);
-    const auto own = connection.CreateRecordset();
+    const auto own = connection.createRecordset();
     for (int i = 0; i < 2; ++i) { // the second uses the session that the first returned
-        own->Open(text, connection.ConnectionString(), CursorType::Static, LockType::ReadOnly);
+        own->Open(text, connection.ConnectionString(), CursorType::snapshot, LockType::readOnly);
         own->Close();
     }
     const int first = connection.sessionNumber();
@@ -210,9 +210,9 @@ TEST_P(HostileCases, SessionsInUseAtOnceAreDifferentOnes) {
     connection.onStatement([&sessions](int session, const std::string&) { sessions.insert(session); });
     std::vector<std::shared_ptr<Recordset>> open;
     for (int i = 0; i < 6; ++i) { // a recordset that can be written keeps its session
-        open.push_back(connection.CreateRecordset());
-        open.back()->Open("select * from fitemss98", connection.ConnectionString(), CursorType::Keyset,
-                          LockType::Optimistic);
+        open.push_back(connection.createRecordset());
+        open.back()->Open("select * from fitemss98", connection.ConnectionString(), CursorType::keyset,
+                          LockType::optimistic);
     }
     EXPECT_EQ(sessions.size(), 6U);
     EXPECT_FALSE(sessions.contains(connection.sessionNumber()));
@@ -230,7 +230,7 @@ TEST(OdbcDriver, ThatIsNotThereIsNamed) {
     EXPECT_EQ(error.source(), "ODBC");
     EXPECT_NE(error.description().find("No Such Driver"), std::string::npos) << error.description();
     EXPECT_EQ(error.description().find("sesame"), std::string::npos);
-    EXPECT_EQ(connection.State(), ObjectState::Closed);
+    EXPECT_EQ(connection.State(), ObjectState::closed);
     EXPECT_EQ(connection.ConnectionString(), "");
 }
 
@@ -268,10 +268,10 @@ TEST(OdbcServer, LockOfAnotherDeskHasItsStateWhateverTheServersNumber) {
 
 TEST(OdbcDriver, FileThatIsNotAnAccountIsRefused) {
     const auto connection = makeDriverConnection();
-    EXPECT_EQ(connection->State(), ObjectState::Closed);
+    EXPECT_EQ(connection->State(), ObjectState::closed);
     const std::string text = "Driver={SQLite3};Database=/no/such/folder/x.db;NoCreat=1;year=2013";
     EXPECT_NE(errorOf([&] { connection->Open(text); }).description(), "");
-    EXPECT_EQ(connection->State(), ObjectState::Closed);
+    EXPECT_EQ(connection->State(), ObjectState::closed);
 }
 
 TEST(OdbcServer, IsTestedWhereThereIsOne) {
@@ -279,7 +279,7 @@ TEST(OdbcServer, IsTestedWhereThereIsOne) {
         GTEST_SKIP() << "Z7CF_TEST_SQLSERVER holds no connection string, so no case ran over a server";
     }
     const ServerDatabase database;
-    EXPECT_EQ(database.open()->State(), ObjectState::Open);
+    EXPECT_EQ(database.open()->State(), ObjectState::open);
 }
 
 } // namespace

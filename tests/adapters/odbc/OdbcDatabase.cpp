@@ -78,7 +78,7 @@ ServerDatabase::ServerDatabase() : name_(randomName()) {
     const fs::path scripts(Z7_SERVER_SCHEMA);
     Connection connection;
     connection.Open(*server() + ";timeout=60000");
-    if (connection.Execute("select name from sys.databases where name='zqsystem'")->EndOfFile()) {
+    if (connection.Execute("select name from sys.databases where name='zqsystem'")->atEnd()) {
         connection.Execute("create database zqsystem");
         Connection system;
         system.Open(*server() + ";Database=zqsystem");

@@ -19,9 +19,9 @@ protected:
     /// The session that runs a text independently of the caller's session; whether the database accepts the
     /// text does not matter.
     int sessionOf(const std::string& text) {
-        const auto records = connection_->CreateRecordset();
+        const auto records = connection_->createRecordset();
         ignoringErrors(
-            [&] { records->Open(text, connection_->ConnectionString(), CursorType::Keyset, LockType::Optimistic); });
+            [&] { records->Open(text, connection_->ConnectionString(), CursorType::keyset, LockType::optimistic); });
         return last_;
     }
 
@@ -85,9 +85,9 @@ TEST(ServerSession, ChangesRecordsByTimesWithFractionsOfASecond) {
     connection->Execute("insert into gl_accvouch (iyear,iperiod,isignseq,ino_id,inid,ccode,md,mc,dbill_date) "
                         "values(2013,1,2,5,1,N'1001',1,0,'2013-01-05 10:00:00.300')");
     for (const Date next : {Date(41279.5), Date(-1.25), Date(41279.25 + 0.123 / 86400), Date(2.0)}) {
-        const auto records = connection->CreateRecordset();
-        records->Open("select * from gl_accvouch where inid=1", connection.get(), CursorType::Keyset,
-                      LockType::Optimistic);
+        const auto records = connection->createRecordset();
+        records->Open("select * from gl_accvouch where inid=1", connection.get(), CursorType::keyset,
+                      LockType::optimistic);
         records->Fields().Item("dbill_date", Variant(next));
         EXPECT_NO_THROW(records->Update()) << "the record is found by what it held";
         records->Close();

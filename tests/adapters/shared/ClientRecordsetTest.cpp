@@ -69,8 +69,8 @@ protected:
 TEST_F(ClientRecordsetTest, FirstOfTwoColumnsWithOneName) {
     EXPECT_EQ(recordset_.Fields().Item("A"), Variant(std::int16_t{1}));
     EXPECT_EQ(recordset_.Fields().Item(2), Variant());
-    EXPECT_TRUE(recordset_.Fields().Has("b"));
-    EXPECT_FALSE(recordset_.Fields().Has("c"));
+    EXPECT_TRUE(recordset_.Fields().has("b"));
+    EXPECT_FALSE(recordset_.Fields().has("c"));
 }
 
 TEST_F(ClientRecordsetTest, ChangesAreWrittenOnce) {
@@ -98,7 +98,7 @@ TEST_F(ClientRecordsetTest, AnUnfitValueLeavesTheColumn) {
 
 TEST_F(ClientRecordsetTest, MovingWritesWhatIsPending) {
     recordset_.AddNew();
-    EXPECT_FALSE(recordset_.EndOfFile());
+    EXPECT_FALSE(recordset_.atEnd());
     EXPECT_EQ(recordset_.Fields().Item("b"), Variant());
     recordset_.Fields().Item("a", Variant(3.0));
     recordset_.AddNew();
@@ -128,7 +128,7 @@ TEST_F(ClientRecordsetTest, AFilterAndANewRecord) {
     recordset_.Update();
     EXPECT_EQ(recordset_.RecordCount(), 2);
     recordset_.MoveNext();
-    EXPECT_TRUE(recordset_.EndOfFile());
+    EXPECT_TRUE(recordset_.atEnd());
     recordset_.Filter("a=2");
     EXPECT_EQ(recordset_.RecordCount(), 2);
 }
@@ -137,7 +137,7 @@ TEST_F(ClientRecordsetTest, ClosingDropsWhatIsPending) {
     recordset_.AddNew();
     recordset_.Close();
     EXPECT_EQ(writer_->log, "");
-    EXPECT_EQ(recordset_.State(), ObjectState::Closed);
+    EXPECT_EQ(recordset_.State(), ObjectState::closed);
 }
 
 TEST(FieldValue, ConvertsByTheColumnsType) {

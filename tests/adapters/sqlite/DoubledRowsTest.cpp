@@ -70,7 +70,7 @@ protected:
     [[nodiscard]] Lines texts(const std::string& query, const std::vector<const char*>& fields) {
         const auto records = connection_->Execute(query);
         Lines texts;
-        for (; !records->EndOfFile(); records->MoveNext()) {
+        for (; !records->atEnd(); records->MoveNext()) {
             std::string text;
             for (const char* field : fields) {
                 text += (text.empty() ? "" : " ") + toTextOrEmpty(records->Fields().Item(field));

@@ -24,7 +24,7 @@ void expectRefusal(const fs::path& file, const std::string& wanted) {
     const Error error = errorOf([&] { connection.Open(connectionString(file)); });
     EXPECT_GT(error.number(), 0);
     EXPECT_NE(error.description().find(wanted), std::string::npos) << error.description();
-    EXPECT_EQ(connection.State(), ObjectState::Closed);
+    EXPECT_EQ(connection.State(), ObjectState::closed);
 }
 
 /// Runs a text on a file without the adapter's checks.
@@ -379,7 +379,7 @@ TEST(ConnectionString, TakesBlanksBracesAndAnyCase) {
     const std::string file = database.file().string();
     Connection connection;
     connection.Open(" DRIVER = SQLite ; Database={" + file + "} ; Year = 2013 ;; timeout=0;");
-    EXPECT_EQ(connection.State(), ObjectState::Open);
+    EXPECT_EQ(connection.State(), ObjectState::open);
     EXPECT_NE(connectionString(database.file(), std::int16_t{2014}).find("={"), std::string::npos);
     EXPECT_EQ(connectionString("a}b", std::nullopt), "driver=sqlite;database={a}}b}");
 }

@@ -89,9 +89,9 @@ TEST_F(SessionTest, RecordsetsOnATextReuseOneSession) {
     std::vector<int> sessions;
     connection->onStatement([&](int session, const std::string&) { sessions.push_back(session); });
     for (int i = 0; i < 3; ++i) {
-        const auto records = connection->CreateRecordset();
-        records->Open("select * from code", connection->ConnectionString(), CursorType::ForwardOnly,
-                      LockType::ReadOnly);
+        const auto records = connection->createRecordset();
+        records->Open("select * from code", connection->ConnectionString(), CursorType::forwardOnly,
+                      LockType::readOnly);
     }
     EXPECT_EQ(sessions, (std::vector<int>{2, 2, 2}));
     EXPECT_EQ(connection->sessionNumber(), 1);
@@ -142,8 +142,8 @@ TEST_F(SessionTest, TheRewrittenTextRunsOnABareSession) {
 TEST_F(SessionTest, ARecordOfAViewWithAnExplicitNullIsRefused) {
     const auto connection = database_.open();
     const auto add = [&](bool null) {
-        const auto rows = connection->CreateRecordset();
-        rows->Open("select * from gl_v_cashtable", connection.get(), CursorType::Keyset, LockType::Optimistic);
+        const auto rows = connection->createRecordset();
+        rows->Open("select * from gl_v_cashtable", connection.get(), CursorType::keyset, LockType::optimistic);
         rows->AddNew();
         for (const auto& [name, value] : std::vector<std::pair<const char*, Variant>>{{"iPeriod", Variant(1)},
                                                                                       {"iSignSeq", Variant(2)},
@@ -168,8 +168,8 @@ TEST_F(SessionTest, ATransactionLeavesTempdbToOthers) {
     connection->Execute("select inid,ccode into tempdb..X from gl_accvouch where 1=0");
     connection->BeginTrans();
     connection->Execute("insert into code (iyear,ccode) values(2013,N'1')");
-    const auto lines = connection->CreateRecordset();
-    lines->Open("select * from tempdb..X", connection->ConnectionString(), CursorType::Keyset, LockType::Optimistic);
+    const auto lines = connection->createRecordset();
+    lines->Open("select * from tempdb..X", connection->ConnectionString(), CursorType::keyset, LockType::optimistic);
     lines->AddNew();
     lines->Fields().Item("inid", Variant(std::int16_t{1}));
     lines->Fields().Item("ccode", Variant("1"));
@@ -230,9 +230,9 @@ TEST_F(SessionTest, ADroppedConnectionClosesWhatItLent) {
     std::shared_ptr<Recordset> records;
     {
         const auto connection = database_.open();
-        records = connection->CreateRecordset();
-        records->Open("select * from fitemss98", connection->ConnectionString(), CursorType::Keyset,
-                      LockType::Optimistic);
+        records = connection->createRecordset();
+        records->Open("select * from fitemss98", connection->ConnectionString(), CursorType::keyset,
+                      LockType::optimistic);
     }
     records->AddNew(); // a separate session does not end with the connection
     records->Fields().Item("citemcode", Variant("1"));

@@ -63,7 +63,7 @@ void prepareStatistics(const std::filesystem::path& file, Statistics statistics)
 std::vector<std::string> rowsOf(cashflow::Connection& connection, const std::string& query) {
     std::vector<std::string> rows;
     const auto found = connection.Execute(query);
-    for (; !found->EndOfFile(); found->MoveNext()) {
+    for (; !found->atEnd(); found->MoveNext()) {
         std::string row;
         for (int i = 0; i < found->Fields().Count(); ++i) {
             row += toTextOrEmpty(found->Fields().Item(i)) + "|";

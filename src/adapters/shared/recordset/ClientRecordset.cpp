@@ -38,7 +38,7 @@ void ClientRecordset::Open(const std::string& source, const cashflow::ActiveConn
     } else {
         raisePlatformError(DatabaseReason::connectionMissing);
     }
-    const bool updatable = lockType == LockType::Pessimistic || lockType == LockType::Optimistic;
+    const bool updatable = lockType == LockType::pessimistic || lockType == LockType::optimistic;
     Result result = runner->run(source, updatable);
     present(std::move(result), source, connection_);
     if (rows_ != nullptr && writer_ != nullptr) {
@@ -59,14 +59,14 @@ void ClientRecordset::Close() {
     pending_.clear();
 }
 
-ObjectState ClientRecordset::State() const { return rows_ == nullptr ? ObjectState::Closed : ObjectState::Open; }
+ObjectState ClientRecordset::State() const { return rows_ == nullptr ? ObjectState::closed : ObjectState::open; }
 
 std::string ClientRecordset::Source() const {
     requireOpen();
     return source_;
 }
 
-bool ClientRecordset::EndOfFile() const {
+bool ClientRecordset::atEnd() const {
     requireOpen();
     return !row_ && !adding_;
 }
@@ -83,7 +83,7 @@ void ClientRecordset::MoveFirst() {
 }
 
 void ClientRecordset::MoveNext() {
-    if (EndOfFile()) {
+    if (atEnd()) {
         raisePlatformError(DatabaseReason::recordMissing);
     }
     writePending();
@@ -159,7 +159,7 @@ const std::string& ClientRecordset::Name(int position) const {
     return columns[position].name;
 }
 
-bool ClientRecordset::Has(std::string_view name) const { return rows().columns().find(name) >= 0; }
+bool ClientRecordset::has(std::string_view name) const { return rows().columns().find(name) >= 0; }
 
 Variant ClientRecordset::Item(std::string_view name) const { return Item(position(name)); }
 

@@ -31,7 +31,7 @@ public:
     void Close() override;
     [[nodiscard]] ObjectState State() const override;
     [[nodiscard]] std::string Source() const override;
-    [[nodiscard]] bool EndOfFile() const override;
+    [[nodiscard]] bool atEnd() const override;
     [[nodiscard]] std::int32_t RecordCount() const override;
     void MoveFirst() override;
     void MoveNext() override;
@@ -48,7 +48,7 @@ public:
 private:
     [[nodiscard]] int Count() const override;
     [[nodiscard]] const std::string& Name(int position) const override;
-    [[nodiscard]] bool Has(std::string_view name) const override;
+    [[nodiscard]] bool has(std::string_view name) const override;
     [[nodiscard]] Variant Item(std::string_view name) const override;
     [[nodiscard]] Variant Item(int position) const override;
     void Item(std::string_view name, const Variant& value) override;
@@ -64,7 +64,7 @@ private:
 
     std::shared_ptr<Backend> backend_;
     cashflow::ActiveConnection connection_;
-    cashflow::CursorLocation location_ = cashflow::CursorLocation::Client;
+    cashflow::CursorLocation location_ = cashflow::CursorLocation::client;
     std::string source_;
 
     std::unique_ptr<RowSet> rows_; ///< a null pointer while the recordset is closed

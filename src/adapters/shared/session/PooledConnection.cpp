@@ -92,7 +92,7 @@ void PooledConnection::Close() {
     pool_->close();
 }
 
-ObjectState PooledConnection::State() const { return session_ == nullptr ? ObjectState::Closed : ObjectState::Open; }
+ObjectState PooledConnection::State() const { return session_ == nullptr ? ObjectState::closed : ObjectState::open; }
 
 std::string PooledConnection::ConnectionString() const { return connectionString_; }
 
@@ -103,7 +103,7 @@ std::shared_ptr<Recordset> PooledConnection::Execute(const std::string& commandT
     return recordset;
 }
 
-std::shared_ptr<Recordset> PooledConnection::CreateRecordset() { return std::make_shared<ClientRecordset>(backend_); }
+std::shared_ptr<Recordset> PooledConnection::createRecordset() { return std::make_shared<ClientRecordset>(backend_); }
 
 void PooledConnection::BeginTrans() { session()->begin(); }
 void PooledConnection::CommitTrans() { session()->commit(); }

@@ -29,7 +29,7 @@ public:
     [[nodiscard]] std::string ConnectionString() const final;
 
     std::shared_ptr<Recordset> Execute(const std::string& commandText) final;
-    [[nodiscard]] std::shared_ptr<Recordset> CreateRecordset() final;
+    [[nodiscard]] std::shared_ptr<Recordset> createRecordset() final;
 
     void BeginTrans() final;
     void CommitTrans() final;
