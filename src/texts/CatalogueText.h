@@ -13,9 +13,9 @@ namespace z7::cashflow::texts {
 /// One text of the library in both languages. Places for arguments are {0}, {1} and so on. docs/texts.md says where
 /// the library uses each, and why some begin or end with a blank.
 struct ResourceText {
-    std::string_view key;
-    std::string_view chinese;
-    std::string_view english;
+    std::string_view key;     ///< resource key, such as "Z7.CW.GL.CashFlow.00017"
+    std::string_view chinese; ///< the Chinese text, in UTF-8
+    std::string_view english; ///< the English text
 };
 
 /// Every key of the library, once, with its texts.
@@ -25,6 +25,7 @@ struct ResourceText {
 /// Error with the reason textKeyUnknown, which names the key.
 class CatalogueText final : public TextLookup {
 public:
+    /// The catalogue in a language.
     explicit CatalogueText(Language language) noexcept : language_(language) {}
     [[nodiscard]] std::string text(const std::string& key) override;
 
@@ -36,6 +37,7 @@ private:
 /// statement; null and empty arguments become the empty text.
 class CatalogueFormattedText final : public FormattedTextLookup {
 public:
+    /// The catalogue in a language.
     explicit CatalogueFormattedText(Language language) noexcept : text_(language) {}
     [[nodiscard]] std::string text(const std::string& key, const std::vector<Variant>& arguments) override;
 

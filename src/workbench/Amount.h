@@ -22,18 +22,26 @@ public:
     /// decimals, error 6 if it is too large.
     [[nodiscard]] static Amount read(const std::string& text);
 
+    /// Whether the amount is exactly 0.
     [[nodiscard]] constexpr bool isZero() const noexcept { return tenThousandths_ == 0; }
+    /// The amount as a double, for the database and for messages.
     [[nodiscard]] double value() const noexcept { return static_cast<double>(tenThousandths_) / 10000.0; }
     /// "1,234.50": with thousands separators and two decimals, or four if the third or fourth is not 0.
     [[nodiscard]] std::string text() const;
     /// "1234.50": the same without separators, for CSV.
     [[nodiscard]] std::string plainText() const;
 
+    /// Adds an amount. Error 6 if the sum is too large.
     Amount& operator+=(Amount other);
+    /// Subtracts an amount. Error as for adding.
     Amount& operator-=(Amount other);
+    /// The sum of two amounts. Error 6 if it is too large.
     [[nodiscard]] friend Amount operator+(Amount a, Amount b) { return a += b; }
+    /// The difference of two amounts. Error 6 if it is too large.
     [[nodiscard]] friend Amount operator-(Amount a, Amount b) { return a -= b; }
+    /// The amount with the opposite sign.
     [[nodiscard]] friend constexpr Amount operator-(Amount a) noexcept { return Amount(-a.tenThousandths_); }
+    /// Compares by value.
     friend constexpr auto operator<=>(Amount, Amount) noexcept = default;
 
 private:

@@ -17,6 +17,7 @@ namespace z7::cashflow::odbc {
 /// added and is left unchanged, so that an account can be created again in another database.
 class AccountTables final : public LoadableTables {
 public:
+    /// The connection is open and outlives this object and its loaders.
     explicit AccountTables(Connection& connection) : connection_(connection) {}
 
     [[nodiscard]] std::vector<std::string> names() override;

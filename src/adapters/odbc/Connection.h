@@ -11,11 +11,13 @@ struct Observers;
 
 /// A session on a database with an ODBC driver, such as the SQL Server of an office.
 ///
-/// The connection string has one of two forms: Driver={FreeTDS};Server=s;Port=1433;Database=d;UID=u;PWD=p;Year=2013
-/// for ODBC, with our keywords in it driver=odbc;odbc={Driver={FreeTDS};Server=s;...};year=2013             the
-/// same in braces; every "}" in it is doubled Our keywords, case-insensitive, which are not passed to the driver:
-/// year     the accounting year that the four views with _v_ in their names show; without it they are empty timeout
-/// milliseconds to wait for a lock of another session, 0 to 3600000; by default 5000
+/// The connection string has one of two forms:
+/// - Driver={FreeTDS};Server=s;Port=1433;Database=d;UID=u;PWD=p;Year=2013, that of ODBC with our keywords in it
+/// - driver=odbc;odbc={Driver={FreeTDS};Server=s;...};year=2013, the same in braces, in which every "}" is doubled
+///
+/// Our keywords, in any letter case, are not passed to the driver:
+/// - year: the accounting year that the four views with _v_ in their names show; without it they are empty
+/// - timeout: milliseconds to wait for a lock of another session, 0 to 3600000; by default 5000
 ///
 /// Errors of the server have its number, text and SQL state, and the source "ODBC"; see databaseError.h for drivers
 /// that report no number. No password or token of the string appears in a message.

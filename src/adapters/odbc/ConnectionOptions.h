@@ -13,8 +13,8 @@ struct ConnectionOptions {
     std::string driver;               ///< the value of its keyword "driver"; empty if it names a data source
     std::string target;               ///< server, port, database and data source for messages; empty if none is given
     std::vector<std::string> secrets; ///< the values that must not appear in messages
-    std::optional<std::int16_t> year;
-    int timeout = 5000; ///< milliseconds
+    std::optional<std::int16_t> year; ///< of the session; empty if the string has none
+    int timeout = 5000;               ///< milliseconds
 };
 
 /// Error 5 that names the keyword that is missing, repeated or has an invalid value. No value is quoted, because

@@ -39,6 +39,7 @@ public:
     /// raised.
     virtual Fetched execute(const std::string& text, const std::vector<Variant>& values,
                             const ResultDescription& description) = 0;
+    /// The same for a result of which nothing is known in advance.
     Fetched execute(const std::string& text, const std::vector<Variant>& values = {}) {
         return execute(text, values, {});
     }
@@ -76,6 +77,7 @@ public:
 
     /// The name of a table or a column in the form of a statement.
     [[nodiscard]] virtual std::string tableText(const tsql::TableName& table) const = 0;
+    /// The name of a column in the form of a statement.
     [[nodiscard]] virtual std::string columnText(const std::string& name) const = 0;
     /// A value as stored by this database in a column of its type.
     [[nodiscard]] virtual Variant stored(const Variant& value) const = 0;

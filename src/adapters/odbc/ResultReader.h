@@ -20,15 +20,15 @@ enum class FetchAs {
 
 /// A column as returned to callers, and how it is fetched.
 struct ResultColumn {
-    shared::Column column;
-    FetchAs fetchAs = FetchAs::text;
+    shared::Column column;           ///< name, type and length
+    FetchAs fetchAs = FetchAs::text; ///< how its values are requested
 };
 
 /// The columns of a result. Immutable, so that all results of one statement can share it.
 struct ResultShape {
-    std::vector<DriverColumn> described; ///< as the driver describes them for each result: without origins
-    std::vector<DriverColumn> columns;   ///< with everything that is known about them
-    std::vector<FetchAs> fetchAs;
+    std::vector<DriverColumn> described;            ///< as the driver describes them for each result: without origins
+    std::vector<DriverColumn> columns;              ///< with everything that is known about them
+    std::vector<FetchAs> fetchAs;                   ///< of each column
     std::shared_ptr<const shared::ColumnList> list; ///< as returned to callers
 };
 

@@ -31,6 +31,7 @@ inline constexpr int accountSchemaVersion = 1;
 [[nodiscard]] std::string currentDatabase(Connection& connection);
 /// Switches the session to another database.
 void workIn(Connection& connection, const std::string& database);
+/// Whether the server has a database of that name.
 [[nodiscard]] bool databaseExists(Connection& connection, const std::string& database);
 /// Creates an empty database, with the collation of the session's database unless that is case-sensitive. Not
 /// within a transaction.

@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+/// \file
 /// The ODBC calls that take or return texts, in one variant for the whole program, because drivers break when
 /// narrow and wide calls are mixed: on Windows the wide variant, because the narrow one would use the system's code
 /// page; elsewhere the narrow variant, whose UTF-8 texts pass through driver managers and drivers unchanged.
@@ -16,27 +17,30 @@ using Return = short;
 
 /// A column of a result as described by the driver.
 struct DriverColumn {
-    std::string name;
-    short sqlType = 0;
+    std::string name;     ///< empty for an expression without a name
+    short sqlType = 0;    ///< as defined by ODBC, such as SQL_INTEGER
     std::size_t size = 0; ///< characters of a text, digits of a number; 0 if unknown
     short digits = 0;     ///< after the decimal point
     std::string typeName; ///< as named by the database, without its length
     std::string table; ///< the table that the column comes from; empty for an expression, or if the driver does not say
     bool identity = false; ///< an identity column
 
+    /// Equal if all members are equal.
     friend bool operator==(const DriverColumn&, const DriverColumn&) = default;
 };
 
 /// One diagnostic record of a call.
 struct DiagnosticRecord {
-    std::string state;
-    int native = 0;
-    std::string text;
+    std::string state; ///< SQLSTATE, five characters
+    int native = 0;    ///< the number of the database or the driver; 0 if it has none
+    std::string text;  ///< the message
 };
 
 /// Each returns the return value of its ODBC call. describeColumn fills in name, type, size and digits.
 [[nodiscard]] Return driverConnect(Handle connection, const std::string& text);
+/// SQLExecDirect.
 [[nodiscard]] Return executeDirect(Handle statement, const std::string& text);
+/// SQLDescribeCol for a column, counted from 1.
 [[nodiscard]] Return describeColumn(Handle statement, int position, DriverColumn& column);
 /// Adds what needs more calls: the names of the type and the table, and whether the column is an identity.
 void describeOrigin(Handle statement, int position, DriverColumn& column);
@@ -48,9 +52,12 @@ void describeOrigin(Handle statement, int position, DriverColumn& column);
 /// A text as bound to a parameter.
 class ParameterText {
 public:
+    /// Converts a text to the form of the driver.
     explicit ParameterText(std::string_view utf8);
 
+    /// The converted text, valid as long as this object.
     [[nodiscard]] void* data() noexcept { return bytes_.data(); }
+    /// Its size in bytes, without a final zero.
     [[nodiscard]] std::size_t byteCount() const noexcept { return bytes_.size(); }
     /// In the units of the driver.
     [[nodiscard]] std::size_t length() const noexcept { return length_; }
@@ -69,9 +76,11 @@ public:
     TextReader(const TextReader&) = delete;
     TextReader& operator=(const TextReader&) = delete;
 
+    /// What was read: a text, null, or nothing because the driver failed.
     enum class Outcome { value, null, failed };
     /// Reads a column of the current row, counted from 1. The text is valid until the next call.
     [[nodiscard]] Outcome read(Handle statement, int column);
+    /// The text that was read last.
     [[nodiscard]] std::string_view text() const noexcept { return text_; }
 
 private:

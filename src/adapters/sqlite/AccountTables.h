@@ -15,6 +15,7 @@ class Connection;
 /// database. The connection must outlive this object and its loaders.
 class AccountTables final : public LoadableTables {
 public:
+    /// The connection is open.
     explicit AccountTables(Connection& connection) : connection_(connection) {}
 
     [[nodiscard]] std::vector<std::string> names() override;

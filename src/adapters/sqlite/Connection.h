@@ -10,16 +10,18 @@ class Connection;
 class Session;
 struct Observers;
 
-void addLogTables(Connection& connection); // a friend, see logTables.h
+/// Adds the tables of the log of changes; see logTables.h.
+void addLogTables(Connection& connection);
 
 /// A session on the embedded database: an account's file with its system database and its tempdb beside it.
 ///
-/// The connection string is "driver=sqlite;database=FILE;year=2013". Values may be enclosed in braces, in which
-/// "}}" means one closing brace. Keywords, case-insensitive: driver    must be "sqlite" database  the account's
-/// file; it must exist (see createDatabase in database.h) year      the accounting year that the four views with
-/// _v_ in their names show; without it they are empty timeout   milliseconds to wait for another session's write to
-/// end, 0 to 3600000; by default 5000 maxpages  the maximum size of the account's file in pages; by default
-/// unlimited
+/// The connection string is "driver=sqlite;database=FILE;year=2013"; sqlite::connectionString writes it. Values may be
+/// enclosed in braces, in which "}}" means one closing brace. The keywords, in any letter case:
+/// - driver: must be "sqlite"
+/// - database: the account's file; it must exist (see createDatabase in database.h)
+/// - year: the accounting year that the four views with _v_ in their names show; without it they are empty
+/// - timeout: milliseconds to wait for another session's write to end, 0 to 3600000; by default 5000
+/// - maxpages: the maximum size of the account's file in pages; by default unlimited
 ///
 /// Statements are in Transact-SQL. A statement that is not understood raises error 102, which quotes the position.
 /// Errors of the database have the extended result code as their number, and the source "SQLite".
@@ -28,6 +30,7 @@ void addLogTables(Connection& connection); // a friend, see logTables.h
 /// there, or gets the error "database is locked" there, and neither fails in the middle of its work.
 class Connection final : public shared::PooledConnection {
 public:
+    /// A closed connection.
     Connection();
 
     /// The observer is called with each text that is executed, in the embedded database's own dialect with its values

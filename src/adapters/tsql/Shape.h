@@ -9,8 +9,9 @@ namespace z7::cashflow::tsql {
 
 /// A literal of a statement: a number or a quoted text. It points into the statement's text.
 struct Literal {
+    /// A number or a quoted text.
     enum class Kind { number, text };
-    Kind kind = Kind::number;
+    Kind kind = Kind::number;   ///< which of them
     std::string_view source;    ///< the whole literal as written: 12.5, 'it''s', N'现金'
     std::string_view body;      ///< the number, or the text between the quotes
     bool doubledQuotes = false; ///< whether the body contains doubled quotes
@@ -22,7 +23,7 @@ struct Literal {
 /// A statement without its literals. Two statements with the same key differ only in the values of their literals.
 struct Shape {
     std::string key; ///< the statement's text, each literal replaced by one byte: 1 for a number, 2 for a text
-    std::vector<Literal> literals;
+    std::vector<Literal> literals; ///< in the order of the text
 };
 
 /// Finds the shape of a statement or a batch in one pass. The literals point into the text. Error 105 for an

@@ -21,6 +21,7 @@ public:
 
     /// The returned objects must not be used after the window system was destroyed.
     [[nodiscard]] std::shared_ptr<DialogFactory> dialogFactory() const;
+    /// The message box of this screen; likewise.
     [[nodiscard]] std::shared_ptr<MessageBox> messageBox() const;
 
 private:

@@ -12,14 +12,14 @@ namespace z7::cashflow::workbench {
 
 /// The items that a person assigns to one entry line.
 struct LineWish {
-    std::int32_t line = 0; ///< number of the entry line
-    std::vector<ItemWish> items;
+    std::int32_t line = 0;       ///< number of the entry line
+    std::vector<ItemWish> items; ///< in the order in which the amounts are taken
 };
 
 /// What remains on other items of a line after an assignment.
 struct LineRest {
-    std::int32_t line = 0;
-    std::vector<ItemPart> parts;
+    std::int32_t line = 0;       ///< number of the entry line
+    std::vector<ItemPart> parts; ///< what is left on each of those items
 };
 
 /// Changes the items of stored rows by hand. Each change is saved like any other: the voucher is locked, and its

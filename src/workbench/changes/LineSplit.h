@@ -12,23 +12,25 @@ namespace z7::cashflow::workbench {
 struct ItemPart {
     std::string item; ///< such as "0101"
     Amount amount;    ///< with the sign of the line: negative on a red line
+    /// Equal if item and amount are equal.
     friend bool operator==(const ItemPart&, const ItemPart&) = default;
 };
 
 /// What a person assigns to an item; no amount means the rest of the line.
 struct ItemWish {
-    std::string item;
-    std::optional<Amount> amount;
+    std::string item;             ///< code of the cash-flow item
+    std::optional<Amount> amount; ///< with the sign of the line; empty: the rest of the line
 };
 
 /// The new parts of a line.
 struct LineSplit {
+    /// Why a line cannot be split as wished.
     enum class Fault {
         none,
         tooMuch,   ///< the wishes exceed the line, or one is 0 or has the opposite sign
         noItemLeft ///< part of the line remains, and no item is known for it
     };
-    Fault fault = Fault::none;
+    Fault fault = Fault::none;   ///< if it is not none, there are no parts
     std::vector<ItemPart> parts; ///< the wishes in their order, then the items of the rest; together the whole line
     Amount rest;                 ///< what the wishes leave of the line
     std::size_t wished = 0;      ///< number of parts that were wished for

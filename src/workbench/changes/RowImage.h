@@ -30,6 +30,7 @@ public:
 
     /// The value of a column, which must be one of rowColumns.
     [[nodiscard]] const Variant& operator[](std::string_view column) const;
+    /// The value at an index into rowColumns. std::out_of_range for any other index.
     [[nodiscard]] const Variant& at(std::size_t column) const { return values_.at(column); }
     /// Number of the entry line; 0 if the row has none.
     [[nodiscard]] std::int32_t line() const;
@@ -56,13 +57,14 @@ private:
 
 /// The change of one row.
 struct RowChange {
+    /// What happened to the row.
     enum class Kind {
         kept,    ///< unchanged; only its RowGuid may be new
         added,   ///< a new row
         changed, ///< still a row of the same line, account and side, but with other values
         removed  ///< no longer stored
     };
-    Kind kind = Kind::kept;
+    Kind kind = Kind::kept;         ///< which of them
     std::optional<RowImage> before; ///< empty for an added row
     std::optional<RowImage> after;  ///< empty for a removed row
     /// The differing columns of a changed row as indexes into rowColumns, without RowGuid.

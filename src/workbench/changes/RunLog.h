@@ -65,19 +65,19 @@ private:
 
 /// A run in the log.
 struct LoggedRun {
-    std::int32_t number = 0;
-    std::string user;
-    Date time;
-    std::string command;
+    std::int32_t number = 0;            ///< counted from 1 in the order of the runs
+    std::string user;                   ///< user who started it, such as "demo"
+    Date time;                          ///< local time of its start
+    std::string command;                ///< as in RunNote
     std::optional<std::int32_t> undoes; ///< the run that this run undid
     std::int32_t vouchers = 0;          ///< number of vouchers changed
 };
 
 /// A voucher that a run changed.
 struct LoggedVoucher {
-    VoucherKey key;
-    std::vector<RowImage> before;
-    std::vector<RowImage> after;
+    VoucherKey key;               ///< key of the voucher
+    std::vector<RowImage> before; ///< its rows before the run; empty if there were none
+    std::vector<RowImage> after;  ///< its rows after the run; empty if there are none
 };
 
 /// Whether the account has the log's tables. Errors of the database pass through, except for a missing table.

@@ -8,13 +8,14 @@
 #include <string>
 #include <vector>
 
+/// \file
 /// The lists of an account that vouchers and rows refer to. Each function lets errors of the database pass through.
 namespace z7::cashflow::workbench {
 
 /// A cash-flow item.
 struct ListedItem {
-    std::string code;
-    std::string name;
+    std::string code; ///< such as "0101"
+    std::string name; ///< empty if it has none
 };
 
 /// All cash-flow items, by code.
@@ -22,12 +23,12 @@ struct ListedItem {
 
 /// An account of the chart of accounts.
 struct ListedAccount {
-    std::string code;
-    std::string name;
-    bool cash = false; ///< is a cash-flow account
-    bool end = false;  ///< is an end-level account, which vouchers may use
-    bool closed = false;
-    std::string type; ///< the user-defined account class; empty if it has none
+    std::string code;    ///< such as "100201"
+    std::string name;    ///< empty if it has none
+    bool cash = false;   ///< is a cash-flow account
+    bool end = false;    ///< is an end-level account, which vouchers may use
+    bool closed = false; ///< is closed, so that its lines do not count
+    std::string type;    ///< the user-defined account class; empty if it has none
 };
 
 /// The chart of accounts of a year, by code.
@@ -35,13 +36,13 @@ struct ListedAccount {
 
 /// A template: lines of an account on one side normally belong to this item.
 struct ListedTemplate {
-    std::string account;
-    std::string accountName; ///< empty if the chart of accounts does not have the account
-    bool debit = false;      ///< the side
-    std::string item;
-    std::string itemName; ///< empty if the list of items does not have the item
-    std::optional<Date> start;
-    std::optional<Date> end;
+    std::string account;       ///< account of the lines
+    std::string accountName;   ///< empty if the chart of accounts does not have the account
+    bool debit = false;        ///< the side
+    std::string item;          ///< code of the cash-flow item
+    std::string itemName;      ///< empty if the list of items does not have the item
+    std::optional<Date> start; ///< first day on which it applies; empty for no limit
+    std::optional<Date> end;   ///< last day on which it applies; empty for no limit
 };
 
 /// The templates of a year by account, debit before credit, the oldest first.

@@ -14,14 +14,14 @@ namespace z7::cashflow::workbench {
 
 /// An open entry line: part or all of its amount is not allocated.
 struct OpenLine {
-    VoucherKey voucher;
+    VoucherKey voucher;    ///< key of the voucher
     std::int32_t line = 0; ///< number of the entry line, inid
-    std::string account;
-    bool debit = false; ///< the line's side
-    Amount amount;      ///< the part of its amount on that side that is not allocated
-    std::string summary;
-    std::string item; ///< the proposed cash-flow item; empty if there is none
-    std::string itemName;
+    std::string account;   ///< account of the line
+    bool debit = false;    ///< the line's side
+    Amount amount;         ///< the part of its amount on that side that is not allocated
+    std::string summary;   ///< summary of the line; empty if it has none
+    std::string item;      ///< the proposed cash-flow item; empty if there is none
+    std::string itemName;  ///< name of that item; empty if it is unknown
 };
 
 /// Finds the open lines of the vouchers of one year and proposes an item for each: that of the row that would be

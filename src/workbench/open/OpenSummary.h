@@ -20,7 +20,7 @@ struct OpenGroup {
     std::string account;               ///< empty if the finding does not refer to an account
     std::optional<bool> debit;         ///< side of the account; empty if there is none
     std::string item;                  ///< the cash-flow item that does not exist; otherwise empty
-    std::size_t vouchers = 0;
+    std::size_t vouchers = 0;          ///< number of vouchers in the group
     Amount
         amount; ///< of their lines on that account and side, otherwise of their unallocated cash; all taken as positive
     VoucherKey first; ///< the first of them

@@ -18,7 +18,7 @@ namespace z7::cashflow::workbench {
 /// A voucher that is not settled: it moves cash but has no stored rows, its rows do not match it, or it cannot be
 /// processed.
 struct UnsettledVoucher {
-    VoucherHead head;
+    VoucherHead head;     ///< key, date and summary
     Refusal refusal;      ///< why, and the remedy
     bool workable = true; ///< false if the voucher itself must be corrected before rows can be allocated
     Amount cash;          ///< debit less credit of its lines on cash accounts; 0 if unknown

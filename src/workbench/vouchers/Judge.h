@@ -23,6 +23,7 @@ enum class RowsOrigin { stored, generated, document };
 /// thread's login must be set. Errors of the library and of the database pass through unless the result holds them.
 class Judge {
 public:
+    /// Rows of one voucher; a null pointer means that there are none.
     using Rows = std::shared_ptr<CashFlowCollection>;
 
     /// The connection, the data access and the provider outlive this object.

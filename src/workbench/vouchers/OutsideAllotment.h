@@ -11,12 +11,12 @@ namespace z7::cashflow::workbench {
 
 /// The result for a voucher of another subsystem.
 struct OutsideResult {
-    std::string table; ///< its table
-    std::string key;   ///< its outside key
-    Outcome outcome = Outcome::refused;
-    std::int32_t rows = 0; ///< number of rows stored; 0 unless the outcome is stored
-    std::optional<Refusal> refusal;
-    bool changed = false; ///< the rows of the ledger voucher have changed
+    std::string table;                  ///< its table
+    std::string key;                    ///< its outside key
+    Outcome outcome = Outcome::refused; ///< what became of it
+    std::int32_t rows = 0;              ///< number of rows stored; 0 unless the outcome is stored
+    std::optional<Refusal> refusal;     ///< why it was refused; otherwise empty
+    bool changed = false;               ///< the rows of the ledger voucher have changed
 };
 
 /// Stores the rows of vouchers of other subsystems, each in its own transaction, which is committed only if readers

@@ -6,8 +6,8 @@ namespace z7::cashflow::workbench {
 
 /// A range of accounting periods, both ends included.
 struct PeriodRange {
-    std::uint8_t first = 0;
-    std::uint8_t last = 255;
+    std::uint8_t first = 0;  ///< first period
+    std::uint8_t last = 255; ///< last period
 };
 
 } // namespace z7::cashflow::workbench

@@ -16,6 +16,7 @@ enum class ItemOrigin { storedRow, auxiliaryItem, line, templateOfAccount, docum
 /// One thing that is wrong with a voucher or its rows. Which members are used depends on the kind; the others keep
 /// their defaults.
 struct Finding {
+    /// What is wrong, with the members that describe it.
     enum class Kind {
         voucherGone,       ///< the voucher no longer has any lines
         dateMissing,       ///< no line has a date
@@ -44,21 +45,21 @@ struct Finding {
         restWithoutItem,   ///< line, account, debit, amount: the part of the line that remains without an item
         noLedgerVoucher    ///< voucher, year: the outside key that no valid voucher of the ledger has in the year
     };
-    Kind kind = Kind::voucherGone;
-    std::int32_t line = 0; ///< number of the entry line, inid
-    std::string account;
-    std::string otherAccount;
-    bool debit = false;  ///< the side: debit, or credit if false
-    double amount = 0.0; ///< amount on that side, such as 8800.00; negative on a red line
-    std::string item;
-    ItemOrigin origin = ItemOrigin::storedRow;
-    double voucherSum = 0.0; ///< debit less credit of the voucher's lines on cash-flow accounts
-    double rowsSum = 0.0;    ///< the same for its rows
-    std::int32_t rows = 0;
-    Date date = Date::none();
-    std::int32_t year = 0;
-    std::string voucher;
-    std::int32_t run = 0;
+    Kind kind = Kind::voucherGone;             ///< what is wrong
+    std::int32_t line = 0;                     ///< number of the entry line, inid
+    std::string account;                       ///< account of the line or of the row
+    std::string otherAccount;                  ///< for rowOnOther: the account of the line
+    bool debit = false;                        ///< the side: debit, or credit if false
+    double amount = 0.0;                       ///< amount on that side, such as 8800.00; negative on a red line
+    std::string item;                          ///< code of the cash-flow item
+    ItemOrigin origin = ItemOrigin::storedRow; ///< where that item comes from
+    double voucherSum = 0.0;                   ///< debit less credit of the voucher's lines on cash-flow accounts
+    double rowsSum = 0.0;                      ///< the same for its rows
+    std::int32_t rows = 0;                     ///< a number of rows
+    Date date = Date::none();                  ///< date of the line
+    std::int32_t year = 0;                     ///< accounting year
+    std::string voucher;                       ///< a voucher's key as text, or an outside key
+    std::int32_t run = 0;                      ///< number of a run in the log
 };
 
 /// Why a voucher was refused: 10008 to 10026, or an error of a conversion, a document or a statement that concerns

@@ -12,6 +12,7 @@ namespace z7::cashflow::workbench {
 /// A transaction that is rolled back by the destructor unless it has ended. The connection outlives it.
 class Transaction {
 public:
+    /// Begins the transaction. Error of the database if one is open.
     explicit Transaction(Connection& connection) : connection_(connection) { connection_.BeginTrans(); }
     ~Transaction();
     Transaction(const Transaction&) = delete;

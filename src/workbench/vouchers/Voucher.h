@@ -13,6 +13,7 @@ namespace z7::cashflow::workbench {
 
 /// An entry line of a voucher, with the properties of its account in the chart of accounts.
 struct VoucherLine {
+    /// Whether an account's lines count for cash-flow rows, and why not.
     enum class Account {
         counts,  ///< an open end-level account
         missing, ///< not in the chart of accounts of the year
@@ -20,17 +21,17 @@ struct VoucherLine {
         closed,
         budget ///< of the budget class, under an accounting system that leaves it out
     };
-    std::int32_t number = 0; ///< inid
-    std::string account;     ///< such as "100201"
-    std::string accountName; ///< empty if the chart of accounts of the year does not have it
-    std::string summary;
-    std::optional<Date> date;
-    std::optional<double> debit;  ///< such as 8800.00; empty if the amount is missing
-    std::optional<double> credit; ///< the same for the credit side
-    std::string itemClass;        ///< class of the auxiliary item; "98" is that of cash-flow items
-    std::string auxiliaryItem;
-    bool cash = false; ///< the account is a cash-flow account
-    Account state = Account::counts;
+    std::int32_t number = 0;         ///< inid
+    std::string account;             ///< such as "100201"
+    std::string accountName;         ///< empty if the chart of accounts of the year does not have it
+    std::string summary;             ///< summary of the line; empty if it has none
+    std::optional<Date> date;        ///< date of the voucher on this line; empty if it is missing
+    std::optional<double> debit;     ///< such as 8800.00; empty if the amount is missing
+    std::optional<double> credit;    ///< the same for the credit side
+    std::string itemClass;           ///< class of the auxiliary item; "98" is that of cash-flow items
+    std::string auxiliaryItem;       ///< code of the auxiliary item; empty if it has none
+    bool cash = false;               ///< the account is a cash-flow account
+    Account state = Account::counts; ///< whether the line counts
 
     /// Whether the line is on the debit side for the generation of rows: its debit amount exists and is not 0.
     [[nodiscard]] bool isDebit() const { return debit.value_or(0.0) != 0.0; }
@@ -40,7 +41,7 @@ struct VoucherLine {
 
 /// A ledger voucher and its lines, as stored in the database.
 struct Voucher {
-    VoucherKey key;
+    VoucherKey key;                 ///< its key
     Date date = Date::none();       ///< of the first line that has a date
     std::vector<VoucherLine> lines; ///< by number; empty if the voucher does not exist
 
@@ -61,15 +62,16 @@ void lockVoucher(Connection& connection, const VoucherKey& key);
 
 /// A stored row of a voucher, whether or not readers find it.
 struct StoredRow {
-    std::int32_t line = 0;
-    std::string account;
-    std::string item;
-    std::string itemName; ///< empty if the item is unknown
-    double debit = 0.0;
-    double credit = 0.0;
+    std::int32_t line = 0;    ///< number of its entry line, inid; 0 if it has none
+    std::string account;      ///< such as "6001"
+    std::string item;         ///< code of the cash-flow item
+    std::string itemName;     ///< empty if the item is unknown
+    double debit = 0.0;       ///< such as 8000.00; 0 on the credit side
+    double credit = 0.0;      ///< the same for the credit side
     bool itemKnown = true;    ///< the item is in fitemss98
     bool accountKnown = true; ///< the account is in the chart of accounts (code) of the year
 
+    /// Equal if all members are equal.
     friend bool operator==(const StoredRow&, const StoredRow&) = default;
 };
 

@@ -13,12 +13,14 @@ namespace z7::cashflow::workbench {
 /// the library's key and the accounting year, 1 to 9999.
 struct VoucherKey : cashflow::VoucherKey {
     constexpr VoucherKey() = default;
+    /// The key with these parts, unchecked.
     constexpr VoucherKey(std::int16_t ofYear, std::uint8_t ofPeriod, std::int16_t ofKind, std::int32_t ofNumber)
         : cashflow::VoucherKey{ofPeriod, ofKind, ofNumber}, year(ofYear) {}
 
+    /// Equal if year, period, kind and number are equal.
     friend bool operator==(const VoucherKey&, const VoucherKey&) = default;
 
-    std::int16_t year = 0;
+    std::int16_t year = 0; ///< accounting year, 1 to 9999; 0 for no voucher
 };
 
 /// Parses a key: four plain numbers in range, separated by "/"; empty for any other text.
@@ -36,10 +38,11 @@ struct WrittenVoucherKey {
 
 /// A part of a key that is out of range.
 struct KeyPartOutOfRange {
+    /// The part of the key.
     enum class Part { year, period, kind, number };
-    Part part = Part::year;
-    std::int64_t least = 0;
-    std::int64_t most = 0;
+    Part part = Part::year; ///< which part
+    std::int64_t least = 0; ///< the smallest allowed number
+    std::int64_t most = 0;  ///< the largest allowed number
 };
 
 /// The first part that is out of range in an otherwise valid written key; empty for any other text.

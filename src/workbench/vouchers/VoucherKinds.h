@@ -13,9 +13,10 @@ namespace z7::cashflow::workbench {
 /// The voucher kinds of an account: their numbers and signs, such as 2 and 付.
 class VoucherKinds {
 public:
+    /// A voucher kind.
     struct Kind {
-        std::int16_t number = 0;
-        std::string sign; ///< without leading and trailing blanks; empty if the kind has none
+        std::int16_t number = 0; ///< isignseq, the number in voucher keys
+        std::string sign;        ///< without leading and trailing blanks; empty if the kind has none
     };
 
     VoucherKinds() = default;

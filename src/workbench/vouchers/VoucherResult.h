@@ -21,11 +21,11 @@ enum class Outcome {
 
 /// The result for one voucher.
 struct VoucherResult {
-    VoucherKey key;
-    Outcome outcome = Outcome::refused;
-    std::int32_t rows = 0;    ///< number of rows stored by this save; 0 if refused
-    std::int32_t removed = 0; ///< number of previously stored rows that this save replaced
-    std::optional<Refusal> refusal;
+    VoucherKey key;                     ///< key of the voucher
+    Outcome outcome = Outcome::refused; ///< what became of it
+    std::int32_t rows = 0;              ///< number of rows stored by this save; 0 if refused
+    std::int32_t removed = 0;           ///< number of previously stored rows that this save replaced
+    std::optional<Refusal> refusal;     ///< why it was refused; otherwise empty
     /// Why the stored rows do not match the voucher, if the account option bXJLL allows storing them anyway.
     std::optional<Refusal> mismatch{};
     /// The change of every row, kept ones included. Empty for a refused voucher, and for a kept save if no rows

@@ -20,9 +20,8 @@ inline constexpr std::string_view item = "item";       ///< the cash-flow item, 
 /// All columns, in the order in which they are written.
 inline constexpr std::array all{voucher, line, account, side, amount, summary, item};
 
-/// The values of the column "side".
-inline constexpr std::string_view debit = "debit";
-inline constexpr std::string_view credit = "credit";
+inline constexpr std::string_view debit = "debit";   ///< value of the column "side"
+inline constexpr std::string_view credit = "credit"; ///< value of the column "side"
 
 } // namespace openLineColumns
 

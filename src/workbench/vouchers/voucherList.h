@@ -14,7 +14,7 @@ namespace z7::cashflow::workbench {
 
 /// A voucher in a list.
 struct VoucherHead {
-    VoucherKey key;
+    VoucherKey key;      ///< key of the voucher
     Date date;           ///< of the first line that has a date, otherwise Date::none()
     std::string summary; ///< of the first line
 };

@@ -24,6 +24,7 @@ public:
     /// Rows whose item or account is unknown are not included. Empty if the context's VouchState is 2.
     [[nodiscard]] std::shared_ptr<Recordset> GetCashTable(Connection& objCon, std::uint8_t iPeriod,
                                                           std::int16_t iSignSeq, std::int32_t iNo_id);
+    /// The same for a key in one piece.
     [[nodiscard]] std::shared_ptr<Recordset> GetCashTable(Connection& objCon, const VoucherKey& key);
     /// The same for the ledger voucher created from an outside voucher; empty if there is none.
     [[nodiscard]] std::shared_ptr<Recordset> GetCashTable2(Connection& objCon, const std::string& coutNo_id);
@@ -32,6 +33,7 @@ public:
     [[nodiscard]] std::shared_ptr<Recordset> GetVoucherTable(Connection& objCon, const std::string& strVoucherTable,
                                                              std::uint8_t iPeriod, std::int16_t iSignSeq,
                                                              std::int32_t iNo_id);
+    /// The same for a key in one piece.
     [[nodiscard]] std::shared_ptr<Recordset> GetVoucherTable(Connection& objCon, const std::string& strVoucherTable,
                                                              const VoucherKey& key);
     /// The same for a voucher identified by its outside key. A keyless table must have the column ccashitem_id.
@@ -42,6 +44,7 @@ public:
     /// Debit less credit of a voucher's lines on cash-flow accounts, rounded to cents; 0 if there are none.
     [[nodiscard]] double GetCashSumInVoucher(Connection& objCon, const std::string& strVoucherTable,
                                              std::uint8_t iPeriod, std::int16_t iSignSeq, std::int32_t iNo_id);
+    /// The same for a key in one piece.
     [[nodiscard]] double GetCashSumInVoucher(Connection& objCon, const std::string& strVoucherTable,
                                              const VoucherKey& key);
     /// Whether the name is that of a keyed table. Does not query the database.
@@ -54,6 +57,7 @@ public:
     /// 1900-01-01 if there is none.
     void GetVoucherKeyFromOut_id(Connection& objCon, const std::string& coutNo_id, std::uint8_t& iPeriod,
                                  std::int16_t& iSignSeq, std::int32_t& iNo_id, Date& dbill_date);
+    /// The same with key and date in one piece.
     [[nodiscard]] DatedVoucherKey ledgerVoucherOf(Connection& objCon, const OutsideKey& key);
     /// Stores a voucher given as XML where the readers find it and returns the name of the table:
     /// "gl_v_accvouch" if the XML has a complete voucher key and blnReCreate is false, otherwise a new table in
@@ -90,6 +94,7 @@ public:
     /// Whether a voucher has a line on an open cash-flow account of the context's year.
     [[nodiscard]] bool HaveCashFlowCodeInVoucher(Connection& objCon, const std::string& strVoucherTable,
                                                  std::uint8_t iPeriod, std::int16_t iSignSeq, std::int32_t iNo_id);
+    /// The same for a key in one piece.
     [[nodiscard]] bool HaveCashFlowCodeInVoucher(Connection& objCon, const std::string& strVoucherTable,
                                                  const VoucherKey& key);
     /// The same for an outside key, in the year of the user's login. Only "GL_accvouch" in this letter case and

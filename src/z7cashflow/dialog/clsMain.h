@@ -21,23 +21,28 @@ class frmCashFlow;
 class clsMain final {
 public:
     // Properties of the voucher on the screen, stored in the thread's context.
+    /// Kept for the host; the library does not use it.
     void SetVouchLockSucc(bool value);
     /// Whether a voucher of another user may be edited.
     void SetVouchEdit(bool value);
     /// The user at the screen, and the user who entered the voucher. If they differ, SetVouchEdit decides.
     void SetCurUserName(const std::string& value);
+    /// The user who entered the voucher; see SetCurUserName.
     void SetVouchBillName(const std::string& value);
     /// State of the voucher; if it is 2, no stored rows are read.
     void SetVouchState(std::int16_t value);
+    /// Kept for the host; the library does not use it.
     void SetVouchIn(std::int16_t value);
     /// Whether the dialog is read-only.
     [[nodiscard]] bool ReadOnly() const noexcept { return ReadOnly_; }
+    /// Makes the dialog read-only, or editable as by default.
     void ReadOnly(bool value) noexcept { ReadOnly_ = value; }
     /// The user's login for this thread; must be set before any other operation. Errors as for
     /// modPublic::SetLogin.
     void Login(const std::shared_ptr<Z7Login>& value);
     /// The rows of the voucher, shared with the host; a null pointer at first.
     [[nodiscard]] const std::shared_ptr<CashFlowCollection>& CashFlowCol() const noexcept { return CashFlowCol_; }
+    /// Hands over the rows to begin with; a null pointer lets the dialog read or generate them.
     void CashFlowCol(const std::shared_ptr<CashFlowCollection>& value) { CashFlowCol_ = value; }
 
     /// Shows the dialog for the rows of a voucher of another subsystem, or a message if the voucher has no line

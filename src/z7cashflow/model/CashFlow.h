@@ -28,6 +28,7 @@ public:
     /// The collection to which the row was added, not owned; a null pointer before that, after Remove, and once
     /// the collection is destroyed. Rows dropped by UpdateInid or Load keep it.
     [[nodiscard]] std::shared_ptr<CashFlowCollection> objParent() const noexcept;
+    /// Names the collection that is marked as changed by SetValue; called by the collection.
     void objParent(const std::shared_ptr<CashFlowCollection>& value) noexcept;
 
     /// The row's name in its collection.

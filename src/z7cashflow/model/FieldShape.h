@@ -20,7 +20,9 @@ public:
     bool add(const std::string& name);
     /// The place of a name, from 0, or nothing.
     [[nodiscard]] std::optional<std::size_t> position(const std::string& name) const noexcept;
+    /// The names in their order.
     [[nodiscard]] const std::vector<std::string>& names() const noexcept { return names_; }
+    /// The number of names.
     [[nodiscard]] std::size_t size() const noexcept { return names_.size(); }
 
 private:

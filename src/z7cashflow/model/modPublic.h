@@ -15,10 +15,6 @@
 #include <string>
 #include <vector>
 
-/// The login context of the thread and the basic text functions.
-///
-/// Every thread has its own context, which is empty at first. The login must be set before anything else, because
-/// messages have no text without it.
 namespace z7::cashflow {
 
 class CashFlow;
@@ -31,7 +27,7 @@ namespace z7::cashflow::modPublic {
 /// What the thread knows of its user and of the voucher on the screen. Some members affect later calls: the year
 /// override, bCashCode and bAutoDisplay keep their values until they are set again.
 struct Context {
-    std::shared_ptr<Z7Login> login;
+    std::shared_ptr<Z7Login> login;                           ///< the user's login; a null pointer until it is set
     std::shared_ptr<TextLookup> textLookup;                   ///< taken from the login when it is set
     std::shared_ptr<FormattedTextLookup> formattedTextLookup; ///< taken from the login when it is set
     /// Which values may be inserted into statements; taken from the login when it is set.

@@ -22,6 +22,7 @@ public:
     virtual void Open(const std::string& connectionString) = 0;
     /// Ends the session; uncommitted changes are rolled back. Error 3704 if it is already closed.
     virtual void Close() = 0;
+    /// Whether the session is open. Does not access the database.
     [[nodiscard]] virtual ObjectState State() const = 0;
     /// The text with which the connection was opened. Opening it again creates a separate session on the same
     /// database.

@@ -23,6 +23,7 @@ public:
     /// The suite's reference clients, if the host has them. With a null pointer, the default, the library uses
     /// its own, which need a PickList.
     [[nodiscard]] virtual std::unique_ptr<ServerRefClient> createServerRefClient() { return nullptr; }
+    /// The same for the pop-up over the items of a class.
     [[nodiscard]] virtual std::unique_ptr<ZQReferClient> createReferClient() { return nullptr; }
 };
 

@@ -20,14 +20,14 @@ enum class ControlClass { superGrid, commandButton, frmCaption, keyHook };
 /// A control's position and size on its form in twips, from the inner upper left corner. A control without a width
 /// is not visible. Tab order counts from 0; -1 leaves the control out of it.
 struct ControlDesign {
-    std::string name;
-    ControlClass controlClass = ControlClass::superGrid;
-    std::int32_t left = 0;
-    std::int32_t top = 0;
-    std::int32_t width = 0;
-    std::int32_t height = 0;
-    int tabOrder = -1;
-    std::string caption;              ///< until the form's logic sets another
+    std::string name;                                    ///< by which the form's logic finds it
+    ControlClass controlClass = ControlClass::superGrid; ///< what it is
+    std::int32_t left = 0;                               ///< distance from the left edge
+    std::int32_t top = 0;                                ///< distance from the upper edge
+    std::int32_t width = 0;                              ///< 0 for a control that is not visible
+    std::int32_t height = 0;                             ///< height
+    int tabOrder = -1;                                   ///< -1 leaves it out
+    std::string caption;                                 ///< until the form's logic sets another
     std::string fontName;             ///< until the form's logic sets another; empty for that of the form
     double fontPoints = 0.0;          ///< 0 for that of the form
     std::int32_t foreColorFixed = 0;  ///< of a grid: colour of the header's texts, a system colour if bit 31 is set
@@ -38,11 +38,11 @@ struct ControlDesign {
 
 /// The design of a form: its title, its inner size in twips, its controls. It cannot be resized.
 struct FormDesign {
-    std::string name;
-    std::string caption;
-    std::int32_t width = 0;
-    std::int32_t height = 0;
-    std::vector<ControlDesign> controls;
+    std::string name;                    ///< such as "frmCashFlow"
+    std::string caption;                 ///< title, until the form's logic sets another
+    std::int32_t width = 0;              ///< inner width
+    std::int32_t height = 0;             ///< inner height
+    std::vector<ControlDesign> controls; ///< in the order in which they are created
 };
 
 /// The events of a form. An event runs while the form handles the user's key or click and may raise an Error, which
@@ -74,8 +74,11 @@ public:
     /// A control by its name in the design. Error 9 if there is none with that name and class. Owned by the
     /// form.
     [[nodiscard]] virtual SuperGrid& grid(const std::string& name) = 0;
+    /// A button; as grid.
     [[nodiscard]] virtual ZQCommandButton& button(const std::string& name) = 0;
+    /// A title partner; as grid.
     [[nodiscard]] virtual ZQFrmCaption& frmCaption(const std::string& name) = 0;
+    /// A key hook; as grid.
     [[nodiscard]] virtual ZQKeyHookCtrl& keyHook(const std::string& name) = 0;
     /// All controls in the order of the design.
     [[nodiscard]] virtual std::vector<Control*> controls() = 0;

@@ -10,9 +10,9 @@ namespace z7::cashflow {
 
 /// A column of a pick list: its title and its width in twips. Amounts are right-aligned, texts left-aligned.
 struct PickColumn {
-    std::string caption;
-    std::int32_t width = 0;
-    bool alignRight = false;
+    std::string caption;     ///< its title
+    std::int32_t width = 0;  ///< in twips
+    bool alignRight = false; ///< for amounts
 };
 
 /// A modal pop-up that lists rows and lets the user choose one: typing filters the list to the rows that contain

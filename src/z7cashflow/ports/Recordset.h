@@ -38,6 +38,7 @@ public:
     /// The value in the current record; if several columns have the same name, that of the first. Error 3265 if
     /// the column does not exist, 3021 if there is no current record, 3704 if the recordset is closed.
     [[nodiscard]] virtual Variant Item(std::string_view name) const = 0;
+    /// The value of the column at a position. Errors as by name.
     [[nodiscard]] virtual Variant Item(int position) const = 0;
     /// Changes the value of the current record's column; Update writes it to the database. The value is
     /// converted to the column's type; if it cannot be converted or does not fit, error 13 is raised and the
@@ -64,6 +65,7 @@ public:
                       LockType lockType) = 0;
     /// Releases the rows and the session. Closing a closed recordset is error 3704.
     virtual void Close() = 0;
+    /// Open as long as the recordset has a result, even one without records.
     [[nodiscard]] virtual ObjectState State() const = 0;
 
     /// The text of the statement that returned the records, exactly as it was passed in.
@@ -86,14 +88,17 @@ public:
     /// The text is a list of conditions "column=number" joined by " and "; the empty text shows all records.
     /// Error 3001 for any other text, including a missing number; the visible records are then unchanged.
     virtual void Filter(const std::string& criteria) = 0;
+    /// The filter in effect; empty if there is none.
     [[nodiscard]] virtual std::string Filter() const = 0;
 
     /// Where the rows are kept; must be set before Open. Error 3705 if the recordset is open.
     virtual void CursorLocation(cashflow::CursorLocation location) = 0;
+    /// Where the rows are kept.
     [[nodiscard]] virtual cashflow::CursorLocation CursorLocation() const = 0;
 
     /// What Open uses if no connection is passed to it.
     virtual void ActiveConnection(const cashflow::ActiveConnection& connection) = 0;
+    /// What was set, or passed to Open last.
     [[nodiscard]] virtual cashflow::ActiveConnection ActiveConnection() const = 0;
 
     /// Begins a new record with null in every column and makes it the current one. Error 3251 if the recordset is

@@ -61,30 +61,41 @@ public:
     /// The number of rows and columns, the fixed ones included. Rows that are added this way are empty, with no cell
     /// coloured; rows and columns beyond the number go with their texts.
     [[nodiscard]] virtual std::int32_t Rows() const = 0;
+    /// Sets the number of rows.
     virtual void Rows(std::int32_t value) = 0;
+    /// The number of columns, the fixed ones included.
     [[nodiscard]] virtual std::int32_t Cols() const = 0;
+    /// Sets the number of columns.
     virtual void Cols(std::int32_t value) = 0;
     /// The number of header rows and columns.
     [[nodiscard]] virtual std::int32_t FixedRows() const = 0;
+    /// Sets the number of header rows.
     virtual void FixedRows(std::int32_t value) = 0;
+    /// The number of header columns.
     [[nodiscard]] virtual std::int32_t FixedCols() const = 0;
+    /// Sets the number of header columns.
     virtual void FixedCols(std::int32_t value) = 0;
 
     /// The current cell. Setting it moves the cursor, closes an open editor without taking its text over and raises no
     /// event.
     [[nodiscard]] virtual std::int32_t Row() const = 0;
+    /// Moves to a row.
     virtual void Row(std::int32_t value) = 0;
+    /// The column of the current cell.
     [[nodiscard]] virtual std::int32_t Col() const = 0;
+    /// Moves to a column.
     virtual void Col(std::int32_t value) = 0;
     /// The end of the column selection, which begins at Col. It is always set right after Col, to the same value.
     virtual void ColSel(std::int32_t value) = 0;
 
     /// The text of a cell, also of one in the header.
     [[nodiscard]] virtual std::string TextMatrix(std::int32_t row, std::int32_t col) const = 0;
+    /// Sets the text of a cell.
     virtual void TextMatrix(std::int32_t row, std::int32_t col, const std::string& text) = 0;
 
     /// Width of a column in twips; 0 hides it. The user may drag every column that is not hidden.
     [[nodiscard]] virtual std::int16_t ColWidth(std::int32_t col) const = 0;
+    /// Sets the width of a column.
     virtual void ColWidth(std::int32_t col, std::int16_t twips) = 0;
     /// Alignment of a column. 1, the only value in use, is to the left; a column that was never set aligns as the grid
     /// likes.
@@ -115,8 +126,7 @@ public:
 
     /// Settles an edit in progress before a command does its work, in these steps:
     /// 1. An unfinished last line, that is one whose column 1 is empty (in an editor that is open there too), is
-    /// dropped if it is
-    ///    the current line, with whatever an editor in it holds; the answer is 2.
+    ///    dropped if it is the current line, with whatever an editor in it holds; the answer is 2.
     /// 2. An open editor raises CellValidate. A refused text leaves it open; the answer is 1.
     /// 3. The current line, if it was changed or added since it became current and its column 1 is not empty, raises
     ///    RowValidate. A refusal puts the cursor where RowValidate says; the answer is 1.
@@ -130,9 +140,13 @@ public:
     /// Background and text of the selected cell, the space beside the cells, the lines between the cells and those of
     /// the header.
     virtual void BackColorSel(std::int32_t color) = 0;
+    /// Colour of the text of the selected cell.
     virtual void ForeColorSel(std::int32_t color) = 0;
+    /// Colour of the space beside the cells.
     virtual void BackColorBkg(std::int32_t color) = 0;
+    /// Colour of the lines between the cells.
     virtual void GridColor(std::int32_t color) = 0;
+    /// Colour of the lines between the cells of the header.
     virtual void GridColorFixed(std::int32_t color) = 0;
 };
 

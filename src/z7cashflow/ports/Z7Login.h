@@ -49,6 +49,7 @@ public:
     [[nodiscard]] virtual std::string languageTag() = 0;
     /// The text services, shared with whoever takes them.
     [[nodiscard]] virtual std::shared_ptr<cashflow::TextLookup> TextLookup() = 0;
+    /// The catalogue for texts with arguments, shared likewise.
     [[nodiscard]] virtual std::shared_ptr<cashflow::FormattedTextLookup> FormattedTextLookup() = 0;
     /// Whether the library is to refuse a value that could change the statement that it goes into, with error 10020 and
     /// before the statement is run: a text with a quote, a number that is not one number, a table name that is not a

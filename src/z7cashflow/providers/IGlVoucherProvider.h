@@ -23,6 +23,7 @@ public:
 
     /// If not empty, the table from which a save reads the voucher instead of strVoucherTable.
     [[nodiscard]] virtual std::string VoucherTempTable() const = 0;
+    /// Sets that table; the empty text removes it.
     virtual void VoucherTempTable(const std::string& value) = 0;
     /// The user's login for this thread; must be set before any other operation.
     virtual void objLogin(const std::shared_ptr<Z7Login>& value) = 0;

@@ -15,8 +15,11 @@ class IOutVoucherProvider {
 public:
     virtual ~IOutVoucherProvider() = default;
 
+    /// As in the ledger contract, with which it is shared.
     [[nodiscard]] virtual std::string VoucherTempTable() const = 0;
+    /// Sets that table; the empty text removes it.
     virtual void VoucherTempTable(const std::string& value) = 0;
+    /// The user's login for this thread; must be set before any other operation.
     virtual void objLogin(const std::shared_ptr<Z7Login>& value) = 0;
 
     /// As the operation of the same name of the ledger contract, but the account options bCashCode and

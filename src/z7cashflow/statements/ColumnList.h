@@ -18,8 +18,10 @@ public:
     /// Adds a column of the chart of accounts, the table "code" of a join. Error as for add.
     void addOfAccount(std::string_view name);
 
+    /// Whether no column was added.
     [[nodiscard]] bool empty() const noexcept { return !begun_; }
 
+    /// Appends the list to a statement.
     void appendTo(std::string& out, LiteralPolicy policy, const Place& place) const;
 
 private:

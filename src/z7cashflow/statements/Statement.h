@@ -14,12 +14,12 @@
 #include <string_view>
 #include <type_traits>
 
-// The statements of the library, each once, as constants in the headers of this folder. To add one: 1. Write an
-// entry beside those on the same subject: inline constexpr Statement<places...> name{"name", "text"}. Every place of
-// the text is a word in braces; the types of the places follow the order of the text. A VoucherKey fills three
-// places in a row: period, kind and number. A text that does not fit its places does not compile. 2. Test its text
-// letter by letter in tests/statements; scripts/check_statements.py fails until its name occurs there. 3. Run
-// filled(statements::name, values...), which is declared in model/filled.h and applies the login's policy.
+// The statements of the library, each once, as constants in the headers of this folder. To add one:
+// 1. Write an entry beside those on the same subject: inline constexpr Statement<places...> name{"name", "text"}. Every
+//    place of the text is a word in braces; the types of the places follow the order of the text. A VoucherKey fills
+//    three places in a row: period, kind and number. A text that does not fit its places does not compile.
+// 2. Test its text letter by letter in tests/statements; scripts/check_statements.py fails until its name occurs there.
+// 3. Run filled(statements::name, values...), which is declared in model/filled.h and applies the login's policy.
 
 namespace z7::cashflow::statements {
 
@@ -73,6 +73,7 @@ public:
         pieces_[slot] = text.substr(begin);
     }
 
+    /// The name under which it is known in messages and tests.
     [[nodiscard]] constexpr std::string_view name() const noexcept { return name_; }
     /// The text before the first place, with which every text of the statement begins; the whole text if there
     /// is no place.

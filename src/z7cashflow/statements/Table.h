@@ -13,10 +13,14 @@ namespace z7::cashflow::statements {
 /// The name of a table or a view, such as "gl_accvouch" or "tempdb..[my voucher]".
 class Table {
 public:
+    /// A name, unchecked until it is appended.
     Table(std::string_view name) : name_(name) {}
+    /// As above.
     Table(const std::string& name) : name_(name) {}
+    /// As above.
     Table(const char* name) : name_(name) {}
 
+    /// Appends the name to a statement. Under wholeLiterals error 10020 if it is not the name of a table.
     void appendTo(std::string& out, LiteralPolicy policy, const Place& place) const;
 
 private:

@@ -14,11 +14,16 @@ namespace z7::cashflow::statements {
 /// A text between the quotes of a statement.
 class Text {
 public:
+    /// A text, unchecked until it is appended.
     Text(std::string_view text) : text_(text) {}
+    /// As above.
     Text(const std::string& text) : text_(text) {}
+    /// As above.
     Text(const char* text) : text_(text) {}
+    /// The text of an outside key.
     Text(const OutsideKey& key) : text_(key.text) {}
 
+    /// Appends the text to a statement. Under wholeLiterals error 10020 if it contains a quote.
     void appendTo(std::string& out, LiteralPolicy policy, const Place& place) const;
 
 private:

@@ -14,19 +14,21 @@ struct VoucherKey {
     std::int16_t kind = 0;   ///< number of the voucher kind in dsign
     std::int32_t number = 0; ///< number within period and kind
 
+    /// Equal if period, kind and number are equal.
     friend bool operator==(const VoucherKey&, const VoucherKey&) = default;
 };
 
 /// A ledger voucher's key and date; 1900-01-01 if there is no date.
 struct DatedVoucherKey {
-    VoucherKey key;
-    Date date;
+    VoucherKey key; ///< its key
+    Date date;      ///< its date
 };
 
 /// The key of a voucher of another subsystem, such as "SO-2024-0301"; empty for a ledger voucher.
 struct OutsideKey {
-    std::string text;
+    std::string text; ///< coutno_id of the voucher's lines
 
+    /// Whether there is no key.
     [[nodiscard]] bool empty() const noexcept { return text.empty(); }
 };
 

@@ -19,6 +19,7 @@ struct AccountAnswer {
     std::string_view table;     ///< the table that it reads, in lower case
 };
 
+/// Those statements, each with its table.
 inline constexpr std::array<AccountAnswer, 8> accountAnswers{{
     {itemName.beginning(), "fitemss98"},
     {itemTemplate.beginning(), "gl_cashitemdatasource"},

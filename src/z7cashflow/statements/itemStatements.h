@@ -6,6 +6,7 @@
 
 namespace z7::cashflow::statements {
 
+/// The name of a cash-flow item.
 inline constexpr Statement<Text> itemName{"itemName", "select citemname from fitemss98 where citemcode=N'{cItemCode}'"};
 
 /// The template of an account's debit (1) or credit (0) side in a year.

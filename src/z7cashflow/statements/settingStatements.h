@@ -6,6 +6,7 @@
 
 namespace z7::cashflow::statements {
 
+/// The value of an account option, and its default.
 inline constexpr Statement<Text, Text> accountOption{
     "accountOption",
     "select cvalue,cdefault from accinformation WITH(NOLOCK) where csysid =N'{csysid}' and cname = N'{cname}'"};
@@ -14,6 +15,7 @@ inline constexpr Statement<Text, Text> accountOption{
 inline constexpr Statement<> sumCheckOption{
     "sumCheckOption", "select * from accinformation where csysid=N'gl' and cname=N'bXJLL' and cvalue='true'"};
 
+/// The voucher options of an operator.
 inline constexpr Statement<Text> voucherOptions{
     "voucherOptions", "select * from GL_VoucherOption WITH(NOLOCK) where operator =N'{operator}'"};
 
@@ -22,6 +24,7 @@ inline constexpr Statement<Text, Text, Text> accountingPeriod{
     "accountingPeriod",
     "select iyear,iid from zqsystem..ua_period where cacc_id =N'{account}' and dbegin<='{date}' and dend>='{date}' "};
 
+/// A voucher kind with its sign.
 inline constexpr Statement<Number> voucherKind{"voucherKind", "select * from dsign where isignseq={kind}"};
 
 } // namespace z7::cashflow::statements

@@ -16,6 +16,7 @@ inline constexpr Statement<Table, Number> createVoucherTable{
     " ,cDefine2,cDefine3,cDefine4,cDefine5,cDefine6,cDefine7,cDefine8,cDefine9"
     " ,cDefine10,cDefine11,cDefine12,cDefine13,cDefine14,cDefine15,cDefine16 into {table}  from gl_accvouch"
     " where 1=0 and iyear={year}"};
+/// All lines of the table.
 inline constexpr Statement<Table> voucherTableLines{"voucherTableLines", "select * from {table}"};
 /// Drops a table of the same name before the new one is created.
 inline constexpr Statement<Table> dropFormerTable{"dropFormerTable", "drop table {table}"};

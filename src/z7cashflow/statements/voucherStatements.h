@@ -13,6 +13,7 @@ inline constexpr Statement<ColumnList, Table, Number, VoucherKey> voucherLines{
     "  inner join code on  TempVoucher.iyear=code.iyear and  code.iyear={year} and  TempVoucher.ccode=code.ccode"
     " where TempVoucher.iperiod={period} and TempVoucher.isignseq={kind} and TempVoucher.ino_id={number} and"
     "  code.bend=1 and code.bclose=0"};
+/// The same for a keyless table.
 inline constexpr Statement<ColumnList, Table, Number> keylessVoucherLines{
     "keylessVoucherLines",
     "select {columns},bCashItem from {table} as TempVoucher"
@@ -23,6 +24,7 @@ inline constexpr Statement<ColumnList, Table, Number, Text> outsideVoucherLines{
     "select {columns},bCashItem from {table} as TempVoucher"
     "  inner join code on   TempVoucher.iyear=code.iyear and   code.iyear={year} and   TempVoucher.ccode=code.ccode"
     " where TempVoucher.coutno_id=N'{coutNo_id}' and code.bend=1 and code.bclose=0   "};
+/// The same for a keyless table.
 inline constexpr Statement<ColumnList, Table, Number, Text> keylessOutsideVoucherLines{
     "keylessOutsideVoucherLines", "select {columns},bCashItem from {table} as TempVoucher"
                                   "  inner join code on    code.iyear={year} and   TempVoucher.ccode=code.ccode"
@@ -39,6 +41,7 @@ inline constexpr Statement<Table, Number, VoucherKey> cashSum{
     "  inner join CODE on  code.iyear={year} and   voucherTemp.iYear=CODE.iYear and   voucherTemp.ccode=CODE.ccode"
     " where voucherTemp.iperiod={period} and voucherTemp.isignseq ={kind} and voucherTemp.ino_id={number}  and"
     " CODE.bend=1 and CODE.bclose=0 and CODE.bcashitem=1 group by voucherTemp.iperiod,isignseq,ino_id"};
+/// The same for a keyless table.
 inline constexpr Statement<Table, Number> keylessCashSum{
     "keylessCashSum", "select (sum(md) -sum(mc)) as mysum  from {table} as voucherTemp"
                       "  inner join CODE on   code.iyear={year} and   voucherTemp.ccode=CODE.ccode"
@@ -61,15 +64,18 @@ inline constexpr Statement<Table, VoucherKey, Number> cashLine{
     " inner join code on TempVoucher.ccode=code.ccode and tempvoucher.iyear=code.iyear"
     " where TempVoucher.iPeriod ={period} and TempVoucher.iSignSeq ={kind} and TempVoucher.iNo_id ={number} and"
     " code.bCashItem=1 and code.bclose=0 and code.iyear={year}"};
+/// The same for a keyless table.
 inline constexpr Statement<Table, Number> keylessCashLine{
     "keylessCashLine", "select code.ccode from {table} as TempVoucher"
                        " inner join code on  TempVoucher.ccode=code.ccode"
                        "  where code.bCashItem=1 and code.bclose=0 and code.iyear={year}"};
+/// The same for an outside key.
 inline constexpr Statement<Table, Text, Number> outsideCashLine{
     "outsideCashLine",
     "select code.ccode from  {table} as TempVoucher"
     " inner join code on TempVoucher.ccode=code.ccode and tempvoucher.iyear=code.iyear"
     " where TempVoucher.coutNo_id=N'{coutNo_id}' and code.bcashitem=1 and code.bclose=0 and code.iyear={year}"};
+/// The same for an outside key and a keyless table.
 inline constexpr Statement<Table, Text, Number> keylessOutsideCashLine{
     "keylessOutsideCashLine",
     "select code.ccode from  {table} as TempVoucher"
@@ -88,6 +94,7 @@ inline constexpr Statement<Table, VoucherKey> voucherDate{
 inline constexpr Statement<Table, Number, VoucherKey> xmlVoucherDateInYear{
     "xmlVoucherDateInYear",
     "select dbill_date from {table} where iyear={year} and iPeriod={period} and iSignSeq={kind} and iNo_id={number}"};
+/// The same for any other table.
 inline constexpr Statement<Table, VoucherKey> xmlVoucherDate{
     "xmlVoucherDate", "select dbill_date from {table} where iPeriod={period} and iSignSeq={kind} and iNo_id={number}"};
 /// The line to which a row from XML belongs.
@@ -95,6 +102,7 @@ inline constexpr Statement<Table, Number, VoucherKey, Number> xmlVoucherLineInYe
     "xmlVoucherLineInYear",
     "select * from {table} where iyear={year} and iPeriod={period} and iSignSeq={kind} and iNo_id={number} and"
     " inid={inid}"};
+/// The same for any other table.
 inline constexpr Statement<Table, VoucherKey, Number> xmlVoucherLine{
     "xmlVoucherLine",
     "select * from {table} where  iPeriod={period} and iSignSeq={kind} and iNo_id={number} and inid={inid}"};
@@ -102,6 +110,7 @@ inline constexpr Statement<Table, VoucherKey, Number> xmlVoucherLine{
 /// The conditions under which a record set of a voucher's lines shows one line.
 inline constexpr Statement<VoucherKey, FilterNumber> lineFilter{
     "lineFilter", "iperiod={period} and isignseq={kind} and iNo_id={number} and inid={inid}"};
+/// The same for a keyless table.
 inline constexpr Statement<FilterNumber> keylessLineFilter{"keylessLineFilter", "inid={inid}"};
 
 } // namespace z7::cashflow::statements

@@ -13,6 +13,7 @@ class Date {
 public:
     /// 1899-12-30, the date of day number 0.
     constexpr Date() noexcept = default;
+    /// The point in time with a day number, which may be any number.
     constexpr explicit Date(double dayNumber) noexcept : days_(dayNumber) {}
 
     /// The day number, whose fraction is the time of day.
@@ -25,7 +26,9 @@ public:
     /// or the year is outside 100 to 9999.
     static Date fromCivil(int year, int month, int day, int hour = 0, int minute = 0, int second = 0);
 
+    /// Compares to the exact fraction of a day.
     friend constexpr bool operator==(Date a, Date b) noexcept { return a.days_ == b.days_; }
+    /// An earlier date is less.
     friend constexpr std::partial_ordering operator<=>(Date a, Date b) noexcept { return a.days_ <=> b.days_; }
 
 private:
@@ -34,12 +37,12 @@ private:
 
 /// The calendar fields of a date, its time rounded to the second.
 struct CivilTime {
-    int year = 1899;
-    int month = 12;
-    int day = 30;
-    int hour = 0;
-    int minute = 0;
-    int second = 0;
+    int year = 1899; ///< 100 to 9999
+    int month = 12;  ///< 1 to 12
+    int day = 30;    ///< 1 to 31
+    int hour = 0;    ///< 0 to 23
+    int minute = 0;  ///< 0 to 59
+    int second = 0;  ///< 0 to 59
 };
 
 /// True for a date whose year is 100 to 9999, which is what texts and databases can hold.

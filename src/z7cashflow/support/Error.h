@@ -24,8 +24,11 @@ public:
     /// The same, for a reason that each error brings its own number to.
     Error(int number, std::string source, Explanation why, std::string sqlState = {});
 
+    /// The number that callers test: one of errors, or the database's own.
     [[nodiscard]] int number() const noexcept { return number_; }
+    /// Where it was raised: "CashFlow" or "Z7CashFlow" for the library, the adapter's name for a database.
     [[nodiscard]] const std::string& source() const noexcept { return source_; }
+    /// The text for people, in the language of the login where the library has a text for it, otherwise in English.
     [[nodiscard]] const std::string& description() const noexcept { return description_; }
     /// Why it was raised; Reason::none where nothing but the description says so.
     [[nodiscard]] const Explanation& why() const noexcept { return why_; }

@@ -56,10 +56,15 @@ public:
     KeyedList(const KeyedList&) = delete; // its order refers to its own elements
     KeyedList& operator=(const KeyedList&) = delete;
 
+    /// The number of elements.
     [[nodiscard]] std::size_t size() const noexcept { return order_.size(); }
+    /// Whether the list has no elements.
     [[nodiscard]] bool empty() const noexcept { return order_.empty(); }
+    /// Whether there is an element with that key.
     [[nodiscard]] bool contains(std::string_view key) const { return elements_.count(foldCase(key)) != 0; }
+    /// The first element, for a range-based for loop.
     [[nodiscard]] const_iterator begin() const { return const_iterator(order_.begin()); }
+    /// The end of that loop.
     [[nodiscard]] const_iterator end() const { return const_iterator(order_.end()); }
 
     /// Appends an element with a key. Error 457 if the key already exists; the list is then unchanged.
@@ -81,6 +86,7 @@ public:
     /// Removes the element with a key. Error 5 if there is none.
     void remove(std::string_view key) { removeAt(placeOf(element(key))); }
 
+    /// Removes all elements.
     void clear() noexcept {
         order_.clear();
         elements_.clear();

@@ -11,6 +11,7 @@ namespace z7::cashflow {
 
 /// What there is to know of a reason.
 struct ReasonEntry {
+    /// An entry for a name of an enumeration.
     template <class Id>
     constexpr ReasonEntry(Id id, int number, std::string_view english) noexcept
         : place(static_cast<std::size_t>(id)), number(number), english(english) {}
@@ -126,9 +127,12 @@ concept IsReason = requires(Id id) {
 class ReasonId {
 public:
     ReasonId() noexcept : ReasonId(Reason::none) {}
+    /// Converts a name of any such enumeration.
     template <IsReason Id> ReasonId(Id id) noexcept : entry_(&entryOf(id)) {}
 
+    /// Its entry in the table.
     [[nodiscard]] const ReasonEntry& entry() const noexcept { return *entry_; }
+    /// Equal if both are the same name of the same enumeration.
     friend bool operator==(ReasonId, ReasonId) noexcept = default;
 
 private:
@@ -137,9 +141,9 @@ private:
 
 /// A reason with what its places take, in their order. Nothing in it is secret, and long values are shortened.
 struct Explanation {
-    ReasonId reason{};
-    std::vector<std::string> arguments{};
-    std::vector<Explanation> causes{}; ///< explanations that fill the places after those of the arguments
+    ReasonId reason{};                    ///< Reason::none if nothing is known
+    std::vector<std::string> arguments{}; ///< in the order of the places {0}, {1}
+    std::vector<Explanation> causes{};    ///< explanations that fill the places after those of the arguments
 };
 
 /// An explanation in English; the empty text for Reason::none.

@@ -12,6 +12,7 @@ namespace z7::cashflow {
 
 /// The null value: nothing is known. It is not the empty string, and not 0.
 struct Null {
+    /// Always true; see equalByValue for the comparison of values.
     friend constexpr bool operator==(Null, Null) noexcept { return true; }
 };
 
@@ -20,20 +21,32 @@ struct Null {
 /// conversions are in conversions.h.
 class Variant {
 public:
+    /// Null.
     Variant() noexcept = default;
+    /// Null.
     Variant(Null) noexcept {}
+    /// A text in UTF-8.
     Variant(std::string text) noexcept : value_(std::move(text)) {}
+    /// A text in UTF-8, copied.
     Variant(std::string_view text) : value_(std::string(text)) {}
+    /// A text in UTF-8, copied; not a null pointer.
     Variant(const char* text) : value_(std::string(text)) {}
+    /// An integer of 8 bits.
     Variant(std::uint8_t number) noexcept : value_(number) {}
+    /// An integer of 16 bits.
     Variant(std::int16_t number) noexcept : value_(number) {}
+    /// An integer of 32 bits.
     Variant(std::int32_t number) noexcept : value_(number) {}
+    /// A double.
     Variant(double number) noexcept : value_(number) {}
+    /// A boolean.
     Variant(bool truth) noexcept : value_(truth) {}
+    /// A date.
     Variant(Date date) noexcept : value_(date) {}
     /// Any other pointer would silently become a boolean.
     template <class T> Variant(T*) = delete;
 
+    /// Whether the value is null.
     [[nodiscard]] bool isNull() const noexcept { return is<Null>(); }
     /// True if the value is held as exactly the type T.
     template <class T> [[nodiscard]] bool is() const noexcept { return std::holds_alternative<T>(value_); }

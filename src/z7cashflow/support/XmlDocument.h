@@ -55,6 +55,7 @@ public:
     /// The document, or nothing if the text is refused; why, with its line, goes to the explanation if one is wanted.
     /// std::bad_alloc if memory runs out, which says nothing of the document.
     [[nodiscard]] static std::optional<XmlDocument> load(std::string_view text, Explanation* why = nullptr);
+    /// The root element. A document always has one.
     [[nodiscard]] XmlNode documentElement() const;
 
 private:

@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+/// \file
 /// Conversions between values and texts. They follow one table of rules and depend on no locale and no time zone.
 ///
 /// Numbers read strictly: blanks around, a sign, thousands commas, a fraction, an exponent; anything else is not a
@@ -25,7 +26,9 @@ namespace z7::cashflow {
 /// Integers: a number is rounded half to even. Error 6 if the result is out of range, 13 if the text is not a number,
 /// 94 for null.
 [[nodiscard]] std::uint8_t toByte(const Variant& value);
+/// As toByte, for 16 bits.
 [[nodiscard]] std::int16_t toInt16(const Variant& value);
+/// As toByte, for 32 bits.
 [[nodiscard]] std::int32_t toInt32(const Variant& value);
 /// Error 13 if the text is not a number, 94 for null, 6 if the number is beyond what a double holds.
 [[nodiscard]] double toDouble(const Variant& value);
@@ -56,6 +59,7 @@ namespace z7::cashflow {
 [[nodiscard]] std::string foldCase(std::string_view text);
 /// Lower and upper case of ASCII letters only, for names of tables and columns and for option values.
 [[nodiscard]] std::string asciiLower(std::string_view text);
+/// The same in upper case.
 [[nodiscard]] std::string asciiUpper(std::string_view text);
 
 /// The number of characters (code points) of a UTF-8 text.

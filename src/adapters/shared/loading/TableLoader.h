@@ -17,11 +17,11 @@ namespace z7::cashflow::shared {
 
 /// A column of a table as described by the database's catalogue.
 struct TableColumn {
-    std::string name;
-    ColumnType type = ColumnType::text;
-    int length = 0;          ///< the maximum number of characters of a text; 0 for no limit
-    bool nullable = true;    ///< whether the column may be null
-    bool hasDefault = false; ///< whether a row that does not name the column gets a default value
+    std::string name;                   ///< as the database spells it
+    ColumnType type = ColumnType::text; ///< to which texts are converted
+    int length = 0;                     ///< the maximum number of characters of a text; 0 for no limit
+    bool nullable = true;               ///< whether the column may be null
+    bool hasDefault = false;            ///< whether a row that does not name the column gets a default value
 };
 
 /// Why a row, or the columns of the rows, are refused. The description names the table and the column; a program
@@ -58,6 +58,7 @@ protected:
     TableLoader(std::string source, std::string table, const std::vector<TableColumn>& known,
                 const std::vector<std::string>& columns);
 
+    /// The table's name.
     [[nodiscard]] const std::string& table() const noexcept { return table_; }
     /// The named columns in their order.
     [[nodiscard]] const std::vector<TableColumn>& columns() const noexcept { return columns_; }

@@ -64,6 +64,7 @@ enum class DatabaseReason {
 /// The table of reasons, in the order of the enumeration.
 [[nodiscard]] std::span<const ReasonEntry> databaseReasons() noexcept;
 
+/// The entry of a reason; see entryOf(Reason).
 [[nodiscard]] const ReasonEntry& entryOf(DatabaseReason reason) noexcept;
 
 } // namespace z7::cashflow::shared

@@ -12,8 +12,8 @@ namespace z7::cashflow::shared {
 
 /// A new value for a column of a record, already of the column's type.
 struct Change {
-    int column = 0;
-    Variant value;
+    int column = 0; ///< position from 0
+    Variant value;  ///< null included
 };
 
 /// Writes records of one result to the database.

@@ -14,18 +14,21 @@ enum class ColumnType { any, boolean, byte, int16, int32, real, money, date, tex
 
 /// A column of a result.
 struct Column {
-    std::string name; ///< as the database spells it; empty for an expression without a name
-    ColumnType type = ColumnType::text;
-    int length = 0; ///< the maximum number of characters of a text; 0 for no limit
+    std::string name;                   ///< as the database spells it; empty for an expression without a name
+    ColumnType type = ColumnType::text; ///< of its values
+    int length = 0;                     ///< the maximum number of characters of a text; 0 for no limit
 };
 
 /// The columns of a result, with case-insensitive lookup by name. Immutable, so that all results of one statement
 /// can share it.
 class ColumnList {
 public:
+    /// Takes the columns in the order of the result.
     explicit ColumnList(std::vector<Column> columns);
 
+    /// The number of columns.
     [[nodiscard]] int count() const noexcept { return static_cast<int>(columns_.size()); }
+    /// The column at a position from 0, which must exist.
     [[nodiscard]] const Column& operator[](int position) const { return columns_[static_cast<std::size_t>(position)]; }
     /// The position of the first column of that name, or -1 if there is none.
     [[nodiscard]] int find(std::string_view name) const;

@@ -17,17 +17,24 @@ namespace z7::cashflow::shared {
 /// text, and converted to its column's type on access, because most values of a result are never read.
 class RowSet {
 public:
+    /// An empty result with these columns, which results can share.
     explicit RowSet(std::shared_ptr<const ColumnList> columns);
 
+    /// The columns.
     [[nodiscard]] const ColumnList& columns() const noexcept { return *columns_; }
+    /// The number of complete rows; 0 without columns.
     [[nodiscard]] std::size_t rowCount() const noexcept { return width_ == 0 ? 0 : cells_.size() / width_; }
     /// The number of bytes used by the values.
     [[nodiscard]] std::size_t byteSize() const noexcept { return cells_.size() * sizeof(Cell) + texts_.size(); }
 
     /// Each of these appends the next value; a row is complete when it has as many values as there are columns.
+    /// Appends null as the next value; a row is complete when it has as many values as there are columns.
     void addNull() { cells_.push_back({Kind::null, 0, {}}); }
+    /// Appends a whole number.
     void addInteger(std::int64_t value) { cells_.push_back({Kind::integer, 0, {.integer = value}}); }
+    /// Appends a double.
     void addReal(double value) { cells_.push_back({Kind::real, 0, {.real = value}}); }
+    /// Appends a date.
     void addDate(Date value) { cells_.push_back({Kind::date, 0, {.real = value.dayNumber()}}); }
     /// A text, or a date as text. Error 7 if it is longer than 2 GiB.
     void addText(std::string_view text);

@@ -16,6 +16,7 @@ class PoolBackend;
 /// until the connection closes. Adapters only open sessions.
 class PooledConnection : public Connection {
 public:
+    /// See shared::StatementObserver.
     using StatementObserver = shared::StatementObserver;
 
     PooledConnection(const PooledConnection&) = delete;
@@ -24,6 +25,7 @@ public:
 
     void Open(const std::string& connectionString) final;
     void Close() final;
+    /// Open between Open and Close, also after the session lost its connection.
     [[nodiscard]] ObjectState State() const final;
     /// The connection string of the last Open; it is kept when the connection is closed.
     [[nodiscard]] std::string ConnectionString() const final;

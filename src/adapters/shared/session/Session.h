@@ -13,7 +13,7 @@ using StatementObserver = std::function<void(int session, const std::string& tex
 
 /// Statement observers, shared by a connection and the sessions of its pool.
 struct Observers {
-    StatementObserver statement;
+    StatementObserver statement; ///< empty if nobody observes
 };
 
 /// One open session on a database, with its transaction. It is used on one thread.

@@ -20,6 +20,7 @@ public:
     /// The maximum number of idle sessions, for all connection strings together.
     static constexpr std::size_t mostIdle = 4;
 
+    /// A pool without sessions; sessions are kept only after reopen.
     explicit SessionPool(Opener opener);
 
     /// A session for exclusive use, which is not in a transaction. It returns to the pool when its last owner
