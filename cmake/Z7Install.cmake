@@ -55,7 +55,8 @@ z7_headers_below(headers texts)
 z7_install_component(texts TARGETS z7_texts HEADERS ${headers})
 
 if(TARGET z7_shared)
-  z7_install_component(databases TARGETS z7_shared z7_tsql)
+  z7_install_component(databases TARGETS z7_shared z7_tsql
+    HEADERS adapters/shared/session/PooledConnection.h adapters/shared/reasons/DatabaseReason.h)
 endif()
 if(TARGET z7_sqlite)
   z7_install_component(sqlite TARGETS z7_sqlite

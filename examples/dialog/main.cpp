@@ -1,5 +1,5 @@
 // Shows the rows of one voucher in the dialog and stores them when the user closes it with OK.
-//   dialog FILE DATE PERIOD KIND NUMBER        such as: dialog company.db 2024-03-05 3 1 1
+//   dialog FILE DATE PERIOD KIND NUMBER        such as: dialog company.db 2024-03-04 3 1 1
 
 #include "DemoLogin.h"
 #include "adapters/sqlite/Connection.h"

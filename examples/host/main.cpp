@@ -1,5 +1,5 @@
 // Allocates one voucher of an account's file: finds or generates its rows, checks and stores them.
-//   host FILE DATE PERIOD KIND NUMBER        such as: host company.db 2024-03-05 3 1 1
+//   host FILE DATE PERIOD KIND NUMBER        such as: host company.db 2024-03-04 3 1 1
 
 #include "DemoLogin.h"
 #include "adapters/sqlite/Connection.h"

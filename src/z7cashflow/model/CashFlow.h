@@ -19,6 +19,9 @@ class CashFlowCollection;
 /// A set of named values whose fields come from the schema; names are case-sensitive. The row's property key is its
 /// name in its collection; its field "RowGuid" is its identity in the database; its field "inid" is the number of
 /// the voucher line to which it belongs. Rows are created by CashFlowCollection::CreateCFObject.
+///
+/// A host that fills a row sets "inid", "ccode" (the line's account), "cCashItem" (the item's code), "md" and "mc"
+/// (debit and credit); a save takes the other fields from the line. docs/xml.md lists all fields.
 class CashFlow final : public ISQLSerializable, public IXmlSerializable {
 public:
     CashFlow() = default;

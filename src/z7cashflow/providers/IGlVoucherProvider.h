@@ -57,9 +57,9 @@ public:
 
     /// Replaces the voucher's stored rows by those of a collection, in the host's transaction; always returns
     /// true. Without a collection it uses the stored rows, or generates them, and returns them in objCFCol. If
-    /// blnCheckCF is omitted or true, the sums are compared as well. Errors with the source "CashFlow": 10008 a
-    /// row does not fit, 10009 the sums differ, 10010 the voucher does not exist; errors of the database pass
-    /// through.
+    /// blnCheckCF is omitted or true, the sums are compared as well. Whether the rows' items exist is not
+    /// checked. All errors have the source "CashFlow": 10008 a row does not fit, 10009 the sums differ, 10010 the
+    /// voucher does not exist; an error of the database keeps its number and text.
     virtual bool SaveCashFlowCol(Connection& objCon, const std::string& strVoucherTable, std::uint8_t iPeriod,
                                  std::int16_t isignseq, std::int32_t iNo_id,
                                  std::shared_ptr<CashFlowCollection>* objCFCol = nullptr,

@@ -10,8 +10,8 @@
 namespace z7::cashflow {
 
 /// The one exception of the library: a number that callers can test, where it came from, a text for people, and why it
-/// was raised in a form that can be translated. The source "CashFlow" marks what the library itself decided. An error
-/// of a database carries the database's own number and text, and its five-character SQL state if it has one.
+/// was raised in a form that can be translated. An error of a database carries the database's own number and text, and
+/// its five-character SQL state if it has one.
 class Error : public std::exception {
 public:
     /// An error with a text from elsewhere: a database's, a catalogue's, a check's.
@@ -26,7 +26,8 @@ public:
 
     /// The number that callers test: one of errors, or the database's own.
     [[nodiscard]] int number() const noexcept { return number_; }
-    /// Where it was raised: "CashFlow" or "Z7CashFlow" for the library, the adapter's name for a database.
+    /// Where it was raised: "CashFlow" for a refusal of the library and for everything that a save raises, otherwise
+    /// "Z7CashFlow" for the library or the adapter's name for a database.
     [[nodiscard]] const std::string& source() const noexcept { return source_; }
     /// The text for people, in the language of the login where the library has a text for it, otherwise in English.
     [[nodiscard]] const std::string& description() const noexcept { return description_; }
