@@ -34,7 +34,7 @@ public:
     [[nodiscard]] const Variant& at(std::size_t column) const { return values_.at(column); }
     /// Number of the entry line; 0 if the row has none.
     [[nodiscard]] std::int32_t line() const;
-    /// Whether all columns are exactly equal; identity tells whether to include RowGuid, which changes with
+    /// Whether all columns are exactly equal; identity says whether to include RowGuid, which changes with
     /// every save.
     [[nodiscard]] bool equals(const RowImage& other, bool identity) const;
 

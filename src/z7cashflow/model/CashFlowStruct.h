@@ -14,9 +14,9 @@ namespace z7::cashflow {
 /// compared exactly, case included.
 class CashFlowStruct {
 public:
-    /// Takes a field under its FieldName. Error 457 if that name is there already, 91 without an item.
+    /// Adds a field by its FieldName. Error 457 if the name already exists, 91 for a null pointer.
     void Add(std::shared_ptr<const CashFlowStructItem> Item);
-    /// The field of that name, or nothing if there is none.
+    /// The field of that name, or a null pointer if there is none.
     [[nodiscard]] std::shared_ptr<const CashFlowStructItem> Item(const std::string& vntIndexKey) const;
     /// All field names in the order in which they were added.
     [[nodiscard]] const std::vector<std::string>& Fields() const noexcept { return shape_.names(); }

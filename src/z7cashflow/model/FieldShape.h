@@ -9,16 +9,16 @@
 
 namespace z7::cashflow {
 
-/// The names of a row's fields and their order, which rows of one shape share: a row itself holds values only.
+/// The names and the order of a row's fields. Rows of the same shape share one, and hold only values themselves.
 /// Names are compared exactly, case included.
 class FieldShape {
 public:
     /// The shape without fields.
     [[nodiscard]] static std::shared_ptr<const FieldShape> empty();
 
-    /// Adds a name at the end. False, and no change, if the shape has it already.
+    /// Adds a name at the end. False, without any change, if the shape already has it.
     bool add(const std::string& name);
-    /// The place of a name, from 0, or nothing.
+    /// The position of a name, from 0; empty if the shape does not have it.
     [[nodiscard]] std::optional<std::size_t> position(const std::string& name) const noexcept;
     /// The names in their order.
     [[nodiscard]] const std::vector<std::string>& names() const noexcept { return names_; }

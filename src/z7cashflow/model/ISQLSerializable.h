@@ -12,7 +12,7 @@ public:
     virtual ~ISQLSerializable() = default;
 
     /// The statement text that stores this in a table. The schema decides which fields are written and how. Values are
-    /// put in as they are: a quote in a value is not doubled. Touches no database.
+    /// inserted unchanged: a quote in a value is not doubled. Does not access the database.
     [[nodiscard]] virtual std::string InsertSql(const std::string& tableName,
                                                 const CashFlowStruct& structure) const = 0;
 };

@@ -10,13 +10,13 @@ namespace z7::cashflow {
 /// What a Load takes: the text of a whole document for a collection, the element of a row for a row.
 using XmlSource = std::variant<std::string, XmlNode>;
 
-/// What can leave the library as XML and come back.
+/// An object that can be written as XML and read back.
 class IXmlSerializable {
 public:
     virtual ~IXmlSerializable() = default;
 
-    /// The content as XML in UTF-8: the document of a collection, the element of a row. Load takes it back with numbers
-    /// and dates as texts, and the empty text as null.
+    /// The content as XML in UTF-8: the document of a collection, the element of a row. Load reads it back, with
+    /// numbers and dates as texts and the empty text as null.
     [[nodiscard]] virtual std::string Save() const = 0;
     /// Replaces the content with what the XML holds. Error 13 if the source is of the wrong kind.
     virtual void Load(const XmlSource& xml) = 0;

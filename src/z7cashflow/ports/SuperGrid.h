@@ -35,9 +35,9 @@ public:
     /// A line that the user changed, or that was added, is about to be left for another line. cancel starts 0; 1 keeps
     /// the cursor in the line, in the column that col names then.
     virtual void RowValidate(std::int32_t& cancel, std::int32_t row, std::int32_t& col) = 0;
-    /// The reference button of a cell was pressed. text is what the editor holds, and so does the cell until the event
-    /// ends, when it gets its text from before the edit back. What text is afterwards the editor shows, open and not
-    /// yet validated.
+    /// The reference button of a cell was pressed. text is the editor's text, which the cell also holds during the
+    /// event; afterwards the cell has its former text again, and the editor shows text as the event has left it, still
+    /// open and not validated.
     virtual void ReferenceClick(std::string& text, std::int32_t row, std::int32_t col) = 0;
     /// The user wants to go on after the last cell of the last line, which is valid. The event adds a line if there may
     /// be one.
@@ -119,7 +119,7 @@ public:
     /// not edited by the user.
     virtual void SetColumnEdit(std::int32_t col, std::int16_t maxLength, std::int32_t kind, std::int32_t style,
                                std::optional<std::int16_t> decimals) = 0;
-    /// Says once, before the columns are defined, which colour marks cells that are filled by the system.
+    /// Sets the colour that marks cells filled by the system. Called once, before the columns are defined.
     virtual void SetDefaultColor(std::int32_t color) = 0;
     /// Colours one cell.
     virtual void SetCellColor(std::int32_t row, std::int32_t col, std::int32_t color) = 0;

@@ -42,19 +42,19 @@ public:
     [[nodiscard]] virtual std::string operatorName() = 0;
     /// Connection string of the account's database.
     [[nodiscard]] virtual std::string ConnectionString() = 0;
-    /// A piece of account information by its number. 117 is the name of the account's accounting system, such as
-    /// "政府会计制度".
+    /// A piece of account information by its number; null if the host does not have it. The library asks for 117, the
+    /// name of the account's accounting system; with "政府会计制度" it leaves out budget accounts.
     [[nodiscard]] virtual Variant information(std::int32_t code) = 0;
     /// Tag of the user's language, such as "zh-CN".
     [[nodiscard]] virtual std::string languageTag() = 0;
-    /// The text services, shared with whoever takes them.
+    /// The catalogue for texts without arguments. The library shares it as long as the login is set.
     [[nodiscard]] virtual std::shared_ptr<cashflow::TextLookup> TextLookup() = 0;
     /// The catalogue for texts with arguments, shared likewise.
     [[nodiscard]] virtual std::shared_ptr<cashflow::FormattedTextLookup> FormattedTextLookup() = 0;
     /// Whether the library is to refuse a value that could change the statement that it goes into, with error 10020 and
     /// before the statement is run: a text with a quote, a number that is not one number, a table name that is not a
-    /// name. Values are never escaped, so a host that does not check them itself returns true. False where a host says
-    /// nothing.
+    /// name. Values are never escaped, so a host that does not check them itself returns true. The default is
+    /// false.
     [[nodiscard]] virtual bool guardsStatements() { return false; }
 };
 

@@ -12,7 +12,7 @@ enum class LiteralPolicy {
 
 /// A place of a statement, as named in a refusal.
 struct Place {
-    std::string_view statement; ///< name of the template, such as "isCashAccount"
+    std::string_view statement; ///< name of the template, such as "cashAccount"
     std::string_view name;      ///< what the place holds, such as "ccode"
 };
 

@@ -14,14 +14,13 @@ namespace z7::cashflow {
 /// its five-character SQL state if it has one.
 class Error : public std::exception {
 public:
-    /// An error with a text from elsewhere: a database's, a catalogue's, a check's.
+    /// An error with a text of its own: that of a database, a catalogue or a check.
     Error(int number, std::string source, std::string description, std::string sqlState = {});
-    /// The same, with why it was raised: for a text that is laid down and says too little, such as that XML cannot be
-    /// read.
+    /// The same with a reason: for a prescribed text that says too little, such as that XML cannot be read.
     Error(int number, std::string source, std::string description, Explanation why);
     /// An error whose number and English text are those of its reason.
     Error(std::string source, Explanation why, std::string sqlState = {});
-    /// The same, for a reason that each error brings its own number to.
+    /// The same for a reason without a number, or with another number than that of the reason.
     Error(int number, std::string source, Explanation why, std::string sqlState = {});
 
     /// The number that callers test: one of errors, or the database's own.
@@ -31,7 +30,7 @@ public:
     [[nodiscard]] const std::string& source() const noexcept { return source_; }
     /// The text for people, in the language of the login where the library has a text for it, otherwise in English.
     [[nodiscard]] const std::string& description() const noexcept { return description_; }
-    /// Why it was raised; Reason::none where nothing but the description says so.
+    /// Why it was raised; Reason::none if only the description says so.
     [[nodiscard]] const Explanation& why() const noexcept { return why_; }
     /// Whether the description is a text of its own and not the English of why().
     [[nodiscard]] bool hasOwnText() const noexcept { return hasOwnText_; }
@@ -44,7 +43,7 @@ public:
 
     /// The same error under another source.
     [[nodiscard]] Error withSource(std::string source) const;
-    /// What it says as the cause of another error: its explanation, or its own text as it stands.
+    /// The error as the cause of another one: its explanation, or its own text unchanged.
     [[nodiscard]] Explanation asCause() const;
 
 private:
@@ -59,8 +58,8 @@ private:
 /// Raises an error for a reason, under the source "Z7CashFlow" and the reason's number.
 [[noreturn]] void raisePlatformError(ReasonId reason, std::vector<std::string> arguments = {});
 
-/// Runs an action and drops any Error that it raises. For the places where the rules of the voucher say that one
-/// statement may fail unnoticed; everything else (out of memory, a defect) passes through.
+/// Runs an action and ignores any Error that it raises, for statements that are allowed to fail. Other exceptions, such
+/// as that of exhausted memory, pass through.
 template <class Action> void ignoringErrors(Action&& action) {
     try {
         action();

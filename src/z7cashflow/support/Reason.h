@@ -9,20 +9,20 @@
 
 namespace z7::cashflow {
 
-/// What there is to know of a reason.
+/// A reason in a table: its number and its English text.
 struct ReasonEntry {
     /// An entry for a name of an enumeration.
     template <class Id>
     constexpr ReasonEntry(Id id, int number, std::string_view english) noexcept
         : place(static_cast<std::size_t>(id)), number(number), english(english) {}
 
-    std::size_t place;        ///< in the table of its room, from 0
-    int number;               ///< of the errors that are raised for it; 0 where each of them brings its own
-    std::string_view english; ///< without a full stop, since it often goes on or stands inside another sentence
+    std::size_t place;        ///< its position in the table, from 0
+    int number;               ///< number of the errors raised for it; 0 if each error has its own
+    std::string_view english; ///< without a full stop, because it can be part of a sentence
 };
 
-/// Whether a table has an entry for each name of an enumeration that ends in "count", in the order of the names. Every
-/// table of reasons, English or translated, asserts it where it is compiled.
+/// Whether a table has an entry for each name of an enumeration that ends in "count", in the order of the names. Each
+/// table of reasons, English or translated, asserts this when it is compiled.
 template <class Id, class Table> [[nodiscard]] constexpr bool isComplete(const Table& table) noexcept {
     std::size_t place = 0;
     for (const auto& entry : table) {
@@ -33,20 +33,19 @@ template <class Id, class Table> [[nodiscard]] constexpr bool isComplete(const T
     return place == static_cast<std::size_t>(Id::count);
 }
 
-/// Why an error was raised. The id is what programs and translations work with; its English stands in Reason.cpp, the
-/// Chinese of z7cf in host/text/ChineseReason.cpp, and a host of its own adds a table of its own. It is an enumeration
-/// and not a text so that the compiler finds a misspelled one, and so that a table that lacks one does not compile.
-/// What each says, and what its places take, is to be read in the table.
+/// Why an error was raised, for programs and translations. reasonTable has the English text of each with its places
+/// {0}, {1}; a host that speaks another language has a table of its own in the same order. It is an enumeration and not
+/// a text, so that a misspelled name, and a table that lacks one, do not compile.
 ///
-/// These are the reasons of the library. A room above it names its own in an enumeration of the same build, with a
-/// table beside it and an entryOf(); the database adapters have shared::DatabaseReason, for example.
+/// These are the reasons of the library. Code that is built on it has its own enumeration of the same form, with a
+/// table and an entryOf(); for example, the database adapters have shared::DatabaseReason.
 ///
 /// To add a reason: name it here, give it a number and English at the same place in Reason.cpp, and Chinese at the same
 /// place in ChineseReason.cpp with the same places; then raise it (raisePlatformError, or an Error with a source of its
 /// own).
 enum class Reason {
     none,     ///< the error has only its description
-    verbatim, ///< somebody else's words, such as a database's own text
+    verbatim, ///< the text of a database, a driver or the system, unchanged
     // values
     notANumber,
     notADate,
@@ -113,7 +112,7 @@ enum class Reason {
 /// The reasons of the library in the order of their names.
 [[nodiscard]] std::span<const ReasonEntry> reasonTable() noexcept;
 
-/// The entry of a reason. A room above declares the same for its own enumeration, in the enumeration's namespace.
+/// The entry of a reason. The same is declared for other enumerations of reasons, each in its own namespace.
 [[nodiscard]] const ReasonEntry& entryOf(Reason reason) noexcept;
 
 /// An enumeration of reasons: its entries can be found.
@@ -123,7 +122,7 @@ concept IsReason = requires(Id id) {
     noexcept->std::same_as<const ReasonEntry&>;
 };
 
-/// The reason of any room. It is made from a name of that room's enumeration and compares with it.
+/// A reason of any of these enumerations. It converts from a name of it and compares with it.
 class ReasonId {
 public:
     ReasonId() noexcept : ReasonId(Reason::none) {}
@@ -136,10 +135,10 @@ public:
     friend bool operator==(ReasonId, ReasonId) noexcept = default;
 
 private:
-    const ReasonEntry* entry_; ///< in the table of its room, which is there as long as the program
+    const ReasonEntry* entry_; ///< in a table that lives as long as the program
 };
 
-/// A reason with what its places take, in their order. Nothing in it is secret, and long values are shortened.
+/// A reason with the arguments for its places. It contains no secrets, and long values are shortened.
 struct Explanation {
     ReasonId reason{};                    ///< Reason::none if nothing is known
     std::vector<std::string> arguments{}; ///< in the order of the places {0}, {1}

@@ -23,8 +23,8 @@ namespace z7::cashflow {
 /// The text of a number, as by toText.
 [[nodiscard]] std::string numberText(double value);
 
-/// Integers: a number is rounded half to even. Error 6 if the result is out of range, 13 if the text is not a number,
-/// 94 for null.
+/// An integer; a fraction is rounded half to even. Error 6 if the result is out of range, 13 if the text is not a
+/// number, 94 for null.
 [[nodiscard]] std::uint8_t toByte(const Variant& value);
 /// As toByte, for 16 bits.
 [[nodiscard]] std::int16_t toInt16(const Variant& value);
@@ -39,15 +39,15 @@ namespace z7::cashflow {
 /// 94 for null.
 [[nodiscard]] Date toDate(const Variant& value);
 
-/// A strict number, or nothing if the text is none.
+/// The number that a text consists of; empty if the text is not a number.
 [[nodiscard]] std::optional<double> readNumber(std::string_view text);
-/// The number that a text begins with, 0 if it begins with none: "12a" is 12. Commas end the number.
+/// The number that a text begins with, or 0: "12a" is 12. A comma ends the number.
 [[nodiscard]] double leadingNumber(std::string_view text);
 /// A date written year first (yyyy-m-d, yyyy/m/d or yyyy.m.d optionally followed by h:mm or h:mm:ss), a valid day,
-/// blanks around allowed; nothing for any other text, such as digits alone, day-first forms and times alone.
+/// blanks around allowed; empty for any other text, such as digits alone, day-first forms and times alone.
 [[nodiscard]] std::optional<Date> readDate(std::string_view text);
 
-/// True if two values mean the same: as numbers if both read as numbers, else as texts, case included.
+/// True if two values mean the same: as numbers if both read as numbers, otherwise as texts in the same letter case.
 /// Null equals nothing, not even null.
 [[nodiscard]] bool equalByValue(const Variant& a, const Variant& b);
 
@@ -55,7 +55,7 @@ namespace z7::cashflow {
 [[nodiscard]] bool isNullOrEmpty(const Variant& value) noexcept;
 
 /// Text compared without regard to letter case, in all scripts that have one: the folded form of a UTF-8 text.
-/// Bytes that are no UTF-8 stay as they are.
+/// Bytes that are not valid UTF-8 are unchanged.
 [[nodiscard]] std::string foldCase(std::string_view text);
 /// Lower and upper case of ASCII letters only, for names of tables and columns and for option values.
 [[nodiscard]] std::string asciiLower(std::string_view text);
@@ -67,7 +67,7 @@ namespace z7::cashflow {
 /// The first count characters of a UTF-8 text, or all of it if it has fewer.
 [[nodiscard]] std::string_view leftCharacters(std::string_view text, std::size_t count) noexcept;
 
-/// As much of a text as a message shows of it: 60 characters, followed by "..." if there are more.
+/// A text shortened for a message: 60 characters, followed by "..." if there are more.
 [[nodiscard]] std::string shortened(std::string_view text);
 
 } // namespace z7::cashflow

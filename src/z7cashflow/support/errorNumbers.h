@@ -1,6 +1,6 @@
 #pragma once
 
-/// Every error number that code of ours raises or tests, by name. A database's other numbers pass through without one.
+/// The error numbers that this product raises or tests, by name. Other numbers are those of a database.
 namespace z7::cashflow::errors {
 
 // Conversions, lists and objects.
@@ -17,7 +17,7 @@ inline constexpr int keyExists = 457;     ///< a key that a list or a map alread
 // Connections and recordsets.
 inline constexpr int invalidArgument =
     3001; ///< a filter or another argument that a connection or recordset cannot take
-inline constexpr int noCurrentRecord = 3021; ///< a record is needed and the recordset stands on none
+inline constexpr int noCurrentRecord = 3021; ///< a record is needed and the recordset is not positioned on one
 inline constexpr int recordChanged = 3197;   ///< the stored record is gone or no longer holds what was read
 inline constexpr int notUpdatable = 3251;    ///< a change of a recordset that is read-only
 inline constexpr int unknownField = 3265;    ///< a field that the recordset does not have
@@ -41,12 +41,12 @@ inline constexpr int statementRefused = 10020;     ///< a value that would chang
 inline constexpr int dateOutsideYear = 10021; ///< a voucher without a date, or with one outside its accounting year
 inline constexpr int rowsNotReadable = 10022; ///< stored rows that no reader finds
 inline constexpr int foreignDocument = 10023; ///< a document that holds no rows, or those of another voucher
-inline constexpr int changedSince = 10024;    ///< rows that are no longer what a run left, so that it cannot be undone
+inline constexpr int changedSince = 10024;    ///< rows that have changed since a run, which therefore cannot be undone
 inline constexpr int cannotAssign = 10025;    ///< a line that is not there, or an amount that it cannot take
 inline constexpr int noLedgerVoucher = 10026; ///< an outside voucher that the ledger does not have
 
 // What a server of the suite answers, and the embedded database in its place.
-inline constexpr int unspecified = -2147467259;      ///< a driver that gives no number of its own
+inline constexpr int unspecified = -2147467259;      ///< an error of a driver that reports no number
 inline constexpr int serverNotReached = 17;          ///< no server, or the connection to it is lost
 inline constexpr int badSyntax = 102;                ///< incorrect syntax near a token
 inline constexpr int unclosedQuote = 105;            ///< a text or a name that is not closed
