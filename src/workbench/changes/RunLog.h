@@ -67,7 +67,7 @@ private:
 struct LoggedRun {
     std::int32_t number = 0;            ///< counted from 1 in the order of the runs
     std::string user;                   ///< user who started it, such as "demo"
-    Date time;                          ///< local time of its start
+    Date time;                          ///< local time of its first change
     std::string command;                ///< as in RunNote
     std::optional<std::int32_t> undoes; ///< the run that this run undid
     std::int32_t vouchers = 0;          ///< number of vouchers changed
