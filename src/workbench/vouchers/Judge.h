@@ -17,7 +17,11 @@ namespace z7::cashflow::workbench {
 inline constexpr const char* voucherTable = "gl_accvouch";
 
 /// The origin of the rows to be judged.
-enum class RowsOrigin { stored, generated, document };
+enum class RowsOrigin {
+    stored,    ///< read from the database
+    generated, ///< generated from the voucher's lines
+    document   ///< from a document that a person or a subsystem has passed in
+};
 
 /// Finds the rows of ledger vouchers, compares them with the vouchers, and explains what is wrong with them. The
 /// thread's login must be set. Errors of the library and of the database pass through unless the result holds them.

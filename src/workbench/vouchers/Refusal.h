@@ -11,7 +11,13 @@
 namespace z7::cashflow::workbench {
 
 /// The origin of a row's cash-flow item.
-enum class ItemOrigin { storedRow, auxiliaryItem, line, templateOfAccount, document };
+enum class ItemOrigin {
+    storedRow,         ///< the stored row itself
+    auxiliaryItem,     ///< the auxiliary item of the entry line
+    line,              ///< the item entered on the entry line
+    templateOfAccount, ///< the template of the line's account and side
+    document           ///< the document that a person or a subsystem has passed in
+};
 
 /// One thing that is wrong with a voucher or its rows. Which members are used depends on the kind; the others keep
 /// their defaults.

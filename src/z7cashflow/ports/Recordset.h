@@ -16,9 +16,14 @@ class Connection;
 enum class CursorLocation : int { server = 2, client = 3 };
 /// How one can move in a recordset.
 enum class CursorType : int { forwardOnly = 0, keyset = 1, dynamic = 2, snapshot = 3 };
-/// Whether a recordset's rows can be changed, and when a changed row is compared with the stored one. Unspecified
-/// leaves the choice to the adapter, which uses read-only.
-enum class LockType : int { unspecified = -1, readOnly = 1, pessimistic = 2, optimistic = 3 };
+/// Whether a recordset's rows can be changed, and when a changed row is compared with the stored one. Adapters read
+/// unspecified as read-only, and may compare in Update only.
+enum class LockType : int {
+    unspecified = -1, ///< the adapter decides
+    readOnly = 1,     ///< no changes: AddNew and Item raise error 3251
+    pessimistic = 2,  ///< changes; compared when a record is edited
+    optimistic = 3    ///< changes; compared when Update writes the record
+};
 /// The state of a connection or a recordset.
 enum class ObjectState : int { closed = 0, open = 1 };
 
