@@ -1,4 +1,4 @@
-# The install of the library: headers, archives and a package config, component by component. The program brings its
+# The install of the library: headers, libraries and a package config, component by component. The program brings its
 # own install.
 #   find_package(Z7CashFlow 0.2 COMPONENTS sqlite texts) then makes z7::cashflow, z7::sqlite and z7::texts.
 # A component that this build lacks is installed as nothing; the config says so to whoever asks for it.
@@ -24,18 +24,29 @@ function(z7_header_closure result)
   set(${result} ${closure} PARENT_SCOPE)
 endfunction()
 
-# z7_install_component(NAME TARGETS targets... HEADERS headers...)
-# What a component consists of. The headers are the doors of it; what they include is installed with them.
+# z7_install_component(NAME TARGETS targets... HEADERS headers... [RUNTIME component])
+# What a component consists of. The headers are the doors of it; what they include is installed with them. The shared library,
+# if it is built, belongs to the RUNTIME component of the install, by default "libraries".
 function(z7_install_component name)
-  cmake_parse_arguments(ARG "" "" "TARGETS;HEADERS" ${ARGN})
-  install(TARGETS ${ARG_TARGETS} EXPORT Z7CashFlow-${name} ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
-          LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
-  install(EXPORT Z7CashFlow-${name} NAMESPACE z7:: DESTINATION ${packageDir})
+  cmake_parse_arguments(ARG "" "RUNTIME" "TARGETS;HEADERS" ${ARGN})
+  if(NOT ARG_RUNTIME)
+    set(ARG_RUNTIME libraries)
+  endif()
+  install(TARGETS ${ARG_TARGETS} EXPORT Z7CashFlow-${name}-static
+          ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development)
+  install(EXPORT Z7CashFlow-${name}-static NAMESPACE z7:: DESTINATION ${packageDir} COMPONENT development)
+  if(BUILD_SHARED_LIBS)
+    list(TRANSFORM ARG_TARGETS APPEND _shared)
+    install(TARGETS ${ARG_TARGETS} EXPORT Z7CashFlow-${name}-shared
+            LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT ${ARG_RUNTIME} NAMELINK_COMPONENT development)
+    install(EXPORT Z7CashFlow-${name}-shared NAMESPACE z7:: DESTINATION ${packageDir} COMPONENT development)
+  endif()
   z7_header_closure(headers ${ARG_HEADERS})
   set_property(GLOBAL APPEND PROPERTY Z7_PUBLIC_HEADERS ${headers})
   foreach(header IN LISTS headers)
     cmake_path(GET header PARENT_PATH folder)
-    install(FILES ${PROJECT_SOURCE_DIR}/src/${header} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/${folder})
+    install(FILES ${PROJECT_SOURCE_DIR}/src/${header} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/${folder}
+            COMPONENT development)
   endforeach()
 endfunction()
 
@@ -47,15 +58,15 @@ endfunction()
 
 z7_headers_below(headers z7cashflow)
 z7_install_component(cashflow TARGETS z7_cashflow HEADERS ${headers})
-install(FILES ${z7_version_header} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/z7cashflow/support)
+install(FILES ${z7_version_header} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/z7cashflow/support COMPONENT development)
 
 z7_headers_below(headers workbench)
 z7_install_component(workbench TARGETS z7_workbench HEADERS ${headers})
 z7_headers_below(headers texts)
 z7_install_component(texts TARGETS z7_texts HEADERS ${headers})
 
-if(TARGET z7_shared)
-  z7_install_component(databases TARGETS z7_shared z7_tsql
+if(TARGET z7_databases)
+  z7_install_component(databases TARGETS z7_databases
     HEADERS adapters/shared/session/PooledConnection.h adapters/shared/reasons/DatabaseReason.h)
 endif()
 if(TARGET z7_sqlite)
@@ -67,33 +78,42 @@ if(TARGET z7_odbc)
     HEADERS adapters/odbc/AccountTables.h adapters/odbc/Connection.h adapters/odbc/accountSchema.h)
 endif()
 if(TARGET z7_wx)
-  z7_install_component(window TARGETS z7_wx HEADERS adapters/wx/WindowSystem.h)
+  z7_install_component(window TARGETS z7_wx HEADERS adapters/wx/WindowSystem.h RUNTIME window)
 endif()
 
 configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/Z7CashFlowConfig.cmake.in
                               ${PROJECT_BINARY_DIR}/Z7CashFlowConfig.cmake INSTALL_DESTINATION ${packageDir})
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/Z7CashFlowConfigVersion.cmake COMPATIBILITY SameMinorVersion)
 install(FILES ${PROJECT_BINARY_DIR}/Z7CashFlowConfig.cmake ${PROJECT_BINARY_DIR}/Z7CashFlowConfigVersion.cmake
-        DESTINATION ${packageDir})
-install(DIRECTORY ${PROJECT_SOURCE_DIR}/schema/ DESTINATION ${CMAKE_INSTALL_DATADIR}/z7cashflow/schema)
-install(FILES ${PROJECT_SOURCE_DIR}/LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR})
+        DESTINATION ${packageDir} COMPONENT development)
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/schema/ DESTINATION ${CMAKE_INSTALL_DATADIR}/z7cashflow/schema
+        COMPONENT program)
 
-# For builds that do not use CMake: pkg-config --static z7cashflow-sqlite. The prefix is found from the file's own place.
+set(documents ${CMAKE_INSTALL_DATADIR}/doc/z7cashflow)
+install(FILES ${PROJECT_SOURCE_DIR}/README.md ${PROJECT_SOURCE_DIR}/CHANGELOG.md DESTINATION ${documents}
+        COMPONENT documentation)
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs ${PROJECT_SOURCE_DIR}/examples DESTINATION ${documents}
+        COMPONENT documentation)
+install(FILES ${PROJECT_SOURCE_DIR}/LICENSE DESTINATION ${documents} COMPONENT license)
+
+# For builds that do not use CMake: pkg-config z7cashflow-sqlite, with --static if there are no shared libraries. The prefix is found from the file's own place.
 function(z7_pkg_config name description requires requiresPrivate libraries)
   configure_file(${PROJECT_SOURCE_DIR}/cmake/z7cashflow.pc.in ${PROJECT_BINARY_DIR}/${name}.pc @ONLY)
-  install(FILES ${PROJECT_BINARY_DIR}/${name}.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+  install(FILES ${PROJECT_BINARY_DIR}/${name}.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig
+          COMPONENT development)
 endfunction()
 
 cmake_path(RELATIVE_PATH CMAKE_INSTALL_FULL_LIBDIR BASE_DIRECTORY ${CMAKE_INSTALL_PREFIX} OUTPUT_VARIABLE libraryFolder)
 string(REGEX REPLACE "[^/]+" ".." pathToPrefix ${libraryFolder}/pkgconfig)
 set(base "z7cashflow = ${PROJECT_VERSION}")
-z7_pkg_config(z7cashflow "${PROJECT_DESCRIPTION}" "" "libxml-2.0, libutf8proc" "-lz7_cashflow")
-z7_pkg_config(z7cashflow-workbench "Statement, open vouchers, corrections and their log" "${base}" "" "-lz7_workbench")
-z7_pkg_config(z7cashflow-texts "Texts of Z7CashFlow in Chinese and English" "${base}" "" "-lz7_texts")
+z7_pkg_config(z7cashflow "${PROJECT_DESCRIPTION}" "" "libxml-2.0, libutf8proc" "-lz7cashflow")
+z7_pkg_config(z7cashflow-workbench "Statement, open vouchers, corrections and their log" "${base}" "" "-lz7cashflow-workbench")
+z7_pkg_config(z7cashflow-texts "Texts of Z7CashFlow in Chinese and English" "${base}" "" "-lz7cashflow-texts")
 if(TARGET z7_sqlite)
   z7_pkg_config(z7cashflow-sqlite "The embedded database of Z7CashFlow" "${base}" "sqlite3 >= 3.39"
-                "-lz7_sqlite -lz7_tsql -lz7_shared")
+                "-lz7cashflow-sqlite -lz7cashflow-databases")
 endif()
 if(TARGET z7_odbc)
-  z7_pkg_config(z7cashflow-odbc "Z7CashFlow on a server through ODBC" "${base}" "odbc" "-lz7_odbc -lz7_tsql -lz7_shared")
+  z7_pkg_config(z7cashflow-odbc "Z7CashFlow on a server through ODBC" "${base}" "odbc"
+                "-lz7cashflow-odbc -lz7cashflow-databases")
 endif()

@@ -29,10 +29,16 @@ if(Z7_SANITIZE)
   target_link_options(z7_options INTERFACE -fsanitize=${Z7_SANITIZE})
 endif()
 
-# z7_library(NAME sources... [LINK public libraries...] [PRIVATE_LINK private libraries...])
-# A static library NAME with the alias z7::NAME, whose headers are included as <path below src>.
+# What the shared libraries are called. The number of their soname counts binary interfaces and is independent of the version:
+# 1 is the first one. A version that removes or changes anything between Z7_PUBLIC_BEGIN and Z7_PUBLIC_END takes the next.
+set(z7_soname 1)
+
+# z7_library(NAME sources... [LINK public libraries...] [PRIVATE_LINK private libraries...] [COMPONENT name])
+# A static library NAME with the alias z7::NAME, whose headers are included as <path below src>. COMPONENT gives the component
+# of the installed package that it belongs to; with BUILD_SHARED_LIBS it is also linked as the shared library z7_NAME_shared,
+# from the same objects. The tests and z7cf always use the static one, because they need its internals.
 function(z7_library name)
-  cmake_parse_arguments(ARG "" "" "LINK;PRIVATE_LINK" ${ARGN})
+  cmake_parse_arguments(ARG "" "COMPONENT" "LINK;PRIVATE_LINK" ${ARGN})
   add_library(z7_${name} STATIC ${ARG_UNPARSED_ARGUMENTS})
   add_library(z7::${name} ALIAS z7_${name})
   set_target_properties(z7_${name} PROPERTIES EXPORT_NAME ${name})
@@ -40,6 +46,30 @@ function(z7_library name)
                                                $<INSTALL_INTERFACE:include>)
   target_compile_features(z7_${name} PUBLIC cxx_std_20)
   target_link_libraries(z7_${name} PUBLIC ${ARG_LINK} PRIVATE $<BUILD_INTERFACE:z7_options> ${ARG_PRIVATE_LINK})
+  if(ARG_COMPONENT)
+    string(REGEX REPLACE "-cashflow$" "" file z7cashflow-${ARG_COMPONENT})
+    set_target_properties(z7_${name} PROPERTIES OUTPUT_NAME ${file})
+    if(BUILD_SHARED_LIBS)
+      set_target_properties(z7_${name} PROPERTIES POSITION_INDEPENDENT_CODE ON
+        CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)
+      z7_shared_library(${name} ${file} LINK ${ARG_LINK} PRIVATE_LINK ${ARG_PRIVATE_LINK})
+    endif()
+  endif()
+endfunction()
+
+# z7_shared_library(NAME FILE LINK ... PRIVATE_LINK ...): the shared library of a component, from the objects of the static one.
+function(z7_shared_library name file)
+  cmake_parse_arguments(ARG "" "" "LINK;PRIVATE_LINK" ${ARGN})
+  list(TRANSFORM ARG_LINK REPLACE "^z7::(.+)$" "z7_\\1_shared")
+  set(exports ${PROJECT_SOURCE_DIR}/cmake/exports.map)
+  add_library(z7_${name}_shared SHARED $<TARGET_OBJECTS:z7_${name}>)
+  set_target_properties(z7_${name}_shared PROPERTIES
+    EXPORT_NAME ${name} OUTPUT_NAME ${file} LINKER_LANGUAGE CXX LINK_DEPENDS ${exports}
+    VERSION ${z7_soname}.${PROJECT_VERSION} SOVERSION ${z7_soname})
+  target_include_directories(z7_${name}_shared INTERFACE $<INSTALL_INTERFACE:include>)
+  target_compile_features(z7_${name}_shared INTERFACE cxx_std_20)
+  target_link_libraries(z7_${name}_shared PUBLIC ${ARG_LINK} PRIVATE $<BUILD_INTERFACE:z7_options> ${ARG_PRIVATE_LINK})
+  target_link_options(z7_${name}_shared PRIVATE LINKER:--version-script=${exports} LINKER:--no-undefined LINKER:--as-needed)
 endfunction()
 
 # z7_quick_build(TARGET): compiles without optimisation, whatever the build type. For code that does little work itself, such as

@@ -39,6 +39,7 @@ class Declared:
 
 def without_comments(text):
     text = re.sub(r"^\s*#(?:[^\n\\]|\\\n)*", "", text, flags=re.M)
+    text = re.sub(r"^Z7_PUBLIC_(?:BEGIN|END)$", "", text, flags=re.M)
     return COMMENT_OR_TEXT.sub(lambda found: " " if found.group().startswith("/") else '""', text)
 
 
@@ -204,6 +205,7 @@ def self_test():
         "a/texts.h": 'inline constexpr const char* name = "class Wrong {";',
         "a/Maker.h": "using Maker = std::function<int()>;",
         "a/Box.h": "template <class T> struct Box { T value; };",
+        "a/Open.h": "Z7_PUBLIC_BEGIN\n\nnamespace n {\nclass Open {};\n}\n\nZ7_PUBLIC_END",
         "a/main.cpp": "int main() { return 0; }",
         # breaches
         "b/lost.cpp": "int lost() { return 1; }",

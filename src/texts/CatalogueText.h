@@ -2,11 +2,14 @@
 
 #include "texts/Language.h"
 #include "z7cashflow/ports/Z7Login.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <span>
 #include <string>
 #include <string_view>
 #include <vector>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow::texts {
 
@@ -46,3 +49,5 @@ private:
 };
 
 } // namespace z7::cashflow::texts
+
+Z7_PUBLIC_END

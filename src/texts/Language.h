@@ -1,8 +1,12 @@
 #pragma once
 
+#include "z7cashflow/support/visibility.h"
+
 #include <cstdint>
 #include <optional>
 #include <string_view>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow::texts {
 
@@ -20,3 +24,5 @@ enum class Language { english, chinese };
 [[nodiscard]] std::optional<Language> readLanguage(std::string_view text);
 
 } // namespace z7::cashflow::texts
+
+Z7_PUBLIC_END

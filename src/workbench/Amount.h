@@ -1,10 +1,13 @@
 #pragma once
 
 #include "z7cashflow/support/Variant.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <compare>
 #include <cstdint>
 #include <string>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow::workbench {
 
@@ -52,3 +55,5 @@ private:
 };
 
 } // namespace z7::cashflow::workbench
+
+Z7_PUBLIC_END

@@ -1,5 +1,6 @@
 # Installs the built project into a fresh folder, then builds and runs projects that know nothing but the install: one
-# that looks at all of it, and the examples, whose output stands in docs/embedding.md.
+# that looks at all of it, and the examples, whose output stands in docs/embedding.md. The first uses the static libraries,
+# the examples and the build without CMake use the shared ones if there are any.
 #   cmake -D BUILD=<build folder> -D WORK=<folder to use> -D GENERATOR= -D COMPILER= -D BUILD_TYPE= -D PYTHON=
 #         -P consumer.cmake
 
@@ -18,7 +19,8 @@ run(${CMAKE_COMMAND} --install ${BUILD} --prefix ${WORK}/install)
 # The install must do without this source tree, so it is moved before it is used.
 file(RENAME ${WORK}/install ${WORK}/moved)
 run(${CMAKE_COMMAND} -S ${CMAKE_CURRENT_LIST_DIR}/../consumer -B ${WORK}/build -G ${GENERATOR}
-    -D CMAKE_CXX_COMPILER=${COMPILER} -D CMAKE_BUILD_TYPE=${BUILD_TYPE} -D CMAKE_PREFIX_PATH=${WORK}/moved)
+    -D CMAKE_CXX_COMPILER=${COMPILER} -D CMAKE_BUILD_TYPE=${BUILD_TYPE} -D CMAKE_PREFIX_PATH=${WORK}/moved
+    -D Z7CashFlow_USE_STATIC_LIBS=ON)
 run(${CMAKE_COMMAND} --build ${WORK}/build)
 run(${WORK}/build/consumer)
 
@@ -30,15 +32,30 @@ run(${CMAKE_COMMAND} --build ${WORK}/examples)
 run(${PYTHON} ${source}/scripts/check_examples.py ${WORK}/examples ${WORK}/moved/bin/z7cf)
 
 # The same without CMake.
+file(GLOB_RECURSE package ${WORK}/moved/z7cashflow-sqlite.pc)
+cmake_path(GET package PARENT_PATH packageFolder)
+cmake_path(GET packageFolder PARENT_PATH libraryFolder)
 find_program(pkgConfig pkg-config)
 if(pkgConfig)
-  file(GLOB_RECURSE package ${WORK}/moved/z7cashflow-sqlite.pc)
-  cmake_path(GET package PARENT_PATH packageFolder)
   set(ENV{PKG_CONFIG_PATH} ${packageFolder})
   execute_process(COMMAND ${pkgConfig} --static --cflags --libs z7cashflow-sqlite z7cashflow-texts
                   OUTPUT_VARIABLE flags OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
   separate_arguments(flags UNIX_COMMAND "${flags}")
   run(${COMPILER} -std=c++20 -I${source}/examples ${source}/examples/outside/main.cpp -o ${WORK}/outside ${flags})
+endif()
+
+# The programs find the shared libraries where they were linked.
+if(EXISTS ${libraryFolder}/libz7cashflow.so)
+  set(ENV{LD_LIBRARY_PATH} ${libraryFolder})
+  foreach(program examples/host outside)
+    if(NOT EXISTS ${WORK}/${program})
+      continue() # no pkg-config
+    endif()
+    execute_process(COMMAND ldd ${WORK}/${program} OUTPUT_VARIABLE needed COMMAND_ERROR_IS_FATAL ANY)
+    if(NOT needed MATCHES "libz7cashflow\\.so\\.[0-9]+ => ${libraryFolder}/")
+      message(FATAL_ERROR "${program} is not linked with the shared library:\n${needed}")
+    endif()
+  endforeach()
 endif()
 
 file(GLOB_RECURSE configs ${WORK}/moved/*.cmake)

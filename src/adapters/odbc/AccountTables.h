@@ -2,10 +2,13 @@
 
 #include "adapters/shared/loading/TableLoader.h"
 #include "z7cashflow/ports/Connection.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <memory>
 #include <string>
 #include <vector>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow::odbc {
 
@@ -36,3 +39,5 @@ private:
 };
 
 } // namespace z7::cashflow::odbc
+
+Z7_PUBLIC_END

@@ -2,8 +2,11 @@
 
 #include "adapters/odbc/Dialect.h"
 #include "adapters/shared/session/PooledConnection.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <memory>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow::odbc {
 
@@ -37,3 +40,5 @@ private:
 };
 
 } // namespace z7::cashflow::odbc
+
+Z7_PUBLIC_END

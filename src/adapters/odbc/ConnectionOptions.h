@@ -1,9 +1,13 @@
 #pragma once
 
+#include "z7cashflow/support/visibility.h"
+
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow::odbc {
 
@@ -25,3 +29,5 @@ struct ConnectionOptions {
 [[nodiscard]] std::string withoutSecrets(std::string text, const std::vector<std::string>& secrets);
 
 } // namespace z7::cashflow::odbc
+
+Z7_PUBLIC_END

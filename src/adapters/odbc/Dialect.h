@@ -5,6 +5,7 @@
 #include "adapters/tsql/Rewriting.h"
 #include "z7cashflow/support/Error.h"
 #include "z7cashflow/support/Variant.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <cstdint>
 #include <functional>
@@ -12,6 +13,8 @@
 #include <optional>
 #include <string>
 #include <vector>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow::odbc {
 
@@ -94,3 +97,5 @@ public:
 using DialectFactory = std::function<std::unique_ptr<Dialect>()>;
 
 } // namespace z7::cashflow::odbc
+
+Z7_PUBLIC_END

@@ -2,10 +2,13 @@
 
 #include "adapters/odbc/nativeCalls.h"
 #include "adapters/shared/recordset/RowSet.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <memory>
 #include <optional>
 #include <vector>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow::odbc {
 
@@ -49,3 +52,5 @@ private:
 };
 
 } // namespace z7::cashflow::odbc
+
+Z7_PUBLIC_END

@@ -1,10 +1,13 @@
 #pragma once
 
 #include "z7cashflow/ports/Connection.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <string>
 #include <string_view>
 #include <vector>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow::odbc {
 
@@ -52,3 +55,5 @@ void makeAccountSchema(Connection& connection);
 void addLogTables(Connection& connection);
 
 } // namespace z7::cashflow::odbc
+
+Z7_PUBLIC_END

@@ -1,8 +1,12 @@
 #pragma once
 
+#include "z7cashflow/support/visibility.h"
+
 #include <cstddef>
 #include <string>
 #include <string_view>
+
+Z7_PUBLIC_BEGIN
 
 /// \file
 /// The ODBC calls that take or return texts, in one variant for the whole program, because drivers break when
@@ -90,3 +94,5 @@ private:
 };
 
 } // namespace z7::cashflow::odbc
+
+Z7_PUBLIC_END

@@ -1,10 +1,13 @@
 #pragma once
 
 #include "z7cashflow/ports/LoadableTables.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <memory>
 #include <string>
 #include <vector>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow::sqlite {
 
@@ -27,3 +30,5 @@ private:
 };
 
 } // namespace z7::cashflow::sqlite
+
+Z7_PUBLIC_END

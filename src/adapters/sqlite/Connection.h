@@ -1,8 +1,11 @@
 #pragma once
 
 #include "adapters/shared/session/PooledConnection.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <memory>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow::sqlite {
 
@@ -49,3 +52,5 @@ private:
 };
 
 } // namespace z7::cashflow::sqlite
+
+Z7_PUBLIC_END

@@ -1,9 +1,13 @@
 #pragma once
 
+#include "z7cashflow/support/visibility.h"
+
 #include <cstdint>
 #include <filesystem>
 #include <optional>
 #include <string>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow::sqlite {
 
@@ -30,3 +34,5 @@ void createDatabase(const std::filesystem::path& account);
                                            std::optional<std::int16_t> year = std::nullopt);
 
 } // namespace z7::cashflow::sqlite
+
+Z7_PUBLIC_END

@@ -1,11 +1,14 @@
 #pragma once
 
 #include "adapters/tsql/Shape.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow::tsql {
 
@@ -93,3 +96,5 @@ struct Rewriting {
 [[nodiscard]] const ResultItem* itemOf(const std::vector<ResultItem>& items, std::size_t column, std::size_t columns);
 
 } // namespace z7::cashflow::tsql
+
+Z7_PUBLIC_END

@@ -3,6 +3,7 @@
 #include "adapters/shared/cache/LruCache.h"
 #include "adapters/tsql/Rewriting.h"
 #include "adapters/tsql/Shape.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -11,6 +12,8 @@
 #include <string_view>
 #include <utility>
 #include <vector>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow::tsql {
 
@@ -81,3 +84,5 @@ private:
 };
 
 } // namespace z7::cashflow::tsql
+
+Z7_PUBLIC_END

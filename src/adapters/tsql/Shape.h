@@ -1,9 +1,13 @@
 #pragma once
 
+#include "z7cashflow/support/visibility.h"
+
 #include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow::tsql {
 
@@ -33,3 +37,5 @@ struct Shape {
 void shapeOf(std::string_view statement, Shape& shape);
 
 } // namespace z7::cashflow::tsql
+
+Z7_PUBLIC_END

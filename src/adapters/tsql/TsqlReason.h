@@ -1,8 +1,11 @@
 #pragma once
 
 #include "z7cashflow/support/Reason.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <span>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow::tsql {
 
@@ -41,3 +44,5 @@ enum class TsqlReason {
 [[nodiscard]] const ReasonEntry& entryOf(TsqlReason reason) noexcept;
 
 } // namespace z7::cashflow::tsql
+
+Z7_PUBLIC_END

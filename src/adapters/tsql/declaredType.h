@@ -1,9 +1,12 @@
 #pragma once
 
 #include "adapters/shared/recordset/Column.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <string>
 #include <string_view>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow::tsql {
 
@@ -15,3 +18,5 @@ namespace z7::cashflow::tsql {
 [[nodiscard]] bool isCastType(std::string_view name) noexcept;
 
 } // namespace z7::cashflow::tsql
+
+Z7_PUBLIC_END

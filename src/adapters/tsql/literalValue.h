@@ -3,8 +3,11 @@
 #include "adapters/shared/recordset/Column.h"
 #include "adapters/tsql/Shape.h"
 #include "z7cashflow/support/Variant.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <string_view>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow::tsql {
 
@@ -19,3 +22,5 @@ void requireLength(std::string_view text, const shared::Column& column);
 [[nodiscard]] Variant literalValue(const Literal& literal, bool negative, const shared::Column& column, bool assigned);
 
 } // namespace z7::cashflow::tsql
+
+Z7_PUBLIC_END

@@ -2,12 +2,15 @@
 
 #include "adapters/tsql/Shape.h"
 #include "adapters/tsql/TsqlReason.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <array>
 #include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
+
+Z7_PUBLIC_BEGIN
 
 /// The tokens of a Transact-SQL text, and the scanning shared by the lexer and the shape.
 namespace z7::cashflow::tsql {
@@ -93,3 +96,5 @@ inline constexpr std::array<ByteClass, 256> byteClasses = makeByteClasses();
                              const char* sqlState = "42000");
 
 } // namespace z7::cashflow::tsql
+
+Z7_PUBLIC_END

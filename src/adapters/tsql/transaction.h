@@ -1,10 +1,13 @@
 #pragma once
 
 #include "adapters/tsql/Rewriting.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <functional>
 #include <string>
 #include <vector>
+
+Z7_PUBLIC_BEGIN
 
 /// Operations of a session of the embedded database that must succeed or fail as a whole, whichever adapter is
 /// used.
@@ -27,3 +30,5 @@ void fillNewTable(const Step& step, const std::vector<std::string>& columns, con
                   const TextRunner::Run& insert);
 
 } // namespace z7::cashflow::tsql
+
+Z7_PUBLIC_END

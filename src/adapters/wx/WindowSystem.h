@@ -2,9 +2,12 @@
 
 #include "z7cashflow/ports/DialogFactory.h"
 #include "z7cashflow/ports/MessageBox.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <iosfwd>
 #include <memory>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow::wx {
 
@@ -32,3 +35,5 @@ private:
 };
 
 } // namespace z7::cashflow::wx
+
+Z7_PUBLIC_END

@@ -2,11 +2,14 @@
 
 #include "workbench/changes/LineSplit.h"
 #include "workbench/vouchers/Allotment.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <cstdint>
 #include <functional>
 #include <string>
 #include <vector>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow::workbench {
 
@@ -61,3 +64,5 @@ private:
                                                        const std::string& item, const std::string& account);
 
 } // namespace z7::cashflow::workbench
+
+Z7_PUBLIC_END

@@ -1,10 +1,13 @@
 #pragma once
 
 #include "workbench/Amount.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <optional>
 #include <string>
 #include <vector>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow::workbench {
 
@@ -43,3 +46,5 @@ struct LineSplit {
                                   const std::vector<ItemWish>& wishes, const std::string& proposed);
 
 } // namespace z7::cashflow::workbench
+
+Z7_PUBLIC_END

@@ -3,6 +3,7 @@
 #include "workbench/vouchers/VoucherKey.h"
 #include "z7cashflow/ports/Connection.h"
 #include "z7cashflow/support/Variant.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <array>
 #include <cstddef>
@@ -11,6 +12,8 @@
 #include <string>
 #include <string_view>
 #include <vector>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow::workbench {
 
@@ -77,3 +80,5 @@ struct RowChange {
                                                  const std::vector<RowImage>& after);
 
 } // namespace z7::cashflow::workbench
+
+Z7_PUBLIC_END

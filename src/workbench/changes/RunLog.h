@@ -4,12 +4,15 @@
 #include "workbench/vouchers/VoucherKey.h"
 #include "z7cashflow/ports/Connection.h"
 #include "z7cashflow/support/Date.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
 #include <vector>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow::workbench {
 
@@ -92,3 +95,5 @@ struct LoggedVoucher {
 [[nodiscard]] LoggedVoucher readLogged(Connection& connection, std::int32_t run, const VoucherKey& key);
 
 } // namespace z7::cashflow::workbench
+
+Z7_PUBLIC_END

@@ -2,6 +2,9 @@
 
 #include "workbench/changes/RunLog.h"
 #include "workbench/vouchers/VoucherResult.h"
+#include "z7cashflow/support/visibility.h"
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow::workbench {
 
@@ -13,3 +16,5 @@ namespace z7::cashflow::workbench {
                                         bool keep);
 
 } // namespace z7::cashflow::workbench
+
+Z7_PUBLIC_END

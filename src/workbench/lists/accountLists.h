@@ -2,11 +2,14 @@
 
 #include "z7cashflow/ports/Connection.h"
 #include "z7cashflow/support/Date.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
+
+Z7_PUBLIC_BEGIN
 
 /// \file
 /// The lists of an account that vouchers and rows refer to. Each function lets errors of the database pass through.
@@ -49,3 +52,5 @@ struct ListedTemplate {
 [[nodiscard]] std::vector<ListedTemplate> listTemplates(Connection& connection, std::int16_t year);
 
 } // namespace z7::cashflow::workbench
+
+Z7_PUBLIC_END

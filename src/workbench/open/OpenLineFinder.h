@@ -3,12 +3,15 @@
 #include "workbench/Amount.h"
 #include "workbench/open/UnsettledVoucher.h"
 #include "workbench/vouchers/Judge.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <cstdint>
 #include <map>
 #include <string>
 #include <utility>
 #include <vector>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow::workbench {
 
@@ -48,3 +51,5 @@ private:
 };
 
 } // namespace z7::cashflow::workbench
+
+Z7_PUBLIC_END

@@ -3,6 +3,7 @@
 #include "workbench/Amount.h"
 #include "workbench/vouchers/Refusal.h"
 #include "workbench/vouchers/VoucherKey.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <cstddef>
 #include <map>
@@ -10,6 +11,8 @@
 #include <string>
 #include <tuple>
 #include <vector>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow::workbench {
 
@@ -47,3 +50,5 @@ private:
 };
 
 } // namespace z7::cashflow::workbench
+
+Z7_PUBLIC_END

@@ -4,10 +4,13 @@
 #include "workbench/vouchers/Judge.h"
 #include "workbench/vouchers/Verdict.h"
 #include "workbench/vouchers/voucherList.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <cstdint>
 #include <optional>
 #include <vector>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow::workbench {
 
@@ -36,3 +39,5 @@ struct UnsettledVoucher {
                                                           const std::optional<PeriodRange>& periods);
 
 } // namespace z7::cashflow::workbench
+
+Z7_PUBLIC_END

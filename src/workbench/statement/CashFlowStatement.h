@@ -2,11 +2,14 @@
 
 #include "workbench/Amount.h"
 #include "z7cashflow/ports/Connection.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <cstdint>
 #include <map>
 #include <string>
 #include <vector>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow::workbench {
 
@@ -145,3 +148,5 @@ struct CashFlowStatement {
 [[nodiscard]] std::vector<VoucherFlow> vouchersOfAccounts(Connection& connection, const CashFlowStatement& statement);
 
 } // namespace z7::cashflow::workbench
+
+Z7_PUBLIC_END

@@ -1,11 +1,14 @@
 #pragma once
 
 #include "z7cashflow/ports/Connection.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <cstdint>
 #include <map>
 #include <set>
 #include <string>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow::workbench {
 
@@ -31,3 +34,5 @@ private:
 };
 
 } // namespace z7::cashflow::workbench
+
+Z7_PUBLIC_END

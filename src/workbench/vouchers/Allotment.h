@@ -5,12 +5,15 @@
 #include "workbench/vouchers/VoucherResult.h"
 #include "workbench/vouchers/voucherList.h"
 #include "z7cashflow/ports/Connection.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <cstddef>
 #include <functional>
 #include <optional>
 #include <string>
 #include <vector>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow::workbench {
 
@@ -86,3 +89,5 @@ private:
 };
 
 } // namespace z7::cashflow::workbench
+
+Z7_PUBLIC_END

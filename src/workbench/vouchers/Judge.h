@@ -5,11 +5,14 @@
 #include "z7cashflow/data/DataProvider.h"
 #include "z7cashflow/model/CashFlowCollection.h"
 #include "z7cashflow/providers/IGlVoucherProvider.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <map>
 #include <memory>
 #include <string>
 #include <vector>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow::workbench {
 
@@ -84,3 +87,5 @@ private:
 };
 
 } // namespace z7::cashflow::workbench
+
+Z7_PUBLIC_END

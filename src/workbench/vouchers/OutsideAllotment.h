@@ -4,8 +4,11 @@
 #include "workbench/vouchers/Judge.h"
 #include "workbench/vouchers/VoucherResult.h"
 #include "z7cashflow/providers/VoucherProvider.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <string>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow::workbench {
 
@@ -47,3 +50,5 @@ private:
 };
 
 } // namespace z7::cashflow::workbench
+
+Z7_PUBLIC_END

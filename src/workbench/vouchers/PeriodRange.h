@@ -1,6 +1,10 @@
 #pragma once
 
+#include "z7cashflow/support/visibility.h"
+
 #include <cstdint>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow::workbench {
 
@@ -11,3 +15,5 @@ struct PeriodRange {
 };
 
 } // namespace z7::cashflow::workbench
+
+Z7_PUBLIC_END

@@ -2,11 +2,14 @@
 
 #include "z7cashflow/support/Date.h"
 #include "z7cashflow/support/Error.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <cstdint>
 #include <string>
 #include <utility>
 #include <vector>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow::workbench {
 
@@ -82,3 +85,5 @@ struct Refusal {
 }
 
 } // namespace z7::cashflow::workbench
+
+Z7_PUBLIC_END

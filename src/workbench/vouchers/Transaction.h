@@ -3,9 +3,12 @@
 #include "workbench/vouchers/Refusal.h"
 #include "z7cashflow/ports/Connection.h"
 #include "z7cashflow/support/Error.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <functional>
 #include <optional>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow::workbench {
 
@@ -35,3 +38,5 @@ private:
                                                        const std::function<Refusal(const Error&)>& explain);
 
 } // namespace z7::cashflow::workbench
+
+Z7_PUBLIC_END

@@ -1,9 +1,12 @@
 #pragma once
 
 #include "workbench/vouchers/Refusal.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <cstdint>
 #include <optional>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow::workbench {
 
@@ -27,3 +30,5 @@ struct Verdict {
 };
 
 } // namespace z7::cashflow::workbench
+
+Z7_PUBLIC_END

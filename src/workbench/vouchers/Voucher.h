@@ -3,11 +3,14 @@
 #include "workbench/vouchers/VoucherKey.h"
 #include "z7cashflow/ports/Connection.h"
 #include "z7cashflow/support/Date.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow::workbench {
 
@@ -79,3 +82,5 @@ struct StoredRow {
 [[nodiscard]] std::vector<StoredRow> readStoredRows(Connection& connection, const VoucherKey& key);
 
 } // namespace z7::cashflow::workbench
+
+Z7_PUBLIC_END

@@ -1,11 +1,14 @@
 #pragma once
 
 #include "z7cashflow/statements/VoucherKey.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow::workbench {
 
@@ -52,3 +55,5 @@ struct KeyPartOutOfRange {
 [[nodiscard]] std::string voucherKeyText(const VoucherKey& key);
 
 } // namespace z7::cashflow::workbench
+
+Z7_PUBLIC_END

@@ -3,11 +3,14 @@
 #include "workbench/changes/RowImage.h"
 #include "workbench/vouchers/Refusal.h"
 #include "workbench/vouchers/VoucherKey.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <algorithm>
 #include <cstdint>
 #include <optional>
 #include <vector>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow::workbench {
 
@@ -47,3 +50,5 @@ struct VoucherResult {
 };
 
 } // namespace z7::cashflow::workbench
+
+Z7_PUBLIC_END

@@ -1,6 +1,9 @@
 #pragma once
 
 #include "z7cashflow/support/Error.h"
+#include "z7cashflow/support/visibility.h"
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow::workbench {
 
@@ -14,3 +17,5 @@ namespace z7::cashflow::workbench {
 [[nodiscard]] bool isHeldElsewhere(const Error& error) noexcept;
 
 } // namespace z7::cashflow::workbench
+
+Z7_PUBLIC_END

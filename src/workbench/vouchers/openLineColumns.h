@@ -1,7 +1,11 @@
 #pragma once
 
+#include "z7cashflow/support/visibility.h"
+
 #include <array>
 #include <string_view>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow::workbench {
 
@@ -26,3 +30,5 @@ inline constexpr std::string_view credit = "credit"; ///< value of the column "s
 } // namespace openLineColumns
 
 } // namespace z7::cashflow::workbench
+
+Z7_PUBLIC_END

@@ -3,10 +3,13 @@
 #include "workbench/vouchers/Refusal.h"
 #include "workbench/vouchers/VoucherKey.h"
 #include "z7cashflow/model/CashFlowCollection.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <memory>
 #include <optional>
 #include <string>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow::workbench {
 
@@ -20,3 +23,5 @@ namespace z7::cashflow::workbench {
 [[nodiscard]] std::optional<Refusal> foreignRows(const std::string& document, const VoucherKey& key, bool force);
 
 } // namespace z7::cashflow::workbench
+
+Z7_PUBLIC_END

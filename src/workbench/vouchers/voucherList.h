@@ -4,11 +4,14 @@
 #include "workbench/vouchers/VoucherKey.h"
 #include "z7cashflow/ports/Connection.h"
 #include "z7cashflow/support/Date.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow::workbench {
 
@@ -24,3 +27,5 @@ struct VoucherHead {
                                                     const std::optional<PeriodRange>& periods);
 
 } // namespace z7::cashflow::workbench
+
+Z7_PUBLIC_END

@@ -3,12 +3,15 @@
 #include "z7cashflow/ports/Connection.h"
 #include "z7cashflow/statements/VoucherKey.h"
 #include "z7cashflow/support/Date.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
 #include <string>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow {
 
@@ -118,3 +121,5 @@ public:
 };
 
 } // namespace z7::cashflow
+
+Z7_PUBLIC_END

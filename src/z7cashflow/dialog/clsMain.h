@@ -4,10 +4,13 @@
 #include "z7cashflow/ports/Connection.h"
 #include "z7cashflow/ports/Z7Login.h"
 #include "z7cashflow/support/Date.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <cstdint>
 #include <memory>
 #include <string>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow {
 
@@ -85,3 +88,5 @@ private:
 };
 
 } // namespace z7::cashflow
+
+Z7_PUBLIC_END

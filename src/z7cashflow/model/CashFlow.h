@@ -4,11 +4,14 @@
 #include "z7cashflow/model/ISQLSerializable.h"
 #include "z7cashflow/model/IXmlSerializable.h"
 #include "z7cashflow/support/Variant.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow {
 
@@ -81,3 +84,5 @@ private:
 };
 
 } // namespace z7::cashflow
+
+Z7_PUBLIC_END

@@ -7,10 +7,13 @@
 #include "z7cashflow/statements/VoucherKey.h"
 #include "z7cashflow/support/Date.h"
 #include "z7cashflow/support/KeyedList.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <cstdint>
 #include <memory>
 #include <string>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow {
 
@@ -145,3 +148,5 @@ private:
 };
 
 } // namespace z7::cashflow
+
+Z7_PUBLIC_END

@@ -3,10 +3,13 @@
 #include "z7cashflow/model/CashFlowStructItem.h"
 #include "z7cashflow/model/FieldShape.h"
 #include "z7cashflow/support/Variant.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <memory>
 #include <string>
 #include <vector>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow {
 
@@ -35,3 +38,5 @@ private:
 };
 
 } // namespace z7::cashflow
+
+Z7_PUBLIC_END

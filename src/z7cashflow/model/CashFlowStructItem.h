@@ -1,8 +1,11 @@
 #pragma once
 
 #include "z7cashflow/support/Variant.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <string>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow {
 
@@ -16,3 +19,5 @@ struct CashFlowStructItem {
 };
 
 } // namespace z7::cashflow
+
+Z7_PUBLIC_END

@@ -1,11 +1,15 @@
 #pragma once
 
+#include "z7cashflow/support/visibility.h"
+
 #include <cstddef>
 #include <memory>
 #include <optional>
 #include <string>
 #include <unordered_map>
 #include <vector>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow {
 
@@ -31,3 +35,5 @@ private:
 };
 
 } // namespace z7::cashflow
+
+Z7_PUBLIC_END

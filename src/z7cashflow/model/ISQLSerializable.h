@@ -1,6 +1,10 @@
 #pragma once
 
+#include "z7cashflow/support/visibility.h"
+
 #include <string>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow {
 
@@ -18,3 +22,5 @@ public:
 };
 
 } // namespace z7::cashflow
+
+Z7_PUBLIC_END

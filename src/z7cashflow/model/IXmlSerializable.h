@@ -1,9 +1,12 @@
 #pragma once
 
 #include "z7cashflow/support/XmlDocument.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <string>
 #include <variant>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow {
 
@@ -23,3 +26,5 @@ public:
 };
 
 } // namespace z7::cashflow
+
+Z7_PUBLIC_END

@@ -1,9 +1,12 @@
 #pragma once
 
 #include "z7cashflow/support/Date.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <optional>
 #include <string>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow {
 
@@ -28,3 +31,5 @@ struct ItemSource {
 };
 
 } // namespace z7::cashflow
+
+Z7_PUBLIC_END

@@ -2,9 +2,12 @@
 
 #include "z7cashflow/model/modPublic.h"
 #include "z7cashflow/statements/Statement.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <string>
 #include <type_traits>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow {
 
@@ -17,3 +20,5 @@ template <class... Places>
 }
 
 } // namespace z7::cashflow
+
+Z7_PUBLIC_END

@@ -8,12 +8,15 @@
 #include "z7cashflow/support/Reason.h"
 #include "z7cashflow/support/Variant.h"
 #include "z7cashflow/support/guid.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
 #include <vector>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow {
 
@@ -106,3 +109,5 @@ void debugText(const std::string& text);
 [[noreturn]] void raiseCashFlowError(int number, const std::string& description, Explanation why = {});
 
 } // namespace z7::cashflow::modPublic
+
+Z7_PUBLIC_END

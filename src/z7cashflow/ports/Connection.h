@@ -1,9 +1,12 @@
 #pragma once
 
 #include "z7cashflow/ports/Recordset.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <memory>
 #include <string>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow {
 
@@ -47,3 +50,5 @@ public:
 };
 
 } // namespace z7::cashflow
+
+Z7_PUBLIC_END

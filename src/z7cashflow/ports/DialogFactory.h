@@ -4,8 +4,11 @@
 #include "z7cashflow/ports/PickList.h"
 #include "z7cashflow/ports/ServerRefClient.h"
 #include "z7cashflow/ports/ZQReferClient.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <memory>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow {
 
@@ -28,3 +31,5 @@ public:
 };
 
 } // namespace z7::cashflow
+
+Z7_PUBLIC_END

@@ -5,10 +5,13 @@
 #include "z7cashflow/ports/ZQCommandButton.h"
 #include "z7cashflow/ports/ZQFrmCaption.h"
 #include "z7cashflow/ports/ZQKeyHookCtrl.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <cstdint>
 #include <string>
 #include <vector>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow {
 
@@ -96,3 +99,5 @@ public:
 };
 
 } // namespace z7::cashflow
+
+Z7_PUBLIC_END

@@ -1,11 +1,15 @@
 #pragma once
 
+#include "z7cashflow/support/visibility.h"
+
 #include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow {
 
@@ -40,3 +44,5 @@ public:
 };
 
 } // namespace z7::cashflow
+
+Z7_PUBLIC_END

@@ -1,10 +1,14 @@
 #pragma once
 
+#include "z7cashflow/support/visibility.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow {
 
@@ -28,3 +32,5 @@ public:
 };
 
 } // namespace z7::cashflow
+
+Z7_PUBLIC_END

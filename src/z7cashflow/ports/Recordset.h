@@ -1,12 +1,15 @@
 #pragma once
 
 #include "z7cashflow/support/Variant.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <variant>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow {
 
@@ -115,3 +118,5 @@ public:
 };
 
 } // namespace z7::cashflow
+
+Z7_PUBLIC_END

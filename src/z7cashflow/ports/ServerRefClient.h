@@ -2,10 +2,13 @@
 
 #include "z7cashflow/ports/Recordset.h"
 #include "z7cashflow/ports/ReferenceProvider.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <cstdint>
 #include <memory>
 #include <string>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow {
 
@@ -26,3 +29,5 @@ public:
 };
 
 } // namespace z7::cashflow
+
+Z7_PUBLIC_END

@@ -1,11 +1,14 @@
 #pragma once
 
 #include "z7cashflow/ports/Control.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <array>
 #include <cstdint>
 #include <optional>
 #include <string>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow {
 
@@ -151,3 +154,5 @@ public:
 };
 
 } // namespace z7::cashflow
+
+Z7_PUBLIC_END

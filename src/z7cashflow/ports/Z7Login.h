@@ -1,11 +1,14 @@
 #pragma once
 
 #include "z7cashflow/support/Variant.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow {
 
@@ -59,3 +62,5 @@ public:
 };
 
 } // namespace z7::cashflow
+
+Z7_PUBLIC_END

@@ -1,8 +1,11 @@
 #pragma once
 
 #include "z7cashflow/ports/Control.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <string>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow {
 
@@ -18,3 +21,5 @@ public:
 };
 
 } // namespace z7::cashflow
+
+Z7_PUBLIC_END

@@ -1,6 +1,9 @@
 #pragma once
 
 #include "z7cashflow/ports/Control.h"
+#include "z7cashflow/support/visibility.h"
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow {
 
@@ -9,3 +12,5 @@ namespace z7::cashflow {
 class ZQKeyHookCtrl : public Control {};
 
 } // namespace z7::cashflow
+
+Z7_PUBLIC_END

@@ -2,9 +2,12 @@
 
 #include "z7cashflow/ports/Recordset.h"
 #include "z7cashflow/ports/Z7Login.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <memory>
 #include <string>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow {
 
@@ -27,3 +30,5 @@ public:
 };
 
 } // namespace z7::cashflow
+
+Z7_PUBLIC_END

@@ -2,9 +2,12 @@
 
 #include "z7cashflow/ports/Connection.h"
 #include "z7cashflow/ports/Z7Login.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <memory>
 #include <string>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow {
 
@@ -55,3 +58,5 @@ public:
 };
 
 } // namespace z7::cashflow
+
+Z7_PUBLIC_END

@@ -2,10 +2,13 @@
 
 #include "z7cashflow/providers/IGlVoucherProvider.h"
 #include "z7cashflow/providers/IOutVoucherProvider.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <cstdint>
 #include <memory>
 #include <string>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow {
 
@@ -39,3 +42,5 @@ private:
 };
 
 } // namespace z7::cashflow
+
+Z7_PUBLIC_END

@@ -1,9 +1,12 @@
 #pragma once
 
 #include "z7cashflow/statements/LiteralPolicy.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <string>
 #include <string_view>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow::statements {
 
@@ -34,3 +37,5 @@ private:
 };
 
 } // namespace z7::cashflow::statements
+
+Z7_PUBLIC_END

@@ -1,6 +1,10 @@
 #pragma once
 
+#include "z7cashflow/support/visibility.h"
+
 #include <string_view>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow::statements {
 
@@ -27,3 +31,5 @@ void requireTableName(std::string_view text, const Place& place);
 void requireColumnName(std::string_view text, const Place& place);
 
 } // namespace z7::cashflow::statements
+
+Z7_PUBLIC_END

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "z7cashflow/statements/LiteralPolicy.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <concepts>
 #include <cstdint>
@@ -9,6 +10,8 @@
 
 // The values of a statement's places refer to the texts from which they are made, so they must not outlive the call
 // that fills the statement.
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow::statements {
 
@@ -52,3 +55,5 @@ private:
 };
 
 } // namespace z7::cashflow::statements
+
+Z7_PUBLIC_END

@@ -7,6 +7,7 @@
 #include "z7cashflow/statements/Table.h"
 #include "z7cashflow/statements/Text.h"
 #include "z7cashflow/statements/VoucherKey.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <array>
 #include <cstddef>
@@ -20,6 +21,8 @@
 //    three places in a row: period, kind and number. A text that does not fit its places does not compile.
 // 2. Test its text letter by letter in tests/statements; scripts/check_statements.py fails until its name occurs there.
 // 3. Run filled(statements::name, values...), which is declared in model/filled.h and applies the login's policy.
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow::statements {
 
@@ -117,3 +120,5 @@ private:
 };
 
 } // namespace z7::cashflow::statements
+
+Z7_PUBLIC_END

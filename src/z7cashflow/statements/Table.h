@@ -1,12 +1,15 @@
 #pragma once
 
 #include "z7cashflow/statements/LiteralPolicy.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <string>
 #include <string_view>
 
 // The values of a statement's places refer to the texts from which they are made, so they must not outlive the call
 // that fills the statement.
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow::statements {
 
@@ -28,3 +31,5 @@ private:
 };
 
 } // namespace z7::cashflow::statements
+
+Z7_PUBLIC_END

@@ -2,12 +2,15 @@
 
 #include "z7cashflow/statements/LiteralPolicy.h"
 #include "z7cashflow/statements/VoucherKey.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <string>
 #include <string_view>
 
 // The values of a statement's places refer to the texts from which they are made, so they must not outlive the call
 // that fills the statement.
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow::statements {
 
@@ -31,3 +34,5 @@ private:
 };
 
 } // namespace z7::cashflow::statements
+
+Z7_PUBLIC_END

@@ -1,9 +1,12 @@
 #pragma once
 
 #include "z7cashflow/support/Date.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <cstdint>
 #include <string>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow {
 
@@ -33,3 +36,5 @@ struct OutsideKey {
 };
 
 } // namespace z7::cashflow
+
+Z7_PUBLIC_END

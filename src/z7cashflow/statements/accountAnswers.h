@@ -3,6 +3,7 @@
 #include "z7cashflow/statements/itemStatements.h"
 #include "z7cashflow/statements/settingStatements.h"
 #include "z7cashflow/statements/voucherStatements.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <array>
 #include <string_view>
@@ -10,6 +11,8 @@
 // Statements whose answers belong to the account and not to a voucher: cash-flow items and their templates, options,
 // periods, voucher kinds and accounts. The answers are the same for every voucher of a run, so that a host may run
 // each of them once.
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow::statements {
 
@@ -40,3 +43,5 @@ inline constexpr std::array<AccountAnswer, 8> accountAnswers{{
 [[nodiscard]] bool mayChangeAccountAnswers(std::string_view text, bool forWriting);
 
 } // namespace z7::cashflow::statements
+
+Z7_PUBLIC_END

@@ -1,8 +1,11 @@
 #pragma once
 
 #include "z7cashflow/statements/Statement.h"
+#include "z7cashflow/support/visibility.h"
 
 // What the dialog reads while a user edits rows, and the widths of its columns.
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow::statements {
 
@@ -78,3 +81,5 @@ inline constexpr Statement<Text, Number, Number, Number, Text> widthInsert{
                    " values('{name}',{mode},{column},{width},'{locale}')"};
 
 } // namespace z7::cashflow::statements
+
+Z7_PUBLIC_END

@@ -1,8 +1,11 @@
 #pragma once
 
 #include "z7cashflow/statements/Statement.h"
+#include "z7cashflow/support/visibility.h"
 
 // Cash-flow items and what names the item of a line: templates of accounts, drafts of users.
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow::statements {
 
@@ -31,3 +34,5 @@ inline constexpr Statement<Text, Number> draftItem{
     "draftItem", "select cCashItem from GL_VouchDraft where cUserId=N'{user}' and inid={inid}"};
 
 } // namespace z7::cashflow::statements
+
+Z7_PUBLIC_END

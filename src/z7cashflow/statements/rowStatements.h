@@ -1,9 +1,12 @@
 #pragma once
 
 #include "z7cashflow/statements/Statement.h"
+#include "z7cashflow/support/visibility.h"
 
 // Stored cash-flow rows. gl_cashtable holds those of all years; the view gl_v_cashtable shows those of the session's
 // year.
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow::statements {
 
@@ -58,3 +61,5 @@ inline constexpr Statement<VoucherKey, Number> takeCurrencyNames{
     " and c.iyear = {year}"};
 
 } // namespace z7::cashflow::statements
+
+Z7_PUBLIC_END

@@ -1,8 +1,11 @@
 #pragma once
 
 #include "z7cashflow/statements/Statement.h"
+#include "z7cashflow/support/visibility.h"
 
 // Options, periods and voucher kinds of the account.
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow::statements {
 
@@ -28,3 +31,5 @@ inline constexpr Statement<Text, Text, Text> accountingPeriod{
 inline constexpr Statement<Number> voucherKind{"voucherKind", "select * from dsign where isignseq={kind}"};
 
 } // namespace z7::cashflow::statements
+
+Z7_PUBLIC_END

@@ -1,8 +1,11 @@
 #pragma once
 
 #include "z7cashflow/statements/Statement.h"
+#include "z7cashflow/support/visibility.h"
 
 // The table in tempdb for a voucher given as XML.
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow::statements {
 
@@ -24,3 +27,5 @@ inline constexpr Statement<Table> dropFormerTable{"dropFormerTable", "drop table
 inline constexpr Statement<Table> dropReadTable{"dropReadTable", "Drop table {table}"};
 
 } // namespace z7::cashflow::statements
+
+Z7_PUBLIC_END

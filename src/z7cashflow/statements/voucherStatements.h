@@ -1,8 +1,11 @@
 #pragma once
 
 #include "z7cashflow/statements/Statement.h"
+#include "z7cashflow/support/visibility.h"
 
 // Reads of vouchers. A keyed table holds many vouchers, a keyless table one; see DataProvider::HaveVoucherKey.
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow::statements {
 
@@ -114,3 +117,5 @@ inline constexpr Statement<VoucherKey, FilterNumber> lineFilter{
 inline constexpr Statement<FilterNumber> keylessLineFilter{"keylessLineFilter", "inid={inid}"};
 
 } // namespace z7::cashflow::statements
+
+Z7_PUBLIC_END

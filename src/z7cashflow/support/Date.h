@@ -1,7 +1,11 @@
 #pragma once
 
+#include "z7cashflow/support/visibility.h"
+
 #include <compare>
 #include <string>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow {
 
@@ -59,3 +63,5 @@ struct CivilTime {
 [[nodiscard]] std::string dayText(Date date);
 
 } // namespace z7::cashflow
+
+Z7_PUBLIC_END

@@ -2,10 +2,13 @@
 
 #include "z7cashflow/support/Reason.h"
 #include "z7cashflow/support/errorNumbers.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <exception>
 #include <string>
 #include <vector>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow {
 
@@ -68,3 +71,5 @@ template <class Action> void ignoringErrors(Action&& action) {
 }
 
 } // namespace z7::cashflow
+
+Z7_PUBLIC_END

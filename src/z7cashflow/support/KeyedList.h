@@ -2,6 +2,7 @@
 
 #include "z7cashflow/support/Error.h"
 #include "z7cashflow/support/conversions.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -13,6 +14,8 @@
 #include <string_view>
 #include <unordered_map>
 #include <utility>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow {
 
@@ -136,3 +139,5 @@ private:
 };
 
 } // namespace z7::cashflow
+
+Z7_PUBLIC_END

@@ -1,11 +1,15 @@
 #pragma once
 
+#include "z7cashflow/support/visibility.h"
+
 #include <concepts>
 #include <cstddef>
 #include <span>
 #include <string>
 #include <string_view>
 #include <vector>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow {
 
@@ -149,3 +153,5 @@ struct Explanation {
 [[nodiscard]] std::string englishText(const Explanation& why);
 
 } // namespace z7::cashflow
+
+Z7_PUBLIC_END

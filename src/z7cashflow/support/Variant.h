@@ -1,12 +1,15 @@
 #pragma once
 
 #include "z7cashflow/support/Date.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <cstdint>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <variant>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow {
 
@@ -67,3 +70,5 @@ private:
 };
 
 } // namespace z7::cashflow
+
+Z7_PUBLIC_END

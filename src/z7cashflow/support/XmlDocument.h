@@ -1,6 +1,7 @@
 #pragma once
 
 #include "z7cashflow/support/Reason.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <cstdint>
 #include <functional>
@@ -9,6 +10,8 @@
 #include <string>
 #include <string_view>
 #include <vector>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow {
 
@@ -64,3 +67,5 @@ private:
 };
 
 } // namespace z7::cashflow
+
+Z7_PUBLIC_END

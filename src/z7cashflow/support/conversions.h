@@ -1,11 +1,14 @@
 #pragma once
 
 #include "z7cashflow/support/Variant.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
+
+Z7_PUBLIC_BEGIN
 
 /// \file
 /// Conversions between values and texts. They follow one table of rules and depend on no locale and no time zone.
@@ -71,3 +74,5 @@ namespace z7::cashflow {
 [[nodiscard]] std::string shortened(std::string_view text);
 
 } // namespace z7::cashflow
+
+Z7_PUBLIC_END

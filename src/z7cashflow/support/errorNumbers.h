@@ -1,5 +1,9 @@
 #pragma once
 
+#include "z7cashflow/support/visibility.h"
+
+Z7_PUBLIC_BEGIN
+
 /// The error numbers that this product raises or tests, by name. Other numbers are those of a database.
 namespace z7::cashflow::errors {
 
@@ -73,3 +77,5 @@ inline constexpr int loginFailed = 18456;            ///< the server refuses the
 inline constexpr int ambiguousTable = 8154;          ///< a table name that stands for two tables of a statement
 
 } // namespace z7::cashflow::errors
+
+Z7_PUBLIC_END

@@ -1,9 +1,12 @@
 #pragma once
 
 #include "z7cashflow/support/Variant.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <string>
 #include <string_view>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow {
 
@@ -16,3 +19,5 @@ namespace z7::cashflow {
 [[nodiscard]] std::string format(const Variant& value, std::string_view pattern);
 
 } // namespace z7::cashflow
+
+Z7_PUBLIC_END

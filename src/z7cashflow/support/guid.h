@@ -1,10 +1,14 @@
 #pragma once
 
+#include "z7cashflow/support/visibility.h"
+
 #include <array>
 #include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow {
 
@@ -21,3 +25,5 @@ using GuidSource = std::function<std::optional<std::array<std::uint8_t, 16>>()>;
 [[nodiscard]] std::string guidText(const GuidSource& source);
 
 } // namespace z7::cashflow
+
+Z7_PUBLIC_END

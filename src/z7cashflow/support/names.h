@@ -1,7 +1,11 @@
 #pragma once
 
+#include "z7cashflow/support/visibility.h"
+
 #include <cstddef>
 #include <string_view>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow {
 
@@ -16,3 +20,5 @@ namespace z7::cashflow {
 [[nodiscard]] std::size_t tableNameLength(std::string_view text);
 
 } // namespace z7::cashflow
+
+Z7_PUBLIC_END

@@ -1,9 +1,13 @@
 #pragma once
 
+#include "z7cashflow/support/visibility.h"
+
 #include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow {
 
@@ -15,3 +19,5 @@ namespace z7::cashflow {
 [[nodiscard]] std::vector<std::size_t> placesOf(std::string_view text);
 
 } // namespace z7::cashflow
+
+Z7_PUBLIC_END

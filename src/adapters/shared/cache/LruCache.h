@@ -1,11 +1,15 @@
 #pragma once
 
+#include "z7cashflow/support/visibility.h"
+
 #include <cstddef>
 #include <list>
 #include <string>
 #include <string_view>
 #include <unordered_map>
 #include <utility>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow::shared {
 
@@ -59,3 +63,5 @@ private:
 };
 
 } // namespace z7::cashflow::shared
+
+Z7_PUBLIC_END

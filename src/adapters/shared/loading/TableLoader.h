@@ -5,6 +5,7 @@
 #include "z7cashflow/ports/LoadableTables.h"
 #include "z7cashflow/support/Error.h"
 #include "z7cashflow/support/Variant.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <cstdint>
 #include <memory>
@@ -12,6 +13,8 @@
 #include <string>
 #include <string_view>
 #include <vector>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow::shared {
 
@@ -82,3 +85,5 @@ private:
 };
 
 } // namespace z7::cashflow::shared
+
+Z7_PUBLIC_END

@@ -1,8 +1,11 @@
 #pragma once
 
 #include "z7cashflow/support/Reason.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <span>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow::shared {
 
@@ -68,3 +71,5 @@ enum class DatabaseReason {
 [[nodiscard]] const ReasonEntry& entryOf(DatabaseReason reason) noexcept;
 
 } // namespace z7::cashflow::shared
+
+Z7_PUBLIC_END

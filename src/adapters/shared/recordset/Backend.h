@@ -2,11 +2,14 @@
 
 #include "adapters/shared/recordset/RowSet.h"
 #include "z7cashflow/ports/Recordset.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <cstddef>
 #include <memory>
 #include <string>
 #include <vector>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow::shared {
 
@@ -52,3 +55,5 @@ public:
 };
 
 } // namespace z7::cashflow::shared
+
+Z7_PUBLIC_END

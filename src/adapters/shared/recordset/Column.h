@@ -1,10 +1,14 @@
 #pragma once
 
+#include "z7cashflow/support/visibility.h"
+
 #include <cstddef>
 #include <string>
 #include <string_view>
 #include <unordered_map>
 #include <vector>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow::shared {
 
@@ -39,3 +43,5 @@ private:
 };
 
 } // namespace z7::cashflow::shared
+
+Z7_PUBLIC_END

@@ -2,6 +2,7 @@
 
 #include "adapters/shared/recordset/Column.h"
 #include "z7cashflow/support/Variant.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -10,6 +11,8 @@
 #include <string>
 #include <string_view>
 #include <vector>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow::shared {
 
@@ -77,3 +80,5 @@ private:
 };
 
 } // namespace z7::cashflow::shared
+
+Z7_PUBLIC_END

@@ -2,6 +2,9 @@
 
 #include "adapters/shared/recordset/Column.h"
 #include "z7cashflow/support/Variant.h"
+#include "z7cashflow/support/visibility.h"
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow::shared {
 
@@ -11,3 +14,5 @@ namespace z7::cashflow::shared {
 [[nodiscard]] Variant fieldValue(const Column& column, const Variant& value);
 
 } // namespace z7::cashflow::shared
+
+Z7_PUBLIC_END

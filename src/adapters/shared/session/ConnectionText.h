@@ -1,10 +1,13 @@
 #pragma once
 
 #include "z7cashflow/support/Reason.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <string>
 #include <string_view>
 #include <vector>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow::shared {
 
@@ -43,3 +46,5 @@ private:
 [[nodiscard]] std::string connectionValue(const std::string& value);
 
 } // namespace z7::cashflow::shared
+
+Z7_PUBLIC_END

@@ -2,9 +2,12 @@
 
 #include "adapters/shared/session/SessionPool.h"
 #include "z7cashflow/ports/Connection.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <memory>
 #include <string>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow::shared {
 
@@ -69,3 +72,5 @@ private:
 };
 
 } // namespace z7::cashflow::shared
+
+Z7_PUBLIC_END

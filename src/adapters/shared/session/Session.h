@@ -1,9 +1,12 @@
 #pragma once
 
 #include "adapters/shared/recordset/Backend.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <functional>
 #include <string>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow::shared {
 
@@ -40,3 +43,5 @@ public:
 };
 
 } // namespace z7::cashflow::shared
+
+Z7_PUBLIC_END

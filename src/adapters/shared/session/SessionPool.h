@@ -1,6 +1,7 @@
 #pragma once
 
 #include "adapters/shared/session/Session.h"
+#include "z7cashflow/support/visibility.h"
 
 #include <cstddef>
 #include <functional>
@@ -8,6 +9,8 @@
 #include <memory>
 #include <string>
 #include <utility>
+
+Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow::shared {
 
@@ -45,3 +48,5 @@ private:
 };
 
 } // namespace z7::cashflow::shared
+
+Z7_PUBLIC_END
