@@ -87,13 +87,12 @@ write_basic_package_version_file(${PROJECT_BINARY_DIR}/Z7CashFlowConfigVersion.c
 install(FILES ${PROJECT_BINARY_DIR}/Z7CashFlowConfig.cmake ${PROJECT_BINARY_DIR}/Z7CashFlowConfigVersion.cmake
         DESTINATION ${packageDir} COMPONENT development)
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/schema/ DESTINATION ${CMAKE_INSTALL_DATADIR}/z7cashflow/schema
-        COMPONENT program)
+        COMPONENT program FILES_MATCHING PATTERN "*.sql")
 
 set(documents ${CMAKE_INSTALL_DATADIR}/doc/z7cashflow)
-install(FILES ${PROJECT_SOURCE_DIR}/README.md ${PROJECT_SOURCE_DIR}/CHANGELOG.md DESTINATION ${documents}
-        COMPONENT documentation)
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs ${PROJECT_SOURCE_DIR}/examples DESTINATION ${documents}
         COMPONENT documentation)
+install(FILES ${PROJECT_SOURCE_DIR}/schema/README.md DESTINATION ${documents}/schema COMPONENT documentation)
 install(FILES ${PROJECT_SOURCE_DIR}/LICENSE DESTINATION ${documents} COMPONENT license)
 
 # For builds that do not use CMake: pkg-config z7cashflow-sqlite, with --static if there are no shared libraries. The prefix is found from the file's own place.

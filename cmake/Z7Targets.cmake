@@ -33,6 +33,15 @@ endif()
 # 1 is the first one. A version that removes or changes anything between Z7_PUBLIC_BEGIN and Z7_PUBLIC_END takes the next.
 set(z7_soname 1)
 
+# For packages: the hardening that Debian expects, and no folder of the build in what is compiled, so that a build in another
+# folder has the same bytes. Only code that is compiled with optimisation can take these options.
+add_library(z7_package_options INTERFACE)
+if(Z7_PACKAGES)
+  target_compile_options(z7_package_options INTERFACE -ffile-prefix-map=${PROJECT_SOURCE_DIR}/=
+    -fstack-protector-strong $<$<NOT:$<CONFIG:Debug>>:-D_FORTIFY_SOURCE=2>)
+  target_link_options(z7_package_options INTERFACE LINKER:-z,relro LINKER:-z,now)
+endif()
+
 # z7_library(NAME sources... [LINK public libraries...] [PRIVATE_LINK private libraries...] [COMPONENT name])
 # A static library NAME with the alias z7::NAME, whose headers are included as <path below src>. COMPONENT gives the component
 # of the installed package that it belongs to; with BUILD_SHARED_LIBS it is also linked as the shared library z7_NAME_shared,
@@ -45,7 +54,8 @@ function(z7_library name)
   target_include_directories(z7_${name} PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/src>
                                                $<INSTALL_INTERFACE:include>)
   target_compile_features(z7_${name} PUBLIC cxx_std_20)
-  target_link_libraries(z7_${name} PUBLIC ${ARG_LINK} PRIVATE $<BUILD_INTERFACE:z7_options> ${ARG_PRIVATE_LINK})
+  target_link_libraries(z7_${name} PUBLIC ${ARG_LINK} PRIVATE $<BUILD_INTERFACE:z7_options>
+                        $<BUILD_INTERFACE:z7_package_options> ${ARG_PRIVATE_LINK})
   if(ARG_COMPONENT)
     string(REGEX REPLACE "-cashflow$" "" file z7cashflow-${ARG_COMPONENT})
     set_target_properties(z7_${name} PROPERTIES OUTPUT_NAME ${file})
@@ -68,7 +78,8 @@ function(z7_shared_library name file)
     VERSION ${z7_soname}.${PROJECT_VERSION} SOVERSION ${z7_soname})
   target_include_directories(z7_${name}_shared INTERFACE $<INSTALL_INTERFACE:include>)
   target_compile_features(z7_${name}_shared INTERFACE cxx_std_20)
-  target_link_libraries(z7_${name}_shared PUBLIC ${ARG_LINK} PRIVATE $<BUILD_INTERFACE:z7_options> ${ARG_PRIVATE_LINK})
+  target_link_libraries(z7_${name}_shared PUBLIC ${ARG_LINK} PRIVATE $<BUILD_INTERFACE:z7_options>
+                        $<BUILD_INTERFACE:z7_package_options> ${ARG_PRIVATE_LINK})
   target_link_options(z7_${name}_shared PRIVATE LINKER:--version-script=${exports} LINKER:--no-undefined LINKER:--as-needed)
 endfunction()
 
