@@ -174,17 +174,17 @@ std::string CashFlow::InsertSql(const std::string& tableName, const CashFlowStru
 
 void CashFlow::appendXml(std::string& out) const {
     out += "<row ";
-    const auto& names = shape_->names();
-    for (std::size_t at = 0; at < names.size(); ++at) {
-        out += names[at];
-        if (values_[at].isNull()) { // as most are
-            out += "='' ";
-            continue;
+    const std::string_view attributes = shape_->emptyAttributes();
+    std::size_t written = 0;
+    for (std::size_t at = 0; at < values_.size(); ++at) {
+        if (!values_[at].isNull()) {
+            const std::size_t place = shape_->valuePlace(at);
+            out += attributes.substr(written, place - written);
+            modPublic::appendXmlEscaped(out, values_[at]);
+            written = place;
         }
-        out += "='";
-        modPublic::appendXmlEscaped(out, values_[at]);
-        out += "' ";
     }
+    out += attributes.substr(written);
     out += "/>\r\n";
 }
 

@@ -11,6 +11,10 @@ bool FieldShape::add(const std::string& name) {
     const bool isNew = positions_.try_emplace(name, names_.size()).second;
     if (isNew) {
         names_.push_back(name);
+        attributes_ += name;
+        attributes_ += "='";
+        valuePlaces_.push_back(attributes_.size());
+        attributes_ += "' ";
     }
     return isNew;
 }

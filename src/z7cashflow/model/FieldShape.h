@@ -6,6 +6,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 
@@ -29,8 +30,16 @@ public:
     /// The number of names.
     [[nodiscard]] std::size_t size() const noexcept { return names_.size(); }
 
+    /// All names as XML attributes without a value: "a='' b='' ". Most fields of a row are empty, so a row is written as
+    /// this text with its few values inserted.
+    [[nodiscard]] std::string_view emptyAttributes() const noexcept { return attributes_; }
+    /// Where in that text the value of the field at a position (from 0 to below size()) belongs.
+    [[nodiscard]] std::size_t valuePlace(std::size_t position) const { return valuePlaces_[position]; }
+
 private:
     std::vector<std::string> names_;
+    std::string attributes_;
+    std::vector<std::size_t> valuePlaces_;
     std::unordered_map<std::string, std::size_t> positions_;
 };
 

@@ -3,6 +3,7 @@
 #include "z7cashflow/support/Error.h"
 #include "z7cashflow/support/conversions.h"
 
+#include <array>
 #include <iostream>
 #include <string_view>
 #include <utility>
@@ -56,13 +57,21 @@ std::string_view escapeOf(char c) {
     }
 }
 
+// Which characters have an escape: a look-up per character, since nearly none has one.
+constexpr auto isEscaped = [] {
+    std::array<bool, 256> table{};
+    for (const unsigned char c : {'&', '>', '<', '\'', '"'}) {
+        table[c] = true;
+    }
+    return table;
+}();
+
 void appendEscaped(std::string& out, std::string_view text) {
     std::size_t plain = 0; // where the characters begin that need no escape
     for (std::size_t at = 0; at < text.size(); ++at) {
-        const std::string_view escape = escapeOf(text[at]);
-        if (!escape.empty()) {
+        if (isEscaped[static_cast<unsigned char>(text[at])]) {
             out += text.substr(plain, at - plain);
-            out += escape;
+            out += escapeOf(text[at]);
             plain = at + 1;
         }
     }

@@ -1,5 +1,6 @@
 #include "adapters/sqlite/FaultyDisk.h"
 
+#include <atomic>
 #include <sqlite3.h>
 
 #include <csignal>

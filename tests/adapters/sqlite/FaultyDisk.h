@@ -1,6 +1,8 @@
 #pragma once
 
-#include <atomic>
+#include <array>
+#include <cstddef>
+#include <ostream>
 
 namespace z7::cashflow::sqlite {
 
@@ -26,5 +28,11 @@ public:
     /// The number of calls since then, including failed ones.
     [[nodiscard]] static int calls();
 };
+
+/// Names the fault in the names of tests.
+inline void PrintTo(FaultyDisk::Fault fault, std::ostream* out) {
+    static constexpr std::array names{"Full", "SyncFails", "GrowsNoMore", "Killed"};
+    *out << names.at(static_cast<std::size_t>(fault));
+}
 
 } // namespace z7::cashflow::sqlite

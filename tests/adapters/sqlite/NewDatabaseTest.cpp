@@ -162,10 +162,6 @@ TEST_F(NewDatabaseTest, TheFolderOfARunThatGoesOnIsLeftAlone) {
 
 class DiskFault : public NewDatabaseTest, public testing::WithParamInterface<Fault> {};
 
-std::string nameOf(Fault fault) {
-    return fault == Fault::full ? "Full" : fault == Fault::syncFails ? "SyncFails" : "GrowsNoMore";
-}
-
 TEST_P(DiskFault, AtEachCallLeavesNothingOrAWholeAccount) {
     FaultyDisk disk;
     int refused = 0;
@@ -193,7 +189,7 @@ TEST_P(DiskFault, AtEachCallLeavesNothingOrAWholeAccount) {
 }
 
 INSTANTIATE_TEST_SUITE_P(NewDatabase, DiskFault, testing::Values(Fault::full, Fault::syncFails, Fault::growsNoMore),
-                         [](const auto& tested) { return nameOf(tested.param); });
+                         testing::PrintToStringParamName());
 
 TEST_F(NewDatabaseTest, ARerunRecoversFromAKillAtEachCall) {
     FaultyDisk disk;
