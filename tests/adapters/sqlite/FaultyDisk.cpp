@@ -1,8 +1,8 @@
 #include "adapters/sqlite/FaultyDisk.h"
 
-#include <atomic>
 #include <sqlite3.h>
 
+#include <atomic>
 #include <csignal>
 #include <limits>
 #include <stdexcept>
