@@ -91,11 +91,12 @@ install(DIRECTORY ${PROJECT_SOURCE_DIR}/schema/ DESTINATION ${CMAKE_INSTALL_DATA
 
 set(documents ${CMAKE_INSTALL_DATADIR}/doc/z7cashflow)
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs ${PROJECT_SOURCE_DIR}/examples DESTINATION ${documents}
-        COMPONENT documentation)
+        COMPONENT documentation PATTERN Doxyfile.in EXCLUDE PATTERN namespaces.dox EXCLUDE)
 install(FILES ${PROJECT_SOURCE_DIR}/schema/README.md DESTINATION ${documents}/schema COMPONENT documentation)
 install(FILES ${PROJECT_SOURCE_DIR}/LICENSE DESTINATION ${documents} COMPONENT license)
 
-# For builds that do not use CMake: pkg-config z7cashflow-sqlite, with --static if there are no shared libraries. The prefix is found from the file's own place.
+# For builds that do not use CMake: pkg-config z7cashflow-sqlite, with --static if there are no shared libraries. The
+# prefix is found from the file's own place.
 function(z7_pkg_config name description requires requiresPrivate libraries)
   configure_file(${PROJECT_SOURCE_DIR}/cmake/z7cashflow.pc.in ${PROJECT_BINARY_DIR}/${name}.pc @ONLY)
   install(FILES ${PROJECT_BINARY_DIR}/${name}.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig
@@ -108,11 +109,13 @@ set(base "z7cashflow = ${PROJECT_VERSION}")
 z7_pkg_config(z7cashflow "${PROJECT_DESCRIPTION}" "" "libxml-2.0, libutf8proc" "-lz7cashflow")
 z7_pkg_config(z7cashflow-workbench "Statement, open vouchers, corrections and their log" "${base}" "" "-lz7cashflow-workbench")
 z7_pkg_config(z7cashflow-texts "Texts of Z7CashFlow in Chinese and English" "${base}" "" "-lz7cashflow-texts")
+if(TARGET z7_databases)
+  z7_pkg_config(z7cashflow-databases "What database adapters of Z7CashFlow share" "${base}" "" "-lz7cashflow-databases")
+endif()
+set(base "z7cashflow-databases = ${PROJECT_VERSION}")
 if(TARGET z7_sqlite)
-  z7_pkg_config(z7cashflow-sqlite "The embedded database of Z7CashFlow" "${base}" "sqlite3 >= 3.39"
-                "-lz7cashflow-sqlite -lz7cashflow-databases")
+  z7_pkg_config(z7cashflow-sqlite "The embedded database of Z7CashFlow" "${base}" "sqlite3 >= 3.39" "-lz7cashflow-sqlite")
 endif()
 if(TARGET z7_odbc)
-  z7_pkg_config(z7cashflow-odbc "Z7CashFlow on a server through ODBC" "${base}" "odbc"
-                "-lz7cashflow-odbc -lz7cashflow-databases")
+  z7_pkg_config(z7cashflow-odbc "Z7CashFlow on a server through ODBC" "${base}" "odbc" "-lz7cashflow-odbc")
 endif()

@@ -64,9 +64,9 @@ inside sh -c 'ldconfig -p' | grep 'libz7cashflow\.so\.1 ' >/dev/null || { echo "
 quietly inside cmake -S $examples -B /root/build -G Ninja
 quietly inside cmake --build /root/build
 inside sh -c 'ldd /root/build/host' | grep 'libz7cashflow\.so\.1 => /' >/dev/null || { echo "host is not linked with the library" && exit 1; }
-inside /root/build/host /root/company.db 2024-03-05 3 1 1
+inside /root/build/host /root/company.db 2024-03-04 3 1 1
 inside sh -c "g++ -std=c++20 -I$examples $examples/host/main.cpp -o /root/host \$(pkg-config --cflags --libs z7cashflow-sqlite z7cashflow-texts)"
-inside /root/host /root/company.db 2024-03-05 3 1 1 >/dev/null
+inside /root/host /root/company.db 2024-03-04 3 1 1 >/dev/null
 quietly inside cmake -S $examples -B /root/static -G Ninja -D Z7CashFlow_USE_STATIC_LIBS=ON
 quietly inside cmake --build /root/static --target host
 if inside sh -c 'ldd /root/static/host' | grep libz7cashflow; then

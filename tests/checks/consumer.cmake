@@ -38,10 +38,15 @@ cmake_path(GET packageFolder PARENT_PATH libraryFolder)
 find_program(pkgConfig pkg-config)
 if(pkgConfig)
   set(ENV{PKG_CONFIG_PATH} ${packageFolder})
-  execute_process(COMMAND ${pkgConfig} --static --cflags --libs z7cashflow-sqlite z7cashflow-texts
-                  OUTPUT_VARIABLE flags OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
-  separate_arguments(flags UNIX_COMMAND "${flags}")
-  run(${COMPILER} -std=c++20 -I${source}/examples ${source}/examples/outside/main.cpp -o ${WORK}/outside ${flags})
+  set(programs outside own-database)
+  set(databases sqlite databases)
+  foreach(program database IN ZIP_LISTS programs databases)
+    execute_process(COMMAND ${pkgConfig} --static --cflags --libs z7cashflow-${database} z7cashflow-texts
+                    OUTPUT_VARIABLE flags OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
+    separate_arguments(flags UNIX_COMMAND "${flags}")
+    file(GLOB sources ${source}/examples/${program}/*.cpp)
+    run(${COMPILER} -std=c++20 -I${source}/examples ${sources} -o ${WORK}/${program} ${flags})
+  endforeach()
 endif()
 
 # The programs find the shared libraries where they were linked.
