@@ -75,7 +75,8 @@ function(z7_shared_library name file)
   add_library(z7_${name}_shared SHARED $<TARGET_OBJECTS:z7_${name}>)
   set_target_properties(z7_${name}_shared PROPERTIES
     EXPORT_NAME ${name} OUTPUT_NAME ${file} LINKER_LANGUAGE CXX LINK_DEPENDS ${exports}
-    VERSION ${z7_soname}.${PROJECT_VERSION} SOVERSION ${z7_soname})
+    VERSION ${z7_soname}.${PROJECT_VERSION} SOVERSION ${z7_soname}
+    SKIP_BUILD_RPATH ON) # an install would only blank the path of the build, and its length would remain
   target_include_directories(z7_${name}_shared INTERFACE $<INSTALL_INTERFACE:include>)
   target_compile_features(z7_${name}_shared INTERFACE cxx_std_20)
   target_link_libraries(z7_${name}_shared PUBLIC ${ARG_LINK} PRIVATE $<BUILD_INTERFACE:z7_options>
