@@ -86,7 +86,7 @@ protected:
         std::vector<std::string> list;
         for (const std::string& line : run.lines()) {
             const auto json = nlohmann::json::parse(line);
-            if (json.at("outcome") == "stored") {
+            if (json.contains("outcome") && json["outcome"] == "stored") {
                 std::string key = json.at("voucher").get<std::string>() + "|";
                 std::replace(key.begin(), key.end(), '/', '|');
                 list.push_back(key);
@@ -216,7 +216,7 @@ TEST_F(AllotJobsOnAServerTest, TryAVoucherAgainThatTheServerGaveUpOnce) {
         }
     });
     EXPECT_EQ(locks, 2);
-    EXPECT_THAT(run.out, HasSubstr(R"({"voucher":"2024/3/1/2","sign":"收","outcome":"stored")"));
+    EXPECT_THAT(run.out, HasSubstr(R"({"form":1,"voucher":"2024/3/1/2","sign":"收","outcome":"stored")"));
     EXPECT_THAT(run.out, testing::Not(HasSubstr("held-elsewhere")));
 }
 
@@ -229,7 +229,12 @@ TEST_F(AllotJobsOnAServerTest, AllEndWhereOneFails) {
     });
     EXPECT_EQ(run.exitCode, 3);
     EXPECT_THAT(run.err, HasSubstr("Stopped at voucher 2024/3/"));
-    EXPECT_THAT(run.err, HasSubstr(std::to_string(run.lines().size()) + " of 304 vouchers are done"));
+    EXPECT_THAT(run.err, HasSubstr(std::to_string(run.lines().size() - 1) + " of 304 vouchers are done"));
+    const auto last = nlohmann::json::parse(run.lines().back());
+    EXPECT_EQ(last.size(), 2U) << "after the vouchers, the failure of the command: " << run.lines().back();
+    EXPECT_EQ(last.at("error").at("number"), 10054);
+    EXPECT_EQ(last.at("error").at("code"), "database-failed");
+    EXPECT_EQ(last.at("error").at("exitCode"), 3);
     EXPECT_THAT(run.out, testing::Not(HasSubstr("2024/3/1/2\"")));
     EXPECT_LT(run.lines().size(), 150U) << "nobody goes on to the end of the year";
     EXPECT_EQ(storedVouchers(run), loggedVouchers(file)) << "what was stored is reported";

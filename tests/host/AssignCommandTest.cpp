@@ -35,7 +35,8 @@ protected:
     /// The stored rows of a voucher: "2 0101 100.00" for each.
     [[nodiscard]] std::vector<std::string> rows(const std::string& key) const {
         std::vector<std::string> texts;
-        for (const Json& row : Json::parse(run({"rows", key, "--json"}).out)) {
+        const Json record = Json::parse(run({"rows", key, "--json"}).out);
+        for (const Json& row : record.at("rows")) {
             const double amount = row["md"].get<double>() + row["mc"].get<double>();
             texts.push_back(row["inid"].dump() + " " + row["cCashItem"].get<std::string>() + " " + Json(amount).dump());
         }

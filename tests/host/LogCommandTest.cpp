@@ -185,10 +185,10 @@ TEST_F(LogCommandTest, AnAccountWithoutTheLogGetsItOnce) {
     EXPECT_EQ(log().size(), 1U) << "what it holds stays";
     EXPECT_EQ(run({"undo", "1"}).exitCode, 0);
     EXPECT_TRUE(workbench::sameRows(before, allRows(), true));
-    EXPECT_EQ(run({"log", "--start", "--json"}).out, "{\"log\":\"present\"}\n");
+    EXPECT_EQ(run({"log", "--start", "--json"}).out, "{\"form\":1,\"log\":\"present\"}\n");
     EXPECT_EQ(run({"log", "1", "--start"}).exitCode, 2);
     dropLog();
-    EXPECT_EQ(run({"log", "--start", "--json"}).out, "{\"log\":\"added\"}\n");
+    EXPECT_EQ(run({"log", "--start", "--json"}).out, "{\"form\":1,\"log\":\"added\"}\n");
 }
 
 TEST_F(LogCommandTest, TheLogIsNotAddedWithoutTheRightToWrite) {

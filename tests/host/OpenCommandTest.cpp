@@ -322,16 +322,18 @@ TEST_F(OpenCommandTest, RowsSayWhereTheirItemsComeFrom) {
                 HasSubstr("template of 1405 debit, from 2024-01-01"));
     EXPECT_THAT(run({"rows", "2024/6/2/10", "--why"}).out, HasSubstr("stored earlier"));
     EXPECT_THAT(run({"rows", "2024/6/2/10", "--why", "--lang", "zh-CN"}).out, HasSubstr("已保存的行"));
-    const Json rows = Json::parse(run({"rows", "2024/7/2/2", "--generate", "--why", "--json"}).out);
+    const Json rows = Json::parse(run({"rows", "2024/7/2/2", "--generate", "--why", "--json"}).out).at("rows");
     ASSERT_EQ(rows.size(), 2U);
     EXPECT_EQ(rows[0]["itemSource"]["from"], "template");
     EXPECT_EQ(rows[0]["itemSource"]["account"], "1405");
     EXPECT_EQ(rows[0]["itemSource"]["side"], "debit");
     EXPECT_EQ(rows[0]["itemSource"]["since"], "2024-01-01");
-    EXPECT_FALSE(Json::parse(run({"rows", "2024/7/2/2", "--generate", "--json"}).out)[0].contains("itemSource"));
+    EXPECT_FALSE(
+        Json::parse(run({"rows", "2024/7/2/2", "--generate", "--json"}).out)["rows"][0].contains("itemSource"));
     sql("update gl_accvouch set citem_class=N'98',citem_id=N'0112' where iperiod=7 and isignseq=2 and ino_id=2 and inid=1");
-    EXPECT_EQ(Json::parse(run({"rows", "2024/7/2/2", "--generate", "--why", "--json"}).out)[0]["itemSource"]["from"],
-              "auxiliary-item");
+    EXPECT_EQ(
+        Json::parse(run({"rows", "2024/7/2/2", "--generate", "--why", "--json"}).out)["rows"][0]["itemSource"]["from"],
+        "auxiliary-item");
 }
 
 TEST(OpenVouchersOfTheHouseholdJournal, AreThoseInWhichTheStatementDiffers) {

@@ -28,9 +28,9 @@ std::string textOf(const fs::path& file) {
     return {std::istreambuf_iterator<char>(stream), {}};
 }
 
-/// A report without the identities of rows, which each reading makes anew, and without the time.
+/// A report without the times of runs.
 std::string lasting(const std::string& report) {
-    static const std::regex passing("\"(key|RowGuid)\":\"[0-9A-F]*\"|[0-9-]{10} [0-9]{2}:[0-9]{2}:[0-9]{2}");
+    static const std::regex passing("[0-9-]{10} [0-9]{2}:[0-9]{2}:[0-9]{2}");
     return std::regex_replace(report, passing, "");
 }
 

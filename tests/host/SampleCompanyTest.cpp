@@ -311,7 +311,7 @@ TEST_F(SampleCompanyTest, RedLinesGiveNegativeRowsOnTheirOwnSide) {
         {"2024/11/2/11", {{"2211", "0112", 400.0, 0.0}, {"2211", "0112", -100.0, 0.0}}},
     };
     for (const auto& [voucher, rows] : expected) {
-        const Json stored = Json::parse(run({"rows", voucher, "--json"}).out);
+        const Json stored = Json::parse(run({"rows", voucher, "--json"}).out).at("rows");
         std::vector<Row> found;
         for (const Json& row : stored) {
             found.emplace_back(row.at("ccode"), row.at("cCashItem"), row.at("md"), row.at("mc"));
@@ -325,8 +325,9 @@ TEST_F(SampleCompanyTest, TheAccountingSystemOfTheSettingsKeepsBudgetLinesOut) {
     const auto settings = scratch.write("gov.toml", "accounting_system = \"政府会计制度\"\n");
     const RunResult saved = run({"save", "2024/11/2/10", "--settings", settings.string(), "--json"});
     EXPECT_EQ(saved.exitCode, 0) << saved.err;
-    EXPECT_EQ(saved.out,
-              "{\"voucher\":\"2024/11/2/10\",\"sign\":\"付\",\"outcome\":\"stored\",\"rows\":1,\"new\":1}\n");
+    EXPECT_EQ(
+        saved.out,
+        "{\"form\":1,\"voucher\":\"2024/11/2/10\",\"sign\":\"付\",\"outcome\":\"stored\",\"rows\":1,\"new\":1}\n");
 }
 
 TEST_F(SampleCompanyTest, CarriesTheCurrencyIntoTheRows) {
@@ -346,7 +347,7 @@ TEST(SampleCompanyOptions, WithCashCodeTheRowsStandOnCashLines) {
     ASSERT_EQ(runProgram({"init", file, "--sample", "--set", "bCashCode=true", "--quiet"}).exitCode, 0);
     const RunResult rows = runProgram({"rows", file, "2024/1/1/2", "--generate", "--json", "--quiet"});
     ASSERT_EQ(rows.exitCode, 0) << rows.err;
-    const Json json = Json::parse(rows.out);
+    const Json json = Json::parse(rows.out).at("rows");
     ASSERT_EQ(json.size(), 1U);
     EXPECT_EQ(json[0].at("ccode"), "1001");
     EXPECT_EQ(json[0].at("cCashItem"), "0101");

@@ -44,7 +44,7 @@ protected:
             load();
         } catch (const Failure& failure) {
             EXPECT_EQ(failure.exitCode(), exit_code::usage);
-            EXPECT_THAT(failure.lines(), ElementsAre());
+            EXPECT_THAT(failure.faults(), ElementsAre());
             const std::string message = failure.message(language);
             const std::string folder = (scratch.path() / "csv/").string();
             EXPECT_THAT(message, StartsWith(folder));
@@ -217,13 +217,18 @@ TEST_F(TableFilesTest, ReportsAllFaultsAtOnce) {
         load();
         ADD_FAILURE() << "no failure";
     } catch (const Failure& failure) {
-        EXPECT_THAT(failure.lines(),
-                    ElementsAre(HasSubstr("code.csv, line 2, column iyear: "),
-                                HasSubstr("code.csv, line 4, column bend: "),
-                                HasSubstr("code.csv, line 5: the key iyear=2024, ccode=1001 is already on line 3"),
-                                HasSubstr("dsign.csv, line 1, column kind: "),
-                                HasSubstr("nothing.csv: the database has no table \"nothing\""),
-                                HasSubstr("ua_period.csv, line 2, column dend: ")));
+        const auto fault = [](const char* code, const char* line) {
+            return testing::AllOf(testing::Field(&Failure::Fault::code, code),
+                                  testing::Field(&Failure::Fault::line, HasSubstr(line)));
+        };
+        EXPECT_THAT(
+            failure.faults(),
+            ElementsAre(fault("not-a-whole-number", "code.csv, line 2, column iyear: "),
+                        fault("not-a-truth", "code.csv, line 4, column bend: "),
+                        fault("key-taken", "code.csv, line 5: the key iyear=2024, ccode=1001 is already on line 3"),
+                        fault("column-unknown", "dsign.csv, line 1, column kind: "),
+                        fault("csv-no-table", "nothing.csv: the database has no table \"nothing\""),
+                        fault("not-a-date", "ua_period.csv, line 2, column dend: ")));
         EXPECT_EQ(failure.message(language), "6 faults, see above; nothing was created");
     }
 }
@@ -238,7 +243,7 @@ TEST_F(TableFilesTest, ReportsNoMoreThanFiftyFaults) {
         load();
         ADD_FAILURE() << "no failure";
     } catch (const Failure& failure) {
-        EXPECT_EQ(failure.lines().size(), 50U);
+        EXPECT_EQ(failure.faults().size(), 50U);
         EXPECT_EQ(failure.message(language),
                   "the first 50 faults, see above, and there may be more; nothing was created");
     }

@@ -36,6 +36,21 @@ protected:
     EnvironmentGuard connect_{"Z7CF_CONNECT", nullptr};
 };
 
+TEST_F(UsageTextTest, WithJsonTheFailureIsAlsoARecord) {
+    for (const std::vector<std::string>& words : {std::vector<std::string>{"vouchers", "x.db", "--json"},
+                                                  {"--json", "vouchers", "x.db"},
+                                                  {"vouchers", "--json=true", "x.db"}}) {
+        const RunResult run = runProgram(words);
+        EXPECT_EQ(run.exitCode, 2);
+        EXPECT_THAT(run.out, testing::StartsWith("{\"form\":1,\"error\":{\"code\":\"")) << run.err;
+        EXPECT_THAT(run.out, HasSubstr("\"exitCode\":2"));
+        EXPECT_EQ(run.lines().size(), 1U);
+    }
+    EXPECT_EQ(runProgram({"vouchers", "x.db", "--json"}).out,
+              "{\"form\":1,\"error\":{\"code\":\"argument-missing\",\"text\":\"--year is missing; see --help\","
+              "\"exitCode\":2,\"arguments\":[\"--year\"]}}\n");
+}
+
 TEST_F(UsageTextTest, NamesWhatIsMissing) {
     EXPECT_EQ(said({"vouchers", "x.db"}), "z7cf: --year is missing; see --help");
     EXPECT_EQ(said({"--lang", "zh-CN", "vouchers", "x.db"}), "z7cf: 缺少 --year；用 --help 查看用法");

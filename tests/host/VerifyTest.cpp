@@ -94,7 +94,7 @@ TEST_F(VerifyTest, FindsNothingInASoundAccount) {
     EXPECT_EQ(run.exitCode, 0);
     EXPECT_EQ(run.out, "The files are sound and the tables agree.\n");
     EXPECT_EQ(runProgram({"verify", "--connect", sqlite::connectionString(file)}).out, run.out);
-    EXPECT_EQ(runProgram({"verify", file, "--json"}).out, "{\"holds\":true,\"findings\":[]}\n");
+    EXPECT_EQ(runProgram({"verify", file, "--json"}).out, "{\"form\":1,\"holds\":true,\"findings\":[]}\n");
 }
 
 TEST_F(VerifyTest, ComparesTheVersionOfAServersSchema) {

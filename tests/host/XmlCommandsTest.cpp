@@ -14,6 +14,7 @@
 
 #include <fstream>
 #include <regex>
+#include <set>
 #include <sstream>
 
 namespace z7::cashflow::host {
@@ -25,11 +26,6 @@ using Json = nlohmann::json;
 using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
-
-/// A document without the keys and identities of its rows, which change with every read.
-std::string lasting(const std::string& document) {
-    return std::regex_replace(document, std::regex("(key|RowGuid)='[0-9A-F]*'"), "$1=''");
-}
 
 class XmlCommandsTest : public testing::Test {
 protected:
@@ -87,18 +83,19 @@ TEST_F(XmlCommandsTest, ExportWritesTheDocumentAndImportReadsItBack) {
     EXPECT_THAT(exported.out, StartsWith("<root iperiod='6' isignseq='2' ino_id='10'>"));
     EXPECT_EQ(rowsOfDocument(exported.out)->Count(), 2);
     const RunResult json = run({"export", "2024/6/2/10", "--json"});
-    EXPECT_EQ(lasting(Json::parse(json.out).at("xml")), lasting(exported.out));
+    EXPECT_EQ(Json::parse(json.out).at("xml"), exported.out);
     EXPECT_EQ(Json::parse(json.out).at("rows"), 2);
     const std::string file = scratch.write("rows.xml", exported.out).string();
     const RunResult imported = run({"import", "2024/6/2/10", file, "--json"});
     EXPECT_EQ(imported.exitCode, 0) << imported.err;
-    EXPECT_EQ(imported.out,
-              "{\"voucher\":\"2024/6/2/10\",\"sign\":\"付\",\"outcome\":\"stored\",\"rows\":2,\"changed\":2}\n");
+    EXPECT_EQ(
+        imported.out,
+        "{\"form\":1,\"voucher\":\"2024/6/2/10\",\"sign\":\"付\",\"outcome\":\"stored\",\"rows\":2,\"changed\":2}\n");
     const std::string taken = run({"export", "2024/6/2/10"}).out;
     EXPECT_THAT(taken, HasSubstr("cdept_id='02'")) << "what the document does not decide comes from the voucher's line";
     const std::string again = scratch.write("again.xml", taken).string();
     EXPECT_EQ(run({"import", "2024/6/2/10", again}).exitCode, 0);
-    EXPECT_EQ(lasting(run({"export", "2024/6/2/10"}).out), lasting(taken)) << "what was taken in comes out again";
+    EXPECT_EQ(run({"export", "2024/6/2/10"}).out, taken) << "what was taken in comes out again";
 }
 
 TEST_F(XmlCommandsTest, ExportGeneratesRowsThatAreNotStored) {
@@ -119,7 +116,7 @@ TEST_F(XmlCommandsTest, ImportRefusesWhatDoesNotFitAndChangesNothing) {
     const RunResult refused = run({"import", "2024/6/2/10", file, "--json"});
     EXPECT_EQ(refused.exitCode, 1);
     EXPECT_EQ(Json::parse(refused.out).at("error").at("number"), 10009);
-    EXPECT_EQ(lasting(run({"export", "2024/6/2/10"}).out), lasting(before));
+    EXPECT_EQ(run({"export", "2024/6/2/10"}).out, before);
 }
 
 TEST_F(XmlCommandsTest, ImportReportsWhatIsWrongWithItsFile) {
@@ -143,11 +140,54 @@ TEST_F(XmlCommandsTest, ImportReadsStandardInput) {
     EXPECT_EQ(out.str(), "Voucher 2024/6/付/10: rows stored: 2.\nchanged 2\n");
 }
 
+TEST_F(XmlCommandsTest, ADocumentHasRandomIdentitiesOnlyIfAskedFor) {
+    const auto exported = [this](const std::string& voucher, const std::vector<std::string>& more = {}) {
+        std::vector<std::string> words{"export", voucher};
+        words.insert(words.end(), more.begin(), more.end());
+        return run(words).out;
+    };
+    const auto identities = [](const std::string& document) {
+        std::set<std::string> found;
+        const std::regex identity("(?:key|RowGuid)='([0-9A-F]+)'");
+        for (std::sregex_iterator each(document.begin(), document.end(), identity), end; each != end; ++each) {
+            found.insert((*each)[1].str());
+        }
+        return found;
+    };
+    const std::string document = exported("2024/6/2/10");
+    EXPECT_EQ(exported("2024/6/2/10"), document);
+    EXPECT_NE(exported("2024/6/2/10", {"--identities"}), exported("2024/6/2/10", {"--identities"}));
+    std::set<std::string> all = identities(document);
+    EXPECT_EQ(all.size(), 4U) << "two for each of the two rows";
+    all.merge(identities(exported("2024/6/2/4", {"--generate"})));
+    EXPECT_GT(all.size(), 4U);
+    EXPECT_EQ(all.size() % 2, 0U) << "the rows of every voucher have identities of their own";
+}
+
+TEST_F(XmlCommandsTest, JsonHasTheIdentitiesOfRowsOnlyIfAskedFor) {
+    const auto expectAsAsked = [](const RunResult& plain, const RunResult& again, const RunResult& asked) {
+        EXPECT_EQ(plain.out, again.out);
+        for (const char* name : {"key", "RowGuid"}) {
+            EXPECT_FALSE(Json::parse(plain.out).at("rows").at(0).contains(name)) << plain.out;
+            EXPECT_TRUE(Json::parse(asked.out).at("rows").at(0).contains(name)) << asked.out;
+        }
+    };
+    const std::vector<std::string> rows{"rows", "2024/6/2/10", "--json"};
+    expectAsAsked(run(rows), run(rows), run({"rows", "2024/6/2/10", "--json", "--identities"}));
+    expectAsAsked(outside("generate", "sales_voucher", invoice, {"--json"}),
+                  outside("generate", "sales_voucher", invoice, {"--json"}),
+                  outside("generate", "sales_voucher", invoice, {"--json", "--identities"}));
+    ASSERT_EQ(runProgram({"sample-xml", scratch.path().string()}).exitCode, 0);
+    const std::string file = (scratch.path() / "bonus-voucher.xml").string();
+    expectAsAsked(run({"voucher-xml", file, "--json"}), run({"voucher-xml", file, "--json"}),
+                  run({"voucher-xml", file, "--json", "--identities"}));
+}
+
 TEST_F(XmlCommandsTest, OutsideVouchersOfTheLedgerAndOfATableOfTheirOwn) {
     for (const char* table : {"gl_accvouch", "sales_voucher", "[sales_voucher]"}) {
         const RunResult generated = outside("generate", table, invoice, {"--json"});
         ASSERT_EQ(generated.exitCode, 0) << table << generated.err;
-        const Json rows = Json::parse(generated.out);
+        const Json rows = Json::parse(generated.out).at("rows");
         ASSERT_EQ(rows.size(), 1U) << table;
         EXPECT_EQ(rows[0].at("ccode"), "1122");
         EXPECT_EQ(rows[0].at("cCashItem"), "0101");
@@ -157,12 +197,13 @@ TEST_F(XmlCommandsTest, OutsideVouchersOfTheLedgerAndOfATableOfTheirOwn) {
         EXPECT_EQ(number(rowsOfInvoice), std::string(table) == "gl_accvouch" ? 0 : 1);
         const RunResult saved = outside("save", table, invoice, {"--json"});
         EXPECT_EQ(saved.exitCode, 0) << saved.err;
-        EXPECT_EQ(saved.out, "{\"table\":\"" + std::string(table) +
+        EXPECT_EQ(saved.out, "{\"form\":1,\"table\":\"" + std::string(table) +
                                  "\",\"key\":\"AR-2024-0301\",\"outcome\":\"stored\",\"rows\":1}\n");
         EXPECT_EQ(number(rowsOfInvoice), 1);
-        EXPECT_EQ(Json::parse(outside("rows", table, invoice, {"--json"}).out).size(), 1U);
+        EXPECT_EQ(Json::parse(outside("rows", table, invoice, {"--json"}).out).at("rows").size(), 1U);
         EXPECT_EQ(outside("check", table, invoice, {"--json"}).out,
-                  "{\"table\":\"" + std::string(table) + "\",\"key\":\"AR-2024-0301\",\"verdict\":\"matched\"}\n");
+                  "{\"form\":1,\"table\":\"" + std::string(table) +
+                      "\",\"key\":\"AR-2024-0301\",\"verdict\":\"matched\"}\n");
     }
 }
 
@@ -287,14 +328,16 @@ TEST_F(XmlCommandsTest, SampleXmlWritesDocumentsThatTheOtherCommandsTake) {
     EXPECT_EQ(runProgram({"sample-xml", folder.string()}).exitCode, 2) << "nothing is overwritten";
     const RunResult posted = run({"voucher-xml", (folder / "bonus-voucher.xml").string(), "--json"});
     EXPECT_EQ(posted.exitCode, 0) << posted.err;
-    EXPECT_EQ(Json::parse(posted.out).size(), 2U) << "the voucher has its number, so its stored rows are found";
+    EXPECT_EQ(Json::parse(posted.out).at("rows").size(), 2U)
+        << "the voucher has its number, so its stored rows are found";
     const std::string sales = (folder / "sales-voucher.xml").string();
-    EXPECT_EQ(run({"voucher-xml", sales, "--json"}).out, "[]\n");
+    EXPECT_EQ(run({"voucher-xml", sales, "--json"}).out, "{\"form\":1,\"rows\":[]}\n");
     ASSERT_EQ(outside("save", "gl_accvouch", invoice).exitCode, 0);
     const RunResult stored = run({"voucher-xml", sales, "--json"});
-    EXPECT_EQ(Json::parse(stored.out).size(), 1U) << stored.err;
+    EXPECT_EQ(Json::parse(stored.out).at("rows").size(), 1U) << stored.err;
     EXPECT_EQ(rowsOfDocument(run({"voucher-xml", sales, "--xml"}).out)->Count(), 1);
-    EXPECT_EQ(run({"voucher-xml", (folder / "new-voucher.xml").string(), "--create", "--json"}).out, "[]\n");
+    EXPECT_EQ(run({"voucher-xml", (folder / "new-voucher.xml").string(), "--create", "--json"}).out,
+              "{\"form\":1,\"rows\":[]}\n");
 }
 
 TEST_F(XmlCommandsTest, TheSampleRowsPutARefusedVoucherRight) {

@@ -40,7 +40,7 @@ class Company:
 
     def rows(self, voucher=VOUCHER):
         """Line, account, item and amounts of the stored rows."""
-        stored = json.loads(self.run("rows", self.file, voucher, "--json", may_refuse=True))
+        stored = json.loads(self.run("rows", self.file, voucher, "--json", may_refuse=True))["rows"]
         return [[str(row[name]) for name in ("inid", "ccode", "md", "mc", "cCashItem")] for row in stored]
 
 STORED = [["2", "6001", "0.0", "1347.0", "0101"], ["3", "222102", "0.0", "175.11", "0101"]]

@@ -22,7 +22,7 @@ TEST(WithoutWindows, EditSaysWhatIsMissingAndSavesNothing) {
         EXPECT_NE(run.err.find("built without windows"), std::string::npos) << run.err;
         EXPECT_EQ(run.out, "");
     }
-    EXPECT_EQ(runProgram({"rows", file, "2024/3/1/1", "--json"}).out, "[]\n");
+    EXPECT_NE(runProgram({"rows", file, "2024/3/1/1", "--json"}).out.find("\"rows\":[]"), std::string::npos);
 }
 
 } // namespace

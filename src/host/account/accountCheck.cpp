@@ -180,7 +180,7 @@ std::vector<AccountFinding> checkAccount(Connection& connection, const std::stri
             if (error.sqlState() != tableMissing) {
                 throw;
             }
-            all.push_back({"schema", HostText::asItIs, {reasonText(language, error)}});
+            all.push_back({"schema", HostText::verifyTable, {reasonText(language, error)}});
         }
     }
     return all;
@@ -208,8 +208,9 @@ CheckedAccount checkAccount(const AccountPlace& place, const GlobalOptions& opti
         connection->Open(place.connectionString(std::nullopt));
     } catch (const Error& error) {
         const std::string reason = reasonText(options.language, error);
-        throw file ? Failure(exit_code::database, HostText::notADatabase, {file->string(), reason})
-                   : Failure(exit_code::database, HostText::notConnected, {reason});
+        throw(file ? Failure(exit_code::database, HostText::notADatabase, {file->string(), reason})
+                   : Failure(exit_code::database, HostText::notConnected, {reason}))
+            .because({error, {}});
     }
     if (!file) {
         checkVersion(*connection, checked);

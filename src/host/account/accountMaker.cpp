@@ -39,7 +39,8 @@ template <class Step> auto onDisk(const fs::path& account, Language language, St
     try {
         return step();
     } catch (const Error& error) {
-        throw Failure(exit_code::database, HostText::moveFailed, {account.string(), reasonText(language, error)});
+        throw Failure(exit_code::database, HostText::moveFailed, {account.string(), reasonText(language, error)})
+            .because({error, {}});
     }
 }
 

@@ -126,7 +126,7 @@ std::shared_ptr<Connection> openAccount(Server& server, Language language) {
     try {
         return server.openAccount();
     } catch (const Error& error) {
-        throw Failure(exit_code::database, HostText::notConnected, {reasonText(language, error)});
+        throw Failure(exit_code::database, HostText::notConnected, {reasonText(language, error)}).because({error, {}});
     }
 }
 
@@ -151,7 +151,8 @@ ServerAccount makeServerAccount(const std::string& connectionString,
         return account;
     } catch (const Error& error) {
         throw Failure(exit_code::database, HostText::databaseFailed,
-                      {std::to_string(error.number()), reasonText(language, error)});
+                      {std::to_string(error.number()), reasonText(language, error)})
+            .because({error, {}});
     }
 }
 

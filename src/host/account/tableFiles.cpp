@@ -6,6 +6,7 @@
 #include "host/account/sampleData.h"
 #include "host/cli/Failure.h"
 #include "host/cli/exitCode.h"
+#include "host/text/codeText.h"
 #include "host/text/joined.h"
 #include "host/text/reasonText.h"
 #include "z7cashflow/support/Error.h"
@@ -28,8 +29,9 @@ class Faults {
 public:
     explicit Faults(Language language) noexcept : language_(language) {}
 
-    void add(HostText text, std::vector<std::string> arguments) {
-        faults_.push_back({text, std::move(arguments)});
+    /// Adds a fault under its own code, or without one under that of the text.
+    void add(HostText text, std::vector<std::string> arguments, std::string code = {}) {
+        faults_.push_back({text, std::move(arguments), code.empty() ? codeText(text) : std::move(code)});
         if (faults_.size() == most) {
             raiseIfAny();
         }
@@ -38,12 +40,13 @@ public:
     /// Throws a Failure with all faults so far, if there are any.
     void raiseIfAny() const {
         if (faults_.size() == 1) {
-            throw Failure(exit_code::usage, faults_.front().text, faults_.front().arguments);
+            throw Failure(exit_code::usage, faults_.front().text, faults_.front().arguments)
+                .coded(faults_.front().code);
         }
         if (!faults_.empty()) {
-            std::vector<std::string> lines;
+            std::vector<Failure::Fault> lines;
             for (const Fault& fault : faults_) {
-                lines.push_back(hostText(language_, fault.text, fault.arguments));
+                lines.push_back({fault.code, hostText(language_, fault.text, fault.arguments)});
             }
             throw Failure(exit_code::usage, faults_.size() == most ? HostText::csvFaultsAndMore : HostText::csvFaults,
                           {std::to_string(faults_.size())}, std::move(lines));
@@ -55,6 +58,7 @@ private:
     struct Fault {
         HostText text;
         std::vector<std::string> arguments;
+        std::string code;
     };
     Language language_;
     std::vector<Fault> faults_;
@@ -88,16 +92,16 @@ public:
     std::int64_t run() {
         const std::unique_ptr<std::istream> stream = file_.open();
         if (!stream) {
-            fault(1, text(HostText::csvCannotOpen));
+            fault(1, HostText::csvCannotOpen);
             return 0;
         }
         try {
             readCsv(*stream, [this](const CsvRecord& record) { take(record); });
             if (columns_.empty()) {
-                fault(1, text(HostText::csvNoHeading));
+                fault(1, HostText::csvNoHeading);
             }
         } catch (const CsvError& error) {
-            fault(error.line(), reasonText(language_, error));
+            fault(error.line(), reasonText(language_, error), codeText(error));
         } catch (const Unusable&) { // its heading was reported as a fault
         }
         return loader_ ? loader_->count() : 0;
@@ -111,21 +115,26 @@ private:
         return hostText(language_, text, arguments);
     }
 
-    void fault(std::size_t line, const std::string& reason) {
-        faults_.add(HostText::csvAt, {file_.shownName, std::to_string(line), reason});
+    void fault(std::size_t line, HostText reason, const std::vector<std::string>& arguments = {}) {
+        fault(line, text(reason, arguments), codeText(reason));
+    }
+
+    void fault(std::size_t line, const std::string& reason, std::string code) {
+        faults_.add(HostText::csvAt, {file_.shownName, std::to_string(line), reason}, std::move(code));
     }
 
     void fault(const CsvRecord& record, const shared::LoadError& error) {
+        const std::string code = codeText(error.fault().reason);
         if (error.fault().reason == shared::DatabaseReason::keyTaken) {
-            fault(record.line, doubleKeyText(record, error.columns()));
+            fault(record.line, doubleKeyText(record, error.columns()), code);
             return;
         }
         const std::string reason = reasonText(language_, error.fault());
         if (error.columns().empty()) {
-            fault(record.line, reason);
+            fault(record.line, reason, code);
         } else {
             faults_.add(HostText::csvAtColumn,
-                        {file_.shownName, std::to_string(record.line), error.columns().front(), reason});
+                        {file_.shownName, std::to_string(record.line), error.columns().front(), reason}, code);
         }
     }
 
@@ -142,7 +151,7 @@ private:
         for (std::size_t i = 0; i < record.fields.size(); ++i) {
             columns_.push_back(withoutBlanks(record.fields[i].value_or("")));
             if (columns_.back().empty()) {
-                fault(record.line, text(HostText::csvNoName, {std::to_string(i + 1)}));
+                fault(record.line, HostText::csvNoName, {std::to_string(i + 1)});
                 throw Unusable{};
             }
         }
@@ -162,8 +171,7 @@ private:
         const std::size_t separator = record.fields.front()->find_first_of(";\t|");
         if (separator != std::string::npos) {
             const std::string sign(1, record.fields.front()->at(separator));
-            fault(record.line,
-                  text(HostText::csvSeparator, {sign == "\t" ? text(HostText::tabulator) : "\"" + sign + "\""}));
+            fault(record.line, HostText::csvSeparator, {sign == "\t" ? text(HostText::tabulator) : "\"" + sign + "\""});
             throw Unusable{};
         }
     }

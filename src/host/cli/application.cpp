@@ -7,16 +7,20 @@
 #include "host/cli/Settings.h"
 #include "host/cli/connectOption.h"
 #include "host/cli/exitCode.h"
-#include "host/cli/usageText.h"
+#include "host/cli/failureJson.h"
+#include "host/cli/jsonText.h"
+#include "host/cli/usageFailure.h"
 #include "host/text/reasonText.h"
 #include "workbench/vouchers/databaseFailure.h"
 #include "z7cashflow/support/Error.h"
 
 #include <CLI/CLI.hpp>
+#include <nlohmann/json.hpp>
 
 #include <algorithm>
 #include <csignal>
 #include <cstdlib>
+#include <exception>
 #include <new>
 #include <optional>
 #include <ostream>
@@ -41,8 +45,7 @@ void requireNoEmptyOption(const std::vector<std::string>& arguments) {
 }
 
 /// Turns "help" and "help COMMAND" into --help and COMMAND --help.
-std::vector<std::string> withHelpAsOption(std::vector<std::string> arguments, const CLI::App& program,
-                                          Language language) {
+std::vector<std::string> withHelpAsOption(std::vector<std::string> arguments, const CLI::App& program) {
     std::size_t place = 0;
     while (place < arguments.size() && arguments[place].starts_with('-')) {
         const std::string& option = arguments[place];
@@ -55,7 +58,7 @@ std::vector<std::string> withHelpAsOption(std::vector<std::string> arguments, co
     if (place < arguments.size() && !arguments[place].starts_with('-')) {
         const std::string& word = arguments[place];
         if (program.get_subcommands([&word](const CLI::App* command) { return command->get_name() == word; }).empty()) {
-            throw Failure(exit_code::usage, HostText::asItIs, {unknownCommandText(language, program, word)});
+            throw unknownCommand(program, word);
         }
     }
     arguments.emplace_back("--help");
@@ -122,30 +125,53 @@ GlobalOptions globalOptions(const GivenOptions& given, Language languageSoFar, c
     return options;
 }
 
-/// Runs a command and turns every kind of failure into a message and an exit code.
-int guarded(const Console& console, const Language& language, const std::function<int()>& action) {
+/// What every kind of exception means as a failure of the command.
+Failure failureOf(const std::exception_ptr& exception, Language language) {
     try {
-        return action();
+        std::rethrow_exception(exception);
     } catch (const Failure& failure) {
-        for (const std::string& line : failure.lines()) {
-            say(console, language, line);
-        }
-        say(console, language, failure.message(language));
-        return failure.exitCode();
-    } catch (const ReaderGone&) {
-        return exit_code::signalBase + SIGPIPE;
+        return failure;
     } catch (const Error& error) {
         const bool database = isDatabaseFailure(error);
-        say(console, language,
-            hostText(language, database ? HostText::databaseFailed : HostText::voucherFailed,
-                     {std::to_string(error.number()), reasonText(language, error)}));
-        return database ? exit_code::database : exit_code::refused;
+        return Failure(database ? exit_code::database : exit_code::refused,
+                       database ? HostText::databaseFailed : HostText::voucherFailed,
+                       {std::to_string(error.number()), reasonText(language, error)})
+            .because({error, {}});
     } catch (const std::bad_alloc&) {
-        say(console, language, hostText(language, HostText::outOfMemory));
-        return exit_code::database;
+        return Failure(exit_code::database, HostText::outOfMemory);
     } catch (const std::exception& error) {
-        say(console, language, hostText(language, HostText::internal, {error.what()}));
-        return exit_code::database;
+        return Failure(exit_code::database, HostText::internal, {error.what()});
+    }
+}
+
+/// Reports a failure on standard error, and with --json as the last line of standard output, too, unless that has
+/// failed itself.
+int report(const Failure& failure, const Console& console, Language language, bool json) {
+    for (const Failure::Fault& fault : failure.faults()) {
+        say(console, language, fault.line);
+    }
+    say(console, language, failure.message(language));
+    if (json && console.out) {
+        console.out << jsonLine({{"error", failureJson(failure, language)}}) << std::flush;
+    }
+    return failure.exitCode();
+}
+
+/// Whether JSON is asked for. The command line may be wrong, so that it cannot be parsed.
+bool isJsonRequested(const std::vector<std::string>& arguments) {
+    return std::any_of(arguments.begin(), arguments.end(), [](const std::string& argument) {
+        return argument == "--json" || argument.starts_with("--json=");
+    });
+}
+
+/// Runs a command and turns every kind of failure into a message and an exit code.
+int guarded(const Console& console, const Language& language, bool json, const std::function<int()>& action) {
+    try {
+        return action();
+    } catch (const ReaderGone&) {
+        return exit_code::signalBase + SIGPIPE;
+    } catch (const std::exception&) {
+        return report(failureOf(std::current_exception(), language), console, language, json);
     }
 }
 
@@ -154,12 +180,12 @@ int guarded(const Console& console, const Language& language, const std::functio
 int runApplication(const std::vector<std::string>& arguments, const Console& console,
                    const ConnectionMaker& serverConnection, const Clock& clock) {
     Language language = languageOfArguments(arguments);
-    return guarded(console, language, [&]() -> int {
+    return guarded(console, language, isJsonRequested(arguments), [&]() -> int {
         requireNoEmptyOption(arguments);
         CommandLine commandLine(language);
         CLI::App& program = commandLine.program();
         try {
-            const auto words = withHelpAsOption(arguments, program, language);
+            const auto words = withHelpAsOption(arguments, program);
             program.parse(std::vector<std::string>(words.rbegin(), words.rend()));
         } catch (const CLI::Success& request) { // help or version was asked for
             std::ostringstream text;
@@ -169,8 +195,7 @@ int runApplication(const std::vector<std::string>& arguments, const Console& con
             output.flush();
             return exit_code::done;
         } catch (const CLI::ParseError& error) {
-            say(console, language, usageText(language, program, error));
-            return exit_code::usage;
+            throw usageFailure(program, error);
         }
         GlobalOptions options = globalOptions(commandLine.given(), language, console);
         if (serverConnection) {

@@ -1,14 +1,19 @@
 #include "host/cli/jsonText.h"
 
 #include "host/report/rowsByLine.h"
+#include "host/text/codeText.h"
 #include "host/text/refusalText.h"
+#include "workbench/Amount.h"
 #include "z7cashflow/support/conversions.h"
 
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
 #include <array>
+#include <charconv>
+#include <cmath>
 #include <set>
+#include <string_view>
 #include <utility>
 
 namespace z7::cashflow::host {
@@ -17,6 +22,7 @@ using workbench::Finding;
 using workbench::ItemOrigin;
 using workbench::Outcome;
 using workbench::Refusal;
+using workbench::Verdict;
 using workbench::VoucherKey;
 using workbench::voucherKeyText;
 using workbench::VoucherKinds;
@@ -30,7 +36,7 @@ struct JsonOfValue {
     Json operator()(Null /*value*/) const { return nullptr; }
     Json operator()(const std::string& text) const { return text; }
     Json operator()(bool truth) const { return truth; }
-    Json operator()(Date date) const { return isValidDate(date) ? Json(dayText(date)) : Json(date.dayNumber()); }
+    Json operator()(Date date) const { return isValidDate(date) ? Json(dateText(date)) : Json(date.dayNumber()); }
     template <class Number> Json operator()(Number number) const { return number; }
 };
 
@@ -40,14 +46,15 @@ constexpr const char* hexDigits = "0123456789abcdef";
 
 Json valueJson(const Variant& value) { return value.visit(JsonOfValue{}); }
 
-std::string jsonText(const Json& value) {
-    const std::string text = value.dump(-1, ' ', false, Json::error_handler_t::replace);
+namespace {
+
+/// Escapes the control characters that the JSON library writes as they are: DEL and the C1 controls.
+std::string withoutControls(const std::string& text) {
     std::string safe;
     safe.reserve(text.size());
     for (std::size_t i = 0; i < text.size(); ++i) {
         const auto byte = static_cast<unsigned char>(text[i]);
         const auto next = static_cast<unsigned char>(i + 1 < text.size() ? text[i + 1] : '\0');
-        // The JSON writer escapes the control characters below the blank, but not DEL and the C1 controls.
         const bool upperControl = byte == 0xC2 && next >= 0x80 && next <= 0x9F;
         if (byte == 0x7F || upperControl) {
             const unsigned code = upperControl ? next : byte;
@@ -60,6 +67,63 @@ std::string jsonText(const Json& value) {
         }
     }
     return safe;
+}
+
+constexpr double decimalUnit = 10000.0;
+constexpr double largestAmount = 9e11; ///< up to here a double holds four decimals
+
+std::string decimalText(double number) {
+    const bool amount = std::fabs(number) <= largestAmount && std::round(number * decimalUnit) / decimalUnit == number;
+    if (amount) {
+        return workbench::Amount::of(number).plainText();
+    }
+    constexpr std::size_t longest = 32;
+    std::array<char, longest> digits{};
+    const bool readable = std::fabs(number) >= 1e-6 && std::fabs(number) < 1e15; // others have an exponent
+    const auto format = readable ? std::chars_format::fixed : std::chars_format::scientific;
+    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number, format).ptr;
+    return {digits.data(), end};
+}
+
+std::string scalarText(const Json& value) {
+    return value.is_number_float() ? decimalText(value.get<double>())
+                                   : value.dump(-1, ' ', false, Json::error_handler_t::replace);
+}
+
+void write(const Json& value, std::string& text) {
+    if (!value.is_structured()) {
+        text += scalarText(value);
+        return;
+    }
+    text += value.is_object() ? '{' : '[';
+    const char* separator = "";
+    for (const auto& member : value.items()) {
+        text += separator;
+        if (value.is_object()) {
+            text += scalarText(member.key()) + ":";
+        }
+        write(member.value(), text);
+        separator = ",";
+    }
+    text += value.is_object() ? '}' : ']';
+}
+
+} // namespace
+
+std::string jsonText(const Json& value) {
+    std::string text;
+    write(value, text);
+    return withoutControls(text);
+}
+
+std::string jsonLine(Json record) {
+    Json line = {{"form", jsonForm}};
+    line.update(record);
+    return jsonText(line) + "\n";
+}
+
+Json amountJson(double amount) {
+    return std::fabs(amount) <= largestAmount ? std::round(amount * decimalUnit) / decimalUnit : amount;
 }
 
 Json keyJson(const VoucherKey& key, const VoucherKinds& kinds) {
@@ -143,15 +207,15 @@ Json findingJson(const Finding& finding) {
         json["side"] = finding.debit ? "debit" : "credit";
     }
     if (finding.amount != 0.0) {
-        json["amount"] = finding.amount;
+        json["amount"] = amountJson(finding.amount);
     }
     if (finding.kind == Kind::itemUnknown) {
         json["item"] = finding.item;
         json["origin"] = wordOf(originWords, finding.origin);
     }
     if (finding.kind == Kind::sumsDiffer) {
-        json["voucher"] = finding.voucherSum;
-        json["rows"] = finding.rowsSum;
+        json["voucher"] = amountJson(finding.voucherSum);
+        json["rows"] = amountJson(finding.rowsSum);
     }
     if (finding.kind == Kind::rowsDoubled || finding.kind == Kind::rowsNotFound) {
         json["rows"] = finding.rows;
@@ -172,8 +236,12 @@ const char* findingWord(Finding::Kind kind) noexcept { return wordOf(kindWords, 
 
 Json errorJson(const Refusal& refusal, Language language) {
     const std::string& raised = refusal.error.description();
-    Json json = {{"number", refusal.error.number()},
-                 {"description", raised.empty() ? refusalText(language, refusal) : raised}};
+    const std::string text = refusalText(language, refusal);
+    Json json = {
+        {"code", refusal.findings.empty() ? codeText(refusal.error) : findingWord(refusal.findings.front().kind)},
+        {"number", refusal.error.number()},
+        {"text", text},
+        {"description", raised.empty() ? text : raised}};
     if (!refusal.findings.empty()) {
         Json findings = Json::array();
         for (const Finding& finding : refusal.findings) {
@@ -186,6 +254,24 @@ Json errorJson(const Refusal& refusal, Language language) {
 
 namespace {
 
+const char* verdictWord(Verdict::Kind kind) noexcept {
+    switch (kind) {
+    case Verdict::Kind::matched:
+        return "matched";
+    case Verdict::Kind::nothing:
+        return "nothing";
+    case Verdict::Kind::noCash:
+        return "no-cash";
+    case Verdict::Kind::unmatched:
+    case Verdict::Kind::unworkable:
+        break;
+    }
+    return "refused";
+}
+
+/// The fields of a row that are amounts: of the ledger's currency, and of a foreign one.
+constexpr std::array<std::string_view, 4> amountFields{"md", "mc", "md_f", "mc_f"};
+
 /// A number that a document holds as text. A text that is not a number stays a text.
 Json numberOf(const std::string& text) {
     const auto number = readNumber(text);
@@ -195,7 +281,7 @@ Json numberOf(const std::string& text) {
 
 } // namespace
 
-Json rowsJson(const CashFlowCollection& rows) {
+Json rowsJson(const CashFlowCollection& rows, bool identities) {
     Json array = Json::array();
     std::set<std::string> numbers;
     for (const std::string& field : rows.CFStruct().Fields()) {
@@ -206,13 +292,25 @@ Json rowsJson(const CashFlowCollection& rows) {
     for (const auto& row : rowsByLine(rows)) {
         Json object = Json::object();
         for (const std::string& field : row->Fields()) {
+            if (!identities && (field == "key" || field == "RowGuid")) {
+                continue;
+            }
             const Variant& value = row->Item(field);
             const bool isNumberText = value.is<std::string>() && numbers.contains(field);
-            object[field] = isNumberText ? numberOf(toText(value)) : valueJson(value);
+            const Json json = isNumberText ? numberOf(toText(value)) : valueJson(value);
+            const bool isAmount = std::find(amountFields.begin(), amountFields.end(), field) != amountFields.end();
+            object[field] = isAmount && json.is_number() ? amountJson(json.get<double>()) : json;
         }
         array.push_back(std::move(object));
     }
     return array;
+}
+
+void addVerdictJson(Json& json, const Verdict& verdict, Language language) {
+    json["verdict"] = verdictWord(verdict.kind);
+    if (verdict.refusal) {
+        json["error"] = errorJson(*verdict.refusal, language);
+    }
 }
 
 const char* outcomeWord(Outcome outcome) noexcept {

@@ -193,9 +193,9 @@ private:
             nlohmann::ordered_json json = resultJson(result, kinds, output.language());
             addChangesJson(json, result, dryRun_);
             if (report_.toFile()) {
-                progress.json += jsonText(json) + "\n";
+                progress.json += jsonLine(json);
             } else {
-                output.line(jsonText(json));
+                output.raw(jsonLine(json));
                 output.flush(); // a reader of the stream sees each voucher as soon as the disk has it
             }
         }

@@ -52,15 +52,18 @@ class AssignmentSheet::Faults {
 public:
     Faults(const std::string& name, Language language) : name_(name), language_(language) {}
     void add(std::size_t at, HostText text, const std::vector<std::string>& arguments) {
+        add(at, Failure(exit_code::usage, text, arguments));
+    }
+    void add(std::size_t at, const Failure& failure) {
         ++count_;
-        if (lines_.size() < mostFaults) {
-            lines_.push_back(hostText(language_, HostText::csvAt,
-                                      {name_, std::to_string(at), hostText(language_, text, arguments)}));
+        if (faults_.size() < mostFaults) {
+            faults_.push_back({failure.code(), hostText(language_, HostText::csvAt,
+                                                        {name_, std::to_string(at), failure.message(language_)})});
         }
     }
     void raise() const {
         if (count_ > 0) {
-            throw Failure(exit_code::usage, HostText::sheetFaults, {name_, std::to_string(count_)}, lines_);
+            throw Failure(exit_code::usage, HostText::sheetFaults, {name_, std::to_string(count_)}, faults_);
         }
     }
 
@@ -68,7 +71,7 @@ private:
     const std::string& name_;
     Language language_;
     std::size_t count_ = 0;
-    std::vector<std::string> lines_;
+    std::vector<Failure::Fault> faults_;
 };
 
 AssignmentSheet::AssignmentSheet(const std::string& text, std::string name, Language language)
@@ -127,7 +130,7 @@ void AssignmentSheet::take(const std::vector<std::string>& names, const std::vec
             faults.add(at, HostText::sheetOtherYear, {keyText, std::to_string(records_.front().year)});
         }
     } catch (const Failure& badKey) {
-        faults.add(at, HostText::asItIs, {badKey.message(language_)});
+        faults.add(at, badKey);
     }
     if (!line) {
         faults.add(at, HostText::sheetBadLine, {field(columns::line)});
@@ -194,7 +197,7 @@ std::vector<AssignedVoucher> AssignmentSheet::check(Session& session, const Item
         try {
             return keyOf(record.key, session);
         } catch (const Failure& unknownKind) {
-            faults.add(record.at, HostText::asItIs, {unknownKind.message(language_)});
+            faults.add(record.at, unknownKind);
             return std::nullopt;
         }
     };

@@ -35,9 +35,9 @@ void ChangesOutput::add(const VoucherResult& result) {
         nlohmann::ordered_json json = resultJson(result, kinds_, output_.language());
         addChangesJson(json, result, true);
         if (options_.toFile()) {
-            json_ += jsonText(json) + "\n";
+            json_ += jsonLine(json);
         } else {
-            output_.line(jsonText(json));
+            output_.raw(jsonLine(json));
             output_.flush();
         }
         return;

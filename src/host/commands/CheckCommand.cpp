@@ -16,21 +16,6 @@ using workbench::Verdict;
 
 namespace {
 
-const char* verdictWord(Verdict::Kind kind) noexcept {
-    switch (kind) {
-    case Verdict::Kind::matched:
-        return "matched";
-    case Verdict::Kind::nothing:
-        return "nothing";
-    case Verdict::Kind::noCash:
-        return "no-cash";
-    case Verdict::Kind::unmatched:
-    case Verdict::Kind::unworkable:
-        break;
-    }
-    return "refused";
-}
-
 /// z7cf check: compares the stored rows of a voucher with the voucher.
 class CheckCommand final : public Command {
 public:
@@ -47,12 +32,9 @@ public:
         const Verdict verdict = voucher.session().judge().standing(voucher.voucher());
         if (output.json()) {
             nlohmann::ordered_json json = keyJson(voucher.voucher().key, voucher.session().kinds());
-            json["verdict"] = verdictWord(verdict.kind);
             json["rows"] = verdict.rows;
-            if (verdict.refusal) {
-                json["error"] = errorJson(*verdict.refusal, options.language);
-            }
-            output.line(jsonText(json));
+            addVerdictJson(json, verdict, options.language);
+            output.raw(jsonLine(json));
         } else {
             output.line(terminal::printable(verdictText(options.language, verdict)));
         }

@@ -146,7 +146,7 @@ private:
 
     static int nothingSaved(Output& output) {
         if (output.json()) {
-            output.line(jsonText({{"outcome", "not-saved"}}));
+            output.raw(jsonLine({{"outcome", "not-saved"}}));
         } else {
             output.remark(output.text(HostText::editNothingSaved));
         }

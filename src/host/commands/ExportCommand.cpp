@@ -4,9 +4,12 @@
 #include "host/cli/jsonText.h"
 #include "host/commands/VoucherArgument.h"
 #include "host/commands/savedVoucher.h"
+#include "host/work/StableIdentities.h"
 
 #include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
+
+#include <optional>
 
 namespace z7::cashflow::host {
 
@@ -21,6 +24,7 @@ public:
         CLI::App* command = program.add_subcommand("export", hostText(language, HostText::helpExport));
         voucher_.declare(*command, language);
         command->add_flag("--generate", generate_, hostText(language, HostText::helpGenerate));
+        command->add_flag("--identities", identities_, hostText(language, HostText::helpNewIdentities));
         command->footer(hostText(language, HostText::examplesExport));
         return *command;
     }
@@ -34,6 +38,10 @@ public:
         if (const auto unworkable = generate_ ? session.judge().unworkable(head) : std::nullopt) {
             failAsRefused(options.language, *unworkable);
         }
+        std::optional<StableIdentities> stable;
+        if (!identities_) {
+            stable.emplace(head.key);
+        }
         auto rows = generate_ ? session.judge().generatedRows(head) : session.judge().storedRows(head);
         if (!rows) { // write a document without rows that still names its voucher
             rows = session.provider().CreateCashFlowCollection();
@@ -44,7 +52,7 @@ public:
             nlohmann::ordered_json json = keyJson(head.key, session.kinds());
             json["rows"] = rows->Count();
             json["xml"] = document;
-            output.line(jsonText(json));
+            output.raw(jsonLine(json));
         } else {
             output.raw(document);
         }
@@ -55,6 +63,7 @@ public:
 private:
     VoucherArgument voucher_;
     bool generate_ = false;
+    bool identities_ = false;
 };
 
 } // namespace

@@ -52,8 +52,8 @@ public:
             return exit_code::signalBase + signals.received();
         }
         if (output.json()) {
-            output.line(
-                jsonText({{made.kind, made.name}, {"tables", made.loaded.tables}, {"records", made.loaded.records}}));
+            output.raw(
+                jsonLine({{made.kind, made.name}, {"tables", made.loaded.tables}, {"records", made.loaded.records}}));
         } else {
             output.line(
                 output.text(HostText::databaseMade, {terminal::printable(made.name), std::to_string(made.loaded.tables),

@@ -129,7 +129,7 @@ public:
         const Listing list = thing_.list(output, session);
         std::string text;
         for (const ordered_json& record : list.records) {
-            text += output.json() ? jsonText(record) + "\n" : "";
+            text += output.json() ? jsonLine(record) : "";
         }
         report_.write(output, output.json() ? text : report_.text(output, list.table));
         return exit_code::done;

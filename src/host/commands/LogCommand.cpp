@@ -71,7 +71,7 @@ private:
     static void addLog(Output& output, Connection& connection) {
         const bool added = startLog(connection);
         if (output.json()) {
-            output.line(jsonText({{"log", added ? "added" : "present"}}));
+            output.raw(jsonLine({{"log", added ? "added" : "present"}}));
         } else {
             output.line(output.text(added ? HostText::logAdded : HostText::logPresent));
         }
@@ -92,14 +92,13 @@ private:
         if (output.json()) {
             std::string text;
             for (const LoggedRun& run : runs) {
-                text += jsonText({{"run", run.number},
+                text += jsonLine({{"run", run.number},
                                   {"time", dateText(run.time)},
                                   {"user", run.user},
                                   {"command", run.command},
                                   {"vouchers", run.vouchers},
                                   {"undoes", numberOrNull(run.undoes)},
-                                  {"undoneBy", numberOrNull(undone(run))}}) +
-                        "\n";
+                                  {"undoneBy", numberOrNull(undone(run))}});
             }
             report_.write(output, text);
             return;
@@ -132,7 +131,7 @@ private:
             if (output.json()) {
                 ordered_json json = keyJson(key, kinds);
                 json["rows"] = changesJson(changes);
-                lines += jsonText(json) + "\n";
+                lines += jsonLine(json);
             } else {
                 report.add(key, changes);
             }

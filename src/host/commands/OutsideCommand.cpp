@@ -44,6 +44,7 @@ public:
         command->add_option("OUTKEY", key_, hostText(language, HostText::helpOutKey));
         year_.declare(*command, language);
         command->add_option("--xml", file_, hostText(language, HostText::helpOutsideXml));
+        command->add_flag("--identities", identities_, hostText(language, HostText::helpIdentities));
         command->footer(hostText(language, HostText::examplesOutside));
         return *command;
     }
@@ -86,7 +87,7 @@ private:
                                          ? provider.CreateCashFlowColFromDB(session.connection(), table_, key_)
                                          : provider.GetCashFlowColFromDB(session.connection(), table_, key_);
         if (file_.empty()) {
-            showRows(output, session, rowsOfDocument(document).get());
+            showRows(output, session, rowsOfDocument(document).get(), {{"table", table_}, {"key", key_}}, identities_);
         } else if (file_ == "-") {
             output.raw(document);
         } else {
@@ -103,11 +104,11 @@ private:
         const bool cash = session.data().HaveCashFlowCodeInVoucher2(session.connection(), table_, key_);
         const bool matched = !cash || session.provider().out().CheckCFColFromDB(session.connection(), table_, key_, "");
         if (output.json()) {
-            output.line(jsonText({{"table", table_},
-                                  {"key", key_},
-                                  {"verdict", !cash     ? "no-cash"
-                                              : matched ? "matched"
-                                                        : "refused"}}));
+            output.raw(jsonLine({{"table", table_},
+                                 {"key", key_},
+                                 {"verdict", !cash     ? "no-cash"
+                                             : matched ? "matched"
+                                                       : "refused"}}));
         } else {
             output.line(output.text(!cash     ? HostText::verdictNoCash
                                     : matched ? HostText::outsideMatched
@@ -129,6 +130,7 @@ private:
     std::string key_;
     YearArgument year_;
     std::string file_;
+    bool identities_ = false;
 };
 
 } // namespace

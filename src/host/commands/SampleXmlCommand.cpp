@@ -40,7 +40,7 @@ public:
             const std::filesystem::path path = folder / (std::string(file.name) + ".xml");
             writeNewFile(path, file.text);
             if (output.json()) {
-                output.line(jsonText({{"file", path.string()}}));
+                output.raw(jsonLine({{"file", path.string()}}));
             } else {
                 output.line(output.text(HostText::fileWritten, {path.string()}));
             }

@@ -115,7 +115,7 @@ private:
                                    const CashFlowStatement& statement) const {
         const Language language = output.language();
         if (output.json()) {
-            return jsonText(statementJson(statement, kinds, language)) + "\n";
+            return jsonLine(statementJson(statement, kinds, language));
         }
         if (report_.csv()) {
             return wholeTable(statement, kinds, language).csv();

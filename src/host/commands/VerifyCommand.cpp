@@ -5,6 +5,7 @@
 #include "host/cli/exitCode.h"
 #include "host/cli/jsonText.h"
 #include "host/commands/DatabaseArgument.h"
+#include "host/text/codeText.h"
 
 #include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
@@ -29,9 +30,16 @@ public:
         if (output.json()) {
             nlohmann::ordered_json list = nlohmann::ordered_json::array();
             for (const AccountFinding& finding : findings) {
-                list.push_back({{"kind", finding.kind}, {"text", output.text(finding.text, finding.arguments)}});
+                list.push_back({{"kind", finding.kind},
+                                {"code", codeText(finding.text)},
+                                {"text", output.text(finding.text, finding.arguments)},
+                                {"arguments", finding.arguments}});
             }
-            output.line(jsonText({{"holds", findings.empty()}, {"findings", list}}));
+            nlohmann::ordered_json json = {{"holds", findings.empty()}, {"findings", list}};
+            if (remark) {
+                json["remark"] = {{"code", codeText(*remark)}, {"text", output.text(*remark)}};
+            }
+            output.raw(jsonLine(std::move(json)));
         } else {
             for (const AccountFinding& finding : findings) {
                 output.line(terminal::printable(output.text(finding.text, finding.arguments)));

@@ -85,10 +85,13 @@ ReportTable voucherTable(const Output& output, const Voucher& voucher, const std
 }
 
 ordered_json rowJson(const StoredRow& row) {
-    return {{"item", row.item}, {"name", row.itemName}, {"debit", row.debit}, {"credit", row.credit}};
+    return {{"item", row.item},
+            {"name", row.itemName},
+            {"debit", amountJson(row.debit)},
+            {"credit", amountJson(row.credit)}};
 }
 
-ordered_json amountJson(const std::optional<double>& amount) { return amount ? ordered_json(*amount) : ordered_json(); }
+ordered_json amountOrNull(const std::optional<double>& amount) { return amount ? amountJson(*amount) : ordered_json(); }
 
 ordered_json voucherJson(Session& session, const Voucher& voucher, const std::vector<StoredRow>& rows,
                          const Verdict& verdict, Language language) {
@@ -106,8 +109,8 @@ ordered_json voucherJson(Session& session, const Voucher& voucher, const std::ve
                          {"account", line.account},
                          {"name", line.accountName},
                          {"cash", line.cash},
-                         {"debit", amountJson(line.debit)},
-                         {"credit", amountJson(line.credit)},
+                         {"debit", amountOrNull(line.debit)},
+                         {"credit", amountOrNull(line.credit)},
                          {"summary", line.summary},
                          {"rows", std::move(ofLine)}});
     }
@@ -145,7 +148,7 @@ public:
         const auto rows = workbench::readStoredRows(session.connection(), voucher.key);
         const Verdict verdict = workbench::standingOf(session.judge(), voucher.key);
         if (output.json()) {
-            report_.write(output, jsonText(voucherJson(session, voucher, rows, verdict, output.language())) + "\n");
+            report_.write(output, jsonLine(voucherJson(session, voucher, rows, verdict, output.language())));
             return exit_code::done;
         }
         const ReportTable table = voucherTable(output, voucher, rows);

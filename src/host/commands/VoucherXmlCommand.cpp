@@ -13,6 +13,7 @@
 #include "z7cashflow/support/conversions.h"
 
 #include <CLI/CLI.hpp>
+#include <nlohmann/json.hpp>
 
 #include <array>
 #include <optional>
@@ -69,6 +70,7 @@ public:
         command->add_option("--year", year_, hostText(language, HostText::helpXmlYear));
         command->add_flag("--create", create_, hostText(language, HostText::helpCreate));
         command->add_flag("--xml", asDocument_, hostText(language, HostText::helpAsXml));
+        command->add_flag("--identities", identities_, hostText(language, HostText::helpIdentities));
         command->footer(hostText(language, HostText::examplesVoucherXml));
         return *command;
     }
@@ -83,7 +85,7 @@ public:
         if (asDocument_) {
             output.raw(document);
         } else {
-            showRows(output, session, rowsOfDocument(document).get());
+            showRows(output, session, rowsOfDocument(document).get(), nlohmann::ordered_json::object(), identities_);
         }
         output.flush();
         return exit_code::done;
@@ -134,6 +136,7 @@ private:
     std::optional<std::int64_t> year_;
     bool create_ = false;
     bool asDocument_ = false;
+    bool identities_ = false;
 };
 
 } // namespace

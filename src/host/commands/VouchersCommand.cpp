@@ -49,7 +49,7 @@ nlohmann::ordered_json voucherJson(const VoucherHead& voucher, const Verdict& ve
                                      {"sign", kinds.sign(voucher.key.kind)},
                                      {"date", orNull(voucher.date != Date::none(), dayText(voucher.date))},
                                      {"summary", voucher.summary},
-                                     {"cashSum", orNull(summed, verdict.cashSum.value_or(0.0))},
+                                     {"cashSum", orNull(summed, amountJson(verdict.cashSum.value_or(0.0)))},
                                      {"needed", orNull(summed, verdict.cashSum.value_or(0.0) != 0.0)},
                                      {"stored", orNull(known, verdict.rows)},
                                      {"matched", orNull(match.has_value(), match.value_or(false))}};
@@ -126,7 +126,7 @@ private:
                                  refusalText(output.language(), *verdict.refusal)}));
             }
             if (output.json()) {
-                json += jsonText(voucherJson(voucher, verdict, kinds, output.language())) + "\n";
+                json += jsonLine(voucherJson(voucher, verdict, kinds, output.language()));
             } else {
                 table.add(voucherCells(output, voucher, verdict, kinds));
             }
@@ -156,7 +156,7 @@ private:
         std::string text;
         if (output.json()) {
             for (const UnsettledVoucher& voucher : open) {
-                text += jsonText(openJson(voucher, session.kinds(), output.language())) + "\n";
+                text += jsonLine(openJson(voucher, session.kinds(), output.language()));
             }
             return text;
         }
@@ -181,7 +181,7 @@ private:
         }
         std::string text;
         for (const workbench::OpenGroup& group : summary.groups()) {
-            text += jsonText(groupJson(group, session.kinds())) + "\n";
+            text += jsonLine(groupJson(group, session.kinds()));
         }
         return text;
     }
@@ -201,7 +201,7 @@ private:
         }
         std::string text;
         for (const OpenLine& line : lines) {
-            text += jsonText(lineJson(line, session.kinds())) + "\n";
+            text += jsonLine(lineJson(line, session.kinds()));
         }
         return text;
     }

@@ -37,7 +37,7 @@ public:
         const std::int32_t count = toInt32(counted->Fields().Item(0));
         session.connection().Execute("delete" + stored);
         if (output.json()) {
-            output.line(jsonText({{"widths", count}}));
+            output.raw(jsonLine({{"widths", count}}));
         } else {
             output.line(output.text(HostText::widthsForgotten, {std::to_string(count)}));
         }

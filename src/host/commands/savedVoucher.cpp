@@ -25,7 +25,8 @@ HostText savedText(Outcome outcome) noexcept {
 
 void failAsRefused(Language language, const Refusal& refusal) {
     throw Failure(exit_code::refused, HostText::voucherFailed,
-                  {std::to_string(refusal.error.number()), refusalText(language, refusal)});
+                  {std::to_string(refusal.error.number()), refusalText(language, refusal)})
+        .because(refusal);
 }
 
 int tellSaved(Output& output, const VoucherResult& result, const workbench::VoucherKinds& kinds, workbench::RunLog& log,
@@ -35,7 +36,7 @@ int tellSaved(Output& output, const VoucherResult& result, const workbench::Vouc
     if (output.json()) {
         nlohmann::ordered_json json = resultJson(result, kinds, output.language());
         addChangesJson(json, result, false);
-        text = jsonText(json) + "\n";
+        text = jsonLine(json);
     } else if (result.refusal) {
         failAsRefused(output.language(), *result.refusal);
     } else if (result.outcome == Outcome::nothing && result.removed > 0) {
@@ -75,7 +76,7 @@ int tellSavedOutside(Output& output, const OutsideResult& result, workbench::Run
         if (result.refusal) {
             json["error"] = errorJson(*result.refusal, output.language());
         }
-        output.line(jsonText(json));
+        output.raw(jsonLine(json));
     } else if (result.refusal) {
         failAsRefused(output.language(), *result.refusal);
     } else {

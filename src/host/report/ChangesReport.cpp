@@ -80,13 +80,22 @@ void ChangesReport::add(const VoucherKey& key, const std::vector<RowChange>& cha
     }
 }
 
+namespace {
+
+/// An amount of a row; null stays null.
+ordered_json amountOf(const Variant& value) {
+    return value.get<double>() != nullptr ? amountJson(*value.get<double>()) : valueJson(value);
+}
+
+} // namespace
+
 ordered_json changesJson(const std::vector<RowChange>& changes) {
     ordered_json rows = ordered_json::array();
     for (const RowChange& change : changes) {
         const RowImage& row = shownRow(change);
         ordered_json json = {{"change", kindWord(change.kind)},        {"line", row.line()},
                              {"account", toTextOrEmpty(row["ccode"])}, {"item", toTextOrEmpty(row["cCashItem"])},
-                             {"debit", valueJson(row["md"])},          {"credit", valueJson(row["mc"])}};
+                             {"debit", amountOf(row["md"])},           {"credit", amountOf(row["mc"])}};
         if (change.kind == Kind::changed) {
             ordered_json was = ordered_json::object();
             for (const std::size_t column : change.columns) {

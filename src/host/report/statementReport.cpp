@@ -72,6 +72,20 @@ ordered_json lineJson(const CashFlowStatement& statement, const StatementLine& l
     return object;
 }
 
+const char* gapWord(Gap gap) noexcept {
+    switch (gap) {
+    case Gap::unallocated:
+        return "unallocated";
+    case Gap::hiddenRows:
+        return "hidden-rows";
+    case Gap::voucherMissing:
+        return "voucher-missing";
+    case Gap::sumsDiffer:
+        break;
+    }
+    return "sums-differ";
+}
+
 ordered_json accountJson(const CashAccount& account) {
     return {{"opening", account.opening.value()},
             {"receipts", account.flow.receipts.value()},
@@ -234,6 +248,7 @@ ordered_json statementJson(const CashFlowStatement& statement, const VoucherKind
                             {"cash", gap.cash.value()},
                             {"rows", gap.rows.value()},
                             {"difference", gap.difference().value()},
+                            {"code", gapWord(gap.gap)},
                             {"reason", gapText(gap.gap, language)}});
     }
     return object;

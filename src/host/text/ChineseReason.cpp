@@ -5,6 +5,7 @@
 #include "adapters/sqlite/SqliteReason.h"
 #include "adapters/tsql/TsqlReason.h"
 #include "host/account/CsvReason.h"
+#include "host/text/enumWord.h"
 #include "z7cashflow/support/textPlaces.h"
 
 #include <array>
@@ -290,9 +291,21 @@ static_assert(isComplete<R>(reasons));
 } // namespace
 
 std::vector<ReasonRoom> reasonRooms() {
-    return {{reasonTable(), library_texts::reasons},         {shared::databaseReasons(), database_texts::reasons},
-            {tsql::tsqlReasons(), statement_texts::reasons}, {sqlite::sqliteReasons(), embedded_texts::reasons},
-            {odbc::odbcReasons(), server_texts::reasons},    {csvReasons(), file_texts::reasons}};
+    return {{reasonTable(), library_texts::reasons, enumNames<Reason>},
+            {shared::databaseReasons(), database_texts::reasons, enumNames<shared::DatabaseReason>},
+            {tsql::tsqlReasons(), statement_texts::reasons, enumNames<tsql::TsqlReason>},
+            {sqlite::sqliteReasons(), embedded_texts::reasons, enumNames<sqlite::SqliteReason>},
+            {odbc::odbcReasons(), server_texts::reasons, enumNames<odbc::OdbcReason>},
+            {csvReasons(), file_texts::reasons, enumNames<CsvReason>}};
+}
+
+std::optional<ReasonRoom> roomOf(const ReasonEntry& entry) {
+    for (const ReasonRoom& room : reasonRooms()) {
+        if (entry.place < room.english.size() && &room.english[entry.place] == &entry) {
+            return room;
+        }
+    }
+    return std::nullopt;
 }
 
 std::string chineseText(const Explanation& why) {
@@ -301,12 +314,8 @@ std::string chineseText(const Explanation& why) {
         arguments.push_back(chineseText(cause));
     }
     const ReasonEntry& entry = why.reason.entry();
-    for (const ReasonRoom& room : reasonRooms()) {
-        if (entry.place < room.english.size() && &room.english[entry.place] == &entry) {
-            return fillPlaces(room.chinese[entry.place].chinese, arguments);
-        }
-    }
-    return fillPlaces(entry.english, arguments);
+    const auto room = roomOf(entry);
+    return fillPlaces(room ? room->chinese[entry.place].chinese : entry.english, arguments);
 }
 
 } // namespace z7::cashflow::host

@@ -3,6 +3,7 @@
 #include "z7cashflow/support/Reason.h"
 
 #include <cstddef>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -20,14 +21,18 @@ struct ChineseReason {
     std::string_view chinese; ///< without a full stop, because other text often follows
 };
 
-/// The reasons of one room in both languages, in the same order.
+/// The reasons of one room in both languages and the names of its enumeration, in the same order.
 struct ReasonRoom {
     std::span<const ReasonEntry> english;
     std::span<const ChineseReason> chinese;
+    std::span<const std::string_view> names;
 };
 
 /// All rooms whose errors the program can show.
 [[nodiscard]] std::vector<ReasonRoom> reasonRooms();
+
+/// The room to whose table an entry belongs; empty if it is not in reasonRooms.
+[[nodiscard]] std::optional<ReasonRoom> roomOf(const ReasonEntry& entry);
 
 /// An explanation in Chinese; in English if its room is not in reasonRooms. Empty for Reason::none.
 [[nodiscard]] std::string chineseText(const Explanation& why);

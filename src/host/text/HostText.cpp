@@ -109,7 +109,7 @@ constexpr std::array<HostTextEntry, 234> generalTexts{
     HostTextEntry{T::fromNowhere, "无", "none"},
     HostTextEntry{T::voucherTitle, "凭证 {0}，{1}", "Voucher {0}, {1}"},
     HostTextEntry{T::errorLine, "z7cf: {0}", "z7cf: {0}"},
-    HostTextEntry{T::asItIs, "{0}", "{0}"},
+    HostTextEntry{T::verifyTable, "{0}", "{0}"},
     HostTextEntry{T::badKey, "“{0}”不是凭证号；请写成 年/期间/类别/号，例如 2024/1/2/15",
                   "\"{0}\" is not a voucher key; write year/period/kind/number, such as 2024/1/2/15"},
     HostTextEntry{T::badKeyYear, "凭证号“{0}”中的年应为 {1} 至 {2}",

@@ -7,7 +7,7 @@
 namespace z7::cashflow::host {
 
 /// The help of z7cf: the purpose of each command and option, and examples for each command.
-inline constexpr std::array<HostTextEntry, 120> helpTexts = [] {
+inline constexpr std::array<HostTextEntry, 122> helpTexts = [] {
     using T = HostText;
     return std::array{
         HostTextEntry{T::helpOpen, "只列未分配或不相符的凭证，及其原因和处理办法",
@@ -225,6 +225,10 @@ inline constexpr std::array<HostTextEntry, 120> helpTexts = [] {
                       "Accounting year; by default that of dbill_date"},
         HostTextEntry{T::helpCreate, "由凭证分录生成行，而不是已存的行",
                       "Show rows generated from the lines instead of the stored ones"},
+        HostTextEntry{T::helpIdentities, "JSON 中也输出各行的标识 key 和 RowGuid（每次读取都不同）",
+                      "In JSON, also write the identities of the rows, key and RowGuid, which differ each time"},
+        HostTextEntry{T::helpNewIdentities, "各行的标识 key 和 RowGuid 随机生成，每次都不同",
+                      "Give the rows new random identities, key and RowGuid, each time"},
         HostTextEntry{T::helpAsXml, "输出行的 XML", "Write the rows as XML"},
         HostTextEntry{T::helpFolder, "文件夹", "Folder"},
         HostTextEntry{

@@ -32,8 +32,9 @@ Session::Session(const AccountPlace& place, std::int16_t year, const GlobalOptio
         connection_->Open(connectionString);
     } catch (const Error& error) {
         const std::string reason = reasonText(options.language, error);
-        throw file ? Failure(exit_code::database, HostText::notADatabase, {file->string(), reason})
-                   : Failure(exit_code::database, HostText::notConnected, {reason});
+        throw(file ? Failure(exit_code::database, HostText::notADatabase, {file->string(), reason})
+                   : Failure(exit_code::database, HostText::notConnected, {reason}))
+            .because({error, {}});
     }
     modPublic::Context& context = modPublic::context();
     context = modPublic::Context{};

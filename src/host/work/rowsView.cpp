@@ -130,16 +130,6 @@ ReportTable tableOf(const Output& output, Session& session, const CashFlowCollec
 
 std::string rowsText(const Output& output, Session& session, const CashFlowCollection* rows,
                      const ReportOptions& report, const ItemSources* sources) {
-    if (output.json()) {
-        nlohmann::ordered_json array = rows != nullptr ? rowsJson(*rows) : nlohmann::ordered_json::array();
-        if (rows != nullptr && sources != nullptr) {
-            const auto sorted = rowsByLine(*rows);
-            for (std::size_t i = 0; i < sorted.size(); ++i) {
-                array[i]["itemSource"] = sourceJson(sourceOf(*sources, *sorted[i]));
-            }
-        }
-        return jsonText(array) + "\n";
-    }
     if (!report.csv() && (rows == nullptr || rows->Count() == 0)) {
         return output.text(HostText::noRows) + "\n";
     }
@@ -147,8 +137,28 @@ std::string rowsText(const Output& output, Session& session, const CashFlowColle
     return report.text(output, tableOf(output, session, rows != nullptr ? *rows : *none, sources));
 }
 
-void showRows(Output& output, Session& session, const CashFlowCollection* rows) {
-    output.raw(rowsText(output, session, rows));
+nlohmann::ordered_json rowsArray(const CashFlowCollection* rows, bool identities, const ItemSources* sources) {
+    if (rows == nullptr) {
+        return nlohmann::ordered_json::array();
+    }
+    nlohmann::ordered_json array = rowsJson(*rows, identities);
+    if (sources != nullptr) {
+        const auto sorted = rowsByLine(*rows);
+        for (std::size_t i = 0; i < sorted.size(); ++i) {
+            array[i]["itemSource"] = sourceJson(sourceOf(*sources, *sorted[i]));
+        }
+    }
+    return array;
+}
+
+void showRows(Output& output, Session& session, const CashFlowCollection* rows, nlohmann::ordered_json record,
+              bool identities) {
+    if (output.json()) {
+        record["rows"] = rowsArray(rows, identities);
+        output.raw(jsonLine(std::move(record)));
+    } else {
+        output.raw(rowsText(output, session, rows));
+    }
     output.flush();
 }
 

@@ -1,12 +1,14 @@
-#include "host/cli/usageText.h"
+#include "host/cli/usageFailure.h"
 
+#include "host/cli/exitCode.h"
 #include "host/cli/nearMatch.h"
-#include "host/text/HostText.h"
 #include "host/text/joined.h"
 
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
+#include <utility>
+#include <vector>
 
 namespace z7::cashflow::host {
 
@@ -44,11 +46,15 @@ std::vector<std::string> commandNames(const CLI::App& program) {
     return names;
 }
 
-/// The sentence for an unknown word, with the word that was probably meant.
-std::string unknownText(Language language, HostText plain, HostText withMatch, const std::string& word,
-                        const std::vector<std::string>& words) {
+Failure failure(HostText text, std::vector<std::string> arguments) {
+    return Failure(exit_code::usage, text, std::move(arguments));
+}
+
+/// The failure for an unknown word, with the word that was probably meant.
+Failure unknownWord(HostText plain, HostText withMatch, const std::string& word,
+                    const std::vector<std::string>& words) {
     const std::string match = nearMatch(word, words);
-    return match.empty() ? hostText(language, plain, {word}) : hostText(language, withMatch, {word, match});
+    return match.empty() ? failure(plain, {word}) : failure(withMatch, {word, match});
 }
 
 /// The first unknown word on the command line that looks like an option.
@@ -59,71 +65,68 @@ std::string unknownOption(const CLI::App& program) {
     return found == words.end() ? std::string() : before(*found, "=");
 }
 
-std::string extraText(Language language, const CLI::App& program) {
+Failure extraWord(const CLI::App& program) {
     const CLI::App& command = parsedCommand(program);
     const std::string option = unknownOption(program);
     if (!option.empty()) {
-        return unknownText(language, HostText::optionUnknown, HostText::optionUnknownNear, option,
-                           optionNames(command));
+        return unknownWord(HostText::optionUnknown, HostText::optionUnknownNear, option, optionNames(command));
     }
     const auto words = program.remaining(true);
-    return &command == &program && !words.empty() ? unknownCommandText(language, program, words.front())
-                                                  : hostText(language, HostText::argumentUnknown, {joined(words, " ")});
+    return &command == &program && !words.empty() ? unknownCommand(program, words.front())
+                                                  : failure(HostText::argumentUnknown, {joined(words, " ")});
 }
 
 /// The parser reports "Could not convert: --year = soon" for a value that is not a number.
-std::string valueText(Language language, const std::string& sentence) {
+Failure badValue(const std::string& sentence) {
     const std::string pair = after(sentence, ": ");
     return pair.find(" = ") == std::string::npos
-               ? hostText(language, HostText::optionTakesNone, {before(sentence, ":")})
-               : hostText(language, HostText::optionBadValue, {before(pair, " = "), after(pair, " = ")});
+               ? failure(HostText::optionTakesNone, {before(sentence, ":")})
+               : failure(HostText::optionBadValue, {before(pair, " = "), after(pair, " = ")});
 }
 
 /// The parser reports "--by: week not in {month,quarter,year}" for a value that is not in a list.
-std::string choiceText(Language language, const std::string& sentence) {
+Failure badChoice(const std::string& sentence) {
     const std::string mark = " not in {";
     std::string choices = before(after(sentence, mark), "}");
     std::replace(choices.begin(), choices.end(), ',', '/');
     return sentence.find(mark) == std::string::npos
-               ? hostText(language, HostText::commandLineWrong, {sentence})
-               : hostText(language, HostText::optionChoice,
-                          {before(sentence, ": "), choices, before(after(sentence, ": "), mark.c_str())});
+               ? failure(HostText::commandLineWrong, {sentence})
+               : failure(HostText::optionChoice,
+                         {before(sentence, ": "), choices, before(after(sentence, ": "), mark.c_str())});
 }
 
-std::string countText(Language language, const std::string& sentence) {
+Failure badCount(const std::string& sentence) {
     if (sentence.find("flag override") != std::string::npos) {
-        return hostText(language, HostText::optionTakesNone, {before(sentence, " was given")});
+        return failure(HostText::optionTakesNone, {before(sentence, " was given")});
     }
     const bool tooMany = sentence.find("At Most") != std::string::npos;
-    return hostText(language, tooMany ? HostText::optionTwice : HostText::optionWithoutValue, {before(sentence, ":")});
+    return failure(tooMany ? HostText::optionTwice : HostText::optionWithoutValue, {before(sentence, ":")});
 }
 
 } // namespace
 
-std::string unknownCommandText(Language language, const CLI::App& program, const std::string& word) {
-    return unknownText(language, HostText::commandUnknown, HostText::commandUnknownNear, word, commandNames(program));
+Failure unknownCommand(const CLI::App& program, const std::string& word) {
+    return unknownWord(HostText::commandUnknown, HostText::commandUnknownNear, word, commandNames(program));
 }
 
-std::string usageText(Language language, const CLI::App& program, const CLI::ParseError& error) {
+Failure usageFailure(const CLI::App& program, const CLI::ParseError& error) {
     const std::string sentence = error.what();
     switch (static_cast<CLI::ExitCodes>(error.get_exit_code())) {
     case CLI::ExitCodes::ExtrasError:
-        return extraText(language, program);
+        return extraWord(program);
     case CLI::ExitCodes::RequiredError: // it may be missing because the name of an option is mistyped
-        return unknownOption(program).empty()
-                   ? hostText(language, HostText::argumentMissing, {before(sentence, " is required")})
-                   : extraText(language, program);
+        return unknownOption(program).empty() ? failure(HostText::argumentMissing, {before(sentence, " is required")})
+                                              : extraWord(program);
     case CLI::ExitCodes::ArgumentMismatch:
-        return countText(language, sentence);
+        return badCount(sentence);
     case CLI::ExitCodes::ConversionError:
-        return valueText(language, sentence);
+        return badValue(sentence);
     case CLI::ExitCodes::ValidationError:
-        return choiceText(language, sentence);
+        return badChoice(sentence);
     case CLI::ExitCodes::ExcludesError:
-        return hostText(language, HostText::optionsExclude,
-                        {before(sentence, " excludes "), after(sentence, " excludes ")});
+        return failure(HostText::optionsExclude, {before(sentence, " excludes "), after(sentence, " excludes ")});
     default:
-        return hostText(language, HostText::commandLineWrong, {sentence});
+        return failure(HostText::commandLineWrong, {sentence});
     }
 }
 
