@@ -1,7 +1,5 @@
 #include "host/cli/jsonText.h"
-
 #include "host/cli/failureJson.h"
-
 #include "z7cashflow/model/CashFlowCollection.h"
 
 #include <gmock/gmock.h>
@@ -93,7 +91,7 @@ TEST(JsonText, AFailureNamesItsFaultsAndItsCause) {
             Language::english)),
         R"({"code":"csv-faults","text":"2 faults, see above; nothing was created","exitCode":2,"arguments":["2"],)"
         R"("faults":[{"code":"key-taken","text":"a, line 1"},{"code":"not-a-date","text":"a, line 2"}]})");
-    const Refusal cause{Error(18456, "ODBC", "Login failed"), {}};
+    const Refusal cause{Error(18456, "ODBC", "Login failed", "28000"), {}};
     const auto json =
         failureJson(Failure(3, HostText::notConnected, {"Login failed"}).because(cause), Language::english);
     EXPECT_EQ(json["code"], "not-connected");

@@ -1,5 +1,6 @@
 #include "host/cli/failureJson.h"
 
+#include "host/cli/exitCode.h"
 #include "host/cli/jsonText.h"
 
 #include <nlohmann/json.hpp>
@@ -36,7 +37,11 @@ Json failureJson(const Failure& failure, Language language) {
         }
     }
     if (failure.cause()) {
-        json["cause"] = errorJson(*failure.cause(), language);
+        Json& cause = json["cause"] = errorJson(*failure.cause(), language);
+        // An error without a reason of its own, such as that of a login, concerns no voucher here.
+        if (failure.exitCode() == exit_code::database && cause["code"] == codeText(HostText::voucherFailed)) {
+            cause["code"] = codeText(HostText::databaseFailed);
+        }
     }
     return json;
 }

@@ -118,7 +118,9 @@ std::string jsonText(const Json& value) {
 
 std::string jsonLine(Json record) {
     Json line = {{"form", jsonForm}};
-    line.update(record);
+    for (const auto& member : record.items()) {
+        line[member.key()] = std::move(member.value());
+    }
     return jsonText(line) + "\n";
 }
 

@@ -48,8 +48,8 @@ inline constexpr int jsonForm = 1;
 [[nodiscard]] const char* findingWord(workbench::Finding::Kind kind) noexcept;
 
 /// Rows in the order of their lines, as an array of objects with their fields by name: null as null, numbers as
-/// numbers, dates as "yyyy-mm-dd". Rows from a document look the same. The identities of the rows, "key" and "RowGuid", are
-/// random and different each time that the rows are read; they are left out unless asked for.
+/// numbers, dates as "yyyy-mm-dd". Rows from a document look the same. The identities of the rows, "key" and "RowGuid",
+/// are random and different each time that the rows are read; they are left out unless asked for.
 [[nodiscard]] nlohmann::ordered_json rowsJson(const CashFlowCollection& rows, bool identities);
 
 /// One value: null as null, numbers as numbers, dates as "yyyy-mm-dd", with " hh:mm:ss" if they have a time of day.

@@ -10,14 +10,14 @@ namespace z7::cashflow::host {
 
 /// The name of an enumeration's value as it stands in the source, such as "fileMissing". The compiler supplies it, so
 /// that no second list of the names can fall behind.
-template <auto id> constexpr std::string_view enumName() noexcept {
+template <auto Value> constexpr std::string_view enumName() noexcept {
 #ifdef _MSC_VER
     constexpr std::string_view signature = __FUNCSIG__;
     constexpr std::string_view mark = "enumName<";
     constexpr std::string_view ends = ">";
 #else
     constexpr std::string_view signature = __PRETTY_FUNCTION__;
-    constexpr std::string_view mark = "id = ";
+    constexpr std::string_view mark = "Value = ";
     constexpr std::string_view ends = ";]";
 #endif
     constexpr std::size_t first = signature.find(mark) + mark.size();
@@ -26,8 +26,8 @@ template <auto id> constexpr std::string_view enumName() noexcept {
 }
 
 /// The names of an enumeration that ends in "count", in its order.
-template <class Id> inline constexpr auto enumNames = []<std::size_t... place>(std::index_sequence<place...>) {
-    return std::array<std::string_view, sizeof...(place)>{enumName<static_cast<Id>(place)>()...};
+template <class Id> inline constexpr auto enumNames = []<std::size_t... Place>(std::index_sequence<Place...>) {
+    return std::array<std::string_view, sizeof...(Place)>{enumName<static_cast<Id>(Place)>()...};
 }
 (std::make_index_sequence<static_cast<std::size_t>(Id::count)>());
 
