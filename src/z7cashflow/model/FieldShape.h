@@ -30,8 +30,8 @@ public:
     /// The number of names.
     [[nodiscard]] std::size_t size() const noexcept { return names_.size(); }
 
-    /// All names as XML attributes without a value: "a='' b='' ". Most fields of a row are empty, so a row is written as
-    /// this text with its few values inserted.
+    /// All names as XML attributes without a value: "a='' b='' ". Most fields of a row are empty, so a row is written
+    /// as this text with its few values inserted.
     [[nodiscard]] std::string_view emptyAttributes() const noexcept { return attributes_; }
     /// Where in that text the value of the field at a position (from 0 to below size()) belongs.
     [[nodiscard]] std::size_t valuePlace(std::size_t position) const { return valuePlaces_[position]; }
