@@ -5,8 +5,8 @@ set(Z7_DOCS_FOLDER ${PROJECT_BINARY_DIR}/docs CACHE PATH "Where the reference is
 get_property(headers GLOBAL PROPERTY Z7_PUBLIC_HEADERS)
 list(REMOVE_DUPLICATES headers)
 list(TRANSFORM headers PREPEND src/)
-set(guides reference.md embedding.md texts.md xml.md dialog.md sql-server.md adding-an-adapter.md z7cf.md namespaces.dox)
-list(TRANSFORM guides PREPEND docs/)
+file(GLOB guides RELATIVE ${PROJECT_SOURCE_DIR} CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/docs/*.md
+     ${PROJECT_SOURCE_DIR}/docs/*.dox)
 set(Z7_DOCS_INPUT ${headers} ${guides})
 list(TRANSFORM Z7_DOCS_INPUT REPLACE "(.+)" "\"${PROJECT_SOURCE_DIR}/\\1\"")
 list(JOIN Z7_DOCS_INPUT " " Z7_DOCS_INPUT)
