@@ -75,7 +75,7 @@ done
 lib="/usr/lib/[^/]*"
 holds z7cf /usr/bin/z7cf /usr/share/man/man1/z7cf.1.gz /usr/share/man/man1/z7cf-allot.1.gz /usr/share/man/zh_CN/man1/z7cf.1.gz \
     /usr/share/bash-completion/completions/z7cf /usr/share/zsh/vendor-completions/_z7cf \
-    /usr/share/z7cashflow/schema/sqlserver/account_tables.sql
+    /usr/share/z7cashflow/schema/sqlserver/account_tables.sql /usr/share/z7cashflow/schemas/codes.json
 depends z7cf libc6 libsqlite3-0 libxml2 -libz7cashflow1
 holds libz7cashflow1 "$lib/libz7cashflow(-sqlite|-odbc|-texts|-workbench|-databases)?\.so\.1"
 depends libz7cashflow1 libc6 libsqlite3-0 libxml2 libodbc2 -libz7cashflow1 -libgtk-3-0
