@@ -49,7 +49,9 @@ class DriverOffice final : public Office {
 public:
     [[nodiscard]] std::unique_ptr<Connection> makeConnection() const override { return odbc::makeDriverConnection(); }
     [[nodiscard]] std::string connectionString(int timeout) const override {
-        return inYear("Driver={SQLite3};Database=" + file_.path().string() + ";LoadExt=" + Z7_SESSION_FUNCTIONS,
+        // The driver waits for a lock by its own keyword, which has the name of the adapter's.
+        return inYear("driver=odbc;odbc={Driver=SQLite3;Database=" + file_.path().string() +
+                          ";LoadExt=" + Z7_SESSION_FUNCTIONS + ";Timeout=" + std::to_string(timeout) + "}",
                       timeout);
     }
     [[nodiscard]] Lines* lines() override { return &lines_; }
