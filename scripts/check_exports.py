@@ -16,7 +16,7 @@ import sys
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 OURS = re.compile(r"_Z(?:T[ISVT]|GV)?(?:Thn?\d+_|Tvn?\d+_n?\d+_)?Z?NK?2z78cashflow")
-# Whose type information others must find: what crosses the libraries as an exception or behind a base class.
+# Whose type information others must find: exceptions that cross libraries, and classes that are used through a base class.
 TYPES = {
     "libz7cashflow": ["Error", "CashFlowCollection"],
     "libz7cashflow-databases": ["Connection", "Recordset"],

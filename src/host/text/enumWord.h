@@ -9,7 +9,7 @@
 namespace z7::cashflow::host {
 
 /// The name of an enumeration's value as it stands in the source, such as "fileMissing". The compiler supplies it, so
-/// that no second list of the names can fall behind.
+/// that there is no second list of the names to keep up to date.
 template <auto Value> constexpr std::string_view enumName() noexcept {
 #ifdef _MSC_VER
     constexpr std::string_view signature = __FUNCSIG__;
