@@ -21,6 +21,7 @@ ADAPTERS = {
     "sqlite": ["z7cashflow/support", "z7cashflow/ports", "adapters/shared", "adapters/tsql"],
     "terminal": ["z7cashflow/support", "z7cashflow/ports"],
     "wx": ["z7cashflow/support", "z7cashflow/ports"],
+    "ado": ["z7cashflow/support", "z7cashflow/ports", "adapters/shared"],
 }
 
 # Headers of other projects and of the system, by the folder whose .cpp files may include them (the whole name, or a folder).
@@ -35,6 +36,7 @@ FOREIGN = {
 }
 FOREIGN_IN_HEADERS = {
     "adapters/wx": ["wx/colour.h", "wx/font.h", "wx/gdicmn.h", "wx/string.h"],  # value types of the window's own parts
+    "adapters/ado": ["windows.h", "ole2.h"],  # automation/system.h; the types of OLE Automation are what the folder is about
     "host": ["nlohmann/json_fwd.hpp"],  # the host's own headers hand JSON values about
 }
 
