@@ -31,6 +31,21 @@ TEST_F(NoLogin, TheContextIsEmptyAtFirst) {
     EXPECT_FALSE(context.iUpdateCashFlow);
 }
 
+modPublic::Context& hostsContext() noexcept {
+    static modPublic::Context kept;
+    return kept;
+}
+
+TEST_F(NoLogin, AHostMayKeepTheContexts) {
+    modPublic::SetIYear(2012);
+    modPublic::keepContextsIn(hostsContext);
+    modPublic::SetIYear(2013);
+    EXPECT_EQ(&modPublic::context(), &hostsContext());
+    modPublic::keepContextsIn(nullptr);
+    EXPECT_EQ(hostsContext().yearOverride, 2013);
+    EXPECT_EQ(modPublic::context().yearOverride, 2012) << "the library's own store is as it was";
+}
+
 TEST_F(NoLogin, ATextCannotBeFoundAndTheMissingLoginIsTheCallersError) {
     const auto box = std::make_shared<RecordingMessageBox>();
     modPublic::context().createMessageBox = [box] { return box; };

@@ -4,6 +4,7 @@
 #include "z7cashflow/support/conversions.h"
 
 #include <array>
+#include <atomic>
 #include <iostream>
 #include <string_view>
 #include <utility>
@@ -78,12 +79,24 @@ void appendEscaped(std::string& out, std::string_view text) {
     out += text.substr(plain);
 }
 
-} // namespace
+// A null pointer stands for the library's own store. Set once, before other threads look at it.
+constinit std::atomic<ContextStore> hostsStore = nullptr;
 
-Context& context() noexcept {
+// A function of its own: where a host keeps the contexts, no thread may get this one, whose destructor the system would
+// have to call at the end of the thread.
+Context& ownContext() noexcept {
     thread_local Context state;
     return state;
 }
+
+} // namespace
+
+Context& context() noexcept {
+    const ContextStore hosts = hostsStore.load(std::memory_order_relaxed);
+    return hosts != nullptr ? hosts() : ownContext();
+}
+
+void keepContextsIn(ContextStore store) noexcept { hostsStore.store(store, std::memory_order_relaxed); }
 
 std::shared_ptr<Z7Login> GetLogin() { return context().login; }
 

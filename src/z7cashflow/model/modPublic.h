@@ -61,8 +61,15 @@ struct Context {
     std::function<void(const CashFlow& row, const ItemSource& source)> itemObserver;
 };
 
-/// The calling thread's context, which lives as long as the thread.
+/// The calling thread's context. It lives as long as the thread, unless a host keeps contexts itself.
 [[nodiscard]] Context& context() noexcept;
+
+/// Returns the calling thread's context, always the same one until its owner destroys it.
+using ContextStore = Context& (*)() noexcept;
+/// Lets a host keep the contexts of all threads from now on, because it has to destroy them at a time of its choice, such
+/// as before its plug-in is unloaded. It calls this before any thread has a context; a null pointer restores the
+/// library's own store.
+void keepContextsIn(ContextStore store) noexcept;
 
 /// The user's login, or a null pointer if none was set on this thread.
 [[nodiscard]] std::shared_ptr<Z7Login> GetLogin();
