@@ -28,7 +28,7 @@ ADAPTERS = {
 # Our own headers may not include them, except as listed below.
 FOREIGN = {
     "z7cashflow/support": ["libxml/", "utf8proc.h"],
-    "adapters/sqlite": ["sqlite3.h", "fcntl.h", "sys/stat.h", "unistd.h", "windows.h"],  # the system's for fileSystem.cpp
+    "adapters/sqlite": ["sqlite3.h", "fcntl.h", "sys/stat.h", "unistd.h", "windows.h", "aclapi.h"],  # the system's for fileSystem*.cpp
     "adapters/odbc": ["sql.h", "sqlext.h", "sqlucode.h"],
     "adapters/terminal": ["utf8proc.h"],
     "adapters/wx": ["wx/", "gtk/gtk.h"],

@@ -1,52 +1,14 @@
 #include "adapters/sqlite/fileSystem.h"
 
-#ifdef _WIN32
-#define NOMINMAX
-#include <windows.h>
-#else
 #include <cerrno>
 #include <cstdio>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
-#endif
 
 namespace z7::cashflow::sqlite {
 
 namespace fs = std::filesystem;
-
-#ifdef _WIN32
-
-namespace {
-
-std::error_code lastError() { return {static_cast<int>(GetLastError()), std::system_category()}; }
-
-} // namespace
-
-std::error_code makePrivateFolder(const fs::path& folder) { // the user's temporary folder is already private
-    return CreateDirectoryW(folder.c_str(), nullptr) != 0 ? std::error_code() : lastError();
-}
-
-bool isOwn(const fs::path&) { return true; }
-
-std::error_code publishFile(const fs::path& from, const fs::path& to) {
-    return MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_WRITE_THROUGH) != 0 ? std::error_code() : lastError();
-}
-
-std::error_code syncFile(const fs::path& file) {
-    const HANDLE handle = CreateFileW(file.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
-                                      OPEN_EXISTING, 0, nullptr);
-    if (handle == INVALID_HANDLE_VALUE) {
-        return lastError();
-    }
-    const std::error_code code = FlushFileBuffers(handle) != 0 ? std::error_code() : lastError();
-    CloseHandle(handle);
-    return code;
-}
-
-std::error_code syncFolder(const fs::path&) { return {}; }
-
-#else
 
 namespace {
 
@@ -108,7 +70,5 @@ std::error_code syncFolder(const fs::path& folder) {
     const std::error_code code = Descriptor(folder, O_RDONLY | O_DIRECTORY).sync();
     return isUnsupported(code) || code == std::errc::permission_denied ? std::error_code() : code;
 }
-
-#endif
 
 } // namespace z7::cashflow::sqlite

@@ -1,0 +1,35 @@
+# Cross-compiling for Windows on Debian. The file that includes this one has set z7_triple and z7_architecture.
+set(CMAKE_SYSTEM_NAME Windows)
+set(CMAKE_C_COMPILER ${z7_triple}-gcc-posix)
+set(CMAKE_CXX_COMPILER ${z7_triple}-g++-posix)
+set(CMAKE_RC_COMPILER ${z7_triple}-windres)
+
+# What the programs are linked with, see scripts/lib/windowsDependencies.sh, which names the folder by its own checksum.
+if(NOT Z7_WINDOWS_DEPENDENCIES)
+  file(SHA256 ${CMAKE_CURRENT_LIST_DIR}/../../scripts/lib/windowsDependencies.sh recipe)
+  string(SUBSTRING ${recipe} 0 16 recipe)
+  if(DEFINED ENV{Z7_WINDOWS_CACHE})
+    set(cache $ENV{Z7_WINDOWS_CACHE})
+  elseif(DEFINED ENV{XDG_CACHE_HOME})
+    set(cache $ENV{XDG_CACHE_HOME}/z7cashflow-windows)
+  else()
+    set(cache $ENV{HOME}/.cache/z7cashflow-windows)
+  endif()
+  set(Z7_WINDOWS_DEPENDENCIES ${cache}/${recipe}/${z7_architecture})
+endif()
+set(CMAKE_TRY_COMPILE_PLATFORM_VARIABLES Z7_WINDOWS_DEPENDENCIES)
+
+# Nothing of this machine's own headers and libraries is found.
+set(CMAKE_FIND_ROOT_PATH /usr/${z7_triple} ${Z7_WINDOWS_DEPENDENCIES})
+set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
+set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
+set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
+set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
+set(CMAKE_PREFIX_PATH /)
+set(ENV{PKG_CONFIG_LIBDIR} ${Z7_WINDOWS_DEPENDENCIES}/lib/pkgconfig)
+set(ENV{PKG_CONFIG_PATH} "")
+
+# Programs and DLLs need nothing but what Windows brings along.
+foreach(kind EXE SHARED)
+  set(CMAKE_${kind}_LINKER_FLAGS_INIT -static)
+endforeach()
