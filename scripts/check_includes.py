@@ -55,19 +55,21 @@ INCLUDE = re.compile(r'^\s*#\s*include\s*(?:"([^"]+)"|<([^>]+)>)')
 
 
 def folder_of(path):
-    """The folder to which a rule refers: "host", or the first two parts, as in "adapters/sqlite"."""
+    """The folder to which a rule refers: "host" or "com", or the first two parts, as in "adapters/sqlite"."""
     parts = path.split("/")
-    return parts[0] if parts[0] in ("host", "texts", "workbench") else "/".join(parts[:2])
+    return parts[0] if parts[0] in ("com", "host", "texts", "workbench") else "/".join(parts[:2])
 
 
 def is_known(folder):
     top, _, name = folder.partition("/")
-    return {"z7cashflow": name in LAYERS, "adapters": name in ADAPTERS, "workbench": not name, "texts": not name, "host": not name}.get(top, False)
+    return {"z7cashflow": name in LAYERS, "adapters": name in ADAPTERS, "workbench": not name, "texts": not name, "host": not name, "com": not name}.get(top, False)
 
 
 def may_see(folder, target):
     if folder in (target, "host"):
         return is_known(target)
+    if folder == "com":
+        return is_known(target) and target != "host"
     if folder == "workbench":
         return target.split("/")[0] == "z7cashflow" and is_known(target) and target != "z7cashflow/dialog"
     if folder == "texts":
@@ -91,7 +93,7 @@ def complaint(file, quoted, angled):
     if not is_known(folder):
         return f"{folder} is an unknown folder: add it to check_includes.py and to ARCHITECTURE.md"
     own = quoted or angled
-    if own.split("/")[0] in ("z7cashflow", "workbench", "texts", "adapters", "host"):
+    if own.split("/")[0] in ("z7cashflow", "workbench", "texts", "adapters", "host", "com"):
         if angled:
             return f"<{angled}>: headers of this project are included in quotes"
         if not may_see(folder, folder_of(own)):
@@ -156,6 +158,9 @@ def self_test():
         "adapters/odbc/d.cpp": "#include <sqlite3.h>",
         "adapters/extra/e.cpp": '#include "z7cashflow/ports/Connection.h"',
         "host/f.cpp": '#include "adapters/extra/Session.h"',
+        "com/a.cpp": '#include "host/cli/Command.h"',
+        "com/b.h": "#include <windows.h>",
+        "workbench/p.cpp": '#include "com/Object.h"',
         "host/g.cpp": "#include <sqlite3.h>",
         "host/h.h": "#include <nlohmann/json.hpp>",
     }
@@ -170,6 +175,7 @@ def self_test():
         "workbench/o.cpp": '#include "workbench/Amount.h"\n#include "z7cashflow/ports/Connection.h"',
         "texts/p.h": '#include "texts/Language.h"\n#include "z7cashflow/ports/Z7Login.h"',
         "host/n.h": "#include <nlohmann/json_fwd.hpp>",
+        "com/c.cpp": '#include "adapters/ado/Connection.h"\n#include "z7cashflow/dialog/clsMain.h"\n#include "com/Object.h"',
     }
     with tempfile.TemporaryDirectory() as folder:
         src = pathlib.Path(folder)
