@@ -1,7 +1,7 @@
 # Compiles an interface definition. Variables: WIDL, INCLUDE, LIBRARIES, SOURCE, OUTPUT (folder).
 #
-# The compiler ends with success even if it leaves a member out, so whatever it prints is a failure. The one exception is
-# what it says of the default of a reference to a boolean, which it stores correctly: the test of the type library looks at it.
+# The compiler ends with success even if it leaves a member out, so whatever it prints is a failure. The one exception
+# is what it says of the default of a reference to a boolean: it stores it correctly, as the test of the type library shows.
 get_filename_component(name ${SOURCE} NAME_WE)
 file(MAKE_DIRECTORY ${OUTPUT}/com)
 set(header -h)

@@ -15,8 +15,8 @@ public:
     Argument& operator=(Argument&&) = delete;
     ~Argument();
 
-    /// Takes what the caller gave, which must outlive this; a null pointer if it is left out. Returns false if it is left
-    /// out and must not be. Error 13, 6 or 94 if it cannot be converted.
+    /// Takes what the caller gave, which must outlive this; a null pointer if it is left out. Returns false if it is
+    /// left out and must not be. Error 13, 6 or 94 if it cannot be converted.
     [[nodiscard]] bool take(const VARIANT* given);
     /// The type under which it is passed to the method.
     [[nodiscard]] VARTYPE passedType() const noexcept;

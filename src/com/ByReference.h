@@ -18,7 +18,8 @@ void replace(BSTR* argument, const std::string& text);
 void replace(VARIANT_BOOL* argument, bool truth) noexcept;
 void replace(_CashFlowCollection** argument, const std::shared_ptr<cashflow::CashFlowCollection>& rows);
 
-/// An argument by reference that may be missing: a variable of the host, as the pointer to a value that the library takes.
+/// An argument by reference that may be missing: a variable of the host, as the pointer to a value that the library
+/// takes.
 template <class Passed, class Held> class ByReference {
 public:
     /// The argument of a member; null if it is missing.
@@ -47,8 +48,8 @@ using TruthReference = ByReference<VARIANT_BOOL, bool>;
 /// The rows to save.
 using RowsReference = ByReference<_CashFlowCollection*, std::shared_ptr<cashflow::CashFlowCollection>>;
 
-/// Calls the library and stores back the arguments by reference, also if the call fails: what it changed until then is seen
-/// by the host.
+/// Calls the library and stores back the arguments by reference, also if the call fails: what it changed until then is
+/// seen by the host.
 template <class Call, class... References> auto storingBack(Call&& call, References&... references) {
     try {
         const auto result = call();

@@ -5,8 +5,8 @@
 
 namespace z7::com {
 
-/// The class IGlVoucherProvider, the contract alone. Hosts can create it, as they can create any class; its members succeed, do nothing
-/// and return the zero of their type.
+/// The class IGlVoucherProvider, the contract alone. Hosts can create it, as they can create any class; its members
+/// succeed, do nothing and return the zero of their type.
 class GlContractObject final : public DualObject<_IGlVoucherProvider> {
 public:
     HRESULT STDMETHODCALLTYPE get_VoucherTempTable(BSTR* value) noexcept override { return storeNothing(value); }

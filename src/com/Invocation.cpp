@@ -24,7 +24,8 @@ HRESULT reported(HRESULT code, EXCEPINFO* exception) noexcept {
     return DISP_E_EXCEPTION;
 }
 
-// The caller's argument for a parameter; null if it is left out. Callers list arguments backwards, the named ones first.
+// The caller's argument for a parameter; null if it is left out. Callers list arguments backwards, the named ones
+// first.
 const VARIANT* givenFor(const DISPPARAMS& arguments, const Member& member, std::size_t parameter) noexcept {
     const bool isSetter = (member.kind & (INVOKE_PROPERTYPUT | INVOKE_PROPERTYPUTREF)) != 0;
     for (UINT i = 0; i < arguments.cNamedArgs; ++i) {

@@ -15,10 +15,10 @@ struct Invocation {
     EXCEPINFO* exception;  ///< takes what the member reports of its failure
     UINT* wrongArgument;   ///< takes the position of an argument that cannot be used, as the caller counts them
 
-    /// Calls the member. Arguments are converted to the types of the parameters by the rules of the library. A parameter
-    /// by reference takes a variable of any type, and a variable that holds any type, as script languages pass them; what
-    /// the member stores is stored in the variable, even if the member fails. Optional arguments may be missing, at the
-    /// end or in between, and arguments may be named.
+    /// Calls the member. Arguments are converted to the types of the parameters by the rules of the library. A
+    /// parameter by reference takes a variable of any type, and a variable that holds any type, as script languages
+    /// pass them; what the member stores is stored in the variable, even if the member fails. Optional arguments may be
+    /// missing, at the end or in between, and arguments may be named.
     [[nodiscard]] HRESULT run() const noexcept;
 };
 

@@ -47,8 +47,8 @@ public:
     /// Finds the numbers of a member (the first name) and of its parameters (the others), in any letter case. Returns
     /// whether all were found; ids then has as many numbers as names.
     [[nodiscard]] bool findNames(std::span<const LPOLESTR> names, DISPID* ids) const noexcept;
-    /// The member with a number that can be called with the flags of IDispatch::Invoke; null if there is none. A property
-    /// that can only be set is found as a method, too, since some hosts call it like one.
+    /// The member with a number that can be called with the flags of IDispatch::Invoke; null if there is none. A
+    /// property that can only be set is found as a method, too, since some hosts call it like one.
     [[nodiscard]] const Member* find(DISPID id, WORD flags) const noexcept;
 
 private:

@@ -12,8 +12,8 @@
 namespace z7::com {
 
 /// An object of the library as a host holds it: one identity and one reference count for all its interfaces. It keeps
-/// the DLL in memory and deletes itself with its last reference. Its interfaces are faces (Face.h), the first of which is
-/// the default one.
+/// the DLL in memory and deletes itself with its last reference. Its interfaces are faces (Face.h), the first of which
+/// is the default one.
 ///
 /// Script languages see the default interface only. The members of the others are therefore also found there, under the
 /// name of the contract, an underscore and their own name, such as IGlVoucherProvider_SaveCashFlowCol.

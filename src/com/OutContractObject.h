@@ -5,8 +5,8 @@
 
 namespace z7::com {
 
-/// The class IOutVoucherProvider, the contract alone. Hosts can create it, as they can create any class; its members succeed, do nothing
-/// and return the zero of their type.
+/// The class IOutVoucherProvider, the contract alone. Hosts can create it, as they can create any class; its members
+/// succeed, do nothing and return the zero of their type.
 class OutContractObject final : public DualObject<_IOutVoucherProvider> {
 public:
     HRESULT STDMETHODCALLTYPE get_VoucherTempTable(BSTR* value) noexcept override { return storeNothing(value); }

@@ -6,8 +6,8 @@
 
 namespace z7::com {
 
-/// The class CashFlowStruct: the fields of a collection's rows. It is a copy that belongs to the host, which may add and
-/// change fields and pass it to InsertSql; the collection and its rows keep theirs.
+/// The class CashFlowStruct: the fields of a collection's rows. It is a copy that belongs to the host, which may add
+/// and change fields and pass it to InsertSql; the collection and its rows keep theirs.
 class StructObject final : public DualObject<_CashFlowStruct> {
 public:
     /// A copy of a schema, with fields of its own.

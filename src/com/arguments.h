@@ -12,8 +12,8 @@
 #include <vector>
 
 /// \file
-/// Arguments and results of the members of the interfaces. store() puts a value of the library into an out argument, whose
-/// former content is not freed.
+/// Arguments and results of the members of the interfaces. store() puts a value of the library into an out argument,
+/// whose former content is not freed.
 namespace z7::com {
 
 /// A text; the caller frees it.
@@ -55,8 +55,8 @@ template <class Out> HRESULT storeNothing(Out* out) noexcept {
 /// The truth value of an argument.
 [[nodiscard]] inline bool truth(VARIANT_BOOL argument) noexcept { return argument != VARIANT_FALSE; }
 
-/// The object of the library behind an interface pointer; null for a null pointer. Error 13 if it is none of the library's,
-/// or of another class, or belongs to another thread.
+/// The object of the library behind an interface pointer; null for a null pointer. Error 13 if it is none of the
+/// library's, or of another class, or belongs to another thread.
 template <class T> [[nodiscard]] T* objectIfAny(IUnknown* argument) {
     T* object = objectOf<T>(argument);
     if (object == nullptr && argument != nullptr) {

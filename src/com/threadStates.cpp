@@ -14,8 +14,8 @@ namespace {
 
 using cashflow::modPublic::Context;
 
-// A slot of the system and not a thread_local object: the destructor of such an object would keep the DLL in memory until
-// the thread ends, and run after COM has closed on it.
+// A slot of the system and not a thread_local object: the destructor of such an object would keep the DLL in memory
+// until the thread ends, and run after COM has closed on it.
 constinit DWORD slot = TLS_OUT_OF_INDEXES;
 constinit std::atomic<long> states = 0;
 

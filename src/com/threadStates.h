@@ -7,8 +7,8 @@
 /// more.
 namespace z7::com {
 
-/// Keeps the contexts of all threads here from now on. Returns whether the system had room for it. Called when the DLL is
-/// loaded, the functions below only after it.
+/// Keeps the contexts of all threads here from now on. Returns whether the system had room for it. Called when the DLL
+/// is loaded, the functions below only after it.
 [[nodiscard]] bool openThreadStates() noexcept;
 /// Ends that. No state may exist any more.
 void closeThreadStates() noexcept;

@@ -1,0 +1,26 @@
+#include "com/ComTest.h"
+#include "com/typeLibraryText.h"
+
+#include <cstdlib>
+#include <fstream>
+#include <sstream>
+
+namespace z7::test {
+namespace {
+
+TEST_F(ComTest, TheTypeLibraryIsThatOfEarlierHosts) {
+    ComPtr<ITypeLib> types;
+    ASSERT_EQ(LoadTypeLibEx(LoadedLibrary::path().c_str(), REGKIND_NONE, types.put()), S_OK);
+    const std::string text = typeLibraryText(*types);
+    if (std::getenv("Z7_RENEW_GOLDEN") != nullptr) {
+        std::ofstream(Z7_TYPE_LIBRARY_TEXT, std::ios::binary) << text;
+    }
+    std::ifstream file(Z7_TYPE_LIBRARY_TEXT, std::ios::binary);
+    ASSERT_TRUE(file) << Z7_TYPE_LIBRARY_TEXT;
+    std::stringstream expected;
+    expected << file.rdbuf();
+    EXPECT_EQ(text, expected.str());
+}
+
+} // namespace
+} // namespace z7::test
