@@ -45,7 +45,7 @@ public:
 };
 
 /// A login whose properties are its members. It records which of them were read.
-class FakeLogin final : public Z7Login {
+class FakeLogin : public Z7Login {
 public:
     std::int32_t LocaleId() override { return read("LocaleId"), localeId; }
     std::string accountId() override { return read("accountId"), answers.accountId; }
