@@ -19,15 +19,16 @@ std::int32_t showSystemBox(const std::wstring& prompt, const std::wstring& title
 
 } // namespace
 
-MessageBox::MessageBox() : MessageBox(showSystemBox) {}
+MessageBox::MessageBox() : MessageBox(showSystemBox, names::messageBoxClass) {}
 
-MessageBox::MessageBox(SystemBox systemBox) : systemBox_(std::move(systemBox)) {}
+MessageBox::MessageBox(SystemBox systemBox, std::wstring programId)
+    : systemBox_(std::move(systemBox)), programId_(std::move(programId)) {}
 
 const Dispatch& MessageBox::suiteBox() {
     if (!isSought_) {
         CLSID classId{};
-        if (SUCCEEDED(CLSIDFromProgID(names::messageBoxClass, &classId))) {
-            object_ = Dispatch::create(names::messageBoxClass);
+        if (SUCCEEDED(CLSIDFromProgID(programId_.c_str(), &classId))) {
+            object_ = Dispatch::create(programId_.c_str());
         }
         isSought_ = true;
     }

@@ -18,8 +18,8 @@ public:
 
     /// With the system's own box.
     MessageBox();
-    /// With another box in place of the system's.
-    explicit MessageBox(SystemBox systemBox);
+    /// With another box in place of the system's, and with the class of a program identifier in place of the suite's.
+    MessageBox(SystemBox systemBox, std::wstring programId);
 
     void locale(const std::string& localeId) override;
     std::int32_t Show(const std::string& prompt, std::int32_t buttons, const std::string& title,
@@ -30,6 +30,7 @@ private:
     [[nodiscard]] const adapters::automation::Dispatch& suiteBox();
 
     SystemBox systemBox_;
+    std::wstring programId_;
     adapters::automation::Dispatch object_;
     bool isSought_ = false;
 };

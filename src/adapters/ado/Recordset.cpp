@@ -50,7 +50,7 @@ Recordset::Recordset(Dispatch result, Connection& connection, std::string source
 Recordset::~Recordset() {
     ignoringErrors([this] {
         if (State() == ObjectState::open) {
-            Close();
+            closeOpen();
         }
     });
 }
@@ -124,6 +124,10 @@ void Recordset::Open(const std::string& source, const cashflow::ActiveConnection
 
 void Recordset::Close() {
     requireOpen();
+    closeOpen();
+}
+
+void Recordset::closeOpen() {
     if (isPending_) {
         ignoringErrors([this] { object_.call(L"CancelUpdate"); }); // ADO closes no record that is being changed
         isPending_ = false;

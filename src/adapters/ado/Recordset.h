@@ -68,6 +68,7 @@ private:
     };
 
     void requireOpen() const;
+    void closeOpen();
     void requireWritable() const;
     const Columns& columns() const;
     [[nodiscard]] const adapters::automation::Dispatch& field(std::string_view name) const;

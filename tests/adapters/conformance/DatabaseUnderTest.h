@@ -46,6 +46,8 @@ public:
     [[nodiscard]] virtual Capability tellsLeftOverQuoteFirst() const { return {}; }
     /// In a result, the column of an expression without an alias has an empty name.
     [[nodiscard]] virtual Capability leavesExpressionsUnnamed() const { return {}; }
+    /// A recordset keeps its records when its connection is closed.
+    [[nodiscard]] virtual Capability keepsRecordsAfterClose() const { return {}; }
     /// A batch that cannot be parsed does not end the transaction.
     [[nodiscard]] virtual Capability keepsTransactionAfterBadSyntax() const { return {}; }
 };

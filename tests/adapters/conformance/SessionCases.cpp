@@ -35,6 +35,7 @@ TEST_P(SessionCases, WhatIsNotCommittedIsSeenByItsSessionAlone) {
     EXPECT_EQ(count(select_), 1);
     EXPECT_EQ(other->Execute(select_)->RecordCount(), 0);
     auto own = connection_->createRecordset();
+    own->CursorLocation(CursorLocation::client); // where records are counted whatever the cursor
     own->Open(select_, connection_->ConnectionString(), CursorType::forwardOnly, LockType::readOnly);
     EXPECT_EQ(own->RecordCount(), 0) << "a connection string stands for a session of its own";
     own->Close();
