@@ -18,8 +18,8 @@ class AdoRecordset;
 /// their meaning are those of the documentation of ADO:
 /// - The password is left out of ConnectionString as soon as the connection is open.
 /// - Closing it closes its recordsets, unless they are cut off from it.
-/// - An error of the database is a provider's code and becomes the only content of Errors; errors of ADO itself, such as
-///   3704, do not change Errors.
+/// - An error of the database is a provider's code and becomes the only content of Errors; errors of ADO itself, such
+///   as 3704, do not change Errors.
 class AdoConnection final : public AutomationObject {
 public:
     /// Over a connection that the test may keep.

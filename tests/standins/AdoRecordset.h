@@ -13,8 +13,8 @@
 
 namespace z7::cashflow::test {
 
-/// An automation object that answers like an ADO recordset, over any recordset of the library. Beyond what those do, and
-/// as documented for ADO:
+/// An automation object that answers like an ADO recordset, over any recordset of the library. Beyond what those do,
+/// and as documented for ADO:
 /// - MoveFirst without records is error 3021, Close during a change 3219, Update of a read-only recordset 3251.
 /// - A forward-only or dynamic cursor on the server does not know its number of records.
 /// - Only a recordset on the client can be cut off from its connection.

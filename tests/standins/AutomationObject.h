@@ -77,8 +77,8 @@ private:
     std::vector<const VARIANT*> arguments_;
 };
 
-/// An automation object whose members are functions. They raise Error, which a caller sees as an exception with the code
-/// 0x800A0000 plus its number, or Failure. An object begins with one reference, see makeObject().
+/// An automation object whose members are functions. They raise Error, which a caller sees as an exception with the
+/// code 0x800A0000 plus its number, or Failure. An object begins with one reference, see makeObject().
 class AutomationObject : public IDispatch {
 public:
     AutomationObject(const AutomationObject&) = delete;
@@ -100,8 +100,8 @@ public:
 protected:
     using Handler = std::function<OwnedVariant(const Call&)>;
 
-    /// An object that answers QueryInterface for its own identifier with itself, so that its kind can be recognised even
-    /// through a pointer of another module.
+    /// An object that answers QueryInterface for its own identifier with itself, so that its kind can be recognised
+    /// even through a pointer of another module.
     AutomationObject(std::shared_ptr<CallPlan> plan, const IID& kind);
     virtual ~AutomationObject();
 

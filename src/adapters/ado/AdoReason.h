@@ -6,8 +6,8 @@
 
 namespace z7::cashflow::ado {
 
-/// Why an object of the host cannot be used, in addition to the messages of its own. See cashflow::Reason for how to add
-/// one.
+/// Why an object of the host cannot be used, in addition to the messages of its own. See cashflow::Reason for how to
+/// add one.
 enum class AdoReason {
     notAText,
     notAWholeNumber,

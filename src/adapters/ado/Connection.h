@@ -21,7 +21,8 @@ namespace z7::cashflow::ado {
 /// in a message.
 class Connection final : public cashflow::Connection {
 public:
-    /// A closed connection of our own, an object of the class ADODB.Connection. If the system cannot create it, its error.
+    /// A closed connection of our own, an object of the class ADODB.Connection. If the system cannot create it, its
+    /// error.
     Connection();
     /// The host's connection in its present state. It is not closed by the destructor. Error 91 for nothing.
     explicit Connection(adapters::automation::Dispatch hostConnection);
@@ -33,8 +34,8 @@ public:
     void Open(const std::string& connectionString) override;
     void Close() override;
     [[nodiscard]] ObjectState State() const override;
-    /// Of our own connection the text that was passed to Open. Of the host's connection its property, in which ADO leaves
-    /// out the password unless the host has opened it with "Persist Security Info=True".
+    /// Of our own connection the text that was passed to Open. Of the host's connection its property, in which ADO
+    /// leaves out the password unless the host has opened it with "Persist Security Info=True".
     [[nodiscard]] std::string ConnectionString() const override;
     std::shared_ptr<cashflow::Recordset> Execute(const std::string& commandText) override;
     [[nodiscard]] std::shared_ptr<cashflow::Recordset> createRecordset() override;

@@ -9,8 +9,8 @@
 
 namespace z7::cashflow::ado {
 
-/// The suite's message box, created when it is needed first. Where its class is not registered, the system's: modal over
-/// the active window of the thread, in the language of the system, without help.
+/// The suite's message box, created when it is needed first. Where its class is not registered, the system's: modal
+/// over the active window of the thread, in the language of the system, without help.
 class MessageBox final : public cashflow::MessageBox {
 public:
     /// Shows a box of the system: prompt, title, style bits. Returns the number of the button.

@@ -14,9 +14,9 @@ namespace z7::cashflow::ado {
 
 class Connection;
 
-/// A recordset over an ADO recordset. Its cursor is the one that ADO provides for the requested location, type and lock:
-/// a dynamic cursor on the server does not know its number of records (RecordCount is -1), and what else depends on the
-/// cursor does so here.
+/// A recordset over an ADO recordset. Its cursor is the one that ADO provides for the requested location, type and
+/// lock: a dynamic cursor on the server does not know its number of records (RecordCount is -1), and what else depends
+/// on the cursor does so here.
 ///
 /// Leaving a record with pending changes writes them first; closing discards them. ADO closes the recordsets of a
 /// connection with the connection, unless they were cut off from it.

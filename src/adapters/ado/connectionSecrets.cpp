@@ -30,7 +30,8 @@ std::size_t endOfEnclosed(std::string_view text, char closing) {
     return std::string_view::npos;
 }
 
-/// Removes the value at the front of the rest, up to its semicolon, and returns it as the drivers see it and as written.
+/// Removes the value at the front of the rest, up to its semicolon, and returns it as the drivers see it and as
+/// written.
 std::vector<std::string> takeValue(std::string_view& rest) {
     const std::size_t first = rest.find_first_not_of(" \t\r\n");
     rest.remove_prefix(first == std::string_view::npos ? rest.size() : first);

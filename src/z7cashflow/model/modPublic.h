@@ -66,8 +66,8 @@ struct Context {
 
 /// Returns the calling thread's context, always the same one until its owner destroys it.
 using ContextStore = Context& (*)() noexcept;
-/// Lets a host keep the contexts of all threads from now on, because it has to destroy them at a time of its choice, such
-/// as before its plug-in is unloaded. It calls this before any thread has a context; a null pointer restores the
+/// Lets a host keep the contexts of all threads from now on, because it has to destroy them at a time of its choice,
+/// such as before its plug-in is unloaded. It calls this before any thread has a context; a null pointer restores the
 /// library's own store.
 void keepContextsIn(ContextStore store) noexcept;
 

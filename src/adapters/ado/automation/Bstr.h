@@ -12,8 +12,8 @@ namespace z7::adapters::automation {
 [[nodiscard]] std::wstring wide(std::string_view text);
 /// Text in UTF-8 from text in UTF-16. An unpaired surrogate becomes U+FFFD; zero characters are kept. Error 7 as above.
 [[nodiscard]] std::string utf8(std::wstring_view text);
-/// The text of a BSTR, with the zero characters in it; a null pointer is the empty text, as everywhere in OLE Automation.
-/// The BSTR remains the caller's. It must be a BSTR, which has its length in front of its characters.
+/// The text of a BSTR, with the zero characters in it; a null pointer is the empty text, as everywhere in OLE
+/// Automation. The BSTR remains the caller's. It must be a BSTR, which has its length in front of its characters.
 [[nodiscard]] std::string utf8OfBstr(const OLECHAR* bstr);
 
 /// Owns a BSTR, the text of OLE Automation, or nothing.

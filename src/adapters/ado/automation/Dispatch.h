@@ -12,16 +12,16 @@
 
 namespace z7::adapters::automation {
 
-/// An automation object whose members are used by name, or nothing. It owns a reference to the object. Member names are
-/// looked up once and then remembered, so keep the Dispatch of an object that is used often. Copies refer to the same
-/// object. Use it on the thread (apartment) that the object belongs to.
+/// An automation object whose members are used by name, or nothing. It owns a reference to the object. Member names
+/// are looked up once and then remembered, so keep the Dispatch of an object that is used often. Copies refer to the
+/// same object. Use it on the thread (apartment) that the object belongs to.
 ///
 /// Arguments are anything that OwnedVariant is made from. Every failure is a cashflow::Error:
 /// - The object's own error has its source and description. Its number is the low 16 bits of a code 0x800Axxxx, the
 ///   number that hosts know (0x800A0E79 is 3705); any other code is the number as a 32-bit integer.
 /// - A code without a description gets the system's text for it. The source is then "Z7CashFlow".
-/// - Error 438 for a member that the object does not have, 13 for an argument or result of the wrong type, 6 for one that
-///   is out of range, 91 if there is no object.
+/// - Error 438 for a member that the object does not have, 13 for an argument or result of the wrong type, 6 for one
+///   that is out of range, 91 if there is no object.
 class Dispatch {
 public:
     /// Nothing.
@@ -34,8 +34,8 @@ public:
     /// A new object of a registered class, by its program identifier such as L"ADODB.Connection". If it cannot be
     /// created, the system's code and text.
     [[nodiscard]] static Dispatch create(const wchar_t* programId);
-    /// The object in a value, also in a value by reference. Error 91 if the value is Nothing, Empty or Null, 13 if it is
-    /// something else than an object. The name is that of the member or argument, for the text of the error.
+    /// The object in a value, also in a value by reference. Error 91 if the value is Nothing, Empty or Null, 13 if it
+    /// is something else than an object. The name is that of the member or argument, for the text of the error.
     [[nodiscard]] static Dispatch ofValue(const VARIANT& value, std::wstring_view name);
 
     /// Whether there is an object.
