@@ -22,10 +22,22 @@ constexpr auto clientCursors = static_cast<std::int32_t>(CursorLocation::client)
 
 bool isOpen(const Dispatch& recordset) { return (wholeNumber(recordset.get(L"State"), L"State") & stateIsOpen) != 0; }
 
+/// The next result of a batch; Nothing after the last one, or if the provider has one result only.
+OwnedVariant nextResult(const Dispatch& recordset) {
+    try {
+        return recordset.call(L"NextRecordset");
+    } catch (const Error& error) {
+        if (error.number() == errors::notUpdatable) { // which ADO raises for everything that a provider cannot do
+            return {};
+        }
+        throw;
+    }
+}
+
 /// The first result with records of a batch, whose other statements only count the records that they change.
 Dispatch firstResult(Dispatch recordset) {
     while (!isOpen(recordset)) {
-        const OwnedVariant next = recordset.call(L"NextRecordset");
+        const OwnedVariant next = nextResult(recordset);
         if (next.get().vt != VT_DISPATCH || next.get().pdispVal == nullptr) {
             break;
         }

@@ -116,6 +116,48 @@ TEST_F(HostConnectionTest, AFailureWithoutAnEntryInErrorsStaysAsItIs) {
     EXPECT_EQ(error.source(), "Provider");
 }
 
+/// A connection whose batches have several results.
+class Batches final : public AutomationObject {
+public:
+    Batches(const std::shared_ptr<CallPlan>& plan, int closedResults)
+        : AutomationObject(plan, IID{}), closedResults_(closedResults) {
+        property(
+            L"CursorLocation", [](const Call&) { return OwnedVariant(std::int32_t{3}); },
+            [](const Call&) { return OwnedVariant(); });
+        method(L"Execute", [this](const Call&) { return self(); });
+        property(L"State", [this](const Call&) { return OwnedVariant(std::int32_t{closedResults_ > 0 ? 0 : 1}); });
+        method(L"NextRecordset", [this](const Call&) {
+            --closedResults_;
+            return self();
+        });
+        method(L"Close", [](const Call&) { return OwnedVariant(); });
+        property(L"RecordCount", [](const Call&) { return OwnedVariant(std::int32_t{7}); });
+    }
+
+private:
+    OwnedVariant self() { return OwnedVariant(static_cast<IDispatch*>(this)); }
+
+    int closedResults_;
+};
+
+TEST(BatchTest, CountsOfChangedRecordsInFrontOfTheResultArePassedOver) {
+    const auto batches = makeObject<Batches>(std::make_shared<CallPlan>(), 2);
+    ado::Connection connection{Dispatch(batches.get())};
+    const auto result = connection.Execute("insert into a; delete from b; select * from c");
+    EXPECT_EQ(result->State(), ObjectState::open);
+    EXPECT_EQ(result->RecordCount(), 7);
+}
+
+TEST(BatchTest, AProviderWithOneResultOnlyHasNoNext) {
+    const auto plan = std::make_shared<CallPlan>();
+    const auto batches = makeObject<Batches>(plan, 1);
+    ado::Connection connection{Dispatch(batches.get())};
+    constexpr std::size_t next = 4; // after CursorLocation, Execute and State
+    plan->failAt(next, {static_cast<HRESULT>(0x800A0CB3), "ADODB", "not supported", true});
+    EXPECT_EQ(connection.Execute("delete from b")->State(), ObjectState::closed);
+    EXPECT_FALSE(plan->isFailurePending());
+}
+
 TEST_F(HostConnectionTest, TransactionErrorsOfTheProviderHaveTheServersNumbers) {
     CallPlan& calls = *database_.ado().calls;
     calls.failAt(1, {static_cast<HRESULT>(0x8004D013), "Provider", "Only one transaction can be active", true});
