@@ -152,6 +152,7 @@ namespace {
 
 using Kind = Finding::Kind;
 
+// Part of the JSON form, so that renaming an enumerator does not change what programs read.
 constexpr std::array kindWords{
     std::pair{Kind::voucherGone, "voucher-gone"},
     std::pair{Kind::dateMissing, "date-missing"},
@@ -189,12 +190,12 @@ constexpr std::array originWords{
     std::pair{ItemOrigin::document, "document"},
 };
 
-template <class Words, class Id> const char* wordOf(const Words& words, Id id) noexcept {
+template <class Words, class Id> const char* listedWord(const Words& words, Id id) noexcept {
     return std::find_if(words.begin(), words.end(), [id](const auto& word) { return word.first == id; })->second;
 }
 
 Json findingJson(const Finding& finding) {
-    Json json = {{"kind", wordOf(kindWords, finding.kind)}};
+    Json json = {{"kind", listedWord(kindWords, finding.kind)}};
     const auto addText = [&json](const char* name, const std::string& text) {
         if (!text.empty()) {
             json[name] = text;
@@ -213,7 +214,7 @@ Json findingJson(const Finding& finding) {
     }
     if (finding.kind == Kind::itemUnknown) {
         json["item"] = finding.item;
-        json["origin"] = wordOf(originWords, finding.origin);
+        json["origin"] = listedWord(originWords, finding.origin);
     }
     if (finding.kind == Kind::sumsDiffer) {
         json["voucher"] = amountJson(finding.voucherSum);
@@ -234,7 +235,7 @@ Json findingJson(const Finding& finding) {
 
 } // namespace
 
-const char* findingWord(Finding::Kind kind) noexcept { return wordOf(kindWords, kind); }
+const char* findingWord(Finding::Kind kind) noexcept { return listedWord(kindWords, kind); }
 
 Json errorJson(const Refusal& refusal, Language language) {
     const std::string& raised = refusal.error.description();

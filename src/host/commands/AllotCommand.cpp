@@ -125,7 +125,7 @@ public:
         if (allot.unconfirmed() > 0) {
             output.remark(output.text(HostText::notOnDisk, {std::to_string(allot.unconfirmed())}));
         } else {
-            tellRun(output, log, !dryRun_ && progress.totals.changed);
+            reportRun(output, log, !dryRun_ && progress.totals.changed);
         }
         if (failure != nullptr) {
             if (allot.unconfirmed() == 0 && allot.stoppedAt() < vouchers.size()) {

@@ -78,7 +78,7 @@ private:
         allotment.tellEveryRow();
         Assignment assignment(session.connection(), session.data(), session.provider().gl(), allotment);
         ChangesOutput shown(output, session.kinds(), dryRun_, report_);
-        sayRests(output, session, items, shown, assignment, {key, {wish}});
+        assignAndReport(output, session, items, shown, assignment, {key, {wish}});
         return shown.finish(log);
     }
 
@@ -101,14 +101,14 @@ private:
         Assignment assignment(session.connection(), session.data(), session.provider().gl(), allotment);
         ChangesOutput shown(output, session.kinds(), dryRun_, report_);
         for (const AssignedVoucher& voucher : vouchers) {
-            sayRests(output, session, items, shown, assignment, voucher);
+            assignAndReport(output, session, items, shown, assignment, voucher);
         }
         return shown.finish(log);
     }
 
     /// Assigns one voucher, shows it, and reports the amounts that remain on other items.
-    static void sayRests(Output& output, Session& session, const ItemLookup& items, ChangesOutput& shown,
-                         Assignment& assignment, const AssignedVoucher& voucher) {
+    static void assignAndReport(Output& output, Session& session, const ItemLookup& items, ChangesOutput& shown,
+                                Assignment& assignment, const AssignedVoucher& voucher) {
         std::vector<LineRest> rests;
         const VoucherResult result = assignment.assign(voucher.key, voucher.lines, rests);
         shown.add(result);

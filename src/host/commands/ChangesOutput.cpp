@@ -97,7 +97,7 @@ int ChangesOutput::finish(workbench::RunLog& log, const std::string& last) {
         options_.write(output_, textForPeople(last));
     }
     output_.flush();
-    tellRun(output_, log, !dryRun_ && changed_);
+    reportRun(output_, log, !dryRun_ && changed_);
     return refused_ > 0 ? exit_code::refused : exit_code::done;
 }
 

@@ -21,7 +21,7 @@ void DatabaseArgument::requireNoSecret() const {
     }
 }
 
-AccountPlace DatabaseArgument::takeOpen(const GlobalOptions& options, std::vector<std::string>& behind,
+AccountPlace DatabaseArgument::takeOpen(const GlobalOptions& options, std::vector<std::string>& following,
                                         const std::function<bool(const std::string&)>& comesAfterFile) {
     requireNoSecret();
     const bool connected = !options.connect.empty() && (options.connectGiven || file.empty() || comesAfterFile(file));
@@ -32,19 +32,19 @@ AccountPlace DatabaseArgument::takeOpen(const GlobalOptions& options, std::vecto
         return AccountPlace::ofFile(file);
     }
     if (!file.empty()) {
-        behind.insert(behind.begin(), std::exchange(file, {}));
+        following.insert(following.begin(), std::exchange(file, {}));
     }
     return AccountPlace::ofConnectionString(options.connect, options.serverConnection);
 }
 
-AccountPlace DatabaseArgument::take(const GlobalOptions& options, const std::vector<Word>& behind) {
+AccountPlace DatabaseArgument::take(const GlobalOptions& options, const std::vector<Word>& following) {
     requireNoSecret();
-    const bool oneLess = behind.empty() ? file.empty() : behind.back().text->empty();
+    const bool oneLess = following.empty() ? file.empty() : following.back().text->empty();
     const bool connected = !options.connect.empty() && (options.connectGiven || oneLess);
     if (connected) {
         std::string word = std::move(file);
         file.clear();
-        for (const Word& place : behind) {
+        for (const Word& place : following) {
             std::swap(word, *place.text);
         }
         if (!word.empty()) {
@@ -53,7 +53,7 @@ AccountPlace DatabaseArgument::take(const GlobalOptions& options, const std::vec
     } else if (file.empty()) {
         throw Failure(exit_code::usage, HostText::argumentMissing, {"FILE"});
     }
-    for (const Word& word : behind) {
+    for (const Word& word : following) {
         if (word.text->empty()) {
             throw Failure(exit_code::usage, HostText::argumentMissing, {word.name});
         }

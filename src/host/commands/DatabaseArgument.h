@@ -31,11 +31,11 @@ struct DatabaseArgument {
     /// The account's place. With --connect there is no file, so the arguments after it move up by one; they
     /// also do with a connection string of the environment if exactly the last argument is missing. Failure
     /// (usage) if an argument is missing or there is one too many.
-    [[nodiscard]] AccountPlace take(const GlobalOptions& options, const std::vector<Word>& behind = {});
+    [[nodiscard]] AccountPlace take(const GlobalOptions& options, const std::vector<Word>& following = {});
     /// The same for a command whose arguments after the file are optional and are checked by the command. A
     /// connection string of the environment is used if there is no argument, or if comesAfterFile is true for
     /// the first one.
-    [[nodiscard]] AccountPlace takeOpen(const GlobalOptions& options, std::vector<std::string>& behind,
+    [[nodiscard]] AccountPlace takeOpen(const GlobalOptions& options, std::vector<std::string>& following,
                                         const std::function<bool(const std::string&)>& comesAfterFile);
 
 private:

@@ -84,7 +84,7 @@ private:
         RunLog log(session.connection(), runNote(options, "edit " + voucher_.text));
         Allotment allotment(session.connection(), session.data(), session.provider().gl(), true, &log);
         const workbench::VoucherKinds& kinds = session.kinds();
-        return tellSaved(output, allotment.allot(key, rows), kinds, log);
+        return reportSaved(output, allotment.allot(key, rows), kinds, log);
     }
 
     int editOutside(const GlobalOptions& options, const Console& console, Output& output) {
@@ -126,7 +126,7 @@ private:
         const std::string rows = static_cast<IXmlSerializable&>(*screen.CashFlowCol()).Save();
         RunLog log(session.connection(), runNote(options, "edit --outside " + table + " " + key));
         workbench::OutsideAllotment allotment(session.connection(), session.data(), session.provider(), &log);
-        return tellSavedOutside(output, allotment.save(session.year(), table, key, rows), log);
+        return reportSavedOutside(output, allotment.save(session.year(), table, key, rows), log);
     }
 
     void prepare(clsMain& screen, const GlobalOptions& options, const std::string& maker) const {

@@ -35,7 +35,7 @@ public:
         RunLog log(session.connection(), runNote(options, "import " + voucher_.text));
         Allotment allotment(session.connection(), session.data(), session.provider().gl(), true, &log);
         const workbench::VoucherKinds& kinds = session.kinds();
-        return tellSaved(output, allotment.take(voucher.voucher().key, document, force_), kinds, log);
+        return reportSaved(output, allotment.take(voucher.voucher().key, document, force_), kinds, log);
     }
 
 private:

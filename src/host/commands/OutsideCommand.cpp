@@ -121,7 +121,7 @@ private:
     int save(Output& output, Session& session, const std::string& document, const GlobalOptions& options) const {
         workbench::RunLog log(session.connection(), runNote(options, "outside save " + table_ + " " + key_));
         workbench::OutsideAllotment allotment(session.connection(), session.data(), session.provider(), &log);
-        return tellSavedOutside(output, allotment.save(session.year(), table_, key_, document), log);
+        return reportSavedOutside(output, allotment.save(session.year(), table_, key_, document), log);
     }
 
     std::string action_;

@@ -46,7 +46,7 @@ public:
             shown.add(result);
             return shown.finish(log);
         }
-        return tellSaved(output, result, session.kinds(), log, report_);
+        return reportSaved(output, result, session.kinds(), log, report_);
     }
 
 private:

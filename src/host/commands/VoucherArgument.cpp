@@ -27,9 +27,9 @@ void VoucherArgument::declare(CLI::App& command, Language language) {
     command.add_option("VOUCHER", text, hostText(language, HostText::helpKey));
 }
 
-AccountPlace VoucherArgument::take(const GlobalOptions& options, const std::vector<Word>& behind) {
+AccountPlace VoucherArgument::take(const GlobalOptions& options, const std::vector<Word>& following) {
     std::vector<Word> words{{"VOUCHER", &text}};
-    words.insert(words.end(), behind.begin(), behind.end());
+    words.insert(words.end(), following.begin(), following.end());
     return database.take(options, words);
 }
 
@@ -88,8 +88,8 @@ Voucher VoucherArgument::find(Session& session) const {
 }
 
 OpenVoucher::OpenVoucher(VoucherArgument& argument, const GlobalOptions& options, const Console& console,
-                         const std::vector<Word>& behind)
-    : place_(argument.take(options, behind)), session_(place_, argument.year(), options, console),
+                         const std::vector<Word>& following)
+    : place_(argument.take(options, following)), session_(place_, argument.year(), options, console),
       voucher_(argument.find(session_)) {}
 
 void OpenVoucher::requireDated(Language language) {

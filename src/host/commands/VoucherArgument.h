@@ -24,7 +24,7 @@ struct VoucherArgument {
     /// if no kind or several kinds have that sign.
     [[nodiscard]] workbench::VoucherKey key(Session& session) const;
     /// As DatabaseArgument::take, for the voucher and the arguments after it.
-    [[nodiscard]] AccountPlace take(const GlobalOptions& options, const std::vector<Word>& behind = {});
+    [[nodiscard]] AccountPlace take(const GlobalOptions& options, const std::vector<Word>& following = {});
     /// Reads the voucher in an open session of its year. Failure (refused) if it does not exist, (database) if
     /// the account has no accounting periods for the year.
     [[nodiscard]] workbench::Voucher find(Session& session) const;
@@ -39,7 +39,7 @@ public:
     /// Failure (usage) if an argument is wrong or missing, (refused) if the voucher does not exist, (database)
     /// if the account cannot be opened or has no accounting periods for the voucher's year.
     OpenVoucher(VoucherArgument& argument, const GlobalOptions& options, const Console& console,
-                const std::vector<Word>& behind = {});
+                const std::vector<Word>& following = {});
 
     [[nodiscard]] Session& session() noexcept { return session_; }
     [[nodiscard]] const workbench::Voucher& voucher() const noexcept { return voucher_; }

@@ -29,8 +29,8 @@ void failAsRefused(Language language, const Refusal& refusal) {
         .because(refusal);
 }
 
-int tellSaved(Output& output, const VoucherResult& result, const workbench::VoucherKinds& kinds, workbench::RunLog& log,
-              const ReportOptions& report) {
+int reportSaved(Output& output, const VoucherResult& result, const workbench::VoucherKinds& kinds,
+                workbench::RunLog& log, const ReportOptions& report) {
     const std::string key = kinds.keyText(result.key);
     std::string text;
     if (output.json()) {
@@ -55,11 +55,11 @@ int tellSaved(Output& output, const VoucherResult& result, const workbench::Vouc
                 "\n";
     }
     report.write(output, text);
-    tellRun(output, log, result.changed());
+    reportRun(output, log, result.changed());
     return result.refusal ? exit_code::refused : exit_code::done;
 }
 
-void tellRun(Output& output, workbench::RunLog& log, bool changed) {
+void reportRun(Output& output, workbench::RunLog& log, bool changed) {
     if (const auto number = log.number()) {
         output.remark(output.text(HostText::runNumber, {std::to_string(*number)}));
     } else if (changed && !log.available()) {
@@ -67,7 +67,7 @@ void tellRun(Output& output, workbench::RunLog& log, bool changed) {
     }
 }
 
-int tellSavedOutside(Output& output, const OutsideResult& result, workbench::RunLog& log) {
+int reportSavedOutside(Output& output, const OutsideResult& result, workbench::RunLog& log) {
     if (output.json()) {
         nlohmann::ordered_json json = {{"table", result.table},
                                        {"key", result.key},
@@ -84,7 +84,7 @@ int tellSavedOutside(Output& output, const OutsideResult& result, workbench::Run
             terminal::printable(output.text(savedText(result.outcome), {result.key, std::to_string(result.rows)})));
     }
     output.flush();
-    tellRun(output, log, result.changed);
+    reportRun(output, log, result.changed);
     return result.refusal ? exit_code::refused : exit_code::done;
 }
 

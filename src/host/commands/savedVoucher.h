@@ -18,14 +18,14 @@ namespace z7::cashflow::host {
 /// Reports the result of one saved voucher and returns the command's exit code. If it was refused: Failure
 /// (refused) with the reason, but in JSON the reason is part of the result. A remark gives the number of the run in
 /// the log. The report goes where the options say; CSV is left to ChangesOutput.
-[[nodiscard]] int tellSaved(Output& output, const workbench::VoucherResult& result,
-                            const workbench::VoucherKinds& kinds, workbench::RunLog& log,
-                            const ReportOptions& report = {});
+[[nodiscard]] int reportSaved(Output& output, const workbench::VoucherResult& result,
+                              const workbench::VoucherKinds& kinds, workbench::RunLog& log,
+                              const ReportOptions& report = {});
 
 /// If rows changed, reports the number of the run in the log, or that the account has no log.
-void tellRun(Output& output, workbench::RunLog& log, bool changed);
+void reportRun(Output& output, workbench::RunLog& log, bool changed);
 
-/// As tellSaved, for an outside voucher.
-[[nodiscard]] int tellSavedOutside(Output& output, const workbench::OutsideResult& result, workbench::RunLog& log);
+/// As reportSaved, for an outside voucher.
+[[nodiscard]] int reportSavedOutside(Output& output, const workbench::OutsideResult& result, workbench::RunLog& log);
 
 } // namespace z7::cashflow::host
