@@ -57,5 +57,29 @@ TEST(Guid, OfTheSystemIsNewEachTimeAndSafeInATableName) {
     }
 }
 
+TEST(Guid, OfTheSystemIsMarkedAsRandomAndOtherwiseHasNoFixedBit) {
+    const GuidSource source = systemGuidSource();
+    Bytes inAll{};
+    Bytes inAny{};
+    inAll.fill(0xFF);
+    for (int i = 0; i < 256; ++i) {
+        const auto bytes = source();
+        ASSERT_TRUE(bytes);
+        for (std::size_t at = 0; at < bytes->size(); ++at) {
+            inAll[at] &= (*bytes)[at];
+            inAny[at] |= (*bytes)[at];
+        }
+    }
+    Bytes always{};
+    Bytes possible{};
+    possible.fill(0xFF);
+    always[7] = 0x40;
+    possible[7] = 0x4F;
+    always[8] = 0x80;
+    possible[8] = 0xBF;
+    EXPECT_EQ(inAll, always);
+    EXPECT_EQ(inAny, possible);
+}
+
 } // namespace
 } // namespace z7::cashflow
