@@ -24,7 +24,7 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
 LIBRARY = "src/z7cashflow"
 
 # The test programs from the bottom up. For a mutant of a folder its own program is run first, then those above, then those below.
-PROGRAMS = ["test_support", "test_statements", "test_model", "test_data", "test_providers", "test_dialog", "test_outside", "test_shared", "test_host"]
+PROGRAMS = ["test_support", "test_xml_memory", "test_statements", "test_model", "test_data", "test_providers", "test_dialog", "test_outside", "test_shared", "test_host"]
 
 Mutant = collections.namedtuple("Mutant", "file line kind before after text start end")
 

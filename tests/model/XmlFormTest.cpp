@@ -172,6 +172,17 @@ TEST_F(XmlForm, TakesEveryRowsElementBelowTheRoot) {
     EXPECT_EQ(collection->iPeriod(), 1);
 }
 
+TEST_F(XmlForm, ARowThatEndsWithinTheFieldsOfTheSchemaHasOnlyItsOwn) {
+    collection->Load(
+        "<root><rows><row key='a' RowGuid='b' iYear='2013'/><row key='c' RowGuid='d'/><row/></rows></root>");
+    ASSERT_EQ(collection->Count(), 3);
+    EXPECT_EQ(collection->Item(1)->Count(), 3);
+    EXPECT_EQ(collection->Item(2)->Count(), 2);
+    EXPECT_EQ(collection->Item(2)->Fields(), (std::vector<std::string>{"key", "RowGuid"}));
+    EXPECT_ERROR(collection->Item(2)->Item("iYear"), errors::unknownRowField);
+    EXPECT_EQ(collection->Item(3)->Count(), 0);
+}
+
 TEST_F(XmlForm, FieldsThatTheSchemaDoesNotKnowTravelAlong) {
     collection->Load("<root><rows><row unknown='1' 借='2'/></rows></root>");
     EXPECT_EQ(collection->Item(1)->Save(), "<row unknown='1' 借='2' />\r\n");

@@ -151,6 +151,14 @@ TEST_F(Checks, AnEmptyCollectionMatchesOnlyZero) {
     EXPECT_EQ(info, "before");
 }
 
+TEST_F(Checks, ASumBelowOneShowsOnTheDebitSide) {
+    world.setSum(0.5);
+    addRow(rows, i16(1), "1001", 0.01, 0.0);
+    EXPECT_FALSE(checkSum(rows));
+    EXPECT_EQ(info, "<Z7.CW.GL.CashFlow.00003><Z7.CW.GL.CashFlow.00004>0.50\r\n"
+                    "<Z7.CW.GL.CashFlow.00006><Z7.CW.GL.CashFlow.00004>0.01");
+}
+
 TEST_F(Checks, ANegativeSumShowsOnTheCreditSide) {
     world.setSum(-50.0);
     addRow(rows, i16(2), "6001", 0.0, 1234.565);

@@ -20,6 +20,14 @@ TEST(ReasonTable, SaysSomethingOfItsOwnForEachReason) {
     }
 }
 
+TEST(ReasonTable, GivesNoNumberToReasonsOfADocumentThatIsNotXml) {
+    for (ReasonId reason : {ReasonId(Reason::xmlEmpty), ReasonId(Reason::xmlNotXml), ReasonId(Reason::xmlTagMismatch),
+                            ReasonId(Reason::xmlEntityUnknown), ReasonId(Reason::xmlPrefixUndeclared)}) {
+        EXPECT_EQ(reason.entry().number, 0)
+            << reason.entry().english << ": the error has the number of what was to be read";
+    }
+}
+
 TEST(ReasonTable, CountsThePlacesOfATextFromZeroWithoutAGap) {
     for (const ReasonEntry& entry : reasonTable()) {
         const auto places = placesOf(entry.english);

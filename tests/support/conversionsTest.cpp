@@ -212,6 +212,10 @@ TEST(LeadingNumber, ReadsWhatTheTextBeginsWith) {
     EXPECT_EQ(leadingNumber("abc"), 0.0);
     EXPECT_EQ(leadingNumber(""), 0.0);
     EXPECT_EQ(leadingNumber("100.50"), 100.5);
+    EXPECT_EQ(leadingNumber("12e2x"), 1200.0);
+    EXPECT_EQ(leadingNumber("-1.5E-1 debit"), -0.15);
+    EXPECT_EQ(leadingNumber("12e"), 12.0);
+    EXPECT_EQ(leadingNumber("7e+account"), 7.0);
 }
 
 TEST(ReadDate, TakesYearFirstForms) {
