@@ -1,5 +1,5 @@
-// What is sent to a server that speaks Transact-SQL, and how its answers are understood, with a driver that answers from a
-// script.
+// What is sent to a server that speaks Transact-SQL, and how its answers are understood, with a driver that answers
+// from a script.
 
 #include "adapters/odbc/TsqlDialect.h"
 
