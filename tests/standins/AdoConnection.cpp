@@ -99,7 +99,7 @@ void AdoConnection::onDatabase(const std::function<void()>& action) {
         }
         errors_.clear();
         if (database_->warning) {
-            errors_.push_back({0x00040EDA, *database_->warning});
+            errors_.push_back({errorInCommand, *database_->warning});
         }
         errors_.push_back({errorInCommand, error});
         throw Failure{errorInCommand, "Provider", error.description(), true};

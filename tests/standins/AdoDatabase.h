@@ -17,7 +17,8 @@ struct AdoDatabase {
     std::function<std::unique_ptr<Connection>()> makeConnection;
     /// A new, closed recordset, for each one that is opened by connection string.
     std::function<std::shared_ptr<Recordset>()> makeRecordset;
-    /// Put in front of the error in a connection's Errors collection, as by a server that reports a warning first.
+    /// Put in front of the error in a connection's Errors collection, with its code, as by a server that reports a
+    /// warning first.
     std::optional<Error> warning;
     std::shared_ptr<CallPlan> calls = std::make_shared<CallPlan>();
 };

@@ -12,7 +12,7 @@ namespace z7::cashflow::test {
 
 /// An entry of the Errors collection.
 struct AdoErrorEntry {
-    std::int32_t number = 0; ///< the provider's code; not negative for a warning
+    std::int32_t number = 0; ///< the provider's code
     Error error;             ///< with the database's number, its state, source and text
 };
 

@@ -32,7 +32,8 @@ Entry entryAt(const Dispatch& errors, std::int32_t position) {
     return entry;
 }
 
-bool isWarning(const Entry& entry) { return entry.code >= 0 || entry.state.starts_with("01"); }
+/// Such as "The statement has been terminated.", which has the code of the error that it comes with.
+bool isWarning(const Entry& entry) { return entry.state.starts_with("01"); }
 
 /// The entry of an error; empty if there is none, because the entries of an older error remain in the collection.
 std::optional<Entry> entryOfError(const Error& error, const Dispatch& connection) {

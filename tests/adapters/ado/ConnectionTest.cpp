@@ -93,7 +93,7 @@ TEST_F(HostConnectionTest, ErrorsOfTheDatabaseHaveItsNumberStateAndText) {
 }
 
 TEST_F(HostConnectionTest, AWarningInFrontOfTheErrorIsPassedOver) {
-    database_.ado().warning = Error(5701, "Provider", "Changed database context", "01000");
+    database_.ado().warning = Error(3621, "Provider", "The statement has been terminated.", "01000");
     const Error error = errorOf([&] { connection_.Execute("delete"); });
     EXPECT_EQ(error.number(), 102);
     EXPECT_EQ(error.sqlState(), "42000");

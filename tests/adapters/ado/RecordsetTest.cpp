@@ -157,6 +157,16 @@ TEST_F(AdoRecordsetTest, ErrorsOfAnOwnSessionHaveTheDatabasesNumber) {
     EXPECT_EQ(records->State(), ObjectState::closed);
 }
 
+TEST_F(AdoRecordsetTest, APasswordOfItsConnectionStringIsInNoMessage) {
+    const auto records = connection_.createRecordset();
+    constexpr std::size_t opening = 2; // after State
+    database_.ado().calls->failAt(opening, {E_FAIL, "Provider", "Login failed: Password=geheim", true});
+    const Error error = errorOf([&] {
+        records->Open("select 1 as x", "Provider=P;Password=geheim", CursorType::keyset, LockType::readOnly);
+    });
+    EXPECT_EQ(error.description(), "Login failed: Password=***");
+}
+
 TEST_F(AdoRecordsetTest, AValueThatItsColumnCannotTakeIsError13AndChangesNothing) {
     const auto records = connection_.createRecordset();
     records->Open("select * from gl_accvouch", &connection_, CursorType::keyset, LockType::optimistic);
