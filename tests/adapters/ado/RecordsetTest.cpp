@@ -132,6 +132,16 @@ TEST_F(AdoRecordsetTest, OnlyRecordsOnTheClientCanBeCutOff) {
     EXPECT_TRUE(std::holds_alternative<Connection*>(records->ActiveConnection()));
 }
 
+TEST_F(AdoRecordsetTest, RecordsThatAreCutOffAreNotChangedInAdoEither) {
+    const auto records = connection_.createRecordset();
+    records->CursorLocation(CursorLocation::client);
+    records->Open("select * from fitemss98", &connection_, CursorType::keyset, LockType::optimistic);
+    records->ActiveConnection(std::monostate());
+    const std::size_t before = database_.ado().calls->count();
+    EXPECT_EQ(errorOf([&] { records->AddNew(); }).number(), 3251);
+    EXPECT_EQ(database_.ado().calls->count(), before + 1) << "only the state was asked for";
+}
+
 TEST_F(AdoRecordsetTest, AConnectionSetBeforehandIsUsedByOpen) {
     const auto records = connection_.createRecordset();
     records->ActiveConnection(&connection_);
@@ -161,9 +171,8 @@ TEST_F(AdoRecordsetTest, APasswordOfItsConnectionStringIsInNoMessage) {
     const auto records = connection_.createRecordset();
     constexpr std::size_t opening = 2; // after State
     database_.ado().calls->failAt(opening, {E_FAIL, "Provider", "Login failed: Password=geheim", true});
-    const Error error = errorOf([&] {
-        records->Open("select 1 as x", "Provider=P;Password=geheim", CursorType::keyset, LockType::readOnly);
-    });
+    const Error error = errorOf(
+        [&] { records->Open("select 1 as x", "Provider=P;Password=geheim", CursorType::keyset, LockType::readOnly); });
     EXPECT_EQ(error.description(), "Login failed: Password=***");
 }
 
