@@ -32,7 +32,7 @@ FOREIGN = {
     "adapters/odbc": ["sql.h", "sqlext.h", "sqlucode.h"],
     "adapters/terminal": ["utf8proc.h"],
     "adapters/wx": ["wx/", "gtk/gtk.h"],
-    "host": ["CLI/CLI.hpp", "nlohmann/json.hpp", "toml++/toml.h", "csv.h", "utf8proc.h", "sys/ioctl.h", "unistd.h"],
+    "host": ["CLI/CLI.hpp", "nlohmann/json.hpp", "toml++/toml.h", "csv.h", "utf8proc.h", "sys/ioctl.h", "unistd.h", "windows.h", "shellapi.h", "fcntl.h", "io.h"],  # the system's for main*.cpp and for *_windows.cpp
 }
 FOREIGN_IN_HEADERS = {
     "adapters/wx": ["wx/colour.h", "wx/font.h", "wx/gdicmn.h", "wx/string.h"],  # value types of the window's own parts

@@ -29,7 +29,12 @@ set(CMAKE_PREFIX_PATH /)
 set(ENV{PKG_CONFIG_LIBDIR} ${Z7_WINDOWS_DEPENDENCIES}/lib/pkgconfig)
 set(ENV{PKG_CONFIG_PATH} "")
 
+# Tests run under Wine, with its files in the build folder.
+set(CMAKE_CROSSCOMPILING_EMULATOR ${CMAKE_CURRENT_LIST_DIR}/wine.sh ${CMAKE_BINARY_DIR}/wine)
+
 # Programs and DLLs need nothing but what Windows brings along.
 foreach(kind EXE SHARED)
   set(CMAKE_${kind}_LINKER_FLAGS_INIT -static)
 endforeach()
+set(CMAKE_LINK_SEARCH_START_STATIC ON)
+set(CMAKE_LINK_SEARCH_END_STATIC ON) # else the compiler's libraries behind one that is named as a file are taken from DLLs

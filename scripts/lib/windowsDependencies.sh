@@ -100,7 +100,7 @@ windows_archive() {
 
 windows_module() {
     cat >"$prefix/lib/pkgconfig/$1.pc" <<EOF
-prefix=$(cd "$prefix" && pwd)
+prefix=\${pcfiledir}/../..
 Name: $1
 Description: $2
 Version: $3
@@ -157,10 +157,15 @@ windows_libcsv() {
 # Headers of installed packages with their CMake files, whose paths are relative.
 windows_headers() {
     local name
-    mkdir -p "$prefix/include" "$prefix/share/cmake" "$prefix/lib/cmake" || return
+    mkdir -p "$prefix/include" "$prefix/share/cmake" || return
     cp -r /usr/include/CLI /usr/include/nlohmann /usr/include/toml++ "$prefix/include/" &&
-        cp -r /usr/share/cmake/CLI11 /usr/share/cmake/nlohmann_json "$prefix/share/cmake/" &&
-        cp -r /usr/lib/*/cmake/tomlplusplus "$prefix/lib/cmake/" || return
+        cp -r /usr/share/cmake/CLI11 /usr/share/cmake/nlohmann_json "$prefix/share/cmake/" || return
+    # Debian's own file leads to a shared library for Linux; the headers do without.
+    mkdir -p "$prefix/share/cmake/tomlplusplus" || return
+    cat >"$prefix/share/cmake/tomlplusplus/tomlplusplusConfig.cmake" <<'EOF'
+add_library(tomlplusplus::tomlplusplus INTERFACE IMPORTED)
+target_include_directories(tomlplusplus::tomlplusplus INTERFACE "${CMAKE_CURRENT_LIST_DIR}/../../../include")
+EOF
     for name in libcli11-dev nlohmann-json3-dev libtomlplusplus-dev; do
         windows_licence "$name" "/usr/share/doc/$name/copyright" || return
     done

@@ -1,9 +1,8 @@
 #pragma once
 
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <stdexcept>
+#include <random>
 #include <string>
 #include <system_error>
 
@@ -13,11 +12,11 @@ namespace z7::cashflow::test {
 class ScratchFolder {
 public:
     ScratchFolder() {
-        std::string pattern = (std::filesystem::temp_directory_path() / "z7cf-test-XXXXXX").string();
-        if (mkdtemp(pattern.data()) == nullptr) {
-            throw std::runtime_error("no folder can be created in " + std::filesystem::temp_directory_path().string());
-        }
-        path_ = pattern;
+        const std::filesystem::path parent = std::filesystem::temp_directory_path();
+        std::random_device random;
+        do {
+            path_ = parent / ("z7cf-test-" + std::to_string(random()));
+        } while (!std::filesystem::create_directory(path_));
     }
     ~ScratchFolder() {
         std::error_code ignored;

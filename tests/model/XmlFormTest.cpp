@@ -4,7 +4,9 @@
 #include "z7cashflow/support/conversions.h"
 
 #include <gtest/gtest.h>
+#ifndef _WIN32 // Debian has no rapidcheck for Windows
 #include <rapidcheck.h>
+#endif
 
 #include <memory>
 #include <string>
@@ -209,6 +211,7 @@ TEST_F(XmlForm, TakesAnEncodingDeclarationNotAtItsWord) {
     EXPECT_EQ(collection->Item(1)->Item("a"), Variant("现金"));
 }
 
+#ifndef _WIN32
 TEST_F(XmlForm, CarriesAnyPrintableText) {
     EXPECT_TRUE(rc::check("texts through XML", [] {
         static const std::vector<std::string> pieces{"a", "'",   "\"", "<", ">", "&", "&amp;", "借",   "é", "😀",
@@ -229,6 +232,7 @@ TEST_F(XmlForm, CarriesAnyPrintableText) {
         RC_ASSERT(toTextOrEmpty(to->Item(1)->Item("cDefine1")) == text);
     }));
 }
+#endif
 
 TEST_F(XmlForm, CarriesManyRows) {
     for (int i = 0; i < 3000; ++i) {

@@ -2,7 +2,9 @@
 #include "doubles/ContextGuard.h"
 
 #include <gtest/gtest.h>
+#ifndef _WIN32 // Debian has no rapidcheck for Windows
 #include <rapidcheck.h>
+#endif
 
 #include <limits>
 
@@ -74,6 +76,7 @@ TEST(Date, ComparesByPointInTime) {
     EXPECT_NE(Date(2.0), Date(2.5));
 }
 
+#ifndef _WIN32
 TEST(Date, KeepsEverySecondThroughItsCalendarFields) {
     EXPECT_TRUE(rc::check("fromCivil and toCivil", [] {
         const int day = *rc::gen::inRange(0, 2958466);
@@ -87,6 +90,7 @@ TEST(Date, KeepsEverySecondThroughItsCalendarFields) {
         RC_ASSERT(Date::fromCivil(noted.year, noted.month, noted.day) == Date(day));
     }));
 }
+#endif
 
 } // namespace
 } // namespace z7::cashflow

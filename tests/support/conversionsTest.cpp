@@ -2,7 +2,9 @@
 #include "doubles/ContextGuard.h"
 
 #include <gtest/gtest.h>
+#ifndef _WIN32 // Debian has no rapidcheck for Windows
 #include <rapidcheck.h>
+#endif
 
 #include <clocale>
 #include <cmath>
@@ -54,6 +56,7 @@ TEST(NumberText, ZeroHasNoSign) {
     EXPECT_EQ(numberText(-0.0), "0");
 }
 
+#ifndef _WIN32
 TEST(NumberText, ReadsBackAsTheSameNumberToFifteenDigits) {
     EXPECT_TRUE(rc::check("numberText and readNumber", [](int units, unsigned char decimals) {
         const double number = units / std::pow(10.0, decimals % 8);
@@ -63,6 +66,7 @@ TEST(NumberText, ReadsBackAsTheSameNumberToFifteenDigits) {
         RC_ASSERT(numberText(*back) == numberText(number));
     }));
 }
+#endif
 
 TEST(ToText, WritesEachTypeInItsForm) {
     EXPECT_EQ(toText("text"), "text");
@@ -145,6 +149,7 @@ TEST(ToInteger, TakesBooleansAndDatesByTheirNumber) {
     EXPECT_EQ(toDouble(true), -1.0);
 }
 
+#ifndef _WIN32
 TEST(ToInteger, EqualsExactRoundingForEveryHalf) {
     EXPECT_TRUE(rc::check("half to even", [](std::int16_t whole) {
         const double half = whole + 0.5;
@@ -153,6 +158,7 @@ TEST(ToInteger, EqualsExactRoundingForEveryHalf) {
         RC_ASSERT(toInt16(half) == static_cast<std::int16_t>(expected));
     }));
 }
+#endif
 
 TEST(ToDouble, RefusesNumbersBeyondADouble) { EXPECT_ERROR(toDouble("1e999"), errors::overflow); }
 
@@ -267,12 +273,14 @@ TEST(ReadDate, RefusesEverythingElse) {
     }
 }
 
+#ifndef _WIN32
 TEST(ReadDate, ReadsEveryDayThatIsWritten) {
     EXPECT_TRUE(rc::check("dateText and readDate", [] {
         const Date date(*rc::gen::inRange(-657434, 2958466));
         RC_ASSERT(readDate(dateText(date)) == date);
     }));
 }
+#endif
 
 TEST(EqualByValue, ComparesNumbersByValueAndTextsExactly) {
     EXPECT_TRUE(equalByValue("1", i16(1)));

@@ -35,8 +35,9 @@ constexpr std::array table{
     ReasonEntry{R::cannotWrite, SQLITE_IOERR, "{0} cannot be written: {1}"},
     ReasonEntry{R::openElsewhere, SQLITE_BUSY, "another program has it open"},
     ReasonEntry{R::cannotCheck, SQLITE_CORRUPT, "it cannot be checked"},
-    ReasonEntry{R::noTemporaryFolder, SQLITE_CANTOPEN,
-                "There is no folder for temporary files: {0}; name one in the environment variable TMPDIR"},
+    ReasonEntry{
+        R::noTemporaryFolder, SQLITE_CANTOPEN,
+        "There is no folder for temporary files: {0}; name one in the environment variable TMPDIR, on Windows TMP"},
     ReasonEntry{R::folderNotCreated, SQLITE_CANTOPEN, "No folder can be created in {0}: {1}"},
     ReasonEntry{R::folderNotLocked, SQLITE_CANTOPEN,
                 "No folder in {0} can be locked: the disk may be full, or its file system may have no locks"},

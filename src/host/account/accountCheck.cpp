@@ -1,6 +1,7 @@
 #include "host/account/accountCheck.h"
 
 #include "adapters/odbc/accountSchema.h"
+#include "adapters/sqlite/ConnectionOptions.h"
 #include "adapters/sqlite/integrity.h"
 #include "host/cli/Failure.h"
 #include "host/cli/exitCode.h"
@@ -190,14 +191,14 @@ CheckedAccount checkAccount(const AccountPlace& place, const GlobalOptions& opti
     const auto file = place.file();
     std::error_code ignored;
     if (file && !std::filesystem::exists(*file, ignored)) {
-        throw Failure(exit_code::database, HostText::fileMissing, {file->string()});
+        throw Failure(exit_code::database, HostText::fileMissing, {sqlite::utf8Of(*file)});
     }
     CheckedAccount checked;
     if (file) {
         for (const sqlite::Damage& damage : sqlite::findDamage(*file)) {
             checked.findings.push_back({"damage",
                                         HostText::verifyDamage,
-                                        {damage.file.string(), reasonText(options.language, damage.reason)}});
+                                        {sqlite::utf8Of(damage.file), reasonText(options.language, damage.reason)}});
         }
     }
     if (!checked.findings.empty()) {
@@ -208,7 +209,7 @@ CheckedAccount checkAccount(const AccountPlace& place, const GlobalOptions& opti
         connection->Open(place.connectionString(std::nullopt));
     } catch (const Error& error) {
         const std::string reason = reasonText(options.language, error);
-        throw(file ? Failure(exit_code::database, HostText::notADatabase, {file->string(), reason})
+        throw(file ? Failure(exit_code::database, HostText::notADatabase, {sqlite::utf8Of(*file), reason})
                    : Failure(exit_code::database, HostText::notConnected, {reason}))
             .because({error, {}});
     }

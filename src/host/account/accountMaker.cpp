@@ -2,6 +2,7 @@
 
 #include "adapters/sqlite/AccountTables.h"
 #include "adapters/sqlite/Connection.h"
+#include "adapters/sqlite/ConnectionOptions.h"
 #include "adapters/sqlite/NewDatabase.h"
 #include "adapters/sqlite/database.h"
 #include "host/cli/Failure.h"
@@ -29,7 +30,7 @@ constexpr const char* ledgerSystem = "GL";
 
 void requireFree(const std::optional<fs::path>& taken) {
     if (taken) {
-        throw Failure(exit_code::usage, HostText::fileExists, {taken->string()});
+        throw Failure(exit_code::usage, HostText::fileExists, {sqlite::utf8Of(*taken)});
     }
 }
 
@@ -39,7 +40,7 @@ template <class Step> auto onDisk(const fs::path& account, Language language, St
     try {
         return step();
     } catch (const Error& error) {
-        throw Failure(exit_code::database, HostText::moveFailed, {account.string(), reasonText(language, error)})
+        throw Failure(exit_code::database, HostText::moveFailed, {sqlite::utf8Of(account), reasonText(language, error)})
             .because({error, {}});
     }
 }

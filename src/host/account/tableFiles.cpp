@@ -2,6 +2,7 @@
 
 #include "adapters/shared/loading/TableLoader.h"
 #include "adapters/shared/reasons/DatabaseReason.h"
+#include "adapters/sqlite/ConnectionOptions.h"
 #include "host/account/csvReader.h"
 #include "host/account/sampleData.h"
 #include "host/cli/Failure.h"
@@ -270,21 +271,21 @@ std::vector<TableFile> tableFilesOfFolder(const std::filesystem::path& folder) {
     for (auto entry = std::filesystem::directory_iterator(folder, failure);
          !failure && entry != std::filesystem::directory_iterator(); entry.increment(failure)) {
         std::error_code ignored;
-        if (asciiLower(entry->path().extension().string()) == ".csv" && entry->is_regular_file(ignored)) {
+        if (asciiLower(sqlite::utf8Of(entry->path().extension())) == ".csv" && entry->is_regular_file(ignored)) {
             paths.push_back(entry->path());
         }
     }
     if (failure) {
-        throw Failure(exit_code::usage, HostText::folderMissing, {folder.string()});
+        throw Failure(exit_code::usage, HostText::folderMissing, {sqlite::utf8Of(folder)});
     }
     if (paths.empty()) {
-        throw Failure(exit_code::usage, HostText::folderEmpty, {folder.string()});
+        throw Failure(exit_code::usage, HostText::folderEmpty, {sqlite::utf8Of(folder)});
     }
     std::sort(paths.begin(), paths.end());
     std::vector<TableFile> files;
     files.reserve(paths.size());
     for (const std::filesystem::path& path : paths) {
-        files.push_back({path.stem().string(), path.string(), [path]() -> std::unique_ptr<std::istream> {
+        files.push_back({sqlite::utf8Of(path.stem()), sqlite::utf8Of(path), [path]() -> std::unique_ptr<std::istream> {
                              auto stream = std::make_unique<std::ifstream>(path, std::ios::binary);
                              return stream->is_open() ? std::move(stream) : nullptr;
                          }});

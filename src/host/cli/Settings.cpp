@@ -1,13 +1,14 @@
 #include "host/cli/Settings.h"
 
+#include "adapters/sqlite/ConnectionOptions.h"
 #include "host/cli/Failure.h"
+#include "host/cli/environment.h"
 #include "host/cli/exitCode.h"
 #include "host/cli/readText.h"
 
 #include <toml++/toml.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <functional>
 
 namespace z7::cashflow::host {
@@ -119,25 +120,17 @@ Settings readSettings(std::string_view text, const std::string& shownPath, Langu
 Settings readSettingsFile(const std::filesystem::path& path, Language language) {
     const TextRead read = readText(path, longestSettings);
     if (read.outcome == TextRead::Outcome::tooLong) {
-        throw Failure(exit_code::usage, HostText::settingsTooLong, {path.string()});
+        throw Failure(exit_code::usage, HostText::settingsTooLong, {sqlite::utf8Of(path)});
     }
     if (read.outcome == TextRead::Outcome::unreadable) {
-        throw Failure(exit_code::usage, HostText::settingsMissing, {path.string()});
+        throw Failure(exit_code::usage, HostText::settingsMissing, {sqlite::utf8Of(path)});
     }
-    return readSettings(read.text, path.string(), language);
+    return readSettings(read.text, sqlite::utf8Of(path), language);
 }
 
 std::optional<std::filesystem::path> defaultSettingsPath() {
-    // The host starts no thread, so nothing changes the environment meanwhile.
-    const char* configHome = std::getenv("XDG_CONFIG_HOME"); // NOLINT(concurrency-mt-unsafe)
-    if (configHome != nullptr && *configHome == '/') {
-        return std::filesystem::path(configHome) / "z7cf" / "settings.toml";
-    }
-    const char* home = std::getenv("HOME"); // NOLINT(concurrency-mt-unsafe)
-    if (home != nullptr && *home != '\0') {
-        return std::filesystem::path(home) / ".config" / "z7cf" / "settings.toml";
-    }
-    return std::nullopt;
+    const auto folder = settingsFolder();
+    return folder ? std::optional(*folder / "z7cf" / "settings.toml") : std::nullopt;
 }
 
 } // namespace z7::cashflow::host

@@ -31,8 +31,8 @@ struct Settings {
 /// readSettings.
 [[nodiscard]] Settings readSettingsFile(const std::filesystem::path& path, Language language);
 
-/// The default location of the user's settings file: z7cf/settings.toml in XDG_CONFIG_HOME, or in .config of the
-/// home folder. Empty if neither is known.
+/// The default location of the user's settings file: z7cf/settings.toml in the folder of settings, which is
+/// XDG_CONFIG_HOME or .config in the home folder, on Windows APPDATA. Empty if none is known.
 [[nodiscard]] std::optional<std::filesystem::path> defaultSettingsPath();
 
 } // namespace z7::cashflow::host

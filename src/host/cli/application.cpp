@@ -1,11 +1,13 @@
 #include "host/cli/application.h"
 
+#include "adapters/sqlite/ConnectionOptions.h"
 #include "adapters/terminal/printable.h"
 #include "host/cli/CommandLine.h"
 #include "host/cli/Failure.h"
 #include "host/cli/Output.h"
 #include "host/cli/Settings.h"
 #include "host/cli/connectOption.h"
+#include "host/cli/environment.h"
 #include "host/cli/exitCode.h"
 #include "host/cli/failureJson.h"
 #include "host/cli/jsonText.h"
@@ -18,8 +20,6 @@
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
-#include <csignal>
-#include <cstdlib>
 #include <exception>
 #include <new>
 #include <optional>
@@ -81,7 +81,7 @@ Language languageOfArguments(const std::vector<std::string>& arguments) {
 /// The settings file that was named, or the user's own if it exists.
 Settings settingsFor(const GivenOptions& given, Language language) {
     if (!given.settings.empty()) {
-        return readSettingsFile(given.settings, language);
+        return readSettingsFile(sqlite::pathOf(given.settings), language);
     }
     const auto path = defaultSettingsPath();
     std::error_code ignored;
@@ -105,9 +105,8 @@ GlobalOptions globalOptions(const GivenOptions& given, Language languageSoFar, c
     if (given.language.empty()) {
         options.language = settings.language.value_or(languageSoFar);
     }
-    const char* connect = std::getenv("Z7CF_CONNECT"); // NOLINT(concurrency-mt-unsafe): the host starts no thread
     options.connectGiven = !given.connect.empty();
-    const std::string option = options.connectGiven ? given.connect : connect != nullptr ? connect : "";
+    const std::string option = options.connectGiven ? given.connect : environmentVariable("Z7CF_CONNECT").value_or("");
     if (!option.empty()) {
         options.connect = connectionStringOf(option, options.connectGiven);
         const std::string file = holdsSecret(options.connect) ? fileOpenToOthers(option) : std::string();
@@ -169,7 +168,7 @@ int guarded(const Console& console, const Language& language, bool json, const s
     try {
         return action();
     } catch (const ReaderGone&) {
-        return exit_code::signalBase + SIGPIPE;
+        return exit_code::readerGone;
     } catch (const std::exception&) {
         return report(failureOf(std::current_exception(), language), console, language, json);
     }

@@ -1,13 +1,14 @@
 #include "host/cli/connectOption.h"
 
 #include "adapters/shared/session/ConnectionText.h"
+#include "adapters/sqlite/ConnectionOptions.h"
 #include "host/cli/Failure.h"
+#include "host/cli/environment.h"
 #include "host/cli/exitCode.h"
 #include "host/cli/readText.h"
 #include "z7cashflow/support/Error.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <string_view>
 
 namespace z7::cashflow::host {
@@ -24,7 +25,7 @@ std::string_view trimmed(std::string_view text) {
 }
 
 std::string fileText(const std::string& file) {
-    TextRead read = readText(file, longestString);
+    TextRead read = readText(sqlite::pathOf(file), longestString);
     if (read.outcome != TextRead::Outcome::whole) {
         throw Failure(exit_code::usage, HostText::connectFileMissing, {file});
     }
@@ -87,12 +88,8 @@ std::string fileOpenToOthers(const std::string& option) {
     if (!option.starts_with('@')) {
         return {};
     }
-    namespace fs = std::filesystem;
     const std::string file = option.substr(1);
-    std::error_code failure;
-    const fs::perms rights = fs::status(file, failure).permissions();
-    const bool open = !failure && (rights & (fs::perms::others_read | fs::perms::others_write)) != fs::perms::none;
-    return open ? file : std::string();
+    return isOpenToOthers(sqlite::pathOf(file)) ? file : std::string();
 }
 
 } // namespace z7::cashflow::host

@@ -1,5 +1,6 @@
 #include "host/cli/inputText.h"
 
+#include "adapters/sqlite/ConnectionOptions.h"
 #include "host/cli/Failure.h"
 #include "host/cli/exitCode.h"
 #include "host/cli/readText.h"
@@ -14,7 +15,7 @@ constexpr std::size_t longestText = std::size_t{64} << 20U;
 
 std::string inputText(const std::string& file, const Console& console) {
     const bool standardInput = file == "-";
-    TextRead read = standardInput ? readText(console.in, longestText) : readText(file, longestText);
+    TextRead read = standardInput ? readText(console.in, longestText) : readText(sqlite::pathOf(file), longestText);
     switch (read.outcome) {
     case TextRead::Outcome::unreadable:
         throw standardInput ? Failure(exit_code::usage, HostText::standardInputUnreadable)

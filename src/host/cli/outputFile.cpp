@@ -1,5 +1,6 @@
 #include "host/cli/outputFile.h"
 
+#include "adapters/sqlite/ConnectionOptions.h"
 #include "host/cli/Failure.h"
 #include "host/cli/exitCode.h"
 
@@ -12,7 +13,7 @@ namespace z7::cashflow::host {
 void requireNewFile(const std::filesystem::path& file) {
     std::error_code ignored;
     if (std::filesystem::exists(std::filesystem::symlink_status(file, ignored))) {
-        throw Failure(exit_code::usage, HostText::fileExists, {file.string()});
+        throw Failure(exit_code::usage, HostText::fileExists, {sqlite::utf8Of(file)});
     }
 }
 
@@ -29,7 +30,7 @@ void writeNewFile(const std::filesystem::path& file, std::string_view text) {
         if (opened) {
             std::filesystem::remove(file, ignored);
         }
-        throw Failure(exit_code::database, HostText::moveFailed, {file.string(), reason});
+        throw Failure(exit_code::database, HostText::moveFailed, {sqlite::utf8Of(file), reason});
     }
 }
 

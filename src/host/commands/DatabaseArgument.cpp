@@ -1,5 +1,6 @@
 #include "host/commands/DatabaseArgument.h"
 
+#include "adapters/sqlite/ConnectionOptions.h"
 #include "host/cli/Failure.h"
 #include "host/cli/connectOption.h"
 #include "host/cli/exitCode.h"
@@ -29,7 +30,7 @@ AccountPlace DatabaseArgument::takeOpen(const GlobalOptions& options, std::vecto
         if (file.empty()) {
             throw Failure(exit_code::usage, HostText::argumentMissing, {"FILE"});
         }
-        return AccountPlace::ofFile(file);
+        return AccountPlace::ofFile(sqlite::pathOf(file));
     }
     if (!file.empty()) {
         following.insert(following.begin(), std::exchange(file, {}));
@@ -59,7 +60,7 @@ AccountPlace DatabaseArgument::take(const GlobalOptions& options, const std::vec
         }
     }
     return connected ? AccountPlace::ofConnectionString(options.connect, options.serverConnection)
-                     : AccountPlace::ofFile(file);
+                     : AccountPlace::ofFile(sqlite::pathOf(file));
 }
 
 } // namespace z7::cashflow::host

@@ -1,3 +1,4 @@
+#include "adapters/sqlite/ConnectionOptions.h"
 #include "adapters/terminal/printable.h"
 #include "host/account/accountCheck.h"
 #include "host/account/accountMaker.h"
@@ -41,7 +42,7 @@ public:
         if (sample_) {
             files = tableFilesOfSample();
         } else if (!folder_.empty()) {
-            files = tableFilesOfFolder(folder_);
+            files = tableFilesOfFolder(sqlite::pathOf(folder_));
         }
         StopSignals signals;
         Made made;
@@ -89,7 +90,7 @@ private:
                      const std::vector<AccountOption>& accountOptions, Language language,
                      const std::function<bool()>& stopRequested) {
         if (const auto file = place.file()) {
-            return {"file", file->string(), makeAccount(*file, files, accountOptions, language, stopRequested)};
+            return {"file", sqlite::utf8Of(*file), makeAccount(*file, files, accountOptions, language, stopRequested)};
         }
         ServerAccount account = makeServerAccount(
             place.givenString(), [&place] { return place.makeConnection(); }, files, accountOptions, language,

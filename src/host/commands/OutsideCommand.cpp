@@ -1,3 +1,4 @@
+#include "adapters/sqlite/ConnectionOptions.h"
 #include "host/cli/Command.h"
 #include "host/cli/Failure.h"
 #include "host/cli/Output.h"
@@ -91,7 +92,7 @@ private:
         } else if (file_ == "-") {
             output.raw(document);
         } else {
-            writeNewFile(file_, document);
+            writeNewFile(sqlite::pathOf(file_), document);
         }
         output.flush();
         return exit_code::done;

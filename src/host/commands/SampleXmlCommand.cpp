@@ -1,3 +1,4 @@
+#include "adapters/sqlite/ConnectionOptions.h"
 #include "host/account/sampleData.h"
 #include "host/cli/Command.h"
 #include "host/cli/Failure.h"
@@ -27,7 +28,7 @@ public:
 
     int run(const GlobalOptions& options, const Console& console) override {
         Output output(console, options);
-        const std::filesystem::path folder(folder_);
+        const std::filesystem::path folder = sqlite::pathOf(folder_);
         std::error_code failure;
         std::filesystem::create_directories(folder, failure);
         if (failure) {
@@ -40,9 +41,9 @@ public:
             const std::filesystem::path path = folder / (std::string(file.name) + ".xml");
             writeNewFile(path, file.text);
             if (output.json()) {
-                output.raw(jsonLine({{"file", path.string()}}));
+                output.raw(jsonLine({{"file", sqlite::utf8Of(path)}}));
             } else {
-                output.line(output.text(HostText::fileWritten, {path.string()}));
+                output.line(output.text(HostText::fileWritten, {sqlite::utf8Of(path)}));
             }
         }
         output.flush();

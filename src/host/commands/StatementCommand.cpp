@@ -1,3 +1,4 @@
+#include "adapters/sqlite/ConnectionOptions.h"
 #include "host/cli/Command.h"
 #include "host/cli/Failure.h"
 #include "host/cli/Output.h"
@@ -67,13 +68,13 @@ public:
         StatementRequest request = requested(options);
         report_.requireNewFile();
         if (!html_.empty()) {
-            requireNewFile(html_);
+            requireNewFile(sqlite::pathOf(html_));
         }
         Session session(place, request.year, options, console);
         const CashFlowStatement statement = draw(session, request);
         report_.write(output, text(output, session.kinds(), statement));
         if (!html_.empty()) {
-            writeNewFile(html_, page(session, request, statement, output.language()));
+            writeNewFile(sqlite::pathOf(html_), page(session, request, statement, output.language()));
         }
         return statement.proven() ? exit_code::done : exit_code::refused;
     }

@@ -2,6 +2,7 @@
 
 #include "host/account/AccountConnections.h"
 #include "host/cli/Failure.h"
+#include "host/cli/environment.h"
 #include "host/cli/exitCode.h"
 #include "z7cashflow/model/modPublic.h"
 
@@ -9,15 +10,12 @@
 #include "adapters/wx/WindowSystem.h"
 #endif
 
-#include <cstdlib>
-
 namespace z7::cashflow::host {
 
 #ifdef Z7_HAS_WINDOW
 
 Desktop::Desktop(const GlobalOptions& options, const Console& console) {
-    const bool watched =
-        std::getenv("Z7CF_WINDOW_STATES") != nullptr; // NOLINT(concurrency-mt-unsafe): the host starts no thread
+    const bool watched = environmentVariable("Z7CF_WINDOW_STATES").has_value();
     windows_ = wx::WindowSystem::start(watched ? &console.out : nullptr);
     if (!windows_) {
         throw Failure(exit_code::usage, HostText::noScreen);

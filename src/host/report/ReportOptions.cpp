@@ -1,5 +1,6 @@
 #include "host/report/ReportOptions.h"
 
+#include "adapters/sqlite/ConnectionOptions.h"
 #include "host/cli/outputFile.h"
 
 #include <CLI/CLI.hpp>
@@ -13,7 +14,7 @@ void ReportOptions::declare(CLI::App& command, Language language) {
 
 void ReportOptions::requireNewFile() const {
     if (!file_.empty()) {
-        host::requireNewFile(file_);
+        host::requireNewFile(sqlite::pathOf(file_));
     }
 }
 
@@ -22,7 +23,7 @@ void ReportOptions::write(Output& output, std::string_view report) const {
         output.raw(report);
         output.flush();
     } else {
-        writeNewFile(file_, report);
+        writeNewFile(sqlite::pathOf(file_), report);
     }
 }
 

@@ -1,20 +1,27 @@
 #include "host/terminal/StopSignals.h"
 
+#include <csignal>
 #include <initializer_list>
 
 namespace z7::cashflow::host {
 
-StopSignals::StopSignals() {
-    sigemptyset(&held_);
-    sigaddset(&held_, SIGINT);
-    sigaddset(&held_, SIGTERM);
-    pthread_sigmask(SIG_BLOCK, &held_, &former_);
+/// The signals that were blocked before.
+struct StopSignals::Former {
+    sigset_t blocked{};
+};
+
+StopSignals::StopSignals() : former_(std::make_unique<Former>()) {
+    sigset_t held;
+    sigemptyset(&held);
+    sigaddset(&held, SIGINT);
+    sigaddset(&held, SIGTERM);
+    pthread_sigmask(SIG_BLOCK, &held, &former_->blocked);
 }
 
 StopSignals::~StopSignals() {
     // Consumes a pending signal, which would otherwise end the program while it writes its summary.
     static_cast<void>(requested());
-    pthread_sigmask(SIG_SETMASK, &former_, nullptr);
+    pthread_sigmask(SIG_SETMASK, &former_->blocked, nullptr);
 }
 
 bool StopSignals::requested() {

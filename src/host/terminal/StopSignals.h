@@ -1,11 +1,12 @@
 #pragma once
 
-#include <csignal>
+#include <memory>
 
 namespace z7::cashflow::host {
 
 /// Blocks SIGINT and SIGTERM while it lives, so that work can stop at a safe point. A signal is consumed and not
-/// delivered; its number is kept in received.
+/// delivered; its number is kept in received. On Windows Ctrl+C and Ctrl+Break count as SIGINT; closing the console,
+/// logging off and shutting down as SIGTERM, which the system then waits for a few seconds. One object at a time.
 class StopSignals {
 public:
     StopSignals();
@@ -19,8 +20,8 @@ public:
     [[nodiscard]] int received() const noexcept { return received_; }
 
 private:
-    sigset_t held_{};
-    sigset_t former_{};
+    struct Former;
+    std::unique_ptr<Former> former_;
     int received_ = 0;
 };
 

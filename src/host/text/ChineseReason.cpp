@@ -212,7 +212,7 @@ constexpr std::array reasons{
     ChineseReason{R::cannotWrite, "{0} 无法写入：{1}"},
     ChineseReason{R::openElsewhere, "另一程序已将其打开"},
     ChineseReason{R::cannotCheck, "无法检查"},
-    ChineseReason{R::noTemporaryFolder, "没有存放临时文件的文件夹：{0}；请在环境变量 TMPDIR 中指定"},
+    ChineseReason{R::noTemporaryFolder, "没有存放临时文件的文件夹：{0}；请在环境变量 TMPDIR（Windows 上为 TMP）中指定"},
     ChineseReason{R::folderNotCreated, "无法在 {0} 中建立文件夹：{1}"},
     ChineseReason{R::folderNotLocked, "{0} 中的文件夹无法加锁：磁盘可能已满，或其文件系统不支持加锁"},
 

@@ -1,5 +1,6 @@
 #include "host/work/Session.h"
 
+#include "adapters/sqlite/ConnectionOptions.h"
 #include "adapters/terminal/TerminalMessageBox.h"
 #include "host/account/accountCheck.h"
 #include "host/cli/Failure.h"
@@ -24,7 +25,7 @@ Session::Session(const AccountPlace& place, std::int16_t year, const GlobalOptio
     std::error_code ignored;
     const auto file = place.file();
     if (file && !std::filesystem::exists(*file, ignored)) {
-        throw Failure(exit_code::database, HostText::fileMissing, {file->string()});
+        throw Failure(exit_code::database, HostText::fileMissing, {sqlite::utf8Of(*file)});
     }
     connection_ = place.makeConnection();
     const std::string connectionString = place.connectionString(year);
@@ -32,7 +33,7 @@ Session::Session(const AccountPlace& place, std::int16_t year, const GlobalOptio
         connection_->Open(connectionString);
     } catch (const Error& error) {
         const std::string reason = reasonText(options.language, error);
-        throw(file ? Failure(exit_code::database, HostText::notADatabase, {file->string(), reason})
+        throw(file ? Failure(exit_code::database, HostText::notADatabase, {sqlite::utf8Of(*file), reason})
                    : Failure(exit_code::database, HostText::notConnected, {reason}))
             .because({error, {}});
     }

@@ -4,6 +4,7 @@
 
 #include <atomic>
 #include <csignal>
+#include <cstdlib>
 #include <limits>
 #include <stdexcept>
 
@@ -29,7 +30,11 @@ bool isFaulty() {
     State& now = state();
     const bool faulty = ++now.calls >= now.first;
     if (faulty && now.fault == Fault::killed) {
+#ifdef _WIN32
+        std::abort(); // no test there asks for it
+#else
         static_cast<void>(std::raise(SIGKILL));
+#endif
     }
     return faulty;
 }

@@ -2,7 +2,6 @@
 
 #include "adapters/sqlite/EmbeddedDatabase.h"
 #include "adapters/sqlite/FaultyDisk.h"
-#include "doubles/ChildProcess.h"
 #include "doubles/ScratchFolder.h"
 
 #include <gtest/gtest.h>
@@ -12,14 +11,21 @@
 #include <fstream>
 #include <set>
 #include <string>
+
+#ifndef _WIN32
+#include "doubles/ChildProcess.h"
+
 #include <unistd.h>
+#endif
 
 namespace z7::cashflow::sqlite {
 namespace {
 
 namespace fs = std::filesystem;
 using Fault = FaultyDisk::Fault;
+#ifndef _WIN32
 using test::inProcess;
+#endif
 
 class NewDatabaseTest : public testing::Test {
 protected:
@@ -100,6 +106,7 @@ TEST_F(NewDatabaseTest, AFileThatTookTheAccountsNameMeanwhileStaysAsItIs) {
     EXPECT_FALSE(fs::exists(databaseFiles(file_).system)) << "the one without the other is of no use";
 }
 
+#ifndef _WIN32 // the runs that are killed are copies of the test
 TEST_F(NewDatabaseTest, ARerunRecoversFromAKillAtEachStepOfPublishing) {
     for (int killedAt = 1; killedAt <= 3; ++killedAt) {
         const int code = inProcess([&] {
@@ -159,6 +166,7 @@ TEST_F(NewDatabaseTest, TheFolderOfARunThatGoesOnIsLeftAlone) {
     EXPECT_EQ(other.wait(), 0);
     EXPECT_TRUE(isWhole());
 }
+#endif
 
 class DiskFault : public NewDatabaseTest, public testing::WithParamInterface<Fault> {};
 
@@ -191,6 +199,7 @@ TEST_P(DiskFault, AtEachCallLeavesNothingOrAWholeAccount) {
 INSTANTIATE_TEST_SUITE_P(NewDatabase, DiskFault, testing::Values(Fault::full, Fault::syncFails, Fault::growsNoMore),
                          testing::PrintToStringParamName());
 
+#ifndef _WIN32
 TEST_F(NewDatabaseTest, ARerunRecoversFromAKillAtEachCall) {
     FaultyDisk disk;
     bool done = false;
@@ -211,6 +220,7 @@ TEST_F(NewDatabaseTest, ARerunRecoversFromAKillAtEachCall) {
         folder_.clear();
     }
 }
+#endif
 
 } // namespace
 } // namespace z7::cashflow::sqlite

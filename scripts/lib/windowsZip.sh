@@ -1,0 +1,33 @@
+# shellcheck shell=bash
+# Packs the programs for Windows. To be sourced after steps.sh; needs bash.
+#
+# windows_zip ARCH FOLDER LICENCES: makes build/z7cashflow-VERSION-windows-ARCH.zip from the programs in FOLDER and the
+# folder with the licences of what they are linked with.
+
+windows_zip() {
+    local arch=$1 programs=$2 licences=$3 version name root file strip
+    version=$(sed -n 's/^project(Z7CashFlow VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt)
+    name=z7cashflow-$version-windows-$arch
+    root=build/$name
+    rm -rf "$root" "$root.zip"
+    mkdir -p "$root/licences"
+    strip=$(windows_compiler "$arch")-strip
+    for file in z7cf.exe Z7CashFlow.dll Z7CashFlow.tlb; do
+        [ ! -e "$programs/$file" ] || cp "$programs/$file" "$root/"
+    done
+    for file in "$root"/*.exe "$root"/*.dll; do
+        [ ! -e "$file" ] || "$strip" "$file"
+    done
+    cp README.md CHANGELOG.md LICENSE "$root/"
+    mkdir "$root/docs"
+    cp docs/*.md "$root/docs/"
+    cp -r docs/schemas "$root/docs/"
+    [ ! -d examples/windows ] || cp -r examples/windows "$root/examples"
+    cp -r "$licences/." "$root/licences/"
+    cp "$licences/../../versions" "$root/licences/versions.txt"
+    # Parts of the compiler's own libraries are linked in.
+    cp "/usr/share/doc/g++-mingw-w64-x86-64-posix/copyright" "$root/licences/gcc.txt"
+    cp /usr/share/doc/mingw-w64-common/copyright "$root/licences/mingw-w64.txt"
+    (cd build && cmake -E tar cf "$name.zip" --format=zip "$name")
+    printf '%s\n' "$root.zip"
+}
