@@ -8,7 +8,8 @@
 namespace z7::test {
 namespace {
 
-// Hosts that are compiled depend on every line of the list. Only new interfaces may change it; Z7_RENEW_GOLDEN=1 renews it.
+// Hosts that are compiled depend on every line of the list. Only new interfaces may change it; Z7_RENEW_GOLDEN=1 renews
+// it.
 TEST_F(ComTest, TheTypeLibraryIsThatOfEarlierHosts) {
     ComPtr<ITypeLib> types;
     ASSERT_EQ(LoadTypeLibEx(LoadedLibrary::path().c_str(), REGKIND_NONE, types.put()), S_OK);
