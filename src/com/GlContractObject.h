@@ -15,41 +15,42 @@ public:
     HRESULT STDMETHODCALLTYPE SetOldVouchNoID(LONG* /*vdata*/, VARIANT* nothing) noexcept override {
         return storeNothing(nothing);
     }
-    HRESULT STDMETHODCALLTYPE GetCashFlowColFromDB(IDispatch* /*objCon*/, BSTR /*strVoucherTable*/, BYTE /*iPeriod*/,
+    HRESULT STDMETHODCALLTYPE GetCashFlowColFromDB(IDispatch** /*objCon*/, BSTR /*strVoucherTable*/, BYTE /*iPeriod*/,
                                                    SHORT /*isignseq*/, LONG /*iNo_id*/, DATE /*dbill_date*/,
                                                    _CashFlowCollection** rows) noexcept override {
         return storeNothing(rows);
     }
-    HRESULT STDMETHODCALLTYPE CreateCashFlowColFromDB(IDispatch* /*objCon*/, BSTR /*strVoucherTable*/, BYTE /*iPeriod*/,
-                                                      SHORT /*isignseq*/, LONG /*iNo_id*/, DATE /*dbill_date*/,
+    HRESULT STDMETHODCALLTYPE CreateCashFlowColFromDB(IDispatch** /*objCon*/, BSTR /*strVoucherTable*/,
+                                                      BYTE /*iPeriod*/, SHORT /*isignseq*/, LONG /*iNo_id*/,
+                                                      DATE /*dbill_date*/,
                                                       _CashFlowCollection** rows) noexcept override {
         return storeNothing(rows);
     }
-    HRESULT STDMETHODCALLTYPE CheckKmFrom(IDispatch* /*objCon*/, _CashFlowCollection* /*objCFCol*/, BSTR* /*strInfo*/,
+    HRESULT STDMETHODCALLTYPE CheckKmFrom(IDispatch** /*objCon*/, _CashFlowCollection* /*objCFCol*/, BSTR* /*strInfo*/,
                                           VARIANT_BOOL* fits) noexcept override {
         return storeNothing(fits);
     }
-    HRESULT STDMETHODCALLTYPE CheckCFColFromDB(IDispatch* /*objCon*/, BSTR /*strVoucherTable*/, BYTE /*iPeriod*/,
+    HRESULT STDMETHODCALLTYPE CheckCFColFromDB(IDispatch** /*objCon*/, BSTR /*strVoucherTable*/, BYTE /*iPeriod*/,
                                                SHORT /*isignseq*/, LONG /*iNo_id*/, _CashFlowCollection* /*objCFCol*/,
                                                BSTR* /*strInfo*/, VARIANT_BOOL* fits) noexcept override {
         return storeNothing(fits);
     }
-    HRESULT STDMETHODCALLTYPE SaveCashFlowCol(IDispatch* /*objCon*/, BSTR /*strVoucherTable*/, BYTE /*iPeriod*/,
+    HRESULT STDMETHODCALLTYPE SaveCashFlowCol(IDispatch** /*objCon*/, BSTR /*strVoucherTable*/, BYTE /*iPeriod*/,
                                               SHORT /*isignseq*/, LONG /*iNo_id*/, _CashFlowCollection** /*objCFCol*/,
                                               VARIANT_BOOL* /*blnCheckCF*/, VARIANT_BOOL* saved) noexcept override {
         return storeNothing(saved);
     }
-    HRESULT STDMETHODCALLTYPE SaveCashFlowColEx(IDispatch* /*objCon*/, BSTR /*strVoucherTable*/, BYTE /*iPeriod*/,
+    HRESULT STDMETHODCALLTYPE SaveCashFlowColEx(IDispatch** /*objCon*/, BSTR /*strVoucherTable*/, BYTE /*iPeriod*/,
                                                 SHORT /*isignseq*/, LONG /*iNo_id*/, DATE /*bill_date*/,
                                                 _CashFlowCollection** /*objCFCol*/, VARIANT_BOOL* /*blnCheckCF*/,
                                                 VARIANT_BOOL* saved) noexcept override {
         return storeNothing(saved);
     }
-    HRESULT STDMETHODCALLTYPE GetCashFlowColFromXml(IDispatch* /*objCon*/, BSTR /*strVoucherXml*/,
+    HRESULT STDMETHODCALLTYPE GetCashFlowColFromXml(IDispatch** /*objCon*/, BSTR /*strVoucherXml*/,
                                                     VARIANT_BOOL /*blnCreateCF*/, BSTR* xml) noexcept override {
         return storeNothing(xml);
     }
-    HRESULT STDMETHODCALLTYPE SaveCashFlowColFromXml(IDispatch* /*objCon*/, BSTR /*strVoucherTable*/, BYTE /*iPeriod*/,
+    HRESULT STDMETHODCALLTYPE SaveCashFlowColFromXml(IDispatch** /*objCon*/, BSTR /*strVoucherTable*/, BYTE /*iPeriod*/,
                                                      SHORT /*isignseq*/, LONG /*iNo_id*/, BSTR* /*strCFColxml*/,
                                                      VARIANT_BOOL* /*blnCheckCF*/,
                                                      VARIANT_BOOL* saved) noexcept override {

@@ -31,15 +31,15 @@ HRESULT GlFace::SetOldVouchNoID(LONG* vdata, VARIANT* nothing) noexcept {
     });
 }
 
-HRESULT GlFace::GetCashFlowColFromDB(IDispatch* objCon, BSTR strVoucherTable, BYTE iPeriod, SHORT isignseq, LONG iNo_id,
-                                     DATE dbill_date, _CashFlowCollection** rows) noexcept {
+HRESULT GlFace::GetCashFlowColFromDB(IDispatch** objCon, BSTR strVoucherTable, BYTE iPeriod, SHORT isignseq,
+                                     LONG iNo_id, DATE dbill_date, _CashFlowCollection** rows) noexcept {
     return answer(rows, [&] {
         return CollectionObject::of(contract_.GetCashFlowColFromDB(
             *lentConnection(objCon), text(strVoucherTable), iPeriod, isignseq, iNo_id, cashflow::Date(dbill_date)));
     });
 }
 
-HRESULT GlFace::CreateCashFlowColFromDB(IDispatch* objCon, BSTR strVoucherTable, BYTE iPeriod, SHORT isignseq,
+HRESULT GlFace::CreateCashFlowColFromDB(IDispatch** objCon, BSTR strVoucherTable, BYTE iPeriod, SHORT isignseq,
                                         LONG iNo_id, DATE dbill_date, _CashFlowCollection** rows) noexcept {
     return answer(rows, [&] {
         return CollectionObject::of(contract_.CreateCashFlowColFromDB(
@@ -47,7 +47,7 @@ HRESULT GlFace::CreateCashFlowColFromDB(IDispatch* objCon, BSTR strVoucherTable,
     });
 }
 
-HRESULT GlFace::CheckKmFrom(IDispatch* objCon, _CashFlowCollection* objCFCol, BSTR* strInfo,
+HRESULT GlFace::CheckKmFrom(IDispatch** objCon, _CashFlowCollection* objCFCol, BSTR* strInfo,
                             VARIANT_BOOL* fits) noexcept {
     return answer(fits, [&] {
         TextReference reason(strInfo);
@@ -56,7 +56,7 @@ HRESULT GlFace::CheckKmFrom(IDispatch* objCon, _CashFlowCollection* objCFCol, BS
     });
 }
 
-HRESULT GlFace::CheckCFColFromDB(IDispatch* objCon, BSTR strVoucherTable, BYTE iPeriod, SHORT isignseq, LONG iNo_id,
+HRESULT GlFace::CheckCFColFromDB(IDispatch** objCon, BSTR strVoucherTable, BYTE iPeriod, SHORT isignseq, LONG iNo_id,
                                  _CashFlowCollection* objCFCol, BSTR* strInfo, VARIANT_BOOL* fits) noexcept {
     return answer(fits, [&] {
         TextReference reason(strInfo);
@@ -69,7 +69,7 @@ HRESULT GlFace::CheckCFColFromDB(IDispatch* objCon, BSTR strVoucherTable, BYTE i
     });
 }
 
-HRESULT GlFace::SaveCashFlowCol(IDispatch* objCon, BSTR strVoucherTable, BYTE iPeriod, SHORT isignseq, LONG iNo_id,
+HRESULT GlFace::SaveCashFlowCol(IDispatch** objCon, BSTR strVoucherTable, BYTE iPeriod, SHORT isignseq, LONG iNo_id,
                                 _CashFlowCollection** objCFCol, VARIANT_BOOL* blnCheckCF,
                                 VARIANT_BOOL* saved) noexcept {
     return answer(saved, [&] {
@@ -84,7 +84,7 @@ HRESULT GlFace::SaveCashFlowCol(IDispatch* objCon, BSTR strVoucherTable, BYTE iP
     });
 }
 
-HRESULT GlFace::SaveCashFlowColEx(IDispatch* objCon, BSTR strVoucherTable, BYTE iPeriod, SHORT isignseq, LONG iNo_id,
+HRESULT GlFace::SaveCashFlowColEx(IDispatch** objCon, BSTR strVoucherTable, BYTE iPeriod, SHORT isignseq, LONG iNo_id,
                                   DATE bill_date, _CashFlowCollection** objCFCol, VARIANT_BOOL* blnCheckCF,
                                   VARIANT_BOOL* saved) noexcept {
     return answer(saved, [&] {
@@ -99,14 +99,14 @@ HRESULT GlFace::SaveCashFlowColEx(IDispatch* objCon, BSTR strVoucherTable, BYTE 
     });
 }
 
-HRESULT GlFace::GetCashFlowColFromXml(IDispatch* objCon, BSTR strVoucherXml, VARIANT_BOOL blnCreateCF,
+HRESULT GlFace::GetCashFlowColFromXml(IDispatch** objCon, BSTR strVoucherXml, VARIANT_BOOL blnCreateCF,
                                       BSTR* xml) noexcept {
     return answer(xml, [&] {
         return contract_.GetCashFlowColFromXml(*lentConnection(objCon), text(strVoucherXml), truth(blnCreateCF));
     });
 }
 
-HRESULT GlFace::SaveCashFlowColFromXml(IDispatch* objCon, BSTR strVoucherTable, BYTE iPeriod, SHORT isignseq,
+HRESULT GlFace::SaveCashFlowColFromXml(IDispatch** objCon, BSTR strVoucherTable, BYTE iPeriod, SHORT isignseq,
                                        LONG iNo_id, BSTR* strCFColxml, VARIANT_BOOL* blnCheckCF,
                                        VARIANT_BOOL* saved) noexcept {
     return answer(saved, [&] {

@@ -12,28 +12,28 @@ public:
     HRESULT STDMETHODCALLTYPE get_VoucherTempTable(BSTR* value) noexcept override { return storeNothing(value); }
     HRESULT STDMETHODCALLTYPE put_VoucherTempTable(BSTR /*value*/) noexcept override { return S_OK; }
     HRESULT STDMETHODCALLTYPE putref_objLogin(IDispatch* /*value*/) noexcept override { return S_OK; }
-    HRESULT STDMETHODCALLTYPE GetCashFlowColFromXml(IDispatch* /*objCon*/, BSTR /*strVoucherXml*/,
+    HRESULT STDMETHODCALLTYPE GetCashFlowColFromXml(IDispatch** /*objCon*/, BSTR /*strVoucherXml*/,
                                                     VARIANT_BOOL /*blnCreateCF*/, BSTR* xml) noexcept override {
         return storeNothing(xml);
     }
-    HRESULT STDMETHODCALLTYPE GetCashFlowColFromDB(IDispatch* /*objCon*/, BSTR /*strVoucherTable*/, BSTR /*coutNo_id*/,
+    HRESULT STDMETHODCALLTYPE GetCashFlowColFromDB(IDispatch** /*objCon*/, BSTR /*strVoucherTable*/, BSTR /*coutNo_id*/,
                                                    BSTR* xml) noexcept override {
         return storeNothing(xml);
     }
-    HRESULT STDMETHODCALLTYPE CreateCashFlowColFromDB(IDispatch* /*objCon*/, BSTR /*strVoucherTable*/,
+    HRESULT STDMETHODCALLTYPE CreateCashFlowColFromDB(IDispatch** /*objCon*/, BSTR /*strVoucherTable*/,
                                                       BSTR /*coutNo_id*/, BSTR* xml) noexcept override {
         return storeNothing(xml);
     }
-    HRESULT STDMETHODCALLTYPE CheckCFColFromXml(IDispatch* /*objCon*/, BSTR /*strVoucherXml*/, BSTR /*strCFColxml*/,
+    HRESULT STDMETHODCALLTYPE CheckCFColFromXml(IDispatch** /*objCon*/, BSTR /*strVoucherXml*/, BSTR /*strCFColxml*/,
                                                 BSTR* /*strInfo*/, VARIANT_BOOL* fits) noexcept override {
         return storeNothing(fits);
     }
-    HRESULT STDMETHODCALLTYPE CheckCFColFromDB(IDispatch* /*objCon*/, BSTR /*strVoucherTable*/, BSTR /*coutNo_id*/,
+    HRESULT STDMETHODCALLTYPE CheckCFColFromDB(IDispatch** /*objCon*/, BSTR /*strVoucherTable*/, BSTR /*coutNo_id*/,
                                                BSTR /*strCFColxml*/, BSTR* /*strInfo*/,
                                                VARIANT_BOOL* fits) noexcept override {
         return storeNothing(fits);
     }
-    HRESULT STDMETHODCALLTYPE SaveCashFlowCol(IDispatch* /*objCon*/, BSTR /*strVoucherTable*/, BSTR /*coutNo_id*/,
+    HRESULT STDMETHODCALLTYPE SaveCashFlowCol(IDispatch** /*objCon*/, BSTR /*strVoucherTable*/, BSTR /*coutNo_id*/,
                                               BSTR* /*strCFColxml*/, VARIANT_BOOL* /*blnCheckCF*/,
                                               VARIANT_BOOL* saved) noexcept override {
         return storeNothing(saved);

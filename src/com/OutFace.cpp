@@ -21,26 +21,26 @@ HRESULT OutFace::putref_objLogin(IDispatch* value) noexcept {
     return run([&] { contract_.objLogin(loginOf(value)); });
 }
 
-HRESULT OutFace::GetCashFlowColFromXml(IDispatch* objCon, BSTR strVoucherXml, VARIANT_BOOL blnCreateCF,
+HRESULT OutFace::GetCashFlowColFromXml(IDispatch** objCon, BSTR strVoucherXml, VARIANT_BOOL blnCreateCF,
                                        BSTR* xml) noexcept {
     return answer(xml, [&] {
         return contract_.GetCashFlowColFromXml(*lentConnection(objCon), text(strVoucherXml), truth(blnCreateCF));
     });
 }
 
-HRESULT OutFace::GetCashFlowColFromDB(IDispatch* objCon, BSTR strVoucherTable, BSTR coutNo_id, BSTR* xml) noexcept {
+HRESULT OutFace::GetCashFlowColFromDB(IDispatch** objCon, BSTR strVoucherTable, BSTR coutNo_id, BSTR* xml) noexcept {
     return answer(xml, [&] {
         return contract_.GetCashFlowColFromDB(*lentConnection(objCon), text(strVoucherTable), text(coutNo_id));
     });
 }
 
-HRESULT OutFace::CreateCashFlowColFromDB(IDispatch* objCon, BSTR strVoucherTable, BSTR coutNo_id, BSTR* xml) noexcept {
+HRESULT OutFace::CreateCashFlowColFromDB(IDispatch** objCon, BSTR strVoucherTable, BSTR coutNo_id, BSTR* xml) noexcept {
     return answer(xml, [&] {
         return contract_.CreateCashFlowColFromDB(*lentConnection(objCon), text(strVoucherTable), text(coutNo_id));
     });
 }
 
-HRESULT OutFace::CheckCFColFromXml(IDispatch* objCon, BSTR strVoucherXml, BSTR strCFColxml, BSTR* strInfo,
+HRESULT OutFace::CheckCFColFromXml(IDispatch** objCon, BSTR strVoucherXml, BSTR strCFColxml, BSTR* strInfo,
                                    VARIANT_BOOL* fits) noexcept {
     return answer(fits, [&] {
         TextReference reason(strInfo);
@@ -53,7 +53,7 @@ HRESULT OutFace::CheckCFColFromXml(IDispatch* objCon, BSTR strVoucherXml, BSTR s
     });
 }
 
-HRESULT OutFace::CheckCFColFromDB(IDispatch* objCon, BSTR strVoucherTable, BSTR coutNo_id, BSTR strCFColxml,
+HRESULT OutFace::CheckCFColFromDB(IDispatch** objCon, BSTR strVoucherTable, BSTR coutNo_id, BSTR strCFColxml,
                                   BSTR* strInfo, VARIANT_BOOL* fits) noexcept {
     return answer(fits, [&] {
         TextReference reason(strInfo);
@@ -66,7 +66,7 @@ HRESULT OutFace::CheckCFColFromDB(IDispatch* objCon, BSTR strVoucherTable, BSTR 
     });
 }
 
-HRESULT OutFace::SaveCashFlowCol(IDispatch* objCon, BSTR strVoucherTable, BSTR coutNo_id, BSTR* strCFColxml,
+HRESULT OutFace::SaveCashFlowCol(IDispatch** objCon, BSTR strVoucherTable, BSTR coutNo_id, BSTR* strCFColxml,
                                  VARIANT_BOOL* blnCheckCF, VARIANT_BOOL* saved) noexcept {
     return answer(saved, [&] {
         TextReference xml(strCFColxml);

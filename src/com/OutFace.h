@@ -15,17 +15,17 @@ public:
     HRESULT STDMETHODCALLTYPE get_VoucherTempTable(BSTR* value) noexcept override;
     HRESULT STDMETHODCALLTYPE put_VoucherTempTable(BSTR value) noexcept override;
     HRESULT STDMETHODCALLTYPE putref_objLogin(IDispatch* value) noexcept override;
-    HRESULT STDMETHODCALLTYPE GetCashFlowColFromXml(IDispatch* objCon, BSTR strVoucherXml, VARIANT_BOOL blnCreateCF,
+    HRESULT STDMETHODCALLTYPE GetCashFlowColFromXml(IDispatch** objCon, BSTR strVoucherXml, VARIANT_BOOL blnCreateCF,
                                                     BSTR* xml) noexcept override;
-    HRESULT STDMETHODCALLTYPE GetCashFlowColFromDB(IDispatch* objCon, BSTR strVoucherTable, BSTR coutNo_id,
+    HRESULT STDMETHODCALLTYPE GetCashFlowColFromDB(IDispatch** objCon, BSTR strVoucherTable, BSTR coutNo_id,
                                                    BSTR* xml) noexcept override;
-    HRESULT STDMETHODCALLTYPE CreateCashFlowColFromDB(IDispatch* objCon, BSTR strVoucherTable, BSTR coutNo_id,
+    HRESULT STDMETHODCALLTYPE CreateCashFlowColFromDB(IDispatch** objCon, BSTR strVoucherTable, BSTR coutNo_id,
                                                       BSTR* xml) noexcept override;
-    HRESULT STDMETHODCALLTYPE CheckCFColFromXml(IDispatch* objCon, BSTR strVoucherXml, BSTR strCFColxml, BSTR* strInfo,
+    HRESULT STDMETHODCALLTYPE CheckCFColFromXml(IDispatch** objCon, BSTR strVoucherXml, BSTR strCFColxml, BSTR* strInfo,
                                                 VARIANT_BOOL* fits) noexcept override;
-    HRESULT STDMETHODCALLTYPE CheckCFColFromDB(IDispatch* objCon, BSTR strVoucherTable, BSTR coutNo_id,
+    HRESULT STDMETHODCALLTYPE CheckCFColFromDB(IDispatch** objCon, BSTR strVoucherTable, BSTR coutNo_id,
                                                BSTR strCFColxml, BSTR* strInfo, VARIANT_BOOL* fits) noexcept override;
-    HRESULT STDMETHODCALLTYPE SaveCashFlowCol(IDispatch* objCon, BSTR strVoucherTable, BSTR coutNo_id,
+    HRESULT STDMETHODCALLTYPE SaveCashFlowCol(IDispatch** objCon, BSTR strVoucherTable, BSTR coutNo_id,
                                               BSTR* strCFColxml, VARIANT_BOOL* blnCheckCF,
                                               VARIANT_BOOL* saved) noexcept override;
 

@@ -35,8 +35,8 @@ void writeDebugText(const std::string& text) { OutputDebugStringW(adapters::auto
 
 } // namespace
 
-std::unique_ptr<cashflow::Connection> lentConnection(IDispatch* objCon) {
-    return std::make_unique<cashflow::ado::Connection>(Dispatch(objCon));
+std::unique_ptr<cashflow::Connection> lentConnection(IDispatch** objCon) {
+    return std::make_unique<cashflow::ado::Connection>(Dispatch(objCon == nullptr ? nullptr : *objCon));
 }
 
 std::shared_ptr<cashflow::Z7Login> loginOf(IDispatch* login) {

@@ -43,7 +43,7 @@ extern "C" HRESULT WINAPI DllGetClassObject(REFCLSID classId, REFIID interfaceId
     });
 }
 
-// The calling thread's state is destroyed with the answer yes, since afterwards there is no place to do it.
+// Before the DLL agrees to be unloaded, it destroys the calling thread's state: it gets no later opportunity.
 extern "C" HRESULT WINAPI DllCanUnloadNow() {
     const long own = z7::com::hasThreadState() ? 1 : 0;
     if (z7::com::ModuleUse::count() > 0 || z7::com::threadStateCount() > own) {

@@ -97,7 +97,7 @@ LSTATUS write(HKEY root, const Entry& entry) {
     return result;
 }
 
-// A key that is not there, or that still has keys of others below it, is no failure.
+// A key that does not exist has been removed already, which is not a failure.
 void keepFirst(LSTATUS& first, LSTATUS result) {
     if (first == ERROR_SUCCESS && result != ERROR_FILE_NOT_FOUND) {
         first = result;

@@ -17,6 +17,7 @@ protected:
     std::optional<SuiteHost> suite_{std::in_place};
     ComPtr<_IGlVoucherProvider> gl_ = provider().as<_IGlVoucherProvider>();
     ComPtr<IDispatch> con_ = suite_->connection();
+    IDispatch* lent_ = con_.get(); ///< the host's variable, passed by reference
     Bstr table_{"gl_accvouch"};
 
     void SetUp() override { EXPECT_OK(gl_->putref_objLogin(suite_->login().get())); }
@@ -29,11 +30,11 @@ protected:
     }
     [[nodiscard]] ComPtr<_CashFlowCollection> generated() {
         return objectOf<_CashFlowCollection>(
-            [&](auto** out) { return gl_->CreateCashFlowColFromDB(con_.get(), table_.get(), 1, 1, 6, day, out); });
+            [&](auto** out) { return gl_->CreateCashFlowColFromDB(&lent_, table_.get(), 1, 1, 6, day, out); });
     }
     HRESULT save(_CashFlowCollection** rows, VARIANT_BOOL* check = nullptr) {
         VARIANT_BOOL saved = VARIANT_FALSE;
-        return gl_->SaveCashFlowCol(con_.get(), table_.get(), 1, 1, 6, rows, check, &saved);
+        return gl_->SaveCashFlowCol(&lent_, table_.get(), 1, 1, 6, rows, check, &saved);
     }
     static ComPtr<_CashFlow> firstOf(_CashFlowCollection& rows) {
         return objectOf<_CashFlow>([&](auto** out) { return rows.get_Item(OwnedVariant(1).get(), out); });
@@ -82,15 +83,15 @@ TEST_F(ProviderThroughCom, ACheckReturnsItsReason) {
     Bstr reason("before");
     BSTR text = reason.detach();
     VARIANT_BOOL fits = VARIANT_FALSE;
-    EXPECT_OK(gl_->CheckCFColFromDB(con_.get(), table_.get(), 1, 1, 6, rows.get(), &text, &fits));
+    EXPECT_OK(gl_->CheckCFColFromDB(&lent_, table_.get(), 1, 1, 6, rows.get(), &text, &fits));
     EXPECT_EQ(fits, VARIANT_TRUE);
     EXPECT_EQ(adapters::automation::utf8OfBstr(text), "before");
     EXPECT_OK(firstOf(*rows)->SetValue(Bstr("cCashItem").get(), OwnedVariant("").get()));
-    EXPECT_OK(gl_->CheckKmFrom(con_.get(), rows.get(), &text, &fits));
+    EXPECT_OK(gl_->CheckKmFrom(&lent_, rows.get(), &text, &fits));
     EXPECT_EQ(fits, VARIANT_FALSE);
     EXPECT_NE(adapters::automation::utf8OfBstr(text), "before");
     SysFreeString(text);
-    EXPECT_OK(gl_->CheckKmFrom(con_.get(), rows.get(), nullptr, &fits));
+    EXPECT_OK(gl_->CheckKmFrom(&lent_, rows.get(), nullptr, &fits));
 }
 
 TEST_F(ProviderThroughCom, TheAccountDecidesAboutSumsOfRowsFromXml) {
@@ -98,7 +99,7 @@ TEST_F(ProviderThroughCom, TheAccountDecidesAboutSumsOfRowsFromXml) {
     VARIANT_BOOL check = VARIANT_FALSE;
     VARIANT_BOOL saved = VARIANT_FALSE;
     BSTR xml = nullptr;
-    EXPECT_OK(gl_->SaveCashFlowColFromXml(con_.get(), table_.get(), 1, 1, 6, &xml, &check, &saved));
+    EXPECT_OK(gl_->SaveCashFlowColFromXml(&lent_, table_.get(), 1, 1, 6, &xml, &check, &saved));
     EXPECT_EQ(check, VARIANT_TRUE);
     EXPECT_EQ(saved, VARIANT_TRUE);
     EXPECT_EQ(xml, nullptr);
@@ -107,7 +108,7 @@ TEST_F(ProviderThroughCom, TheAccountDecidesAboutSumsOfRowsFromXml) {
 TEST_F(ProviderThroughCom, AnOutsideSaveReturnsTheXmlItFound) {
     VARIANT_BOOL saved = VARIANT_FALSE;
     Bstr xml;
-    EXPECT_OK(gl_.as<_IOutVoucherProvider>()->SaveCashFlowCol(con_.get(), table_.get(), Bstr("OUT").get(), xml.put(),
+    EXPECT_OK(gl_.as<_IOutVoucherProvider>()->SaveCashFlowCol(&lent_, table_.get(), Bstr("OUT").get(), xml.put(),
                                                               nullptr, &saved));
     EXPECT_EQ(xml.utf8().substr(0, 5), "<root");
     EXPECT_EQ(suite_->company().storedRows(), Lines{"2013/1/1/6 line 2 account 6001 item 01 0 250.5"});
@@ -115,22 +116,35 @@ TEST_F(ProviderThroughCom, AnOutsideSaveReturnsTheXmlItFound) {
 
 TEST_F(ProviderThroughCom, RowsThatAreNotStoredAreNothing) {
     ComPtr<_CashFlowCollection> rows;
-    EXPECT_OK(gl_->GetCashFlowColFromDB(con_.get(), table_.get(), 1, 1, 6, day, rows.put()));
+    EXPECT_OK(gl_->GetCashFlowColFromDB(&lent_, table_.get(), 1, 1, 6, day, rows.put()));
     EXPECT_FALSE(rows);
     EXPECT_OK(gl_->put_bFromDraft(VARIANT_TRUE));
-    EXPECT_OK(gl_->GetCashFlowColFromDB(con_.get(), table_.get(), 1, 1, 6, day, rows.put()));
+    EXPECT_OK(gl_->GetCashFlowColFromDB(&lent_, table_.get(), 1, 1, 6, day, rows.put()));
     EXPECT_TRUE(rows) << "a voucher from a draft gets rows";
 }
 
 TEST_F(ProviderThroughCom, AMissingConnectionIsAnError) {
     ComPtr<_CashFlowCollection> rows;
     EXPECT_EQ(gl_->GetCashFlowColFromDB(nullptr, table_.get(), 1, 1, 6, day, rows.put()), codeOfNumber(91));
+    lent_ = nullptr;
+    EXPECT_EQ(gl_->GetCashFlowColFromDB(&lent_, table_.get(), 1, 1, 6, day, rows.put()), codeOfNumber(91));
     EXPECT_FALSE(rows);
+}
+
+TEST_F(ProviderThroughCom, TheConnectionIsPassedByReferenceAndStaysTheHosts) {
+    const auto references = [this] {
+        con_->AddRef();
+        return con_->Release();
+    };
+    const ULONG before = references();
+    EXPECT_TRUE(generated());
+    EXPECT_EQ(lent_, con_.get());
+    EXPECT_EQ(references(), before);
 }
 
 TEST_F(ProviderThroughCom, AnErrorOfTheDatabaseKeepsItsNumber) {
     ComPtr<_CashFlowCollection> rows;
-    const HRESULT code = gl_->CreateCashFlowColFromDB(con_.get(), Bstr("none").get(), 1, 1, 6, day, rows.put());
+    const HRESULT code = gl_->CreateCashFlowColFromDB(&lent_, Bstr("none").get(), 1, 1, 6, day, rows.put());
     const HostError error = errorOf(code);
     EXPECT_TRUE(FAILED(code));
     EXPECT_NE(error.description.find("none"), std::string::npos) << error.description;
@@ -140,7 +154,7 @@ TEST_F(ProviderThroughCom, AnErrorOfTheDatabaseKeepsItsNumber) {
 TEST_F(ProviderThroughCom, SettingNoLoginKeepsTheTexts) {
     EXPECT_OK(gl_->putref_objLogin(nullptr));
     ComPtr<_CashFlowCollection> rows;
-    EXPECT_EQ(gl_->CreateCashFlowColFromDB(con_.get(), table_.get(), 1, 1, 6, day, rows.put()), codeOfNumber(91))
+    EXPECT_EQ(gl_->CreateCashFlowColFromDB(&lent_, table_.get(), 1, 1, 6, day, rows.put()), codeOfNumber(91))
         << "the year is the login's";
     const auto row = addRow(*collection(), 1);
     EXPECT_EQ(row->SetValue(Bstr("none").get(), OwnedVariant(1).get()), codeOfNumber(1000));

@@ -285,7 +285,8 @@ TEST_F(TsqlDialectTest, AChangeReportsTheNumberOfRowsThatTheServerCounted) {
     EXPECT_EQ(dialect.change(driver, "update code set bend=? where ccode=?", {true, "1001"}), 3);
     EXPECT_EQ(driver.sent.back(), "update code set bend=? where ccode=?; select @@rowcount as changed");
     EXPECT_EQ(driver.sentValues, (std::vector<Variant>{true, "1001"}));
-    EXPECT_EQ(dialect.change(driver, "update code set bend=1", {}), -1) << "no answer is no success";
+    EXPECT_EQ(dialect.change(driver, "update code set bend=1", {}), -1)
+        << "without an answer nothing is known to have changed";
 }
 
 } // namespace
