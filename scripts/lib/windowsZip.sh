@@ -5,24 +5,20 @@
 # folder with the licences of what they are linked with.
 
 windows_zip() {
-    local arch=$1 programs=$2 licences=$3 version name root file strip
+    local arch=$1 programs=$2 licences=$3 version name root strip
     version=$(sed -n 's/^project(Z7CashFlow VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt)
     name=z7cashflow-$version-windows-$arch
     root=build/$name
     rm -rf "$root" "$root.zip"
     mkdir -p "$root/licences"
     strip=$(windows_compiler "$arch")-strip
-    for file in z7cf.exe Z7CashFlow.dll Z7CashFlow.tlb; do
-        [ ! -e "$programs/$file" ] || cp "$programs/$file" "$root/"
-    done
-    for file in "$root"/*.exe "$root"/*.dll; do
-        [ ! -e "$file" ] || "$strip" "$file"
-    done
-    cp README.md CHANGELOG.md LICENSE "$root/"
+    # One program that is missing ends the packing.
+    cp "$programs/z7cf.exe" "$programs/Z7CashFlow.dll" "$programs/Z7CashFlow.tlb" "$root/"
+    "$strip" "$root/z7cf.exe" "$root/Z7CashFlow.dll"
+    cp README.md CHANGELOG.md LICENSE src/com/Z7CashFlow.idl "$root/"
     mkdir "$root/docs"
     cp docs/*.md "$root/docs/"
     cp -r docs/schemas "$root/docs/"
-    [ ! -d examples/windows ] || cp -r examples/windows "$root/examples"
     cp -r "$licences/." "$root/licences/"
     cp "$licences/../../versions" "$root/licences/versions.txt"
     # Parts of the compiler's own libraries are linked in.
