@@ -4,10 +4,9 @@ set(CMAKE_C_COMPILER ${z7_triple}-gcc-posix)
 set(CMAKE_CXX_COMPILER ${z7_triple}-g++-posix)
 set(CMAKE_RC_COMPILER ${z7_triple}-windres)
 
-# What the programs are linked with, see scripts/lib/windowsDependencies.sh, which names the folder by its own checksum.
+# What the programs are linked with, see scripts/lib/windowsDependencies.sh and windowsToolkit.sh, which name the folders by
+# their own checksums.
 if(NOT Z7_WINDOWS_DEPENDENCIES)
-  file(SHA256 ${CMAKE_CURRENT_LIST_DIR}/../../scripts/lib/windowsDependencies.sh recipe)
-  string(SUBSTRING ${recipe} 0 16 recipe)
   if(DEFINED ENV{Z7_WINDOWS_CACHE})
     set(cache $ENV{Z7_WINDOWS_CACHE})
   elseif(DEFINED ENV{XDG_CACHE_HOME})
@@ -15,12 +14,20 @@ if(NOT Z7_WINDOWS_DEPENDENCIES)
   else()
     set(cache $ENV{HOME}/.cache/z7cashflow-windows)
   endif()
-  set(Z7_WINDOWS_DEPENDENCIES ${cache}/${recipe}/${z7_architecture})
+  foreach(part Dependencies Toolkit)
+    file(SHA256 ${CMAKE_CURRENT_LIST_DIR}/../../scripts/lib/windows${part}.sh recipe)
+    string(SUBSTRING ${recipe} 0 16 recipe${part})
+  endforeach()
+  set(Z7_WINDOWS_DEPENDENCIES ${cache}/${recipeDependencies}/${z7_architecture})
+  if(NOT Z7_WINDOWS_TOOLKIT)
+    file(REAL_PATH ${cache}/wx-${recipeToolkit}/${z7_architecture} Z7_WINDOWS_TOOLKIT) # as its wx-config has it
+  endif()
 endif()
-set(CMAKE_TRY_COMPILE_PLATFORM_VARIABLES Z7_WINDOWS_DEPENDENCIES)
+set(CMAKE_TRY_COMPILE_PLATFORM_VARIABLES Z7_WINDOWS_DEPENDENCIES Z7_WINDOWS_TOOLKIT)
+set(wxWidgets_CONFIG_EXECUTABLE ${Z7_WINDOWS_TOOLKIT}/bin/wx-config) # not this machine's own
 
 # Nothing of this machine's own headers and libraries is found.
-set(CMAKE_FIND_ROOT_PATH /usr/${z7_triple} ${Z7_WINDOWS_DEPENDENCIES})
+set(CMAKE_FIND_ROOT_PATH /usr/${z7_triple} ${Z7_WINDOWS_DEPENDENCIES} ${Z7_WINDOWS_TOOLKIT})
 set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
 set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)

@@ -47,6 +47,9 @@ logged() {
     return "$outcome"
 }
 
+# Further words for the configuration of presets, such as -DNAME=VALUE.
+configure_options=()
+
 # build_preset PRESET [OPTION...]: configures and builds build/PRESET; further words go to the build.
 build_preset() {
     local preset=$1 cache=build/$1/CMakeCache.txt home
@@ -59,6 +62,6 @@ build_preset() {
             return 1
         fi
     fi
-    logged "configure-$preset" cmake --preset "$preset" || return
+    logged "configure-$preset" cmake --preset "$preset" "${configure_options[@]}" || return
     logged "build-$preset" cmake --build --preset "$preset" "$@"
 }

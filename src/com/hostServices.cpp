@@ -5,8 +5,13 @@
 #include "adapters/ado/Login.h"
 #include "adapters/ado/MessageBox.h"
 #include "adapters/ado/automation/Bstr.h"
+
+#ifdef Z7_HAS_WINDOW
+#include "adapters/wx/windowsOnDemand.h"
+#else
 #include "com/guarded.h"
 #include "z7cashflow/support/errorNumbers.h"
+#endif
 
 namespace z7::com {
 
@@ -14,7 +19,9 @@ namespace {
 
 using adapters::automation::Dispatch;
 
-// Stands where the windows of the dialog will be made.
+#ifndef Z7_HAS_WINDOW
+
+// Stands where the windows of the dialog are made.
 class MissingWindows final : public cashflow::DialogFactory {
 public:
     std::unique_ptr<cashflow::DialogForm> createForm(const cashflow::FormDesign& /*design*/,
@@ -31,6 +38,8 @@ private:
     }
 };
 
+#endif
+
 void writeDebugText(const std::string& text) { OutputDebugStringW(adapters::automation::wide(text).c_str()); }
 
 } // namespace
@@ -46,7 +55,11 @@ std::shared_ptr<cashflow::Z7Login> loginOf(IDispatch* login) {
 void equip(cashflow::modPublic::Context& context) {
     context.createMessageBox = [] { return std::make_shared<cashflow::ado::MessageBox>(); };
     context.connectionFactory = std::make_shared<cashflow::ado::ConnectionFactory>();
+#ifdef Z7_HAS_WINDOW
+    context.dialogFactory = cashflow::wx::windowsOnDemand();
+#else
     context.dialogFactory = std::make_shared<MissingWindows>();
+#endif
     context.debugSink = writeDebugText;
 }
 

@@ -186,8 +186,21 @@ TEST_F(ProviderThroughCom, TheScreensEntryPreparesTheRowsOfAVoucher) {
     const auto rows = objectOf<_CashFlowCollection>([&](auto** out) { return screen->get_CashFlowCol(out); });
     ASSERT_TRUE(rows);
     EXPECT_EQ(value<LONG>([&](auto* out) { return rows->get_Count(out); }), 1);
-    EXPECT_EQ(screen->ShowCashFlow(table_.get(), 1, 1, 6, day, VARIANT_TRUE, nullptr, nullptr), codeOfNumber(438));
 }
+
+#ifndef Z7_HAS_WINDOW
+
+TEST_F(ProviderThroughCom, ALibraryThatWasBuiltWithoutAWindowSaysSo) {
+    const auto screen = library().create<_clsMain>(CLSID_clsMain);
+    EXPECT_OK(screen->putref_Login(suite_->login().get()));
+    EXPECT_EQ(screen->ShowCashFlow(table_.get(), 1, 1, 6, day, VARIANT_TRUE, nullptr, nullptr), codeOfNumber(438));
+    EXPECT_EQ(
+        errorOf(codeOfNumber(438)).description,
+        "This build of Z7CashFlow.dll has no window: use InitCashFlow, edit the rows in CashFlowCol and save them "
+        "with VoucherProvider");
+}
+
+#endif
 
 } // namespace
 } // namespace z7::test

@@ -2,7 +2,7 @@
 
 import sys
 
-from screen import Screen, missing_tools
+from screen import WINE, Screen, missing_tools
 
 
 def run(cases, arguments):
@@ -15,7 +15,7 @@ def run(cases, arguments):
     if missing:
         print("skipped: missing " + ", ".join(missing))
         return 77
-    with Screen() as screen:
+    with Screen(wine=WINE) as screen:
         by_name[arguments[0]](screen, *arguments[1:])
     return 0
 

@@ -5,7 +5,6 @@ import json
 import pathlib
 import re
 import sqlite3
-import subprocess
 import tempfile
 
 from cases import main
@@ -29,8 +28,7 @@ class Company:
         self.run("init", self.file, "--sample")
 
     def run(self, *arguments, may_refuse=False):
-        return subprocess.run([self.program, *arguments], env=self.screen.environment, capture_output=True, text=True,
-                              check=not may_refuse).stdout
+        return self.screen.run(self.program, *arguments, check=not may_refuse)
 
     def edit(self, *arguments, title=TITLE, language="en"):
         window = Watched(self.screen, self.program, "edit", self.file, *arguments, "--lang", language,

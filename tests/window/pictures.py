@@ -69,8 +69,7 @@ def dialog(screen, album, program, company, language):
 def main(program, scale, folder):
     with tempfile.TemporaryDirectory() as scratch, Screen(scale=int(scale), size="2400x1500") as screen:
         company = str(pathlib.Path(scratch, "company.db"))
-        subprocess.run([program, "init", company, "--sample", "--quiet"], env=screen.environment, check=True,
-                       stdout=subprocess.DEVNULL)
+        screen.run(program, "init", company, "--sample", "--quiet")
         for language in TITLES:
             dialog(screen, Album(screen, int(scale), folder), program, company, language)
 

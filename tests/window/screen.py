@@ -14,17 +14,20 @@ import tempfile
 import time
 
 TOOLS = ["Xvfb", "openbox", "xdotool", "xprop"]
+WINE = os.environ.get("Z7_WINE_PREFIX")  # where Wine keeps its files, for programs of Windows
 LIMIT = 60.0  # seconds until a state that does not come is a failure
 
 
 def missing_tools():
-    return [tool for tool in TOOLS if shutil.which(tool) is None]
+    return [tool for tool in TOOLS + (["wine"] if WINE else []) if shutil.which(tool) is None]
 
 
 class Screen:
-    """A private X server on a free display, with openbox and a private home folder."""
+    """A private X server on a free display, with openbox and a private home folder. Programs of Windows run under Wine, whose
+    own files are in the folder wine."""
 
-    def __init__(self, scale=1, size="1600x1000"):
+    def __init__(self, scale=1, size="1600x1000", wine=None):
+        self.under_wine = wine is not None
         self.home = tempfile.mkdtemp(prefix="z7window")
         settings = pathlib.Path(self.home, ".config/gtk-3.0/settings.ini")
         settings.parent.mkdir(parents=True)
@@ -42,6 +45,9 @@ class Screen:
             os.environ, DISPLAY=":" + number, HOME=self.home, GTK_THEME="Adwaita", NO_AT_BRIDGE="1", LC_ALL="C.UTF-8",
             GDK_SCALE=str(scale), GDK_BACKEND="x11", XDG_CONFIG_HOME=self.home + "/.config")
         self.environment.pop("Z7CF_CONNECT", None)
+        if wine is not None:
+            self.environment.update(WINEPREFIX=wine, WINEARCH="win64", WINEDEBUG="-all",
+                                    WINEDLLOVERRIDES="mscoree,mshtml=;winemenubuilder.exe=d;winedbg.exe=d")
         self.manager = subprocess.Popen(["openbox"], env=self.environment, stdout=subprocess.DEVNULL,
                                         stderr=subprocess.DEVNULL)
         # The window manager announces itself before it handles events, and a window that appears in between never gets the
@@ -50,6 +56,8 @@ class Screen:
         while self._asked_for_desktop("1") != "1":
             if time.monotonic() > end or self.manager.poll() is not None:
                 raise RuntimeError("openbox did not start")
+        if wine is not None:
+            self.run("wineboot", "--init")
 
     def _asked_for_desktop(self, number):
         self.output("xdotool", "set_desktop", number)
@@ -58,7 +66,22 @@ class Screen:
     def output(self, *command):
         return subprocess.run(command, env=self.environment, capture_output=True, text=True, check=False).stdout
 
+    def program(self, *command):
+        """The words that start a program here: itself, or Wine with it."""
+        return ["wine", *command] if self.under_wine else list(command)
+
+    def run(self, *command, check=True):
+        """Runs a program to its end; returns what it wrote. It writes to a file, because the services that Wine starts with it
+        would keep a pipe open."""
+        with tempfile.TemporaryFile("w+", encoding="utf-8") as written:
+            subprocess.run(self.program(*command), env=self.environment, stdin=subprocess.DEVNULL, stdout=written,
+                           stderr=subprocess.DEVNULL, check=check)
+            written.seek(0)
+            return written.read()
+
     def close(self):
+        if self.under_wine:
+            subprocess.run(["wineserver", "-k", "-w"], env=self.environment, check=False)  # its services belong to this screen
         for process in (self.manager, self.server):
             process.terminate()
             process.wait()
@@ -71,6 +94,37 @@ class Screen:
         self.close()
 
 
+class GrowingFile:
+    """What a program writes to a file; see Screen.run."""
+
+    def __init__(self, process, file):
+        self.process, self.file = process, file
+
+    def read(self, end):
+        """More of it; empty at the end of the program. None when the time is up."""
+        while True:
+            ended = self.process.poll() is not None
+            more = self.file.read()
+            if more or ended:
+                return more
+            if time.monotonic() > end:
+                return None
+            time.sleep(0.005)
+
+
+class Pipe:
+    """What a program writes to a pipe; read as of GrowingFile."""
+
+    def __init__(self, stream):
+        self.stream = stream
+
+    def read(self, end):
+        rest = end - time.monotonic()
+        if rest <= 0 or not select.select([self.stream], [], [], rest)[0]:
+            return None
+        return os.read(self.stream.fileno(), 65536)
+
+
 def unescaped(value):
     return re.sub(r"\\(.)", lambda found: {"n": "\n", "t": "\t"}.get(found.group(1), found.group(1)), value)
 
@@ -81,8 +135,10 @@ class Watched:
     def __init__(self, screen, *command, **environment):
         self.screen = screen
         self.errors = tempfile.TemporaryFile("w+", encoding="utf-8")
-        self.process = subprocess.Popen(command, env=dict(screen.environment, **environment), stdin=subprocess.DEVNULL,
-                                        stdout=subprocess.PIPE, stderr=self.errors)
+        written = tempfile.NamedTemporaryFile("wb") if screen.under_wine else None
+        self.process = subprocess.Popen(screen.program(*command), env=dict(screen.environment, **environment), stdin=subprocess.DEVNULL,
+                                        stdout=written or subprocess.PIPE, stderr=self.errors)
+        self.output = (GrowingFile(self.process, open(written.name, "rb")) if written else Pipe(self.process.stdout))
         self.pending = b""
         self.state, self.places, self.log = {}, {}, []
         self.presses = 0
@@ -92,15 +148,14 @@ class Watched:
     def _line(self, end):
         """The next line; None at the end of the output."""
         while b"\n" not in self.pending:
-            rest = end - time.monotonic()
-            if rest <= 0 or not select.select([self.process.stdout], [], [], rest)[0]:
+            more = self.output.read(end)
+            if more is None:
                 raise AssertionError(f"the state did not come; the last one is {self.state}, log {self.log[-5:]}")
-            more = os.read(self.process.stdout.fileno(), 65536)
             if not more:
                 return None
             self.pending += more
         line, self.pending = self.pending.split(b"\n", 1)
-        return line.decode("utf-8", "replace")
+        return line.decode("utf-8", "replace").rstrip("\r")
 
     def _take(self, line):
         if line.startswith("STATE "):
@@ -127,6 +182,15 @@ class Watched:
             self._take(line)
         return self.state
 
+    def until_event(self, count):
+        """Waits until the program has written this many events."""
+        end = time.monotonic() + LIMIT
+        while len(self.events()) < count:
+            line = self._line(end)
+            if line is None:
+                raise AssertionError(f"the program ended before event {count}: {self.log[-5:]} {self.error_text()}")
+            self._take(line)
+
     def until_ended(self):
         """Reads to the end; returns the exit code."""
         end = time.monotonic() + LIMIT
@@ -143,7 +207,24 @@ class Watched:
 
     # What the user does
 
+    def _until_active(self):
+        """Under Wine a window is active for its program before the window manager has given it the keyboard. Waits until the
+        active window is the one on top, with the title of the state."""
+        end = time.monotonic() + LIMIT
+        while True:
+            order = re.findall("0x[0-9a-f]+", self.screen.output("xprop", "-root", "_NET_CLIENT_LIST_STACKING"))
+            active = re.findall("0x[0-9a-f]+", self.screen.output("xprop", "-root", "_NET_ACTIVE_WINDOW"))
+            if order and active == order[-1:]:
+                title = self.screen.output("xdotool", "getwindowname", active[0]).rstrip("\n")
+                if title == self.state.get("top"):
+                    return
+            if time.monotonic() > end:
+                raise AssertionError(f"no window became active for {self.state}")
+            time.sleep(0.005)
+
     def _xdotool(self, *arguments):
+        if self.screen.under_wine and arguments[0] in ("key", "type"):
+            self._until_active()
         subprocess.run(["xdotool", *arguments], env=self.screen.environment, check=True, capture_output=True)
 
     def keys(self, *names, **wanted):

@@ -102,7 +102,10 @@ void CellEditor::text(const wxString& value) {
     entry_->SetInsertionPointEnd();
 }
 
-void CellEditor::focus() { entry_->SetFocus(); }
+void CellEditor::focus() {
+    entry_->SetFocus();
+    entry_->SelectAll(); // as some window systems do by themselves
+}
 
 bool CellEditor::hasFocus() const { return open_ && wxWindow::FindFocus() == entry_; }
 

@@ -38,6 +38,7 @@ public:
     [[nodiscard]] wxString text() const;
     /// Sets its text, whatever its column allows.
     void text(const wxString& value);
+    /// Gives it the keyboard focus with all of its text selected.
     void focus();
     [[nodiscard]] bool hasFocus() const;
     void font(const wxFont& value);

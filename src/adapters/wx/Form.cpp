@@ -67,12 +67,11 @@ void Caption::caption(const std::string& text) { form_.SetTitle(shown(text)); }
 
 void KeyHook::fontName(const std::string& /*name*/) { raisePlatformError(Reason::propertyUnknown, {"Font"}); }
 
-Form::Form(const FormDesign& design, FormEvents& listener, StateLines& states) : gate_(listener), states_(states) {
-    // NOLINTBEGIN(cppcoreguidelines-owning-memory)
-    dialog_ = new wxDialog(nullptr, wxID_ANY, shown(design.caption), wxDefaultPosition, wxDefaultSize,
-                           wxCAPTION | wxCLOSE_BOX | wxSYSTEM_MENU);
+Form::Form(const FormDesign& design, FormEvents& listener, std::shared_ptr<StateLines> states)
+    : states_(std::move(states)), gate_(listener),
+      dialog_(std::make_unique<wxDialog>(nullptr, wxID_ANY, shown(design.caption), wxDefaultPosition, wxDefaultSize,
+                                         wxCAPTION | wxCLOSE_BOX | wxSYSTEM_MENU)) {
     dialog_->SetEscapeId(wxID_NONE); // Escape belongs to the grid's editor; no key cancels the form
-    // NOLINTEND(cppcoreguidelines-owning-memory)
     dialog_->SetName(shown(design.name));
     build(design);
     dialog_->SetClientSize(toPixels(design.width), toPixels(design.height));
@@ -80,11 +79,7 @@ Form::Form(const FormDesign& design, FormEvents& listener, StateLines& states) :
     gate_.onDefect([this] { unload(); });
 }
 
-Form::~Form() {
-    grids_.clear();
-    buttons_.clear();
-    dialog_->Destroy();
-}
+Form::~Form() = default;
 
 void Form::build(const FormDesign& design) {
     // Windows are created in tab order, because the toolkit tabs in the order of creation.
@@ -167,22 +162,26 @@ ZQKeyHookCtrl& Form::keyHook(const std::string& name) { return named(keyHooks_, 
 
 void Form::showModal() {
     if (!unloaded_) {
-        dialog_->Centre();
+        owner_ = std::make_unique<Owner>(*dialog_);
         if (mainGrid_ != nullptr) {
             accessibleName(mainGrid_->window(), dialog_->GetTitle());
             mainGrid_->SetFocus();
         } else {
             focusFirst(true);
         }
-        states_.enter({[this] { return state(); }, [this] { return places(); }});
+        states_->enter({[this] { return state(); }, [this] { return places(); }});
         dialog_->ShowModal();
-        states_.leave();
+        states_->leave();
+        owner_.reset();
     }
     gate_.rethrowDefect();
 }
 
 void Form::unload() {
     unloaded_ = true;
+    if (owner_) {
+        owner_->unlock();
+    }
     if (dialog_->IsModal()) {
         dialog_->EndModal(wxID_OK);
     }
@@ -197,7 +196,6 @@ void Form::sendKeys(const std::string& /*keys*/) {
 }
 
 void Form::onKey(wxKeyEvent& event) {
-    states_.key();
     const std::int32_t code = keyCode(event);
     if (code == 0 || gate_.busy()) {
         event.Skip();

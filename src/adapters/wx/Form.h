@@ -17,6 +17,7 @@ class wxWindow;
 
 namespace z7::cashflow::wx {
 
+class Owner;
 class StateLines;
 
 /// A button of a form. Its caption is made smaller if it does not fit.
@@ -57,8 +58,8 @@ public:
 /// The modal form on the screen.
 class Form final : public DialogForm {
 public:
-    /// The listener and the state lines outlive the form.
-    Form(const FormDesign& design, FormEvents& listener, StateLines& states);
+    /// The listener outlives the form.
+    Form(const FormDesign& design, FormEvents& listener, std::shared_ptr<StateLines> states);
     ~Form() override;
     Form(const Form&) = delete;
     Form& operator=(const Form&) = delete;
@@ -85,9 +86,8 @@ private:
     [[nodiscard]] std::string state() const;
     [[nodiscard]] std::string places() const;
 
+    std::shared_ptr<StateLines> states_; ///< destroyed last: it may hold the window system
     EventGate gate_;
-    StateLines& states_;
-    wxDialog* dialog_ = nullptr; ///< destroyed with the form
     std::map<std::string, std::unique_ptr<Grid>> grids_;
     std::map<std::string, std::unique_ptr<Button>> buttons_;
     std::map<std::string, std::unique_ptr<Caption>> captions_;
@@ -96,6 +96,8 @@ private:
     std::vector<Button*> tabOrder_;
     Grid* mainGrid_ = nullptr; ///< the first grid
     bool unloaded_ = false;
+    std::unique_ptr<wxDialog> dialog_; ///< destroyed first: its last events still find the controls
+    std::unique_ptr<Owner> owner_;     ///< while the form is shown
 };
 
 } // namespace z7::cashflow::wx

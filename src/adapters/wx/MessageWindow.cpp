@@ -68,10 +68,6 @@ std::int32_t MessageWindow::Show(const std::string& prompt, std::int32_t buttons
     if (question) {
         box.SetEscapeId(wxID_NO);
     }
-    box.Bind(wxEVT_CHAR_HOOK, [this](wxKeyEvent& event) {
-        states_.key();
-        event.Skip();
-    });
     states_.enter({[&] { return describe(prompt, buttons); }, [] { return std::string(); }});
     const int answer = box.ShowModal();
     states_.leave();

@@ -96,10 +96,10 @@ std::vector<wxString> searchTexts(const std::vector<std::vector<std::string>>& r
 class PickDialog final : public wxDialog {
 public:
     PickDialog(const wxString& title, const std::vector<PickColumn>& columns,
-               const std::vector<std::vector<std::string>>& rows, StateLines& states)
+               const std::vector<std::vector<std::string>>& rows)
         : wxDialog(wxGetActiveWindow(), wxID_ANY, title, wxDefaultPosition, wxDefaultSize,
                    wxCAPTION | wxCLOSE_BOX | wxSYSTEM_MENU | wxRESIZE_BORDER),
-          rows_(rows), texts_(searchTexts(rows)), states_(states) {
+          rows_(rows), texts_(searchTexts(rows)) {
         SetFont(fontOf("Tahoma", points));
         // The dialog owns these windows, as every parent owns its child windows.
         // NOLINTBEGIN(cppcoreguidelines-owning-memory)
@@ -173,7 +173,6 @@ private:
         }
     }
     void onKey(wxKeyEvent& event) {
-        states_.key();
         switch (event.GetKeyCode()) {
         case WXK_ESCAPE:
             EndModal(wxID_CANCEL);
@@ -201,7 +200,6 @@ private:
 
     const std::vector<std::vector<std::string>>& rows_;
     std::vector<wxString> texts_;
-    StateLines& states_;
     wxTextCtrl* search_ = nullptr;
     RowList* list_ = nullptr;
     std::optional<std::size_t> picked_;
@@ -211,10 +209,10 @@ private:
 
 std::optional<std::size_t> PickWindow::pick(const std::string& title, const std::vector<PickColumn>& columns,
                                             const std::vector<std::vector<std::string>>& rows) {
-    PickDialog dialog(shown(title), columns, rows, states_);
-    states_.enter({[&] { return dialog.state(); }, [&] { return dialog.places(); }});
+    PickDialog dialog(shown(title), columns, rows);
+    states_->enter({[&] { return dialog.state(); }, [&] { return dialog.places(); }});
     dialog.ShowModal();
-    states_.leave();
+    states_->leave();
     return dialog.picked();
 }
 

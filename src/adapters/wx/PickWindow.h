@@ -2,6 +2,9 @@
 
 #include "z7cashflow/ports/PickList.h"
 
+#include <memory>
+#include <utility>
+
 namespace z7::cashflow::wx {
 
 class StateLines;
@@ -10,13 +13,12 @@ class StateLines;
 /// arrow and page keys move in the list.
 class PickWindow final : public PickList {
 public:
-    /// The state lines outlive it.
-    explicit PickWindow(StateLines& states) : states_(states) {}
+    explicit PickWindow(std::shared_ptr<StateLines> states) : states_(std::move(states)) {}
     std::optional<std::size_t> pick(const std::string& title, const std::vector<PickColumn>& columns,
                                     const std::vector<std::vector<std::string>>& rows) override;
 
 private:
-    StateLines& states_;
+    std::shared_ptr<StateLines> states_; ///< may hold the window system
 };
 
 } // namespace z7::cashflow::wx

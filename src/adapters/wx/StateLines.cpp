@@ -50,13 +50,23 @@ std::string stateValue(const std::string& text) {
 
 StateLines::StateLines(std::ostream* out) : out_(out) {
     if (out_ != nullptr) {
+        wxEvtHandler::AddFilter(this);
         timer_ = std::make_unique<wxTimer>();
         timer_->Bind(wxEVT_TIMER, [this](wxTimerEvent& /*event*/) { look(); });
         timer_->Start(everyMilliseconds);
     }
 }
 
-StateLines::~StateLines() = default;
+StateLines::~StateLines() {
+    if (out_ != nullptr) {
+        wxEvtHandler::RemoveFilter(this);
+    }
+}
+
+int StateLines::FilterEvent(wxEvent& event) {
+    keys_ += event.GetEventType() == wxEVT_CHAR_HOOK ? 1 : 0;
+    return Event_Skip;
+}
 
 void StateLines::enter(StateSource source) { sources_.push_back(std::move(source)); }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <wx/eventfilter.h>
+
 #include <functional>
 #include <iosfwd>
 #include <memory>
@@ -7,7 +9,6 @@
 #include <vector>
 
 class wxTimer;
-class wxKeyEvent;
 
 namespace z7::cashflow::wx {
 
@@ -24,21 +25,21 @@ struct StateSource {
 ///
 /// Line breaks, tabs and backslashes in values are written as \n, \t and \\. Without a stream nothing is written
 /// and no timer runs.
-class StateLines {
+class StateLines final : private wxEventFilter {
 public:
     /// The stream outlives this object; a null pointer means no stream.
     explicit StateLines(std::ostream* out);
-    ~StateLines();
+    ~StateLines() override;
     StateLines(const StateLines&) = delete;
     StateLines& operator=(const StateLines&) = delete;
 
     /// Makes this the top window; leave ends that.
     void enter(StateSource source);
     void leave();
-    /// Counts a key press.
-    void key() { ++keys_; }
 
 private:
+    /// Counts key presses in all windows, also those that a button takes for itself.
+    int FilterEvent(wxEvent& event) override;
     void look();
 
     std::ostream* out_;

@@ -4,6 +4,7 @@
 #include "adapters/wx/MessageWindow.h"
 #include "adapters/wx/PickWindow.h"
 #include "adapters/wx/StateLines.h"
+#include "adapters/wx/platform.h"
 
 #include <wx/app.h>
 #include <wx/init.h>
@@ -11,6 +12,9 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <utility>
+
+#undef MessageBox // a macro of Windows
 
 namespace z7::cashflow::wx {
 
@@ -18,14 +22,14 @@ namespace {
 
 class Factory final : public DialogFactory {
 public:
-    explicit Factory(StateLines& states) : states_(states) {}
+    explicit Factory(std::shared_ptr<StateLines> states) : states_(std::move(states)) {}
     std::unique_ptr<DialogForm> createForm(const FormDesign& design, FormEvents& listener) override {
         return std::make_unique<Form>(design, listener, states_);
     }
     std::unique_ptr<PickList> createPickList() override { return std::make_unique<PickWindow>(states_); }
 
 private:
-    StateLines& states_;
+    std::shared_ptr<StateLines> states_;
 };
 
 /// The toolkit used as a library, without its main loop.
@@ -47,15 +51,17 @@ public:
 
 struct WindowSystem::Parts {
     explicit Parts(std::ostream* out)
-        : states(out), factory(std::make_shared<Factory>(states)), box(std::make_shared<MessageWindow>(states)) {}
+        : states(std::make_shared<StateLines>(out)), factory(std::make_shared<Factory>(states)),
+          box(std::make_shared<MessageWindow>(*states)) {}
 
-    StateLines states;
+    std::shared_ptr<StateLines> states;
     std::shared_ptr<DialogFactory> factory;
     std::shared_ptr<MessageBox> box;
 };
 
 std::unique_ptr<WindowSystem> WindowSystem::start(std::ostream* states) {
     wxSetAssertHandler(endOnAssertion);
+    claimModule();
     wxApp::SetInstance(new Application()); // NOLINT(cppcoreguidelines-owning-memory): the toolkit takes it
     int count = 1;
     char name[] = "z7cf";
@@ -82,5 +88,7 @@ WindowSystem::~WindowSystem() {
 std::shared_ptr<DialogFactory> WindowSystem::dialogFactory() const { return parts_->factory; }
 
 std::shared_ptr<MessageBox> WindowSystem::messageBox() const { return parts_->box; }
+
+StateLines& WindowSystem::states() const { return *parts_->states; }
 
 } // namespace z7::cashflow::wx

@@ -11,6 +11,8 @@ Z7_PUBLIC_BEGIN
 
 namespace z7::cashflow::wx {
 
+class StateLines;
+
 /// The window system, for as long as it is needed: the windows of the dialog and its message boxes. At most one per
 /// process, used on the thread that started it. It has no main loop; modal windows run their own.
 class WindowSystem {
@@ -26,6 +28,8 @@ public:
     [[nodiscard]] std::shared_ptr<DialogFactory> dialogFactory() const;
     /// The message box of this screen; likewise.
     [[nodiscard]] std::shared_ptr<MessageBox> messageBox() const;
+    /// What its windows write their states to.
+    [[nodiscard]] StateLines& states() const;
 
 private:
     struct Parts;

@@ -1,15 +1,13 @@
 #include "adapters/wx/platform.h"
 
-#include <wx/toplevel.h>
+#include <wx/dialog.h>
 #include <wx/window.h>
 
-#ifdef __WXGTK__
 #include <gtk/gtk.h>
-#endif
 
 namespace z7::cashflow::wx {
 
-#ifdef __WXGTK__
+void claimModule() {}
 
 void makeCompact(wxWindow& control) {
     GtkWidget* const widget = control.GetHandle();
@@ -52,21 +50,8 @@ wxString activeTitle() {
     return title;
 }
 
-#else
+Owner::Owner(wxDialog& dialog) { dialog.Centre(); }
 
-void makeCompact(wxWindow& /*control*/) {}
-
-void accessibleName(wxWindow& control, const wxString& name) { control.SetName(name); }
-
-void showOnScrolled(wxWindow& control, bool show) { control.Show(show); }
-
-void keepScrollBars(wxWindow& /*window*/) {}
-
-wxString activeTitle() {
-    const auto* const window = dynamic_cast<wxTopLevelWindow*>(wxGetActiveWindow());
-    return window == nullptr ? wxString() : window->GetTitle();
-}
-
-#endif
+void Owner::unlock() noexcept {}
 
 } // namespace z7::cashflow::wx

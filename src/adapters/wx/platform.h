@@ -2,11 +2,16 @@
 
 #include <wx/string.h>
 
+class wxDialog;
 class wxWindow;
 
 namespace z7::cashflow::wx {
 
 /// Functions that the toolkit does not offer on every window system.
+
+/// Call it before the toolkit is started. On Windows the toolkit registers its kinds of windows for the program or DLL
+/// that contains this code, so that nothing of them is left when a DLL is unloaded.
+void claimModule();
 
 /// Removes the margins that a theme puts around a button's caption or an entry's text, so that the text fits the
 /// designed size.
@@ -25,5 +30,23 @@ void keepScrollBars(wxWindow& window);
 /// The title of the window with the keyboard focus, including message boxes; empty if it is not a window of this
 /// program.
 [[nodiscard]] wxString activeTitle();
+
+/// Makes a dialog modal over the window from which it is opened, when that window belongs to a host that does not use
+/// the toolkit. Only Windows has such hosts.
+class Owner {
+public:
+    /// Finds the active window of the calling thread and locks it against keys and clicks. Centres the dialog on it,
+    /// or on the screen if there is none.
+    explicit Owner(wxDialog& dialog);
+    Owner(const Owner&) = delete;
+    Owner& operator=(const Owner&) = delete;
+    ~Owner() { unlock(); }
+    /// Call it before the dialog disappears: while its owner is locked, the system would activate a window of another
+    /// program instead.
+    void unlock() noexcept;
+
+private:
+    void* locked_ = nullptr; ///< the system's handle
+};
 
 } // namespace z7::cashflow::wx

@@ -15,6 +15,7 @@ CommandLine::CommandLine(Language language)
     : program_(std::make_unique<CLI::App>(hostText(language, HostText::helpProgram), "z7cf")),
       commands_(allCommands()) {
     program_->formatter(helpFormatter(language));
+    program_->allow_windows_style_options(false); // "/data/company.db" is a file
     addCommonOptions(*program_, language);
     program_->set_version_flag("--version", std::string("z7cf ") + libraryVersion,
                                hostText(language, HostText::helpVersion));

@@ -87,6 +87,8 @@ enum class Reason {
     // the dialog
     connectionFactoryMissing,
     dialogFactoryMissing,
+    screenMissing,
+    windowsInUse,
     dialogConnectionMissing,
     dialogRowsMissing,
     referenceNotXml,

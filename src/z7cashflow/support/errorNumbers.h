@@ -13,6 +13,7 @@ inline constexpr int overflow = 6;        ///< a number outside the range of its
 inline constexpr int outOfMemory = 7;     ///< a text or a document that does not fit into memory
 inline constexpr int badIndex = 9;        ///< an index outside 1 to the number of elements
 inline constexpr int typeMismatch = 13;   ///< a value that cannot be read as the wanted type
+inline constexpr int inUse = 70;          ///< something that another thread is using
 inline constexpr int objectNotSet = 91;   ///< an object that is needed and missing
 inline constexpr int invalidNull = 94;    ///< a null where a value is needed
 inline constexpr int memberUnknown = 438; ///< a property or an operation that an object does not have
