@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # check_windows.sh FOLDER: the programs and DLLs in a folder need nothing that Windows does not bring along, and a DLL for COM
-# contains its type library. Test programs (test_*) are left out.
+# contains its type library and exports nothing but the entry points of COM. Test programs (test_*) are left out.
 set -euo pipefail
 folder=$1
 
@@ -17,10 +17,16 @@ for file in "$folder"/*.exe "$folder"/*.dll; do
         printf '%s needs what Windows does not bring along: %s\n' "$file" "${foreign//$'\n'/, }" >&2
         exit 1
     fi
-    if grep -q 'DllGetClassObject' <<<"$headers" &&
-        ! x86_64-w64-mingw32-objdump -s -j .rsrc "$file" | cut -d' ' -f3-6 | tr -d ' \n' | grep -qi 5400590050004500 ; then
-        printf '%s contains no type library\n' "$file" >&2
-        exit 1
+    if grep -q 'DllGetClassObject' <<<"$headers"; then
+        if ! x86_64-w64-mingw32-objdump -s -j .rsrc "$file" | cut -d' ' -f3-6 | tr -d ' \n' | grep -qi 5400590050004500; then
+            printf '%s contains no type library\n' "$file" >&2
+            exit 1
+        fi
+        exports=$(sed -n 's/^\t\[ *[0-9]*\] //p' <<<"$headers" | grep -v '^+base' | sort | tr '\n' ' ')
+        if [ "$exports" != 'DllCanUnloadNow DllGetClassObject DllRegisterServer DllUnregisterServer ' ]; then
+            printf '%s exports %s names, such as: %s\n' "$file" "$(wc -w <<<"$exports")" "$(cut -d' ' -f1-9 <<<"$exports")" >&2
+            exit 1
+        fi
     fi
     checked=$((checked + 1))
 done

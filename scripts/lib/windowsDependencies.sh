@@ -136,8 +136,9 @@ windows_libxml2() {
         SCHEMATRON TESTS WRITER XINCLUDE XPTR ZLIB; do
         options+=("-DLIBXML2_WITH_$option=OFF")
     done
-    windows_cmake libxml2 "$work/libxml2" "${options[@]}" &&
-        sed -i '1i #define LIBXML_STATIC' "$prefix/include/libxml2/libxml/xmlexports.h" && # else it is taken for a DLL
+    # Without LIBXML_STATIC every DLL that contains it would export its functions, and its users would look for a DLL.
+    windows_cmake libxml2 "$work/libxml2" -DCMAKE_C_FLAGS=-DLIBXML_STATIC "${options[@]}" &&
+        sed -i '1i #define LIBXML_STATIC' "$prefix/include/libxml2/libxml/xmlexports.h" &&
         windows_licence libxml2 "$work/libxml2/Copyright"
 }
 
