@@ -87,7 +87,7 @@ void CellEditor::place(const wxRect& place) {
     }
     place_ = place;
     const bool button = column_.kind == EditKind::reference;
-    const int buttonWidth = button ? std::min(referenceWidth, place.width / 2) : 0;
+    const int buttonWidth = button ? std::min(reference_->FromDIP(referenceWidth), place.width / 2) : 0;
     entry_->SetSize(place.x, place.y, place.width - buttonWidth, place.height);
     if (button) {
         reference_->SetSize(place.x + place.width - buttonWidth, place.y, buttonWidth, place.height);

@@ -35,8 +35,8 @@ template <class Controls> auto& named(const Controls& controls, const std::strin
 Button::Button(wxDialog& form, const ControlDesign& design, std::function<void()> onClick)
     : button_(new wxButton(&form, wxID_ANY,
                            wxString(), // NOLINT(cppcoreguidelines-owning-memory): the form owns its windows
-                           wxPoint(toPixels(design.left), toPixels(design.top)),
-                           wxSize(toPixels(design.width), toPixels(design.height)), wxBU_EXACTFIT)),
+                           form.FromDIP(wxPoint(toPixels(design.left), toPixels(design.top))),
+                           form.FromDIP(wxSize(toPixels(design.width), toPixels(design.height))), wxBU_EXACTFIT)),
       points_(pointsOf(design)) {
     makeCompact(*button_);
     button_->SetName(shown(design.name));
@@ -74,7 +74,7 @@ Form::Form(const FormDesign& design, FormEvents& listener, std::shared_ptr<State
     dialog_->SetEscapeId(wxID_NONE); // Escape belongs to the grid's editor; no key cancels the form
     dialog_->SetName(shown(design.name));
     build(design);
-    dialog_->SetClientSize(toPixels(design.width), toPixels(design.height));
+    dialog_->SetClientSize(dialog_->FromDIP(wxSize(toPixels(design.width), toPixels(design.height))));
     bindEvents();
     gate_.onDefect([this] { unload(); });
 }

@@ -20,14 +20,15 @@ constexpr std::int32_t notSettled = 1;
 constexpr std::int32_t accountColumn = 1; // a line without a text in this column is unfinished
 constexpr std::int16_t alignLeft = 1;
 
-wxRect placeOnForm(const ControlDesign& design) {
-    return {toPixels(design.left), toPixels(design.top), toPixels(design.width), toPixels(design.height)};
+wxRect placeOnForm(const wxWindow& form, const ControlDesign& design) {
+    return {form.FromDIP(wxPoint(toPixels(design.left), toPixels(design.top))),
+            form.FromDIP(wxSize(toPixels(design.width), toPixels(design.height)))};
 }
 
 } // namespace
 
 Grid::Grid(wxWindow& form, const ControlDesign& design, EventGate& gate)
-    : gate_(gate), view_(form, model_, placeOnForm(design)),
+    : gate_(gate), view_(form, model_, placeOnForm(form, design)),
       editor_(
           view_.cells(), [this](const wxKeyEvent& event) { return onEditorKey(event); }, [this] { reference(); }),
       points_(design.fontPoints) {

@@ -71,7 +71,7 @@ public:
     wxSize GetBestSize(wxGrid& grid, wxGridCellAttr& /*attr*/, wxDC& dc, int row, int col) override {
         dc.SetFont(grid.GetDefaultCellFont());
         const wxSize text = dc.GetTextExtent(shown(model_.text({row + model_.fixedRows(), col})));
-        return {text.x + 2 * cellMargin + 1, rowHeight};
+        return {text.x + 2 * cellMargin + 1, grid.FromDIP(rowHeight)};
     }
 
     wxGridCellRenderer* Clone() const override {
@@ -139,8 +139,8 @@ GridView::GridView(wxWindow& parent, const GridModel& model, const wxRect& place
     grid_->EnableEditing(false);
     keepScrollBars(*grid_);
     grid_->SetRowLabelSize(0);
-    grid_->SetColLabelSize(headerHeight);
-    grid_->SetDefaultRowSize(rowHeight);
+    grid_->SetColLabelSize(grid_->FromDIP(headerHeight));
+    grid_->SetDefaultRowSize(grid_->FromDIP(rowHeight));
     grid_->SetMargins(0, 0);
     grid_->SetScrollLineX(scrollStep);
     grid_->DisableDragRowSize();
@@ -210,10 +210,10 @@ void GridView::makeVisible(const CellPlace& place) {
     }
 }
 
-int GridView::columnWidth(std::int32_t col) const { return grid_->GetColSize(col); }
+int GridView::columnWidth(std::int32_t col) const { return grid_->ToDIP(grid_->GetColSize(col)); }
 
 void GridView::columnWidth(std::int32_t col, int pixels) {
-    grid_->SetColSize(col, pixels);
+    grid_->SetColSize(col, grid_->FromDIP(pixels));
     if (pixels == 0) {
         grid_->DisableColResize(col);
     }
@@ -235,6 +235,8 @@ std::optional<CellPlace> GridView::cellAt(const wxPoint& point) const {
     return CellPlace{row + model_.fixedRows(), col};
 }
 
-int GridView::rowsSeen() const { return std::max(1, grid_->GetGridWindow()->GetClientSize().y / rowHeight); }
+int GridView::rowsSeen() const {
+    return std::max(1, grid_->GetGridWindow()->GetClientSize().y / grid_->GetDefaultRowSize());
+}
 
 } // namespace z7::cashflow::wx

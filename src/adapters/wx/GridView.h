@@ -53,7 +53,7 @@ public:
     /// Scrolls until a cell is visible.
     void makeVisible(const CellPlace& place);
 
-    /// The width of a column on the screen in pixels.
+    /// The width of a column in pixels of 1/96 inch.
     [[nodiscard]] int columnWidth(std::int32_t col) const;
     void columnWidth(std::int32_t col, int pixels);
 

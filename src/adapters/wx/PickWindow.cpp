@@ -53,7 +53,7 @@ public:
     [[nodiscard]] int heightOfRows(int rows) const {
         wxRect first;
         if (positions_.empty() || !GetItemRect(0, first)) {
-            return emptyListHeight;
+            return FromDIP(emptyListHeight);
         }
         return first.y + rows * first.height;
     }
@@ -109,17 +109,18 @@ public:
         search_->SetName("search");
         // NOLINTEND(cppcoreguidelines-owning-memory)
         accessibleName(*search_, title);
-        int width = 2 * margin + wxSystemSettings::GetMetric(wxSYS_VSCROLL_X);
+        const int border = FromDIP(margin);
+        int width = 2 * border + wxSystemSettings::GetMetric(wxSYS_VSCROLL_X);
         for (const PickColumn& column : columns) {
             list_->AppendColumn(shown(column.caption), column.alignRight ? wxLIST_FORMAT_RIGHT : wxLIST_FORMAT_LEFT,
-                                toPixels(column.width));
-            width += toPixels(column.width);
+                                FromDIP(toPixels(column.width)));
+            width += FromDIP(toPixels(column.width));
         }
         auto* const sizer = new wxBoxSizer(wxVERTICAL); // NOLINT(cppcoreguidelines-owning-memory)
-        sizer->Add(search_, wxSizerFlags().Expand().Border(wxALL, margin));
-        sizer->Add(list_, wxSizerFlags(1).Expand().Border(wxLEFT | wxRIGHT | wxBOTTOM, margin));
+        sizer->Add(search_, wxSizerFlags().Expand().Border(wxALL, border));
+        sizer->Add(list_, wxSizerFlags(1).Expand().Border(wxLEFT | wxRIGHT | wxBOTTOM, border));
         narrow();
-        list_->SetInitialSize(wxSize(std::max(smallestWidth, width), list_->heightOfRows(rowsShown)));
+        list_->SetInitialSize(wxSize(std::max(FromDIP(smallestWidth), width), list_->heightOfRows(rowsShown)));
         SetSizerAndFit(sizer);
         Centre();
         search_->SetFocus();

@@ -33,7 +33,7 @@ wxFont fontOf(const std::string& name, double points) { return wxFont(wxFontInfo
 
 void fitCaption(wxButton& button) {
     wxFont font = button.GetFont();
-    const int room = button.GetClientSize().GetWidth() - captionMargin;
+    const int room = button.GetClientSize().GetWidth() - button.FromDIP(captionMargin);
     const wxString caption = button.GetLabelText();
     int width = 0;
     int height = 0;

@@ -4,8 +4,9 @@
 
 namespace z7::cashflow::wx {
 
-/// A form's design is in twips, 1/1440 inch; the window system uses pixels of 1/96 inch, which it scales itself on
-/// screens with a higher resolution. All conversions are here.
+/// A form's design is in twips, 1/1440 inch; here it is converted to pixels of 1/96 inch. On screens with a higher
+/// resolution some window systems scale these themselves; for the others the toolkit's FromDIP does it, and every size
+/// that is set passes through it.
 inline constexpr std::int32_t twipsPerPixel = 15;
 
 /// Rounds to the nearest pixel.
