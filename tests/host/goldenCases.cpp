@@ -5,11 +5,15 @@
 // " to the error stream, all others to the output; an output line that itself begins with "$", "!", "#" or "[exit" has
 // a "\" in front. The case ends with "[exit N]". Lines that begin with "#" are remarks.
 //
+// With Z7_GOLDEN_SEPARATOR=\ in the environment every "\" that a command writes is compared as "/": for files whose cases
+// show names of files, where the system's separator is the other one.
+//
 // With Z7_RENEW_GOLDEN=1 in the environment the file is written anew with what the commands really do; read the
 // difference before you keep it.
 
 #include "ProgramFolder.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <exception>
 #include <fstream>
@@ -36,12 +40,21 @@ void append(std::string& to, const std::string& text, const std::string& prefix)
     }
 }
 
+/// What a command has written, with the separator of names of files that the cases have.
+std::string withSlashes(std::string text) {
+    const char* separator = std::getenv("Z7_GOLDEN_SEPARATOR");
+    if (separator != nullptr) {
+        std::replace(text.begin(), text.end(), separator[0], '/');
+    }
+    return text;
+}
+
 /// Runs one command and returns its case as it should read.
 std::string run(const std::string& command, const ProgramFolder& folder) {
     const ShellResult result = folder.run(command);
     std::string text = "$ " + command + "\n";
-    append(text, result.out, "");
-    append(text, result.err, "! ");
+    append(text, withSlashes(result.out), "");
+    append(text, withSlashes(result.err), "! ");
     return text + "[exit " + std::to_string(result.exitCode) + "]\n";
 }
 
