@@ -155,6 +155,8 @@ HRESULT registerLibrary(const std::wstring& path) noexcept {
         LSTATUS result = registerBelow(HKEY_LOCAL_MACHINE, path);
         if (result == ERROR_ACCESS_DENIED) {
             result = registerBelow(HKEY_CURRENT_USER, path);
+        } else if (result == ERROR_SUCCESS) {
+            result = unregisterBelow(HKEY_CURRENT_USER); // for this user it would hide what was written
         }
         return HRESULT_FROM_WIN32(result);
     });

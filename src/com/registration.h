@@ -10,7 +10,8 @@
 namespace z7::com {
 
 /// Registers a DLL below HKEY_LOCAL_MACHINE for all users or, where that is closed, below HKEY_CURRENT_USER for this
-/// one. What is registered already is replaced. On failure the result is the system's code.
+/// one. What is registered already is replaced, also what this user had for itself. On failure the result is the
+/// system's code.
 [[nodiscard]] HRESULT registerLibrary(const std::wstring& path) noexcept;
 /// Removes everything that registerLibrary() has written, for all users and for this one; the type library of the other
 /// word size stays. Nothing to remove is a success.

@@ -1,5 +1,6 @@
 #include "com/ComTest.h"
 
+#include <array>
 #include <thread>
 
 namespace z7::test {
@@ -12,6 +13,12 @@ bool hasKey(HKEY root, const std::wstring& path) {
         RegCloseKey(key);
     }
     return found;
+}
+
+std::wstring braced(REFGUID id) {
+    std::array<wchar_t, 39> text{};
+    StringFromGUID2(id, text.data(), static_cast<int>(text.size()));
+    return text.data();
 }
 
 class Registration : public ComTest {
@@ -77,6 +84,17 @@ TEST_F(Registration, LeavesTheTypeLibraryOfTheOtherWordSize) {
     EXPECT_EQ(library().call("DllUnregisterServer"), S_OK);
     EXPECT_TRUE(hasKey(HKEY_LOCAL_MACHINE, other));
     RegDeleteTreeW(HKEY_LOCAL_MACHINE, L"Software\\Classes\\TypeLib\\{569E390E-D341-4831-9EEB-D4AAAB19043C}");
+}
+
+TEST_F(Registration, ForAllUsersEndsTheUsersOwn) {
+    const std::wstring own = L"Software\\Classes\\CLSID\\" + braced(CLSID_VoucherProvider) + L"\\InprocServer32";
+    HKEY key = nullptr;
+    ASSERT_EQ(RegCreateKeyExW(HKEY_CURRENT_USER, own.c_str(), 0, nullptr, 0, KEY_SET_VALUE, nullptr, &key, nullptr),
+              ERROR_SUCCESS);
+    RegCloseKey(key);
+    EXPECT_EQ(library().call("DllRegisterServer"), S_OK);
+    EXPECT_TRUE(hasKey(HKEY_LOCAL_MACHINE, own));
+    EXPECT_FALSE(hasKey(HKEY_CURRENT_USER, own)) << "this user would still get the DLL that is named there";
 }
 
 // Runs the messages of this thread, through which calls of other threads arrive, until a thread has ended.
