@@ -25,4 +25,9 @@ endforeach()
 # These show names of files.
 set_tests_properties(host.golden.tables host.golden.xml PROPERTIES ENVIRONMENT "Z7_GOLDEN_SEPARATOR=\\")
 
+find_package(Python3 REQUIRED COMPONENTS Interpreter)
+add_test(NAME host.console COMMAND ${Python3_EXECUTABLE} -B ${CMAKE_CURRENT_SOURCE_DIR}/windows/console.py $<TARGET_FILE:z7cf>
+                                   ${PROJECT_BINARY_DIR}/wine-window)
+set_tests_properties(host.console PROPERTIES RESOURCE_LOCK screen)
+
 z7_test(host_windows windows/wideTextTest.cpp LINK z7::host)

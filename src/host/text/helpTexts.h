@@ -184,8 +184,9 @@ inline constexpr std::array<HostTextEntry, 122> helpTexts = [] {
         HostTextEntry{T::helpLang, "输出的语言：zh-CN 或 en", "Language of the output: zh-CN or en"},
         HostTextEntry{T::helpQuiet, "不显示提示消息和进度", "No remarks and no progress bar"},
         HostTextEntry{T::helpJson, "输出 JSON，供程序读取", "Write JSON, for programs"},
-        HostTextEntry{T::helpSettings, "设置文件（TOML）；默认为 ~/.config/z7cf/settings.toml",
-                      "Settings file (TOML); by default ~/.config/z7cf/settings.toml"},
+        HostTextEntry{T::helpSettings,
+                      "设置文件（TOML）；默认为 ~/.config（Windows 上为 %APPDATA%）下的 z7cf/settings.toml",
+                      "Settings file (TOML); by default z7cf/settings.toml in ~/.config, on Windows in %APPDATA%"},
         HostTextEntry{
             T::helpConnect, "连接字符串，代替 FILE；“@文件”表示从文件读取；也可用环境变量 Z7CF_CONNECT",
             "Connection string in place of FILE; @FILE reads it from a file; by default that of the environment variable Z7CF_CONNECT"},
