@@ -31,7 +31,7 @@ FOREIGN = {
     "adapters/sqlite": ["sqlite3.h", "fcntl.h", "sys/stat.h", "unistd.h", "windows.h", "aclapi.h"],  # the system's for fileSystem*.cpp
     "adapters/odbc": ["sql.h", "sqlext.h", "sqlucode.h"],
     "adapters/terminal": ["utf8proc.h"],
-    "adapters/wx": ["wx/", "gtk/gtk.h"],
+    "adapters/wx": ["wx/", "gtk/gtk.h", "commctrl.h", "oleacc.h"],
     "host": ["CLI/CLI.hpp", "nlohmann/json.hpp", "toml++/toml.h", "csv.h", "utf8proc.h", "sys/ioctl.h", "unistd.h", "windows.h", "shellapi.h", "fcntl.h", "io.h"],  # the system's for main*.cpp and for *_windows.cpp
 }
 FOREIGN_IN_HEADERS = {

@@ -1,4 +1,5 @@
-// Generates, checks and stores the cash-flow rows of a voucher with Z7CashFlow.dll: voucher.vbs as a compiled host writes it.
+// Generates, checks and stores the cash-flow rows of a voucher with Z7CashFlow.dll: voucher.vbs as a compiled host
+// writes it.
 
 #include "voucher.h"
 

@@ -97,8 +97,20 @@ bool Argument::take(const VARIANT* given) {
         return true;
     }
     given_ = given;
+    requireRoom(heldBy(*given));
     convert(heldBy(*given));
     return true;
+}
+
+void Argument::requireRoom(const VARIANT& held) const {
+    if (!parameter_.isReference || (held.vt & VT_BYREF) == 0) {
+        return;
+    }
+    const auto type = static_cast<VARTYPE>(held.vt & ~VT_BYREF);
+    static_cast<void>(sizeOf(type)); // raises for what no variable can be
+    if ((parameter_.type == VT_BSTR && type != VT_BSTR) || isObjectType(parameter_.type) != isObjectType(type)) {
+        raiseHostError(errors::typeMismatch, "The variable cannot take the result: use a Variant");
+    }
 }
 
 void Argument::convert(const VARIANT& held) {
@@ -183,7 +195,7 @@ void Argument::storeBack() {
     const auto type = static_cast<VARTYPE>(held.vt & ~VT_BYREF);
     if (type != value_.vt && !(isObjectType(type) && isObjectType(value_.vt))) {
         OwnedVariant converted;
-        if (FAILED(VariantChangeType(converted.put(), &value_, 0, type))) {
+        if (FAILED(VariantChangeTypeEx(converted.put(), &value_, LOCALE_INVARIANT, 0, type))) {
             raiseHostError(errors::typeMismatch, "The variable cannot take the result: use a Variant");
         }
         VARIANT fresh = converted.detach();

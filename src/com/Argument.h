@@ -23,13 +23,16 @@ public:
     /// What is passed to the method; belongs to this object, which must not be moved any more.
     [[nodiscard]] VARIANTARG* passed() noexcept;
 
-    /// After the call: stores the value in the caller's variable if it was given by reference. Error 13 or 6 if the
-    /// variable has a type that cannot take it.
+    /// After the call: stores the value in the caller's variable if it was given by reference. Error 13 if it does not
+    /// fit the variable's type.
     void storeBack();
     /// After the call: passes the value to the caller, who frees it.
     void moveTo(VARIANT* result) noexcept;
 
 private:
+    /// Raises error 13 before the call if the variable that held refers to could not take what may come back: a text or an object
+    /// in a variable of another type. A number fits a variable of any type but an object.
+    void requireRoom(const VARIANT& held) const;
     void convert(const VARIANT& held);
     void convertObject(const VARIANT& held);
 

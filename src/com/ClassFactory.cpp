@@ -1,6 +1,7 @@
 #include "com/ClassFactory.h"
 
 #include "com/guarded.h"
+#include "com/threadStates.h"
 
 namespace z7::com {
 
@@ -35,7 +36,10 @@ HRESULT ClassFactory::CreateInstance(IUnknown* outer, REFIID id, void** out) noe
     if (outer != nullptr) {
         return CLASS_E_NOAGGREGATION;
     }
-    return guarded(IID_IClassFactory, [&] { return created_.create()->QueryInterface(id, out); });
+    return guarded(IID_IClassFactory, [&] {
+        makeThreadState();
+        return created_.create()->QueryInterface(id, out);
+    });
 }
 
 HRESULT ClassFactory::LockServer(BOOL lock) noexcept {

@@ -77,14 +77,18 @@ HRESULT callFound(const Member& member, const Invocation& call) {
     }
     const HRESULT code = callMethod(*call.face, member, arguments);
     const HRESULT result = FAILED(code) ? reported(code, call.exception) : code;
+    // What the method did is done: a variable that cannot take its value keeps no other from taking its own, and hides
+    // no failure of the method.
+    HRESULT stored = S_OK;
     for (std::size_t i = 0; i < arguments.size(); ++i) {
         if (!member.parameters[i].isResult) {
-            arguments[i].storeBack();
+            const HRESULT taken = guarded(call.interfaceId, [&] { arguments[i].storeBack(); });
+            stored = FAILED(stored) ? stored : taken;
         } else if (SUCCEEDED(code) && call.result != nullptr) {
             arguments[i].moveTo(call.result);
         }
     }
-    return result;
+    return SUCCEEDED(code) && FAILED(stored) ? reported(stored, call.exception) : result;
 }
 
 } // namespace

@@ -6,6 +6,10 @@
 
 namespace z7::com {
 
+adapters::automation::ComPtr<IUnknown> MainObject::kept() noexcept {
+    return adapters::automation::ComPtr<IUnknown>(static_cast<_clsMain*>(this));
+}
+
 HRESULT MainObject::put_SetVouchLockSucc(VARIANT_BOOL value) noexcept {
     return run([&] { main_.SetVouchLockSucc(truth(value)); });
 }
@@ -52,6 +56,7 @@ HRESULT MainObject::putref_CashFlowCol(_CashFlowCollection* value) noexcept {
 
 HRESULT MainObject::ShowCashFlowOutVoucher(BSTR strVoucherTable, BSTR coutNo_id, DATE dbill_date,
                                            VARIANT_BOOL blnCreate, VARIANT_BOOL* blnCheckCF) noexcept {
+    const auto self = kept();
     return run([&] {
         TruthReference check(blnCheckCF);
         main_.ShowCashFlowOutVoucher(text(strVoucherTable), text(coutNo_id), cashflow::Date(dbill_date),
@@ -61,6 +66,7 @@ HRESULT MainObject::ShowCashFlowOutVoucher(BSTR strVoucherTable, BSTR coutNo_id,
 
 HRESULT MainObject::ShowCashFlow(BSTR strVoucherTable, BYTE iPeriod, SHORT isignseq, LONG iNo_id, DATE dbill_date,
                                  VARIANT_BOOL blnCreate, VARIANT_BOOL* blnCheckCF, SHORT* iyear) noexcept {
+    const auto self = kept();
     return run([&] {
         TruthReference check(blnCheckCF);
         main_.ShowCashFlow(text(strVoucherTable), iPeriod, isignseq, iNo_id, cashflow::Date(dbill_date),

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "adapters/ado/automation/ComPtr.h"
 #include "com/DualObject.h"
 #include "com/Z7CashFlow.h"
 #include "z7cashflow/dialog/clsMain.h"
@@ -31,6 +32,9 @@ public:
                                            VARIANT_BOOL* prepared) noexcept override;
 
 private:
+    /// A reference to this object, for members in which hosts handle messages and may release it.
+    [[nodiscard]] adapters::automation::ComPtr<IUnknown> kept() noexcept;
+
     cashflow::clsMain main_;
 };
 

@@ -50,7 +50,8 @@ extern "C" HRESULT WINAPI DllCanUnloadNow() {
         return S_FALSE;
     }
     z7::com::destroyThreadState();
-    return z7::com::threadStateCount() == 0 ? S_OK : S_FALSE;
+    // The host's objects that were released may have called back and taken new ones.
+    return z7::com::threadStateCount() == 0 && z7::com::ModuleUse::count() == 0 ? S_OK : S_FALSE;
 }
 
 extern "C" HRESULT WINAPI DllRegisterServer() {

@@ -137,7 +137,6 @@ LSTATUS unregisterBelow(HKEY root) {
     LSTATUS first = ERROR_SUCCESS;
     for (const CreatableClass& named : creatableClasses()) {
         keepFirst(first, RegDeleteTreeW(root, classKey(named).c_str()));
-        keepFirst(first, RegDeleteTreeW(root, programKey(named).c_str()));
     }
     for (const InterfaceName& named : interfaces) {
         keepFirst(first, RegDeleteTreeW(root, interfaceKey(named).c_str()));
@@ -146,6 +145,9 @@ LSTATUS unregisterBelow(HKEY root) {
     keepFirst(first, RegDeleteTreeW(root, (languageKey + L"\\" + wordSize).c_str()));
     if (!hasSubkeys(root, languageKey)) {
         keepFirst(first, RegDeleteTreeW(root, libraryKey().c_str()));
+        for (const CreatableClass& named : creatableClasses()) {
+            keepFirst(first, RegDeleteTreeW(root, programKey(named).c_str()));
+        }
     }
     return first;
 }

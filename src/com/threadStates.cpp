@@ -7,6 +7,7 @@
 
 #include <atomic>
 #include <memory>
+#include <new>
 
 namespace z7::com {
 
@@ -70,17 +71,8 @@ struct ThreadState {
 ThreadState* stateOfThread() noexcept { return static_cast<ThreadState*>(TlsGetValue(slot)); }
 
 Context& contextOfThread() noexcept {
-    ThreadState* state = stateOfThread();
-    if (state == nullptr) {
-        auto made = std::make_unique<ThreadState>();
-        equip(made->context);
-        const adapters::automation::ComPtr<ClosingSpy> spy(new ClosingSpy());
-        made->isSpying = SUCCEEDED(CoRegisterInitializeSpy(spy.get(), &made->spy));
-        state = made.release();
-        TlsSetValue(slot, state);
-        ++states;
-    }
-    return state->context;
+    makeThreadState();
+    return stateOfThread()->context;
 }
 
 } // namespace
@@ -96,12 +88,27 @@ bool openThreadStates() noexcept {
 
 void closeThreadStates() noexcept { TlsFree(slot); }
 
+void makeThreadState() {
+    if (hasThreadState()) {
+        return;
+    }
+    auto made = std::make_unique<ThreadState>();
+    equip(made->context);
+    const adapters::automation::ComPtr<ClosingSpy> spy(new ClosingSpy());
+    if (TlsSetValue(slot, made.get()) == FALSE) {
+        throw std::bad_alloc();
+    }
+    made->isSpying = SUCCEEDED(CoRegisterInitializeSpy(spy.get(), &made->spy));
+    static_cast<void>(made.release()); // the slot's now
+    ++states;
+}
+
 long threadStateCount() noexcept { return states; }
 
 bool hasThreadState() noexcept { return stateOfThread() != nullptr; }
 
 void destroyThreadState() noexcept {
-    const std::unique_ptr<ThreadState> state(stateOfThread());
+    std::unique_ptr<ThreadState> state(stateOfThread());
     if (!state) {
         return;
     }
@@ -109,7 +116,7 @@ void destroyThreadState() noexcept {
     if (state->isSpying) {
         CoRevokeInitializeSpy(state->spy);
     }
-    // The host's objects that are released here may call the library again; they find a new state then.
+    state.reset(); // the host's objects that are released here may call the library again; they find a new state then
     --states;
 }
 

@@ -13,6 +13,9 @@ namespace z7::com {
 /// Ends that. No state may exist any more.
 void closeThreadStates() noexcept;
 
+/// Gives the calling thread its state, if it has none. Exhausted memory is std::bad_alloc; the library itself asks for
+/// the state where nothing can be raised.
+void makeThreadState();
 /// The number of threads that have a state, at this moment.
 [[nodiscard]] long threadStateCount() noexcept;
 /// Whether the calling thread has a state.

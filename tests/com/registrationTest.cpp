@@ -73,7 +73,7 @@ TEST_F(Registration, IsTakenBackAndThatMayBeRepeated) {
     }
 }
 
-TEST_F(Registration, LeavesTheTypeLibraryOfTheOtherWordSize) {
+TEST_F(Registration, LeavesWhatTheOtherWordSizeNeeds) {
     const std::wstring languages = L"Software\\Classes\\TypeLib\\{569E390E-D341-4831-9EEB-D4AAAB19043C}\\1.0\\0";
     const std::wstring other = languages + (sizeof(void*) == 8 ? L"\\win32" : L"\\win64");
     HKEY key = nullptr;
@@ -83,7 +83,10 @@ TEST_F(Registration, LeavesTheTypeLibraryOfTheOtherWordSize) {
     EXPECT_EQ(library().call("DllRegisterServer"), S_OK);
     EXPECT_EQ(library().call("DllUnregisterServer"), S_OK);
     EXPECT_TRUE(hasKey(HKEY_LOCAL_MACHINE, other));
+    EXPECT_EQ(idOfName(providerName), S_OK) << "both have these names in common";
     RegDeleteTreeW(HKEY_LOCAL_MACHINE, L"Software\\Classes\\TypeLib\\{569E390E-D341-4831-9EEB-D4AAAB19043C}");
+    EXPECT_EQ(library().call("DllUnregisterServer"), S_OK);
+    EXPECT_NE(idOfName(providerName), S_OK);
 }
 
 TEST_F(Registration, ForAllUsersEndsTheUsersOwn) {

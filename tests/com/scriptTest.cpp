@@ -109,6 +109,22 @@ TEST_F(Scripts, VariablesTakeWhatComesBackByReference) {
         (Lines{"True", "1 01", "True", "False", "True", "<root"}));
 }
 
+TEST_F(Scripts, AnObjectStandsForItsDefaultProperty) {
+    EXPECT_EQ(scripts_.run("Class Field\r\n"
+                           "  Public Default Property Get Value\r\n"
+                           "    Value = 7\r\n"
+                           "  End Property\r\n"
+                           "End Class\r\n"
+                           "Set provider = WScript.CreateObject(\"Z7CashFlow.VoucherProvider\")\r\n"
+                           "Set provider.IGlVoucherProvider_objLogin = Login\r\n"
+                           "Set rows = provider.CreateCashFlowCollection\r\n"
+                           "rows.iPeriod = New Field\r\n"
+                           "Set row = rows.CreateCFObject\r\n"
+                           "row.SetValue \"inid\", New Field\r\n"
+                           "WScript.Echo rows.iPeriod, row(\"inid\")\r\n"),
+              Lines{"7 7"});
+}
+
 TEST_F(Scripts, ForEachSurvivesRemoval) {
     EXPECT_EQ(scripts_.run("Set provider = WScript.CreateObject(\"Z7CashFlow.VoucherProvider\")\r\n"
                            "Set provider.IGlVoucherProvider_objLogin = Login\r\n"

@@ -1,8 +1,11 @@
-// A voucher screen of a host: a window of its own, without any toolkit, that opens the dialog of Z7CashFlow.dll as often as it
-// is told and then unloads the library. It writes what is on the screen in the lines that window/screen.py reads.
+// A voucher screen of a host: a window of its own, without any toolkit, that opens the dialog of Z7CashFlow.dll as
+// often as it is told and then unloads the library. It writes what is on the screen in the lines that window/screen.py reads.
 //
 //   voucherScreen TIMES          opens the dialog TIMES times, one after the other
-//   voucherScreen --two-threads  opens it, and meanwhile once more on another thread
+//   voucherScreen --two-threads  opens it, and after the first key press once more on another thread
+//   voucherScreen --again        the same on the same thread, from the messages that the dialog lets through
+//   voucherScreen --quit         opens it, and after the first key press ends the message loop of its thread
+//   voucherScreen --destroy      opens it, and after the first key press destroys the window below it
 
 #include "com/ComTest.h"
 #include "com/SuiteHost.h"
@@ -134,9 +137,28 @@ private:
     std::thread watching_; ///< started last
 };
 
+_clsMain* shownScreen = nullptr; ///< while its dialog is open
+constexpr UINT showAgain = WM_APP;
+constexpr UINT destroyOwn = WM_APP + 1;
+
+void show(_clsMain& screen);
+
+LRESULT CALLBACK onOwnMessage(HWND window, UINT message, WPARAM word, LPARAM value) {
+    switch (message) {
+    case showAgain:
+        show(*shownScreen);
+        return 0;
+    case destroyOwn:
+        DestroyWindow(window);
+        return 0;
+    default:
+        return DefWindowProcW(window, message, word, value);
+    }
+}
+
 HWND ownWindow() {
     WNDCLASSW kind{};
-    kind.lpfnWndProc = DefWindowProcW;
+    kind.lpfnWndProc = onOwnMessage;
     kind.hInstance = GetModuleHandleW(nullptr);
     kind.lpszClassName = L"VoucherScreen";
     RegisterClassW(&kind);
@@ -206,19 +228,39 @@ void showOnOtherThread() {
     }).join();
 }
 
-void showDialogs(int times, bool alsoOnOtherThread) {
+// What the rest of the host does while the dialog is open.
+void disturb(std::string_view how, HWND window, DWORD thread) {
+    while (keys == 0) { // the test has pressed a key in the dialog
+        Sleep(everyMilliseconds);
+    }
+    if (how == "--two-threads") {
+        showOnOtherThread();
+    } else if (how == "--again") {
+        SendMessageW(window, showAgain, 0, 0);
+    } else if (how == "--quit") {
+        PostThreadMessageW(thread, WM_QUIT, 0, 0);
+    } else if (how == "--destroy") {
+        SendMessageW(window, destroyOwn, 0, 0);
+    }
+}
+
+void showDisturbed(std::string_view how, HWND window) {
     SuiteHost suite;
     const auto screen = screenEntry(suite);
-    if (alsoOnOtherThread) {
-        std::thread other([] {
-            while (keys == 0) { // the test has pressed a key in the first dialog
-                Sleep(everyMilliseconds);
-            }
-            showOnOtherThread();
-        });
-        show(*screen);
-        other.join();
-    }
+    shownScreen = screen.get();
+    std::thread other(disturb, how, window, GetCurrentThreadId());
+    show(*screen);
+    shownScreen = nullptr;
+    other.join();
+    event(rowsOf(*screen));
+    MSG message{};
+    event(PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE) != FALSE ? "own loop ends" : "own loop goes on");
+    show(*screen); // the library is not impaired
+}
+
+void showDialogs(int times) {
+    SuiteHost suite;
+    const auto screen = screenEntry(suite);
     for (int i = 0; i < times; ++i) {
         show(*screen);
         handleMessages();
@@ -237,8 +279,11 @@ int run(std::string_view argument) {
     handleMessages();
     {
         const Watch watch(window, GetCurrentThreadId());
-        const bool two = argument == "--two-threads";
-        showDialogs(two ? 0 : std::stoi(std::string(argument)), two);
+        if (argument.starts_with("--")) {
+            showDisturbed(argument, window);
+        } else {
+            showDialogs(std::stoi(std::string(argument)));
+        }
         event(GetActiveWindow() == window ? "own window is active" : "own window is not active");
     }
     UnhookWindowsHookEx(hook);

@@ -5,8 +5,8 @@
 // " to the error stream, all others to the output; an output line that itself begins with "$", "!", "#" or "[exit" has
 // a "\" in front. The case ends with "[exit N]". Lines that begin with "#" are remarks.
 //
-// With Z7_GOLDEN_SEPARATOR=\ in the environment every "\" that a command writes is compared as "/": for files whose cases
-// show names of files, where the system's separator is the other one.
+// With Z7_GOLDEN_SEPARATOR=\ in the environment every "\" that a command writes is compared as "/": for files whose
+// cases show names of files, where the system's separator is the other one.
 //
 // With Z7_RENEW_GOLDEN=1 in the environment the file is written anew with what the commands really do; read the
 // difference before you keep it.

@@ -162,19 +162,35 @@ ZQKeyHookCtrl& Form::keyHook(const std::string& name) { return named(keyHooks_, 
 
 void Form::showModal() {
     if (!unloaded_) {
-        owner_ = std::make_unique<Owner>(*dialog_);
+        owner_ = std::make_unique<Owner>(*dialog_, [this] {
+            destroyed_ = true;
+            dialog_->EndModal(wxID_CANCEL);
+        });
         if (mainGrid_ != nullptr) {
             accessibleName(mainGrid_->window(), dialog_->GetTitle());
             mainGrid_->SetFocus();
         } else {
             focusFirst(true);
         }
-        states_->enter({[this] { return state(); }, [this] { return places(); }});
-        dialog_->ShowModal();
-        states_->leave();
+        {
+            const StateLines::Entered entered(*states_, {[this] { return state(); }, [this] { return places(); }});
+            dialog_->ShowModal();
+        }
+        if (!unloaded_) {
+            endUnasked();
+        }
         owner_.reset();
     }
     gate_.rethrowDefect();
+}
+
+void Form::endUnasked() {
+    // The host has ended its own message loop or destroyed the window below the dialog.
+    gate_.raise([this] { gate_.listener().closeRequested(); });
+    unloaded_ = true;
+    if (!destroyed_) {
+        passEndOfLoopOn();
+    }
 }
 
 void Form::unload() {

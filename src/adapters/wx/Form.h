@@ -78,6 +78,8 @@ private:
     void build(const FormDesign& design);
     void add(const ControlDesign& design);
     void bindEvents();
+    /// Cancels the form after its loop has ended by something else than the form's logic.
+    void endUnasked();
     void onKey(wxKeyEvent& event);
     void click(const std::string& name);
     void focusFirst(bool fromTheStart);
@@ -96,7 +98,8 @@ private:
     std::vector<Button*> tabOrder_;
     Grid* mainGrid_ = nullptr; ///< the first grid
     bool unloaded_ = false;
-    std::unique_ptr<wxDialog> dialog_; ///< destroyed first: its last events still find the controls
+    bool destroyed_ = false;           ///< the system has destroyed the shown window with the one below it
+    std::unique_ptr<wxDialog> dialog_; ///< destroyed before the controls, which its last events still find
     std::unique_ptr<Owner> owner_;     ///< while the form is shown
 };
 

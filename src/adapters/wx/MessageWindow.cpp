@@ -68,9 +68,9 @@ std::int32_t MessageWindow::Show(const std::string& prompt, std::int32_t buttons
     if (question) {
         box.SetEscapeId(wxID_NO);
     }
-    states_.enter({[&] { return describe(prompt, buttons); }, [] { return std::string(); }});
+    const StateLines::Entered entered(states_,
+                                      {[&] { return describe(prompt, buttons); }, [] { return std::string(); }});
     const int answer = box.ShowModal();
-    states_.leave();
     if (!question) {
         return okAnswer;
     }

@@ -211,9 +211,8 @@ private:
 std::optional<std::size_t> PickWindow::pick(const std::string& title, const std::vector<PickColumn>& columns,
                                             const std::vector<std::vector<std::string>>& rows) {
     PickDialog dialog(shown(title), columns, rows);
-    states_->enter({[&] { return dialog.state(); }, [&] { return dialog.places(); }});
+    const StateLines::Entered entered(*states_, {[&] { return dialog.state(); }, [&] { return dialog.places(); }});
     dialog.ShowModal();
-    states_->leave();
     return dialog.picked();
 }
 

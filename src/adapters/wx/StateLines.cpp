@@ -3,6 +3,7 @@
 #include "adapters/wx/platform.h"
 #include "adapters/wx/text.h"
 
+#include <wx/eventfilter.h>
 #include <wx/timer.h>
 #include <wx/window.h>
 
@@ -48,33 +49,38 @@ std::string stateValue(const std::string& text) {
     return value;
 }
 
+/// Counts key presses in all windows, also those that a button takes for itself.
+class StateLines::KeyCount final : public wxEventFilter {
+public:
+    KeyCount() { wxEvtHandler::AddFilter(this); }
+    KeyCount(const KeyCount&) = delete;
+    KeyCount& operator=(const KeyCount&) = delete;
+    ~KeyCount() override { wxEvtHandler::RemoveFilter(this); }
+    [[nodiscard]] unsigned long count() const noexcept { return count_; }
+
+    int FilterEvent(wxEvent& event) override {
+        count_ += event.GetEventType() == wxEVT_CHAR_HOOK ? 1 : 0;
+        return Event_Skip;
+    }
+
+private:
+    unsigned long count_ = 0;
+};
+
 StateLines::StateLines(std::ostream* out) : out_(out) {
     if (out_ != nullptr) {
-        wxEvtHandler::AddFilter(this);
+        keys_ = std::make_unique<KeyCount>();
         timer_ = std::make_unique<wxTimer>();
         timer_->Bind(wxEVT_TIMER, [this](wxTimerEvent& /*event*/) { look(); });
         timer_->Start(everyMilliseconds);
     }
 }
 
-StateLines::~StateLines() {
-    if (out_ != nullptr) {
-        wxEvtHandler::RemoveFilter(this);
-    }
-}
-
-int StateLines::FilterEvent(wxEvent& event) {
-    keys_ += event.GetEventType() == wxEVT_CHAR_HOOK ? 1 : 0;
-    return Event_Skip;
-}
-
-void StateLines::enter(StateSource source) { sources_.push_back(std::move(source)); }
-
-void StateLines::leave() { sources_.pop_back(); }
+StateLines::~StateLines() = default;
 
 void StateLines::look() {
-    std::string state =
-        "keys=" + std::to_string(keys_) + "\ttop=" + stateValue(utf8(activeTitle())) + "\tfocus=" + focusName();
+    std::string state = "keys=" + std::to_string(keys_->count()) + "\ttop=" + stateValue(utf8(activeTitle())) +
+                        "\tfocus=" + focusName();
     std::string places;
     if (!sources_.empty()) {
         state += "\t" + sources_.back().state();

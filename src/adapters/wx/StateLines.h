@@ -1,11 +1,10 @@
 #pragma once
 
-#include <wx/eventfilter.h>
-
 #include <functional>
 #include <iosfwd>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 class wxTimer;
@@ -25,27 +24,36 @@ struct StateSource {
 ///
 /// Line breaks, tabs and backslashes in values are written as \n, \t and \\. Without a stream nothing is written
 /// and no timer runs.
-class StateLines final : private wxEventFilter {
+class StateLines {
 public:
     /// The stream outlives this object; a null pointer means no stream.
     explicit StateLines(std::ostream* out);
-    ~StateLines() override;
+    ~StateLines();
     StateLines(const StateLines&) = delete;
     StateLines& operator=(const StateLines&) = delete;
 
-    /// Makes this the top window; leave ends that.
-    void enter(StateSource source);
-    void leave();
+    /// Makes a window the top one as long as this exists.
+    class Entered {
+    public:
+        Entered(StateLines& states, StateSource source) : states_(states) {
+            states_.sources_.push_back(std::move(source));
+        }
+        Entered(const Entered&) = delete;
+        Entered& operator=(const Entered&) = delete;
+        ~Entered() { states_.sources_.pop_back(); }
+
+    private:
+        StateLines& states_;
+    };
 
 private:
-    /// Counts key presses in all windows, also those that a button takes for itself.
-    int FilterEvent(wxEvent& event) override;
+    class KeyCount;
     void look();
 
     std::ostream* out_;
+    std::unique_ptr<KeyCount> keys_;
     std::unique_ptr<wxTimer> timer_;
     std::vector<StateSource> sources_;
-    unsigned long keys_ = 0;
     std::string lastState_;
     std::string lastPlaces_;
 };

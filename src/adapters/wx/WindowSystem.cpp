@@ -35,7 +35,27 @@ private:
 /// The toolkit used as a library, without its main loop.
 class Application final : public wxApp {
 public:
+    Application() {
+        // When the user logs off, the toolkit would close the dialog, or end the process of a host that is not its own.
+        Bind(wxEVT_QUERY_END_SESSION, [](wxCloseEvent& /*event*/) {});
+        Bind(wxEVT_END_SESSION, [](wxCloseEvent& /*event*/) {});
+    }
     bool OnInit() override { return true; } // the command line is not for the toolkit
+};
+
+/// The started toolkit, until this is destroyed.
+class Toolkit {
+public:
+    Toolkit() {
+        wxTheApp->CallOnInit();
+        wxTheApp->SetExitOnFrameDelete(false);
+    }
+    Toolkit(const Toolkit&) = delete;
+    Toolkit& operator=(const Toolkit&) = delete;
+    ~Toolkit() {
+        wxTheApp->OnExit();
+        wxEntryCleanup();
+    }
 };
 
 [[noreturn]] void endOnAssertion(const wxString& file, int line, const wxString& function, const wxString& condition,
@@ -54,6 +74,7 @@ struct WindowSystem::Parts {
         : states(std::make_shared<StateLines>(out)), factory(std::make_shared<Factory>(states)),
           box(std::make_shared<MessageWindow>(*states)) {}
 
+    Toolkit toolkit; ///< destroyed last
     std::shared_ptr<StateLines> states;
     std::shared_ptr<DialogFactory> factory;
     std::shared_ptr<MessageBox> box;
@@ -71,19 +92,13 @@ std::unique_ptr<WindowSystem> WindowSystem::start(std::ostream* states) {
         wxApp::SetInstance(nullptr);
         return nullptr;
     }
-    wxTheApp->CallOnInit();
-    wxTheApp->SetExitOnFrameDelete(false);
     return std::unique_ptr<WindowSystem>(new WindowSystem(
         std::make_unique<Parts>(states))); // NOLINT(cppcoreguidelines-owning-memory): the constructor is private
 }
 
 WindowSystem::WindowSystem(std::unique_ptr<Parts> parts) : parts_(std::move(parts)) {}
 
-WindowSystem::~WindowSystem() {
-    parts_.reset();
-    wxTheApp->OnExit();
-    wxEntryCleanup();
-}
+WindowSystem::~WindowSystem() = default;
 
 std::shared_ptr<DialogFactory> WindowSystem::dialogFactory() const { return parts_->factory; }
 

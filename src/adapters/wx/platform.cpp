@@ -50,7 +50,11 @@ wxString activeTitle() {
     return title;
 }
 
-Owner::Owner(wxDialog& dialog) { dialog.Centre(); }
+void passEndOfLoopOn() {}
+
+Owner::Owner(wxDialog& dialog, std::function<void()> /*onDestroyed*/) { dialog.Centre(); }
+
+Owner::~Owner() = default;
 
 void Owner::unlock() noexcept {}
 

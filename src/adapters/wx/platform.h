@@ -2,6 +2,8 @@
 
 #include <wx/string.h>
 
+#include <functional>
+
 class wxDialog;
 class wxWindow;
 
@@ -31,22 +33,29 @@ void keepScrollBars(wxWindow& window);
 /// program.
 [[nodiscard]] wxString activeTitle();
 
+/// Call it when a modal loop has ended without the dialog asking for it. If that was the end of the calling program's
+/// own message loop, the program has to be told once more.
+void passEndOfLoopOn();
+
 /// Makes a dialog modal over the window from which it is opened, when that window belongs to a host that does not use
 /// the toolkit. Only Windows has such hosts.
 class Owner {
 public:
     /// Finds the active window of the calling thread and locks it against keys and clicks. Centres the dialog on it,
-    /// or on the screen if there is none.
-    explicit Owner(wxDialog& dialog);
+    /// or on the screen if there is none. If the host destroys the window, the system destroys that of the dialog, too;
+    /// onDestroyed is called then.
+    Owner(wxDialog& dialog, std::function<void()> onDestroyed);
     Owner(const Owner&) = delete;
     Owner& operator=(const Owner&) = delete;
-    ~Owner() { unlock(); }
+    ~Owner();
     /// Call it before the dialog disappears: while its owner is locked, the system would activate a window of another
     /// program instead.
     void unlock() noexcept;
 
 private:
-    void* locked_ = nullptr; ///< the system's handle
+    std::function<void()> onDestroyed_;
+    void* dialog_ = nullptr; ///< the system's handle, if there is an owner
+    void* locked_ = nullptr; ///< the same of the owner while it is locked
 };
 
 } // namespace z7::cashflow::wx

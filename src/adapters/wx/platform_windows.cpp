@@ -5,9 +5,11 @@
 
 #include <wx/msw/private.h>
 
+#include <commctrl.h>
 #include <oleacc.h>
 
 #include <array>
+#include <utility>
 
 namespace z7::cashflow::wx {
 
@@ -20,6 +22,14 @@ HWND activeWindowOfHost() {
     const HWND active = GetActiveWindow();
     return active != nullptr && wxGetWindowFromHWND(active) == nullptr && IsWindowEnabled(active) != FALSE ? active
                                                                                                            : nullptr;
+}
+
+LRESULT CALLBACK watchDestruction(HWND window, UINT message, WPARAM word, LPARAM value, UINT_PTR /*id*/,
+                                  DWORD_PTR onDestroyed) {
+    if (message == WM_DESTROY) {
+        (*reinterpret_cast<std::function<void()>*>(onDestroyed))();
+    }
+    return DefSubclassProc(window, message, word, value);
 }
 
 void centreOn(wxDialog& dialog, HWND owner) {
@@ -97,7 +107,9 @@ wxString activeTitle() {
     return {title.data(), static_cast<std::size_t>(length)};
 }
 
-Owner::Owner(wxDialog& dialog) {
+void passEndOfLoopOn() { PostQuitMessage(0); }
+
+Owner::Owner(wxDialog& dialog, std::function<void()> onDestroyed) : onDestroyed_(std::move(onDestroyed)) {
     const HWND owner = activeWindowOfHost();
     if (owner == nullptr) {
         dialog.Centre();
@@ -105,8 +117,17 @@ Owner::Owner(wxDialog& dialog) {
     }
     SetWindowLongPtrW(GetHwndOf(&dialog), GWLP_HWNDPARENT, reinterpret_cast<LONG_PTR>(owner));
     centreOn(dialog, owner);
+    SetWindowSubclass(GetHwndOf(&dialog), watchDestruction, 0, reinterpret_cast<DWORD_PTR>(&onDestroyed_));
+    dialog_ = GetHwndOf(&dialog);
     EnableWindow(owner, FALSE);
     locked_ = owner;
+}
+
+Owner::~Owner() {
+    unlock();
+    if (dialog_ != nullptr) {
+        RemoveWindowSubclass(static_cast<HWND>(dialog_), watchDestruction, 0);
+    }
 }
 
 void Owner::unlock() noexcept {

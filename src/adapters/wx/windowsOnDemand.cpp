@@ -17,34 +17,41 @@ namespace {
 
 constinit std::atomic<bool> inUse = false; // the toolkit exists once in a process
 
-/// The window system of one thread while it has windows.
-class Screen {
+/// The right to use the toolkit.
+class Claim {
 public:
-    Screen() {
+    Claim() {
         if (inUse.exchange(true)) {
             raisePlatformError(Reason::windowsInUse);
         }
-        system_ = WindowSystem::start(nullptr);
+    }
+    Claim(const Claim&) = delete;
+    Claim& operator=(const Claim&) = delete;
+    ~Claim() { inUse = false; }
+};
+
+/// The window system of one thread while it has windows.
+class Screen {
+public:
+    Screen() : system_(WindowSystem::start(nullptr)) {
         if (!system_) {
-            inUse = false;
             raisePlatformError(Reason::screenMissing);
         }
-    }
-    Screen(const Screen&) = delete;
-    Screen& operator=(const Screen&) = delete;
-    ~Screen() {
-        system_.reset();
-        inUse = false;
     }
     [[nodiscard]] StateLines& states() const { return system_->states(); }
 
 private:
+    Claim claim_;
     std::unique_ptr<WindowSystem> system_;
 };
 
 class Factory final : public DialogFactory {
 public:
     std::unique_ptr<DialogForm> createForm(const FormDesign& design, FormEvents& listener) override {
+        // From the messages that a modal form lets through, its host may come back here.
+        if (!screen_.expired()) {
+            raisePlatformError(Reason::windowsInUse);
+        }
         return std::make_unique<Form>(design, listener, statesOfScreen());
     }
     std::unique_ptr<PickList> createPickList() override { return std::make_unique<PickWindow>(statesOfScreen()); }

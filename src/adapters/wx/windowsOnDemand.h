@@ -12,8 +12,8 @@ namespace z7::cashflow::wx {
 /// Makes the windows of the dialog for hosts that have a screen and a message loop of their own. The window system is
 /// started for the first window and ended with the last one, so nothing of it remains in the host's process afterwards.
 ///
-/// Every thread may have a factory, but only one thread at a time may have windows: meanwhile the calls of the others
-/// raise error 70. Error 91 if there is no screen.
+/// Every thread may have a factory, but a process can have only one form at a time: meanwhile other calls raise error
+/// 70, also those of the same thread. Error 91 if there is no screen.
 [[nodiscard]] std::shared_ptr<DialogFactory> windowsOnDemand();
 
 } // namespace z7::cashflow::wx

@@ -68,7 +68,7 @@ constexpr std::array reasons{
     ChineseReason{R::connectionFactoryMissing, "尚未设置创建数据库连接的对象"},
     ChineseReason{R::dialogFactoryMissing, "尚未设置创建窗口的对象"},
     ChineseReason{R::screenMissing, "没有可以显示窗口的屏幕"},
-    ChineseReason{R::windowsInUse, "本程序的另一个线程正在显示现金流量窗口，请先关闭该窗口"},
+    ChineseReason{R::windowsInUse, "本程序已打开现金流量窗口，请先关闭该窗口"},
     ChineseReason{R::dialogConnectionMissing, "窗口没有数据库连接"},
     ChineseReason{R::dialogRowsMissing, "窗口没有现金流量行"},
     ChineseReason{R::referenceNotXml, "参照的说明不是有效的 XML"},

@@ -170,7 +170,7 @@ bool clsMain::InitCashFlow(const std::string& strVoucherTable, std::uint8_t iPer
             takeRowsOf(*objCon, voucher);
             finishCollection(voucher);
         }
-    } catch (const Error&) {
+    } catch (const std::exception&) {
         failed = true; // the result says so
     }
     if (touchesCash && !failed) {

@@ -63,7 +63,7 @@ constexpr std::array table{
     ReasonEntry{R::dialogFactoryMissing, errors::objectNotSet, "No dialog factory has been set"},
     ReasonEntry{R::screenMissing, errors::objectNotSet, "There is no screen to show a window on"},
     ReasonEntry{R::windowsInUse, errors::inUse,
-                "Another thread of this program shows cash-flow rows. Close that window first"},
+                "This program already shows cash-flow rows in a window. Close that window first"},
     ReasonEntry{R::dialogConnectionMissing, errors::objectNotSet, "The dialog has no connection"},
     ReasonEntry{R::dialogRowsMissing, errors::objectNotSet, "The dialog has no rows"},
     ReasonEntry{R::referenceNotXml, errors::badArgument, "The description of the reference is not valid XML"},

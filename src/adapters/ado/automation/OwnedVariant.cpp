@@ -9,6 +9,7 @@
 #include <cstring>
 #include <limits>
 #include <new>
+#include <optional>
 #include <string>
 #include <type_traits>
 #include <utility>
@@ -133,8 +134,30 @@ VARIANT followed(const VARIANT& reference) {
 
 } // namespace
 
+namespace {
+
+// The value of an object's default property, such as that of a field of a record set. Empty if it has none that needs
+// no argument, or one that is an object again.
+std::optional<OwnedVariant> defaultValueOf(IDispatch* object) {
+    DISPPARAMS none{};
+    OwnedVariant value;
+    if (object == nullptr || FAILED(object->Invoke(DISPID_VALUE, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET,
+                                                   &none, value.put(), nullptr, nullptr))) {
+        return std::nullopt;
+    }
+    const VARTYPE type = value.get().vt & VT_TYPEMASK;
+    return type == VT_DISPATCH || type == VT_UNKNOWN ? std::nullopt : std::optional(std::move(value));
+}
+
+} // namespace
+
 Variant fromAutomation(const VARIANT& value) {
     switch (value.vt) {
+    case VT_DISPATCH:
+        if (const auto held = defaultValueOf(value.pdispVal)) {
+            return held->value();
+        }
+        refuse(value);
     case VT_EMPTY:
     case VT_NULL:
         return {};

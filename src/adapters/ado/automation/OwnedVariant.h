@@ -16,8 +16,9 @@ namespace z7::adapters::automation {
 /// - R4 becomes the double that its shortest decimal text stands for: the single 0.1 is 0.1.
 /// - CY and DECIMAL become the nearest double, so that money compares with amounts from elsewhere.
 ///
-/// References are followed, and so are variants within variants. Error 13 for everything else: arrays, objects, a
-/// missing argument, a reference to nothing. The argument remains the caller's.
+/// References are followed, and so are variants within variants. An object stands for its default property, as a field
+/// of a record set for its value. Error 13 for everything else: arrays, other objects, a missing argument, a reference
+/// to nothing. The argument remains the caller's.
 [[nodiscard]] cashflow::Variant fromAutomation(const VARIANT& value);
 
 /// Stores a value of the library as an automation value: null as Null, integers as UI1, I2 and I4, a double as R8, a
