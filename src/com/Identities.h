@@ -18,12 +18,12 @@ public:
     /// keep the model alive.
     template <class Make> [[nodiscard]] static adapters::automation::ComPtr<T> of(const void* model, Make&& make) {
         const std::lock_guard lock(mutex());
-        const auto found = known().find(model);
-        if (found != known().end() && found->second->addRefIfAlive()) {
-            return adapters::automation::ComPtr<T>::owning(found->second);
+        T*& place = known()[model]; // before there is an object, whose destructor would need the lock
+        if (place != nullptr && place->addRefIfAlive()) {
+            return adapters::automation::ComPtr<T>::owning(place);
         }
         adapters::automation::ComPtr<T> object(make());
-        known().insert_or_assign(model, object.get());
+        place = object.get();
         return object;
     }
 

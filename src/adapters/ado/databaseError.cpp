@@ -66,7 +66,10 @@ std::optional<Error> errorOfCode(const Error& error) {
 
 Error databaseError(const Error& error, const Dispatch& connection, const std::vector<std::string>& secrets) {
     if (error.number() >= 0) {
-        return error;
+        const std::string text = withoutSecrets(error.description(), secrets);
+        return text == error.description()
+                   ? error
+                   : Error(error.number(), error.source(), Explanation{Reason::verbatim, {text}});
     }
     std::optional<Entry> entry;
     if (connection) {
