@@ -30,8 +30,8 @@ public:
     void moveTo(VARIANT* result) noexcept;
 
 private:
-    /// Raises error 13 before the call if the variable that held refers to could not take what may come back: a text or an object
-    /// in a variable of another type. A number fits a variable of any type but an object.
+    /// Raises error 13 before the call if the variable that held refers to could not take what may come back: a text or
+    /// an object in a variable of another type. A number fits a variable of any type but an object.
     void requireRoom(const VARIANT& held) const;
     void convert(const VARIANT& held);
     void convertObject(const VARIANT& held);

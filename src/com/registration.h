@@ -13,9 +13,9 @@ namespace z7::com {
 /// one. What is registered already is replaced, also what this user had for itself. On failure the result is the
 /// system's code.
 [[nodiscard]] HRESULT registerLibrary(const std::wstring& path) noexcept;
-/// Removes everything that registerLibrary() has written, for all users and for this one; what the DLL of
-/// the other word size needs as well stays, if that is registered: names of classes, the type library. Nothing to remove
-/// is a success.
+/// Removes everything that registerLibrary() has written, for all users and for this one. What the DLL of the other
+/// word size needs as well stays while that is registered: names of classes, the type library. Nothing to remove is a
+/// success.
 [[nodiscard]] HRESULT unregisterLibrary() noexcept;
 
 /// The two for one place in the registry: a key that has, or gets, the key Software\Classes.

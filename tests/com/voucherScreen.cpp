@@ -1,5 +1,6 @@
 // A voucher screen of a host: a window of its own, without any toolkit, that opens the dialog of Z7CashFlow.dll as
-// often as it is told and then unloads the library. It writes what is on the screen in the lines that window/screen.py reads.
+// often as it is told and then unloads the library. It writes what is on the screen in the lines that window/screen.py
+// reads.
 //
 //   voucherScreen TIMES          opens the dialog TIMES times, one after the other
 //   voucherScreen --two-threads  opens it, and after the first key press once more on another thread

@@ -52,7 +52,7 @@ wxString activeTitle() {
 
 void passEndOfLoopOn() {}
 
-Owner::Owner(wxDialog& dialog, std::function<void()> /*onDestroyed*/) { dialog.Centre(); }
+Owner::Owner(wxDialog& dialog, const std::function<void()>& /*onDestroyed*/) { dialog.Centre(); }
 
 Owner::~Owner() = default;
 

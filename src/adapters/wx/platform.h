@@ -44,7 +44,7 @@ public:
     /// Finds the active window of the calling thread and locks it against keys and clicks. Centres the dialog on it,
     /// or on the screen if there is none. If the host destroys the window, the system destroys that of the dialog, too;
     /// onDestroyed is called then.
-    Owner(wxDialog& dialog, std::function<void()> onDestroyed);
+    Owner(wxDialog& dialog, const std::function<void()>& onDestroyed);
     Owner(const Owner&) = delete;
     Owner& operator=(const Owner&) = delete;
     ~Owner();

@@ -9,7 +9,6 @@
 #include <oleacc.h>
 
 #include <array>
-#include <utility>
 
 namespace z7::cashflow::wx {
 
@@ -109,7 +108,7 @@ wxString activeTitle() {
 
 void passEndOfLoopOn() { PostQuitMessage(0); }
 
-Owner::Owner(wxDialog& dialog, std::function<void()> onDestroyed) : onDestroyed_(std::move(onDestroyed)) {
+Owner::Owner(wxDialog& dialog, const std::function<void()>& onDestroyed) : onDestroyed_(onDestroyed) {
     const HWND owner = activeWindowOfHost();
     if (owner == nullptr) {
         dialog.Centre();
