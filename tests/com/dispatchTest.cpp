@@ -167,6 +167,14 @@ TEST_F(CallsByName, VariablesOfFixedTypesTakeResults) {
     EXPECT_EQ(call(*row, L"CheckCashFlow", {value.get()}).code, S_OK);
 }
 
+TEST_F(CallsByName, AVariableThatCannotTakeATextIsRefusedBeforeTheCall) {
+    LONG number = 5;
+    const auto outcome = call(*newRow(), L"CheckCashFlow", {reference(VT_I4, &number)});
+    EXPECT_EQ(outcome.reported.code, codeOfNumber(13)) << "and not 91, with which the call itself would have failed";
+    EXPECT_NE(outcome.reported.description.find("use a Variant"), std::string::npos) << outcome.reported.description;
+    EXPECT_EQ(number, 5);
+}
+
 TEST_F(CallsByName, ARefersToAVariableOfAnotherNumberType) {
     SHORT number = 5;
     const auto contract = provider_.as<_IGlVoucherProvider>();
