@@ -19,7 +19,7 @@ for option in "$@"; do
     case $option in
     --deps) only_dependencies=yes ;;
     --without-window) window="" ;;
-    *) printf 'There is no option %s; there are --deps and --without-window.\n' "$option" >&2 && exit 2 ;;
+    *) printf 'Unknown option %s; the options are --deps and --without-window.\n' "$option" >&2 && exit 2 ;;
     esac
 done
 

@@ -13,7 +13,7 @@ namespace z7::cashflow::wx {
 /// started for the first window and ended with the last one, so nothing of it remains in the host's process afterwards.
 ///
 /// Every thread may have a factory, but a process can have only one form at a time: meanwhile other calls raise error
-/// 70, also those of the same thread. Error 91 if there is no screen.
+/// 70, including those of the same thread. Error 91 if there is no screen.
 [[nodiscard]] std::shared_ptr<DialogFactory> windowsOnDemand();
 
 } // namespace z7::cashflow::wx

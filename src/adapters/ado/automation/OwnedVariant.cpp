@@ -132,10 +132,6 @@ VARIANT followed(const VARIANT& reference) {
     return target;
 }
 
-} // namespace
-
-namespace {
-
 // The value of an object's default property, such as that of a field of a record set. Empty if it has none that needs
 // no argument, or one that is an object again.
 std::optional<OwnedVariant> defaultValueOf(IDispatch* object) {
